@@ -72,7 +72,8 @@ bool ZEMA_DeleteFile(const char* path)
     return path && *path && ZEMA::FileCalls().Delete(path);
 }
 
-bool ZEMA_makepath(char* path, const char* drive, const char* directory, const char* name, const char* extension)
+bool ZEMA_makepath(char* path, const char* drive, const char* directory, const char* name,
+                   const char* extension)
 {
     if (!path)
         return false;

@@ -13,10 +13,12 @@ target_compile_definitions(qm_options INTERFACE _GLIBCXX_ASSERTIONS)
 if(WIN32)
     target_compile_definitions(qm_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
 
-    # Compiling only: as a link option the stack protector would bring in another run-time DLL, while
-    # the C run-time has all that is needed. Fortified calls exist only where the optimiser runs.
+    # The stack protector is an option of compiling only, and its few functions come from the static
+    # library: as a link option it would bring in one more run-time DLL. Fortified calls exist only where
+    # the optimiser runs.
     target_compile_options(qm_options INTERFACE -fstack-protector-strong)
     target_compile_definitions(qm_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+    target_link_libraries(qm_options INTERFACE -Wl,-Bstatic -lssp -Wl,-Bdynamic)
     target_link_options(qm_options INTERFACE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
 endif()
 

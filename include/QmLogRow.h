@@ -18,13 +18,13 @@ enum QmLogBlockKind : std::uint32_t
 // Record i lies at byte i * 20 and describes line i; docs/file-format.md has the whole format.
 struct CQmLogRow
 {
-    std::uint32_t offset = 0;             // bytes from the beginning of the "LOG" file to the line
-    std::uint8_t indent = 0;              // depth of the enclosing block
-    std::uint8_t padding[3] = {};         // readers ignore it
-    QmLogBlockKind kind = kPlainKind;     // of the block the line belongs to
-    std::uint8_t blockBegin = 1;          // 1: the line is the header of a block; 0: it is not
-    std::uint8_t morePadding[3] = {};     // readers ignore it
-    std::uint32_t time = 0;               // sequence number, increasing over all logs of a folder
+    std::uint32_t offset = 0;         // bytes from the beginning of the "LOG" file to the line
+    std::uint8_t indent = 0;          // depth of the enclosing block
+    std::uint8_t padding[3] = {};     // readers ignore it
+    QmLogBlockKind kind = kPlainKind; // of the block the line belongs to
+    std::uint8_t blockBegin = 1;      // 1: the line is the header of a block; 0: it is not
+    std::uint8_t morePadding[3] = {}; // readers ignore it
+    std::uint32_t time = 0;           // sequence number, increasing over all logs of a folder
 };
 
 static_assert(sizeof(CQmLogRow) == 20);

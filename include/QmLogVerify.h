@@ -29,9 +29,9 @@ enum class QmLogFindingKind
     kCountersCut,        // "Log.DAT" is shorter than its 8 bytes although rows exist
     kCountersTooLong,    // "Log.DAT" is longer than its 8 bytes
     // Not damage.
-    kRowBeforeText,   // rows at the end whose text has not come
-    kRowWithoutText,  // rows in the middle whose text never came: a failed write of text
-    kRowNotWritten,   // a line without a row, its number missing as well: a failed write of a row
+    kRowBeforeText,    // rows at the end whose text has not come
+    kRowWithoutText,   // rows in the middle whose text never came: a failed write of text
+    kRowNotWritten,    // a line without a row, its number missing as well: a failed write of a row
     kRecordUnfinished, // a record cut short at the end of the index, and its line not written
     kNumberWithoutRow, // numbers given out, but no row has them
 };
@@ -53,4 +53,5 @@ struct QmLogFinding
 // other. Reads only; the files may grow meanwhile. Findings come file by file in ascending row order; after
 // 1,000 findings in one file the rest of that file is summed up in one more.
 // To tell lost numbers, `logs` must name every log of the folder.
-QMLOG_API std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vector<std::string>& logs);
+QMLOG_API std::vector<QmLogFinding> QmLogVerify(const std::string& folder,
+                                                const std::vector<std::string>& logs);

@@ -1,0 +1,67 @@
+#!/bin/bash
+# Builds both presets and runs all their tests. The last line is "N passed, N failed".
+#   --long   also the long versions of tests, which take minutes
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+case "$*" in
+    '') ;;
+    --long) export QM_TEST_LONG=1 ;;
+    *) echo "usage: ./test.sh [--long]" >&2; exit 2 ;;
+esac
+
+passed=0
+failed=0
+
+# Runs a command with its output in a file, which is shown when it fails.
+logged() {
+    local log=$1
+    shift
+    "$@" >"$log" 2>&1 </dev/null || { cat "$log"; return 1; }
+}
+
+build() {
+    local preset=$1
+    [[ -e build/$preset/build.ninja ]] || logged "build/$preset.configure.log" cmake --preset "$preset" || return 1
+    logged "build/$preset.build.log" cmake --build --preset "$preset"
+}
+
+# A number of the result file's head line, "tests", "failures", ...
+result() { sed -n "/<testsuite/,/>/s/.*\\b$2=\"\\([0-9]*\\)\".*/\\1/p" "$1" | head -n 1; }
+
+run_tests() {
+    local preset=$1 results=$PWD/build/$1.results.xml log=build/$1.test.log ok=1
+    shift
+    rm -f "$results"
+    "$@" ctest --preset "$preset" --output-junit "$results" >"$log" 2>&1 </dev/null || ok=0
+
+    local ran=0 bad=0 skipped=0
+    if [[ -e $results ]]; then
+        bad=$(result "$results" failures)
+        skipped=$(($(result "$results" skipped) + $(result "$results" disabled)))
+        ran=$(($(result "$results" tests) - bad - skipped))
+    fi
+    if ((!ok)); then
+        grep -Ev '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" || true
+        ((bad > 0)) || bad=1 # the tests could not even be listed
+    fi
+    passed=$((passed + ran))
+    failed=$((failed + bad))
+    echo "$preset: $ran passed, $bad failed, $skipped skipped"
+}
+
+tools/setup.sh
+mkdir -p build
+for preset in native windows; do
+    if ! build "$preset"; then
+        echo "$preset: does not build"
+        failed=$((failed + 1))
+    elif [[ $preset == windows ]]; then
+        run_tests "$preset" tools/with-wine.sh
+    else
+        run_tests "$preset"
+    fi
+done
+
+echo "$passed passed, $failed failed"
+((failed == 0 && passed > 0))

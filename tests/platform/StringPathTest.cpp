@@ -43,12 +43,13 @@ TEST(String, TrimsWhiteSpaceFromTheEndOnly)
     }
 }
 
-// The path in quotes, or "no" with what is left in the buffer.
+// The path, or "no:" with what is left in the buffer.
 std::string MakePath(const char* drive, const char* directory, const char* name, const char* extension)
 {
     char path[MAX_PATH];
     std::memset(path, '?', sizeof(path));
-    return (ZEMA_makepath(path, drive, directory, name, extension) ? "" : "no:") + std::string(path);
+    const bool done = ZEMA_makepath(path, drive, directory, name, extension);
+    return (done ? "" : "no:") + std::string(path);
 }
 
 TEST(MakePath, PutsSeparatorsWhereTheyAreMissing)

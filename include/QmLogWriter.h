@@ -73,14 +73,13 @@ protected:
     void* CreateFileWrite(const char* path);
 
 private:
-    friend QMLOG_API bool QmLogWriterCloseAll();
-
     static constexpr int kPathSize = 260;
 
     bool OpenLogFile();
-    bool WriteRows(CQmLogRow* rows, unsigned long count);
-    bool AppendRows(const CQmLogRow* rows, unsigned long count, const char*& failure);
-    bool WriteTextRows(const char* text, unsigned long length, unsigned long position);
+    bool OpenRowFile();
+    void WriteTextRows(const char* text, std::size_t length, std::uint32_t position);
+    bool WriteRows(CQmLogRow* rows, std::size_t count);
+    bool AppendRows(const CQmLogRow* rows, std::size_t count, const char*& failure);
     void CloseFiles(const char* logMessage, const char* rowMessage);
 
     char m_name[kPathSize] = {};

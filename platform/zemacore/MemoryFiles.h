@@ -3,6 +3,10 @@
 
 #include "zemacore/FileCalls.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -14,10 +18,10 @@ namespace ZEMA
 
 enum class Fault
 {
-    kFail,         // the call fails with the fault's error; Create answers INVALID_HANDLE_VALUE
+    kFail,         // the call does nothing but fail with the fault's error; Create: INVALID_HANDLE_VALUE
     kShortWrite,   // a Write answers true with half of the bytes written; other calls are not touched
-    kNullHandle,   // a Create answers null; other calls are not touched
-    kInvalidHandle // a Create answers INVALID_HANDLE_VALUE; other calls are not touched
+    kNullHandle,   // a Create fails with the fault's error and answers null; other calls are not touched
+    kInvalidHandle // likewise, with INVALID_HANDLE_VALUE
 };
 
 struct ScriptedFault
@@ -28,19 +32,21 @@ struct ScriptedFault
     DWORD error = ERROR_ACCESS_DENIED;
 };
 
-// Thrown where a caller would wait for ever: its Create or Lock has failed kPatience times in a row
-// with no other call of the table succeeding meanwhile.
+// Thrown where a caller would wait for ever: by the kPatience-th failing Create of one path, or the
+// kPatience-th failing Lock, with no Create or Lock succeeding meanwhile.
 class EndlessWait : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// Knows share modes (error 32), whole-file and range locks per handle (error 33, for locks and for reads and
-// writes of others, as the system is documented), OPEN_ALWAYS and OPEN_EXISTING (errors 183 and 2), seeks
-// before the beginning (131), handles that are not open (6), access rights (5) and a disk of limited size
-// (a short write first, then error 112). Paths compare without case, '/' as '\'. Sparse: bytes never written
-// take no memory, so files of 4 GiB and more cost nothing. One thread.
+// Knows share modes (error 32, for deleting an open file too), whole-file and range locks per handle (error
+// 33, for locks and for reads and writes of others, as the system is documented; 158 for a lock not held),
+// OPEN_ALWAYS and OPEN_EXISTING (errors 183 and 2), seeks before the beginning (131), handles that are not
+// open (6), access rights (5) and a disk of limited size (a short write first, then error 112). No folders:
+// every path can be made. A successful call leaves the last error alone, but for OPEN_ALWAYS: 183 for a file
+// that was there, 0 for a new one. Paths compare without case, '/' as '\'. Sparse: bytes never written take
+// no memory, so files of 4 GiB and more cost nothing. One thread.
 class MemoryFiles : public IFileCalls
 {
 public:
@@ -67,12 +73,13 @@ public:
     bool Exists(const std::string& path) const;
     std::string Contents(const std::string& path) const; // empty when missing
     void SetContents(const std::string& path, const std::string& bytes);
-    void SetSize(const std::string& path, std::uint64_t size); // cuts, or extends with zeros
+    void SetSize(const std::string& path, std::uint64_t size); // cuts, extends with zeros, or creates
     std::vector<std::string> Paths() const;                    // as first given, ascending without case
     std::size_t OpenHandles() const;
     void CloseAllHandles(); // what the end of a process does, locks included
 
-    // Bytes that files may still grow by; unlimited at first.
+    // Bytes that files may still grow by, gaps included; unlimited at first. What Write and SetEnd add counts
+    // against it, and what SetEnd and Delete free is given back.
     void SetFreeSpace(std::uint64_t bytes);
 
     void SetFault(const ScriptedFault& fault); // replaces the one before
@@ -80,12 +87,68 @@ public:
 
     // Calls so far: every operation of IFileCalls but LastError, SetLastError and ErrorText.
     unsigned long CallCount() const;
-    // Their names in order: "Create", "Lock", ... The path follows for Create, GetSize and Delete.
+    // Their names in order: "Lock", "Close", ... For Create, GetSize and Delete a blank and the path follow.
     const std::vector<std::string>& Calls() const;
     void ForgetCalls(); // numbering starts again at 1
 
 private:
-    // (the implementation adds its members here)
+    static constexpr std::size_t kChunkSize = 64 * 1024;
+    static constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
+
+    using Chunk = std::array<char, kChunkSize>;
+
+    struct Range
+    {
+        HANDLE owner;
+        std::uint64_t offset;
+        std::uint64_t length;
+    };
+
+    struct File
+    {
+        std::string path; // as first given
+        std::uint64_t size = 0;
+        std::map<std::uint64_t, std::unique_ptr<Chunk>> chunks; // by number; a missing one holds zeros
+        std::vector<Range> locks;
+    };
+
+    struct OpenFile
+    {
+        File* file; // stays in place: an open file cannot be deleted
+        DWORD access;
+        DWORD share;
+        std::uint64_t position;
+    };
+
+    static std::string Key(const std::string& path);
+    static void CopyOut(const File& file, std::uint64_t offset, char* data, std::size_t size);
+    static void CopyIn(File& file, std::uint64_t offset, const char* data, std::size_t size);
+    static void Resize(File& file, std::uint64_t size);
+
+    bool Fail(DWORD error);
+    bool CountCall(const char* name, const char* path = nullptr); // false when the call is to fail
+    bool IsStruck(Fault fault) const;                             // whether a fault strikes the present call
+    OpenFile* Find(HANDLE handle);
+    OpenFile* FindFor(HANDLE handle, DWORD access);
+    File* FindFile(const char* path);
+    File& MakeFile(const std::string& path);
+    bool IsOpen(const File& file) const;
+    bool IsShared(const File& file, DWORD access, DWORD share) const;
+    bool IsLockedByOthers(HANDLE handle, const OpenFile& open, DWORD size) const;
+    bool Grow(File& file, std::uint64_t size);
+    void GiveBack(std::uint64_t bytes);
+    HANDLE Open(const char* path, DWORD access, DWORD share, DWORD disposition);
+    bool LockRange(HANDLE handle, const Range& range);
+    void CountFailure(const std::string& call);
+
+    std::map<std::string, File> m_files; // by the path as it compares
+    std::map<HANDLE, OpenFile> m_handles;
+    std::uintptr_t m_lastHandle = 0; // never used again, so that a stale handle is noticed
+    DWORD m_lastError = ERROR_SUCCESS;
+    std::uint64_t m_freeSpace = kUnlimited;
+    ScriptedFault m_fault; // strikes no call while its number is 0
+    std::vector<std::string> m_calls;
+    std::map<std::string, int> m_failures; // in a row, by "Lock" or the path of a Create
 };
 
 } // namespace ZEMA

@@ -57,9 +57,10 @@ class QMPLATFORM_API AppDataManager
 {
 public:
     // The manager in use; null when there is none. On Windows the platform's own is in use until a host
-    // sets another: its log folder is the environment variable QM_LOG_FOLDER when set, else
-    // %LOCALAPPDATA%\QmLog\Logs\; its profile the INI file QM_PROFILE when set, else
-    // %APPDATA%\QmLog\Profile.ini.
+    // sets another: its log folder is the environment variable QM_LOG_FOLDER when set and not empty, else
+    // %LOCALAPPDATA%\QmLog\Logs\; its profile the INI file QM_PROFILE when set and not empty, else
+    // %APPDATA%\QmLog\Profile.ini, made with its folder when first written to. The environment is asked at
+    // each call. Integers are stored decimal, colours as 0x00BBGGRR; both are read either way.
     static IAppDataManager* LoadAppDataManager();
 
     // Puts `manager`, which must outlive its use, in the place of the present one. Null: there is none.

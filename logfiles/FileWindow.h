@@ -1,0 +1,54 @@
+// Reads a file of any size in constant memory.
+#pragma once
+
+#include "wintypes.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace logfiles
+{
+
+// A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later is
+// not there. Bytes are read in windows, so that walking through the file in either direction reads
+// each part once.
+class FileWindow
+{
+public:
+    enum class State
+    {
+        kOpen,
+        kMissing,
+        kUnreadable
+    };
+
+    explicit FileWindow(const std::string& path);
+    ~FileWindow();
+    FileWindow(const FileWindow&) = delete;
+    FileWindow& operator=(const FileWindow&) = delete;
+
+    // kUnreadable also once a read has failed.
+    State GetState() const { return m_state; }
+
+    // Bytes; 0 unless the file is open.
+    std::uint64_t Size() const { return m_size; }
+
+    // The bytes at `position`, BytesFrom(position) of them; null past the end and after a failed read.
+    // Valid until the next call. Records of 20 bytes do not cross windows.
+    const char* At(std::uint64_t position);
+
+    // How many bytes the last At(position) answered; at least one.
+    std::uint64_t BytesFrom(std::uint64_t position) const { return m_windowStart + m_window.size() - position; }
+
+private:
+    static constexpr std::uint64_t kWindowSize = 20 * 3276; // close to 64 KiB
+
+    std::uint64_t m_size = 0;
+    HANDLE m_file = nullptr;
+    State m_state = State::kMissing;
+    std::vector<char> m_window;
+    std::uint64_t m_windowStart = 0;
+};
+
+} // namespace logfiles

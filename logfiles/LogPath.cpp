@@ -1,0 +1,82 @@
+#include "logfiles/LogPath.h"
+
+#include "QmLogWriter.h"
+#include "zemacore/AppDataManager.h"
+#include "zemacore/File.h"
+
+#include <cstring>
+
+namespace logfiles
+{
+namespace
+{
+
+enum class PathResult
+{
+    kDone,
+    kNoFolder,
+    kTooLong
+};
+
+IAppDataAccess* Access()
+{
+    IAppDataManager* manager = AppDataManager::LoadAppDataManager();
+    return manager != nullptr ? manager->GetAccess() : nullptr;
+}
+
+PathResult MakeFilePath(const char* name, char* path)
+{
+    IAppDataAccess* access = Access();
+    if (access == nullptr)
+        return PathResult::kNoFolder;
+
+    char folder[MAX_PATH] = {};
+    const DWORD folderLength = access->GetLogFolder(folder, MAX_PATH);
+    if (folderLength == 0)
+        return PathResult::kNoFolder;
+
+    AppDataPath parts = {};
+    if (!access->SplitPath(name, parts) || folderLength + std::strlen(parts.directory) >= MAX_PATH)
+        return PathResult::kTooLong;
+    std::strcat(folder, parts.directory);
+
+    // Composed aside: a result that does not fit leaves `path`, which may be `name`, as it was.
+    char composed[MAX_PATH];
+    if (!ZEMA_makepath(composed, parts.drive, folder, parts.name, parts.extension))
+        return PathResult::kTooLong;
+    std::strcpy(path, composed);
+    return PathResult::kDone;
+}
+
+bool MakeLogPath(const AppDataPath& parts, const char* extension, char* path)
+{
+    return ZEMA_makepath(path, parts.drive, parts.directory, parts.name, extension) &&
+           MakeFilePath(path, path) != PathResult::kTooLong;
+}
+
+} // namespace
+
+bool MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath)
+{
+    *nameCopy = *logPath = *rowPath = '\0';
+    if (name == nullptr || *name == '\0' || std::strlen(name) >= MAX_PATH)
+        return false;
+
+    AppDataPath parts = {};
+    if (IAppDataAccess* access = Access(); access != nullptr)
+        access->SplitPath(name, parts);
+    if (!MakeLogPath(parts, "LOG", logPath) || !MakeLogPath(parts, "ROW", rowPath))
+    {
+        *logPath = *rowPath = '\0';
+        return false;
+    }
+    std::strcpy(nameCopy, name);
+    return true;
+}
+
+} // namespace logfiles
+
+bool QmLogMakeFilePath(const char* name, char* path)
+{
+    return logfiles::MakeFilePath(name, path) == logfiles::PathResult::kDone;
+}

@@ -1,0 +1,206 @@
+#include "QmLogReader.h"
+
+#include "logfiles/ErrorLog.h"
+#include "logfiles/LogPath.h"
+#include "zemacore/File.h"
+#include "zemacore/FileCalls.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace
+{
+
+// The low 32 bits of the size: a log's offsets reach no further.
+unsigned long FileSize(const char* path)
+{
+    std::uint64_t size = 0;
+    if (!ZEMA::FileCalls().GetSize(path, size))
+        return 0;
+    return static_cast<std::uint32_t>(size);
+}
+
+// Bytes from `offset` to `end`; 0 where the end comes first.
+unsigned long LineLength(std::uint32_t offset, std::uint64_t end)
+{
+    if (end < offset)
+        return 0;
+    return static_cast<unsigned long>(std::min<std::uint64_t>(end - offset, 0xFFFFFFFF));
+}
+
+} // namespace
+
+CQmLogReader::~CQmLogReader()
+{
+    if (m_logHandle != nullptr && !ZEMA::FileCalls().Close(m_logHandle))
+        logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Log)");
+    if (m_rowHandle != nullptr && !ZEMA::FileCalls().Close(m_rowHandle))
+        logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Row)");
+    std::free(m_text);
+}
+
+void CQmLogReader::SetFilePath(const char* name)
+{
+    static_assert(kPathSize == MAX_PATH);
+    logfiles::MakeLogPaths(name, m_name, m_logPath, m_rowPath);
+}
+
+const char* CQmLogReader::GetFilePath() const
+{
+    return m_name;
+}
+
+unsigned long CQmLogReader::GetRowCount()
+{
+    return FileSize(m_rowPath) / sizeof(CQmLogRow);
+}
+
+unsigned long CQmLogReader::GetLogFileSize()
+{
+    return FileSize(m_logPath);
+}
+
+bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& length, CQmLogRow& row)
+{
+    if (!ReadRow(index, length, row))
+        return false;
+
+    if (m_logHandle == nullptr)
+        m_logHandle = CreateFileRead(m_logPath);
+    if (m_logHandle == INVALID_HANDLE_VALUE)
+    {
+        m_logHandle = nullptr;
+        return logfiles::Fail("CQmLogReader::Read().CreateFileRead(Log)");
+    }
+    if (m_logHandle == nullptr)
+        return false;
+
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    std::uint64_t position = 0;
+    if (!files.Seek(m_logHandle, row.offset, FILE_BEGIN, position))
+        return logfiles::Fail("CQmLogReader::Read().SetFilePointer()");
+    DWORD bytes = 0;
+    if (!GrowText(length, row.offset) ||
+        !files.Read(m_logHandle, m_text, static_cast<DWORD>(length), bytes))
+        return logfiles::Fail("CQmLogReader::Read().ReadFile()");
+
+    m_text[bytes] = '\0';
+    text = m_text;
+    length = bytes;
+    return true;
+}
+
+bool CQmLogReader::ReadLength(unsigned long index, unsigned long& length)
+{
+    CQmLogRow row;
+    return ReadRow(index, length, row);
+}
+
+bool CQmLogReader::ReadStyle(unsigned long index, CQmLogRow& row)
+{
+    unsigned long length = 0;
+    return ReadRow(index, length, row);
+}
+
+bool CQmLogReader::Find(unsigned long time, bool forward, unsigned long& foundTime, unsigned long& index)
+{
+    const unsigned long count = GetRowCount();
+    if (count == 0)
+        return false;
+    unsigned long low = 0;
+    unsigned long high = count - 1;
+    if (low == high)
+    {
+        // Deliberately without a look at the row, and foundTime stays as it was.
+        index = low;
+        return true;
+    }
+
+    // A row that cannot be read counts as number 0: the search goes on and ends.
+    const auto timeOf = [this](unsigned long at) {
+        CQmLogRow row;
+        ReadStyle(at, row);
+        return row.time;
+    };
+    while (low + 1 < high)
+    {
+        const unsigned long middle = low + (high - low) / 2;
+        (time < timeOf(middle) ? high : low) = middle;
+    }
+
+    const std::uint32_t lowTime = timeOf(low);
+    index = low;
+    foundTime = lowTime;
+    if (time == lowTime || (forward && time < lowTime))
+        return true;
+    const std::uint32_t highTime = timeOf(high);
+    if (forward || time >= highTime)
+    {
+        index = high;
+        foundTime = highTime;
+    }
+    return true;
+}
+
+bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow& row)
+{
+    if (m_rowHandle == nullptr)
+        m_rowHandle = CreateFileRead(m_rowPath);
+    if (m_rowHandle == INVALID_HANDLE_VALUE)
+    {
+        m_rowHandle = nullptr;
+        return logfiles::Fail("CQmLogReader::ReadRow().CreateFileRead(Row)");
+    }
+    if (m_rowHandle == nullptr)
+        return false;
+
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    std::uint64_t position = 0;
+    const std::int64_t offset = static_cast<std::int64_t>(index) * static_cast<std::int64_t>(sizeof(CQmLogRow));
+    if (!files.Seek(m_rowHandle, offset, FILE_BEGIN, position))
+        return logfiles::Fail("CQmLogReader::ReadRow().SetFilePointer()");
+
+    // The next row comes along because its offset ends this row's line.
+    CQmLogRow rows[2];
+    DWORD bytes = 0;
+    if (!files.Read(m_rowHandle, rows, sizeof(rows), bytes))
+        return logfiles::Fail("CQmLogReader::ReadRow().ReadFile()");
+    if (bytes < sizeof(CQmLogRow))
+        return false; // the row is not written yet, which is no error
+
+    row = rows[0];
+    const bool last = bytes < sizeof(rows);
+    length = LineLength(row.offset, last ? std::uint64_t{GetLogFileSize()} + 1 : rows[1].offset);
+    return true;
+}
+
+void* CQmLogReader::CreateFileRead(const char* path)
+{
+    return ZEMA_CreateFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                           FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED |
+                               FILE_ATTRIBUTE_NORMAL,
+                           nullptr);
+}
+
+// Makes room for `length` bytes and a NUL. A length that would need more memory is first cut to what the file
+// holds from `offset` on: the index may be damaged.
+bool CQmLogReader::GrowText(unsigned long& length, unsigned long offset)
+{
+    if (length < m_textCapacity)
+        return true;
+    const unsigned long size = GetLogFileSize();
+    length = std::min(length, size > offset ? size - offset : 0);
+    if (length < m_textCapacity)
+        return true;
+
+    const std::size_t needed = std::size_t{length} + 1;
+    char* const grown = static_cast<char*>(std::realloc(m_text, needed));
+    if (grown == nullptr)
+    {
+        ZEMA::FileCalls().SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    m_text = grown;
+    m_textCapacity = static_cast<unsigned long>(std::min<std::size_t>(needed, 0xFFFFFFFF));
+    return true;
+}

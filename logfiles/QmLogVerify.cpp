@@ -1,0 +1,233 @@
+#include "QmLogVerify.h"
+
+#include "logfiles/FileWindow.h"
+#include "logfiles/VerifyLog.h"
+
+#include <cstring>
+#include <deque>
+#include <optional>
+#include <thread>
+
+namespace
+{
+
+using logfiles::FileWindow;
+using logfiles::VerifyLog;
+
+// "Log.DAT" of the folder.
+struct CounterFile
+{
+    FileWindow::State state = FileWindow::State::kMissing;
+    std::uint64_t size = 0;
+    std::uint32_t lastNumber = 0;
+};
+
+CounterFile ReadCounterFile(const std::string& path)
+{
+    constexpr int kTries = 100; // a writer locks the file for moments, and reading it fails meanwhile
+    CounterFile counters;
+    for (int tries = 0; tries < kTries; ++tries)
+    {
+        FileWindow file(path);
+        counters.size = file.Size();
+        const char* const bytes = file.At(0);
+        counters.state = file.GetState();
+        if (counters.state != FileWindow::State::kUnreadable)
+        {
+            if (bytes != nullptr && counters.size >= sizeof(counters.lastNumber))
+                std::memcpy(&counters.lastNumber, bytes, sizeof(counters.lastNumber));
+            break;
+        }
+        std::this_thread::yield();
+    }
+    return counters;
+}
+
+// Walks through the numbers of one log in ascending order; rows whose number is wrong are reported and
+// passed over.
+class NumberCursor
+{
+public:
+    NumberCursor(VerifyLog& log, std::optional<std::uint32_t> counter) : m_log(log), m_counter(counter)
+    {
+        Advance();
+    }
+
+    bool AtEnd() const { return m_atEnd; }
+    std::uint32_t Number() const { return m_row.time; }
+    std::uint64_t Row() const { return m_index - 1; }
+    VerifyLog& Log() const { return m_log; }
+
+    void Advance()
+    {
+        const std::uint32_t last = m_row.time;
+        CQmLogRow row;
+        while (m_index < m_log.RowCount() && m_log.ReadRow(m_index, row))
+        {
+            m_log.CheckValues(m_index, row);
+            const bool right = CheckNumber(last, row);
+            ++m_index;
+            if (right)
+            {
+                m_row = row;
+                return;
+            }
+        }
+        m_atEnd = true;
+    }
+
+private:
+    bool CheckNumber(std::uint32_t last, const CQmLogRow& row)
+    {
+        const std::string number = "number " + std::to_string(row.time);
+        if (row.time == 0)
+            return Report(QmLogFindingKind::kNumberZero, "the row has no sequence number");
+        if (m_counter && row.time > *m_counter)
+            return Report(QmLogFindingKind::kNumberAboveCounter,
+                          number + " is above the counter, which stands at " + std::to_string(*m_counter));
+        if (row.time <= last)
+            return Report(QmLogFindingKind::kNumberNotAscending,
+                          number + " is not above the " + std::to_string(last) + " before it");
+        // One number too high is told by the next row, which fits in before it.
+        CQmLogRow next;
+        if (m_index + 1 < m_log.RowCount() && m_log.ReadRow(m_index + 1, next) && next.time > last &&
+            next.time <= row.time)
+            return Report(QmLogFindingKind::kNumberNotAscending,
+                          number + " is not below the " + std::to_string(next.time) + " behind it");
+        return true;
+    }
+
+    bool Report(QmLogFindingKind kind, const std::string& reason)
+    {
+        m_log.GetFindings().Add(kind, "ROW", m_index, reason);
+        return false;
+    }
+
+    VerifyLog& m_log;
+    std::optional<std::uint32_t> m_counter;
+    std::uint64_t m_index = 0; // the row behind the present one
+    CQmLogRow m_row;
+    bool m_atEnd = false;
+};
+
+// Numbers that no row has: how many, and the first few stretches in words.
+class MissingNumbers
+{
+public:
+    void Add(std::uint32_t first, std::uint32_t last)
+    {
+        constexpr int kStretchesNamed = 5;
+        m_count += last - first + 1;
+        if (m_stretches++ < kStretchesNamed)
+        {
+            m_text += (m_text.empty() ? "" : ", ") + std::to_string(first);
+            if (last > first)
+                m_text += " to " + std::to_string(last);
+        }
+        else
+            m_more = true;
+    }
+
+    void AppendTo(std::vector<QmLogFinding>& all) const
+    {
+        if (m_count == 0)
+            return;
+        all.push_back({QmLogFindingKind::kNumberWithoutRow, "Log.DAT", QmLogFinding::kNoRow,
+                       "no row has the number " + m_text + (m_more ? ", ..." : "") + " (" +
+                           std::to_string(m_count) + " in all)"});
+    }
+
+private:
+    std::uint64_t m_count = 0;
+    int m_stretches = 0;
+    std::string m_text;
+    bool m_more = false;
+};
+
+NumberCursor* LowestNumber(std::deque<NumberCursor>& cursors)
+{
+    NumberCursor* lowest = nullptr;
+    for (NumberCursor& cursor : cursors)
+    {
+        if (!cursor.AtEnd() && (lowest == nullptr || cursor.Number() < lowest->Number()))
+            lowest = &cursor;
+    }
+    return lowest;
+}
+
+// Goes through all rows in the order of their numbers.
+MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint32_t> counter)
+{
+    std::deque<NumberCursor> cursors;
+    for (VerifyLog& log : logs)
+        cursors.emplace_back(log, counter);
+
+    MissingNumbers missing;
+    std::uint32_t last = 0;
+    std::string lastPlace;
+    while (NumberCursor* const cursor = LowestNumber(cursors))
+    {
+        const std::uint32_t number = cursor->Number();
+        if (number == last)
+            cursor->Log().GetFindings().Add(QmLogFindingKind::kNumberNotUnique, "ROW", cursor->Row(),
+                                            "number " + std::to_string(number) + " stands in " + lastPlace + " too");
+        else if (number - last > 1)
+            missing.Add(last + 1, number - 1);
+        last = number;
+        lastPlace = cursor->Log().RowFile() + ", row " + std::to_string(cursor->Row());
+        cursor->Advance();
+    }
+    if (counter && *counter > last)
+        missing.Add(last + 1, *counter);
+    return missing;
+}
+
+} // namespace
+
+bool QmLogIsDamage(QmLogFindingKind kind)
+{
+    return kind < QmLogFindingKind::kRowBeforeText;
+}
+
+std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vector<std::string>& logs)
+{
+    std::string prefix = folder;
+    if (!prefix.empty() && prefix.back() != '\\' && prefix.back() != '/')
+        prefix += '\\';
+
+    // The counters last: they move on before the rows do.
+    std::deque<VerifyLog> open;
+    bool anyRows = false;
+    for (const std::string& log : logs)
+    {
+        open.emplace_back(prefix, log);
+        anyRows = anyRows || open.back().RowCount() > 0;
+    }
+    const CounterFile counters = ReadCounterFile(prefix + "Log.DAT");
+
+    std::optional<std::uint32_t> counter;
+    if (counters.state == FileWindow::State::kOpen && counters.size >= sizeof(counters.lastNumber))
+        counter = counters.lastNumber;
+    for (VerifyLog& log : open)
+        log.CheckOffsets();
+    const MissingNumbers missing = CheckNumbers(open, counter);
+
+    std::vector<QmLogFinding> findings;
+    for (VerifyLog& log : open)
+    {
+        log.CheckReadable();
+        log.GetFindings().AppendTo(findings);
+    }
+    const auto addCounters = [&](QmLogFindingKind kind, const std::string& reason) {
+        findings.push_back({kind, "Log.DAT", QmLogFinding::kNoRow, reason});
+    };
+    if (counters.state == FileWindow::State::kUnreadable)
+        addCounters(QmLogFindingKind::kFileUnreadable, "the file cannot be opened or read");
+    else if (anyRows && counters.state == FileWindow::State::kMissing)
+        addCounters(QmLogFindingKind::kCountersMissing, "the counters are missing, but there are rows");
+    else if (anyRows && counters.size != 8)
+        addCounters(QmLogFindingKind::kCountersSize,
+                    "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
+    missing.AppendTo(findings);
+    return findings;
+}

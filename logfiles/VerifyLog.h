@@ -1,0 +1,68 @@
+// One log under verification: its index against its text, and its rows' own values.
+#pragma once
+
+#include "QmLogRow.h"
+#include "QmLogVerify.h"
+#include "logfiles/FileWindow.h"
+
+#include <string>
+#include <vector>
+
+namespace logfiles
+{
+
+// The findings of one log, in the order in which they came up; beyond a limit only their number is kept.
+class Findings
+{
+public:
+    explicit Findings(const std::string& log) : m_log(log) {}
+
+    // `extension` is "LOG" or "ROW".
+    void Add(QmLogFindingKind kind, const char* extension, std::uint64_t row, const std::string& reason);
+
+    // Appends the findings to `all` in ascending row order.
+    void AppendTo(std::vector<QmLogFinding>& all);
+
+private:
+    static constexpr std::size_t kLimit = 1000;
+
+    std::string m_log;
+    std::vector<QmLogFinding> m_findings;
+    unsigned long m_more = 0;
+    bool m_moreDamage = false;
+};
+
+class VerifyLog
+{
+public:
+    // Both files as they are now: the text first, because rows go out before their text.
+    VerifyLog(const std::string& folder, const std::string& name);
+
+    // Compares the index with the text, walking through both from the end.
+    void CheckOffsets();
+
+    // Row records, with the values that are wrong by themselves reported.
+    std::uint64_t RowCount() const { return m_rows.Size() / sizeof(CQmLogRow); }
+    bool ReadRow(std::uint64_t index, CQmLogRow& row);
+    void CheckValues(std::uint64_t index, const CQmLogRow& row);
+
+    Findings& GetFindings() { return m_findings; }
+    std::string RowFile() const { return m_name + ".ROW"; }
+
+    // Reports a file that could not be read to its end.
+    void CheckReadable();
+
+private:
+    bool CheckPresence();
+    bool IsLineStart(std::uint64_t offset);
+    std::uint64_t CountLineStarts(std::uint64_t after, std::uint64_t before);
+    void CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint64_t after, std::uint64_t before);
+    void ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displaced);
+
+    std::string m_name;
+    FileWindow m_text;
+    FileWindow m_rows;
+    Findings m_findings;
+};
+
+} // namespace logfiles

@@ -1,0 +1,62 @@
+#!/bin/bash
+# Checks built Windows files: their protections, what they import and what they export.
+#   hardening_test.sh BIN_FOLDER HEADER_FOLDER...
+# The DLLs may export only what the headers name.
+set -euo pipefail
+bin=$1
+shift
+prefix=x86_64-w64-mingw32
+products=(QmLog.dll QmPlatform.dll logtool.exe)
+exporting=(QmLog.dll QmPlatform.dll)
+
+# The system's DLLs that we may need; all else must lie in the folder.
+system_dlls='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|shell32|user32'
+
+faults=0
+fault() {
+    echo "$*"
+    faults=$((faults + 1))
+}
+
+# The words of the headers' code, one a line; comments do not declare anything.
+words=$(find "$@" -name '*.h' -exec sed 's://.*::' {} + | grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u)
+
+for file in "${products[@]}"; do
+    if [[ ! -s $bin/$file ]]; then
+        fault "$file: missing"
+        continue
+    fi
+    header=$($prefix-objdump -p "$bin/$file")
+
+    for flag in DYNAMIC_BASE HIGH_ENTROPY_VA NX_COMPAT; do
+        grep -qw "$flag" <<<"$header" || fault "$file: not marked $flag"
+    done
+    symbols=$($prefix-nm "$bin/$file")
+    grep -qw __stack_chk_fail <<<"$symbols" || fault "$file: built without stack protector"
+
+    while read -r dll; do
+        [[ ${dll,,} =~ ^($system_dlls)\.dll$ || -e $bin/$dll ]] || fault "$file: imports $dll"
+    done < <(sed -n 's/^\tDLL Name: //p' <<<"$header")
+done
+
+# The qualified name of an export is taken apart at its colons: each part must be a word of the headers.
+# Operators are not words, a destructor is the name of its class, and nothing of the standard library is ours
+# but the descriptions of exceptions that a file catches: the compiler exports those unasked.
+for file in "${exporting[@]}"; do
+    [[ -s $bin/$file ]] || continue
+    exports=$($prefix-objdump -p "$bin/$file" | sed -n '/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] //p' |
+        $prefix-c++filt | grep -v '^typeinfo for std::')
+    [[ -n $exports ]] || fault "$file: exports nothing"
+    while IFS= read -r name; do
+        qualified=$(sed -E 's/^(vtable for|typeinfo for|typeinfo name for|non-virtual thunk to|guard variable for) //
+                            s/operator.*//; s/[([].*//; :inner; s/<[^<>]*>//; t inner' <<<"$name")
+        for part in $(tr ':~' '  ' <<<"$qualified"); do
+            if [[ $part == std ]] || ! grep -qxF -e "$part" <<<"$words"; then
+                fault "$file: exports $name, which no header names"
+                break
+            fi
+        done
+    done < <(sort -u <<<"$exports")
+done
+
+((faults == 0))

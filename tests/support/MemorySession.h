@@ -1,0 +1,84 @@
+// A log folder in memory: the fixture of all native tests that touch files.
+#pragma once
+
+#include "QmLogWriter.h"
+#include "zemacore/AppDataManager.h"
+#include "zemacore/MemoryFiles.h"
+
+#include <cstring>
+#include <string>
+
+// A host's manager whose log folder is "C:\Logs\"; without a profile store.
+class MemoryManager : public IAppDataManager, public IAppDataAccess
+{
+public:
+    IAppDataAccess* GetAccess() override { return hasAccess ? this : nullptr; }
+    IProfileStore* GetProfileStore() override { return nullptr; }
+
+    DWORD GetLogFolder(char* text, DWORD size) override
+    {
+        *text = '\0';
+        if (folder.size() >= size)
+            return 0;
+        std::memcpy(text, folder.c_str(), folder.size() + 1);
+        return static_cast<DWORD>(folder.size());
+    }
+
+    std::string folder = "C:\\Logs\\"; // empty: the query answers 0
+    bool hasAccess = true;
+};
+
+// Installs both for its lifetime. What the library keeps open is closed at the end.
+class MemorySession
+{
+public:
+    MemorySession()
+    {
+        ZEMA::SetFileCalls(&files);
+        AppDataManager::SetAppDataManager(&manager);
+    }
+
+    ~MemorySession()
+    {
+        files.ClearFault();
+        QmLogWriterCloseAll();
+        AppDataManager::SetAppDataManager(nullptr);
+        ZEMA::SetFileCalls(nullptr);
+    }
+
+    MemorySession(const MemorySession&) = delete;
+    MemorySession& operator=(const MemorySession&) = delete;
+
+    // Full path of a file of the log folder.
+    std::string Path(const std::string& file) const { return manager.folder + file; }
+
+    std::string Text(const std::string& log) const { return files.Contents(Path(log + ".LOG")); }
+
+    // The counter as it stands in "Log.DAT".
+    unsigned long Time() const
+    {
+        const std::string bytes = files.Contents(Path("Log.DAT"));
+        std::uint32_t time = 0;
+        std::memcpy(&time, bytes.data(), bytes.size() < sizeof(time) ? bytes.size() : sizeof(time));
+        return time;
+    }
+
+    // "2 indent 1 kind 2 begin" a row, with its number behind a comma when asked for.
+    std::string Rows(const std::string& log, bool numbers = false) const
+    {
+        const std::string bytes = files.Contents(Path(log + ".ROW"));
+        std::string dump;
+        for (std::size_t at = 0; at + sizeof(CQmLogRow) <= bytes.size(); at += sizeof(CQmLogRow))
+        {
+            CQmLogRow row;
+            std::memcpy(&row, bytes.data() + at, sizeof(row));
+            dump += std::to_string(row.offset) + " indent " + std::to_string(row.indent) + " kind " +
+                    std::to_string(row.kind) + (row.blockBegin != 0 ? " begin" : "") +
+                    (numbers ? ", " + std::to_string(row.time) : "") + "\n";
+        }
+        return dump;
+    }
+
+    ZEMA::MemoryFiles files;
+    MemoryManager manager;
+};

@@ -7,9 +7,10 @@ namespace ZEMA
 namespace
 {
 
+constexpr DWORD kInvalidLockRange = 307; // not every system header names it
 constexpr std::uint64_t kMaxPosition = std::numeric_limits<std::int64_t>::max();
 
-// Byte ranges that reach beyond the last number end there: locks are often placed over "everything".
+// Whether two ranges of bytes have one in common. Neither may reach beyond the greatest offset.
 bool Overlap(std::uint64_t offset1, std::uint64_t length1, std::uint64_t offset2, std::uint64_t length2)
 {
     if (length1 == 0 || length2 == 0)
@@ -519,6 +520,8 @@ bool MemoryFiles::LockRange(HANDLE handle, const Range& range)
     OpenFile* const open = FindFor(handle, GENERIC_READ | GENERIC_WRITE);
     if (!open)
         return false;
+    if (range.length > 0 && range.offset + (range.length - 1) < range.offset)
+        return Fail(kInvalidLockRange);
 
     std::vector<Range>& locks = open->file->locks;
     const bool taken = std::any_of(locks.begin(), locks.end(), [&range](const Range& lock) {

@@ -10,7 +10,7 @@ void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
     ++m_rowCount;
     Log& own = m_logs[log];
     own.rows = index + 1;
-    CloseBlocks(own, index, row);
+    EndBlocks(log, index, row);
     if (row.blockBegin != 0 && row.indent > 0)
         OpenBlock(log, index, row);
     if (!own.open.empty())
@@ -19,16 +19,17 @@ void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
         ++m_nodes[m_open.back()].rows;
 }
 
-void BlockTree::CloseBlocks(Log& log, unsigned long index, const CQmLogRow& row)
+void BlockTree::EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    while (!log.open.empty())
+    std::vector<std::uint32_t>& open = m_logs[log].open;
+    while (!open.empty())
     {
-        const std::uint32_t block = log.open.back();
+        const std::uint32_t block = open.back();
         const std::uint8_t indent = m_nodes[block].indent;
         if (row.indent > indent || (row.indent == indent && row.blockBegin == 0))
             return;
         m_nodes[block].end = index;
-        log.open.pop_back();
+        open.pop_back();
         m_open.erase(std::find(m_open.begin(), m_open.end(), block));
     }
 }

@@ -40,6 +40,8 @@ public:
 
     // `index` is the row's place in its log.
     void Add(std::size_t log, unsigned long index, const CQmLogRow& row);
+    // Ends the blocks that `row` ends, and counts nothing: for a row whose text has not come.
+    void EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row);
     // Ends all blocks and sums up; after the last row.
     void Finish();
 
@@ -57,7 +59,6 @@ private:
         unsigned long rows = 0;
     };
 
-    void CloseBlocks(Log& log, unsigned long index, const CQmLogRow& row);
     void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
     void Append(std::uint32_t node, std::uint32_t parent);
 

@@ -103,7 +103,7 @@ int Cat(const Arguments& arguments, Host& host)
 
     TextOutput text(host.Output(), StyleOf(arguments, host), logs);
     ContextOutput output(arguments, text, logs);
-    LogStream stream(logs, LogStream::Content::kRowsAndText);
+    LogStream stream(logs, LogStream::Content::kText);
     stream.SetRange(from, to);
     LogEntry entry;
     while (stream.Next(entry))

@@ -3,6 +3,7 @@
 #include "QmLogWriter.h"
 
 #include <algorithm>
+#include <functional>
 #include <ostream>
 
 namespace logtool
@@ -15,6 +16,21 @@ bool IsSameRow(const CQmLogRow& left, const CQmLogRow& right)
 {
     return left.offset == right.offset && left.time == right.time && left.kind == right.kind &&
            left.indent == right.indent && left.blockBegin == right.blockBegin;
+}
+
+std::size_t Hash(std::string_view text)
+{
+    return std::hash<std::string_view>()(text);
+}
+
+bool FindRow(const std::string& log, std::uint32_t number, unsigned long& index)
+{
+    CQmLogReader reader;
+    reader.SetFilePath(log.c_str());
+    unsigned long found = 0;
+    CQmLogRow row;
+    return reader.GetRowCount() > 0 && reader.Find(number, false, found, index) &&
+           reader.ReadStyle(index, row) && row.time == number;
 }
 
 // The counter's file is closed at once, see the class comment.
@@ -49,7 +65,7 @@ void Follower::AddLogs(const std::vector<std::string>& logs)
 
 void Follower::StartAtLast(std::uint32_t rows)
 {
-    LogStream stream(Logs(), LogStream::Content::kRowsAndText);
+    LogStream stream(Logs(), LogStream::Content::kText);
     unsigned long candidates = 0;
     for (std::size_t log = 0; log < m_places.size(); ++log)
     {
@@ -70,7 +86,7 @@ void Follower::StartAtLast(std::uint32_t rows)
 
 void Follower::StartAfter(std::uint32_t number)
 {
-    LogStream stream(Logs(), LogStream::Content::kRowsAndText);
+    LogStream stream(Logs(), LogStream::Content::kText);
     for (std::size_t log = 0; log < m_places.size(); ++log)
     {
         Place& place = m_places[log];
@@ -100,30 +116,21 @@ void Follower::StartAtCursor(const Cursor& cursor)
         return;
     }
     StartAfter(cursor.number);
+    LogStream stream(Logs(), LogStream::Content::kText);
     for (const Cursor::Lag& lag : cursor.lags)
     {
-        for (Place& place : m_places)
+        for (std::size_t log = 0; log < m_places.size(); ++log)
         {
-            CQmLogReader reader;
-            reader.SetFilePath(place.log.c_str());
-            if (place.log != lag.log || !FindRow(reader, lag.number, place.index, place.row))
+            LogEntry entry;
+            if (m_places[log].log != lag.log || !FindRow(lag.log, lag.number, entry.index) ||
+                !stream.ReadEntry(log, entry.index, entry))
                 continue;
-            place.known = true;
-            place.shown = lag.shown;
-            place.ended = false;
+            entry.text = entry.text.substr(0, lag.shown);
+            MarkShown(m_places[log], entry);
+            m_places[log].ended = false;
         }
     }
-}
-
-bool Follower::FindRow(CQmLogReader& reader, std::uint32_t number, unsigned long& index, CQmLogRow& row)
-{
-    unsigned long found = 0;
-    unsigned long candidate = 0;
-    if (reader.GetRowCount() == 0 || !reader.Find(number, false, found, candidate) ||
-        !reader.ReadStyle(candidate, row) || row.time != number)
-        return false;
-    index = candidate;
-    return true;
+    m_number = cursor.number;
 }
 
 bool Follower::Poll()
@@ -167,13 +174,21 @@ bool Follower::HasRestarted()
     m_counter = LastNumber();
     if (m_counter < before || m_shrunk)
         return true;
-    // A new session may have grown beyond the old one since the last look.
-    return std::any_of(m_places.begin(), m_places.end(), [](const Place& place) {
-        CQmLogReader reader;
-        reader.SetFilePath(place.log.c_str());
-        CQmLogRow row;
-        return place.known && (!reader.ReadStyle(place.index, row) || !IsSameRow(row, place.row));
-    });
+    return std::any_of(m_places.begin(), m_places.end(), IsChanged);
+}
+
+// A new session may have grown beyond the old one since the last look, so the row shown last is compared.
+bool Follower::IsChanged(const Place& place)
+{
+    if (!place.known)
+        return false;
+    CQmLogReader reader;
+    reader.SetFilePath(place.log.c_str());
+    const char* text = nullptr;
+    unsigned long length = 0;
+    CQmLogRow row;
+    return !reader.Read(place.index, text, length, row) || !IsSameRow(row, place.row) ||
+           Hash(std::string_view(text, length).substr(0, place.shown)) != place.mark;
 }
 
 void Follower::Restart()
@@ -190,7 +205,7 @@ void Follower::Restart()
 
 bool Follower::Show()
 {
-    LogStream stream(Logs(), LogStream::Content::kRowsAndText);
+    LogStream stream(Logs(), LogStream::Content::kText);
     for (std::size_t log = 0; log < m_places.size(); ++log)
         stream.StartAt(log, m_places[log].index);
     bool shown = false;
@@ -224,6 +239,7 @@ void Follower::MarkShown(Place& place, const LogEntry& entry)
     place.index = entry.index;
     place.row = entry.row;
     place.shown = entry.text.size();
+    place.mark = Hash(entry.text);
     place.ended = entry.text.ends_with('\n');
     m_number = std::max(m_number, entry.row.time);
 }

@@ -46,8 +46,8 @@ public:
 
     // Shows what is new and answers whether the position may have changed. The last line of a log that grows
     // is shown without its end only when nothing came to the log since the call before; the first call shows
-    // all. When the files have become shorter or others, a new session has begun, which is shown from its
-    // beginning.
+    // all. When files or counter have become less, or others, a new session has
+    // begun, which is shown from its beginning.
     bool Poll();
 
     Cursor Position() const;
@@ -61,6 +61,7 @@ private:
         bool known = false;
         CQmLogRow row;
         std::size_t shown = 0;
+        std::size_t mark = 0;   // hash of those bytes
         bool ended = false;     // what is out of the row ends with its line feed
         unsigned long rows = 0; // sizes as last seen
         unsigned long size = 0;
@@ -74,7 +75,7 @@ private:
     bool ShowEntry(Place& place, const LogEntry& entry);
     void MarkShown(Place& place, const LogEntry& entry);
     std::vector<std::string> Logs() const;
-    static bool FindRow(CQmLogReader& reader, std::uint32_t number, unsigned long& index, CQmLogRow& row);
+    static bool IsChanged(const Place& place);
 
     std::vector<Place> m_places;
     TextOutput& m_output;

@@ -30,10 +30,11 @@ void LogStream::Open(Log& log, const std::string& name)
     log.reader.SetFilePath(name.c_str());
     const unsigned long count = log.reader.GetRowCount();
     const unsigned long size = log.reader.GetLogFileSize();
-    log.end = count;
+    log.textEnd = count;
     CQmLogRow row;
-    while (log.end > 0 && log.reader.ReadStyle(log.end - 1, row) && row.offset >= size)
-        --log.end;
+    while (log.textEnd > 0 && log.reader.ReadStyle(log.textEnd - 1, row) && row.offset >= size)
+        --log.textEnd;
+    log.end = m_content == Content::kRows ? count : log.textEnd;
     if (size == 0 && count > 1)
         m_unreadable += count; // the text file is gone: one row may wait for a first text, not many
 }
@@ -83,10 +84,11 @@ bool LogStream::Load(Log& log)
     return log.loaded;
 }
 
-// Up to `end` every row has text, so a row without is one that cannot be read.
+// Up to `textEnd` every row has text, so one without cannot be read.
 bool LogStream::Read(Log& log)
 {
     log.entry.index = log.next;
+    log.entry.hasText = log.next < log.textEnd;
     if (m_content == Content::kRows)
         return log.reader.ReadStyle(log.next, log.entry.row);
     return ReadEntry(log.entry.log, log.next, log.entry) && !log.entry.text.empty();
@@ -100,7 +102,7 @@ bool LogStream::ReadEntry(std::size_t log, unsigned long index, LogEntry& entry)
         return false;
     entry.log = log;
     entry.index = index;
-    entry.last = index + 1 == m_logs[log]->end;
+    entry.last = index + 1 == m_logs[log]->textEnd;
     entry.text = std::string_view(text, length);
     return true;
 }

@@ -20,27 +20,28 @@ struct LogEntry
 {
     std::size_t log = 0;     // position of the log's name in the list
     unsigned long index = 0; // the row in its log
-    bool last = false;       // no later row of the log has text yet
+    bool hasText = true;     // false for a row at the log's end whose text has not come
+    bool last = false;       // no later row of the log has text
     CQmLogRow row;
     std::string_view text; // with its line feed; valid until the stream's next Next
 };
 
 // Merges what the logs hold at the moment of construction. One row of each log is in memory at a time,
-// whatever the logs' sizes. Rows at a log's end whose text has not come are left out; rows that cannot be
-// read are left out and counted. Files stay open for the life of the stream.
+// whatever the logs' sizes. Rows that cannot be read are left out and counted. Files stay open for the life
+// of the stream.
 class LogStream
 {
 public:
     enum class Content
     {
         kRows, // texts stay empty, which spares reading them
-        kRowsAndText
+        kText  // rows without text are left out
     };
 
     LogStream(const std::vector<std::string>& logs, Content content);
 
-    // Rows of `log` that have text; how many rows the stream gives at most.
-    unsigned long RowCount(std::size_t log) const { return m_logs[log]->end; }
+    // Rows of `log` up to the last one that has text.
+    unsigned long RowCount(std::size_t log) const { return m_logs[log]->textEnd; }
     // Begins `log` at row `index`. Before the first Next.
     void StartAt(std::size_t log, unsigned long index) { m_logs[log]->next = index; }
     // Leaves out all rows with numbers outside of `from` to `to`. Before the first Next.
@@ -61,6 +62,7 @@ private:
         CQmLogReader reader;
         unsigned long next = 0;
         unsigned long end = 0;
+        unsigned long textEnd = 0;
         bool loaded = false; // `entry` waits to be given out
         LogEntry entry;
     };

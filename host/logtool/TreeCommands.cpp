@@ -18,7 +18,12 @@ BlockTree BuildTree(LogStream& stream, std::size_t logs)
     BlockTree tree(logs);
     LogEntry entry;
     while (stream.Next(entry))
-        tree.Add(entry.log, entry.index, entry.row);
+    {
+        if (entry.hasText)
+            tree.Add(entry.log, entry.index, entry.row);
+        else
+            tree.EndBlocks(entry.log, entry.index, entry.row);
+    }
     tree.Finish();
     return tree;
 }

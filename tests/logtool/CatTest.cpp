@@ -31,7 +31,7 @@ TEST_F(LogtoolTest, MergesRandomSessionsAsASortWould)
                     sorted[row.time] = std::string(text, length);
         }
         const auto from = static_cast<std::uint32_t>(random() % 20);
-        LogStream stream(logs, LogStream::Content::kRowsAndText);
+        LogStream stream(logs, LogStream::Content::kText);
         stream.SetRange(from, 40);
         LogEntry entry;
         for (auto row = sorted.lower_bound(from); row != sorted.upper_bound(40); ++row)
@@ -47,7 +47,7 @@ TEST_F(LogtoolTest, MergesRandomSessionsAsASortWould)
 
 TEST_F(LogtoolTest, CatIndentsAndKeepsTheBytesOffATerminal)
 {
-    Write("Main", "one\x1b[2J\x85\r\n%s%n\n");
+    Write("Main", "one\x1b[2J\x85\r\n%s%n");
     Block("Main", kErrorKind, "caption\n\tdeep");
     EXPECT_EQ("one\x1b[2J\x85\r\n%s%n\n  caption\n  \tdeep", Run({"cat"}));
     EndBlock("Main");
@@ -58,8 +58,8 @@ TEST_F(LogtoolTest, CatIndentsAndKeepsTheBytesOffATerminal)
 
 TEST_F(LogtoolTest, ATerminalGetsColoursAndNoControlCharacters)
 {
-    Write("Main", "one\x1b[2J\x85\x7f\xe4\ttab\r\n");
-    Block("Main", kErrorKind, "bad\x07\n");
+    Write("Main", "one\x1b[2J\x85\x7f\xe4\ttab\r");
+    Block("Main", kErrorKind, "bad\x07");
     Block("Main", kNoticeKind, "look");
     host.terminal = true;
     EXPECT_EQ("one\\x1b[2J\\x85\\x7f\xe4\ttab\n  \x1b[31mbad\\x07\x1b[0m\n    \x1b[33mlook\x1b[0m",

@@ -36,7 +36,9 @@ std::string Lines(unsigned count)
     return text;
 }
 
-// A variant that does `action` `times` times, for `units` units each time.
+// A variant that does `action` `times` times, for `units` units each time. A quarter of a millisecond is long
+// enough for the clock, and short enough that other processes of the machine seldom fall into it: the
+// median of many rounds then is that of undisturbed ones.
 template <typename Action> Variant Repeat(unsigned times, unsigned units, Action action)
 {
     return {times * units, [=] {
@@ -150,7 +152,7 @@ private:
 
         const Comparison comparison(
             {
-                Repeat(500, 1,
+                Repeat(100, 1,
                        [&] {
                            CQmLogRow rows[2];
                            char text[kLineBytes + 1];
@@ -159,15 +161,15 @@ private:
                                      kLineBytes,
                                  "a bare line");
                        }),
-                Repeat(500, 1, [&] { ReadLine(reader, RandomRow()); }),
-                Repeat(8, kPage,
+                Repeat(100, 1, [&] { ReadLine(reader, RandomRow()); }),
+                Repeat(2, kPage,
                        [&] {
                            const unsigned first = RandomRow() % (m_rows - kPage);
                            for (unsigned row = first; row < first + kPage; ++row)
                                ReadLine(reader, row);
                        }),
             },
-            Rounds(301));
+            Rounds(1501));
         Inform("a random line, bare calls", comparison.Time(0));
         Judge("Read, a random line", comparison.Time(1), "its two seeks and two reads", comparison.Ratio(1),
               1.15);
@@ -197,7 +199,7 @@ private:
         // The log is the first one of its folder, so row i has the number i + 1.
         const Comparison comparison(
             {
-                Repeat(25, 1,
+                Repeat(5, 1,
                        [&] {
                            const unsigned time = RandomRow() + 1;
                            unsigned low = 0;
@@ -209,7 +211,7 @@ private:
                            }
                            Check(timeOf(low) == time, "the bare search");
                        }),
-                Repeat(25, 1,
+                Repeat(5, 1,
                        [&] {
                            const unsigned time = RandomRow() + 1;
                            unsigned long found = 0;
@@ -218,7 +220,7 @@ private:
                                  "CQmLogReader::Find");
                        }),
             },
-            Rounds(301));
+            Rounds(1501));
         Inform("a search's row reads, bare calls", comparison.Time(0));
         Inform("Find" + m_inRows, comparison.Time(1), "its row reads, bare", comparison.Ratio(1));
     }
@@ -233,17 +235,17 @@ private:
 
         const Comparison comparison(
             {
-                Repeat(200, 1, [&] { counters.CounterCycle(); }),
-                Repeat(200, 1,
+                Repeat(20, 1, [&] { counters.CounterCycle(); }),
+                Repeat(20, 1,
                        [&] {
                            counters.Lock();
                            counters.Unlock();
                        }),
-                Repeat(500, 1, [&] { append.Append(line.data(), kRowBytes); }),
-                Repeat(500, 1, [&] { append.Append(line.data(), kLineBytes); }),
-                Repeat(50, 1, [&] { append.Append(lines.data(), 100 * kLineBytes); }),
+                Repeat(100, 1, [&] { append.Append(line.data(), kRowBytes); }),
+                Repeat(100, 1, [&] { append.Append(line.data(), kLineBytes); }),
+                Repeat(20, 1, [&] { append.Append(lines.data(), 100 * kLineBytes); }),
             },
-            Rounds(101));
+            Rounds(1001));
         Inform("counter cycle, bare calls", comparison.Time(0));
         Inform("of which lock and unlock", comparison.Time(1), "the cycle", comparison.Ratio(1));
         Inform("append 20 bytes, bare calls", comparison.Time(2));
@@ -265,18 +267,18 @@ private:
 
         const Comparison comparison(
             {
-                Repeat(200, 1,
+                Repeat(20, 1,
                        [&] {
                            counters.CounterCycle();
                            rowFile.Append(&row, kRowBytes);
                            logFile.Append(texts[0].data(), kLineBytes);
                        }),
-                Repeat(200, 1, [&] { one.Line(texts[0]); }),
-                Repeat(100, 10, [&] { ten.Line(texts[1]); }),
-                Repeat(50, 100, [&] { hundred.Line(texts[2]); }),
-                Repeat(1000, 1, [&] { peer.Line(kLine); }),
+                Repeat(20, 1, [&] { one.Line(texts[0]); }),
+                Repeat(10, 10, [&] { ten.Line(texts[1]); }),
+                Repeat(5, 100, [&] { hundred.Line(texts[2]); }),
+                Repeat(100, 1, [&] { peer.Line(kLine); }),
             },
-            Rounds(301));
+            Rounds(3001));
         const char* const bare = "a line's bare calls";
         const char* const spdlog = "spdlog, flushing each line";
         Inform("a line's bare calls", comparison.Time(0));
@@ -299,7 +301,7 @@ private:
 
         const Comparison comparison(
             {
-                Repeat(70, 1,
+                Repeat(7, 1,
                        [&] {
                            counters.CounterCycle();
                            counters.CounterCycle();
@@ -307,9 +309,9 @@ private:
                            logFile.Append("\n", 1);
                            counters.CounterCycle();
                        }),
-                Repeat(70, 1, [&] { Check(log.BlockBegin(kDetailKind) && log.BlockEnd(), "a block"); }),
+                Repeat(7, 1, [&] { Check(log.BlockBegin(kDetailKind) && log.BlockEnd(), "a block"); }),
             },
-            Rounds(201));
+            Rounds(2001));
         Inform("a block's bare calls", comparison.Time(0));
         Judge("BlockBegin and BlockEnd", comparison.Time(1), "a block's bare calls", comparison.Ratio(1),
               1.10);
@@ -371,12 +373,12 @@ private:
             const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
             const Comparison comparison(
                 {
-                    Repeat(5000, 1, [&] { log.Line(texts[0]); }),
-                    Repeat(1000, 10, [&] { log.Line(texts[1]); }),
-                    Repeat(100, 100, [&] { log.Line(texts[2]); }),
-                    Repeat(5000, 1, [&] { ReadLine(reader, 7); }),
+                    Repeat(1000, 1, [&] { log.Line(texts[0]); }),
+                    Repeat(200, 10, [&] { log.Line(texts[1]); }),
+                    Repeat(20, 100, [&] { log.Line(texts[2]); }),
+                    Repeat(1000, 1, [&] { ReadLine(reader, 7); }),
                 },
-                Rounds(51));
+                Rounds(301));
             const char* const names[] = {"Write, 1 line", "Write, 10 lines, per line",
                                          "Write, 100 lines, per line", "Read"};
             for (std::size_t i = 0; i < std::size(names); ++i)

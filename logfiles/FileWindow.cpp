@@ -4,6 +4,7 @@
 #include "zemacore/FileCalls.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace logfiles
 {
@@ -31,22 +32,28 @@ const char* FileWindow::At(std::uint64_t position)
 {
     if (m_state != State::kOpen || position >= m_size)
         return nullptr;
-    if (position < m_windowStart || position >= m_windowStart + m_window.size())
+    if (!m_window.Holds(position))
     {
-        m_windowStart = position - position % kWindowSize;
-        m_window.resize(static_cast<std::size_t>(std::min(kWindowSize, m_size - m_windowStart)));
-        std::uint64_t reached = 0;
-        DWORD bytes = 0;
-        if (!ZEMA::FileCalls().Seek(m_file, static_cast<std::int64_t>(m_windowStart), FILE_BEGIN, reached) ||
-            !ZEMA::FileCalls().Read(m_file, m_window.data(), static_cast<DWORD>(m_window.size()), bytes) ||
-            bytes != m_window.size())
+        std::swap(m_window, m_other);
+        if (!m_window.Holds(position) && !ReadWindow(position))
         {
             m_state = State::kUnreadable;
-            m_window.clear();
             return nullptr;
         }
     }
-    return m_window.data() + (position - m_windowStart);
+    return m_window.bytes.data() + (position - m_window.start);
+}
+
+bool FileWindow::ReadWindow(std::uint64_t position)
+{
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    m_window.start = position - position % kWindowSize;
+    m_window.bytes.resize(static_cast<std::size_t>(std::min(kWindowSize, m_size - m_window.start)));
+    std::uint64_t reached = 0;
+    DWORD bytes = 0;
+    return files.Seek(m_file, static_cast<std::int64_t>(m_window.start), FILE_BEGIN, reached) &&
+           files.Read(m_file, m_window.bytes.data(), static_cast<DWORD>(m_window.bytes.size()), bytes) &&
+           bytes == m_window.bytes.size();
 }
 
 } // namespace logfiles

@@ -11,8 +11,8 @@ namespace logfiles
 {
 
 // A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later
-// is not there. Bytes are read in windows, so that walking through the file in either direction reads each
-// part once.
+// is not there. Bytes are read in windows, of which the last two are kept: walking through the file in
+// either direction, with looks a little back and forth, reads each part once.
 class FileWindow
 {
 public:
@@ -39,19 +39,27 @@ public:
     const char* At(std::uint64_t position);
 
     // How many bytes the last At(position) answered; at least one.
-    std::uint64_t BytesFrom(std::uint64_t position) const
-    {
-        return m_windowStart + m_window.size() - position;
-    }
+    std::uint64_t BytesFrom(std::uint64_t position) const { return m_window.End() - position; }
 
 private:
     static constexpr std::uint64_t kWindowSize = 20 * 3276; // close to 64 KiB
 
+    struct Window
+    {
+        std::uint64_t start = 0;
+        std::vector<char> bytes;
+
+        std::uint64_t End() const { return start + bytes.size(); }
+        bool Holds(std::uint64_t position) const { return position >= start && position < End(); }
+    };
+
+    bool ReadWindow(std::uint64_t position);
+
     std::uint64_t m_size = 0;
     HANDLE m_file = nullptr;
     State m_state = State::kMissing;
-    std::vector<char> m_window;
-    std::uint64_t m_windowStart = 0;
+    Window m_window; // of the last At
+    Window m_other;  // the one before it
 };
 
 } // namespace logfiles

@@ -79,21 +79,22 @@ public:
 private:
     bool CheckNumber(std::uint32_t last, const CQmLogRow& row)
     {
-        const std::string number = "number " + std::to_string(row.time);
+        // Only a finding needs words, and almost every row passes without.
+        const auto number = [&row] { return "number " + std::to_string(row.time); };
         if (row.time == 0)
             return Report(QmLogFindingKind::kNumberZero, "the row has no sequence number");
         if (m_counter && row.time > *m_counter)
             return Report(QmLogFindingKind::kNumberAboveCounter,
-                          number + " is above the counter, which stands at " + std::to_string(*m_counter));
+                          number() + " is above the counter, which stands at " + std::to_string(*m_counter));
         if (row.time <= last)
             return Report(QmLogFindingKind::kNumberNotAscending,
-                          number + " is not above the " + std::to_string(last) + " before it");
+                          number() + " is not above the " + std::to_string(last) + " before it");
         // One number too high is told by the next row, which fits in before it.
         CQmLogRow next;
         if (m_index + 1 < m_log.RowCount() && m_log.ReadRow(m_index + 1, next) && next.time > last &&
             next.time <= row.time)
             return Report(QmLogFindingKind::kNumberNotAscending,
-                          number + " is not below the " + std::to_string(next.time) + " behind it");
+                          number() + " is not below the " + std::to_string(next.time) + " behind it");
         return true;
     }
 
@@ -164,17 +165,21 @@ MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint
 
     MissingNumbers missing;
     std::uint32_t last = 0;
-    std::string lastPlace;
+    const VerifyLog* lastLog = nullptr;
+    std::uint64_t lastRow = 0;
     while (NumberCursor* const cursor = LowestNumber(cursors))
     {
         const std::uint32_t number = cursor->Number();
         if (number == last)
             cursor->Log().GetFindings().Add(QmLogFindingKind::kNumberNotUnique, "ROW", cursor->Row(),
-                                            "number " + std::to_string(number) + " stands in " + lastPlace + " too");
+                                            "number " + std::to_string(number) + " stands in " +
+                                                lastLog->RowFile() + ", row " + std::to_string(lastRow) +
+                                                " too");
         else if (number - last > 1)
             missing.Add(last + 1, number - 1);
         last = number;
-        lastPlace = cursor->Log().RowFile() + ", row " + std::to_string(cursor->Row());
+        lastLog = &cursor->Log();
+        lastRow = cursor->Row();
         cursor->Advance();
     }
     if (counter && *counter > last)

@@ -232,6 +232,8 @@ private:
         BareFile append(PathOf("Parts.LOG"), BareFile::Role::kAppend);
         const std::string line = Lines(1);
         const std::string lines = Lines(100);
+        const std::string path = PathOf("Big.ROW");
+        std::uint64_t size = 0;
 
         const Comparison comparison(
             {
@@ -244,6 +246,7 @@ private:
                 Repeat(100, 1, [&] { append.Append(line.data(), kRowBytes); }),
                 Repeat(100, 1, [&] { append.Append(line.data(), kLineBytes); }),
                 Repeat(20, 1, [&] { append.Append(lines.data(), 100 * kLineBytes); }),
+                Repeat(50, 1, [&] { Check(ZEMA::FileCalls().GetSize(path.c_str(), size), "a size"); }),
             },
             Rounds(1001));
         Inform("counter cycle, bare calls", comparison.Time(0));
@@ -251,6 +254,7 @@ private:
         Inform("append 20 bytes, bare calls", comparison.Time(2));
         Inform("append 81 bytes, bare calls", comparison.Time(3));
         Inform("append 8,100 bytes, bare calls", comparison.Time(4));
+        Inform("a file's size by its path", comparison.Time(5));
     }
 
     void MeasureWrites()
@@ -341,15 +345,15 @@ private:
             ReadLine(reader, 0);
             files.Take();
             ReadLine(reader, m_rows / 2);
-            AddCounts("Read", files.Take(), 0);
+            AddCounts("Read", files.Take());
             unsigned long found = 0;
             unsigned long row = 0;
             Check(reader.Find(m_rows / 3, true, found, row), "CQmLogReader::Find");
-            AddCounts("Find" + m_inRows, files.Take(), 0);
+            AddCounts("Find" + m_inRows, files.Take());
 
             // The other logs have numbers too, which this one lacks.
             QmLogVerify(m_folder.Path(), {kBig});
-            AddCounts("verification" + m_inRows, files.Take(), 0);
+            AddCounts("verification" + m_inRows, files.Take());
         }
         QmLogWriterCloseAll();
     }
@@ -358,6 +362,11 @@ private:
     {
         m_report.Add(
             {operation, static_cast<double>(counts.locks), "requests", "lock and unlock", {}, lockGoal});
+        AddCounts(operation, counts);
+    }
+
+    void AddCounts(const std::string& operation, const CallCounts& counts)
+    {
         m_report.Add({operation, static_cast<double>(counts.All()), "calls", "system calls in all"});
     }
 

@@ -37,8 +37,11 @@ for i in "${!files[@]}"; do
     file=$(realpath -- "${files[i]}")
     log=${logs[i % ${#logs[@]}]}
     echo "$file -> $log"
-    echo "$(wc -c <"$file") bytes for $log" | "$logtool" write Main --block "Reading $file"
-    "$logtool" write "$log" --block "$file" "$file"
+    # A block's header is its first line. It comes by standard input as well: an argument would lose what
+    # the Windows code page does not have.
+    printf 'Reading %s\n%s bytes, into %s' "$file" "$(wc -c <"$file")" "$log" |
+        "$logtool" write Main --kind plain
+    { printf '%s\n' "$file"; cat -- "$file"; } | "$logtool" write "$log" --kind plain
 done
 
 printf '\nThe blocks (logtool tree):\n'
@@ -60,5 +63,5 @@ printf '\nThe check of its files (logtool verify):\n'
 verdict=0
 "$logtool" verify || verdict=$?
 
-printf '\nThe session lies in %s. To look again:\n    tools/logtool.sh cat --numbers\n' "$session"
+printf '\nThe session lies in %s. To look again:\n    %s cat --numbers\n' "$session" "$logtool"
 exit "$verdict"

@@ -10,29 +10,41 @@ windows_path() {
     printf '%s' "Z:${path//\//\\}"
 }
 
-folder=$root/build/session
-if [[ ${1-} == --folder && $# -ge 2 ]]; then
-    folder=$2
-    shift 2
-fi
+QM_LOG_FOLDER=$(windows_path "$root/build/session")
+export QM_LOG_FOLDER
 
-arguments=(--folder "$(windows_path "$folder")")
-command=${1-}
-[[ $# -eq 0 ]] || { arguments+=("$1"); shift; }
-case $command in
-    write)
-        [[ $# -eq 0 ]] || { arguments+=("$1"); shift; } # the log
-        while [[ $# -gt 0 ]]; do
-            case $1 in
-                --kind | --block) arguments+=("${@:1:2}"); shift ;;
-                -*) arguments+=("$1") ;;
-                *) arguments+=("$(windows_path "$1")") ;;
-            esac
-            [[ $# -eq 0 ]] || shift
-        done
-        ;;
-    verify)
-        [[ $# -eq 0 ]] || { arguments+=("$(windows_path "$1")"); shift; }
-        ;;
-esac
-exec "$root/tools/run-wine.sh" "$root/build/windows/bin/logtool.exe" "${arguments[@]}" "$@"
+# Paths are the values of two options, the files to write and the folder to verify.
+arguments=()
+command=
+words=0 # behind the command, options left out
+while (($# > 0)); do
+    word=$1
+    shift
+    case $word in
+        --folder | --cursor-file)
+            arguments+=("$word")
+            (($# > 0)) || break
+            word=$(windows_path "$1")
+            shift
+            ;;
+        --kind | --block)
+            arguments+=("$word")
+            (($# > 0)) || break
+            word=$1
+            shift
+            ;;
+        -*) ;;
+        *)
+            if [[ -z $command ]]; then
+                command=$word
+            else
+                words=$((words + 1))
+                if [[ $command == verify || $command == write && $words -gt 1 ]]; then
+                    word=$(windows_path "$word")
+                fi
+            fi
+            ;;
+    esac
+    arguments+=("$word")
+done
+exec "$root/tools/run-wine.sh" "$root/build/windows/bin/logtool.exe" "${arguments[@]}"

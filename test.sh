@@ -13,19 +13,6 @@ esac
 passed=0
 failed=0
 
-# Runs a command with its output in a file, which is shown when it fails.
-logged() {
-    local log=$1
-    shift
-    "$@" >"$log" 2>&1 </dev/null || { cat "$log"; return 1; }
-}
-
-build() {
-    local preset=$1
-    [[ -e build/$preset/build.ninja ]] || logged "build/$preset.configure.log" cmake --preset "$preset" || return 1
-    logged "build/$preset.build.log" cmake --build --preset "$preset"
-}
-
 # A number of the result file's head line, "tests", "failures", ...
 result() { sed -n "/<testsuite/,/>/s/.*\\b$2=\"\\([0-9]*\\)\".*/\\1/p" "$1" | head -n 1; }
 
@@ -51,10 +38,8 @@ run_tests() {
 }
 
 tools/setup.sh
-mkdir -p build
 for preset in native windows; do
-    if ! build "$preset"; then
-        echo "$preset: does not build"
+    if ! tools/build.sh "$preset"; then
         failed=$((failed + 1))
     elif [[ $preset == windows ]]; then
         run_tests "$preset" tools/with-wine.sh

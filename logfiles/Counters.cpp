@@ -33,10 +33,11 @@ struct Messages
     const char* write;
 };
 
-constexpr Messages kTimeGet = {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr, nullptr};
-constexpr Messages kTimeIncrement = {"CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.ReadFile",
-                                     "CQmLogReader::ReadRow().SetFilePointer()",
-                                     "GlobalTimeIncrement.WriteFile"};
+constexpr Messages kTimeGet = {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr,
+                               nullptr};
+constexpr Messages kTimeIncrement = {
+    "CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.ReadFile",
+    "CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.WriteFile"};
 constexpr Messages kIndentGet = {"GlobalIndentGet().SetFilePointer()", "GlobalIndentGet.ReadFile", nullptr,
                                  nullptr};
 constexpr Messages kIndentIncrement = {
@@ -136,12 +137,21 @@ bool ReadRecord(HANDLE file, CounterRecord& record, const char* message)
     return Fail(message);
 }
 
-bool WriteRecord(HANDLE file, const CounterRecord& record, const char* message)
+// False, with the thread's last error set, when the record does not go out whole.
+bool TryWriteRecord(HANDLE file, const CounterRecord& record)
 {
     DWORD bytes = 0;
     if (!ZEMA::FileCalls().Write(file, &record, sizeof(record), bytes))
-        return Fail(message);
-    return bytes == sizeof(record) || FailWith(ERROR_DISK_FULL, message);
+        return false;
+    if (bytes == sizeof(record))
+        return true;
+    ZEMA::FileCalls().SetLastError(ERROR_DISK_FULL);
+    return false;
+}
+
+bool WriteRecord(HANDLE file, const CounterRecord& record, const char* message)
+{
+    return TryWriteRecord(file, record) || Fail(message);
 }
 
 CounterRecord Query(const Messages& messages)
@@ -202,15 +212,22 @@ std::uint32_t GlobalTimeTake(std::uint32_t count, std::uint32_t& first)
         return 1;
 
     std::uint32_t taken = ReadRecord(file, record, kTimeIncrement.read) ? count : 1;
-    const std::uint32_t next = record.time + 1;
-    record.time += taken;
+    const std::uint32_t before = record.time;
+    record.time = before + taken;
     if (!SeekToBegin(file, kTimeIncrement.secondSeek))
         return 1;
-    // The counter stands where it stood, so the number after the first one is given out once more.
-    if (!WriteRecord(file, record, kTimeIncrement.write))
+    if (!TryWriteRecord(file, record))
+    {
+        // Several numbers that could not be written are given back, and one is tried by itself.
+        if (taken > 1 && !SeekToBegin(file, kTimeIncrement.secondSeek))
+            return 1;
+        record.time = before + 1;
+        if (taken == 1 || !TryWriteRecord(file, record))
+            Report(kTimeIncrement.write);
         taken = 1;
+    }
     Release(file);
-    first = next;
+    first = before + 1;
     return taken;
 }
 

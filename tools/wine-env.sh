@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2154
 # How this project runs Wine; sourced by the scripts beside it, which set `root` first.
 # Without X: windows are made by the null graphics driver. The prefix lies in the build folder.
 WINEPREFIX=$root/build/wine
@@ -13,7 +14,7 @@ unset DISPLAY
 # program's output open, for ever if that is a pipe somebody reads: so the first one writes nowhere.
 # All of it ends by itself a minute after the last program, so that nobody's program is cut off.
 warm_wine() {
-    if wineserver -p60 >/dev/null 2>&1; then
+    if wineserver -p60 </dev/null >/dev/null 2>&1; then
         wine cmd /c exit </dev/null >/dev/null 2>&1 || true
     fi
 }

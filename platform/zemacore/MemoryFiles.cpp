@@ -7,9 +7,10 @@ namespace ZEMA
 namespace
 {
 
+constexpr DWORD kInvalidLockRange = 307; // not every system header names it
 constexpr std::uint64_t kMaxPosition = std::numeric_limits<std::int64_t>::max();
 
-// Byte ranges that reach beyond the last number end there: locks are often placed over "everything".
+// Whether two ranges of bytes have one in common. Neither may reach beyond the greatest offset.
 bool Overlap(std::uint64_t offset1, std::uint64_t length1, std::uint64_t offset2, std::uint64_t length2)
 {
     if (length1 == 0 || length2 == 0)
@@ -126,9 +127,10 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     if (open->position + size > kMaxPosition)
         return Fail(ERROR_FILE_TOO_LARGE);
 
-    std::uint64_t fitting = IsStruck(Fault::kShortWrite) ? size / 2 : size;
+    const bool killed = IsStruck(Fault::kKill);
+    std::uint64_t fitting = killed || IsStruck(Fault::kShortWrite) ? size / 2 : size;
     if (fitting == 0)
-        return true;
+        return killed ? throw ProcessKilled("killed before a write") : true;
     // Overwriting takes no space; only what lies behind the present end does.
     if (m_freeSpace != kUnlimited)
     {
@@ -142,6 +144,8 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     bytesWritten = static_cast<DWORD>(fitting);
     CopyIn(*open->file, open->position, static_cast<const char*>(data), bytesWritten);
     open->position += bytesWritten;
+    if (killed)
+        throw ProcessKilled("killed within a write");
     return true;
 }
 
@@ -407,6 +411,8 @@ bool MemoryFiles::CountCall(const char* name, const char* path)
     std::string& call = m_calls.emplace_back(name);
     if (path)
         call.append(" ").append(path);
+    if (IsStruck(Fault::kKill) && call != "Write")
+        throw ProcessKilled("killed within " + call);
     return !IsStruck(Fault::kFail) || Fail(m_fault.error);
 }
 
@@ -519,6 +525,8 @@ bool MemoryFiles::LockRange(HANDLE handle, const Range& range)
     OpenFile* const open = FindFor(handle, GENERIC_READ | GENERIC_WRITE);
     if (!open)
         return false;
+    if (range.length > 0 && range.offset + (range.length - 1) < range.offset)
+        return Fail(kInvalidLockRange);
 
     std::vector<Range>& locks = open->file->locks;
     const bool taken = std::any_of(locks.begin(), locks.end(), [&range](const Range& lock) {

@@ -105,12 +105,10 @@ bool WriteProfileText(const char* section, const char* key, const char* text)
 std::optional<std::int64_t> ParseNumber(std::string_view text)
 {
     const bool isHex = text.starts_with("0x") || text.starts_with("0X");
-    if (isHex)
-        text.remove_prefix(2);
-    else if (text.starts_with('+'))
-        text.remove_prefix(1);
-    if (text.starts_with('+') || (isHex && text.starts_with('-')))
-        return {};
+    const bool hasPlus = text.starts_with('+');
+    text.remove_prefix(isHex ? 2 : hasPlus ? 1 : 0);
+    if ((isHex || hasPlus) && text.starts_with('-'))
+        return {}; // the conversion below would take the sign
 
     std::int64_t number = 0;
     const char* const end = text.data() + text.size();
@@ -187,15 +185,9 @@ public:
 class WindowsManager : public IAppDataManager
 {
 public:
-    IAppDataAccess* GetAccess() override
-    {
-        return &m_access;
-    }
+    IAppDataAccess* GetAccess() override { return &m_access; }
 
-    IProfileStore* GetProfileStore() override
-    {
-        return &m_profile;
-    }
+    IProfileStore* GetProfileStore() override { return &m_profile; }
 
 private:
     WindowsAppDataAccess m_access;

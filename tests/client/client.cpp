@@ -42,13 +42,13 @@ void Check(bool same, const std::string& what)
 
 void WriteSession(CQmLogWriter& log)
 {
-    Check(log.WriteFormat("Session %d of %s\n", 7, "night run"), "the first line is written");
+    Check(log.WriteFormat("Session %d of %s", 7, "night run"), "the first line is written");
     {
-        QmLogBlock block(log, kDetailKind, "Load job list\n");
+        QmLogBlock block(log, kDetailKind, "Load job list");
         for (int job = 1; job <= 2; ++job)
-            Check(log.WriteFormat("job %d: %d %%\n", job, job * 25), "a job is written");
-        QmLogBlock error(log, kErrorKind, "Job list is damaged\n");
-        Check(log.Write("line 3\n"), "the reason is written");
+            Check(log.WriteFormat("\njob %d: %d %%", job, job * 25), "a job is written");
+        QmLogBlock error(log, kErrorKind, "Job list is damaged");
+        Check(log.Write("\nline 3"), "the reason is written");
     }
     Check(log.Write("Session ends"), "the last line is written");
 }

@@ -4,8 +4,8 @@
 #include "vkservices/Services.h"
 
 // Service "ServiceId_AppRegistry". The platform's own answers "Run.Output.Path" from the environment
-// variable QM_RUN_OUTPUT_PATH when set and not empty; every other value, and this one otherwise, comes from the
-// section "Registry" of the profile's INI file.
+// variable QM_RUN_OUTPUT_PATH when set and not empty; every other value, and this one otherwise, comes from
+// the section "Registry" of the profile's INI file.
 class QMPLATFORM_API IAppRegistry : public VkServices::IService
 {
 public:

@@ -20,8 +20,8 @@ public:
     CQmLogReader& operator=(const CQmLogReader&) = default;
     virtual ~CQmLogReader();
 
-    // Names the log, as CQmLogWriter::SetFilePath does. Open files stay open. Without a name the reader
-    // has no rows.
+    // Names the log, as CQmLogWriter::SetFilePath does. Open files stay open. Without a name or a log folder
+    // the reader has no rows.
     void SetFilePath(const char* name);
 
     // The name as given; empty when there is none.

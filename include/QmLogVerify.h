@@ -11,7 +11,9 @@
 // away that a writer had answered true for.
 //
 // A row whose text never came can lie within a log that went on. It is told from damage by what follows: the
-// next row stands no further, or has the block mark with which a new writer begins.
+// next row stands no further, or has the block mark with which a new writer begins. Rows at the end whose
+// text has not come are told from a text that was cut by being those of one write: of consecutive numbers, in
+// one block.
 // A line whose row could not be written looks like one whose row was removed, and counts as damage.
 enum class QmLogFindingKind
 {
@@ -19,6 +21,7 @@ enum class QmLogFindingKind
     kFileUnreadable,     // a file cannot be opened or read
     kTextWithoutIndex,   // a "LOG" file with text whose "ROW" file is missing or empty
     kIndexWithoutText,   // a "ROW" file with rows whose "LOG" file is missing
+    kTextCut,            // the text ends before rows of more than one write
     kIndexCut,           // the index ends within a record, and with it lines lack their rows
     kOffsetNotAscending, // a row's offset is not above that of the row before
     kOffsetNotAtLine,    // a row's offset is not just behind a line feed

@@ -30,7 +30,8 @@ public:
 
     // Names the log. An extension is dropped; a relative directory is kept below the log folder.
     // Open files stay open. A null name, or one that does not fit MAX_PATH characters with the log
-    // folder, leaves the writer without a name; it then answers false to everything and touches nothing.
+    // folder, leaves the writer without a name. Without a name, or where there is no log folder, it
+    // answers false to everything and touches nothing.
     void SetFilePath(const char* name);
 
     // The name as given; empty when there is none.

@@ -48,30 +48,31 @@ PathResult MakeFilePath(const char* name, char* path)
     return PathResult::kDone;
 }
 
-bool MakeLogPath(const AppDataPath& parts, const char* extension, char* path)
+PathResult MakeLogPath(const AppDataPath& parts, const char* extension, char* path)
 {
-    return ZEMA_makepath(path, parts.drive, parts.directory, parts.name, extension) &&
-           MakeFilePath(path, path) != PathResult::kTooLong;
+    if (!ZEMA_makepath(path, parts.drive, parts.directory, parts.name, extension))
+        return PathResult::kTooLong;
+    const PathResult result = MakeFilePath(path, path);
+    if (result != PathResult::kDone)
+        *path = '\0';
+    return result;
 }
 
 } // namespace
 
-bool MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath)
+void MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath)
 {
     *nameCopy = *logPath = *rowPath = '\0';
     if (name == nullptr || *name == '\0' || std::strlen(name) >= MAX_PATH)
-        return false;
+        return;
 
     AppDataPath parts = {};
     if (IAppDataAccess* access = Access(); access != nullptr)
         access->SplitPath(name, parts);
-    if (!MakeLogPath(parts, "LOG", logPath) || !MakeLogPath(parts, "ROW", rowPath))
-    {
-        *logPath = *rowPath = '\0';
-        return false;
-    }
-    std::strcpy(nameCopy, name);
-    return true;
+    const PathResult result = MakeLogPath(parts, "LOG", logPath);
+    MakeLogPath(parts, "ROW", rowPath); // as long as the other
+    if (result != PathResult::kTooLong)
+        std::strcpy(nameCopy, name);
 }
 
 } // namespace logfiles

@@ -7,8 +7,8 @@ namespace logfiles
 {
 
 // Copies `name` and composes the full paths of its "LOG" and "ROW" files, in buffers of MAX_PATH characters.
-// A null or empty name, or one that does not fit, is refused: false, with all three texts empty.
-// Without a log folder the paths stay relative to the current folder.
-bool MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath);
+// A null or empty name, or one that does not fit, is refused: all three texts are empty. Without a log folder
+// only the paths are: the log cannot be opened.
+void MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath);
 
 } // namespace logfiles

@@ -170,17 +170,44 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
     const std::uint64_t rows = endRow - firstRow;
     const bool atEnd = endRow == RowCount();
 
-    for (std::uint64_t index = firstRow; index < endRow; ++index)
-        ReportRow(index, endRow, lines > 0);
+    if (atEnd && lines == 0 && rows > 0 && !IsOneWrite(firstRow, endRow))
+        m_findings.Add(QmLogFindingKind::kTextCut, "LOG", QmLogFinding::kNoRow,
+                       "the text ends at byte " + Number(m_text.Size()) +
+                           ", but the index goes on with row " + Number(firstRow) + " to row " +
+                           Number(endRow - 1));
+    else
+    {
+        for (std::uint64_t index = firstRow; index < endRow; ++index)
+            ReportRow(index, endRow, lines > 0);
+    }
 
     const bool cut = atEnd && m_rows.Size() % sizeof(CQmLogRow) != 0;
     if (lines > rows)
         m_findings.Add(cut ? QmLogFindingKind::kIndexCut : QmLogFindingKind::kLineWithoutRow, "ROW", endRow,
-                       (cut ? "the index ends within this record, and " : "before this row ") +
-                           Number(lines - rows) + " lines of the text have no row");
+                       (cut ? "the record is cut short; lines of the text without a row: "
+                            : "lines of the text without a row before this one: ") +
+                           Number(lines - rows));
     else if (cut)
         m_findings.Add(QmLogFindingKind::kRecordUnfinished, "ROW", endRow,
                        "the record is unfinished, and its line has not been written");
+}
+
+// Whether these rows, the last of the index, all lie behind the text and may be those of one write.
+bool VerifyLog::IsOneWrite(std::uint64_t firstRow, std::uint64_t endRow)
+{
+    CQmLogRow first;
+    CQmLogRow row;
+    for (std::uint64_t index = firstRow; index < endRow; ++index)
+    {
+        if (!ReadRow(index, row) || row.offset <= m_text.Size())
+            return true; // told row by row
+        if (index == firstRow)
+            first = row;
+        else if (row.time - first.time != index - firstRow || row.indent != first.indent ||
+                 row.kind != first.kind || row.blockBegin != 0)
+            return false;
+    }
+    return true;
 }
 
 // Reports a row that is not live. `displaced`: there is a line that this row may have belonged to.

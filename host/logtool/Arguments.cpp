@@ -85,12 +85,19 @@ const CommandForm* FindForm(const std::string& command)
     return nullptr;
 }
 
-const Option* FindOption(const CommandForm& form, const std::string& name)
+// Whether a value follows option `name`. Throws UsageError when the option may not stand here.
+bool TakesValue(const CommandForm& form, const std::string& name, bool given)
 {
+    const std::string command = form.name;
     for (const Option& option : form.options)
-        if (name == option.name)
-            return &option;
-    return nullptr;
+    {
+        if (name != option.name)
+            continue;
+        if (given && option.value != Value::kMany)
+            throw UsageError(name, "given twice");
+        return option.value != Value::kNone;
+    }
+    throw UsageError(name, "no option of " + command + ", see logtool help " + command);
 }
 
 // A word that begins with a hyphen and is not one: "-" alone is the standard input.
@@ -142,14 +149,10 @@ Arguments::Arguments(const std::vector<std::string>& words)
             optionsEnded = true;
         else
         {
-            const Option* option = FindOption(*form, word);
-            if (option == nullptr)
-                throw UsageError(word, "no option of " + m_command + ", see logtool help " + m_command);
-            if (option->value != Value::kMany && Has(word))
-                throw UsageError(word, "given twice");
-            if (option->value != Value::kNone && i + 1 == words.size())
+            const bool takesValue = TakesValue(*form, word, Has(word));
+            if (takesValue && i + 1 == words.size())
                 throw UsageError(word, "needs a value");
-            m_values[word].push_back(option->value == Value::kNone ? "" : words[++i]);
+            m_values[word].push_back(takesValue ? words[++i] : "");
         }
     }
     if (m_operands.size() < form->minOperands)

@@ -39,9 +39,13 @@ void EnterFolder(const Arguments& arguments, Host& host)
     }
     if (!folder.empty())
         host.UseFolder(folder);
-    const bool needed = arguments.Command() != "write" && arguments.Command() != "help";
-    if (needed && !host.FolderExists())
-        throw UsageError(folder.empty() ? "log folder" : folder, "no such folder");
+    if (arguments.Command() == "help")
+        return;
+    const std::string shown = folder.empty() ? "log folder" : folder;
+    if (arguments.Command() != "write" && !host.FolderExists())
+        throw UsageError(shown, "no such folder");
+    if (LogFolder().empty()) // asking for it makes it
+        throw UsageError(shown, "cannot be made or has too long a name");
 }
 
 int RunCommand(const std::vector<std::string>& words, Host& host)

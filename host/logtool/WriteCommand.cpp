@@ -122,7 +122,7 @@ void Feed::ShowProgress(std::size_t added)
     const std::uint64_t before = m_bytes / kProgressStep;
     m_bytes += added;
     if (m_progress != nullptr && m_bytes / kProgressStep != before)
-        *m_progress << "\rlogtool: " << m_bytes / kProgressStep << " MB" << std::flush;
+        *m_progress << "\rlogtool: " + std::to_string(m_bytes / kProgressStep) + " MB" << std::flush;
 }
 
 using Inputs = std::vector<std::pair<std::string, std::unique_ptr<Input>>>;

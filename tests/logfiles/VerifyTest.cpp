@@ -127,6 +127,8 @@ TEST(Verify, NamesEachKindOfDamage)
          Kind::kLineWithoutRow, "Main.ROW", 1},
         {"first record removed", [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.erase(0, 20); }); },
          Kind::kLineWithoutRow, "SQL.ROW", 0},
+        {"text cut", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b.resize(4); }); }, Kind::kTextCut,
+         "Main.LOG", kNoRow},
         {"record doubled",
          [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.insert(20, b.substr(20, 20)); }); },
          Kind::kNumberNotAscending, "Main.ROW", 1},

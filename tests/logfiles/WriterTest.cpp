@@ -243,8 +243,11 @@ TEST(Writer, PathsNeedAManagerAndAFolder)
     EXPECT_FALSE(Writer("Main").Write("x"));
     session.manager.folder.clear();
     EXPECT_FALSE(QmLogMakeFilePath("Log.DAT", path));
-    EXPECT_TRUE(Writer("Main").Write("x")) << "relative to the current folder";
-    EXPECT_EQ("x", session.files.Contents("Main.LOG"));
+    CQmLogWriter homeless = Writer("Main");
+    EXPECT_STREQ("Main", homeless.GetFilePath());
+    EXPECT_FALSE(homeless.Write("x"));
+    EXPECT_FALSE(homeless.BlockBegin(kPlainKind));
+    EXPECT_TRUE(session.files.Paths().empty()) << "nothing goes to the current folder";
     session.manager.hasAccess = false;
     EXPECT_FALSE(QmLogMakeFilePath("Log.DAT", path));
     AppDataManager::SetAppDataManager(nullptr);

@@ -46,6 +46,10 @@ TEST_F(LogtoolTest, MisuseIsOneLineAndExitCode2)
         EXPECT_EQ(std::string("logtool: ") + message + "\n", host.messages.str());
     }
     EXPECT_FALSE(session.files.Exists("C:\\Logs\\Main.LOG")) << "nothing is written before all is checked";
+
+    session.manager.folder.clear();
+    Run({"write", "Main", "--folder", "q:\\none"});
+    EXPECT_EQ("logtool: q:\\none: cannot be made or has too long a name\n", host.messages.str());
 }
 
 TEST_F(LogtoolTest, TheFolderMayStandBeforeAndBehindTheCommand)

@@ -33,10 +33,11 @@ struct Messages
     const char* write;
 };
 
-constexpr Messages kTimeGet = {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr, nullptr};
-constexpr Messages kTimeIncrement = {"CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.ReadFile",
-                                     "CQmLogReader::ReadRow().SetFilePointer()",
-                                     "GlobalTimeIncrement.WriteFile"};
+constexpr Messages kTimeGet = {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr,
+                               nullptr};
+constexpr Messages kTimeIncrement = {
+    "CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.ReadFile",
+    "CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.WriteFile"};
 constexpr Messages kIndentGet = {"GlobalIndentGet().SetFilePointer()", "GlobalIndentGet.ReadFile", nullptr,
                                  nullptr};
 constexpr Messages kIndentIncrement = {

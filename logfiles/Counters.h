@@ -11,10 +11,10 @@ namespace logfiles
 // CloseCounters, through one handle for queries and one for updates.
 //
 // A failed read or write is reported and the operation goes on: with zeros, and with the value computed. A
-// failed seek is reported, answers 0 and leaves the file locked until CloseCounters or the end of the process:
-// everyone, this process included, waits meanwhile. All this is deliberate: viewers rely on a lost counter
-// being noticed rather than passed over. Messages that name another operation are part of the behaviour.
-// Without a path for the file, every operation answers 0 and waits for nothing.
+// failed seek is reported, answers 0 and leaves the file locked until CloseCounters or the end of the
+// process: everyone, this process included, waits meanwhile. All this is deliberate: viewers rely on a lost
+// counter being noticed rather than passed over. Messages that name another operation are part of the
+// behaviour. Without a path for the file, every operation answers 0 and waits for nothing.
 
 std::int32_t GlobalTimeGet();
 std::uint8_t GlobalIndentGet();

@@ -10,9 +10,9 @@
 namespace logfiles
 {
 
-// A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later is
-// not there. Bytes are read in windows, so that walking through the file in either direction reads
-// each part once.
+// A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later
+// is not there. Bytes are read in windows, so that walking through the file in either direction reads each
+// part once.
 class FileWindow
 {
 public:
@@ -39,7 +39,10 @@ public:
     const char* At(std::uint64_t position);
 
     // How many bytes the last At(position) answered; at least one.
-    std::uint64_t BytesFrom(std::uint64_t position) const { return m_windowStart + m_window.size() - position; }
+    std::uint64_t BytesFrom(std::uint64_t position) const
+    {
+        return m_windowStart + m_window.size() - position;
+    }
 
 private:
     static constexpr std::uint64_t kWindowSize = 20 * 3276; // close to 64 KiB

@@ -52,9 +52,7 @@ unsigned long long FormatText(char* text, unsigned limit, const char* format, st
 
 } // namespace
 
-QmLogOutputFile::QmLogOutputFile(const char* name) : m_name(name)
-{
-}
+QmLogOutputFile::QmLogOutputFile(const char* name) : m_name(name) {}
 
 QmLogOutputFile::~QmLogOutputFile()
 {

@@ -80,8 +80,7 @@ bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& l
     if (!files.Seek(m_logHandle, row.offset, FILE_BEGIN, position))
         return logfiles::Fail("CQmLogReader::Read().SetFilePointer()");
     DWORD bytes = 0;
-    if (!GrowText(length, row.offset) ||
-        !files.Read(m_logHandle, m_text, static_cast<DWORD>(length), bytes))
+    if (!GrowText(length, row.offset) || !files.Read(m_logHandle, m_text, static_cast<DWORD>(length), bytes))
         return logfiles::Fail("CQmLogReader::Read().ReadFile()");
 
     m_text[bytes] = '\0';
@@ -156,7 +155,8 @@ bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow
 
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     std::uint64_t position = 0;
-    const std::int64_t offset = static_cast<std::int64_t>(index) * static_cast<std::int64_t>(sizeof(CQmLogRow));
+    const std::int64_t offset =
+        static_cast<std::int64_t>(index) * static_cast<std::int64_t>(sizeof(CQmLogRow));
     if (!files.Seek(m_rowHandle, offset, FILE_BEGIN, position))
         return logfiles::Fail("CQmLogReader::ReadRow().SetFilePointer()");
 
@@ -176,10 +176,9 @@ bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow
 
 void* CQmLogReader::CreateFileRead(const char* path)
 {
-    return ZEMA_CreateFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                           FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED |
-                               FILE_ATTRIBUTE_NORMAL,
-                           nullptr);
+    return ZEMA_CreateFile(
+        path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+        FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 // Makes room for `length` bytes and a NUL. A length that would need more memory is first cut to what the file

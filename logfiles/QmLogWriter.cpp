@@ -143,10 +143,9 @@ bool CQmLogWriter::WriteRow(CQmLogRow& row)
 
 void* CQmLogWriter::CreateFileWrite(const char* path)
 {
-    return ZEMA_CreateFile(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
-                           FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED |
-                               FILE_ATTRIBUTE_NORMAL,
-                           nullptr);
+    return ZEMA_CreateFile(
+        path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+        FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 // An invalid handle is kept until Close, and each later call reports it anew.

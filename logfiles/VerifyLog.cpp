@@ -35,8 +35,10 @@ void Findings::AppendTo(std::vector<QmLogFinding>& all)
     all.insert(all.end(), m_findings.begin(), m_findings.end());
     if (m_more > 0)
     {
-        const auto kind = m_moreDamage ? QmLogFindingKind::kOffsetNotAtLine : QmLogFindingKind::kRowWithoutText;
-        all.push_back({kind, m_log + ".ROW", QmLogFinding::kNoRow, Number(m_more) + " more findings like these"});
+        const auto kind =
+            m_moreDamage ? QmLogFindingKind::kOffsetNotAtLine : QmLogFindingKind::kRowWithoutText;
+        all.push_back(
+            {kind, m_log + ".ROW", QmLogFinding::kNoRow, Number(m_more) + " more findings like these"});
     }
 }
 
@@ -60,7 +62,8 @@ void VerifyLog::CheckValues(std::uint64_t index, const CQmLogRow& row)
         m_findings.Add(QmLogFindingKind::kBlockMarkInvalid, "ROW", index,
                        "the block mark is " + Number(row.blockBegin) + ", neither 0 nor 1");
     if (row.kind == kEnclosingKind)
-        m_findings.Add(QmLogFindingKind::kKindInvalid, "ROW", index, "the kind is the reserved value 4294967295");
+        m_findings.Add(QmLogFindingKind::kKindInvalid, "ROW", index,
+                       "the kind is the reserved value 4294967295");
 }
 
 void VerifyLog::CheckReadable()
@@ -118,7 +121,8 @@ bool VerifyLog::CheckPresence()
     {
         if (m_text.Size() > 0)
             m_findings.Add(QmLogFindingKind::kTextWithoutIndex, "ROW", QmLogFinding::kNoRow,
-                           "the index is missing or empty, but the text has " + Number(m_text.Size()) + " bytes");
+                           "the index is missing or empty, but the text has " + Number(m_text.Size()) +
+                               " bytes");
         return false;
     }
     return true;
@@ -159,7 +163,8 @@ std::uint64_t VerifyLog::CountLineStarts(std::uint64_t after, std::uint64_t befo
 
 // Judges the rows from `firstRow` to before `endRow`, which are not live, and the lines without a row
 // between the live rows around them, at `after` and `before`.
-void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint64_t after, std::uint64_t before)
+void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint64_t after,
+                         std::uint64_t before)
 {
     const std::uint64_t lines = CountLineStarts(after, before);
     const std::uint64_t rows = endRow - firstRow;
@@ -199,13 +204,14 @@ void VerifyLog::ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displ
         reason += " is not just behind a line feed";
 
     if (!displaced && atEnd && behindText)
-        m_findings.Add(QmLogFindingKind::kRowBeforeText, "ROW", index, reason + ": its text has not come yet");
+        m_findings.Add(QmLogFindingKind::kRowBeforeText, "ROW", index,
+                       reason + ": its text has not come yet");
     else if (!displaced && !atEnd && ReadRow(liveRow, live) &&
              (live.offset <= row.offset || live.blockBegin == 1))
         m_findings.Add(QmLogFindingKind::kRowWithoutText, "ROW", index, reason + ": its text never came");
     else
-        m_findings.Add(descends ? QmLogFindingKind::kOffsetNotAscending : QmLogFindingKind::kOffsetNotAtLine, "ROW",
-                       index, reason);
+        m_findings.Add(descends ? QmLogFindingKind::kOffsetNotAscending : QmLogFindingKind::kOffsetNotAtLine,
+                       "ROW", index, reason);
 }
 
 } // namespace logfiles

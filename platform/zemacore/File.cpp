@@ -39,15 +39,9 @@ public:
         return true;
     }
 
-    std::size_t Length() const
-    {
-        return m_length;
-    }
+    std::size_t Length() const { return m_length; }
 
-    char Last() const
-    {
-        return m_length == 0 ? '\0' : m_text[m_length - 1];
-    }
+    char Last() const { return m_length == 0 ? '\0' : m_text[m_length - 1]; }
 
 private:
     char m_text[MAX_PATH];

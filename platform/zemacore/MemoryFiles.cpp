@@ -127,9 +127,10 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     if (open->position + size > kMaxPosition)
         return Fail(ERROR_FILE_TOO_LARGE);
 
-    std::uint64_t fitting = IsStruck(Fault::kShortWrite) ? size / 2 : size;
+    const bool killed = IsStruck(Fault::kKill);
+    std::uint64_t fitting = killed || IsStruck(Fault::kShortWrite) ? size / 2 : size;
     if (fitting == 0)
-        return true;
+        return killed ? throw ProcessKilled("killed before a write") : true;
     // Overwriting takes no space; only what lies behind the present end does.
     if (m_freeSpace != kUnlimited)
     {
@@ -143,6 +144,8 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     bytesWritten = static_cast<DWORD>(fitting);
     CopyIn(*open->file, open->position, static_cast<const char*>(data), bytesWritten);
     open->position += bytesWritten;
+    if (killed)
+        throw ProcessKilled("killed within a write");
     return true;
 }
 
@@ -408,6 +411,8 @@ bool MemoryFiles::CountCall(const char* name, const char* path)
     std::string& call = m_calls.emplace_back(name);
     if (path)
         call.append(" ").append(path);
+    if (IsStruck(Fault::kKill) && call != "Write")
+        throw ProcessKilled("killed within " + call);
     return !IsStruck(Fault::kFail) || Fail(m_fault.error);
 }
 

@@ -18,10 +18,11 @@ namespace ZEMA
 
 enum class Fault
 {
-    kFail,         // the call does nothing but fail with the fault's error; Create: INVALID_HANDLE_VALUE
-    kShortWrite,   // a Write answers true with half of the bytes written; other calls are not touched
-    kNullHandle,   // a Create fails with the fault's error and answers null; other calls are not touched
-    kInvalidHandle // likewise, with INVALID_HANDLE_VALUE
+    kFail,          // the call does nothing but fail with the fault's error; Create: INVALID_HANDLE_VALUE
+    kShortWrite,    // a Write answers true with half of the bytes written; other calls are not touched
+    kNullHandle,    // a Create fails with the fault's error and answers null; other calls are not touched
+    kInvalidHandle, // likewise, with INVALID_HANDLE_VALUE
+    kKill // the process ends within the call: ProcessKilled, a Write having written half of its bytes
 };
 
 struct ScriptedFault
@@ -30,6 +31,13 @@ struct ScriptedFault
     Fault fault = Fault::kFail;
     bool forever = false; // every later call as well
     DWORD error = ERROR_ACCESS_DENIED;
+};
+
+// Thrown by the call that Fault::kKill strikes. CloseAllHandles does the rest of a process's end.
+class ProcessKilled : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
 };
 
 // Thrown where a caller would wait for ever: by the kPatience-th failing Create of one path, or the

@@ -12,9 +12,7 @@ const char* TextOrEmpty(const char* text)
 
 } // namespace
 
-String::String(const char* text) : m_text(TextOrEmpty(text))
-{
-}
+String::String(const char* text) : m_text(TextOrEmpty(text)) {}
 
 String& String::operator+=(const char* text)
 {

@@ -185,15 +185,9 @@ public:
 class WindowsManager : public IAppDataManager
 {
 public:
-    IAppDataAccess* GetAccess() override
-    {
-        return &m_access;
-    }
+    IAppDataAccess* GetAccess() override { return &m_access; }
 
-    IProfileStore* GetProfileStore() override
-    {
-        return &m_profile;
-    }
+    IProfileStore* GetProfileStore() override { return &m_profile; }
 
 private:
     WindowsAppDataAccess m_access;

@@ -25,10 +25,7 @@ public:
         return ::CreateFileA(path, access, share, nullptr, disposition, flags, nullptr);
     }
 
-    bool Close(HANDLE file) override
-    {
-        return ::CloseHandle(file) != FALSE;
-    }
+    bool Close(HANDLE file) override { return ::CloseHandle(file) != FALSE; }
 
     bool Seek(HANDLE file, std::int64_t distance, DWORD origin, std::uint64_t& position) override
     {
@@ -54,10 +51,7 @@ public:
         return ::WriteFile(file, data, size, &bytesWritten, nullptr) != FALSE;
     }
 
-    bool SetEnd(HANDLE file) override
-    {
-        return ::SetEndOfFile(file) != FALSE;
-    }
+    bool SetEnd(HANDLE file) override { return ::SetEndOfFile(file) != FALSE; }
 
     bool Lock(HANDLE file, std::uint64_t offset, std::uint64_t length) override
     {
@@ -79,20 +73,11 @@ public:
         return true;
     }
 
-    bool Delete(const char* path) override
-    {
-        return ::DeleteFileA(path) != FALSE;
-    }
+    bool Delete(const char* path) override { return ::DeleteFileA(path) != FALSE; }
 
-    DWORD LastError() override
-    {
-        return ::GetLastError();
-    }
+    DWORD LastError() override { return ::GetLastError(); }
 
-    void SetLastError(DWORD error) override
-    {
-        ::SetLastError(error);
-    }
+    void SetLastError(DWORD error) override { ::SetLastError(error); }
 
     std::string ErrorText(DWORD error) override
     {

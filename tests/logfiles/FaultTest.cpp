@@ -128,8 +128,8 @@ template <typename Logs> void ManyRows(Logs& logs, std::vector<bool>& answers)
 const char* const kTokens[] = {"", "<one>", "<two>", "<three>", "<four>", "<five>", "<six>"};
 
 template <typename Logs>
-Outcome Run(const std::function<void(Logs&, std::vector<bool>&)>& script, const std::function<void(MemorySession&)>& prepare,
-            unsigned long* calls = nullptr)
+Outcome Run(const std::function<void(Logs&, std::vector<bool>&)>& script,
+            const std::function<void(MemorySession&)>& prepare, unsigned long* calls = nullptr)
 {
     MemorySession session;
     Outcome outcome;
@@ -166,8 +166,8 @@ const auto kNothing = [](MemorySession&) {};
 
 std::string Describe(const ZEMA::ScriptedFault& fault)
 {
-    return " at call " + std::to_string(fault.call) + ", fault " + std::to_string(static_cast<int>(fault.fault)) +
-           (fault.forever ? ", for ever" : ", once");
+    return " at call " + std::to_string(fault.call) + ", fault " +
+           std::to_string(static_cast<int>(fault.fault)) + (fault.forever ? ", for ever" : ", once");
 }
 
 TEST(Faults, EveryCallOfAWriterFailsAsInTheReference)
@@ -207,8 +207,8 @@ TEST(Faults, RowsWrittenTogetherAreLostOneByOneOrNotAtAll)
         for (const Fault kind : {Fault::kFail, Fault::kShortWrite})
         {
             const ZEMA::ScriptedFault fault = {call, kind, false};
-            const Outcome outcome = Run<LibraryLogs>(ManyRows<LibraryLogs>,
-                                                     [&](MemorySession& session) { session.files.SetFault(fault); });
+            const Outcome outcome = Run<LibraryLogs>(
+                ManyRows<LibraryLogs>, [&](MemorySession& session) { session.files.SetFault(fault); });
             if (outcome.reports.empty() && !outcome.endless)
             {
                 EXPECT_EQ(whole, outcome) << Describe(fault);
@@ -245,7 +245,8 @@ struct CallCase
 
 TEST(Faults, CountersReportWithTheirFixedTexts)
 {
-    constexpr const char* kReadRow = "CQmLogReader::ReadRow().SetFilePointer()"; // names another operation on purpose
+    constexpr const char* kReadRow =
+        "CQmLogReader::ReadRow().SetFilePointer()"; // names another operation on purpose
     std::uint32_t first = 0;
     struct
     {
@@ -255,27 +256,43 @@ TEST(Faults, CountersReportWithTheirFixedTexts)
     } const operations[] = {
         {"time get",
          [] { return QmLogGlobalTimeGet(); },
-         {{2, "Seek", "GlobalTimeGet().SetFilePointer()", 0}, {3, "Read", "GlobalTimeGet.ReadFile", 0}, {4, "Unlock", nullptr, 5}}},
+         {{2, "Seek", "GlobalTimeGet().SetFilePointer()", 0},
+          {3, "Read", "GlobalTimeGet.ReadFile", 0},
+          {4, "Unlock", nullptr, 5}}},
         {"indent get",
          [] { return logfiles::GlobalIndentGet(); },
-         {{2, "Seek", "GlobalIndentGet().SetFilePointer()", 0}, {3, "Read", "GlobalIndentGet.ReadFile", 0}, {4, "Unlock", nullptr, 7}}},
+         {{2, "Seek", "GlobalIndentGet().SetFilePointer()", 0},
+          {3, "Read", "GlobalIndentGet.ReadFile", 0},
+          {4, "Unlock", nullptr, 7}}},
         {"time increment",
-         [&] { return logfiles::GlobalTimeTake(3, first) == 3 ? int(first) : -int(first); }, // negative: one number only
-         {{2, "Seek", kReadRow, 0}, {3, "Read", "GlobalTimeIncrement.ReadFile", -1}, {4, "Seek", kReadRow, 0},
-          {5, "Write", nullptr, -6}, {6, "Unlock", nullptr, 6}}},
+         [&] {
+             return logfiles::GlobalTimeTake(3, first) == 3 ? int(first) : -int(first);
+         }, // negative: one number only
+         {{2, "Seek", kReadRow, 0},
+          {3, "Read", "GlobalTimeIncrement.ReadFile", -1},
+          {4, "Seek", kReadRow, 0},
+          {5, "Write", nullptr, -6},
+          {6, "Unlock", nullptr, 6}}},
         {"time increment by one",
          [&] { return logfiles::GlobalTimeTake(1, first) == 1 ? int(first) : -1; },
-         {{2, "Seek", kReadRow, 0}, {3, "Read", "GlobalTimeIncrement.ReadFile", 1}, {4, "Seek", kReadRow, 0},
-          {5, "Write", "GlobalTimeIncrement.WriteFile", 6}, {6, "Unlock", nullptr, 6}}},
+         {{2, "Seek", kReadRow, 0},
+          {3, "Read", "GlobalTimeIncrement.ReadFile", 1},
+          {4, "Seek", kReadRow, 0},
+          {5, "Write", "GlobalTimeIncrement.WriteFile", 6},
+          {6, "Unlock", nullptr, 6}}},
         {"indent increment",
          [] { return logfiles::GlobalIndentIncrement(); },
-         {{2, "Seek", kReadRow, 0}, {3, "Read", "GlobalIndentIncrement.ReadFile", 1},
-          {4, "Seek", "GlobalIndentIncrement().SetFilePointer()", 0}, {5, "Write", "GlobalIndentIncrement.WriteFile", 8},
+         {{2, "Seek", kReadRow, 0},
+          {3, "Read", "GlobalIndentIncrement.ReadFile", 1},
+          {4, "Seek", "GlobalIndentIncrement().SetFilePointer()", 0},
+          {5, "Write", "GlobalIndentIncrement.WriteFile", 8},
           {6, "Unlock", nullptr, 8}}},
         {"indent decrement",
          [] { return logfiles::GlobalIndentDecrement(); },
-         {{2, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0}, {3, "Read", "GlobalIndentDecrement.ReadFile", 255},
-          {4, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0}, {5, "Write", "GlobalTimeDecrement.WriteFile", 6},
+         {{2, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0},
+          {3, "Read", "GlobalIndentDecrement.ReadFile", 255},
+          {4, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0},
+          {5, "Write", "GlobalTimeDecrement.WriteFile", 6},
           {6, "Unlock", nullptr, 6}}},
     };
     for (const auto& [name, run, cases] : operations)
@@ -292,10 +309,12 @@ TEST(Faults, CountersReportWithTheirFixedTexts)
             EXPECT_EQ(c.answer, run()) << name << ", " << c.name;
             EXPECT_EQ(c.name, session.files.Calls()[c.call - 1]) << name;
             const std::vector<std::string> expected =
-                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."} : std::vector<std::string>();
+                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."}
+                                    : std::vector<std::string>();
             EXPECT_EQ(expected, Reports(session)) << name << ", " << c.name;
 
-            // A failed seek keeps the lock, and even the failing process waits for ever; so does a failed unlock.
+            // A failed seek keeps the lock, and even the failing process waits for ever; so does a failed
+            // unlock.
             const bool locked = std::string(c.name) != "Read" && std::string(c.name) != "Write";
             if (locked)
                 EXPECT_THROW(run(), ZEMA::EndlessWait) << name << ", " << c.name;
@@ -317,7 +336,8 @@ TEST(Faults, AProcessWaitsForTheLockAndForTheOpen)
     logfiles::CloseCounters();
 
     // Another process has the file open for update: this one waits to open it, but may query.
-    const HANDLE other = session.files.Create(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, 0);
+    const HANDLE other =
+        session.files.Create(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, 0);
     EXPECT_THROW(logfiles::GlobalTimeTake(1, first), ZEMA::EndlessWait);
     EXPECT_EQ(1, QmLogGlobalTimeGet());
     session.files.Lock(other, 0, ~0ull);
@@ -348,8 +368,7 @@ TEST(Faults, ReadersReportEachFailingCall)
           {6, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, // the line counts as empty
           {7, "Read", "CQmLogReader::Read().ReadFile()", -1}}},
         {1, // the last line
-         {{4, "GetSize C:\\Logs\\Main.LOG", nullptr, 0},
-          {8, "Read", "CQmLogReader::Read().ReadFile()", -1}}},
+         {{4, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, {8, "Read", "CQmLogReader::Read().ReadFile()", -1}}},
         {2, {{3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1}}},
     };
     for (const auto& [index, cases] : reads)
@@ -367,13 +386,16 @@ TEST(Faults, ReadersReportEachFailingCall)
             const char* text = nullptr;
             unsigned long length = 0;
             CQmLogRow row;
-            EXPECT_EQ(c.answer, reader.Read(index, text, length, row) ? static_cast<int>(length) : -1) << c.name;
+            EXPECT_EQ(c.answer, reader.Read(index, text, length, row) ? static_cast<int>(length) : -1)
+                << c.name;
             ASSERT_GE(session.files.Calls().size(), c.call);
             EXPECT_EQ(c.name, session.files.Calls()[c.call - 1]);
             const std::vector<std::string> expected =
-                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."} : std::vector<std::string>();
+                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."}
+                                    : std::vector<std::string>();
             EXPECT_EQ(expected, Reports(session)) << c.name;
-            EXPECT_EQ(index < 2, reader.Read(index, text, length, row)) << c.name << ": the next call tries again";
+            EXPECT_EQ(index < 2, reader.Read(index, text, length, row))
+                << c.name << ": the next call tries again";
         }
     }
 }
@@ -399,9 +421,10 @@ TEST(Faults, HandlesThatDoNotCloseAreReported)
         EXPECT_TRUE(reader.Read(0, text, length, row));
         session.files.CloseAllHandles(); // under their feet: both destructors fail now
     }
-    const std::vector<std::string> expected = {
-        "CQmLogReader::~CQmLogReader().CloseHandle(Log)\nError 6.", "CQmLogReader::~CQmLogReader().CloseHandle(Row)\nError 6.",
-        "CQmLogWriter::~CQmLogWriter().CloseHandle(Log)\nError 6.", "CQmLogWriter::~CQmLogWriter().CloseHandle(Row)\nError 6."};
+    const std::vector<std::string> expected = {"CQmLogReader::~CQmLogReader().CloseHandle(Log)\nError 6.",
+                                               "CQmLogReader::~CQmLogReader().CloseHandle(Row)\nError 6.",
+                                               "CQmLogWriter::~CQmLogWriter().CloseHandle(Log)\nError 6.",
+                                               "CQmLogWriter::~CQmLogWriter().CloseHandle(Row)\nError 6."};
     EXPECT_EQ(expected, Reports(session)) << "the reports of Close itself failed with everything else";
     QmLogWriterCloseAll();
 }

@@ -93,7 +93,8 @@ TEST(OutputFile, WritesNothingWithoutItsServicesAndDoesNotTryAgain)
     {
     } other;
     Services services;
-    for (VkServices::IService* wrong : {static_cast<VkServices::IService*>(nullptr), static_cast<VkServices::IService*>(&other)})
+    for (VkServices::IService* wrong :
+         {static_cast<VkServices::IService*>(nullptr), static_cast<VkServices::IService*>(&other)})
     {
         services.service = wrong;
         QmLogOutputFile file("x");

@@ -64,7 +64,8 @@ TEST_F(ReaderTest, ReadsLinesWithTheirLineFeeds)
     EXPECT_EQ(1, row.blockBegin);
     EXPECT_EQ("-", Line(2));
     EXPECT_EQ("-", Line(0xFFFFFFFF));
-    EXPECT_FALSE(session.files.Exists(session.Path("QmLog.LOG"))) << "a row that does not exist yet is no error";
+    EXPECT_FALSE(session.files.Exists(session.Path("QmLog.LOG")))
+        << "a row that does not exist yet is no error";
 
     Write("c\n\n"); // the log grows while it is read
     EXPECT_EQ("bc\n", Line(1));
@@ -118,7 +119,8 @@ TEST_F(ReaderTest, FindEqualsAWalkThroughTheRows)
                 unsigned long index = 0;
                 unsigned long found = 0;
                 ASSERT_TRUE(fresh.Find(time, ahead, found, index));
-                ASSERT_EQ(expected - times.begin(), static_cast<std::ptrdiff_t>(index)) << time << " of " << count;
+                ASSERT_EQ(expected - times.begin(), static_cast<std::ptrdiff_t>(index))
+                    << time << " of " << count;
                 ASSERT_EQ(*expected, found);
             }
         }
@@ -171,7 +173,8 @@ TEST_F(ReaderTest, ALengthFromTheIndexTakesNoMemoryBeyondTheFile)
 {
     CQmLogRow rows[2];
     rows[1].offset = 0xFFFFFFFF; // a line of 4 GiB, in a file of 3 bytes
-    session.files.SetContents(session.Path("Main.ROW"), std::string(reinterpret_cast<char*>(rows), sizeof(rows)));
+    session.files.SetContents(session.Path("Main.ROW"),
+                              std::string(reinterpret_cast<char*>(rows), sizeof(rows)));
     session.files.SetContents(session.Path("Main.LOG"), "abc");
     reader.SetFilePath("Main");
     const std::size_t before = session.files.CallCount();
@@ -187,7 +190,8 @@ TEST_F(ReaderTest, ReachesLinesUpTo4GiB)
     session.files.SetSize(session.Path("Main.LOG"), 0xFFFFFFFF);
     CQmLogRow last;
     last.offset = 0xFFFFFFFC;
-    session.files.SetContents(session.Path("Main.ROW"), std::string(reinterpret_cast<char*>(&last), sizeof(last)));
+    session.files.SetContents(session.Path("Main.ROW"),
+                              std::string(reinterpret_cast<char*>(&last), sizeof(last)));
     reader.SetFilePath("Main");
     EXPECT_EQ(0xFFFFFFFFu, reader.GetLogFileSize());
     EXPECT_EQ(std::string(3, '\0'), Line(0));

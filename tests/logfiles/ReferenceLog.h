@@ -11,7 +11,8 @@
 #include <string>
 #include <vector>
 
-constexpr DWORD kAppendFlags = FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL;
+constexpr DWORD kAppendFlags =
+    FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL;
 
 // "Log.DAT" through the update handle.
 class ReferenceCounters
@@ -73,7 +74,8 @@ private:
     }
 
     template <typename Change>
-    std::uint32_t Update(const char* seek, const char* read, const char* seekAgain, const char* write, Change change)
+    std::uint32_t Update(const char* seek, const char* read, const char* seekAgain, const char* write,
+                         Change change)
     {
         ZEMA::IFileCalls& files = ZEMA::FileCalls();
         Record record;
@@ -103,7 +105,8 @@ class ReferenceWriter
 {
 public:
     ReferenceWriter(const std::string& folder, const std::string& name, ReferenceCounters& counters)
-        : m_logPath(folder + name + ".LOG"), m_rowPath(folder + name + ".ROW"), m_counters(counters), m_blocks(1)
+        : m_logPath(folder + name + ".LOG"), m_rowPath(folder + name + ".ROW"), m_counters(counters),
+          m_blocks(1)
     {
     }
 
@@ -174,8 +177,8 @@ private:
     static bool Open(HANDLE& file, const std::string& path, const char* message)
     {
         if (file == nullptr)
-            file = ZEMA_CreateFile(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS, kAppendFlags,
-                                   nullptr);
+            file = ZEMA_CreateFile(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                   kAppendFlags, nullptr);
         if (file == INVALID_HANDLE_VALUE)
             return logfiles::Fail(message);
         return file != nullptr;

@@ -196,7 +196,8 @@ TEST(Writer, WritesOverARecordThatAKilledWriterLeftUnfinished)
     const std::string whole = session.files.Contents(rowPath);
     session.files.SetContents(rowPath, whole + "unfinished");
     Writer("Main").Write("b\n");
-    EXPECT_EQ("0 indent 0 kind 0 begin\n2 indent 0 kind 0 begin\n4 indent 0 kind 0 begin\n", session.Rows("Main"));
+    EXPECT_EQ("0 indent 0 kind 0 begin\n2 indent 0 kind 0 begin\n4 indent 0 kind 0 begin\n",
+              session.Rows("Main"));
     EXPECT_EQ(60u, session.files.Contents(rowPath).size());
 }
 
@@ -208,8 +209,11 @@ TEST(Writer, NamesThatDoNotFitAreRefused)
     {
         std::string name;
         bool accepted;
-    } const cases[] = {
-        {longest, true}, {longest + "n", false}, {std::string(5000, 'n'), false}, {"", false}, {"sub\\Main", true}};
+    } const cases[] = {{longest, true},
+                       {longest + "n", false},
+                       {std::string(5000, 'n'), false},
+                       {"", false},
+                       {"sub\\Main", true}};
     for (const auto& [name, accepted] : cases)
     {
         CQmLogWriter log = Writer("Before");
@@ -313,8 +317,10 @@ TEST(Writer, EqualsTheReferenceOnRandomSessions)
                 writers[at].Close();
             }
         }
-        for (const char* file : {"Main.LOG", "Main.ROW", "SQL.LOG", "SQL.ROW", "Run.LOG", "Run.ROW", "Log.DAT"})
-            ASSERT_EQ(session.files.Contents(std::string("C:\\Ref\\") + file), session.files.Contents(session.Path(file)))
+        for (const char* file :
+             {"Main.LOG", "Main.ROW", "SQL.LOG", "SQL.ROW", "Run.LOG", "Run.ROW", "Log.DAT"})
+            ASSERT_EQ(session.files.Contents(std::string("C:\\Ref\\") + file),
+                      session.files.Contents(session.Path(file)))
                 << file << ", seed " << seed;
         for (ReferenceWriter& reference : references)
             reference.Close();
@@ -337,7 +343,7 @@ TEST(Writer, OneLockCycleAndOneRowWriteForAllLinesOfAText)
         const std::vector<std::string> calls = session.files.Calls();
         const std::vector<std::string> expected =
             lines == 0 ? std::vector<std::string>{"Seek", "Write"}
-                       : std::vector<std::string>{"Seek", "Lock",   "Seek", "Read",  "Seek",
+                       : std::vector<std::string>{"Seek",  "Lock",   "Seek", "Read",  "Seek",
                                                   "Write", "Unlock", "Seek", "Write", "Write"};
         EXPECT_EQ(expected, calls) << lines;
     }

@@ -28,10 +28,7 @@ struct Probe
     }
 
     // 0 when the call went well, else the error it left.
-    DWORD Error(bool done) const
-    {
-        return done ? ERROR_SUCCESS : calls.LastError();
-    }
+    DWORD Error(bool done) const { return done ? ERROR_SUCCESS : calls.LastError(); }
 
     // Where the file pointer is after the call; on failure, the error and where it is still.
     std::string Seek(HANDLE file, std::int64_t distance, DWORD origin) const

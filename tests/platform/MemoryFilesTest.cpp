@@ -29,10 +29,7 @@ INSTANTIATE_TEST_SUITE_P(, MemoryFilesRules, testing::ValuesIn(file_calls::Cases
 class MemoryFilesTest : public testing::Test
 {
 protected:
-    HANDLE Open()
-    {
-        return m_probe.Open();
-    }
+    HANDLE Open() { return m_probe.Open(); }
 
     // The bytes written, or "error <n>".
     std::string Write(HANDLE file, const std::string& bytes)

@@ -86,10 +86,7 @@ TEST(MakePath, TakesPartsFromItsOwnBuffer)
 class Access : public IAppDataAccess
 {
 public:
-    DWORD GetLogFolder(char*, DWORD) override
-    {
-        return 0;
-    }
+    DWORD GetLogFolder(char*, DWORD) override { return 0; }
 };
 
 // The parts between bars; "no" in front when the path is refused.

@@ -31,10 +31,7 @@ public:
     EnvironmentGuard(const EnvironmentGuard&) = delete;
     EnvironmentGuard& operator=(const EnvironmentGuard&) = delete;
 
-    ~EnvironmentGuard()
-    {
-        ::SetEnvironmentVariableA(m_name, m_wasSet ? m_before.c_str() : nullptr);
-    }
+    ~EnvironmentGuard() { ::SetEnvironmentVariableA(m_name, m_wasSet ? m_before.c_str() : nullptr); }
 
 private:
     const char* m_name;
@@ -64,10 +61,7 @@ public:
         std::filesystem::remove_all(m_path, ignored);
     }
 
-    std::string operator/(const std::string& name) const
-    {
-        return m_path + "\\" + name;
-    }
+    std::string operator/(const std::string& name) const { return m_path + "\\" + name; }
 
 private:
     std::string m_path;
@@ -113,15 +107,9 @@ protected:
         return folder.c_str();
     }
 
-    static IProfileStore& Profile()
-    {
-        return *AppDataManager::LoadAppDataManager()->GetProfileStore();
-    }
+    static IProfileStore& Profile() { return *AppDataManager::LoadAppDataManager()->GetProfileStore(); }
 
-    void WriteIni(const std::string& text)
-    {
-        std::ofstream(m_folder / "Test.ini") << text;
-    }
+    void WriteIni(const std::string& text) { std::ofstream(m_folder / "Test.ini") << text; }
 
     std::string ReadIni()
     {

@@ -1,0 +1,406 @@
+// What the log files cost: writing, blocks, reading, searching and verifying, each against the bare system
+// calls that it cannot do without, and against spdlog.
+#include "Bench.h"
+#include "BenchFiles.h"
+#include "SpdlogFile.h"
+
+#include "QmLogReader.h"
+#include "QmLogVerify.h"
+#include "QmLogWriter.h"
+
+#include <cstring>
+#include <iterator>
+#include <random>
+#include <utility>
+
+namespace
+{
+
+using bench::BareFile;
+using bench::CallCounts;
+using bench::Check;
+using bench::Comparison;
+using bench::Variant;
+
+const std::string kLine(80, 'x');
+constexpr DWORD kLineBytes = 81; // with the line feed
+constexpr DWORD kRowBytes = sizeof(CQmLogRow);
+
+const char* const kBig = "Big"; // the log that is read and searched
+
+std::string Lines(unsigned count)
+{
+    std::string text;
+    for (unsigned i = 0; i < count; ++i)
+        text += kLine + '\n';
+    return text;
+}
+
+// A variant that does `action` `times` times, for `units` units each time.
+template <typename Action> Variant Repeat(unsigned times, unsigned units, Action action)
+{
+    return {times * units, [=] {
+                for (unsigned i = 0; i < times; ++i)
+                    action();
+            }};
+}
+
+// A log under its name, closed with this object; the counters are closed by QmLogWriterCloseAll.
+class Log : public CQmLogWriter
+{
+public:
+    explicit Log(const char* name) { SetFilePath(name); }
+    void Line(const std::string& text) { Check(Write(text.c_str()), "CQmLogWriter::Write"); }
+};
+
+class LogFilesBench
+{
+public:
+    explicit LogFilesBench(const bench::Options& options) : m_options(options) {}
+
+    bench::Report Run()
+    {
+        MakeBigLog();
+        MeasureMemory(); // first: what comes later may need more
+        MeasureVerification();
+        MeasureReads();
+        MeasureSearch();
+        MeasureSystem();
+        MeasureWrites();
+        MeasureBlocks();
+        CountCalls();
+        MeasureOwnTime();
+        QmLogWriterCloseAll();
+        return m_report;
+    }
+
+private:
+    unsigned Rounds(unsigned full) const { return m_options.quick ? 3 : full; }
+    std::string PathOf(const std::string& file) const { return m_folder.Path() + file; }
+
+    void Inform(const std::string& name, double microseconds, const char* reference = "",
+                std::optional<double> ratio = {})
+    {
+        m_report.Add({name, microseconds, "us", reference, ratio});
+    }
+
+    void Judge(const std::string& name, double microseconds, const char* reference, double ratio, double goal)
+    {
+        m_report.Add({name, microseconds, "us", reference, ratio, goal});
+    }
+
+    void MakeBigLog()
+    {
+        constexpr unsigned kLinesAWrite = 1000;
+        const std::string text = Lines(kLinesAWrite);
+        {
+            Log log(kBig);
+            for (unsigned lines = 0; lines < m_rows; lines += kLinesAWrite)
+                log.Line(text);
+        }
+        QmLogWriterCloseAll();
+    }
+
+    void MeasureMemory()
+    {
+        const auto readAll = [this] {
+            CQmLogReader reader;
+            reader.SetFilePath(kBig);
+            for (unsigned row = 0; row < m_rows; ++row)
+                ReadLine(reader, row);
+        };
+        const char* const reference = "growth at its peak";
+        m_report.Add({"memory, reading every line", bench::MemoryGrowth(readAll), "KiB", reference});
+        m_report.Add({"memory, verification", bench::MemoryGrowth([this] { Verify(); }), "KiB", reference});
+    }
+
+    void Verify() { Check(QmLogVerify(m_folder.Path(), {kBig}).empty(), "QmLogVerify"); }
+
+    void MeasureVerification()
+    {
+        const Comparison comparison(
+            {
+                Repeat(1, 1, [this] { ReadWholeFiles(); }),
+                Repeat(1, 1, [this] { Verify(); }),
+            },
+            Rounds(7));
+        m_report.Add({"verification" + m_inRows, comparison.Time(1) / 1000, "ms",
+                      "its bytes, read once in 64 KiB", comparison.Ratio(1)});
+    }
+
+    void ReadWholeFiles()
+    {
+        static char buffer[64 * 1024];
+        for (const char* extension : {".LOG", ".ROW"})
+        {
+            BareFile file(PathOf(kBig) + extension, BareFile::Role::kScan);
+            while (file.ReadNext(buffer, sizeof(buffer)) > 0)
+            {
+            }
+        }
+    }
+
+    void MeasureReads()
+    {
+        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::kRead);
+        BareFile logFile(PathOf("Big.LOG"), BareFile::Role::kRead);
+        CQmLogReader reader;
+        reader.SetFilePath(kBig);
+        constexpr unsigned kPage = 60;
+
+        const Comparison comparison(
+            {
+                Repeat(500, 1,
+                       [&] {
+                           CQmLogRow rows[2];
+                           char text[kLineBytes + 1];
+                           rowFile.ReadAt(RandomRow() * kRowBytes, rows, sizeof(rows));
+                           Check(logFile.ReadAt(rows[0].offset, text, rows[1].offset - rows[0].offset) ==
+                                     kLineBytes,
+                                 "a bare line");
+                       }),
+                Repeat(500, 1, [&] { ReadLine(reader, RandomRow()); }),
+                Repeat(8, kPage,
+                       [&] {
+                           const unsigned first = RandomRow() % (m_rows - kPage);
+                           for (unsigned row = first; row < first + kPage; ++row)
+                               ReadLine(reader, row);
+                       }),
+            },
+            Rounds(301));
+        Inform("a random line, bare calls", comparison.Time(0));
+        Judge("Read, a random line", comparison.Time(1), "its two seeks and two reads", comparison.Ratio(1),
+              1.15);
+        Inform("Read, a page of 60, per line", comparison.Time(2), "a random line's bare calls",
+               comparison.Ratio(2));
+    }
+
+    static void ReadLine(CQmLogReader& reader, unsigned row)
+    {
+        const char* text = nullptr;
+        unsigned long length = 0;
+        CQmLogRow record;
+        Check(reader.Read(row, text, length, record) && length == kLineBytes, "CQmLogReader::Read");
+    }
+
+    void MeasureSearch()
+    {
+        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::kRead);
+        CQmLogReader reader;
+        reader.SetFilePath(kBig);
+        const auto timeOf = [&](unsigned row) {
+            CQmLogRow rows[2];
+            rowFile.ReadAt(row * kRowBytes, rows, sizeof(rows));
+            return rows[0].time;
+        };
+
+        // The log is the first one of its folder, so row i has the number i + 1.
+        const Comparison comparison(
+            {
+                Repeat(25, 1,
+                       [&] {
+                           const unsigned time = RandomRow() + 1;
+                           unsigned low = 0;
+                           unsigned high = m_rows;
+                           while (low + 1 < high)
+                           {
+                               const unsigned middle = low + (high - low) / 2;
+                               (time < timeOf(middle) ? high : low) = middle;
+                           }
+                           Check(timeOf(low) == time, "the bare search");
+                       }),
+                Repeat(25, 1,
+                       [&] {
+                           const unsigned time = RandomRow() + 1;
+                           unsigned long found = 0;
+                           unsigned long row = 0;
+                           Check(reader.Find(time, true, found, row) && found == time && row == time - 1,
+                                 "CQmLogReader::Find");
+                       }),
+            },
+            Rounds(301));
+        Inform("a search's row reads, bare calls", comparison.Time(0));
+        Inform("Find" + m_inRows, comparison.Time(1), "its row reads, bare", comparison.Ratio(1));
+    }
+
+    // What the bare calls of the other measures consist of.
+    void MeasureSystem()
+    {
+        BareFile counters(PathOf("Parts.DAT"), BareFile::Role::kCounters);
+        BareFile append(PathOf("Parts.LOG"), BareFile::Role::kAppend);
+        const std::string line = Lines(1);
+        const std::string lines = Lines(100);
+
+        const Comparison comparison(
+            {
+                Repeat(200, 1, [&] { counters.CounterCycle(); }),
+                Repeat(200, 1,
+                       [&] {
+                           counters.Lock();
+                           counters.Unlock();
+                       }),
+                Repeat(500, 1, [&] { append.Append(line.data(), kRowBytes); }),
+                Repeat(500, 1, [&] { append.Append(line.data(), kLineBytes); }),
+                Repeat(50, 1, [&] { append.Append(lines.data(), 100 * kLineBytes); }),
+            },
+            Rounds(101));
+        Inform("counter cycle, bare calls", comparison.Time(0));
+        Inform("of which lock and unlock", comparison.Time(1), "the cycle", comparison.Ratio(1));
+        Inform("append 20 bytes, bare calls", comparison.Time(2));
+        Inform("append 81 bytes, bare calls", comparison.Time(3));
+        Inform("append 8,100 bytes, bare calls", comparison.Time(4));
+    }
+
+    void MeasureWrites()
+    {
+        BareFile counters(PathOf("Bare.DAT"), BareFile::Role::kCounters);
+        BareFile rowFile(PathOf("Bare.ROW"), BareFile::Role::kAppend);
+        BareFile logFile(PathOf("Bare.LOG"), BareFile::Role::kAppend);
+        Log one("One");
+        Log ten("Ten");
+        Log hundred("Hundred");
+        bench::SpdlogFile peer(PathOf("Peer.LOG"));
+        const CQmLogRow row;
+        const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
+
+        const Comparison comparison(
+            {
+                Repeat(200, 1,
+                       [&] {
+                           counters.CounterCycle();
+                           rowFile.Append(&row, kRowBytes);
+                           logFile.Append(texts[0].data(), kLineBytes);
+                       }),
+                Repeat(200, 1, [&] { one.Line(texts[0]); }),
+                Repeat(100, 10, [&] { ten.Line(texts[1]); }),
+                Repeat(50, 100, [&] { hundred.Line(texts[2]); }),
+                Repeat(1000, 1, [&] { peer.Line(kLine); }),
+            },
+            Rounds(301));
+        const char* const bare = "a line's bare calls";
+        const char* const spdlog = "spdlog, flushing each line";
+        Inform("a line's bare calls", comparison.Time(0));
+        Inform(spdlog, comparison.Time(4));
+        Judge("Write, 1 line", comparison.Time(1), bare, comparison.Ratio(1), 1.10);
+        Judge("Write, 10 lines, per line", comparison.Time(2), bare, comparison.Ratio(2), 0.13);
+        Judge("Write, 10 lines, per line", comparison.Time(2), spdlog, comparison.Ratio(2, 4), 1.2);
+        Judge("Write, 100 lines, per line", comparison.Time(3), bare, comparison.Ratio(3), 0.03);
+        Judge("Write, 100 lines, per line", comparison.Time(3), spdlog, comparison.Ratio(3, 4), 0.25);
+    }
+
+    // A block changes the depth twice and gives its header line a row.
+    void MeasureBlocks()
+    {
+        BareFile counters(PathOf("BareBlock.DAT"), BareFile::Role::kCounters);
+        BareFile rowFile(PathOf("BareBlock.ROW"), BareFile::Role::kAppend);
+        BareFile logFile(PathOf("BareBlock.LOG"), BareFile::Role::kAppend);
+        Log log("Block");
+        const CQmLogRow row;
+
+        const Comparison comparison(
+            {
+                Repeat(70, 1,
+                       [&] {
+                           counters.CounterCycle();
+                           counters.CounterCycle();
+                           rowFile.Append(&row, kRowBytes);
+                           logFile.Append("\n", 1);
+                           counters.CounterCycle();
+                       }),
+                Repeat(70, 1, [&] { Check(log.BlockBegin(kDetailKind) && log.BlockEnd(), "a block"); }),
+            },
+            Rounds(201));
+        Inform("a block's bare calls", comparison.Time(0));
+        Judge("BlockBegin and BlockEnd", comparison.Time(1), "a block's bare calls", comparison.Ratio(1),
+              1.10);
+    }
+
+    void CountCalls()
+    {
+        QmLogWriterCloseAll();
+        bench::CountingFiles files;
+        {
+            Log log("Counted");
+            log.Line(Lines(1)); // opens the files
+            const auto count = [&](const std::string& text) {
+                files.Take();
+                log.Line(text);
+                return files.Take();
+            };
+            AddCounts("Write, 1 line", count(Lines(1)), 2);
+            AddCounts("Write, 100 lines", count(Lines(100)), 2);
+            AddCounts("Write, no line feed", count(kLine), 0);
+            files.Take();
+            Check(log.BlockBegin(kDetailKind) && log.BlockEnd(), "a block");
+            AddCounts("BlockBegin and BlockEnd", files.Take(), 6);
+
+            CQmLogReader reader;
+            reader.SetFilePath(kBig);
+            ReadLine(reader, 0);
+            files.Take();
+            ReadLine(reader, m_rows / 2);
+            AddCounts("Read", files.Take(), 0);
+            unsigned long found = 0;
+            unsigned long row = 0;
+            Check(reader.Find(m_rows / 3, true, found, row), "CQmLogReader::Find");
+            AddCounts("Find" + m_inRows, files.Take(), 0);
+
+            // The other logs have numbers too, which this one lacks.
+            QmLogVerify(m_folder.Path(), {kBig});
+            AddCounts("verification" + m_inRows, files.Take(), 0);
+        }
+        QmLogWriterCloseAll();
+    }
+
+    void AddCounts(const std::string& operation, const CallCounts& counts, unsigned lockGoal)
+    {
+        m_report.Add(
+            {operation, static_cast<double>(counts.locks), "requests", "lock and unlock", {}, lockGoal});
+        m_report.Add({operation, static_cast<double>(counts.All()), "calls", "system calls in all"});
+    }
+
+    // The library's own part, with a system that takes no time.
+    void MeasureOwnTime()
+    {
+        QmLogWriterCloseAll();
+        bench::IdleFiles files(kLineBytes);
+        {
+            Log log("Idle");
+            CQmLogReader reader;
+            reader.SetFilePath("Idle");
+            const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
+            const Comparison comparison(
+                {
+                    Repeat(5000, 1, [&] { log.Line(texts[0]); }),
+                    Repeat(1000, 10, [&] { log.Line(texts[1]); }),
+                    Repeat(100, 100, [&] { log.Line(texts[2]); }),
+                    Repeat(5000, 1, [&] { ReadLine(reader, 7); }),
+                },
+                Rounds(51));
+            const char* const names[] = {"Write, 1 line", "Write, 10 lines, per line",
+                                         "Write, 100 lines, per line", "Read"};
+            for (std::size_t i = 0; i < std::size(names); ++i)
+                m_report.Add({names[i], comparison.Time(i) * 1000, "ns", "without the system's time"});
+        }
+        QmLogWriterCloseAll();
+    }
+
+    unsigned RandomRow() { return static_cast<unsigned>(m_random() % m_rows); }
+
+    bench::Options m_options;
+    unsigned m_rows = m_options.quick ? 20000 : 1000000;
+    std::string m_inRows = ", " + std::to_string(m_rows) + " rows";
+    bench::TemporaryFolder m_folder;
+    bench::Report m_report;
+    std::minstd_rand m_random;
+};
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    const bench::Options options = bench::ParseOptions(count, arguments);
+    const bench::Report report = LogFilesBench(options).Run();
+    report.Print(options);
+    return options.quick || report.AllMet() ? 0 : 1;
+}

@@ -1,0 +1,74 @@
+// Which block a row belongs to, over several logs at once.
+#pragma once
+
+#include "QmLogRow.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace logtool
+{
+
+// Built by adding the rows of all logs in the order of their sequence numbers. Keeps one node for each
+// block header and nothing for other rows. Makes a tree of any rows, damaged ones as well.
+//
+// A block begins with a header: a row with a block mark and a depth above 0. It ends when its own log has
+// a row of lower depth, or another header of the same depth. Its parent is the block opened last,
+// in whichever log, that is still open and of lower depth.
+class BlockTree
+{
+public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    struct Node
+    {
+        std::size_t log = 0;
+        unsigned long begin = 0; // row of the header in its log
+        unsigned long end = 0;   // row of its log behind the block
+        bool isError = false;
+        std::uint8_t indent = 0;
+        std::uint32_t rows = 0;   // in the block and the blocks below it, the headers counted
+        std::uint32_t errors = 0; // headers of errors, its own counted
+        std::uint32_t parent = kNone;
+        std::uint32_t firstChild = kNone;
+        std::uint32_t lastChild = kNone;
+        std::uint32_t nextSibling = kNone;
+    };
+
+    explicit BlockTree(std::size_t logs) : m_logs(logs) {}
+
+    // `index` is the row's place in its log.
+    void Add(std::size_t log, unsigned long index, const CQmLogRow& row);
+    // Ends the blocks that `row` ends, and counts nothing: for a row whose text has not come.
+    void EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row);
+    // Ends all blocks and sums up; after the last row.
+    void Finish();
+
+    const Node& At(std::uint32_t node) const { return m_nodes[node]; }
+    std::size_t BlockCount() const { return m_nodes.size(); }
+    std::uint32_t FirstTop() const { return m_firstTop; }
+    std::uint64_t RowCount() const { return m_rowCount; }
+    std::uint32_t ErrorCount() const { return m_errorCount; }
+
+private:
+    // The open blocks of one log, the innermost last; their depths ascend.
+    struct Log
+    {
+        std::vector<std::uint32_t> open;
+        unsigned long rows = 0;
+    };
+
+    void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
+    void Append(std::uint32_t node, std::uint32_t parent);
+
+    std::vector<Node> m_nodes; // a block stands behind its parent
+    std::vector<Log> m_logs;
+    std::vector<std::uint32_t> m_open; // the open blocks of all logs in the order they were opened
+    std::uint32_t m_firstTop = kNone;
+    std::uint32_t m_lastTop = kNone;
+    std::uint64_t m_rowCount = 0;
+    std::uint32_t m_errorCount = 0;
+};
+
+} // namespace logtool

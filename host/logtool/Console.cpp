@@ -1,0 +1,202 @@
+#include "logtool/Console.h"
+
+#include "logtool/Commands.h"
+
+#include "wintypes.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+namespace logtool
+{
+
+namespace
+{
+
+constexpr DWORD kPollPause = 200; // milliseconds
+
+// Set by Ctrl+C, which ends following and reading in an orderly way: an open block is closed first.
+HANDLE stopEvent = nullptr;
+HANDLE mainThread = nullptr;
+
+BOOL WINAPI OnControl(DWORD)
+{
+    ::SetEvent(stopEvent);
+    ::CancelSynchronousIo(mainThread); // wakes a read from an idle pipe
+    return TRUE;
+}
+
+// Commands that do not wait leave Ctrl+C its usual meaning.
+void CatchControl()
+{
+    if (stopEvent != nullptr)
+        return;
+    stopEvent = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    ::DuplicateHandle(::GetCurrentProcess(), ::GetCurrentThread(), ::GetCurrentProcess(), &mainThread, 0,
+                      FALSE, DUPLICATE_SAME_ACCESS);
+    ::SetConsoleCtrlHandler(OnControl, TRUE);
+}
+
+bool IsConsole(HANDLE handle)
+{
+    DWORD mode = 0;
+    return ::GetConsoleMode(handle, &mode) != 0;
+}
+
+class HandleInput : public Input
+{
+public:
+    HandleInput(HANDLE handle, bool own) : m_handle(handle), m_own(own) {}
+    ~HandleInput() override
+    {
+        if (m_own)
+            ::CloseHandle(m_handle);
+    }
+    HandleInput(const HandleInput&) = delete;
+    HandleInput& operator=(const HandleInput&) = delete;
+
+    Result Read(char* data, std::size_t size, std::size_t& length) override
+    {
+        if (::WaitForSingleObject(stopEvent, 0) == WAIT_OBJECT_0)
+            return Result::kEnd;
+        DWORD bytes = 0;
+        if (!::ReadFile(m_handle, data, static_cast<DWORD>(size), &bytes, nullptr))
+        {
+            const DWORD error = ::GetLastError();
+            const bool ended = error == ERROR_BROKEN_PIPE || error == ERROR_OPERATION_ABORTED;
+            return ended ? Result::kEnd : Result::kError;
+        }
+        length = bytes;
+        return bytes == 0 ? Result::kEnd : Result::kData;
+    }
+
+private:
+    HANDLE m_handle;
+    bool m_own;
+};
+
+} // namespace
+
+HandleBuffer::HandleBuffer(void* handle) : m_handle(handle)
+{
+    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
+}
+
+HandleBuffer::int_type HandleBuffer::overflow(int_type character)
+{
+    if (sync() != 0)
+        return traits_type::eof();
+    if (!traits_type::eq_int_type(character, traits_type::eof()))
+        sputc(traits_type::to_char_type(character));
+    return traits_type::not_eof(character);
+}
+
+int HandleBuffer::sync()
+{
+    const char* data = pbase();
+    while (data < pptr())
+    {
+        DWORD written = 0;
+        const bool done =
+            ::WriteFile(m_handle, data, static_cast<DWORD>(pptr() - data), &written, nullptr) != 0;
+        if (!done || written == 0)
+        {
+            setp(m_bytes.data(),
+                 m_bytes.data() + m_bytes.size()); // what failed is not tried again at the end
+            return -1;
+        }
+        data += written;
+    }
+    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
+    return 0;
+}
+
+Console::Console() : m_buffer(::GetStdHandle(STD_OUTPUT_HANDLE)), m_output(&m_buffer) {}
+
+std::ostream& Console::Messages()
+{
+    return std::cerr;
+}
+
+bool Console::IsOutputTerminal()
+{
+    return IsConsole(::GetStdHandle(STD_OUTPUT_HANDLE));
+}
+
+bool Console::HasColours()
+{
+    const HANDLE output = ::GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    return ::GetConsoleMode(output, &mode) != 0 &&
+           ::SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+bool Console::IsMessagesTerminal()
+{
+    return IsConsole(::GetStdHandle(STD_ERROR_HANDLE));
+}
+
+void Console::UseFolder(const std::string& folder)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(folder, error);
+    ::_putenv_s("QM_LOG_FOLDER", (error ? folder : path.string()).c_str());
+}
+
+// The manager makes its own folder when none is named, so only a named one can be missing.
+bool Console::FolderExists()
+{
+    const char* folder = std::getenv("QM_LOG_FOLDER");
+    std::error_code error;
+    return folder == nullptr || *folder == '\0' || std::filesystem::is_directory(folder, error);
+}
+
+std::vector<std::string> Console::ListLogs()
+{
+    std::vector<std::string> logs;
+    std::error_code error;
+    for (std::filesystem::directory_iterator file(LogFolder(), error), end; !error && file != end;
+         file.increment(error))
+    {
+        std::string name;
+        try
+        {
+            name = file->path().filename().string();
+        }
+        catch (const std::exception&)
+        {
+            continue; // no 8-bit name, so no log of ours
+        }
+        const std::string extension = name.size() > 4 ? name.substr(name.size() - 4) : "";
+        if (!IsSameName(extension, ".LOG") && !IsSameName(extension, ".ROW"))
+            continue;
+        name.resize(name.size() - 4);
+        const auto isSame = [&](const std::string& log) { return IsSameName(log, name); };
+        if (!IsSameName(name, "QmLog") && std::none_of(logs.begin(), logs.end(), isSame))
+            logs.push_back(name);
+    }
+    std::sort(logs.begin(), logs.end());
+    return logs;
+}
+
+std::unique_ptr<Input> Console::OpenInput(const std::string& path)
+{
+    CatchControl();
+    if (path == "-")
+        return std::make_unique<HandleInput>(::GetStdHandle(STD_INPUT_HANDLE), false);
+    const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return nullptr;
+    return std::make_unique<HandleInput>(file, true);
+}
+
+bool Console::Wait()
+{
+    CatchControl();
+    return ::WaitForSingleObject(stopEvent, kPollPause) == WAIT_TIMEOUT;
+}
+
+} // namespace logtool

@@ -1,0 +1,93 @@
+#include "logtool/CursorFile.h"
+
+#include "logtool/Arguments.h"
+
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace logtool
+{
+
+namespace
+{
+
+// Takes a number off the front of `line`, and the blank behind it.
+template <typename Number> bool TakeNumber(std::string_view& line, Number& number)
+{
+    const std::from_chars_result result = std::from_chars(line.data(), line.data() + line.size(), number);
+    if (result.ec != std::errc())
+        return false;
+    line.remove_prefix(static_cast<std::size_t>(result.ptr - line.data()));
+    if (line.empty())
+        return true;
+    if (line[0] != ' ')
+        return false;
+    line.remove_prefix(1);
+    return true;
+}
+
+// Takes the first line off the front of `text`, its line end dropped: editors may have written it.
+std::string_view TakeLine(std::string_view& text)
+{
+    const std::size_t lineFeed = text.find('\n');
+    std::string_view line = text.substr(0, lineFeed);
+    text.remove_prefix(lineFeed == std::string_view::npos ? text.size() : lineFeed + 1);
+    while (line.ends_with('\r') || line.ends_with(' '))
+        line.remove_suffix(1);
+    return line;
+}
+
+bool ParseCursor(std::string_view text, Cursor& cursor)
+{
+    std::string_view line = TakeLine(text);
+    if (!TakeNumber(line, cursor.number) || !line.empty())
+        return false;
+    while (!text.empty())
+    {
+        line = TakeLine(text);
+        Cursor::Lag lag;
+        if (!TakeNumber(line, lag.number) || !TakeNumber(line, lag.shown) || line.empty())
+            return false;
+        lag.log = line;
+        cursor.lags.push_back(lag);
+    }
+    return true;
+}
+
+} // namespace
+
+bool LoadCursor(const std::string& path, Cursor& cursor)
+{
+    std::error_code error;
+    if (!std::filesystem::exists(path, error) && !error)
+        return false;
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw UsageError(path, "cannot be read");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!ParseCursor(text, cursor))
+        throw UsageError(path, "is no cursor file");
+    return true;
+}
+
+void SaveCursor(const std::string& path, const Cursor& cursor)
+{
+    const std::string temporary = path + ".new";
+    {
+        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
+        file << cursor.number << '\n';
+        for (const Cursor::Lag& lag : cursor.lags)
+            file << lag.number << ' ' << lag.shown << ' ' << lag.log << '\n';
+        file.close();
+        if (!file)
+            throw UsageError(temporary, "cannot be written");
+    }
+    std::error_code error;
+    std::filesystem::rename(temporary, path, error);
+    if (error)
+        throw UsageError(path, "cannot be replaced");
+}
+
+} // namespace logtool

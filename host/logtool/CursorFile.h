@@ -1,0 +1,20 @@
+// A cursor in a file, so that the next call goes on where this one has ended.
+#pragma once
+
+#include "logtool/Follower.h"
+
+#include <string>
+
+namespace logtool
+{
+
+// The file's first line is the number, which may stand alone. Each further line is a log that lags: its
+// row's number, the bytes shown of it, and the log's name.
+
+// False when the file does not exist. Throws UsageError when it cannot be read or is no such file.
+bool LoadCursor(const std::string& path, Cursor& cursor);
+
+// Replaces the file in one step: whoever reads it finds the old cursor or the new one. Throws UsageError.
+void SaveCursor(const std::string& path, const Cursor& cursor);
+
+} // namespace logtool

@@ -1,0 +1,274 @@
+#include "logtool/Follower.h"
+
+#include "QmLogWriter.h"
+
+#include <algorithm>
+#include <functional>
+#include <ostream>
+
+namespace logtool
+{
+
+namespace
+{
+
+bool IsSameRow(const CQmLogRow& left, const CQmLogRow& right)
+{
+    return left.offset == right.offset && left.time == right.time && left.kind == right.kind &&
+           left.indent == right.indent && left.blockBegin == right.blockBegin;
+}
+
+std::size_t Hash(std::string_view text)
+{
+    return std::hash<std::string_view>()(text);
+}
+
+bool FindRow(const std::string& log, std::uint32_t number, unsigned long& index)
+{
+    CQmLogReader reader;
+    reader.SetFilePath(log.c_str());
+    unsigned long found = 0;
+    CQmLogRow row;
+    return reader.GetRowCount() > 0 && reader.Find(number, false, found, index) &&
+           reader.ReadStyle(index, row) && row.time == number;
+}
+
+// The counter's file is closed at once, see the class comment.
+std::uint32_t LastNumber()
+{
+    const int number = QmLogGlobalTimeGet();
+    QmLogWriterCloseAll();
+    return static_cast<std::uint32_t>(number);
+}
+
+} // namespace
+
+Follower::Follower(const std::vector<std::string>& logs, TextOutput& output, std::ostream& messages)
+    : m_output(output), m_messages(messages), m_counter(LastNumber())
+{
+    AddLogs(logs);
+}
+
+void Follower::AddLogs(const std::vector<std::string>& logs)
+{
+    for (const std::string& log : logs)
+    {
+        const bool known = std::any_of(m_places.begin(), m_places.end(),
+                                       [&](const Place& place) { return IsSameName(place.log, log); });
+        if (!known)
+        {
+            m_places.emplace_back();
+            m_places.back().log = log;
+        }
+    }
+}
+
+void Follower::StartAtLast(std::uint32_t rows)
+{
+    LogStream stream(Logs(), LogStream::Content::kText);
+    unsigned long candidates = 0;
+    for (std::size_t log = 0; log < m_places.size(); ++log)
+    {
+        // One row more than is shown marks where the log stands.
+        const unsigned long count = stream.RowCount(log);
+        const unsigned long kept = std::min<unsigned long>(count, std::max<std::uint32_t>(rows, 1));
+        stream.StartAt(log, count - kept);
+        m_places[log].index = count - kept;
+        candidates += kept;
+    }
+    LogEntry entry;
+    while (candidates > rows && stream.Next(entry))
+    {
+        MarkShown(m_places[entry.log], entry);
+        --candidates;
+    }
+}
+
+void Follower::StartAfter(std::uint32_t number)
+{
+    LogStream stream(Logs(), LogStream::Content::kText);
+    for (std::size_t log = 0; log < m_places.size(); ++log)
+    {
+        Place& place = m_places[log];
+        CQmLogReader reader;
+        reader.SetFilePath(place.log.c_str());
+        unsigned long found = 0;
+        CQmLogRow row;
+        LogEntry last;
+        if (stream.RowCount(log) == 0 || !reader.Find(number, true, found, place.index))
+            continue;
+        // The answer is a row before when there is none behind.
+        if (reader.ReadStyle(place.index, row) && row.time == number)
+            ++place.index;
+        else if (row.time < number)
+            place.index = stream.RowCount(log);
+        if (place.index >= stream.RowCount(log) && stream.ReadEntry(log, stream.RowCount(log) - 1, last))
+            MarkShown(place, last);
+    }
+    m_number = number;
+}
+
+void Follower::StartAtCursor(const Cursor& cursor)
+{
+    if (cursor.number > m_counter)
+    {
+        Restart();
+        return;
+    }
+    StartAfter(cursor.number);
+    LogStream stream(Logs(), LogStream::Content::kText);
+    for (const Cursor::Lag& lag : cursor.lags)
+    {
+        for (std::size_t log = 0; log < m_places.size(); ++log)
+        {
+            LogEntry entry;
+            if (m_places[log].log != lag.log || !FindRow(lag.log, lag.number, entry.index) ||
+                !stream.ReadEntry(log, entry.index, entry))
+                continue;
+            entry.text = entry.text.substr(0, lag.shown);
+            MarkShown(m_places[log], entry);
+            m_places[log].ended = false;
+        }
+    }
+    m_number = cursor.number;
+}
+
+bool Follower::Poll()
+{
+    const bool changed = Look() || m_first;
+    if (!changed && !m_waiting)
+        return false;
+    const bool restarted = changed && HasRestarted();
+    if (restarted)
+        Restart();
+    const bool shown = Show();
+    const bool first = m_first;
+    m_first = false;
+    m_shrunk = false;
+    return shown || restarted || first;
+}
+
+// Asks for sizes only, which opens nothing: as long as nothing happens no writer waits for us, and no
+// file is kept from being deleted.
+bool Follower::Look()
+{
+    bool changed = false;
+    for (Place& place : m_places)
+    {
+        CQmLogReader reader;
+        reader.SetFilePath(place.log.c_str());
+        const unsigned long rows = reader.GetRowCount();
+        const unsigned long size = reader.GetLogFileSize();
+        place.quiet = m_first || (rows == place.rows && size == place.size);
+        m_shrunk = m_shrunk || rows < place.rows || size < place.size;
+        place.rows = rows;
+        place.size = size;
+        changed = changed || !place.quiet;
+    }
+    return changed;
+}
+
+bool Follower::HasRestarted()
+{
+    const std::uint32_t before = m_counter;
+    m_counter = LastNumber();
+    if (m_counter < before || m_shrunk)
+        return true;
+    return std::any_of(m_places.begin(), m_places.end(), IsChanged);
+}
+
+// A new session may have grown beyond the old one since the last look, so the row shown last is compared.
+bool Follower::IsChanged(const Place& place)
+{
+    if (!place.known)
+        return false;
+    CQmLogReader reader;
+    reader.SetFilePath(place.log.c_str());
+    const char* text = nullptr;
+    unsigned long length = 0;
+    CQmLogRow row;
+    return !reader.Read(place.index, text, length, row) || !IsSameRow(row, place.row) ||
+           Hash(std::string_view(text, length).substr(0, place.shown)) != place.mark;
+}
+
+void Follower::Restart()
+{
+    m_messages << "logtool: a new session has begun" << std::endl;
+    m_number = 0;
+    for (Place& place : m_places)
+    {
+        place.index = 0;
+        place.known = false;
+        place.shown = 0;
+    }
+}
+
+bool Follower::Show()
+{
+    LogStream stream(Logs(), LogStream::Content::kText);
+    for (std::size_t log = 0; log < m_places.size(); ++log)
+        stream.StartAt(log, m_places[log].index);
+    bool shown = false;
+    m_waiting = false;
+    LogEntry entry;
+    while (stream.Next(entry))
+        shown = ShowEntry(m_places[entry.log], entry) || shown;
+    return shown;
+}
+
+bool Follower::ShowEntry(Place& place, const LogEntry& entry)
+{
+    const bool begun = place.known && place.index == entry.index;
+    const std::size_t skip = begun ? place.shown : 0;
+    if (entry.text.size() <= skip)
+        return false;
+    const bool unfinished = entry.last && !entry.text.ends_with('\n');
+    if (unfinished && !place.quiet)
+    {
+        m_waiting = true;
+        return false;
+    }
+    m_output.Row(place.log, entry, skip);
+    MarkShown(place, entry);
+    return true;
+}
+
+void Follower::MarkShown(Place& place, const LogEntry& entry)
+{
+    place.known = true;
+    place.index = entry.index;
+    place.row = entry.row;
+    place.shown = entry.text.size();
+    place.mark = Hash(entry.text);
+    place.ended = entry.text.ends_with('\n');
+    m_number = std::max(m_number, entry.row.time);
+}
+
+Cursor Follower::Position() const
+{
+    Cursor cursor;
+    cursor.number = m_number;
+    for (const Place& place : m_places)
+    {
+        CQmLogReader reader;
+        reader.SetFilePath(place.log.c_str());
+        const bool begun = place.known && !place.ended;
+        const unsigned long index = place.known && place.ended ? place.index + 1 : place.index;
+        CQmLogRow row;
+        if (index >= reader.GetRowCount() || !reader.ReadStyle(index, row))
+            continue;
+        if (row.time <= m_number)
+            cursor.lags.push_back({row.time, begun ? place.shown : 0, place.log});
+    }
+    return cursor;
+}
+
+std::vector<std::string> Follower::Logs() const
+{
+    std::vector<std::string> logs;
+    for (const Place& place : m_places)
+        logs.push_back(place.log);
+    return logs;
+}
+
+} // namespace logtool

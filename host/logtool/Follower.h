@@ -1,0 +1,90 @@
+// Shows growing logs bit by bit.
+#pragma once
+
+#include "logtool/TextOutput.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace logtool
+{
+
+// How far the logs have been shown, in a form that outlives the process.
+//
+// One number is not enough: the row of a log's next line takes its number when the line before is ended,
+// so its text may come long after rows of other logs with greater numbers. The logs that lag name their
+// first row that is not yet shown in full.
+struct Cursor
+{
+    struct Lag
+    {
+        std::uint32_t number = 0; // of the row
+        std::size_t shown = 0;    // bytes of its text
+        std::string log;
+    };
+
+    std::uint32_t number = 0; // rows up to here are shown, but for those of logs that lag
+    std::vector<Lag> lags;
+};
+
+// Holds no file open between two calls, so that a new session can delete the files.
+class Follower
+{
+public:
+    // Begins with the first row of each log. `messages` hears of new sessions.
+    Follower(const std::vector<std::string>& logs, TextOutput& output, std::ostream& messages);
+
+    // Where to begin instead; one of these before the first Poll.
+    void StartAtLast(std::uint32_t rows);     // the last `rows` rows of all logs
+    void StartAfter(std::uint32_t number);    // rows with greater numbers, and lines that get text only now
+    void StartAtCursor(const Cursor& cursor); // behind it, or at the beginning of a session that began since
+
+    // Takes in logs that are not known yet.
+    void AddLogs(const std::vector<std::string>& logs);
+
+    // Shows what is new and answers whether the position may have changed. The last line of a log that grows
+    // is shown without its end only when nothing came to the log since the call before; the first call shows
+    // all. When files or counter have become less, or others, a new session has
+    // begun, which is shown from its beginning.
+    bool Poll();
+
+    Cursor Position() const;
+
+private:
+    // Where a log stands. `row` describes row `index` when `known`: then `shown` bytes of it are out.
+    struct Place
+    {
+        std::string log;
+        unsigned long index = 0;
+        bool known = false;
+        CQmLogRow row;
+        std::size_t shown = 0;
+        std::size_t mark = 0;   // hash of those bytes
+        bool ended = false;     // what is out of the row ends with its line feed
+        unsigned long rows = 0; // sizes as last seen
+        unsigned long size = 0;
+        bool quiet = true; // sizes are those of the time before
+    };
+
+    bool Look();
+    bool HasRestarted();
+    void Restart();
+    bool Show();
+    bool ShowEntry(Place& place, const LogEntry& entry);
+    void MarkShown(Place& place, const LogEntry& entry);
+    std::vector<std::string> Logs() const;
+    static bool IsChanged(const Place& place);
+
+    std::vector<Place> m_places;
+    TextOutput& m_output;
+    std::ostream& m_messages;
+    std::uint32_t m_number = 0;  // the greatest shown
+    std::uint32_t m_counter = 0; // the last number given out when rows were last read
+    bool m_first = true;
+    bool m_shrunk = false;  // a file has become shorter since rows were last read
+    bool m_waiting = false; // an unfinished line is held back
+};
+
+} // namespace logtool

@@ -1,0 +1,59 @@
+// What the commands need from the system around them: streams, the folder, input files, time.
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace logtool
+{
+
+// Bytes to be logged.
+class Input
+{
+public:
+    enum class Result
+    {
+        kData,
+        kEnd,
+        kError
+    };
+
+    virtual ~Input() = default;
+
+    // Waits until there is something and answers what there is, `size` bytes at most. A `length` below
+    // `size` tells that a live input has no more at the moment.
+    virtual Result Read(char* data, std::size_t size, std::size_t& length) = 0;
+};
+
+// Implemented by the program over the console and by tests in memory.
+class Host
+{
+public:
+    virtual ~Host() = default;
+
+    // Binary: a line feed stays one byte.
+    virtual std::ostream& Output() = 0;
+    virtual std::ostream& Messages() = 0;
+
+    virtual bool IsOutputTerminal() = 0;
+    // False on a terminal that shows colour sequences as text.
+    virtual bool HasColours() = 0;
+    virtual bool IsMessagesTerminal() = 0;
+
+    // Makes `folder` the log folder of the process.
+    virtual void UseFolder(const std::string& folder) = 0;
+    virtual bool FolderExists() = 0;
+    // Base names of the log files in the log folder, sorted, the library's error log not among them.
+    virtual std::vector<std::string> ListLogs() = 0;
+
+    // "-" is the standard input; null when the file cannot be opened.
+    virtual std::unique_ptr<Input> OpenInput(const std::string& path) = 0;
+
+    // Pauses between two looks at growing logs. False when the user wants to end.
+    virtual bool Wait() = 0;
+};
+
+} // namespace logtool

@@ -1,0 +1,135 @@
+#include "logtool/TextOutput.h"
+
+#include "QmLogWriter.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace logtool
+{
+
+namespace
+{
+
+bool IsHarmless(unsigned char byte)
+{
+    return byte == '\t' || (byte >= 0x20 && byte < 0x7F) || byte >= 0xA0;
+}
+
+const char* Colour(QmLogBlockKind kind)
+{
+    switch (kind)
+    {
+    case kErrorKind:
+        return "\x1b[31m";
+    case kNoticeKind:
+        return "\x1b[33m";
+    case kDetailKind:
+        return "\x1b[90m";
+    default:
+        return "";
+    }
+}
+
+// A row may hold several lines when the index lacks some, and lines may end with CR LF: line ends are left
+// to do their work, everything between them is made harmless.
+std::string PrintableLines(std::string_view text)
+{
+    std::string result;
+    while (!text.empty())
+    {
+        const std::size_t lineFeed = text.find('\n');
+        std::string_view line = text.substr(0, lineFeed);
+        const bool ended = lineFeed != std::string_view::npos;
+        text.remove_prefix(ended ? lineFeed + 1 : text.size());
+        if (ended && line.ends_with('\r'))
+            line.remove_suffix(1);
+        result += Printable(line);
+        if (ended)
+            result += '\n';
+    }
+    return result;
+}
+
+} // namespace
+
+std::string Printable(std::string_view text)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    std::string result;
+    result.reserve(text.size());
+    for (const char character : text)
+    {
+        const auto byte = static_cast<unsigned char>(character);
+        if (IsHarmless(byte))
+            result += character;
+        else
+            result.append({'\\', 'x', digits[byte >> 4], digits[byte & 15]});
+    }
+    return result;
+}
+
+TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs)
+    : m_output(output), m_style(style)
+{
+    if (!m_style.numbers)
+        return;
+    const auto lastNumber = static_cast<std::uint32_t>(QmLogGlobalTimeGet());
+    m_numberWidth = std::max<std::size_t>(5, std::to_string(lastNumber).size());
+    for (const std::string& log : logs)
+        m_nameWidth = std::max(m_nameWidth, log.size());
+}
+
+void TextOutput::Row(const std::string& name, const LogEntry& entry, std::size_t skip)
+{
+    const bool continues = skip > 0 && m_lineOpen && m_openLog == entry.log && m_openIndex == entry.index;
+    if (!continues)
+    {
+        EndLine();
+        Begin(name, entry);
+    }
+    std::string_view text = entry.text.substr(std::min(skip, entry.text.size()));
+    m_lineOpen = !text.ends_with('\n');
+    m_openLog = entry.log;
+    m_openIndex = entry.index;
+    if (!m_style.terminal)
+    {
+        m_output.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return;
+    }
+    // The colour ends before the line feed, so that it never reaches what others write next.
+    if (!m_lineOpen)
+        text.remove_suffix(1);
+    const std::string colour = m_style.colours ? Colour(entry.row.kind) : "";
+    if (text.ends_with('\r'))
+        text.remove_suffix(1);
+    m_output << colour << PrintableLines(text) << (colour.empty() ? "" : "\x1b[0m");
+    if (!m_lineOpen)
+        m_output << '\n';
+}
+
+void TextOutput::Line(std::string_view text)
+{
+    EndLine();
+    m_output << text << '\n';
+}
+
+void TextOutput::EndLine()
+{
+    if (m_lineOpen)
+        m_output << '\n';
+    m_lineOpen = false;
+}
+
+void TextOutput::Begin(const std::string& name, const LogEntry& entry)
+{
+    if (m_style.numbers)
+    {
+        const std::string number = std::to_string(entry.row.time);
+        m_output << std::string(m_numberWidth - std::min(m_numberWidth, number.size()), ' ') << number << "  "
+                 << name << std::string(m_nameWidth - std::min(m_nameWidth, name.size()) + 2, ' ');
+    }
+    m_output << std::string(2 * std::size_t{entry.row.indent}, ' ');
+}
+
+} // namespace logtool

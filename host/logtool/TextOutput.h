@@ -1,0 +1,53 @@
+// Rows as text: indentation, numbers, colours, and what a terminal must not be sent.
+#pragma once
+
+#include "logtool/LogStream.h"
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace logtool
+{
+
+// `text` with every byte that a terminal could obey (control characters, DEL and 0x80 to 0x9F) written
+// as "\x1b"; tabs stay.
+std::string Printable(std::string_view text);
+
+struct TextStyle
+{
+    bool terminal = false; // make control characters harmless
+    bool colours = false;
+    bool numbers = false; // sequence number and log name before each row
+};
+
+// Off a terminal the text's bytes go out as they are.
+class TextOutput
+{
+public:
+    // Columns are as wide as `logs` and the present sequence number ask for.
+    TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs);
+
+    // Writes a row of log `name`. `skip` bytes of its text went out before; when they are the last thing that
+    // went out the rest goes right behind them. A line that has no line feed gets it only when another
+    // row follows, for it may still grow.
+    void Row(const std::string& name, const LogEntry& entry, std::size_t skip = 0);
+
+    // A line of our own between rows.
+    void Line(std::string_view text);
+
+private:
+    void EndLine();
+    void Begin(const std::string& name, const LogEntry& entry);
+
+    std::ostream& m_output;
+    TextStyle m_style;
+    std::size_t m_numberWidth = 0;
+    std::size_t m_nameWidth = 0;
+    bool m_lineOpen = false; // the last row had no line feed
+    std::size_t m_openLog = 0;
+    unsigned long m_openIndex = 0;
+};
+
+} // namespace logtool

@@ -1,0 +1,51 @@
+#include "logtool/Commands.h"
+
+#include "QmLogVerify.h"
+
+#include <ostream>
+
+namespace logtool
+{
+
+namespace
+{
+
+std::size_t PrintFindings(std::ostream& output, const std::vector<QmLogFinding>& findings, bool damage)
+{
+    std::size_t count = 0;
+    for (const QmLogFinding& finding : findings)
+    {
+        if (QmLogIsDamage(finding.kind) != damage)
+            continue;
+        ++count;
+        output << (damage ? "damage: " : "note: ") << finding.file << ": ";
+        if (finding.row != QmLogFinding::kNoRow)
+            output << "row " << finding.row << ": ";
+        output << finding.reason << '\n';
+    }
+    return count;
+}
+
+} // namespace
+
+int Verify(const Arguments&, Host& host)
+{
+    const std::vector<std::string> logs = host.ListLogs();
+    const std::vector<QmLogFinding> findings = QmLogVerify(LogFolder(), logs);
+    std::uint64_t rows = 0;
+    for (const std::string& log : logs)
+    {
+        CQmLogReader reader;
+        reader.SetFilePath(log.c_str());
+        rows += reader.GetRowCount();
+    }
+
+    std::ostream& output = host.Output();
+    const std::size_t damaged = PrintFindings(output, findings, true);
+    PrintFindings(output, findings, false);
+    output << Counted(logs.size(), "log") << ", " << Counted(rows, "row") << ": ";
+    output << (damaged == 0 ? "no damage" : Counted(damaged, "damaged place")) << '\n';
+    return damaged == 0 ? kDone : kFoundFaults;
+}
+
+} // namespace logtool

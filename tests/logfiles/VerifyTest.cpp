@@ -1,0 +1,307 @@
+// Verification: what is damage, what is not, and where.
+
+#include "QmLogVerify.h"
+#include "QmLogWriter.h"
+#include "logfiles/Counters.h"
+#include "tests/support/MemorySession.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+
+namespace
+{
+
+using Kind = QmLogFindingKind;
+
+CQmLogWriter Writer(const char* name)
+{
+    CQmLogWriter writer;
+    writer.SetFilePath(name);
+    return writer;
+}
+
+// A log folder with a session in it, to be damaged and verified.
+struct Folder
+{
+    // Main: "\nhead\nb\nc\ndd\ntail", rows at 1, 6, 8, 10, 13; SQL: "x\ny\n", rows at 0, 2, 4.
+    void WriteSession()
+    {
+        CQmLogWriter main = Writer("Main");
+        CQmLogWriter sql = Writer("SQL");
+        main.BlockBegin(kNoticeKind);
+        main.Write("head");
+        sql.Write("x\ny\n");
+        main.Write("\nb\nc\ndd");
+        main.BlockEnd();
+        main.Write("tail");
+        QmLogWriterCloseAll();
+    }
+
+    std::vector<QmLogFinding> Verify() const { return QmLogVerify("C:\\Logs", {"Main", "Run", "SQL"}); }
+
+    bool IsDamaged() const
+    {
+        for (const QmLogFinding& finding : Verify())
+        {
+            if (QmLogIsDamage(finding.kind))
+                return true;
+        }
+        return false;
+    }
+
+    void Edit(const char* file, const std::function<void(std::string&)>& edit)
+    {
+        std::string bytes = session.files.Contents(session.Path(file));
+        edit(bytes);
+        session.files.SetContents(session.Path(file), bytes);
+    }
+
+    void EditRow(const char* file, std::size_t index, const std::function<void(CQmLogRow&)>& edit)
+    {
+        Edit(file, [&](std::string& bytes) {
+            CQmLogRow row;
+            std::memcpy(&row, bytes.data() + index * sizeof(row), sizeof(row));
+            edit(row);
+            std::memcpy(bytes.data() + index * sizeof(row), &row, sizeof(row));
+        });
+    }
+
+    MemorySession session;
+};
+
+std::string Describe(const std::vector<QmLogFinding>& findings)
+{
+    std::string text;
+    for (const QmLogFinding& finding : findings)
+        text += finding.file + ": row " + std::to_string(static_cast<int>(finding.row)) + ", kind " +
+                std::to_string(static_cast<int>(finding.kind)) + ": " + finding.reason + "\n";
+    return text;
+}
+
+std::size_t Count(const std::vector<QmLogFinding>& findings, Kind kind)
+{
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [kind](const QmLogFinding& finding) { return finding.kind == kind; }));
+}
+
+TEST(Verify, FindsNothingInWhatTheWriterLeaves)
+{
+    Folder folder;
+    EXPECT_TRUE(folder.Verify().empty()) << "an empty folder";
+    folder.WriteSession();
+    EXPECT_EQ("", Describe(folder.Verify()));
+    Writer("Run").Write("");
+    EXPECT_EQ("", Describe(folder.Verify())) << "a log without text";
+    EXPECT_EQ("", Describe(QmLogVerify("C:\\Logs\\", {"Main", "Run", "SQL"})));
+}
+
+TEST(Verify, NamesEachKindOfDamage)
+{
+    constexpr unsigned long kNoRow = QmLogFinding::kNoRow;
+    struct Case
+    {
+        const char* name;
+        std::function<void(Folder&)> plant;
+        Kind kind;
+        const char* file;
+        unsigned long row;
+    };
+    const Case cases[] = {
+        {"text removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Main.LOG"); },
+         Kind::kIndexWithoutText, "Main.LOG", kNoRow},
+        {"index removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Main.ROW"); },
+         Kind::kTextWithoutIndex, "Main.ROW", kNoRow},
+        {"index emptied", [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.clear(); }); },
+         Kind::kTextWithoutIndex, "SQL.ROW", kNoRow},
+        {"index cut within a record",
+         [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.resize(b.size() - 7); }); }, Kind::kIndexCut,
+         "Main.ROW", 4},
+        {"last record removed",
+         [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.resize(b.size() - 20); }); },
+         Kind::kLineWithoutRow, "SQL.ROW", 2},
+        {"record removed", [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.erase(20, 20); }); },
+         Kind::kLineWithoutRow, "Main.ROW", 1},
+        {"first record removed", [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.erase(0, 20); }); },
+         Kind::kLineWithoutRow, "SQL.ROW", 0},
+        {"record doubled",
+         [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.insert(20, b.substr(20, 20)); }); },
+         Kind::kNumberNotAscending, "Main.ROW", 1},
+        {"records exchanged",
+         [](Folder& t) {
+             t.Edit("Main.ROW", [](auto& b) {
+                 b = b.substr(0, 40) + b.substr(60, 20) + b.substr(40, 20) + b.substr(80);
+             });
+         },
+         Kind::kNumberNotAscending, "Main.ROW", 2},
+        {"offset too low", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 1; }); },
+         Kind::kOffsetNotAscending, "Main.ROW", 3},
+        {"offset within a line", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 11; }); },
+         Kind::kOffsetNotAtLine, "Main.ROW", 3},
+        {"last offset within a line",
+         [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.offset = 14; }); }, Kind::kOffsetNotAtLine,
+         "Main.ROW", 4},
+        {"offset behind the text",
+         [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.offset = 0x80000000; }); },
+         Kind::kOffsetNotAtLine, "Main.ROW", 4},
+        {"line feed written over", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b[7] = ' '; }); },
+         Kind::kOffsetNotAtLine, "Main.ROW", 2},
+        {"byte removed from the text", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b.erase(2, 1); }); },
+         Kind::kOffsetNotAtLine, "Main.ROW", 1},
+        {"line feed put into the text", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b[3] = '\n'; }); },
+         Kind::kLineWithoutRow, "Main.ROW", 1},
+        {"text appended by hand", [](Folder& t) { t.Edit("SQL.LOG", [](auto& b) { b += "z\n"; }); },
+         Kind::kLineWithoutRow, "SQL.ROW", 3},
+        {"number zero", [](Folder& t) { t.EditRow("Main.ROW", 1, [](auto& r) { r.time = 0; }); },
+         Kind::kNumberZero, "Main.ROW", 1},
+        {"number too low", [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.time = 2; }); },
+         Kind::kNumberNotAscending, "Main.ROW", 4},
+        {"number too high", [](Folder& t) { t.EditRow("Main.ROW", 1, [](auto& r) { r.time = 8; }); },
+         Kind::kNumberNotAscending, "Main.ROW", 1},
+        {"number of another log", [](Folder& t) { t.EditRow("SQL.ROW", 2, [](auto& r) { r.time = 5; }); },
+         Kind::kNumberNotUnique, "SQL.ROW", 2},
+        {"number above the counter", [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.time = 9; }); },
+         Kind::kNumberAboveCounter, "Main.ROW", 4},
+        {"counter set back", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b[0] = 7; }); },
+         Kind::kNumberAboveCounter, "Main.ROW", 4},
+        {"block mark", [](Folder& t) { t.EditRow("Main.ROW", 2, [](auto& r) { r.blockBegin = 2; }); },
+         Kind::kBlockMarkInvalid, "Main.ROW", 2},
+        {"kind", [](Folder& t) { t.EditRow("SQL.ROW", 0, [](auto& r) { r.kind = kEnclosingKind; }); },
+         Kind::kKindInvalid, "SQL.ROW", 0},
+        {"counters removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Log.DAT"); },
+         Kind::kCountersMissing, "Log.DAT", kNoRow},
+        {"counters cut", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b.resize(5); }); },
+         Kind::kCountersSize, "Log.DAT", kNoRow},
+        {"counters too long", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b += '\0'; }); },
+         Kind::kCountersSize, "Log.DAT", kNoRow},
+        {"index kept from others",
+         [](Folder& t) { t.session.files.Create("C:\\Logs\\Main.ROW", GENERIC_READ, 0, OPEN_EXISTING, 0); },
+         Kind::kFileUnreadable, "Main.ROW", kNoRow},
+    };
+    for (const Case& c : cases)
+    {
+        Folder folder;
+        folder.WriteSession();
+        c.plant(folder);
+        const std::vector<QmLogFinding> findings = folder.Verify();
+        const bool named = std::any_of(findings.begin(), findings.end(), [&](const QmLogFinding& finding) {
+            return finding.kind == c.kind && finding.file == c.file && finding.row == c.row &&
+                   QmLogIsDamage(c.kind);
+        });
+        EXPECT_TRUE(named) << c.name << ":\n" << Describe(findings);
+        EXPECT_LE(findings.size(), 8u) << c.name << ": one fault is told in few words\n"
+                                       << Describe(findings);
+    }
+}
+
+TEST(Verify, TellsLeftoversFromDamage)
+{
+    Folder folder;
+    folder.WriteSession();
+    CQmLogWriter sql = Writer("SQL");
+    EXPECT_TRUE(sql.Write("z"));
+
+    // A disk on which the rows find room, but not their text.
+    const auto failText = [&](const char* text, unsigned rows) {
+        folder.session.files.SetFreeSpace(rows * sizeof(CQmLogRow));
+        EXPECT_FALSE(sql.Write(text));
+        folder.session.files.SetFreeSpace(0xFFFFFFFFFFFFFFFF);
+    };
+    failText("more text\n\n", 2);
+    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kRowBeforeText)) << Describe(folder.Verify());
+    EXPECT_FALSE(folder.IsDamaged());
+
+    // The log goes on with a shorter text, or from a new writer with a longer one.
+    EXPECT_TRUE(sql.Write("short\n"));
+    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
+    failText("x\n", 1);
+    sql.Close();
+    logfiles::CloseCounters();
+    EXPECT_TRUE(Writer("SQL").Write("longer text\n"));
+    EXPECT_EQ(3u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
+    EXPECT_FALSE(folder.IsDamaged());
+
+    // A killed writer leaves part of a record, and numbers it had taken.
+    folder.Edit("SQL.ROW", [](std::string& bytes) { bytes += "unfinished"; });
+    std::uint32_t first = 0;
+    logfiles::GlobalTimeTake(3, first);
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRecordUnfinished));
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
+    EXPECT_FALSE(folder.IsDamaged()) << Describe(folder.Verify());
+}
+
+// Wherever a writer is killed, nothing is damaged; the next one goes on, and still nothing is.
+TEST(Verify, FindsNoDamageAfterAKillAtAnyCall)
+{
+    const auto write = [](bool& finished) {
+        CQmLogWriter main = Writer("Main");
+        CQmLogWriter sql = Writer("SQL");
+        main.BlockBegin(kErrorKind);
+        main.Write("caption");
+        sql.Write("one\ntwo\n\nthree\n");
+        main.Write("\ntext\nof many\nlines");
+        main.BlockEnd();
+        main.Write("");
+        main.Write("end");
+        finished = true;
+        QmLogWriterCloseAll();
+    };
+    int kills = 0;
+    for (bool finished = false; !finished; ++kills)
+    {
+        Folder folder;
+        folder.WriteSession();
+        folder.session.files.ForgetCalls();
+        folder.session.files.SetFault({static_cast<unsigned long>(kills + 1), ZEMA::Fault::kKill});
+        EXPECT_NO_THROW(try { write(finished); } catch (const ZEMA::ProcessKilled&){});
+        folder.session.files.ClearFault();
+        folder.session.files.CloseAllHandles();
+        logfiles::CloseCounters();
+        EXPECT_FALSE(folder.IsDamaged()) << "killed in call " << kills + 1 << "\n"
+                                         << Describe(folder.Verify());
+
+        bool secondFinished = false;
+        write(secondFinished);
+        EXPECT_FALSE(folder.IsDamaged()) << "after call " << kills + 1 << "\n" << Describe(folder.Verify());
+    }
+    EXPECT_GT(kills, 60);
+}
+
+TEST(Verify, EndsOnAnyBytes)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 2000; ++round)
+    {
+        Folder folder;
+        folder.WriteSession();
+        for (const char* file : {"Main.LOG", "Main.ROW", "SQL.ROW", "Log.DAT"})
+        {
+            folder.Edit(file, [&](std::string& bytes) {
+                if (random() % 3 == 0)
+                    bytes.resize(random() % (bytes.size() + 30), '\n');
+                for (unsigned i = random() % 4; i > 0 && !bytes.empty(); --i)
+                    bytes[random() % bytes.size()] = static_cast<char>(random() % 3 == 0 ? '\n' : random());
+            });
+        }
+        for (const QmLogFinding& finding : folder.Verify())
+            ASSERT_FALSE(finding.reason.empty() || finding.file.empty());
+    }
+}
+
+TEST(Verify, CountsWhatIsTooMuchToTell)
+{
+    Folder folder;
+    CQmLogWriter log = Writer("Main");
+    log.Write(std::string(5000, '\n').c_str());
+    folder.Edit("Main.ROW", [](std::string& bytes) { bytes.assign(bytes.size(), '\1'); });
+    const std::vector<QmLogFinding> findings = folder.Verify();
+    EXPECT_LT(findings.size(), 1010u);
+    EXPECT_EQ(1u, std::count_if(findings.begin(), findings.end(), [](const QmLogFinding& finding) {
+                  return finding.reason.find("more findings") != std::string::npos;
+              }));
+}
+
+} // namespace

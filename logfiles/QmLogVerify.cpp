@@ -170,7 +170,8 @@ MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint
         const std::uint32_t number = cursor->Number();
         if (number == last)
             cursor->Log().GetFindings().Add(QmLogFindingKind::kNumberNotUnique, "ROW", cursor->Row(),
-                                            "number " + std::to_string(number) + " stands in " + lastPlace + " too");
+                                            "number " + std::to_string(number) + " stands in " + lastPlace +
+                                                " too");
         else if (number - last > 1)
             missing.Add(last + 1, number - 1);
         last = number;

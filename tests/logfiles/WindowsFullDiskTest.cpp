@@ -7,6 +7,7 @@
 #include "tests/support/LogFolder.h"
 
 #include <algorithm>
+#include <sstream>
 #include <windows.h>
 
 namespace
@@ -43,7 +44,11 @@ protected:
             ASSERT_EQ((rows + 2) * sizeof(CQmLogRow), RowFileSize(i));
             EXPECT_EQ(before.size() + 6, Rows(kLogs[i])[rows].offset);
         }
-        EXPECT_EQ(damage, Damage(kLogs));
+
+        // Damage may go, as a text that ended before its rows goes on, but none may come.
+        std::istringstream damageNow(Damage(kLogs));
+        for (std::string line; std::getline(damageNow, line);)
+            EXPECT_NE(std::string::npos, damage.find(line + "\n")) << line;
     }
 
     CQmLogWriter m_writers[2];

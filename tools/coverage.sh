@@ -1,10 +1,19 @@
 #!/bin/bash
-# Which lines of the product the Windows tests run; a summary by file.
+# Which lines of the product the tests of both presets run; a summary by file.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 tools/setup.sh
-tools/build.sh windows-coverage
-find build/windows-coverage -name '*.gcda' -delete # counters add up over runs
-tools/with-wine.sh ctest --preset windows-coverage --quiet || echo "Some tests failed" >&2
-gcovr -r . --gcov-executable x86_64-w64-mingw32-gcov-posix \
-    -f include/ -f logfiles/ -f platform/ -f host/ build/windows-coverage
+
+# count PRESET GCOV COMMAND...: builds, runs the tests, and leaves the counts in build/PRESET.json.
+count() {
+    local preset=$1 gcov=$2
+    shift 2
+    tools/build.sh "$preset"
+    find "build/$preset" -name '*.gcda' -delete # counters add up over runs
+    "$@" ctest --preset "$preset" --quiet || echo "$preset: some tests failed" >&2
+    gcovr -r . --gcov-executable "$gcov" -f include/ -f logfiles/ -f platform/ -f host/ \
+        --json "build/$preset.json" "build/$preset"
+}
+count native-coverage gcov env
+count windows-coverage x86_64-w64-mingw32-gcov-posix tools/with-wine.sh
+gcovr -r . -a build/native-coverage.json -a build/windows-coverage.json

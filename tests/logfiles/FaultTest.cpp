@@ -128,8 +128,8 @@ template <typename Logs> void ManyRows(Logs& logs, std::vector<bool>& answers)
 const char* const kTokens[] = {"", "<one>", "<two>", "<three>", "<four>", "<five>", "<six>"};
 
 template <typename Logs>
-Outcome Run(const std::function<void(Logs&, std::vector<bool>&)>& script,
-            const std::function<void(MemorySession&)>& prepare, unsigned long* calls = nullptr)
+Outcome RunScript(const std::function<void(Logs&, std::vector<bool>&)>& script,
+                  const std::function<void(MemorySession&)>& prepare, unsigned long* calls = nullptr)
 {
     MemorySession session;
     Outcome outcome;
@@ -173,7 +173,7 @@ std::string Describe(const ZEMA::ScriptedFault& fault)
 TEST(Faults, EveryCallOfAWriterFailsAsInTheReference)
 {
     unsigned long calls = 0;
-    Run<ReferenceLogs>(SingleRows<ReferenceLogs>, kNothing, &calls);
+    RunScript<ReferenceLogs>(SingleRows<ReferenceLogs>, kNothing, &calls);
     ASSERT_GT(calls, 60u);
     for (unsigned long call = 1; call <= calls; ++call)
     {
@@ -183,8 +183,8 @@ TEST(Faults, EveryCallOfAWriterFailsAsInTheReference)
             {
                 const ZEMA::ScriptedFault fault = {call, kind, forever};
                 const auto prepare = [&](MemorySession& session) { session.files.SetFault(fault); };
-                const Outcome expected = Run<ReferenceLogs>(SingleRows<ReferenceLogs>, prepare);
-                const Outcome outcome = Run<LibraryLogs>(SingleRows<LibraryLogs>, prepare);
+                const Outcome expected = RunScript<ReferenceLogs>(SingleRows<ReferenceLogs>, prepare);
+                const Outcome outcome = RunScript<LibraryLogs>(SingleRows<LibraryLogs>, prepare);
                 EXPECT_EQ(expected.answers, outcome.answers) << Describe(fault);
                 EXPECT_EQ(expected.reports, outcome.reports) << Describe(fault);
                 EXPECT_EQ(expected.files, outcome.files) << Describe(fault);
@@ -198,16 +198,16 @@ TEST(Faults, EveryCallOfAWriterFailsAsInTheReference)
 // Rows that go out together fall back to one by one: what is not reported has made no difference.
 TEST(Faults, RowsWrittenTogetherAreLostOneByOneOrNotAtAll)
 {
-    const Outcome whole = Run<ReferenceLogs>(ManyRows<ReferenceLogs>, kNothing);
+    const Outcome whole = RunScript<ReferenceLogs>(ManyRows<ReferenceLogs>, kNothing);
     unsigned long calls = 0;
-    EXPECT_EQ(whole, Run<LibraryLogs>(ManyRows<LibraryLogs>, kNothing, &calls));
+    EXPECT_EQ(whole, RunScript<LibraryLogs>(ManyRows<LibraryLogs>, kNothing, &calls));
     int absorbed = 0;
     for (unsigned long call = 1; call <= calls; ++call)
     {
         for (const Fault kind : {Fault::kFail, Fault::kShortWrite})
         {
             const ZEMA::ScriptedFault fault = {call, kind, false};
-            const Outcome outcome = Run<LibraryLogs>(
+            const Outcome outcome = RunScript<LibraryLogs>(
                 ManyRows<LibraryLogs>, [&](MemorySession& session) { session.files.SetFault(fault); });
             if (outcome.reports.empty() && !outcome.endless)
             {
@@ -226,8 +226,8 @@ TEST(Faults, ADiskOfAnySizeFillsAsInTheReference)
     for (std::uint64_t space = 0; space < 700; ++space)
     {
         const auto prepare = [space](MemorySession& session) { session.files.SetFreeSpace(space); };
-        const Outcome expected = Run<ReferenceLogs>(ManyRows<ReferenceLogs>, prepare);
-        const Outcome outcome = Run<LibraryLogs>(ManyRows<LibraryLogs>, prepare);
+        const Outcome expected = RunScript<ReferenceLogs>(ManyRows<ReferenceLogs>, prepare);
+        const Outcome outcome = RunScript<LibraryLogs>(ManyRows<LibraryLogs>, prepare);
         ASSERT_EQ(expected.answers, outcome.answers) << space << " bytes";
         ASSERT_EQ(expected.files, outcome.files) << space << " bytes";
         ASSERT_EQ(0u, outcome.files[1].size() % 20) << space << " bytes";

@@ -79,7 +79,9 @@ TEST(OutputFile, PathsFromTheRegistry)
         file.WriteDirect("text", 4);
         ASSERT_EQ(*path != '\0' ? 1u : 0u, session.files.Paths().size()) << folder;
         if (*path == 'C' || *path == '\\')
+        {
             EXPECT_TRUE(session.files.Exists(path)) << session.files.Paths()[0];
+        }
     }
 }
 

@@ -103,7 +103,7 @@ TEST_F(ReaderTest, FindEqualsAWalkThroughTheRows)
     {
         std::vector<std::uint32_t> times;
         for (std::uint32_t time = 0; times.size() < count;)
-            times.push_back(time += 1 + random() % 3);
+            times.push_back(time += static_cast<std::uint32_t>(1 + random() % 3));
         CQmLogReader fresh;
         SetTimes(times);
         fresh.SetFilePath("Main");

@@ -1,6 +1,7 @@
 // Several processes in one log folder: taking turns, reading beside a writer, being killed.
 
 #include "QmLogReader.h"
+#include "QmLogVerify.h"
 #include "QmLogWriter.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/MixedSteps.h"
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <thread>
 
 namespace
 {
@@ -76,6 +78,34 @@ TEST_F(WindowsProcessesTest, ShortWritersShareOneSequence)
     EXPECT_EQ(3 * kRounds * logs.size(), *numbers.rbegin());
     EXPECT_EQ(std::string("\0\0\0\0", 4), Contents("Log.DAT").substr(4)) << "blocks were closed";
     EXPECT_EQ("", Damage(logs));
+}
+
+// All of them open the counters at once: one succeeds, and the others must notice.
+TEST_F(WindowsProcessesTest, ThreadsOfAProcessShareOneSequence)
+{
+    constexpr int kTexts = 200;
+    const std::vector<std::string> logs = {"Main", "Run", "Source", "SQL"};
+    std::vector<std::thread> threads;
+    for (const std::string& name : logs)
+    {
+        threads.emplace_back([&name] {
+            CQmLogWriter log;
+            log.SetFilePath(name.c_str());
+            for (int text = 0; text < kTexts; ++text)
+            {
+                QmLogBlock block(log, kDetailKind, "caption");
+                EXPECT_TRUE(log.Write("\none\ntwo"));
+                QmLogGlobalTimeGet();
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    QmLogWriterCloseAll();
+    EXPECT_EQ(static_cast<int>(logs.size()) * kTexts * 3, QmLogGlobalTimeGet());
+    EXPECT_TRUE(QmLogVerify(Path(""), logs).empty());
+    EXPECT_EQ(std::string("\0\0\0\0", 4), Contents("Log.DAT").substr(4)) << "blocks were closed";
+    EXPECT_EQ("", Contents("QmLog.LOG"));
 }
 
 TEST_F(WindowsProcessesTest, AReaderFollowsALiveWriterLineByLine)

@@ -26,9 +26,7 @@ struct Option
 struct CommandForm
 {
     const char* name;
-    std::size_t minOperands;
     std::size_t maxOperands;
-    const char* missing; // what is said when there are too few operands
     std::vector<Option> options;
 };
 
@@ -40,16 +38,10 @@ const std::vector<CommandForm>& Forms()
     static const Option kLog = {"--log", Value::kMany};
     static const Option kNumbers = {"--numbers", Value::kNone};
     static const std::vector<CommandForm> forms = {
-        {"help", 0, 1, "", {}},
-        {"write",
-         1,
-         kAnyNumber,
-         "name the log",
-         {kFolder, {"--kind", Value::kOne}, {"--block", Value::kOne}}},
+        {"help", 1, {}},
+        {"write", kAnyNumber, {kFolder, {"--kind", Value::kOne}, {"--block", Value::kOne}}},
         {"cat",
          0,
-         0,
-         "",
          {kFolder,
           kLog,
           kNumbers,
@@ -61,8 +53,6 @@ const std::vector<CommandForm>& Forms()
           {"-B", Value::kOne}}},
         {"tail",
          0,
-         0,
-         "",
          {kFolder,
           kLog,
           kNumbers,
@@ -70,9 +60,9 @@ const std::vector<CommandForm>& Forms()
           {"-n", Value::kOne},
           {"--after", Value::kOne},
           {"--cursor-file", Value::kOne}}},
-        {"tree", 0, 0, "", {kFolder, kLog, {"--depth", Value::kOne}, {"--errors", Value::kNone}}},
-        {"errors", 0, 0, "", {kFolder, kLog}},
-        {"verify", 0, 1, "", {kFolder}},
+        {"tree", 0, {kFolder, kLog, {"--depth", Value::kOne}, {"--errors", Value::kNone}}},
+        {"errors", 0, {kFolder, kLog}},
+        {"verify", 1, {kFolder}},
     };
     return forms;
 }
@@ -155,22 +145,18 @@ Arguments::Arguments(const std::vector<std::string>& words)
             m_values[word].push_back(takesValue ? words[++i] : "");
         }
     }
-    if (m_operands.size() < form->minOperands)
-        throw UsageError(m_command, form->missing);
     if (m_operands.size() > form->maxOperands)
         throw UsageError(m_operands[form->maxOperands], "not expected by " + m_command);
 }
 
-std::string Arguments::Text(const std::string& option, const std::string& missing) const
+std::string Arguments::Text(const std::string& option) const
 {
-    const auto values = m_values.find(option);
-    return values == m_values.end() ? missing : values->second.front();
+    return Has(option) ? m_values.at(option).front() : "";
 }
 
 std::vector<std::string> Arguments::Texts(const std::string& option) const
 {
-    const auto values = m_values.find(option);
-    return values == m_values.end() ? std::vector<std::string>() : values->second;
+    return Has(option) ? m_values.at(option) : std::vector<std::string>();
 }
 
 std::uint32_t Arguments::Number(const std::string& option, std::uint32_t missing) const
@@ -183,22 +169,19 @@ std::uint32_t Arguments::Number(const std::string& option, std::uint32_t missing
     return number;
 }
 
-QmLogBlockKind Arguments::Kind(const std::string& option, QmLogBlockKind missing) const
+std::optional<QmLogBlockKind> Arguments::Kind() const
 {
-    if (!Has(option))
-        return missing;
-    static const char* const names[] = {"plain", "notice", "error", "detail"};
-    const std::string text = Text(option);
+    if (!Has("--kind"))
+        return std::nullopt;
+    static const std::map<std::string, QmLogBlockKind> names = {
+        {"plain", kPlainKind}, {"notice", kNoticeKind}, {"error", kErrorKind}, {"detail", kDetailKind}};
+    const std::string text = Text("--kind");
+    if (const auto name = names.find(text); name != names.end())
+        return name->second;
     std::uint32_t number = 0;
-    for (const char* name : names)
-    {
-        if (text == name)
-            return static_cast<QmLogBlockKind>(number);
-        ++number;
-    }
     if (!ParseNumber(text, number) || number == kEnclosingKind)
         throw UsageError(
-            option, "'" + text + "' is no kind: plain, notice, error, detail or a number below 4294967295");
+            "--kind", "'" + text + "' is no kind: plain, notice, error, detail or a number below 4294967295");
     return static_cast<QmLogBlockKind>(number);
 }
 

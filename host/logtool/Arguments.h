@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -29,14 +30,14 @@ public:
     const std::vector<std::string>& Operands() const { return m_operands; }
 
     bool Has(const std::string& option) const { return m_values.count(option) != 0; }
-    // The value of an option given at most once; `missing` when it is not there.
-    std::string Text(const std::string& option, const std::string& missing = "") const;
+    // The value of an option given at most once; empty when it is not there.
+    std::string Text(const std::string& option) const;
     // The values of an option that may be repeated, in order.
     std::vector<std::string> Texts(const std::string& option) const;
     // Throws UsageError for anything but a decimal number up to 4294967295.
     std::uint32_t Number(const std::string& option, std::uint32_t missing) const;
-    // A block kind by name or number.
-    QmLogBlockKind Kind(const std::string& option, QmLogBlockKind missing) const;
+    // The block kind that "--kind" gives by name or number. Throws UsageError for anything else.
+    std::optional<QmLogBlockKind> Kind() const;
 
 private:
     std::string m_command;

@@ -7,7 +7,6 @@ namespace logtool
 
 void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    ++m_rowCount;
     Log& own = m_logs[log];
     own.rows = index + 1;
     EndBlocks(log, index, row);

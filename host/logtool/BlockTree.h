@@ -48,7 +48,6 @@ public:
     const Node& At(std::uint32_t node) const { return m_nodes[node]; }
     std::size_t BlockCount() const { return m_nodes.size(); }
     std::uint32_t FirstTop() const { return m_firstTop; }
-    std::uint64_t RowCount() const { return m_rowCount; }
     std::uint32_t ErrorCount() const { return m_errorCount; }
 
 private:
@@ -67,7 +66,6 @@ private:
     std::vector<std::uint32_t> m_open; // the open blocks of all logs in the order they were opened
     std::uint32_t m_firstTop = kNone;
     std::uint32_t m_lastTop = kNone;
-    std::uint64_t m_rowCount = 0;
     std::uint32_t m_errorCount = 0;
 };
 

@@ -13,24 +13,16 @@ namespace
 class Match
 {
 public:
-    explicit Match(const Arguments& arguments)
-    {
-        if (arguments.Has("--kind"))
-            m_kind = arguments.Kind("--kind", kPlainKind);
-        if (arguments.Has("--grep"))
-            m_text = arguments.Text("--grep");
-    }
+    explicit Match(const Arguments& arguments) : m_kind(arguments.Kind()), m_text(arguments.Text("--grep")) {}
 
     bool operator()(const LogEntry& entry) const
     {
-        if (m_kind && entry.row.kind != *m_kind)
-            return false;
-        return !m_text || entry.text.find(*m_text) != std::string_view::npos;
+        return (!m_kind || entry.row.kind == *m_kind) && entry.text.find(m_text) != std::string_view::npos;
     }
 
 private:
     std::optional<QmLogBlockKind> m_kind;
-    std::optional<std::string> m_text;
+    std::string m_text; // empty when every text will do
 };
 
 // Shows matches with the rows around them.

@@ -32,6 +32,9 @@ int Verify(const Arguments& arguments, Host& host);
 // The logs named with "--log"; without, the five of a session and whatever else the folder holds.
 std::vector<std::string> ChosenLogs(const Arguments& arguments, Host& host);
 
+// "3 logs, 12 rows": those of `logs` that the folder holds, and the rows of their indexes.
+std::string Totals(const std::vector<std::string>& logs, Host& host);
+
 // The log folder with its backslash; empty when there is none.
 std::string LogFolder();
 

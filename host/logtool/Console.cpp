@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 
 namespace logtool
@@ -96,20 +95,15 @@ HandleBuffer::int_type HandleBuffer::overflow(int_type character)
 int HandleBuffer::sync()
 {
     const char* data = pbase();
-    while (data < pptr())
+    const char* const end = pptr();
+    setp(m_bytes.data(), m_bytes.data() + m_bytes.size()); // what fails is not tried again at the end
+    while (data < end)
     {
         DWORD written = 0;
-        const bool done =
-            ::WriteFile(m_handle, data, static_cast<DWORD>(pptr() - data), &written, nullptr) != 0;
-        if (!done || written == 0)
-        {
-            setp(m_bytes.data(),
-                 m_bytes.data() + m_bytes.size()); // what failed is not tried again at the end
+        if (!::WriteFile(m_handle, data, static_cast<DWORD>(end - data), &written, nullptr) || written == 0)
             return -1;
-        }
         data += written;
     }
-    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
     return 0;
 }
 
@@ -138,45 +132,43 @@ bool Console::IsMessagesTerminal()
     return IsConsole(::GetStdHandle(STD_ERROR_HANDLE));
 }
 
+// Names are in the system's code page here, as the library takes them: std::filesystem would convert them.
 void Console::UseFolder(const std::string& folder)
 {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::absolute(folder, error);
-    ::_putenv_s("QM_LOG_FOLDER", (error ? folder : path.string()).c_str());
+    char path[MAX_PATH] = {};
+    const DWORD length = ::GetFullPathNameA(folder.c_str(), MAX_PATH, path, nullptr);
+    ::_putenv_s("QM_LOG_FOLDER", length > 0 && length < MAX_PATH ? path : folder.c_str());
 }
 
 // The manager makes its own folder when none is named, so only a named one can be missing.
 bool Console::FolderExists()
 {
     const char* folder = std::getenv("QM_LOG_FOLDER");
-    std::error_code error;
-    return folder == nullptr || *folder == '\0' || std::filesystem::is_directory(folder, error);
+    if (folder == nullptr || *folder == '\0')
+        return true;
+    const DWORD attributes = ::GetFileAttributesA(folder);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 std::vector<std::string> Console::ListLogs()
 {
     std::vector<std::string> logs;
-    std::error_code error;
-    for (std::filesystem::directory_iterator file(LogFolder(), error), end; !error && file != end;
-         file.increment(error))
+    WIN32_FIND_DATAA file = {};
+    const HANDLE search = ::FindFirstFileA((LogFolder() + "*").c_str(), &file);
+    for (bool found = search != INVALID_HANDLE_VALUE; found; found = ::FindNextFileA(search, &file) != 0)
     {
-        std::string name;
-        try
-        {
-            name = file->path().filename().string();
-        }
-        catch (const std::exception&)
-        {
-            continue; // no 8-bit name, so no log of ours
-        }
+        std::string name = file.cFileName;
         const std::string extension = name.size() > 4 ? name.substr(name.size() - 4) : "";
         if (!IsSameName(extension, ".LOG") && !IsSameName(extension, ".ROW"))
             continue;
         name.resize(name.size() - 4);
         const auto isSame = [&](const std::string& log) { return IsSameName(log, name); };
-        if (!IsSameName(name, "QmLog") && std::none_of(logs.begin(), logs.end(), isSame))
+        const bool foreign = name.find('?') != std::string::npos; // not in the code page, so no log of ours
+        if (!foreign && !IsSameName(name, "QmLog") && std::none_of(logs.begin(), logs.end(), isSame))
             logs.push_back(name);
     }
+    if (search != INVALID_HANDLE_VALUE)
+        ::FindClose(search);
     std::sort(logs.begin(), logs.end());
     return logs;
 }

@@ -48,6 +48,13 @@ void EnterFolder(const Arguments& arguments, Host& host)
         throw UsageError(shown, "cannot be made or has too long a name");
 }
 
+std::vector<std::string>::const_iterator FindName(const std::vector<std::string>& logs,
+                                                  const std::string& name)
+{
+    return std::find_if(logs.begin(), logs.end(),
+                        [&](const std::string& log) { return IsSameName(log, name); });
+}
+
 int RunCommand(const std::vector<std::string>& words, Host& host)
 {
     const Arguments arguments(words);
@@ -88,12 +95,8 @@ int Run(const std::vector<std::string>& words, Host& host)
 std::vector<std::string> ChosenLogs(const Arguments& arguments, Host& host)
 {
     std::vector<std::string> logs = {"Main", "Run", "Source", "SQL", "Service"};
-    const auto find = [&](const std::string& name) {
-        return std::find_if(logs.begin(), logs.end(),
-                            [&](const std::string& log) { return IsSameName(log, name); });
-    };
     for (const std::string& name : host.ListLogs())
-        if (find(name) == logs.end())
+        if (FindName(logs, name) == logs.end())
             logs.push_back(name);
     if (!arguments.Has("--log"))
         return logs;
@@ -101,7 +104,7 @@ std::vector<std::string> ChosenLogs(const Arguments& arguments, Host& host)
     std::vector<std::string> chosen;
     for (const std::string& name : arguments.Texts("--log"))
     {
-        const auto log = find(name);
+        const auto log = FindName(logs, name);
         if (log == logs.end())
             throw UsageError(name, "no such log in " + LogFolder());
         if (std::find(chosen.begin(), chosen.end(), *log) == chosen.end())
@@ -110,11 +113,26 @@ std::vector<std::string> ChosenLogs(const Arguments& arguments, Host& host)
     return chosen;
 }
 
+std::string Totals(const std::vector<std::string>& logs, Host& host)
+{
+    std::size_t count = 0;
+    std::uint64_t rows = 0;
+    for (const std::string& name : host.ListLogs())
+    {
+        if (FindName(logs, name) == logs.end())
+            continue;
+        CQmLogReader reader;
+        reader.SetFilePath(name.c_str());
+        rows += reader.GetRowCount();
+        ++count;
+    }
+    return Counted(count, "log") + ", " + Counted(rows, "row");
+}
+
 std::string LogFolder()
 {
-    static constexpr char name[] = "x";
     std::array<char, 260> path = {};
-    if (!QmLogMakeFilePath(name, path.data()))
+    if (!QmLogMakeFilePath("x", path.data()))
         return "";
     std::string folder = path.data();
     folder.resize(folder.find_last_of("\\/") + 1);

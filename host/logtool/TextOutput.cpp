@@ -42,7 +42,7 @@ std::string PrintableLines(std::string_view text)
         std::string_view line = text.substr(0, lineFeed);
         const bool ended = lineFeed != std::string_view::npos;
         text.remove_prefix(ended ? lineFeed + 1 : text.size());
-        if (ended && line.ends_with('\r'))
+        if (line.ends_with('\r'))
             line.remove_suffix(1);
         result += Printable(line);
         if (ended)
@@ -88,7 +88,7 @@ void TextOutput::Row(const std::string& name, const LogEntry& entry, std::size_t
         EndLine();
         Begin(name, entry);
     }
-    std::string_view text = entry.text.substr(std::min(skip, entry.text.size()));
+    const std::string_view text = entry.text.substr(skip);
     m_lineOpen = !text.ends_with('\n');
     m_openLog = entry.log;
     m_openIndex = entry.index;
@@ -97,15 +97,12 @@ void TextOutput::Row(const std::string& name, const LogEntry& entry, std::size_t
         m_output.write(text.data(), static_cast<std::streamsize>(text.size()));
         return;
     }
-    // The colour ends before the line feed, so that it never reaches what others write next.
-    if (!m_lineOpen)
-        text.remove_suffix(1);
     const std::string colour = m_style.colours ? Colour(entry.row.kind) : "";
-    if (text.ends_with('\r'))
-        text.remove_suffix(1);
-    m_output << colour << PrintableLines(text) << (colour.empty() ? "" : "\x1b[0m");
-    if (!m_lineOpen)
-        m_output << '\n';
+    std::string printable = colour + PrintableLines(text);
+    // The colour ends before the line feed, so that it never reaches what others write next.
+    if (!colour.empty())
+        printable.insert(printable.size() - (m_lineOpen ? 0 : 1), "\x1b[0m");
+    m_output << printable;
 }
 
 void TextOutput::Line(std::string_view text)

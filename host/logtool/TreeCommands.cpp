@@ -13,20 +13,27 @@ namespace
 
 constexpr std::size_t kCaptionLimit = 72; // on a terminal, where a line should stay one line
 
-BlockTree BuildTree(LogStream& stream, std::size_t logs)
+// The blocks of some logs, and where their texts are read from.
+struct Blocks
 {
-    BlockTree tree(logs);
-    LogEntry entry;
-    while (stream.Next(entry))
+    explicit Blocks(const std::vector<std::string>& names)
+        : logs(names), stream(names, LogStream::Content::kRows), tree(names.size())
     {
-        if (entry.hasText)
-            tree.Add(entry.log, entry.index, entry.row);
-        else
-            tree.EndBlocks(entry.log, entry.index, entry.row);
+        LogEntry entry;
+        while (stream.Next(entry))
+        {
+            if (entry.hasText)
+                tree.Add(entry.log, entry.index, entry.row);
+            else
+                tree.EndBlocks(entry.log, entry.index, entry.row);
+        }
+        tree.Finish();
     }
-    tree.Finish();
-    return tree;
-}
+
+    std::vector<std::string> logs;
+    LogStream stream;
+    BlockTree tree;
+};
 
 std::string_view Trimmed(std::string_view text)
 {
@@ -39,42 +46,33 @@ std::string_view Trimmed(std::string_view text)
 class Outline
 {
 public:
-    Outline(const Arguments& arguments, Host& host, const std::vector<std::string>& logs)
-        : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_logs(logs),
-          m_stream(logs, LogStream::Content::kRows), m_tree(BuildTree(m_stream, logs.size())),
+    Outline(const Arguments& arguments, Host& host, Blocks& blocks)
+        : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_blocks(blocks),
           m_depth(arguments.Number("--depth", 0xFFFFFFFF)), m_onlyErrors(arguments.Has("--errors"))
     {
     }
 
-    void Print()
-    {
-        m_output << Counted(m_logs.size(), "log") << ", " << Counted(m_tree.RowCount(), "row") << ", "
-                 << Counted(m_tree.BlockCount(), "block") << ", " << Counted(m_tree.ErrorCount(), "error")
-                 << '\n';
-        PrintBranches(m_tree.FirstTop(), 0);
-    }
-
-    const LogStream& Stream() const { return m_stream; }
-
-private:
-    // The recursion ends: a block's depth is above its parent's and fits a byte.
+    // `node` and its siblings, and what lies in them. The recursion ends: a block's depth is above its
+    // parent's and fits a byte.
     void PrintBranches(std::uint32_t node, std::uint32_t depth)
     {
         if (depth >= m_depth)
             return;
-        for (; node != BlockTree::kNone; node = m_tree.At(node).nextSibling)
+        const BlockTree& tree = m_blocks.tree;
+        for (; node != BlockTree::kNone; node = tree.At(node).nextSibling)
         {
-            if (m_onlyErrors && m_tree.At(node).errors == 0)
+            if (m_onlyErrors && tree.At(node).errors == 0)
                 continue;
-            PrintNode(m_tree.At(node), depth);
-            PrintBranches(m_tree.At(node).firstChild, depth + 1);
+            PrintNode(tree.At(node), depth);
+            PrintBranches(tree.At(node).firstChild, depth + 1);
         }
     }
 
+private:
     void PrintNode(const BlockTree::Node& node, std::uint32_t depth)
     {
-        m_output << std::string(2 * std::size_t{depth}, ' ') << Caption(node) << "  [" << m_logs[node.log]
-                 << ", " << Counted(node.rows, "row");
+        m_output << std::string(2 * std::size_t{depth}, ' ') << Caption(node) << "  ["
+                 << m_blocks.logs[node.log] << ", " << Counted(node.rows, "row");
         if (node.errors > 0)
             m_output << ", " << Counted(node.errors, "error");
         m_output << "]\n";
@@ -83,7 +81,7 @@ private:
     std::string Caption(const BlockTree::Node& node)
     {
         LogEntry entry;
-        m_stream.ReadEntry(node.log, node.begin, entry);
+        m_blocks.stream.ReadEntry(node.log, node.begin, entry);
         const std::string_view text = Trimmed(entry.text);
         if (!m_terminal)
             return std::string(text);
@@ -93,9 +91,7 @@ private:
 
     std::ostream& m_output;
     bool m_terminal;
-    const std::vector<std::string>& m_logs;
-    LogStream m_stream;
-    BlockTree m_tree;
+    Blocks& m_blocks;
     std::uint32_t m_depth;
     bool m_onlyErrors;
 };
@@ -104,48 +100,37 @@ private:
 class ErrorReport
 {
 public:
-    ErrorReport(TextOutput& output, const std::vector<std::string>& logs)
-        : m_output(output), m_logs(logs), m_stream(logs, LogStream::Content::kRows),
-          m_tree(BuildTree(m_stream, logs.size()))
-    {
-    }
+    ErrorReport(TextOutput& output, Blocks& blocks) : m_output(output), m_blocks(blocks) {}
 
-    // False when there is no error.
-    bool Print()
-    {
-        PrintBranches(m_tree.FirstTop());
-        return m_tree.ErrorCount() > 0;
-    }
-
-    const LogStream& Stream() const { return m_stream; }
-
-private:
-    struct Step
-    {
-        std::uint32_t node;
-        bool shown;
-    };
-
+    // The errors in `node` and its siblings.
     void PrintBranches(std::uint32_t node)
     {
-        for (; node != BlockTree::kNone; node = m_tree.At(node).nextSibling)
+        const BlockTree& tree = m_blocks.tree;
+        for (; node != BlockTree::kNone; node = tree.At(node).nextSibling)
         {
-            if (m_tree.At(node).errors == 0)
+            const BlockTree::Node& block = tree.At(node);
+            if (block.errors == 0)
                 continue;
-            m_path.push_back({node, IsInShownError(m_tree.At(node))});
-            if (m_tree.At(node).isError && !m_path.back().shown)
+            m_path.push_back({block, IsInShownError(block)});
+            if (block.isError && !m_path.back().shown)
                 PrintBlock();
-            PrintBranches(m_tree.At(node).firstChild);
+            PrintBranches(block.firstChild);
             m_path.pop_back();
         }
     }
 
+private:
+    struct Step
+    {
+        const BlockTree::Node& block;
+        bool shown;
+    };
+
     // What lies in an error of the same log came out with it. What lies in one of another log did not.
-    bool IsInShownError(const BlockTree::Node& node) const
+    bool IsInShownError(const BlockTree::Node& block) const
     {
         return std::any_of(m_path.begin(), m_path.end(), [&](const Step& step) {
-            const BlockTree::Node& outer = m_tree.At(step.node);
-            return outer.isError && outer.log == node.log;
+            return step.block.isError && step.block.log == block.log;
         });
     }
 
@@ -153,10 +138,9 @@ private:
     {
         for (Step& step : m_path)
         {
-            const BlockTree::Node& node = m_tree.At(step.node);
             const bool whole = &step == &m_path.back();
             if (!step.shown)
-                PrintRows(node.log, node.begin, whole ? node.end : node.begin + 1);
+                PrintRows(step.block.log, step.block.begin, whole ? step.block.end : step.block.begin + 1);
             step.shown = true;
         }
     }
@@ -166,15 +150,13 @@ private:
         for (unsigned long index = begin; index < end; ++index)
         {
             LogEntry entry;
-            if (m_stream.ReadEntry(log, index, entry))
-                m_output.Row(m_logs[log], entry);
+            if (m_blocks.stream.ReadEntry(log, index, entry))
+                m_output.Row(m_blocks.logs[log], entry);
         }
     }
 
     TextOutput& m_output;
-    const std::vector<std::string>& m_logs;
-    LogStream m_stream;
-    BlockTree m_tree;
+    Blocks& m_blocks;
     std::vector<Step> m_path; // from the top to the block at hand
 };
 
@@ -182,21 +164,24 @@ private:
 
 int Tree(const Arguments& arguments, Host& host)
 {
-    const std::vector<std::string> logs = ChosenLogs(arguments, host);
-    Outline outline(arguments, host, logs);
-    outline.Print();
-    return EndOf(outline.Stream(), host);
+    Blocks blocks(ChosenLogs(arguments, host));
+    Outline outline(arguments, host, blocks);
+    host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block") << ", "
+                  << Counted(blocks.tree.ErrorCount(), "error") << '\n';
+    outline.PrintBranches(blocks.tree.FirstTop(), 0);
+    return EndOf(blocks.stream, host);
 }
 
 int Errors(const Arguments& arguments, Host& host)
 {
-    const std::vector<std::string> logs = ChosenLogs(arguments, host);
-    TextOutput text(host.Output(), StyleOf(arguments, host), logs);
-    ErrorReport report(text, logs);
-    const bool found = report.Print();
-    if (!found)
+    Blocks blocks(ChosenLogs(arguments, host));
+    TextOutput text(host.Output(), StyleOf(arguments, host), blocks.logs);
+    const bool found = blocks.tree.ErrorCount() > 0;
+    if (found)
+        ErrorReport(text, blocks).PrintBranches(blocks.tree.FirstTop());
+    else
         text.Line("no errors");
-    const int exitCode = EndOf(report.Stream(), host);
+    const int exitCode = EndOf(blocks.stream, host);
     return found ? kFoundFaults : exitCode;
 }
 

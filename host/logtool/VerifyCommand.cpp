@@ -32,19 +32,11 @@ int Verify(const Arguments&, Host& host)
 {
     const std::vector<std::string> logs = host.ListLogs();
     const std::vector<QmLogFinding> findings = QmLogVerify(LogFolder(), logs);
-    std::uint64_t rows = 0;
-    for (const std::string& log : logs)
-    {
-        CQmLogReader reader;
-        reader.SetFilePath(log.c_str());
-        rows += reader.GetRowCount();
-    }
-
     std::ostream& output = host.Output();
     const std::size_t damaged = PrintFindings(output, findings, true);
     PrintFindings(output, findings, false);
-    output << Counted(logs.size(), "log") << ", " << Counted(rows, "row") << ": ";
-    output << (damaged == 0 ? "no damage" : Counted(damaged, "damaged place")) << '\n';
+    output << Totals(logs, host) << ": " << (damaged == 0 ? "no damage" : Counted(damaged, "damaged place"))
+           << '\n';
     return damaged == 0 ? kDone : kFoundFaults;
 }
 

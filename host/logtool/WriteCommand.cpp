@@ -3,6 +3,7 @@
 #include "QmLogWriter.h"
 
 #include <algorithm>
+#include <optional>
 #include <ostream>
 
 namespace logtool
@@ -15,70 +16,64 @@ constexpr std::size_t kChunkSize = 64 * 1024;
 constexpr std::uint64_t kProgressStep = 1024 * 1024;
 
 // Writes bytes as they come in large pieces that end with a line, so that many rows share one write.
+// Nothing is written behind a write that failed: it would read as if there were no gap.
 class Feed
 {
 public:
-    enum class Block
-    {
-        kNone,
-        kOpen // the last line feed is held back, see Finish
-    };
+    // Shows progress on `messages` unless it is null.
+    Feed(CQmLogWriter& log, std::ostream* messages) : m_log(log), m_messages(messages) {}
 
-    Feed(CQmLogWriter& log, Block block) : m_log(log), m_block(block) {}
+    // Puts all that follows into a block, whose header is its first line unless there is a caption.
+    void OpenBlock(QmLogBlockKind kind, const std::optional<std::string>& caption);
 
-    // Puts `text` before whatever comes next.
-    void Prefix(const std::string& text) { m_pending += text; }
-
+    // Writes what the input gives. False when the input cannot be read.
     bool Append(Input& input);
-    bool Finish();
 
-    std::uint64_t Bytes() const { return m_bytes; }
+    void Finish();
+
+    bool HasFailed() const { return m_failed; }
     std::uint64_t NulBytes() const { return m_nulBytes; }
 
-    enum class Failure
-    {
-        kNone,
-        kRead,
-        kWrite
-    };
-    Failure Fault() const { return m_failure; }
-
-    void ShowProgressOn(std::ostream& messages) { m_progress = &messages; }
-
 private:
-    bool Take(char* data, std::size_t length);
-    bool WriteFirst(std::size_t length);
+    void Take(char* data, std::size_t length);
+    void WriteFirst(std::size_t length);
     void ShowProgress(std::size_t added);
 
     CQmLogWriter& m_log;
-    Block m_block;
+    std::ostream* m_messages;
     std::string m_pending;
+    bool m_inBlock = false; // the last line feed is held back, see Finish
+    bool m_failed = false;  // a write did
     std::uint64_t m_bytes = 0;
     std::uint64_t m_nulBytes = 0;
-    Failure m_failure = Failure::kNone;
-    std::ostream* m_progress = nullptr;
 };
+
+// The caption goes out at once: it also tells whether the log can be written.
+void Feed::OpenBlock(QmLogBlockKind kind, const std::optional<std::string>& caption)
+{
+    m_inBlock = true;
+    m_log.BlockBegin(kind);
+    m_pending = caption.value_or("");
+    WriteFirst(m_pending.size());
+    if (caption)
+        m_pending = '\n';
+}
 
 bool Feed::Append(Input& input)
 {
     std::vector<char> buffer(kChunkSize);
-    for (;;)
+    while (!m_failed)
     {
         std::size_t length = 0;
         const Input::Result result = input.Read(buffer.data(), buffer.size(), length);
-        if (result == Input::Result::kEnd)
-            return true;
-        if (result == Input::Result::kError)
-        {
-            m_failure = Failure::kRead;
-            return false;
-        }
-        if (!Take(buffer.data(), length))
-            return false;
+        if (result != Input::Result::kData)
+            return result == Input::Result::kEnd;
+        Take(buffer.data(), length);
     }
+    return true;
 }
 
-bool Feed::Take(char* data, std::size_t length)
+void Feed::Take(char* data, std::size_t length)
 {
     m_nulBytes += static_cast<std::uint64_t>(std::count(data, data + length, '\0'));
     std::replace(data, data + length, '\0', '?');
@@ -89,40 +84,40 @@ bool Feed::Take(char* data, std::size_t length)
     std::size_t ready = m_pending.size();
     if (length == kChunkSize && m_pending.find('\n') != std::string::npos)
         ready = m_pending.rfind('\n') + 1;
-    if (m_block == Block::kOpen && ready > 0 && m_pending[ready - 1] == '\n')
+    if (m_inBlock && ready > 0 && m_pending[ready - 1] == '\n')
         --ready;
-    return WriteFirst(ready);
+    WriteFirst(ready);
 }
 
-bool Feed::WriteFirst(std::size_t length)
+void Feed::WriteFirst(std::size_t length)
 {
-    if (m_failure == Failure::kWrite)
-        return false; // what came behind the gap would read as if there were none
-    const std::string piece = m_pending.substr(0, length);
+    if (m_failed)
+        return;
+    m_failed = !m_log.Write(m_pending.substr(0, length).c_str());
     m_pending.erase(0, length);
-    if (!m_log.Write(piece.c_str()))
-        m_failure = Failure::kWrite;
-    return m_failure != Failure::kWrite;
 }
 
 // A line feed makes the row of the line that follows. The one that ends a block goes out behind it, so that
 // the log's next text does not count to the block, whoever writes it.
-bool Feed::Finish()
+void Feed::Finish()
 {
-    const std::size_t held = m_block == Block::kOpen && m_pending.ends_with('\n') ? 1 : 0;
-    const bool written = WriteFirst(m_pending.size() - held);
-    if (m_block == Block::kNone)
-        return written;
-    m_log.BlockEnd();
-    return WriteFirst(held);
+    const std::size_t held = m_inBlock && m_pending.ends_with('\n') ? 1 : 0;
+    WriteFirst(m_pending.size() - held);
+    if (m_inBlock)
+    {
+        m_log.BlockEnd();
+        WriteFirst(held); // nothing held: an empty write, which begins the fresh line as well
+    }
+    if (m_messages != nullptr && m_bytes >= kProgressStep)
+        *m_messages << '\n';
 }
 
 void Feed::ShowProgress(std::size_t added)
 {
     const std::uint64_t before = m_bytes / kProgressStep;
     m_bytes += added;
-    if (m_progress != nullptr && m_bytes / kProgressStep != before)
-        *m_progress << "\rlogtool: " + std::to_string(m_bytes / kProgressStep) + " MB" << std::flush;
+    if (m_messages != nullptr && m_bytes / kProgressStep != before)
+        *m_messages << "\rlogtool: " + std::to_string(m_bytes / kProgressStep) + " MB" << std::flush;
 }
 
 using Inputs = std::vector<std::pair<std::string, std::unique_ptr<Input>>>;
@@ -153,65 +148,41 @@ CQmLogWriter& DefineLog(const std::string& name)
     return log;
 }
 
-std::string CaptionOf(const Arguments& arguments)
+std::optional<std::string> CaptionOf(const Arguments& arguments)
 {
-    std::string caption = arguments.Text("--block");
+    if (!arguments.Has("--block"))
+        return std::nullopt;
+    const std::string caption = arguments.Text("--block");
     if (caption.find_first_of("\r\n") != std::string::npos)
         throw UsageError("--block", "a caption is one line");
     return caption;
-}
-
-// The caption goes out at once: it also tells whether the log can be written.
-bool OpenBlock(CQmLogWriter& log, const Arguments& arguments, Feed& feed)
-{
-    log.BlockBegin(arguments.Kind("--kind", kPlainKind));
-    if (arguments.Has("--block"))
-        feed.Prefix("\n");
-    return log.Write(CaptionOf(arguments).c_str());
-}
-
-bool AppendAll(Feed& feed, const Inputs& inputs)
-{
-    for (const auto& [path, input] : inputs)
-    {
-        if (feed.Append(*input))
-            continue;
-        if (feed.Fault() == Feed::Failure::kRead)
-        {
-            feed.Finish(); // what was read is logged, and the block is closed
-            QmLogWriterCloseAll();
-            throw UsageError(path, "cannot be read");
-        }
-        return false;
-    }
-    return true;
 }
 
 } // namespace
 
 int Write(const Arguments& arguments, Host& host)
 {
+    if (arguments.Operands().empty())
+        throw UsageError("write", "name the log");
     const std::string& name = arguments.Operands().front();
-    CaptionOf(arguments);
-    arguments.Kind("--kind", kPlainKind);
-    const bool inBlock = arguments.Has("--block") || arguments.Has("--kind");
+    const std::optional<std::string> caption = CaptionOf(arguments);
+    const std::optional<QmLogBlockKind> kind = arguments.Kind();
     const Inputs inputs = OpenInputs(arguments, host);
 
-    CQmLogWriter& log = DefineLog(name);
-    Feed feed(log, inBlock ? Feed::Block::kOpen : Feed::Block::kNone);
-    if (host.IsMessagesTerminal())
-        feed.ShowProgressOn(host.Messages());
-    bool written = !inBlock || OpenBlock(log, arguments, feed);
-    written = written && AppendAll(feed, inputs);
-    written = feed.Finish() && written;
+    Feed feed(DefineLog(name), host.IsMessagesTerminal() ? &host.Messages() : nullptr);
+    if (caption || kind)
+        feed.OpenBlock(kind.value_or(kPlainKind), caption);
+    const auto unreadable = std::find_if(inputs.begin(), inputs.end(),
+                                         [&](const auto& input) { return !feed.Append(*input.second); });
+    feed.Finish(); // what was read is logged, and the block is closed
     QmLogWriterCloseAll();
 
-    if (host.IsMessagesTerminal() && feed.Bytes() >= kProgressStep)
-        host.Messages() << '\n';
     if (feed.NulBytes() > 0)
         host.Messages() << "logtool: " << name << ": " << Counted(feed.NulBytes(), "NUL byte")
                         << " written as '?'\n";
-    if (written)
+    if (unreadable != inputs.end())
+        throw UsageError(unreadable->first, "cannot be read");
+    if (!feed.HasFailed())
         return kDone;
     host.Messages() << "logtool: " << name << ": cannot write, see QmLog.LOG in " << LogFolder() << std::endl;
     return kFoundFaults;

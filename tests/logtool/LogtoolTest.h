@@ -3,44 +3,46 @@
 
 #include "host/logtool/Commands.h"
 #include "tests/support/MemorySession.h"
-
 #include "gtest/gtest.h"
 
-#include <algorithm>
+#include <deque>
 #include <functional>
+#include <iomanip>
 #include <map>
+#include <set>
 #include <sstream>
 
+// Answers one piece after the other, as a live input does, and takes it away; the piece "fail" fails.
 class MemoryInput : public logtool::Input
 {
 public:
-    // Each piece is what one read answers; a null text fails.
-    explicit MemoryInput(std::vector<std::string> pieces) : m_pieces(std::move(pieces)) {}
+    MemoryInput(std::deque<std::string>& pieces, const std::function<void()>& onRead)
+        : m_pieces(pieces), m_onRead(onRead)
+    {
+    }
 
     Result Read(char* data, std::size_t size, std::size_t& length) override
     {
-        if (m_next == m_pieces.size())
+        m_onRead();
+        if (m_pieces.empty())
             return Result::kEnd;
-        std::string& piece = m_pieces[m_next];
-        if (piece == "fail")
+        if (m_pieces.front() == "fail")
             return Result::kError;
-        length = std::min(size, piece.size());
-        piece.copy(data, length);
-        piece.erase(0, length);
-        m_next += piece.empty() ? 1 : 0;
+        length = m_pieces.front().copy(data, size);
+        m_pieces.front().erase(0, length);
+        if (m_pieces.front().empty())
+            m_pieces.pop_front();
         return Result::kData;
     }
 
 private:
-    std::vector<std::string> m_pieces;
-    std::size_t m_next = 0;
+    std::deque<std::string>& m_pieces;
+    const std::function<void()>& m_onRead;
 };
 
 class MemoryHost : public logtool::Host
 {
 public:
-    explicit MemoryHost(const MemorySession& session) : m_session(session) {}
-
     std::ostream& Output() override { return output; }
     std::ostream& Messages() override { return messages; }
     bool IsOutputTerminal() override { return terminal; }
@@ -48,99 +50,91 @@ public:
     bool IsMessagesTerminal() override { return false; }
     void UseFolder(const std::string& name) override { folder = name; }
     bool FolderExists() override { return folder != "missing"; }
-
-    std::vector<std::string> ListLogs() override
-    {
-        std::vector<std::string> logs;
-        for (const std::string& path : m_session.files.Paths())
-        {
-            const std::string name = path.substr(m_session.manager.folder.size());
-            if (name.ends_with(".ROW"))
-                logs.push_back(name.substr(0, name.size() - 4));
-        }
-        return logs;
-    }
+    std::vector<std::string> ListLogs() override { return {logs.begin(), logs.end()}; }
+    bool Wait() override { return wait(); }
 
     std::unique_ptr<logtool::Input> OpenInput(const std::string& path) override
     {
-        const auto pieces = inputs.find(path);
-        return pieces == inputs.end() ? nullptr : std::make_unique<MemoryInput>(pieces->second);
+        if (!inputs.contains(path))
+            return nullptr;
+        return std::make_unique<MemoryInput>(inputs[path], onRead);
     }
-
-    bool Wait() override { return wait && wait(); }
 
     std::ostringstream output;
     std::ostringstream messages;
     std::string folder;
+    std::set<std::string> logs;
+    std::ios::iostate outputState = std::ios::goodbit;
     bool terminal = false;
     bool colours = true;
-    std::map<std::string, std::vector<std::string>> inputs;
-    std::function<bool()> wait;
-
-private:
-    const MemorySession& m_session;
+    std::map<std::string, std::deque<std::string>> inputs;
+    std::function<void()> onRead = [] {};
+    std::function<bool()> wait = [] { return false; };
 };
 
 class LogtoolTest : public testing::Test
 {
 protected:
-    // Runs the words and answers what was printed; exit code and messages stay in `exitCode` and `host`.
-    std::string Run(const std::vector<std::string>& words)
+    // Runs a command and answers what a user sees: output, messages, and "exit 1" unless the code is 0.
+    std::string Run(const std::string& command)
     {
-        host.output.str("");
+        host.output = std::ostringstream();
+        host.output.setstate(host.outputState);
         host.messages.str("");
-        exitCode = logtool::Run(words, host);
-        return host.output.str();
+        const int exitCode = logtool::Run(Words(command), host);
+        return host.output.str() + host.messages.str() +
+               (exitCode == 0 ? "" : "exit " + std::to_string(exitCode));
     }
 
-    // A writer of the session, closed after each use as another process would be.
-    CQmLogWriter& Log(const std::string& name)
+    // Writes in steps, as another process: "Run:text", "Run+caption" to begin a plain block, "Run!caption" an
+    // error, "Run?caption" a notice, "Run-" to end the block.
+    void Play(const std::string& script)
     {
-        CQmLogWriter& log = m_logs[name];
-        if (*log.GetFilePath() == '\0')
+        const std::map<char, QmLogBlockKind> kind = {
+            {'+', kPlainKind}, {'!', kErrorKind}, {'?', kNoticeKind}};
+        for (const std::string& step : Words(script))
+        {
+            const std::size_t mark = step.find_first_of(":+!?-");
+            const std::string name = step.substr(0, mark);
+            host.logs.insert(name);
+            CQmLogWriter& log = m_logs[name];
             log.SetFilePath(name.c_str());
-        return log;
-    }
-
-    void Write(const std::string& name, const std::string& text)
-    {
-        Log(name).Write(text.c_str());
-        Close();
-    }
-
-    void Block(const std::string& name, QmLogBlockKind kind, const std::string& caption)
-    {
-        Log(name).BlockBegin(kind);
-        Write(name, caption);
-    }
-
-    void EndBlock(const std::string& name)
-    {
-        Log(name).BlockEnd();
-        Close();
-    }
-
-    // What the start of a session does.
-    void DeleteAll()
-    {
-        Close();
-        EXPECT_EQ(0u, session.files.OpenHandles());
-        for (const std::string& path : session.files.Paths())
-            session.files.Delete(path.c_str());
-        m_logs.clear();
-    }
-
-    void Close()
-    {
+            if (kind.contains(step[mark]))
+                log.BlockBegin(kind.at(step[mark]));
+            if (step[mark] == '-')
+                log.BlockEnd();
+            else
+                log.Write(step.substr(mark + 1).c_str());
+        }
         for (auto& [name, log] : m_logs)
             log.Close();
         QmLogWriterCloseAll();
     }
 
+    // A new session begins with none of the old one's files.
+    void PlayNew(const std::string& script)
+    {
+        QmLogWriterCloseAll();
+        m_logs.clear();
+        host.logs.clear();
+        for (const std::string& path : session.files.Paths())
+            session.files.Delete(path.c_str());
+        Play(script);
+    }
+
     MemorySession session;
-    MemoryHost host{session};
-    int exitCode = -1;
+    MemoryHost host;
 
 private:
+    // Words with blanks in them, and empty ones, stand in single quotes.
+    static std::vector<std::string> Words(const std::string& text)
+    {
+        std::vector<std::string> words;
+        std::istringstream stream(text);
+        for (std::string word; stream >> std::quoted(word, '\'');)
+            words.push_back(word);
+        return words;
+    }
+
     std::map<std::string, CQmLogWriter> m_logs;
 };

@@ -21,18 +21,14 @@ struct MixedStep
     {
         std::mt19937 random(seed * 65536 + index);
         const auto below = [&random](unsigned limit) { return static_cast<unsigned>(random() % limit); };
-        log = kMixedLogs[below(static_cast<unsigned>(kMixedLogs.size()))];
+        log = kMixedLogs[below(3)];
         const unsigned choice = below(100);
         if (choice < 10)
             kind = choice < 5 ? Kind::kBlockBegin : Kind::kBlockEnd;
+        const bool isLong = below(25) == 0;
+        const unsigned lines = choice < 80 ? 1 : isLong ? 60 : 2 + below(40);
+        const unsigned width = !isLong ? 80 : lines == 1 ? 60000 : 1000;
         text = (choice >= 95 ? "\n" : "") + std::to_string(seed) + "." + std::to_string(index) + " ";
-        unsigned lines = choice < 80 ? 1 : 2 + below(40);
-        unsigned width = 80;
-        if (below(25) == 0)
-        {
-            width = choice < 80 ? 60000 : 1000;
-            lines = choice < 80 ? 1 : 20 + below(40);
-        }
         for (unsigned line = 0; line < lines; ++line)
             text += std::string(below(width), static_cast<char>('a' + line % 26)) + "\n";
         if (choice < 25)

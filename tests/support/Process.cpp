@@ -1,26 +1,7 @@
 #include "tests/support/Process.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
-
-namespace
-{
-
-void CloseAndForget(HANDLE& handle)
-{
-    if (handle != nullptr)
-        ::CloseHandle(handle);
-    handle = nullptr;
-}
-
-std::string ProgramFolder()
-{
-    char path[MAX_PATH] = {};
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string text = path;
-    return text.substr(0, text.find_last_of('\\') + 1);
-}
-
-} // namespace
 
 Child::Child()
 {
@@ -29,94 +10,63 @@ Child::Child()
     STARTUPINFOA startup = {};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
-    ::CreatePipe(&startup.hStdInput, &m_input, &inherited, kPipeSize);
-    ::CreatePipe(&m_output, &startup.hStdOutput, &inherited, kPipeSize);
+    HANDLE input = nullptr;
+    HANDLE output = nullptr;
+    ::CreatePipe(&startup.hStdInput, &input, &inherited, kPipeSize);
+    ::CreatePipe(&output, &startup.hStdOutput, &inherited, kPipeSize);
+    for (const HANDLE ours : {input, output})
+        ::SetHandleInformation(ours, HANDLE_FLAG_INHERIT, 0);
+    m_input.reset(input);
+    m_output.reset(output);
+    const Handle childInput(startup.hStdInput);
+    const Handle childOutput(startup.hStdOutput);
     startup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
-    ::SetHandleInformation(m_input, HANDLE_FLAG_INHERIT, 0);
-    ::SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
-
-    std::string program = ProgramFolder() + "writer_child.exe";
+    char path[MAX_PATH] = {};
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const std::string program = std::filesystem::path(path).replace_filename("writer_child.exe").string();
     PROCESS_INFORMATION process = {};
-    if (!::CreateProcessA(program.c_str(), program.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                          &startup, &process))
+    if (!::CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                          &process))
         ADD_FAILURE() << program << " does not start, error " << ::GetLastError();
-    m_process = process.hProcess;
-    CloseAndForget(process.hThread);
-    CloseAndForget(startup.hStdInput);
-    CloseAndForget(startup.hStdOutput);
-}
-
-Child::~Child()
-{
-    Kill();
-    CloseAndForget(m_input);
-    CloseAndForget(m_output);
-    CloseAndForget(m_process);
+    m_process.reset(process.hProcess);
+    const Handle thread(process.hThread);
 }
 
 void Child::Send(const std::string& command)
 {
     const std::string line = command + "\n";
     DWORD done = 0;
-    EXPECT_TRUE(::WriteFile(m_input, line.data(), static_cast<DWORD>(line.size()), &done, nullptr))
+    EXPECT_TRUE(::WriteFile(m_input.get(), line.data(), static_cast<DWORD>(line.size()), &done, nullptr))
         << command;
 }
 
-std::optional<std::string> Child::Answer(DWORD milliseconds)
+std::string Child::Answer(DWORD milliseconds)
 {
     const ULONGLONG deadline = ::GetTickCount64() + milliseconds;
-    for (;;)
+    while (m_received.find('\n') == std::string::npos)
     {
-        if (const std::size_t end = m_received.find('\n'); end != std::string::npos)
-        {
-            const std::string line = m_received.substr(0, end);
-            m_received.erase(0, end + 1);
-            return line;
-        }
         // A pipe has no wait with a time limit.
         DWORD available = 0;
-        if (!::PeekNamedPipe(m_output, nullptr, 0, nullptr, &available, nullptr))
+        if (!::PeekNamedPipe(m_output.get(), nullptr, 0, nullptr, &available, nullptr) ||
+            (available == 0 && ::GetTickCount64() >= deadline))
             return {};
+        std::string part(available, '\0');
         if (available > 0)
-        {
-            std::string part(available, '\0');
-            ::ReadFile(m_output, part.data(), available, &available, nullptr);
-            m_received += part.substr(0, available);
-        }
-        else if (::GetTickCount64() >= deadline)
-            return {};
+            ::ReadFile(m_output.get(), part.data(), available, &available, nullptr);
         else
             ::Sleep(1);
+        m_received += part;
     }
-}
-
-std::string Child::Ask(const std::string& command)
-{
-    Send(command);
-    return Answer().value_or("");
-}
-
-bool Child::IsRunning() const
-{
-    return ::WaitForSingleObject(m_process, 0) == WAIT_TIMEOUT;
-}
-
-void Child::Kill()
-{
-    ::TerminateProcess(m_process, 1);
-    ::WaitForSingleObject(m_process, kLong);
-}
-
-void Child::EndInput()
-{
-    CloseAndForget(m_input);
+    const std::string line = m_received.substr(0, m_received.find('\n'));
+    m_received.erase(0, line.size() + 1);
+    return line;
 }
 
 DWORD Child::Finish()
 {
-    EndInput();
+    m_input.reset();
     DWORD code = 1;
-    EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(m_process, kLong)) << "the child does not end";
-    ::GetExitCodeProcess(m_process, &code);
+    EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(m_process.get(), kLong)) << "the child does not end";
+    ::GetExitCodeProcess(m_process.get(), &code);
     return code;
 }

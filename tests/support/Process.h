@@ -1,7 +1,7 @@
 // A child process of a test, spoken to line by line.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <windows.h>
 
@@ -10,34 +10,43 @@ class Child
 {
 public:
     Child();
-    ~Child(); // kills it when it still runs
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
+    ~Child() { Kill(); }
 
     void Send(const std::string& command);
 
-    // Its next line; nothing when none comes in time or it has ended.
-    std::optional<std::string> Answer(DWORD milliseconds = kLong);
+    // Its next line; empty when none comes in time or it has ended.
+    std::string Answer(DWORD milliseconds = kLong);
 
-    // Send and Answer in one; empty when no answer comes.
-    std::string Ask(const std::string& command);
+    // Send and Answer in one.
+    std::string Ask(const std::string& command)
+    {
+        Send(command);
+        return Answer();
+    }
 
-    bool IsRunning() const;
+    bool IsRunning() const { return ::WaitForSingleObject(m_process.get(), 0) == WAIT_TIMEOUT; }
 
     // As a crash would: nothing is closed, nothing flushed.
-    void Kill();
+    void Kill()
+    {
+        ::TerminateProcess(m_process.get(), 1);
+        ::WaitForSingleObject(m_process.get(), kLong);
+    }
 
-    // Closes its input, upon which it ends. Children that wait for each other need this before any Finish.
-    void EndInput();
-
-    // EndInput, waits, and answers its exit code.
+    // Closes its input, upon which it ends, waits, and answers its exit code.
     DWORD Finish();
 
 private:
     static constexpr DWORD kLong = 60000; // for a busy machine; a test that waits this long fails
 
-    HANDLE m_process = nullptr;
-    HANDLE m_input = nullptr;
-    HANDLE m_output = nullptr;
+    struct CloseHandle
+    {
+        void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+    };
+    using Handle = std::unique_ptr<void, CloseHandle>;
+
+    Handle m_process;
+    Handle m_input;
+    Handle m_output;
     std::string m_received; // not answered yet
 };

@@ -1,11 +1,11 @@
 // A program that writes logs as its input tells it, a command a line, each answered by a line on its output.
 // Ends with its input.
 //
-//     write LOG TEXT       "true" or "false"; the two characters \n in TEXT stand for a line feed
+//     write LOG TEXT       "true" or "false"; a '|' in TEXT stands for a line feed
 //     block LOG            BlockBegin
 //     end LOG              BlockEnd
 //     close                QmLogWriterCloseAll
-//     texts LOG SEED N     writes the texts of the first N mixed steps to LOG
+//     texts LOG N          writes the texts of the first N mixed steps to LOG
 //     mixed SEED           takes mixed steps until it is killed; answers the index of each that was done
 //     output NAME LENGTH   writes so many characters to an output file
 
@@ -13,7 +13,7 @@
 #include "QmLogWriter.h"
 #include "tests/support/MixedSteps.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <fcntl.h>
 #include <io.h>
 #include <iostream>
@@ -22,73 +22,55 @@
 namespace
 {
 
-std::string WithLineFeeds(std::string text)
-{
-    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos; ++at)
-        text.replace(at, 2, "\n");
-    return text;
-}
-
 bool Take(const MixedStep& step)
 {
     CQmLogWriter& log = QmLogWriterDefine(step.log.c_str());
-    switch (step.kind)
-    {
-    case MixedStep::Kind::kBlockBegin:
+    if (step.kind == MixedStep::Kind::kBlockBegin)
         return log.BlockBegin(kDetailKind);
-    case MixedStep::Kind::kBlockEnd:
-        log.BlockEnd(); // refused when none is open
-        return true;
-    default:
+    if (step.kind == MixedStep::Kind::kText)
         return log.Write(step.text.c_str());
-    }
+    log.BlockEnd(); // refused when none is open
+    return true;
 }
 
-bool Run(const std::string& command, std::istream& arguments)
+bool Run(std::istringstream line)
 {
+    std::string command;
     std::string name;
-    unsigned number = 0;
+    std::string text;
+    line >> command >> name >> std::ws;
+    std::getline(line, text);
+
     if (command == "close")
         return QmLogWriterCloseAll();
     if (command == "mixed")
     {
-        arguments >> number;
-        for (unsigned index = 0; Take(MixedStep(number, index)); ++index)
-        {
+        const auto seed = static_cast<unsigned>(std::stoul(name));
+        for (unsigned index = 0; Take(MixedStep(seed, index)); ++index)
             std::cout << index << std::endl;
-        }
         return false;
     }
+    if (command == "output")
+    {
+        QmLogOutputFile file(name.c_str());
+        file.Write("%s", std::string(std::stoul(text), 'x').c_str());
+        return true;
+    }
 
-    arguments >> name >> std::ws;
     CQmLogWriter& log = QmLogWriterDefine(name.c_str());
     if (command == "block")
         return log.BlockBegin(kNoticeKind);
     if (command == "end")
         return log.BlockEnd();
-    if (command == "write")
-    {
-        std::string text;
-        std::getline(arguments, text);
-        return log.Write(WithLineFeeds(text).c_str());
-    }
-    arguments >> number;
     if (command == "texts")
     {
-        unsigned count = 0;
-        arguments >> count;
-        bool done = true;
-        for (unsigned index = 0; index < count; ++index)
-            done = log.Write(MixedStep(number, index).text.c_str()) && done;
-        return done;
+        unsigned index = 0;
+        while (index < std::stoul(text) && log.Write(MixedStep(1, index).text.c_str()))
+            ++index;
+        return index == std::stoul(text);
     }
-    if (command == "output")
-    {
-        QmLogOutputFile file(name.c_str());
-        file.Write("%s", std::string(number, 'x').c_str());
-        return true;
-    }
-    return false;
+    std::replace(text.begin(), text.end(), '|', '\n');
+    return log.Write(text.c_str());
 }
 
 } // namespace
@@ -98,11 +80,6 @@ int main()
     _setmode(_fileno(stdout), _O_BINARY); // lines end as the reader expects them
     std::string line;
     while (std::getline(std::cin, line))
-    {
-        std::istringstream arguments(line);
-        std::string command;
-        arguments >> command;
-        std::cout << (Run(command, arguments) ? "true" : "false") << std::endl;
-    }
+        std::cout << (Run(std::istringstream(line)) ? "true" : "false") << std::endl;
     return 0;
 }

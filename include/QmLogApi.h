@@ -11,12 +11,10 @@
 
 // Checks the arguments from position `first` against the format at position `format`, both counted
 // from 1; in an operation of a class `this` is position 1.
-#if defined(__clang__) || !defined(__GNUC__)
 #if defined(__clang__)
 #define QMLOG_PRINTF(format_, first) __attribute__((format(printf, format_, first)))
+#elif defined(__GNUC__)
+#define QMLOG_PRINTF(format_, first) __attribute__((format(gnu_printf, format_, first)))
 #else
 #define QMLOG_PRINTF(format_, first)
-#endif
-#else
-#define QMLOG_PRINTF(format_, first) __attribute__((format(gnu_printf, format_, first)))
 #endif

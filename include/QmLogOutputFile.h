@@ -14,7 +14,7 @@
 class QMLOG_API QmLogOutputFile
 {
 public:
-    // Formatted text has at most this many characters, for the longest one more than fits ends the process.
+    // Characters that formatted text may have.
     static constexpr unsigned kMaxFormatted = 4095;
 
     QmLogOutputFile() = default;

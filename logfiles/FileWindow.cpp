@@ -9,7 +9,7 @@
 namespace logfiles
 {
 
-FileWindow::FileWindow(const std::string& path)
+FileWindow::FileWindow(const std::string& path) : m_path(path)
 {
     if (!ZEMA::FileCalls().GetSize(path.c_str(), m_size))
         return;
@@ -26,6 +26,12 @@ FileWindow::~FileWindow()
 {
     if (m_file != nullptr)
         ZEMA::FileCalls().Close(m_file);
+}
+
+std::uint64_t FileWindow::SizeNow() const
+{
+    std::uint64_t size = 0;
+    return ZEMA::FileCalls().GetSize(m_path.c_str(), size) ? size : m_size;
 }
 
 const char* FileWindow::At(std::uint64_t position)

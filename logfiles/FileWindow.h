@@ -34,6 +34,9 @@ public:
     // Bytes; 0 unless the file is open.
     std::uint64_t Size() const { return m_size; }
 
+    // Bytes by now, with what was appended since.
+    std::uint64_t SizeNow() const;
+
     // The bytes at `position`, BytesFrom(position) of them; null past the end and after a failed read.
     // Valid until the next call. Records of 20 bytes do not cross windows.
     const char* At(std::uint64_t position);
@@ -55,6 +58,7 @@ private:
 
     bool ReadWindow(std::uint64_t position);
 
+    std::string m_path;
     std::uint64_t m_size = 0;
     HANDLE m_file = nullptr;
     State m_state = State::kMissing;

@@ -170,7 +170,9 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
     const std::uint64_t rows = endRow - firstRow;
     const bool atEnd = endRow == RowCount();
 
-    if (atEnd && lines == 0 && rows > 0 && !IsOneWrite(firstRow, endRow))
+    if (atEnd && lines == 0)
+        firstRow = SkipRowsWithLateText(firstRow, endRow);
+    if (atEnd && lines == 0 && !IsOneWrite(firstRow, endRow))
         m_findings.Add(QmLogFindingKind::kTextCut, "LOG", QmLogFinding::kNoRow,
                        "the text ends at byte " + Number(m_text.Size()) +
                            ", but the index goes on with row " + Number(firstRow) + " to row " +
@@ -190,6 +192,17 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
     else if (cut)
         m_findings.Add(QmLogFindingKind::kRecordUnfinished, "ROW", endRow,
                        "the record is unfinished, and its line has not been written");
+}
+
+// The first of these rows, the last of the index, that still lies behind the text: that of the others has
+// come since the text was looked at, and is not checked.
+std::uint64_t VerifyLog::SkipRowsWithLateText(std::uint64_t firstRow, std::uint64_t endRow)
+{
+    CQmLogRow row;
+    const std::uint64_t size = firstRow < endRow ? m_text.SizeNow() : 0;
+    while (firstRow < endRow && ReadRow(firstRow, row) && row.offset > m_text.Size() && row.offset <= size)
+        ++firstRow;
+    return firstRow;
 }
 
 // Whether these rows, the last of the index, all lie behind the text and may be those of one write.

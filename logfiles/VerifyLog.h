@@ -57,6 +57,7 @@ private:
     bool IsLineStart(std::uint64_t offset);
     std::uint64_t CountLineStarts(std::uint64_t after, std::uint64_t before);
     void CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint64_t after, std::uint64_t before);
+    std::uint64_t SkipRowsWithLateText(std::uint64_t firstRow, std::uint64_t endRow);
     bool IsOneWrite(std::uint64_t firstRow, std::uint64_t endRow);
     void ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displaced);
 

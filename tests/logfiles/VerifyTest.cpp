@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <functional>
 #include <random>
+#include <string_view>
+#include <utility>
 
 namespace
 {
@@ -233,6 +235,40 @@ TEST(Verify, TellsLeftoversFromDamage)
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRecordUnfinished));
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
     EXPECT_FALSE(folder.IsDamaged()) << Describe(folder.Verify());
+}
+
+// Lets a writer go on between the looks at the text and at the index of a log.
+class BusyFiles : public ZEMA::MemoryFiles
+{
+public:
+    bool GetSize(const char* path, std::uint64_t& size) override
+    {
+        if (std::string_view(path).ends_with("Main.ROW"))
+            std::exchange(goOn, [] {})();
+        return MemoryFiles::GetSize(path, size);
+    }
+
+    std::function<void()> goOn = [] {};
+};
+
+TEST(Verify, AWriterThatGoesOnMeanwhileIsNotDamage)
+{
+    Folder folder;
+    BusyFiles files;
+    ZEMA::SetFileCalls(&files);
+    {
+        CQmLogWriter main = Writer("Main");
+        CQmLogWriter sql = Writer("SQL");
+        main.Write("a\n");
+        files.goOn = [&] {
+            main.BlockBegin(kErrorKind);
+            sql.Write("x\n");
+            main.Write("b\nc\n");
+        };
+        EXPECT_EQ("", Describe(folder.Verify()));
+    }
+    QmLogWriterCloseAll();
+    ZEMA::SetFileCalls(&folder.session.files);
 }
 
 // Wherever a writer is killed, nothing is damaged; the next one goes on, and still nothing is.

@@ -36,7 +36,8 @@ TEST_F(WindowsLibraryTest, ANameHasOneWriterAndThereAreTen)
     EXPECT_EQ("true", child.Ask("write Main b"));
     EXPECT_EQ("true", child.Ask("close"));
     EXPECT_TRUE(main.Write("c"));
-    EXPECT_EQ("abc", Contents("Main.LOG"));
+    EXPECT_TRUE(main.WriteFormat("%zu %lld %600s", std::size_t{1}, -2LL, "x"));
+    EXPECT_EQ("abc1 -2 " + std::string(599, ' ') + "x", Contents("Main.LOG"));
 }
 
 TEST_F(WindowsLibraryTest, AFailureIsReportedWithTheSystemsText)

@@ -37,10 +37,10 @@ for i in "${!files[@]}"; do
     file=$(realpath -- "${files[i]}")
     log=${logs[i % ${#logs[@]}]}
     echo "$file -> $log"
-    # A block's header is its first line. It comes by standard input as well: an argument would lose what
-    # the Windows code page does not have.
-    printf 'Reading %s\n%s bytes, into %s' "$file" "$(wc -c <"$file")" "$log" |
-        "$logtool" write Main --kind plain
+    # Main tells what happens, a line a file, and the file's own log holds its lines in a block. A log's line
+    # begins with a line feed. The block's header is its first line and comes by standard input as well: an
+    # argument would lose what the Windows code page does not have.
+    printf '\nReading %s, %s bytes, into %s' "$file" "$(wc -c <"$file")" "$log" | "$logtool" write Main
     { printf '%s\n' "$file"; cat -- "$file"; } | "$logtool" write "$log" --kind plain
 done
 

@@ -234,94 +234,92 @@ TEST(Faults, ADiskOfAnySizeFillsAsInTheReference)
     }
 }
 
-// A reader's or a counter's operation with its calls numbered from the moment the fault is set.
-struct CallCase
+std::vector<std::string> ReportOf(const char* message)
 {
-    unsigned long call;
-    const char* name;   // of the call that fails
-    const char* report; // null: none
-    int answer;
+    if (message == nullptr)
+        return {};
+    return {std::string(message) + "\nError 5."};
+}
+
+// What an operation on counters that stand at time 5 and depth 7 reports and answers when a call of it fails.
+struct CounterCase
+{
+    const char* name;
+    std::function<int()> run;
+    std::vector<const char*> calls;   // from the second on: the first one is the lock
+    std::vector<const char*> reports; // one a call; null: none
+    std::vector<int> answers;         // one a call
 };
 
 TEST(Faults, CountersReportWithTheirFixedTexts)
 {
+    const std::vector<const char*> query = {"Seek", "Read", "Unlock"};
+    const std::vector<const char*> update = {"Seek", "Read", "Seek", "Write", "Unlock"};
     constexpr const char* kReadRow =
-        "CQmLogReader::ReadRow().SetFilePointer()"; // names another operation on purpose
+        "CQmLogReader::ReadRow().SetFilePointer()"; // deliberately not its own name
+    constexpr const char* kIndentUp = "GlobalIndentIncrement().SetFilePointer()";
+    constexpr const char* kIndentDown = "GlobalIndentDecrement().SetFilePointer()";
     std::uint32_t first = 0;
-    struct
-    {
-        const char* name;
-        std::function<int()> run; // on counters that stand at time 5, depth 7
-        std::vector<CallCase> cases;
-    } const operations[] = {
-        {"time get",
-         [] { return QmLogGlobalTimeGet(); },
-         {{2, "Seek", "GlobalTimeGet().SetFilePointer()", 0},
-          {3, "Read", "GlobalTimeGet.ReadFile", 0},
-          {4, "Unlock", nullptr, 5}}},
-        {"indent get",
-         [] { return logfiles::GlobalIndentGet(); },
-         {{2, "Seek", "GlobalIndentGet().SetFilePointer()", 0},
-          {3, "Read", "GlobalIndentGet.ReadFile", 0},
-          {4, "Unlock", nullptr, 7}}},
-        {"time increment",
-         [&] {
-             return logfiles::GlobalTimeTake(3, first) == 3 ? int(first) : -int(first);
-         }, // negative: one number only
-         {{2, "Seek", kReadRow, 0},
-          {3, "Read", "GlobalTimeIncrement.ReadFile", -1},
-          {4, "Seek", kReadRow, 0},
-          {5, "Write", nullptr, -6},
-          {6, "Unlock", nullptr, 6}}},
-        {"time increment by one",
-         [&] { return logfiles::GlobalTimeTake(1, first) == 1 ? int(first) : -1; },
-         {{2, "Seek", kReadRow, 0},
-          {3, "Read", "GlobalTimeIncrement.ReadFile", 1},
-          {4, "Seek", kReadRow, 0},
-          {5, "Write", "GlobalTimeIncrement.WriteFile", 6},
-          {6, "Unlock", nullptr, 6}}},
-        {"indent increment",
-         [] { return logfiles::GlobalIndentIncrement(); },
-         {{2, "Seek", kReadRow, 0},
-          {3, "Read", "GlobalIndentIncrement.ReadFile", 1},
-          {4, "Seek", "GlobalIndentIncrement().SetFilePointer()", 0},
-          {5, "Write", "GlobalIndentIncrement.WriteFile", 8},
-          {6, "Unlock", nullptr, 8}}},
-        {"indent decrement",
-         [] { return logfiles::GlobalIndentDecrement(); },
-         {{2, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0},
-          {3, "Read", "GlobalIndentDecrement.ReadFile", 255},
-          {4, "Seek", "GlobalIndentDecrement().SetFilePointer()", 0},
-          {5, "Write", "GlobalTimeDecrement.WriteFile", 6},
-          {6, "Unlock", nullptr, 6}}},
+    const auto take = [&first](std::uint32_t count) {
+        return logfiles::GlobalTimeTake(count, first) == count ? int(first)
+                                                               : -int(first); // negative: one only
     };
-    for (const auto& [name, run, cases] : operations)
+    const CounterCase cases[] = {
+        {"time get",
+         QmLogGlobalTimeGet,
+         query,
+         {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr},
+         {0, 0, 5}},
+        {"indent get",
+         logfiles::GlobalIndentGet,
+         query,
+         {"GlobalIndentGet().SetFilePointer()", "GlobalIndentGet.ReadFile", nullptr},
+         {0, 0, 7}},
+        {"time increment",
+         [&] { return take(1); },
+         update,
+         {kReadRow, "GlobalTimeIncrement.ReadFile", kReadRow, "GlobalTimeIncrement.WriteFile", nullptr},
+         {0, 1, 0, 6, 6}},
+        {"three time increments",
+         [&] { return take(3); },
+         update,
+         {kReadRow, "GlobalTimeIncrement.ReadFile", kReadRow, nullptr, nullptr},
+         {0, -1, 0, -6, 6}},
+        {"indent increment",
+         logfiles::GlobalIndentIncrement,
+         update,
+         {kReadRow, "GlobalIndentIncrement.ReadFile", kIndentUp, "GlobalIndentIncrement.WriteFile", nullptr},
+         {0, 1, 0, 8, 8}},
+        {"indent decrement",
+         logfiles::GlobalIndentDecrement,
+         update,
+         {kIndentDown, "GlobalIndentDecrement.ReadFile", kIndentDown, "GlobalTimeDecrement.WriteFile",
+          nullptr},
+         {0, 255, 0, 6, 6}},
+    };
+    for (const CounterCase& c : cases)
     {
-        for (const CallCase& c : cases)
+        for (std::size_t at = 0; at < c.calls.size(); ++at)
         {
+            SCOPED_TRACE(std::string(c.name) + ", call " + std::to_string(at + 2));
             MemorySession session;
             session.files.SetContents(session.Path("Log.DAT"), std::string("\5\0\0\0\7\0\0\0", 8));
             QmLogGlobalTimeGet();
             logfiles::GlobalIndentIncrement(); // both handles are open now
             logfiles::GlobalIndentDecrement();
             session.files.ForgetCalls();
-            session.files.SetFault({c.call, Fault::kFail});
-            EXPECT_EQ(c.answer, run()) << name << ", " << c.name;
-            EXPECT_EQ(c.name, session.files.Calls()[c.call - 1]) << name;
-            const std::vector<std::string> expected =
-                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."}
-                                    : std::vector<std::string>();
-            EXPECT_EQ(expected, Reports(session)) << name << ", " << c.name;
+            session.files.SetFault({static_cast<unsigned long>(at + 2), Fault::kFail});
+            EXPECT_EQ(c.answers[at], c.run());
+            EXPECT_EQ(c.calls[at], session.files.Calls()[at + 1]);
+            EXPECT_EQ(ReportOf(c.reports[at]), Reports(session));
 
             // A failed seek keeps the lock, and even the failing process waits for ever; so does a failed
             // unlock.
-            const bool locked = std::string(c.name) != "Read" && std::string(c.name) != "Write";
-            if (locked)
-                EXPECT_THROW(run(), ZEMA::EndlessWait) << name << ", " << c.name;
-            else
-                EXPECT_NO_THROW(run()) << name << ", " << c.name;
+            const std::string call = c.calls[at];
+            if (call == "Seek" || call == "Unlock")
+                EXPECT_THROW(c.run(), ZEMA::EndlessWait);
             QmLogWriterCloseAll();
-            EXPECT_NO_THROW(run()) << name << ", " << c.name << ": closing frees the lock";
+            EXPECT_NO_THROW(c.run()) << "closing frees the lock";
         }
     }
 }
@@ -354,49 +352,44 @@ TEST(Faults, AProcessWaitsForTheLockAndForTheOpen)
 
 TEST(Faults, ReadersReportEachFailingCall)
 {
-    struct
+    const struct
     {
         unsigned long row;
-        std::vector<CallCase> cases; // answer: the length read, or -1 for false
-    } const reads[] = {
-        {0, // a line with a successor
-         {{1, "Create C:\\Logs\\Main.ROW", "CQmLogReader::ReadRow().CreateFileRead(Row)", -1},
-          {2, "Seek", "CQmLogReader::ReadRow().SetFilePointer()", -1},
-          {3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1},
-          {4, "Create C:\\Logs\\Main.LOG", "CQmLogReader::Read().CreateFileRead(Log)", -1},
-          {5, "Seek", "CQmLogReader::Read().SetFilePointer()", -1},
-          {6, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, // the line counts as empty
-          {7, "Read", "CQmLogReader::Read().ReadFile()", -1}}},
-        {1, // the last line
-         {{4, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, {8, "Read", "CQmLogReader::Read().ReadFile()", -1}}},
-        {2, {{3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1}}},
+        unsigned long call; // the one that fails, counted from 1
+        const char* name;
+        const char* report; // null: none
+        int answer;         // the length read, or -1 for false
+    } cases[] = {
+        {0, 1, "Create C:\\Logs\\Main.ROW", "CQmLogReader::ReadRow().CreateFileRead(Row)", -1},
+        {0, 2, "Seek", "CQmLogReader::ReadRow().SetFilePointer()", -1},
+        {0, 3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1},
+        {0, 4, "Create C:\\Logs\\Main.LOG", "CQmLogReader::Read().CreateFileRead(Log)", -1},
+        {0, 5, "Seek", "CQmLogReader::Read().SetFilePointer()", -1},
+        {0, 6, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, // the line counts as empty
+        {0, 7, "Read", "CQmLogReader::Read().ReadFile()", -1},
+        {1, 4, "GetSize C:\\Logs\\Main.LOG", nullptr, 0},
+        {1, 8, "Read", "CQmLogReader::Read().ReadFile()", -1},
+        {2, 3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1}, // a row that does not exist
     };
-    for (const auto& [index, cases] : reads)
+    for (const auto& c : cases)
     {
-        for (const CallCase& c : cases)
-        {
-            MemorySession session;
-            CQmLogWriter log;
-            log.SetFilePath("Main");
-            log.Write("a\nb");
-            CQmLogReader reader;
-            reader.SetFilePath("Main");
-            session.files.ForgetCalls();
-            session.files.SetFault({c.call, Fault::kFail});
-            const char* text = nullptr;
-            unsigned long length = 0;
-            CQmLogRow row;
-            EXPECT_EQ(c.answer, reader.Read(index, text, length, row) ? static_cast<int>(length) : -1)
-                << c.name;
-            ASSERT_GE(session.files.Calls().size(), c.call);
-            EXPECT_EQ(c.name, session.files.Calls()[c.call - 1]);
-            const std::vector<std::string> expected =
-                c.report != nullptr ? std::vector<std::string>{std::string(c.report) + "\nError 5."}
-                                    : std::vector<std::string>();
-            EXPECT_EQ(expected, Reports(session)) << c.name;
-            EXPECT_EQ(index < 2, reader.Read(index, text, length, row))
-                << c.name << ": the next call tries again";
-        }
+        SCOPED_TRACE("row " + std::to_string(c.row) + ", call " + std::to_string(c.call));
+        MemorySession session;
+        CQmLogWriter log;
+        log.SetFilePath("Main");
+        log.Write("a\nb");
+        CQmLogReader reader;
+        reader.SetFilePath("Main");
+        session.files.ForgetCalls();
+        session.files.SetFault({c.call, Fault::kFail});
+        const char* text = nullptr;
+        unsigned long length = 0;
+        CQmLogRow row;
+        EXPECT_EQ(c.answer, reader.Read(c.row, text, length, row) ? static_cast<int>(length) : -1);
+        ASSERT_GE(session.files.Calls().size(), c.call);
+        EXPECT_EQ(c.name, session.files.Calls()[c.call - 1]);
+        EXPECT_EQ(ReportOf(c.report), Reports(session));
+        EXPECT_EQ(c.row < 2, reader.Read(c.row, text, length, row)) << "the next call tries again";
     }
 }
 

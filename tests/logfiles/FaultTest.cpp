@@ -317,7 +317,9 @@ TEST(Faults, CountersReportWithTheirFixedTexts)
             // unlock.
             const std::string call = c.calls[at];
             if (call == "Seek" || call == "Unlock")
+            {
                 EXPECT_THROW(c.run(), ZEMA::EndlessWait);
+            }
             QmLogWriterCloseAll();
             EXPECT_NO_THROW(c.run()) << "closing frees the lock";
         }

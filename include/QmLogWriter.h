@@ -12,7 +12,8 @@
 //
 // Every row takes the next sequence number from "Log.DAT", which all processes of the folder share.
 // One process at a time can hold that file open for update: a first row, BlockBegin and BlockEnd wait,
-// without a time limit, until the process that holds it has closed all its writers or has ended. When a
+// without a time limit, until the process that holds it has closed all its writers or has ended; in a
+// folder that may not be written to, BlockBegin waits for ever. When a
 // seek in "Log.DAT" fails, the file stays locked as documented in docs/file-format.md: every later
 // row of any process, the failing one included, waits until the failing process has closed or ended.
 //

@@ -1,6 +1,8 @@
 #include "logtool/Commands.h"
 
 #include "QmLogWriter.h"
+#include "zemacore/File.h"
+#include "zemacore/FileCalls.h"
 
 #include <algorithm>
 #include <array>
@@ -25,6 +27,21 @@ Command FindCommand(const std::string& name)
     return commands.at(name);
 }
 
+// Where the counters cannot be opened, a writer would wait for ever. Another process that has them open is
+// worth waiting for.
+bool CanCount()
+{
+    char path[MAX_PATH] = {};
+    QmLogMakeFilePath("Log.DAT", path);
+    const HANDLE file =
+        ZEMA_CreateFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+        return ZEMA::FileCalls().LastError() == ERROR_SHARING_VIOLATION;
+    ZEMA::FileCalls().Close(file);
+    return true;
+}
+
 // Every command but "write", which makes it, needs a folder that is there.
 void EnterFolder(const Arguments& arguments, Host& host)
 {
@@ -46,6 +63,8 @@ void EnterFolder(const Arguments& arguments, Host& host)
         throw UsageError(shown, "no such folder");
     if (LogFolder().empty()) // asking for it makes it
         throw UsageError(shown, "cannot be made or has too long a name");
+    if (arguments.Command() == "write" && !CanCount())
+        throw UsageError(shown, "cannot be written to");
 }
 
 std::vector<std::string>::const_iterator FindName(const std::vector<std::string>& logs,

@@ -53,6 +53,17 @@ TEST_F(LogtoolTest, TextBehindABlockDoesNotCountToIt)
     }
 }
 
+TEST_F(LogtoolTest, AFolderThatCannotBeWrittenIsRefusedAndOneInUseIsNot)
+{
+    host.inputs["-"] = {"text"};
+    session.files.SetFault({1, ZEMA::Fault::kFail, true});
+    EXPECT_EQ("logtool: log folder: cannot be written to\nexit 2", Run("write Source --block c"));
+    session.files.SetFault(
+        {session.files.CallCount() + 1, ZEMA::Fault::kFail, false, ERROR_SHARING_VIOLATION});
+    EXPECT_EQ("", Run("write Source --block c"));
+    EXPECT_EQ("\nc\ntext\n", session.Text("Source"));
+}
+
 // On logs of their own: a writer belongs to the process and keeps owing a line feed.
 TEST_F(LogtoolTest, AFailureEndsTheCommandAndClosesTheBlock)
 {

@@ -1,6 +1,6 @@
 #include "logtool/Follower.h"
 
-#include "QmLogWriter.h"
+#include "logtool/Counter.h"
 
 #include <algorithm>
 #include <functional>
@@ -33,18 +33,10 @@ bool FindRow(const std::string& log, std::uint32_t number, unsigned long& index)
            reader.ReadStyle(index, row) && row.time == number;
 }
 
-// The counter's file is closed at once, see the class comment.
-std::uint32_t LastNumber()
-{
-    const int number = QmLogGlobalTimeGet();
-    QmLogWriterCloseAll();
-    return static_cast<std::uint32_t>(number);
-}
-
 } // namespace
 
 Follower::Follower(const std::vector<std::string>& logs, TextOutput& output, std::ostream& messages)
-    : m_output(output), m_messages(messages), m_counter(LastNumber())
+    : m_output(output), m_messages(messages), m_counter(LastNumber().value_or(0))
 {
     AddLogs(logs);
 }
@@ -171,7 +163,7 @@ bool Follower::Look()
 bool Follower::HasRestarted()
 {
     const std::uint32_t before = m_counter;
-    m_counter = LastNumber();
+    m_counter = LastNumber().value_or(before);
     if (m_counter < before || m_shrunk)
         return true;
     return std::any_of(m_places.begin(), m_places.end(), IsChanged);

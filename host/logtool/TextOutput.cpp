@@ -1,6 +1,6 @@
 #include "logtool/TextOutput.h"
 
-#include "QmLogWriter.h"
+#include "logtool/Counter.h"
 
 #include <algorithm>
 #include <ostream>
@@ -74,8 +74,7 @@ TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<
 {
     if (!m_style.numbers)
         return;
-    const auto lastNumber = static_cast<std::uint32_t>(QmLogGlobalTimeGet());
-    m_numberWidth = std::max<std::size_t>(5, std::to_string(lastNumber).size());
+    m_numberWidth = std::max<std::size_t>(5, std::to_string(LastNumber().value_or(0)).size());
     for (const std::string& log : logs)
         m_nameWidth = std::max(m_nameWidth, log.size());
 }

@@ -45,6 +45,23 @@ TEST_F(LogtoolTest, OnlyATerminalGetsColoursAndNoControlCharacters)
     EXPECT_EQ("  bad\\x07\n  row\n", Run("cat --kind 2"));
 }
 
+TEST_F(LogtoolTest, LookingNeitherMakesTheCountersNorWaitsForThem)
+{
+    Play("'Main:one\ntwo\n'");
+    const std::string counters = session.Path("Log.DAT");
+    QmLogWriterCloseAll();
+    const HANDLE stuck =
+        session.files.Create(counters.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, 0);
+    session.files.Lock(stuck, 0, ~0ull); // as a process whose seek failed leaves them
+    EXPECT_EQ("    1  Main  one\n    2  Main  two\n", Run("cat --numbers --log Main"));
+    EXPECT_EQ("one\ntwo\n", Run("tail"));
+    session.files.Close(stuck);
+    session.files.Delete(counters.c_str());
+    EXPECT_EQ("    1  Main  one\n    2  Main  two\n", Run("cat --numbers --log Main"));
+    EXPECT_EQ("one\ntwo\n", Run("tail"));
+    EXPECT_FALSE(session.files.Exists(counters));
+}
+
 // Ten rows in Main: "r1" with number 1 to "r10" with number 10; r4 and r8 are alike.
 TEST_F(LogtoolTest, FiltersWithContext)
 {

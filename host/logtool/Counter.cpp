@@ -1,0 +1,28 @@
+#include "logtool/Counter.h"
+
+#include "QmLogWriter.h"
+#include "zemacore/File.h"
+#include "zemacore/FileCalls.h"
+
+namespace logtool
+{
+
+std::optional<std::uint32_t> LastNumber()
+{
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    char path[MAX_PATH] = {};
+    std::uint64_t size = 0;
+    if (!QmLogMakeFilePath("Log.DAT", path) || !files.GetSize(path, size))
+        return 0;
+    const HANDLE file = ZEMA_CreateFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+        return std::nullopt;
+    std::uint32_t number = 0;
+    DWORD bytes = 0;
+    const bool read = files.Read(file, &number, sizeof(number), bytes);
+    files.Close(file);
+    return read ? std::optional(number) : std::nullopt;
+}
+
+} // namespace logtool

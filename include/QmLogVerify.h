@@ -34,11 +34,13 @@ enum class QmLogFindingKind
     kKindInvalid,        // a row's kind is the reserved value
     kCountersMissing,    // there are rows, but no "Log.DAT"
     kCountersSize,       // there are rows, but "Log.DAT" does not have its 8 bytes
+    kMoreDamage,         // further findings in this log, damage among them
     // Not damage.
     kRowBeforeText,    // a row at the end whose text has not come yet
     kRowWithoutText,   // a row whose text never came
     kRecordUnfinished, // the index ends within a record, but no line lacks its row
     kNumberWithoutRow, // numbers were given out that no row has
+    kMoreNotes,        // further findings in this log, no damage among them
 };
 
 // True for the kinds that are damage.
@@ -57,6 +59,7 @@ struct QmLogFinding
 // Checks the logs named in `logs` (base names without extension) of `folder`, and "Log.DAT", against each
 // other. Reads only, in constant memory, and the files may grow meanwhile. Findings come log by log, in
 // ascending row order; of more than 1,000 in one log the rest is counted in one more.
-// A number without a row can be told only when `logs` names every log of the folder.
+// Without files there are no findings. A number without a row can be told only when `logs` names every log of
+// the folder.
 QMLOG_API std::vector<QmLogFinding> QmLogVerify(const std::string& folder,
                                                 const std::vector<std::string>& logs);

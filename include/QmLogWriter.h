@@ -13,9 +13,9 @@
 // Every row takes the next sequence number from "Log.DAT", which all processes of the folder share.
 // One process at a time can hold that file open for update: a first row, BlockBegin and BlockEnd wait,
 // without a time limit, until the process that holds it has closed all its writers or has ended; in a
-// folder that may not be written to, BlockBegin waits for ever. When a
-// seek in "Log.DAT" fails, the file stays locked as documented in docs/file-format.md: every later
-// row of any process, the failing one included, waits until the failing process has closed or ended.
+// folder that may not be written to, BlockBegin waits for ever. When a seek in "Log.DAT" fails, the file
+// stays locked as documented in docs/file-format.md: every later row of any process, the failing one
+// included, waits until the failing process has closed or ended.
 //
 // A copy shares the handles of its source, and both close them: copies are for passing, not for keeping.
 class QMLOG_API CQmLogWriter
@@ -44,7 +44,8 @@ public:
     // take the file beyond 4 GiB - 1 is refused. Rows that fail are reported but do not stop the text.
     bool Write(const char* text);
 
-    // Appends text formatted as printf does, of any length.
+    // Appends text formatted as printf does, of any length. False as Write, and when the text cannot be
+    // formatted or there is no memory for it.
     bool WriteFormat(const char* format, ...) QMLOG_PRINTF(2, 3);
 
     // Begins a block with a fresh line, its header: what is written next is its caption.

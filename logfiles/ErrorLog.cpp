@@ -48,8 +48,8 @@ void Append(const std::string& entry)
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     std::uint64_t position = 0;
     DWORD written = 0;
-    files.Seek(file, 0, FILE_END, position);
-    files.Write(file, entry.data(), static_cast<DWORD>(entry.size()), written);
+    if (files.Seek(file, 0, FILE_END, position)) // else it would write over the entries before
+        files.Write(file, entry.data(), static_cast<DWORD>(entry.size()), written);
     files.Close(file);
 }
 

@@ -35,8 +35,7 @@ void Findings::AppendTo(std::vector<QmLogFinding>& all)
     all.insert(all.end(), m_findings.begin(), m_findings.end());
     if (m_more > 0)
     {
-        const auto kind =
-            m_moreDamage ? QmLogFindingKind::kOffsetNotAtLine : QmLogFindingKind::kRowWithoutText;
+        const auto kind = m_moreDamage ? QmLogFindingKind::kMoreDamage : QmLogFindingKind::kMoreNotes;
         all.push_back(
             {kind, m_log + ".ROW", QmLogFinding::kNoRow, Number(m_more) + " more findings like these"});
     }

@@ -20,19 +20,9 @@ String& String::operator+=(const char* text)
     return *this;
 }
 
-bool String::operator==(const char* text) const
-{
-    return m_text == TextOrEmpty(text);
-}
-
 const char* String::c_str() const
 {
     return m_text.c_str();
-}
-
-unsigned long String::Length() const
-{
-    return static_cast<unsigned long>(m_text.size());
 }
 
 bool String::IsEmpty() const

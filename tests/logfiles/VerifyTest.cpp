@@ -337,9 +337,7 @@ TEST(Verify, CountsWhatIsTooMuchToTell)
     folder.Edit("Main.ROW", [](std::string& bytes) { bytes.assign(bytes.size(), '\1'); });
     const std::vector<QmLogFinding> findings = folder.Verify();
     EXPECT_LT(findings.size(), 1010u);
-    EXPECT_EQ(1u, std::count_if(findings.begin(), findings.end(), [](const QmLogFinding& finding) {
-                  return finding.reason.find("more findings") != std::string::npos;
-              }));
+    EXPECT_EQ(1u, Count(findings, Kind::kMoreDamage));
 }
 
 } // namespace

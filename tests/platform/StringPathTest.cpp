@@ -11,7 +11,7 @@ TEST(String, TakesNullAsTheEmptyText)
 {
     ZEMA::String text(nullptr);
     text += nullptr;
-    EXPECT_TRUE(text == nullptr);
+    EXPECT_STREQ("", text.c_str());
 }
 
 TEST(MakePath, PutsSeparatorsWhereTheyAreMissing)

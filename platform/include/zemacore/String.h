@@ -16,13 +16,10 @@ public:
     String(const char* text);
 
     String& operator+=(const char* text);
-    bool operator==(const char* text) const;
 
     // Valid until the string changes; never null.
     const char* c_str() const;
 
-    // Number of characters, the NUL not counted.
-    unsigned long Length() const;
     bool IsEmpty() const;
 
     // The last character; NUL when the string is empty.

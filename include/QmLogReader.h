@@ -45,6 +45,16 @@ public:
     // The record of line `index`: its depth, kind, block mark and sequence number.
     bool ReadStyle(unsigned long index, CQmLogRow& row);
 
+    // Reads up to `count` records from line `index` on, with one read. Answers how many there were.
+    unsigned long ReadRows(unsigned long index, unsigned long count, CQmLogRow* rows);
+
+    // Reads up to `size` bytes of the text from `offset` on, with one read, into `text`, which gets no NUL.
+    // Answers how many there were.
+    unsigned long ReadText(unsigned long offset, unsigned long size, char* text);
+
+    // Closes both files; the next call opens them again. For a host that deletes them: an open file stays.
+    void Close();
+
     // The row for sequence number `time`, by binary search: forward, the first row not before it, else the
     // last row not after it; in either case the nearest row there is when there is none on that side.
     // `foundTime` receives that row's number, but is left alone when the log has only one row: callers
@@ -62,6 +72,8 @@ protected:
 private:
     static constexpr int kPathSize = 260;
 
+    bool OpenLogFile(const char* failure);
+    bool OpenRowFile(const char* failure);
     bool GrowText(unsigned long& length, unsigned long offset);
 
     char m_name[kPathSize] = {};

@@ -20,6 +20,12 @@ unsigned long FileSize(const char* path)
     return static_cast<std::uint32_t>(size);
 }
 
+// Where the record of line `index` lies in the index file.
+std::int64_t RowOffset(unsigned long index)
+{
+    return static_cast<std::int64_t>(index) * static_cast<std::int64_t>(sizeof(CQmLogRow));
+}
+
 // Bytes from `offset` to `end`; 0 where the end comes first.
 unsigned long LineLength(std::uint32_t offset, std::uint64_t end)
 {
@@ -32,11 +38,19 @@ unsigned long LineLength(std::uint32_t offset, std::uint64_t end)
 
 CQmLogReader::~CQmLogReader()
 {
+    Close();
+    std::free(m_text);
+}
+
+// The messages name the destructor, the usual place of these calls: their texts are fixed.
+void CQmLogReader::Close()
+{
     if (m_logHandle != nullptr && !ZEMA::FileCalls().Close(m_logHandle))
         logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Log)");
     if (m_rowHandle != nullptr && !ZEMA::FileCalls().Close(m_rowHandle))
         logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Row)");
-    std::free(m_text);
+    m_logHandle = nullptr;
+    m_rowHandle = nullptr;
 }
 
 void CQmLogReader::SetFilePath(const char* name)
@@ -65,14 +79,7 @@ bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& l
     if (!ReadRow(index, length, row))
         return false;
 
-    if (m_logHandle == nullptr)
-        m_logHandle = CreateFileRead(m_logPath);
-    if (m_logHandle == INVALID_HANDLE_VALUE)
-    {
-        m_logHandle = nullptr;
-        return logfiles::Fail("CQmLogReader::Read().CreateFileRead(Log)");
-    }
-    if (m_logHandle == nullptr)
+    if (!OpenLogFile("CQmLogReader::Read().CreateFileRead(Log)"))
         return false;
 
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
@@ -99,6 +106,35 @@ bool CQmLogReader::ReadStyle(unsigned long index, CQmLogRow& row)
 {
     unsigned long length = 0;
     return ReadRow(index, length, row);
+}
+
+unsigned long CQmLogReader::ReadRows(unsigned long index, unsigned long count, CQmLogRow* rows)
+{
+    if (count == 0 || !OpenRowFile("CQmLogReader::ReadRows().CreateFileRead(Row)"))
+        return 0;
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    std::uint64_t position = 0;
+    DWORD bytes = 0;
+    const std::uint64_t size = std::min<std::uint64_t>(std::uint64_t{count} * sizeof(CQmLogRow), 0xFFFFFFFF);
+    if (!files.Seek(m_rowHandle, RowOffset(index), FILE_BEGIN, position))
+        logfiles::Report("CQmLogReader::ReadRows().SetFilePointer()");
+    else if (!files.Read(m_rowHandle, rows, static_cast<DWORD>(size), bytes))
+        logfiles::Report("CQmLogReader::ReadRows().ReadFile()");
+    return bytes / sizeof(CQmLogRow);
+}
+
+unsigned long CQmLogReader::ReadText(unsigned long offset, unsigned long size, char* text)
+{
+    if (size == 0 || !OpenLogFile("CQmLogReader::ReadText().CreateFileRead(Log)"))
+        return 0;
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    std::uint64_t position = 0;
+    DWORD bytes = 0;
+    if (!files.Seek(m_logHandle, static_cast<std::uint32_t>(offset), FILE_BEGIN, position))
+        logfiles::Report("CQmLogReader::ReadText().SetFilePointer()");
+    else if (!files.Read(m_logHandle, text, static_cast<DWORD>(size), bytes))
+        logfiles::Report("CQmLogReader::ReadText().ReadFile()");
+    return bytes;
 }
 
 bool CQmLogReader::Find(unsigned long time, bool forward, unsigned long& foundTime, unsigned long& index)
@@ -143,21 +179,12 @@ bool CQmLogReader::Find(unsigned long time, bool forward, unsigned long& foundTi
 
 bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow& row)
 {
-    if (m_rowHandle == nullptr)
-        m_rowHandle = CreateFileRead(m_rowPath);
-    if (m_rowHandle == INVALID_HANDLE_VALUE)
-    {
-        m_rowHandle = nullptr;
-        return logfiles::Fail("CQmLogReader::ReadRow().CreateFileRead(Row)");
-    }
-    if (m_rowHandle == nullptr)
+    if (!OpenRowFile("CQmLogReader::ReadRow().CreateFileRead(Row)"))
         return false;
 
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     std::uint64_t position = 0;
-    const std::int64_t offset =
-        static_cast<std::int64_t>(index) * static_cast<std::int64_t>(sizeof(CQmLogRow));
-    if (!files.Seek(m_rowHandle, offset, FILE_BEGIN, position))
+    if (!files.Seek(m_rowHandle, RowOffset(index), FILE_BEGIN, position))
         return logfiles::Fail("CQmLogReader::ReadRow().SetFilePointer()");
 
     // The next row comes along because its offset ends this row's line.
@@ -172,6 +199,27 @@ bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow
     const bool last = bytes < sizeof(rows);
     length = LineLength(row.offset, last ? std::uint64_t{GetLogFileSize()} + 1 : rows[1].offset);
     return true;
+}
+
+// False while the file cannot be opened; the system's refusal is reported as `failure`.
+bool CQmLogReader::OpenLogFile(const char* failure)
+{
+    if (m_logHandle == nullptr)
+        m_logHandle = CreateFileRead(m_logPath);
+    if (m_logHandle != INVALID_HANDLE_VALUE)
+        return m_logHandle != nullptr;
+    m_logHandle = nullptr;
+    return logfiles::Fail(failure);
+}
+
+bool CQmLogReader::OpenRowFile(const char* failure)
+{
+    if (m_rowHandle == nullptr)
+        m_rowHandle = CreateFileRead(m_rowPath);
+    if (m_rowHandle != INVALID_HANDLE_VALUE)
+        return m_rowHandle != nullptr;
+    m_rowHandle = nullptr;
+    return logfiles::Fail(failure);
 }
 
 void* CQmLogReader::CreateFileRead(const char* path)

@@ -96,6 +96,30 @@ TEST_F(ReaderTest, AMissingLogIsTriedAtEachCall)
     EXPECT_EQ(report, session.Text("QmLog")) << "without a name nothing is tried";
 }
 
+TEST_F(ReaderTest, ReadsPagesOfRowsAndText)
+{
+    CQmLogRow rows[4];
+    char text[8];
+    EXPECT_EQ(0u, reader.ReadRows(0, 4, rows)); // without a name
+    EXPECT_EQ(0u, reader.ReadText(0, 8, text));
+
+    Write("a\nbc\nd");
+    EXPECT_EQ(2u, reader.ReadRows(1, 4, rows));
+    EXPECT_EQ(2u, rows[0].offset);
+    EXPECT_EQ(5u, rows[1].offset);
+    EXPECT_EQ(0u, reader.ReadRows(3, 4, rows));
+    EXPECT_EQ("bc\nd", std::string(text, reader.ReadText(2, 8, text)));
+    EXPECT_EQ("bc", std::string(text, reader.ReadText(2, 2, text)));
+
+    // An open file stays when it is deleted; a closed one goes, and is found again when it comes back.
+    EXPECT_FALSE(session.files.Delete(session.Path("Main.LOG").c_str()));
+    reader.Close();
+    EXPECT_TRUE(session.files.Delete(session.Path("Main.LOG").c_str()));
+    EXPECT_EQ("-", Line(1));
+    session.files.SetContents(session.Path("Main.LOG"), "a\nBC\nd");
+    EXPECT_EQ("BC\n", Line(1));
+}
+
 TEST_F(ReaderTest, FindEqualsAWalkThroughTheRows)
 {
     std::mt19937 random(1);

@@ -115,11 +115,9 @@ bool LogSession::Collapse(int row, RowChange& change)
     change = {row + 1, 0};
     if (row < 0)
         return false;
-    const std::uint64_t before = m_root.GetSize();
-    const bool done = m_root.Remove(static_cast<std::uint64_t>(row));
-    const std::uint64_t removed = before - m_root.GetSize();
+    const std::uint64_t removed = m_root.Remove(static_cast<std::uint64_t>(row));
     change.delta = -static_cast<int>(std::min<std::uint64_t>(removed, kMaxRows));
-    return done;
+    return removed > 0;
 }
 
 bool LogSession::Switch(int row, RowChange& change)

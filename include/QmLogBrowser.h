@@ -11,8 +11,8 @@ public:
     CQmLogBrowser();
     ~CQmLogBrowser() override;
 
-    // The window with its two children; FALSE when one of them cannot be created. Creating the text window starts
-    // a session, unless GetTextCtrl().SetStartSession(false) was called.
+    // The window with its two children; FALSE when one of them cannot be created. Creating the text window
+    // starts a session, unless GetTextCtrl().SetStartSession(false) was called.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
     CQmLogTextCtrl& GetTextCtrl() { return m_text; }

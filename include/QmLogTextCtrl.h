@@ -16,7 +16,7 @@ namespace logview
 {
 struct RowChange;
 struct ShownRows;
-}
+} // namespace logview
 
 // Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
 // logs behind it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared counter

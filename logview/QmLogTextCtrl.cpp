@@ -16,15 +16,13 @@
 namespace
 {
 
-// The shared counter as the text windows of this process saw it last. One value for all of them: only the first
-// that notices a change refreshes. Deliberate: hosts show one window a process.
+// The shared counter as the text windows of this process saw it last. One value for all of them: only the
+// first that notices a change refreshes. Deliberate: hosts show one window a process.
 int lastSeenTime = 0;
 
 } // namespace
 
-CQmLogTextCtrl::CQmLogTextCtrl() : m_rows(std::make_unique<logview::ShownRows>())
-{
-}
+CQmLogTextCtrl::CQmLogTextCtrl() : m_rows(std::make_unique<logview::ShownRows>()) {}
 
 CQmLogTextCtrl::~CQmLogTextCtrl()
 {

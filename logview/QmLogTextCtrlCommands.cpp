@@ -15,16 +15,12 @@ constexpr unsigned kAlt = 16;
 class CQmLogTextCtrlEntrySwitch : public CQmEntryShortcut
 {
 public:
-    explicit CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_SPACE, 0), m_text(text)
-    {
-    }
+    explicit CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_SPACE, 0), m_text(text) {}
     void Execute() override { m_text.Switch(m_text.GetCaretRow()); }
     const char* GetCaption() override { return FoldCaption("Collapse", "Expand"); }
 
 protected:
-    CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text, unsigned key) : CQmEntryShortcut(key, 0), m_text(text)
-    {
-    }
+    CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text, unsigned key) : CQmEntryShortcut(key, 0), m_text(text) {}
 
     const char* FoldCaption(const char* unfolded, const char* folded)
     {

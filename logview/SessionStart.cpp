@@ -14,8 +14,8 @@ namespace
 
 constexpr char kCountersFile[] = "Log.DAT";
 
-// Whether a file of the log folder can be opened with this access while others have the rights of `share`. The
-// file stays as it is.
+// Whether a file of the log folder can be opened with this access while others have the rights of `share`.
+// The file stays as it is.
 bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
 {
     const HANDLE file =
@@ -26,8 +26,8 @@ bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
     return true;
 }
 
-// Whether a block can be begun at once: without the counters it would wait for ever, and while another process
-// writes, until that one is done.
+// Whether a block can be begun at once: without the counters it would wait for ever, and while another
+// process writes, until that one is done.
 bool CanCount()
 {
     char path[MAX_PATH] = {};
@@ -128,7 +128,7 @@ namespace logview
 bool StartSession()
 {
     QmLogWriterCloseAll();
-    for (int file = 0; file < kFileCount; ++file)
+    for (int file = 0; file < int{kFileCount}; ++file)
         QmLogReaderDefine(GetLogName(file)).Close();
     if (!AreLogsFree() || !IsFree(kCountersFile) || !CanCount())
         return false;
@@ -136,7 +136,7 @@ bool StartSession()
     char counters[MAX_PATH] = {};
     if (QmLogMakeFilePath(kCountersFile, counters))
         ZEMA_DeleteFile(counters);
-    for (int file = 0; file < kFileCount; ++file)
+    for (int file = 0; file < int{kFileCount}; ++file)
         QmLogWriterDefine(GetLogName(file)).Clear();
     WriteHeader(QmLogWriterDefine(GetLogName(0)));
     return QmLogWriterCloseAll();

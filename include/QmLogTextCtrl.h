@@ -125,6 +125,7 @@ protected:
     void OnTextMenu(CPoint screenPoint) override;
     void OnUserScroll() override;
 
+    afx_msg void OnPaint();
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);

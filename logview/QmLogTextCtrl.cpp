@@ -36,7 +36,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
     m_rows->session.Refresh(m_file);
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
-    m_menuDrawer.Attach(*this);
+    m_menuDrawer.Attach(GetSafeHwnd());
     SetTimer(logview::kRefreshTimer, logview::kRefreshInterval, nullptr);
     return TRUE;
 }
@@ -134,7 +134,7 @@ bool CQmLogTextCtrl::Browse(int file)
 
 void CQmLogTextCtrl::RefreshRows()
 {
-    const CQmWndUpdaterUse updater(*this);
+    const CQmWndUpdaterUse updater(this);
     m_rows->session.Refresh(m_file);
     OnRowsChanged();
     if (m_browser != nullptr)

@@ -6,6 +6,7 @@
 #include "qmcommon/QmWndUpdaterUse.h"
 
 BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
+    ON_WM_PAINT()
     ON_WM_TIMER()
     ON_WM_KEYDOWN()
     ON_WM_LBUTTONDOWN()
@@ -18,6 +19,12 @@ namespace
 
 constexpr int kRowEnd = 0x7FFFFFFF; // as a column
 
+}
+
+void CQmLogTextCtrl::OnPaint()
+{
+    CQmTextCtrl::OnPaint();
+    m_rows->cache.Clear(); // logs grow: what was read holds for this paint
 }
 
 void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
@@ -60,7 +67,7 @@ void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)
 
 void CQmLogTextCtrl::OnLButtonDblClk(UINT, CPoint point)
 {
-    const CQmWndUpdaterUse updater(*this);
+    const CQmWndUpdaterUse updater(this);
     int first = 0;
     int column = 0;
     if (!HitTest(point, first, column))
@@ -89,6 +96,6 @@ BOOL CQmLogTextCtrl::OnSetCursor(CWnd* wnd, UINT hitTest, UINT message)
 
 void CQmLogTextCtrl::OnTextMenu(CPoint screenPoint)
 {
-    CQmCommandDefinePopupMenu menu(*this);
-    menu.Show(*this, screenPoint);
+    CQmCommandDefinePopupMenu menu(this);
+    menu.Show(screenPoint, this);
 }

@@ -25,8 +25,9 @@ struct RowPlace
 class CQmLogBranch
 {
 public:
-    // Levels that may be open within each other. With five logs a session at rest has five.
-    static constexpr int kMaxDepth = 200;
+    // Levels that may be open within each other: five for the logs, and five more for each log that ended
+    // before its header's, so that a session at rest stays well below.
+    static constexpr int kMaxDepth = 64;
 
     CQmLogBranch() = default; // a root over log 0
 

@@ -66,8 +66,9 @@ public:
     bool Expand(int row, RowChange& change);
 
     // The same with everything that comes to be unfolded. A log that ends shows the rest of the session once
-    // more, so that five logs can show sixteen times the rows there are: when 16 times the rows of all logs
-    // and 1,024 have been added, which only a damaged session reaches, the rest remains folded.
+    // more, so that five logs can show sixteen times the rows there are. The walk follows the numbers
+    // through pages of records. Only damage makes it add more than 16 times the rows of all logs and 1,024,
+    // or read more often than once for four rows and 1,024 times: there it ends, and the rest remains folded.
     bool ExpandAll(int row, RowChange& change);
 
     // Folds. False when nothing is unfolded there.

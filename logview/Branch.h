@@ -37,6 +37,7 @@ public:
     // Own rows and all that is unfolded among them.
     std::uint64_t GetSize() const { return m_count + m_childrenSize; }
 
+    std::uint32_t GetCount() const { return m_count; } // own rows
     void SetCount(std::uint32_t count) { m_count = count; }
 
     // What lies at `row`: a displayed row when asked of the root.

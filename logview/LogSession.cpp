@@ -32,7 +32,11 @@ int LogSession::GetRowCount() const
 void LogSession::Refresh(int file)
 {
     const unsigned long count = m_source.GetRowCount(static_cast<unsigned>(file));
-    m_root.SetCount(static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows)));
+    const auto rows = static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows));
+    if (file == m_countedFile && rows < m_root.GetCount())
+        m_root = CQmLogBranch(); // what was unfolded belongs to a session that is gone
+    m_countedFile = file;
+    m_root.SetCount(rows);
 }
 
 RowPlace LogSession::Translate(std::int64_t row) const

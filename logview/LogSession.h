@@ -43,7 +43,8 @@ public:
     // At most kMaxRows.
     int GetRowCount() const;
 
-    // Takes the row count of log `file` for the rows of "Main" at the top.
+    // Takes the row count of log `file` for the rows of "Main" at the top. When that log has become shorter,
+    // a new session has begun and nothing remains unfolded.
     void Refresh(int file);
 
     // The log and row that lie at `row`; a row behind the last one continues the log at the top.
@@ -102,6 +103,7 @@ private:
 
     RowSource& m_source;
     CQmLogBranch m_root;
+    int m_countedFile = 0;
 };
 
 } // namespace logview

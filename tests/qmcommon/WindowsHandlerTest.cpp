@@ -19,6 +19,15 @@ public:
     void Scan(IQmCommand& collector) override { ScanCommands(commands, collector); }
 
     std::vector<Command> commands;
+    std::string characters; // that came through to the window
+
+protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_CHAR || message == WM_SYSCHAR)
+            characters += static_cast<char>(wParam);
+        return QmHandler<CWnd>::DefWindowProc(message, wParam, lParam);
+    }
 };
 
 class HandlerTest : public testing::Test
@@ -109,12 +118,19 @@ TEST_F(HandlerTest, KeysExecuteCommands)
     EXPECT_EQ("follow ", TakeDone());
 
     // Without pre-translation the key arrives, and its character behind it.
-    wnd->SendMessage(WM_KEYDOWN, VK_SPACE);
+    const auto type = [this](UINT key) {
+        wnd->SendMessage(WM_KEYDOWN, key);
+        wnd->SendMessage(WM_CHAR, key);
+    };
+    type(VK_SPACE);
+    type('A');
     EXPECT_EQ("follow ", TakeDone());
+    EXPECT_EQ("A", wnd->characters);
     wnd->SetShortcuts(false);
     EXPECT_FALSE(Press(*wnd, VK_SPACE, 0));
-    wnd->SendMessage(WM_KEYDOWN, VK_SPACE);
+    type(VK_SPACE);
     EXPECT_EQ("", TakeDone());
+    EXPECT_EQ("A ", wnd->characters);
     wnd->SetShortcuts(true);
 
     EXPECT_TRUE(Press(*wnd, 'W', 0)) << "closes the window";

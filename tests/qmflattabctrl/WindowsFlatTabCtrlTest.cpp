@@ -74,6 +74,11 @@ TEST_F(FlatTabCtrlTest, ShowsThePageOfTheSelectedTab)
     EXPECT_EQ(200, page.Width());
     EXPECT_GT(page.Height(), 60);
     EXPECT_LT(page.Height(), 100) << "the strip has its place";
+
+    second.DestroyWindow(); // the tab stays, without a page
+    tabs.SetFocus();
+    tabs.Refresh(0);
+    EXPECT_EQ("first", VisiblePages());
 }
 
 TEST_F(FlatTabCtrlTest, TellsTheParentWhatTheUserSelects)

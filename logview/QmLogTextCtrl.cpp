@@ -35,6 +35,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
         m_sessionStarted = logview::StartSession();
     m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
+    m_canAskTime = false;
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
     m_menuDrawer.Attach(GetSafeHwnd());
@@ -125,6 +126,9 @@ bool CQmLogTextCtrl::Browse(int file)
 {
     if (file < 0 || file >= GetFilePathCount())
         return false;
+    m_canAskTime = m_canAskTime || logview::CanAskTime();
+    if (!m_canAskTime)
+        return true; // what lies there remains shown
     const int time = QmLogGlobalTimeGet();
     if (time == lastSeenTime)
         return true;

@@ -102,7 +102,7 @@ enum class Caret
     Extend // the selection's other end stays
 };
 
-// A system colour setting's text colour can be told from the background.
+// Whether text of that colour can be told from the background.
 QMPLATFORM_API bool IsReadable(COLORREF text, COLORREF background);
 
 // Turns of a wheel, 120 a notch, into whole steps. What is left over counts for the next turn.

@@ -5,7 +5,6 @@
 #include "wintypes.h"
 #include "zemacore/ZemaApi.h"
 
-#include <compare>
 #include <cstdint>
 
 namespace textview
@@ -44,7 +43,11 @@ struct Place
     int row = 0;
     int column = 0;
 
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const
+    {
+        return row < other.row || (row == other.row && column < other.column);
+    }
 };
 
 struct State

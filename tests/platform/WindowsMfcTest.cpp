@@ -18,7 +18,7 @@ class NotingWnd : public CWnd
 public:
     bool Show(DWORD style = WS_POPUP, CWnd* parent = nullptr)
     {
-        return CreateEx(0, nullptr, "noting", style, CRect(0, 0, 100, 50), parent, 7) != FALSE;
+        return CreateEx(0, nullptr, "noting", style, CRect(0, 0, 100, 50), parent, parent ? 7 : 0) != FALSE;
     }
 
     std::string notes;

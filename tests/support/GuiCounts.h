@@ -14,9 +14,9 @@ inline int GdiObjectCount()
     constexpr std::size_t kEntrySize = 24;
     constexpr std::size_t kType = 14; // 0 in a free entry
 
-    std::uintptr_t environment = 0;
-    asm("movq %%gs:0x60, %0"
-        : "=r"(environment)); // the compiler takes the system's intrinsic for a null pointer
+    void* const address = reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandle("ntdll.dll"), "RtlGetCurrentPeb")); // the process's environment
+    const auto* const environment = reinterpret_cast<const unsigned char* (*)()>(address)();
     const auto* const table = *reinterpret_cast<const unsigned char* const*>(environment + kHandleTable);
     int count = 0;
     for (std::size_t i = 0; i < kEntries; ++i)
@@ -28,7 +28,7 @@ inline int GdiObjectCount()
 inline int WindowCount()
 {
     int count = 0;
-    static constexpr auto child = [](HWND, LPARAM counter) -> BOOL {
+    static const auto child = [](HWND, LPARAM counter) -> BOOL {
         ++*reinterpret_cast<int*>(counter);
         return TRUE;
     };

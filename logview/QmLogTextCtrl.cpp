@@ -32,7 +32,10 @@ CQmLogTextCtrl::~CQmLogTextCtrl()
 BOOL CQmLogTextCtrl::CreateCommon()
 {
     if (m_startSession)
+    {
         m_sessionStarted = logview::StartSession();
+        lastSeenTime = 0; // the new session may come to the very number that was seen last
+    }
     m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
     m_canAskTime = false;

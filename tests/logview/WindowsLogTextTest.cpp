@@ -376,7 +376,7 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
 
     // The fold mark's sign: a bar through it while folded. It reaches into the row below.
     const int row = FoldedRow();
-    text.Focus(row + 1, 0, false); // away from the mark, and in view
+    text.Focus(row + 2, 0, false); // away from the mark, and in view
     text.EnsureVisible(row - 1, 0, 3, 0);
     const COLORREF face = ::GetSysColor(COLOR_3DFACE);
     const auto pixel = [&](int x, int dy) {

@@ -214,7 +214,7 @@ TEST(MfcDrawing, MemoryContextCopiesItsRectangleWhenItEnds)
         CMemDC memory(canvas.dc, CRect(5, 2, 15, 8));
         ASSERT_TRUE(memory.IsMemDC());
         memory.GetDC().FillSolidRect(0, 0, 20, 10, RGB(9, 8, 7));
-        memory.GetDC().SetPixel(6, 3, RGB(4, 5, 6));
+        memory.GetDC().FillSolidRect(6, 3, 1, 1, RGB(4, 5, 6));
         EXPECT_EQ(RGB(1, 2, 3), canvas.dc.GetPixel(6, 3));
     }
     EXPECT_EQ(RGB(4, 5, 6), canvas.dc.GetPixel(6, 3));

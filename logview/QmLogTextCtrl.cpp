@@ -156,7 +156,9 @@ bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
 {
     if (change.delta != 0)
     {
-        MoveRows(change.row, change.delta);
+        const int behind =
+            change.delta < 0 ? change.row - change.delta : change.row; // the first row that stays
+        MoveRows(behind, change.delta);
         OnRowsChanged();
     }
     return done;

@@ -234,7 +234,7 @@ TEST_F(HandlerTest, RedrawingResumesWithTheLastGuard)
         EXPECT_TRUE(suspended());
     }
     EXPECT_FALSE(suspended());
-    EXPECT_FALSE(wnd->GetUpdateRect(nullptr)) << "redrawn at once";
+    EXPECT_FALSE(::GetUpdateRect(*wnd, nullptr, FALSE)) << "redrawn at once";
 
     wnd->ShowWindow(SW_HIDE);
     {

@@ -30,3 +30,10 @@ warm_wine() {
         wine cmd /c exit </dev/null >/dev/null 2>&1 || true
     fi
 }
+
+# A path of this system as Windows programs take it.
+windows_path() {
+    local path
+    path=$(realpath -m -- "$1")
+    printf '%s' "Z:${path//\//\\}"
+}

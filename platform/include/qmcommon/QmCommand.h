@@ -48,6 +48,9 @@ public:
     // `handler` is about to be scanned.
     virtual void Visit(IQmHandler& handler);
 
+    // The scan has ended: the time to carry out what was found, for nobody looks at the handler any more.
+    virtual void Finish();
+
     // Non-zero when the command was found and dealt with.
     int GetResult() const { return m_result; }
     void SetResult(int result) { m_result = result; }
@@ -63,8 +66,8 @@ public:
     // Offers this object's commands to `collector`, in menu order; none by default.
     virtual void Scan(IQmCommand& collector);
 
-    // Clears the record's result, lets it visit this handler, scans with it and answers its result. The
-    // command may destroy this object.
+    // Clears the record's result, lets it visit this handler, scans with it, lets it finish and answers its
+    // result. The command may destroy this object: it is not touched once the record finishes.
     virtual int Dispatch(CQmCommandRecord& record);
 
     // While off, keys are the window's own: no shortcut is looked up. On at construction.

@@ -11,7 +11,8 @@ public:
     CQmLogBrowser();
     ~CQmLogBrowser() override;
 
-    // The window with its two children; FALSE when one of them cannot be created.
+    // The window with its two children; FALSE when one of them cannot be created. Creating the text window
+    // starts a session, unless GetTextCtrl().SetStartSession(false) was called.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
     CQmLogTextCtrl& GetTextCtrl() { return m_text; }
@@ -23,8 +24,9 @@ public:
     void Scan(IQmCommand& collector) override;
 
 protected:
-    // The default's result; 0 when a child window cannot be created, and then there is no browser window.
-    afx_msg LRESULT OnCreate(CREATESTRUCT* create);
+    // Makes the children. 0 when one cannot be made: then there is no browser window.
+    virtual LRESULT OnCreate(CREATESTRUCT* create);
+    afx_msg LRESULT OnNcCreate(WPARAM wParam, LPARAM create);
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnSetFocus(CWnd* old);
     afx_msg void OnSelChange(NMHDR* header, LRESULT* result);

@@ -7,14 +7,16 @@
 #include "qmtextctrl/QmTextCtrl.h"
 
 #include <memory>
+#include <string>
 
 class CQmLogBrowser;
 class CQmLogReader;
 
 namespace logview
 {
-class LogSession;
-}
+struct RowChange;
+struct ShownRows;
+} // namespace logview
 
 // Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
 // logs behind it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared counter
@@ -113,6 +115,7 @@ public:
     int GetRowColumnCount(int row) override;
     int GetRowHeight() override;
     int GetRowLeft(int row) override;
+    void PrepareRows(int first, int count) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;
     void Reload() override;
@@ -122,6 +125,7 @@ protected:
     void OnTextMenu(CPoint screenPoint) override;
     void OnUserScroll() override;
 
+    afx_msg void OnPaint();
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
@@ -130,10 +134,19 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool Change(bool done, const logview::RowChange& change);
+    void RefreshRows();
+    void DrawCaretMark(CDC& dc, int x, int y) const;
+    void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const;
+
     int m_file = 0;
-    std::unique_ptr<logview::LogSession> m_session; // the rows: branches over the five logs
+    std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
+    bool m_startSession = true;
+    bool m_sessionStarted = false;
     bool m_follow = true;
+    bool m_followPauses = false;
+    bool m_followPaused = false;
     bool m_reloadPending = true;
     CQmMenuDrawer m_menuDrawer;
 };

@@ -1,52 +1,20 @@
-#include "qmcommon/QmCommandList.h"
+#include "platform/qmcommon/MenuText.h"
 #include "qmcommon/QmCommandShortcut.h"
-#include "qmcommon/QmEntry.h"
+#include "tests/support/Commands.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <tuple>
 
 namespace
 {
-
-// One command of a test: what it says, and what it does.
-struct Command
-{
-    const char* caption;
-    unsigned key = 0;
-    unsigned modifiers = 0;
-    bool enabled = true;
-    std::function<void()> action;
-};
-
-class CommandEntry : public CQmEntryShortcut
-{
-public:
-    explicit CommandEntry(const Command& command)
-        : CQmEntryShortcut(command.key, command.modifiers), m_command(command)
-    {
-    }
-    const char* GetCaption() override { return m_command.caption; }
-    bool IsEnabled() override { return m_command.enabled; }
-    void Execute() override { m_command.action(); }
-
-private:
-    Command m_command;
-};
 
 class Handler : public IQmHandler
 {
 public:
     explicit Handler(std::vector<Command> commands) : m_commands(std::move(commands)) {}
 
-    void Scan(IQmCommand& collector) override
-    {
-        for (const Command& command : m_commands)
-        {
-            collector.Add(std::make_unique<CommandEntry>(command));
-            collector.AddSeparator();
-        }
-    }
+    void Scan(IQmCommand& collector) override { ScanCommands(m_commands, collector); }
 
 private:
     std::vector<Command> m_commands;
@@ -58,6 +26,7 @@ TEST(CommandRecords, ExecuteTheFirstVisibleEnabledEntryThatFits)
     const auto write = [&done](const char* text) { return [&done, text] { done += text; }; };
     Handler handler({{nullptr, 'A', 8, true, write("hidden")},
                      {"off", 'A', 8, false, write("off")},
+                     {"-"},
                      {"other", 'A', 24, true, write("other")},
                      {"first", 'A', 8, true, write("first")},
                      {"second", 'A', 8, true, write("second")},
@@ -112,6 +81,23 @@ TEST(ShortcutText, NamesKeysAsMenusDo)
     {
         EXPECT_EQ(text, QmShortcutText(key, modifiers));
     }
+}
+
+TEST(MenuText, AccessKeysGoRoundTheItems)
+{
+    const std::vector<std::string> captions = {"&Copy",       "",           "Cut && &Paste",
+                                               "100 && more", "c, no mark", "&&"};
+    const std::tuple<int, char, int, bool> cases[] = {
+        {-1, 'C', 0, false}, {0, 'c', 4, false}, {4, 'c', 0, false},   {2, 'p', 2, true},
+        {-1, '1', 3, true},  {-1, '&', 5, true}, {-1, 'm', -1, false}, {-1, 0, -1, false},
+    };
+    for (const auto& [selected, key, position, only] : cases)
+    {
+        const qmcommon::AccessItem item = qmcommon::FindAccessItem(captions, selected, key);
+        EXPECT_EQ(position, item.position) << key;
+        EXPECT_EQ(only, item.only) << key;
+    }
+    EXPECT_EQ(-1, qmcommon::FindAccessItem({}, -1, 'C').position);
 }
 
 } // namespace

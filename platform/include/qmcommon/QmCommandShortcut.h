@@ -23,6 +23,7 @@ protected:
     // Whether `entry` is what this record looks for. `index` counts the entries of the scan from 0: hidden
     // ones are counted, separators are not.
     virtual bool IsWanted(IQmEntry& entry, int index) = 0;
+    bool IsFound() const { return m_entry != nullptr; }
 
 private:
     int m_count = 0;

@@ -25,8 +25,9 @@ struct RowPlace
 class CQmLogBranch
 {
 public:
-    // Levels that may be open within each other. With five logs a session at rest has five.
-    static constexpr int kMaxDepth = 200;
+    // Levels that may be open within each other: five for the logs, and five more for each log that ended
+    // before its header's, so that a session at rest stays well below.
+    static constexpr int kMaxDepth = 64;
 
     CQmLogBranch() = default; // a root over log 0
 
@@ -36,6 +37,7 @@ public:
     // Own rows and all that is unfolded among them.
     std::uint64_t GetSize() const { return m_count + m_childrenSize; }
 
+    std::uint32_t GetCount() const { return m_count; } // own rows
     void SetCount(std::uint32_t count) { m_count = count; }
 
     // What lies at `row`: a displayed row when asked of the root.

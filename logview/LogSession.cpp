@@ -32,7 +32,11 @@ int LogSession::GetRowCount() const
 void LogSession::Refresh(int file)
 {
     const unsigned long count = m_source.GetRowCount(static_cast<unsigned>(file));
-    m_root.SetCount(static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows)));
+    const auto rows = static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows));
+    if (file == m_countedFile && rows < m_root.GetCount())
+        m_root = CQmLogBranch(); // what was unfolded belongs to a session that is gone
+    m_countedFile = file;
+    m_root.SetCount(rows);
 }
 
 RowPlace LogSession::Translate(std::int64_t row) const
@@ -92,16 +96,18 @@ bool LogSession::Expand(int row, RowChange& change)
 
 bool LogSession::ExpandAll(int row, RowChange& change)
 {
-    std::uint64_t room = 1024;
+    std::uint64_t rows = 0;
     for (unsigned file = 0; file < kFileCount; ++file)
-        room += std::uint64_t{16} * m_source.GetRowCount(file);
-    room = std::min(room, static_cast<std::uint64_t>(kMaxRows - GetRowCount()));
+        rows += m_source.GetRowCount(file);
+    const std::uint64_t room =
+        std::min(16 * rows + 1024, static_cast<std::uint64_t>(kMaxRows - GetRowCount()));
+    const std::uint64_t maxReads = rows / 4 + 1024;
 
     RecordPages pages(m_source, kWalkRows);
     std::uint32_t added = 0;
     const bool done = Unfold(pages, row, room, added);
     std::int64_t total = added;
-    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total; ++at)
+    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total && pages.GetReads() <= maxReads; ++at)
     {
         if (Unfold(pages, at, room - static_cast<std::uint64_t>(total), added))
             total += added;

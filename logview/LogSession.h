@@ -43,7 +43,8 @@ public:
     // At most kMaxRows.
     int GetRowCount() const;
 
-    // Takes the row count of log `file` for the rows of "Main" at the top.
+    // Takes the row count of log `file` for the rows of "Main" at the top. When that log has become shorter,
+    // a new session has begun and nothing remains unfolded.
     void Refresh(int file);
 
     // The log and row that lie at `row`; a row behind the last one continues the log at the top.
@@ -66,8 +67,9 @@ public:
     bool Expand(int row, RowChange& change);
 
     // The same with everything that comes to be unfolded. A log that ends shows the rest of the session once
-    // more, so that five logs can show sixteen times the rows there are: when 16 times the rows of all logs
-    // and 1,024 have been added, which only a damaged session reaches, the rest remains folded.
+    // more, so that five logs can show sixteen times the rows there are. The walk follows the numbers
+    // through pages of records. Only damage makes it add more than 16 times the rows of all logs and 1,024,
+    // or read more often than once for four rows and 1,024 times: there it ends, and the rest remains folded.
     bool ExpandAll(int row, RowChange& change);
 
     // Folds. False when nothing is unfolded there.
@@ -101,6 +103,7 @@ private:
 
     RowSource& m_source;
     CQmLogBranch m_root;
+    int m_countedFile = 0;
 };
 
 } // namespace logview

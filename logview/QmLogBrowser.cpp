@@ -1,5 +1,7 @@
 #include "QmLogBrowser.h"
 
+#include "afxcmn.h"
+
 namespace
 {
 

@@ -33,6 +33,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
 {
     if (m_startSession)
         m_sessionStarted = logview::StartSession();
+    m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;

@@ -127,11 +127,11 @@ void CQmLogTextCtrl::Scan(IQmCommand& collector)
     collector.Add(std::make_unique<CEntryGoUp>(*this));
     collector.Add(std::make_unique<CEntryGoDown>(*this));
     collector.AddSeparator();
-    collector.Add(std::make_unique<CQmTextCtrlEntryFindInput>(*this));
-    collector.Add(std::make_unique<CQmTextCtrlEntryFindNext>(*this));
-    collector.Add(std::make_unique<CQmTextCtrlEntryFindPrevious>(*this));
+    collector.Add(std::make_unique<CQmTextCtrlEntryFindInput>(this));
+    collector.Add(std::make_unique<CQmTextCtrlEntryFindNext>(this));
+    collector.Add(std::make_unique<CQmTextCtrlEntryFindPrevious>(this));
     collector.AddSeparator();
-    collector.Add(std::make_unique<CQmTextCtrlEntrySelectAll>(*this));
+    collector.Add(std::make_unique<CQmTextCtrlEntrySelectAll>(this));
     collector.Add(std::make_unique<CQmLogTextCtrlEntryCopy>(*this));
     collector.AddSeparator();
     collector.Add(std::make_unique<CEntryTest>(*this));

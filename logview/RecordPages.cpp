@@ -55,6 +55,7 @@ bool RecordPages::FindFirst(std::uint32_t file, std::uint32_t number, std::uint3
         unsigned long time = 0;
         unsigned long answer = 0;
         row = 0;
+        ++m_reads;
         if (!m_source.Find(file, number, true, time, answer))
         {
             page = {0, true, {}};
@@ -73,6 +74,7 @@ bool RecordPages::FindFirst(std::uint32_t file, std::uint32_t number, std::uint3
 
 void RecordPages::Load(std::uint32_t file, std::uint32_t first)
 {
+    ++m_reads;
     Page& page = m_pages[file];
     page.first = first;
     page.rows.resize(m_pageRows);

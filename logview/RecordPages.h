@@ -30,6 +30,9 @@ public:
     // then is the log's end. Without reading where the kept page tells, else by the source's binary search.
     bool FindFirst(std::uint32_t file, std::uint32_t number, std::uint32_t& row, std::uint32_t& found);
 
+    // Pages read and searches made so far.
+    std::uint64_t GetReads() const { return m_reads; }
+
 private:
     struct Page
     {
@@ -46,6 +49,7 @@ private:
 
     RowSource& m_source;
     std::uint32_t m_pageRows;
+    std::uint64_t m_reads = 0;
     Page m_pages[kFileCount];
 };
 

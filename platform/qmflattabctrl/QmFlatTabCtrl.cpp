@@ -61,7 +61,7 @@ BOOL CQmFlatTabCtrl::AddTab(int index, const char* label, CWnd* page)
         return FALSE;
     page->ShowWindow(SW_HIDE);
     ::SetParent(page->GetSafeHwnd(), GetSafeHwnd());
-    m_tabs.insert(m_tabs.begin() + index, Tab{label, page});
+    m_tabs.insert(m_tabs.begin() + index, Tab{label, page->GetSafeHwnd()});
     if (m_selected >= index)
         ++m_selected;
     Invalidate();
@@ -80,12 +80,12 @@ BOOL CQmFlatTabCtrl::SelectTab(int index)
     const int former = m_selected;
     m_selected = index;
     PlacePage();
-    CWnd* const page = m_tabs[static_cast<std::size_t>(index)].page;
-    page->ShowWindow(SW_SHOW);
+    const HWND page = m_tabs[static_cast<std::size_t>(index)].page;
+    ::ShowWindow(page, SW_SHOW);
     if (focused)
-        page->SetFocus();
+        ::SetFocus(page);
     if (former >= 0)
-        m_tabs[static_cast<std::size_t>(former)].page->ShowWindow(SW_HIDE);
+        ::ShowWindow(m_tabs[static_cast<std::size_t>(former)].page, SW_HIDE);
     Invalidate();
     return TRUE;
 }
@@ -150,7 +150,7 @@ void CQmFlatTabCtrl::OnSetFocus(CWnd* old)
 {
     CWnd::OnSetFocus(old);
     if (m_selected >= 0)
-        m_tabs[static_cast<std::size_t>(m_selected)].page->SetFocus();
+        ::SetFocus(m_tabs[static_cast<std::size_t>(m_selected)].page);
 }
 
 void CQmFlatTabCtrl::OnLButtonDown(UINT, CPoint point)
@@ -190,7 +190,8 @@ void CQmFlatTabCtrl::PlacePage()
     if (m_selected < 0)
         return;
     const CRect rect = RectOf(GetLayout().GetPage());
-    m_tabs[static_cast<std::size_t>(m_selected)].page->MoveWindow(rect);
+    ::MoveWindow(m_tabs[static_cast<std::size_t>(m_selected)].page, rect.left, rect.top, rect.Width(),
+                 rect.Height(), TRUE);
 }
 
 // The selected tab has the page's colour and, towards the page, no edge.

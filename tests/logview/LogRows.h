@@ -61,15 +61,13 @@ public:
         const std::vector<CQmLogRow>& log = rows[file];
         if (log.empty())
             return false;
-        row = 0;
-        if (log.size() == 1)
-            return true;
-        for (unsigned long end = log.size() - 1; row + 1 < end; ++recordReads)
-            (number < log[row + (end - row) / 2].time ? end : row) = row + (end - row) / 2;
-        if (number != log[row].time && !(forward && number < log[row].time) &&
-            (forward || number >= log[row + 1].time))
-            ++row;
-        found = log[row].time;
+        const auto at = std::partition_point(log.begin(), log.end(), [=](const CQmLogRow& each) {
+            return forward ? each.time < number : each.time <= number;
+        });
+        const std::size_t before = static_cast<std::size_t>(at - log.begin());
+        row = forward ? std::min(before, log.size() - 1) : std::max<std::size_t>(before, 1) - 1;
+        if (log.size() > 1)
+            found = log[row].time;
         return true;
     }
 

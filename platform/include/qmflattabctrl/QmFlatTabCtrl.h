@@ -55,7 +55,7 @@ private:
     struct Tab
     {
         std::string label;
-        CWnd* page;
+        HWND page; // may be destroyed before the tab
     };
 
     flattab::TabStrip GetLayout() const;

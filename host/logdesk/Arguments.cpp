@@ -115,6 +115,7 @@ earlier one are deleted.
                            select:N, select-all             N rows from the caret on
                            follow:on, follow:off
                            size:WxH                         of the window, in pixels
+                           sample                           write a sample session
 
 Exit code: 0 done, 1 the earlier session cannot be kept or the picture not made, 2 asked wrongly.
 )";

@@ -5,8 +5,10 @@ namespace logdesk
 
 std::string TitleText(const std::string& folder, SessionState session)
 {
-    const std::string state = session == SessionState::kRefused ? " (session not started)" : "";
-    return folder + state + " - LogDesk";
+    const bool isRoot = folder.size() <= 3; // "C:\\" keeps its backslash
+    const std::string name = folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
+    const bool isWanting = session == SessionState::kRefused || session == SessionState::kElsewhere;
+    return name + (isWanting ? " (no session started)" : "") + " - LogDesk";
 }
 
 std::string SessionText(SessionState session)
@@ -17,10 +19,12 @@ std::string SessionText(SessionState session)
         return "Session started";
     case SessionState::kOpened:
         return "Session opened";
+    case SessionState::kElsewhere:
+        return "No session started: another LogDesk shows this one";
     case SessionState::kRefused:
         break;
     }
-    return "Session not started: another program writes here, or the folder cannot be written to";
+    return "No session started: a program is writing here, or nothing can be written";
 }
 
 std::string RowsText(const ViewState& view)

@@ -8,9 +8,10 @@ namespace logdesk
 
 enum class SessionState
 {
-    kStarted, // this program began the session
-    kOpened,  // an earlier session, or another program's
-    kRefused  // it was to be started and could not be
+    kStarted,   // this program began the session
+    kOpened,    // what lies in the folder was asked for
+    kElsewhere, // another LogDesk has the folder: a new session would delete the one it shows
+    kRefused    // it was to be started and could not be
 };
 
 enum class FollowState

@@ -4,6 +4,7 @@
 
 #include "wintypes.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
@@ -94,6 +95,22 @@ void KeepSession(const std::string& folder, int keep)
     folders.push_back(name);
     for (const std::string& old : FoldersToDelete(folders, keep))
         DeleteKept(folder + old);
+}
+
+// A mutex goes with its process, however that ends. Its name is the folder's without backslashes.
+FolderClaim::FolderClaim(const std::string& folder)
+{
+    std::string name = "LogDesk " + folder;
+    ::CharUpperBuffA(name.data(), static_cast<DWORD>(name.size()));
+    std::replace(name.begin(), name.end(), '\\', '/');
+    m_mutex = ::CreateMutexA(nullptr, FALSE, name.substr(0, MAX_PATH - 1).c_str());
+    m_isFirst = ::GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
+FolderClaim::~FolderClaim()
+{
+    if (m_mutex != nullptr)
+        ::CloseHandle(m_mutex);
 }
 
 } // namespace logdesk

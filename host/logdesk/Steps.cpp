@@ -40,6 +40,7 @@ constexpr Form kForms[] = {
     {"select-all", StepAction::kSelectAll, Value::kNone},
     {"follow", StepAction::kFollow, Value::kSwitch},
     {"size", StepAction::kSize, Value::kSize},
+    {"sample", StepAction::kSample, Value::kNone},
 };
 
 bool ParseNumber(const std::string& text, int least, int greatest, int& number)

@@ -22,7 +22,8 @@ enum class StepAction
     kSelect,
     kSelectAll,
     kFollow,
-    kSize
+    kSize,
+    kSample
 };
 
 struct Step

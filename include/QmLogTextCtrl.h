@@ -144,6 +144,7 @@ private:
     CQmLogBrowser* m_browser = nullptr;
     bool m_startSession = true;
     bool m_sessionStarted = false;
+    bool m_canAskTime = false; // once it can be, it remains so: the counters stay open
     bool m_follow = true;
     bool m_followPauses = false;
     bool m_followPaused = false;

@@ -32,9 +32,13 @@ CQmLogTextCtrl::~CQmLogTextCtrl()
 BOOL CQmLogTextCtrl::CreateCommon()
 {
     if (m_startSession)
+    {
         m_sessionStarted = logview::StartSession();
+        lastSeenTime = 0; // the new session may come to the very number that was seen last
+    }
     m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
+    m_canAskTime = false;
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
     m_menuDrawer.Attach(GetSafeHwnd());
@@ -125,6 +129,9 @@ bool CQmLogTextCtrl::Browse(int file)
 {
     if (file < 0 || file >= GetFilePathCount())
         return false;
+    m_canAskTime = m_canAskTime || logview::CanAskTime();
+    if (!m_canAskTime)
+        return true; // what lies there remains shown
     const int time = QmLogGlobalTimeGet();
     if (time == lastSeenTime)
         return true;

@@ -125,6 +125,13 @@ void WriteSampleJob(const SampleJob& job, CQmLogWriter& main, CQmLogWriter& sour
 namespace logview
 {
 
+bool CanAskTime()
+{
+    char path[MAX_PATH] = {};
+    return QmLogMakeFilePath(kCountersFile, path) &&
+           CanOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
+}
+
 bool StartSession()
 {
     QmLogWriterCloseAll();

@@ -25,5 +25,4 @@ public:
         return static_cast<BOOL>(
             SendMessage(SB_SETTEXTA, static_cast<WPARAM>(pane | type), reinterpret_cast<LPARAM>(text)));
     }
-    CString GetText(int pane) const;
 };

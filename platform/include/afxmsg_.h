@@ -1,6 +1,8 @@
 // The message-map macros. Each line's handler is known to the compiler: a wrong signature does not compile.
 #pragma once
 
+#include "afxwin.h"
+
 #include <type_traits>
 
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                               \
@@ -106,14 +108,6 @@ template <auto handler> BOOL Move(CCmdTarget* target, WPARAM, LPARAM lParam, LRE
 {
     return Call<handler>(target, result, SignedLow(lParam), SignedHigh(lParam));
 }
-template <auto handler> BOOL Show(CCmdTarget* target, WPARAM wParam, LPARAM lParam, LRESULT* result)
-{
-    return Call<handler>(target, result, static_cast<BOOL>(wParam), static_cast<UINT>(lParam));
-}
-template <auto handler> BOOL Flag(CCmdTarget* target, WPARAM wParam, LPARAM, LRESULT* result)
-{
-    return Call<handler>(target, result, static_cast<BOOL>(wParam));
-}
 template <auto handler> BOOL Activate(CCmdTarget* target, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     return Call<handler>(target, result, UINT{LOWORD(wParam)}, Window(lParam), BOOL{HIWORD(wParam)});
@@ -168,18 +162,6 @@ template <auto handler> BOOL MenuPopup(CCmdTarget* target, WPARAM wParam, LPARAM
     CMenu* const menu = CMenu::FromHandle(reinterpret_cast<HMENU>(wParam));
     return Call<handler>(target, result, menu, UINT{LOWORD(lParam)}, BOOL{HIWORD(lParam)});
 }
-template <auto handler> BOOL MeasureItem(CCmdTarget* target, WPARAM wParam, LPARAM lParam, LRESULT* result)
-{
-    Call<handler>(target, result, static_cast<int>(wParam), Pointer<MEASUREITEMSTRUCT>(lParam));
-    *result = TRUE;
-    return TRUE;
-}
-template <auto handler> BOOL DrawItem(CCmdTarget* target, WPARAM wParam, LPARAM lParam, LRESULT* result)
-{
-    Call<handler>(target, result, static_cast<int>(wParam), Pointer<DRAWITEMSTRUCT>(lParam));
-    *result = TRUE;
-    return TRUE;
-}
 template <auto handler> BOOL Scroll(CCmdTarget* target, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     return Call<handler>(target, result, UINT{LOWORD(wParam)}, UINT{HIWORD(wParam)},
@@ -220,8 +202,6 @@ template <auto handler> BOOL Timer(CCmdTarget* target, WPARAM wParam, LPARAM, LR
 #define ON_WM_CLOSE() AFX_MESSAGE_ENTRY_(WM_CLOSE, &afx::Plain<&ThisClass::OnClose>)
 #define ON_WM_SIZE() AFX_MESSAGE_ENTRY_(WM_SIZE, &afx::Size<&ThisClass::OnSize>)
 #define ON_WM_MOVE() AFX_MESSAGE_ENTRY_(WM_MOVE, &afx::Move<&ThisClass::OnMove>)
-#define ON_WM_SHOWWINDOW() AFX_MESSAGE_ENTRY_(WM_SHOWWINDOW, &afx::Show<&ThisClass::OnShowWindow>)
-#define ON_WM_ENABLE() AFX_MESSAGE_ENTRY_(WM_ENABLE, &afx::Flag<&ThisClass::OnEnable>)
 #define ON_WM_ACTIVATE() AFX_MESSAGE_ENTRY_(WM_ACTIVATE, &afx::Activate<&ThisClass::OnActivate>)
 #define ON_WM_PAINT() AFX_MESSAGE_ENTRY_(WM_PAINT, &afx::Plain<&ThisClass::OnPaint>)
 #define ON_WM_ERASEBKGND() AFX_MESSAGE_ENTRY_(WM_ERASEBKGND, &afx::Dc<&ThisClass::OnEraseBkgnd>)
@@ -232,29 +212,22 @@ template <auto handler> BOOL Timer(CCmdTarget* target, WPARAM wParam, LPARAM, LR
 #define ON_WM_KILLFOCUS() AFX_MESSAGE_ENTRY_(WM_KILLFOCUS, &afx::OtherWindow<&ThisClass::OnKillFocus>)
 #define ON_WM_GETDLGCODE() AFX_MESSAGE_ENTRY_(WM_GETDLGCODE, &afx::Plain<&ThisClass::OnGetDlgCode>)
 #define ON_WM_KEYDOWN() AFX_MESSAGE_ENTRY_(WM_KEYDOWN, &afx::Key<&ThisClass::OnKeyDown>)
-#define ON_WM_KEYUP() AFX_MESSAGE_ENTRY_(WM_KEYUP, &afx::Key<&ThisClass::OnKeyUp>)
 #define ON_WM_CHAR() AFX_MESSAGE_ENTRY_(WM_CHAR, &afx::Key<&ThisClass::OnChar>)
 #define ON_WM_SYSKEYDOWN() AFX_MESSAGE_ENTRY_(WM_SYSKEYDOWN, &afx::Key<&ThisClass::OnSysKeyDown>)
-#define ON_WM_SYSCHAR() AFX_MESSAGE_ENTRY_(WM_SYSCHAR, &afx::Key<&ThisClass::OnSysChar>)
 #define ON_WM_LBUTTONDOWN() AFX_MESSAGE_ENTRY_(WM_LBUTTONDOWN, &afx::Mouse<&ThisClass::OnLButtonDown>)
 #define ON_WM_LBUTTONUP() AFX_MESSAGE_ENTRY_(WM_LBUTTONUP, &afx::Mouse<&ThisClass::OnLButtonUp>)
 #define ON_WM_LBUTTONDBLCLK() AFX_MESSAGE_ENTRY_(WM_LBUTTONDBLCLK, &afx::Mouse<&ThisClass::OnLButtonDblClk>)
 #define ON_WM_RBUTTONDOWN() AFX_MESSAGE_ENTRY_(WM_RBUTTONDOWN, &afx::Mouse<&ThisClass::OnRButtonDown>)
 #define ON_WM_RBUTTONUP() AFX_MESSAGE_ENTRY_(WM_RBUTTONUP, &afx::Mouse<&ThisClass::OnRButtonUp>)
-#define ON_WM_MBUTTONDOWN() AFX_MESSAGE_ENTRY_(WM_MBUTTONDOWN, &afx::Mouse<&ThisClass::OnMButtonDown>)
 #define ON_WM_MOUSEMOVE() AFX_MESSAGE_ENTRY_(WM_MOUSEMOVE, &afx::Mouse<&ThisClass::OnMouseMove>)
-#define ON_WM_MOUSELEAVE() AFX_MESSAGE_ENTRY_(WM_MOUSELEAVE, &afx::Plain<&ThisClass::OnMouseLeave>)
 #define ON_WM_MOUSEWHEEL() AFX_MESSAGE_ENTRY_(WM_MOUSEWHEEL, &afx::Wheel<&ThisClass::OnMouseWheel>)
 #define ON_WM_MOUSEHWHEEL() AFX_MESSAGE_ENTRY_(WM_MOUSEHWHEEL, &afx::HWheel<&ThisClass::OnMouseHWheel>)
 #define ON_WM_SETCURSOR() AFX_MESSAGE_ENTRY_(WM_SETCURSOR, &afx::Cursor<&ThisClass::OnSetCursor>)
 #define ON_WM_CAPTURECHANGED()                                                                               \
     AFX_MESSAGE_ENTRY_(WM_CAPTURECHANGED, &afx::NewCapture<&ThisClass::OnCaptureChanged>)
-#define ON_WM_CANCELMODE() AFX_MESSAGE_ENTRY_(WM_CANCELMODE, &afx::Plain<&ThisClass::OnCancelMode>)
 #define ON_WM_CONTEXTMENU() AFX_MESSAGE_ENTRY_(WM_CONTEXTMENU, &afx::Context<&ThisClass::OnContextMenu>)
 #define ON_WM_INITMENUPOPUP()                                                                                \
     AFX_MESSAGE_ENTRY_(WM_INITMENUPOPUP, &afx::MenuPopup<&ThisClass::OnInitMenuPopup>)
-#define ON_WM_MEASUREITEM() AFX_MESSAGE_ENTRY_(WM_MEASUREITEM, &afx::MeasureItem<&ThisClass::OnMeasureItem>)
-#define ON_WM_DRAWITEM() AFX_MESSAGE_ENTRY_(WM_DRAWITEM, &afx::DrawItem<&ThisClass::OnDrawItem>)
 #define ON_WM_HSCROLL() AFX_MESSAGE_ENTRY_(WM_HSCROLL, &afx::Scroll<&ThisClass::OnHScroll>)
 #define ON_WM_VSCROLL() AFX_MESSAGE_ENTRY_(WM_VSCROLL, &afx::Scroll<&ThisClass::OnVScroll>)
 #define ON_WM_TIMER() AFX_MESSAGE_ENTRY_(WM_TIMER, &afx::Timer<&ThisClass::OnTimer>)

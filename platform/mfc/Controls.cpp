@@ -1,15 +1,5 @@
 #include "afxcmn.h"
 
-BOOL CStatic::Create(LPCSTR text, DWORD style, const RECT& rect, CWnd* parent, UINT id)
-{
-    return Create("STATIC", text, style, rect, parent, id);
-}
-
-BOOL CButton::Create(LPCSTR text, DWORD style, const RECT& rect, CWnd* parent, UINT id)
-{
-    return Create("BUTTON", text, style, rect, parent, id);
-}
-
 BOOL CEdit::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)
 {
     return Create("EDIT", nullptr, style, rect, parent, id);
@@ -36,14 +26,4 @@ BOOL CStatusBarCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id
     const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&classes);
     return Create(STATUSCLASSNAMEA, nullptr, style, rect, parent, id);
-}
-
-CString CStatusBarCtrl::GetText(int pane) const
-{
-    const auto index = static_cast<WPARAM>(pane);
-    const int length = LOWORD(::SendMessage(m_hWnd, SB_GETTEXTLENGTHA, index, 0));
-    CString text;
-    ::SendMessage(m_hWnd, SB_GETTEXTA, index, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
-    text.ReleaseBuffer();
-    return text;
 }

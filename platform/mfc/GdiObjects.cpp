@@ -79,17 +79,7 @@ CBrush::CBrush(COLORREF color)
     RequireResource(CreateSolidBrush(color));
 }
 
-BOOL CBrush::CreatePatternBrush(CBitmap* bitmap)
-{
-    return Attach(::CreatePatternBrush(*bitmap));
-}
-
 BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height)
 {
     return Attach(::CreateCompatibleBitmap(dc->m_hDC, width, height));
-}
-
-BOOL CBitmap::LoadBitmap(UINT id)
-{
-    return Attach(::LoadBitmap(AfxGetResourceHandle(), MAKEINTRESOURCE(id)));
 }

@@ -170,10 +170,3 @@ BOOL CWnd::SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw)
     ::SetScrollInfo(m_hWnd, bar, info, redraw);
     return TRUE;
 }
-
-CPoint CWnd::GetCaretPos()
-{
-    CPoint point;
-    ::GetCaretPos(&point);
-    return point;
-}

@@ -3,8 +3,6 @@
 #include "platform_resource.h"
 #include "qmtextctrl/QmTextCtrl.h"
 
-extern "C" IMAGE_DOS_HEADER __ImageBase; // where this library was loaded
-
 BEGIN_MESSAGE_MAP(CQmTextFindBar, CDialog)
     ON_BN_CLICKED(IDC_FIND_PREVIOUS, &CQmTextFindBar::OnPrevious)
     ON_EN_CHANGE(IDC_FIND_TEXT, &CQmTextFindBar::OnTextChange)
@@ -13,6 +11,16 @@ END_MESSAGE_MAP()
 namespace
 {
 constexpr int kMaxTextLength = 255;
+
+// The module that holds this code.
+HMODULE GetThisModule()
+{
+    static const char place = 0;
+    HMODULE module = nullptr;
+    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                        &place, &module);
+    return module;
+}
 } // namespace
 
 CQmTextFindBar::CQmTextFindBar(CQmTextCtrl& textCtrl) : m_textCtrl(textCtrl) {}
@@ -24,7 +32,7 @@ bool CQmTextFindBar::Open()
     if (!m_hWnd)
     {
         // The dialog lies in this library, wherever the program's resources come from.
-        const auto module = reinterpret_cast<HMODULE>(&__ImageBase);
+        const HMODULE module = GetThisModule();
         const HRSRC resource = ::FindResource(module, MAKEINTRESOURCE(IDD_FIND_BAR), RT_DIALOG);
         if (!resource)
             return false;

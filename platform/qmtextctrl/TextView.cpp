@@ -77,7 +77,7 @@ Place TextView::GetSelectionEnd() const
 
 bool TextView::IsSelected(Place cell) const
 {
-    return GetSelectionBegin() <= cell && cell < GetSelectionEnd();
+    return !(cell < GetSelectionBegin()) && cell < GetSelectionEnd();
 }
 
 Range TextView::GetSelectedColumns(int row)

@@ -1,9 +1,12 @@
 #include "qmtextctrl/QmTextCtrl.h"
 #include "qmtextctrl/QmTextCtrlEntries.h"
 
+#include "tests/support/GuiCounts.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -24,7 +27,10 @@ public:
     void DrawRow(CDC& dc, int x, int y, int row) override
     {
         drawn.push_back(row);
-        dc.FillSolidRect(x + 2, y + 2, 2, 2, GetDrawColor(kRed));
+        const COLORREF color = GetDrawColor(kRed);
+        dc.FillSolidRect(x + 2, y + 2, 2, 2, color);
+        dc.FillSolidRect(x + 6 + row % 30, y, 3, 3, color);
+        dc.FillSolidRect(x - 9, y + GetRowHeight() - 4, 4, 8, row == GetCaretRow() ? kRed : RGB(0, 0, 255));
     }
     void PrepareRows(int first, int count) override { prepared = {first, count}; }
     bool Find(int row, int& column, const char* text, bool& found) override
@@ -110,6 +116,21 @@ protected:
         const CClientDC dc(text.get());
         return dc.GetPixel(16 + column * width + dx, (row - text->GetTopRow()) * height + 2);
     }
+    std::vector<BYTE> Pixels() const
+    {
+        CRect client;
+        text->GetClientRect(client);
+        std::vector<BYTE> pixels(static_cast<std::size_t>(client.Width() * client.Height()) * 4);
+        CClientDC dc(text.get());
+        CBitmap bitmap;
+        CDC memory;
+        memory.CreateCompatibleDC(&dc);
+        bitmap.CreateCompatibleBitmap(&dc, client.Width(), client.Height());
+        memory.SelectObject(&bitmap);
+        memory.BitBlt(0, 0, client.Width(), client.Height(), &dc, 0, 0, SRCCOPY);
+        ::GetBitmapBits(bitmap, static_cast<LONG>(pixels.size()), pixels.data());
+        return pixels;
+    }
     bool PreTranslate(HWND hwnd, UINT key) const
     {
         MSG message = {};
@@ -140,14 +161,6 @@ TEST_F(TextCtrlTest, KeysMoveTheCaretThatTheSystemShows)
     EXPECT_EQ(90, text->GetScrollPos(SB_VERT));
     EXPECT_EQ(1, text->userScrolls);
     EXPECT_EQ(CPoint(16 + 9 * width, 9 * height), CWnd::GetCaretPos());
-
-    text->rows.resize(5);
-    text->OnRowsChanged();
-    EXPECT_EQ((std::vector{4, 9, 4, 9}), Selection());
-    SCROLLINFO info = {};
-    text->GetScrollInfo(SB_VERT, &info);
-    EXPECT_EQ(4, info.nMax);
-    EXPECT_EQ(10U, info.nPage);
 }
 
 TEST_F(TextCtrlTest, WheelAndScrollBarsScrollAndLeaveTheCaret)
@@ -161,8 +174,6 @@ TEST_F(TextCtrlTest, WheelAndScrollBarsScrollAndLeaveTheCaret)
     text->SendMessage(WM_HSCROLL, SB_LINEDOWN);
     text->SendMessage(WM_HSCROLL, SB_PAGEDOWN);
     EXPECT_EQ(31 * width + 2, text->GetScrollPos(SB_HORZ));
-    EXPECT_EQ(4, text->userScrolls);
-    text->SendMessage(WM_VSCROLL, SB_ENDSCROLL);
     EXPECT_EQ(4, text->userScrolls);
     EXPECT_EQ(0, text->GetCaretRow());
 }
@@ -194,13 +205,33 @@ TEST_F(TextCtrlTest, DrawsWhatIsInvalidAndTheRowAboveForItsMarks)
     EXPECT_EQ(kRed, Pixel(7, 0, 2));
     text->Invalidate();
     EXPECT_EQ(12U, Paint().size()); // ten rows, the begun one, the one above
-    text->SetFont(nullptr);
-    EXPECT_FALSE(Paint().empty());
+}
+
+TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
+{
+    constexpr UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_PRIOR, VK_NEXT, VK_HOME, VK_END};
+    constexpr BYTE modifiers[] = {0, VK_SHIFT, VK_CONTROL};
+    ::DestroyCaret();
+    std::mt19937 random(1);
+    for (int step = 0; step < 300; ++step)
+    {
+        Press(keys[random() % 8], modifiers[random() % 3]);
+        if (step % 3 == 0)
+            text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, step % 2 == 0 ? -120 : 120));
+        if (step % 5 == 0)
+            text->SendMessage(WM_HSCROLL, step % 2 == 0 ? SB_LINEDOWN : SB_LINEUP);
+        Paint();
+        const std::vector<BYTE> partial = Pixels();
+        text->Invalidate();
+        Paint();
+        ASSERT_TRUE(partial == Pixels()) << "step " << step;
+    }
 }
 
 TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)
 {
     text->Focus(2, 0, false);
+    Paint();
     text->Select(3, 4);
     EXPECT_EQ((std::vector{1, 2, 2, 3, 3, 4}), Paint());
     EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(2, 8));
@@ -296,5 +327,26 @@ TEST_F(TextCtrlTest, EndsInItsOwnMenuAndScroll)
     text->SendMessage(WM_TIMER, 1);
     EXPECT_EQ(nullptr, text);
     EXPECT_EQ(nullptr, ::GetCapture());
+}
+
+TEST_F(TextCtrlTest, LeavesNothingBehind)
+{
+    int windows = 0;
+    int objects = 0;
+    for (int round = 0; round < 50; ++round)
+    {
+        if (round == 5) // the system keeps some of what the first ones used
+        {
+            windows = WindowCount();
+            objects = GdiObjectCount();
+        }
+        text = std::make_unique<TestText>();
+        ASSERT_TRUE(text->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &frame, 1));
+        text->FindInput();
+        text->SelectAll();
+        Paint();
+    }
+    EXPECT_EQ(windows, WindowCount());
+    EXPECT_EQ(objects, GdiObjectCount());
 }
 } // namespace

@@ -45,7 +45,6 @@ public:
     COLORREF SetBkColor(COLORREF color) { return ::SetBkColor(m_hDC, color); }
     COLORREF GetBkColor() const { return ::GetBkColor(m_hDC); }
     int SetBkMode(int mode) { return ::SetBkMode(m_hDC, mode); }
-    UINT SetTextAlign(UINT flags) { return ::SetTextAlign(m_hDC, flags); }
 
     BOOL TextOut(int x, int y, LPCSTR text, int length) { return ::TextOut(m_hDC, x, y, text, length); }
     BOOL ExtTextOut(int x, int y, UINT options, LPCRECT rect, LPCSTR text, UINT length, LPINT widths)
@@ -63,13 +62,10 @@ public:
     CPoint MoveTo(POINT point) { return MoveTo(point.x, point.y); }
     BOOL LineTo(int x, int y) { return ::LineTo(m_hDC, x, y); }
     BOOL LineTo(POINT point) { return LineTo(point.x, point.y); }
-    BOOL Polyline(const POINT* points, int count) { return ::Polyline(m_hDC, points, count); }
-    BOOL Polygon(const POINT* points, int count) { return ::Polygon(m_hDC, points, count); }
     BOOL Rectangle(LPCRECT rect)
     {
         return ::Rectangle(m_hDC, rect->left, rect->top, rect->right, rect->bottom);
     }
-    COLORREF SetPixel(int x, int y, COLORREF color) { return ::SetPixel(m_hDC, x, y, color); }
     COLORREF GetPixel(int x, int y) const { return ::GetPixel(m_hDC, x, y); }
 
     // Fills by an opaque empty text, which needs no brush; the background colour is `color` afterwards.
@@ -96,12 +92,6 @@ public:
         return ::BitBlt(m_hDC, x, y, width, height, source ? source->m_hDC : nullptr, sourceX, sourceY,
                         operation);
     }
-    BOOL StretchBlt(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY,
-                    int sourceWidth, int sourceHeight, DWORD operation)
-    {
-        return ::StretchBlt(m_hDC, x, y, width, height, source ? source->m_hDC : nullptr, sourceX, sourceY,
-                            sourceWidth, sourceHeight, operation);
-    }
 
     int GetClipBox(LPRECT rect) const { return ::GetClipBox(m_hDC, rect); }
     int IntersectClipRect(LPCRECT rect)
@@ -112,7 +102,6 @@ public:
     {
         return ::ExcludeClipRect(m_hDC, rect->left, rect->top, rect->right, rect->bottom);
     }
-    BOOL RectVisible(LPCRECT rect) const { return ::RectVisible(m_hDC, rect); }
 
     CPoint SetViewportOrg(int x, int y);
     CPoint SetViewportOrg(POINT point) { return SetViewportOrg(point.x, point.y); }

@@ -25,7 +25,6 @@ public:
 
     HGDIOBJ GetSafeHandle() const { return m_hObject; }
     int GetObject(int size, LPVOID record) const { return ::GetObject(m_hObject, size, record); }
-    BOOL CreateStockObject(int index) { return Attach(::GetStockObject(index)); }
 
     static CGdiObject* FromHandle(HGDIOBJ handle);
     static void DeleteTempMap();
@@ -52,7 +51,6 @@ public:
     explicit CBrush(COLORREF color);
 
     BOOL CreateSolidBrush(COLORREF color) { return Attach(::CreateSolidBrush(color)); }
-    BOOL CreatePatternBrush(class CBitmap* bitmap);
     operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
     static CBrush* FromHandle(HBRUSH handle) { return static_cast<CBrush*>(CGdiObject::FromHandle(handle)); }
 };
@@ -74,9 +72,6 @@ public:
         return Attach(::CreateBitmap(width, height, planes, bitCount, bits));
     }
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height);
-
-    // From the resource module.
-    BOOL LoadBitmap(UINT id);
     int GetBitmap(BITMAP* bitmap) const { return GetObject(sizeof(BITMAP), bitmap); }
     operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
     static CBitmap* FromHandle(HBITMAP handle)

@@ -44,7 +44,6 @@ public:
 
     // As Attach, and takes the window's messages from now on; PreSubclassWindow is called first.
     BOOL SubclassWindow(HWND hwnd);
-    BOOL SubclassDlgItem(UINT id, CWnd* parent);
 
     // Gives the messages back and detaches.
     HWND UnsubclassWindow();
@@ -118,7 +117,6 @@ public:
     void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }
     void InvalidateRect(LPCRECT rect, BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, rect, erase); }
     void ValidateRect(LPCRECT rect) { ::ValidateRect(m_hWnd, rect); }
-    BOOL GetUpdateRect(LPRECT rect, BOOL erase = FALSE) { return ::GetUpdateRect(m_hWnd, rect, erase); }
     BOOL RedrawWindow(LPCRECT rect = nullptr, HRGN region = nullptr,
                       UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE)
     {
@@ -174,15 +172,10 @@ public:
     {
         return ::SetScrollPos(m_hWnd, bar, position, redraw);
     }
-    void ScrollWindow(int dx, int dy, LPCRECT rect = nullptr, LPCRECT clip = nullptr)
-    {
-        ::ScrollWindow(m_hWnd, dx, dy, rect, clip);
-    }
 
     // The caret; there is one for each thread.
     void CreateSolidCaret(int width, int height) { ::CreateCaret(m_hWnd, nullptr, width, height); }
     static void SetCaretPos(POINT point) { ::SetCaretPos(point.x, point.y); }
-    static CPoint GetCaretPos();
     void ShowCaret() { ::ShowCaret(m_hWnd); }
     void HideCaret() { ::HideCaret(m_hWnd); }
 
@@ -221,8 +214,6 @@ protected:
     afx_msg void OnClose() { Default(); }
     afx_msg void OnSize(UINT, int, int) { Default(); }
     afx_msg void OnMove(int, int) { Default(); }
-    afx_msg void OnShowWindow(BOOL, UINT) { Default(); }
-    afx_msg void OnEnable(BOOL) { Default(); }
     afx_msg void OnActivate(UINT, CWnd*, BOOL) { Default(); }
     afx_msg void OnPaint() { Default(); }
     afx_msg BOOL OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
@@ -232,27 +223,20 @@ protected:
     afx_msg void OnKillFocus(CWnd*) { Default(); }
     afx_msg UINT OnGetDlgCode() { return static_cast<UINT>(Default()); }
     afx_msg void OnKeyDown(UINT, UINT, UINT) { Default(); }
-    afx_msg void OnKeyUp(UINT, UINT, UINT) { Default(); }
     afx_msg void OnChar(UINT, UINT, UINT) { Default(); }
     afx_msg void OnSysKeyDown(UINT, UINT, UINT) { Default(); }
-    afx_msg void OnSysChar(UINT, UINT, UINT) { Default(); }
     afx_msg void OnLButtonDown(UINT, CPoint) { Default(); }
     afx_msg void OnLButtonUp(UINT, CPoint) { Default(); }
     afx_msg void OnLButtonDblClk(UINT, CPoint) { Default(); }
     afx_msg void OnRButtonDown(UINT, CPoint) { Default(); }
     afx_msg void OnRButtonUp(UINT, CPoint) { Default(); }
-    afx_msg void OnMButtonDown(UINT, CPoint) { Default(); }
     afx_msg void OnMouseMove(UINT, CPoint) { Default(); }
-    afx_msg void OnMouseLeave() { Default(); }
     afx_msg BOOL OnMouseWheel(UINT, short, CPoint) { return static_cast<BOOL>(Default()); }
     afx_msg void OnMouseHWheel(UINT, short, CPoint) { Default(); }
     afx_msg BOOL OnSetCursor(CWnd*, UINT, UINT) { return static_cast<BOOL>(Default()); }
     afx_msg void OnCaptureChanged(CWnd*) { Default(); }
-    afx_msg void OnCancelMode() { Default(); }
     afx_msg void OnContextMenu(CWnd*, CPoint) { Default(); }
     afx_msg void OnInitMenuPopup(CMenu*, UINT, BOOL) { Default(); }
-    afx_msg void OnMeasureItem(int, LPMEASUREITEMSTRUCT) { Default(); }
-    afx_msg void OnDrawItem(int, LPDRAWITEMSTRUCT) { Default(); }
     afx_msg void OnHScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnVScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnTimer(UINT_PTR) { Default(); }

@@ -5,7 +5,6 @@
 #include "wintypes.h"
 #include "zemacore/ZemaApi.h"
 
-#include <compare>
 #include <cstdint>
 
 namespace textview
@@ -44,7 +43,11 @@ struct Place
     int row = 0;
     int column = 0;
 
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const
+    {
+        return row < other.row || (row == other.row && column < other.column);
+    }
 };
 
 struct State
@@ -102,7 +105,7 @@ enum class Caret
     Extend // the selection's other end stays
 };
 
-// A system colour setting's text colour can be told from the background.
+// Whether text of that colour can be told from the background.
 QMPLATFORM_API bool IsReadable(COLORREF text, COLORREF background);
 
 // Turns of a wheel, 120 a notch, into whole steps. What is left over counts for the next turn.

@@ -6,7 +6,7 @@ set -euo pipefail
 bin=$1
 shift
 prefix=x86_64-w64-mingw32
-products=(QmLog.dll QmPlatform.dll logtool.exe)
+products=(QmLog.dll QmPlatform.dll LogDesk.exe logtool.exe)
 exporting=(QmLog.dll QmPlatform.dll)
 
 # The system's DLLs that we may need; all else must lie in the folder.

@@ -2,6 +2,8 @@
 // displayed row, each against a smaller log or against reading row by row.
 #include "Bench.h"
 #include "BenchFiles.h"
+#include "LogFiles.h"
+#include "LogWindowBench.h"
 
 #include "QmLogReader.h"
 #include "logview/LogNames.h"
@@ -19,21 +21,13 @@ namespace
 
 using bench::Check;
 using bench::Comparison;
+using bench::LogFiles;
 using bench::Variant;
 using logview::LogSession;
 using logview::RowCache;
 using logview::RowChange;
 
 constexpr unsigned kPage = 60;
-constexpr unsigned kLineBytes = 81;
-const std::string kLine = std::string(kLineBytes - 1, 'x') + '\n';
-
-enum File : unsigned
-{
-    kMain,
-    kRun,
-    kSource
-};
 
 Variant Repeat(unsigned times, unsigned units, const std::function<void()>& action)
 {
@@ -42,51 +36,6 @@ Variant Repeat(unsigned times, unsigned units, const std::function<void()>& acti
                     action();
             }};
 }
-
-// A log's files written at once: a million rows through the writer would take its counters a minute.
-class LogFiles
-{
-public:
-    LogFiles(const std::string& folder, File file) : m_base(folder + logview::GetLogName(file)) {}
-
-    // `count` lines of kLineBytes whose numbers begin with `number` and grow by `step`.
-    void Add(unsigned count, unsigned number, unsigned step = 1)
-    {
-        for (unsigned i = 0; i < count; ++i)
-        {
-            CQmLogRow row;
-            row.offset = static_cast<std::uint32_t>(m_rows.size() * kLineBytes);
-            row.blockBegin = 0;
-            row.time = number + i * step;
-            m_rows.push_back(row);
-        }
-    }
-
-    void Write() const
-    {
-        std::FILE* const rows = std::fopen((m_base + ".ROW").c_str(), "wb");
-        std::FILE* const text = std::fopen((m_base + ".LOG").c_str(), "wb");
-        Check(rows != nullptr && text != nullptr, "creating a log");
-        Check(std::fwrite(m_rows.data(), sizeof(CQmLogRow), m_rows.size(), rows) == m_rows.size(),
-              "writing rows");
-        std::string lines;
-        constexpr std::size_t kTogether = 10000;
-        for (std::size_t i = 0; i < kTogether; ++i)
-            lines += kLine;
-        for (std::size_t left = m_rows.size(); left > 0;)
-        {
-            const std::size_t count = std::min(left, kTogether);
-            Check(std::fwrite(lines.data(), kLineBytes, count, text) == count, "writing text");
-            left -= count;
-        }
-        std::fclose(rows);
-        std::fclose(text);
-    }
-
-private:
-    std::string m_base;
-    std::vector<CQmLogRow> m_rows;
-};
 
 // One session in the folder at a time.
 class LogViewBench
@@ -100,6 +49,7 @@ public:
         MeasureCounting();
         MeasureTranslation();
         CloseReaders();
+        bench::MeasureLogWindow(m_options, m_folder, m_report);
         return m_report;
     }
 
@@ -120,25 +70,25 @@ private:
     // "Main" is the large log and "Run" the small one; each is shown at the top.
     void MeasurePages()
     {
-        const unsigned large = (m_options.quick ? 100u << 20 : 1u << 30) / kLineBytes;
-        const unsigned small = (10u << 20) / kLineBytes;
+        const unsigned large = (m_options.quick ? 100u << 20 : 1u << 30) / LogFiles::kLineBytes;
+        const unsigned small = (10u << 20) / LogFiles::kLineBytes;
         {
-            LogFiles main(m_folder.Path(), kMain);
+            LogFiles main(m_folder.Path(), "Main");
             main.Add(large, 1);
             main.Write();
-            LogFiles run(m_folder.Path(), kRun);
+            LogFiles run(m_folder.Path(), "Run");
             run.Add(small, large + 1);
             run.Write();
         }
         Swapped swapped;
         LogSession largeSession(m_rows);
         LogSession smallSession(swapped);
-        largeSession.Refresh(kMain);
-        smallSession.Refresh(kMain);
+        largeSession.Refresh(0);
+        smallSession.Refresh(0);
         RowCache largeCache(m_rows);
         RowCache smallCache(swapped);
 
-        CQmLogReader& reader = QmLogReaderDefine(logview::GetLogName(kMain));
+        CQmLogReader& reader = QmLogReaderDefine(logview::GetLogName(0));
         const Comparison pages({Repeat(2, 1,
                                        [&] {
                                            const unsigned first = Below(large - kPage - 1);
@@ -155,7 +105,7 @@ private:
         Judge("a page of 60 rows, fold marks", pages, "60 times a line and two rows", 0.2);
 
         const auto lastScreen = [](LogSession& session, RowCache& cache) {
-            session.Refresh(kMain);
+            session.Refresh(0);
             const unsigned first = static_cast<unsigned>(session.GetRowCount()) - kPage;
             cache.Prepare(session, static_cast<int>(first), kPage);
             CheckPage(cache, first);
@@ -173,20 +123,20 @@ private:
     {
         const unsigned longRows = m_options.quick ? 100000 : 1000000;
         constexpr unsigned kShortRows = 1000;
-        LogFiles main(m_folder.Path(), kMain);
+        LogFiles main(m_folder.Path(), "Main");
         main.Add(1, 1);
         main.Add(1, 2 + kShortRows);
         main.Add(1, 3 + kShortRows + longRows);
         main.Write();
-        LogFiles run(m_folder.Path(), kRun);
+        LogFiles run(m_folder.Path(), "Run");
         run.Add(kShortRows, 2);
         run.Write();
-        LogFiles source(m_folder.Path(), kSource);
+        LogFiles source(m_folder.Path(), "Source");
         source.Add(longRows, 3 + kShortRows);
         source.Write();
 
         LogSession session(m_rows);
-        session.Refresh(kMain);
+        session.Refresh(0);
         const auto unfold = [&session](int row, unsigned count) {
             RowChange change;
             Check(session.Expand(row, change) && change.delta == static_cast<int>(count), "unfolding");
@@ -203,10 +153,10 @@ private:
     void MeasureTranslation()
     {
         constexpr int kMany = 10000;
-        LogFiles main(m_folder.Path(), kMain);
+        LogFiles main(m_folder.Path(), "Main");
         main.Add(kMany + 1, 1, 2);
         main.Write();
-        LogFiles run(m_folder.Path(), kRun);
+        LogFiles run(m_folder.Path(), "Run");
         run.Add(kMany, 2, 2);
         run.Write();
 
@@ -214,7 +164,7 @@ private:
         LogSession many(m_rows);
         for (const auto& [session, branches] : {std::pair(&few, 10), std::pair(&many, kMany)})
         {
-            session->Refresh(kMain);
+            session->Refresh(0);
             RowChange change;
             for (int i = 0; i < branches; ++i)
                 Check(session->Expand(2 * i, change) && change.delta == 1, "unfolding");
@@ -246,7 +196,8 @@ private:
         for (unsigned row = first; row < first + kPage; ++row)
         {
             const logview::CachedRow* const cached = cache.Get(static_cast<int>(row));
-            Check(cached != nullptr && cached->text.size() == kLineBytes && !cached->foldable, "a page");
+            Check(cached != nullptr && cached->text.size() == LogFiles::kLineBytes && !cached->foldable,
+                  "a page");
         }
     }
 

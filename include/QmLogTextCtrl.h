@@ -136,6 +136,7 @@ protected:
 private:
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
+    bool ReadSearched(int row, std::string& line);
     void DrawCaretMark(CDC& dc, int x, int y) const;
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const;
 

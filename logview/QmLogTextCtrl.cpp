@@ -143,6 +143,7 @@ bool CQmLogTextCtrl::Browse(int file)
 void CQmLogTextCtrl::RefreshRows()
 {
     const CQmWndUpdaterUse updater(this);
+    m_rows->searched.Clear();
     m_rows->session.Refresh(m_file);
     OnRowsChanged();
     if (m_browser != nullptr)
@@ -156,6 +157,7 @@ bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
 {
     if (change.delta != 0)
     {
+        m_rows->searched.Clear();
         const int behind =
             change.delta < 0 ? change.row - change.delta : change.row; // the first row that stays
         MoveRows(behind, change.delta);
@@ -299,13 +301,28 @@ int CQmLogTextCtrl::GetRowColumnCount(int row)
     return m_rows->session.GetColumnCount(row);
 }
 
+// The line of a row that a search looks at, which goes on with its neighbours: they are read along.
+bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
+{
+    constexpr int kTogether = 256;
+    logview::RowCache& searched = m_rows->searched;
+    if (searched.Get(row) == nullptr)
+        searched.Prepare(m_rows->session, row - row % kTogether, kTogether);
+    const logview::CachedRow* const cached = searched.Get(row);
+    if (cached == nullptr ||
+        cached->text.size() < cached->length) // a long line, of which only a part was read
+        return m_rows->session.ReadLine(row, line);
+    line = cached->text;
+    return true;
+}
+
 bool CQmLogTextCtrl::Find(int row, int& column, const char* text, bool& found)
 {
     // Only the line is put into capitals: a text with small letters is never found. Deliberate; the find bar
     // passes capitals.
-    std::string line;
     found = false;
-    if (!m_rows->session.ReadLine(row, line))
+    std::string line;
+    if (!ReadSearched(row, line))
         return false;
     ::CharUpperBuffA(line.data(), static_cast<DWORD>(line.size()));
     const std::size_t begin = static_cast<std::size_t>(std::max(column, 0));

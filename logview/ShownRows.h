@@ -13,12 +13,13 @@ namespace logview
 constexpr std::uintptr_t kRefreshTimer = 9504;
 constexpr unsigned kRefreshInterval = 200; // milliseconds
 
-// The logs, what is unfolded of them, and the rows of the paint in progress.
+// The logs, what is unfolded of them, the rows of the paint in progress, and those that a search reads ahead.
 struct ShownRows
 {
     ReaderRows source;
     LogSession session{source};
     RowCache cache{source};
+    RowCache searched{source};
 };
 
 } // namespace logview

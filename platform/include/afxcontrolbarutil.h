@@ -3,9 +3,12 @@
 
 #include "afxwin.h"
 
+#include <memory>
+
 // A device context in memory whose picture goes to another one, in one copy, when this object ends. It covers
 // a rectangle of the other and uses the same coordinates, font and colours of that one's default. Where there
-// is no memory for the picture, GetDC is the other device context itself.
+// is no memory for the picture, GetDC is the other device context itself. A thread keeps one picture for its
+// next paint: making one costs several times as much as copying it.
 class QMPLATFORM_API CMemDC
 {
 public:
@@ -25,6 +28,6 @@ private:
     CDC& m_dc;
     CRect m_rect;
     CDC m_memory;
-    CBitmap m_bitmap;
+    std::unique_ptr<CBitmap> m_bitmap;
     HGDIOBJ m_oldBitmap = nullptr;
 };

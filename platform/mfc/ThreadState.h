@@ -4,6 +4,8 @@
 #include "afxwin.h"
 #include "mfc/HandleMap.h"
 
+#include <memory>
+
 class CreationHook;
 
 struct ThreadState
@@ -13,8 +15,9 @@ struct ThreadState
     HandleMap<CGdiObject> gdiObjects;
     HandleMap<CMenu> menus;
 
-    MSG message = {};                 // the one that a window is dealing with
-    CreationHook* creation = nullptr; // waits for the next window that the thread creates
+    MSG message = {};                     // the one that a window is dealing with
+    CreationHook* creation = nullptr;     // waits for the next window that the thread creates
+    std::unique_ptr<CBitmap> paintBitmap; // of the last paint, for the next one; null while in use
 };
 
 // The calling thread's. It lives as long as the process: objects that are global variables outlive what ends

@@ -1,5 +1,6 @@
 #include "qmflattabctrl/QmFlatTabCtrl.h"
 
+#include "afxcontrolbarutil.h"
 #include "qmflattabctrl/TabStrip.h"
 #include "vkgrafic/GraphicText.h"
 
@@ -113,7 +114,9 @@ void CQmFlatTabCtrl::OnSize(UINT type, int width, int height)
 
 void CQmFlatTabCtrl::OnPaint()
 {
-    CPaintDC dc(this);
+    CPaintDC paint(this);
+    CMemDC memory(paint, this);
+    CDC& dc = memory.GetDC();
     const int saved = dc.SaveDC();
     dc.SelectStockObject(DEFAULT_GUI_FONT);
     dc.SetBkMode(TRANSPARENT);

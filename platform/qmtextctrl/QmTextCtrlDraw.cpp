@@ -1,6 +1,8 @@
 // The text window's painting: rows, selection, scrolled contents, scroll bars and caret.
 #include "QmTextCtrlApply.h"
 
+#include "afxcontrolbarutil.h"
+
 #include <algorithm>
 
 namespace
@@ -42,14 +44,10 @@ void CQmTextCtrl::OnPaint()
     if (!m_prepared || !area.IntersectRect(&dc.m_ps.rcPaint, GetTextArea()))
         return;
 
-    CBitmap bitmap; // goes after the device context into which it is selected
-    CDC memory;
-    if (!memory.CreateCompatibleDC(&dc) || !bitmap.CreateCompatibleBitmap(&dc, area.Width(), area.Height()))
-        return;
-    memory.SelectObject(&bitmap);
-    memory.SetViewportOrg(-area.left, -area.top);
-    DrawRows(memory, area);
-    dc.BitBlt(area.left, area.top, area.Width(), area.Height(), &memory, area.left, area.top, SRCCOPY);
+    {
+        CMemDC memory(dc, area);
+        DrawRows(memory.GetDC(), area);
+    }
     UpdateScrollBars(); // rows farther to the right than any before may have come into view
 }
 

@@ -42,7 +42,7 @@ int Brightness(COLORREF color)
 bool IsReadable(COLORREF text, COLORREF background)
 {
     const int difference = Brightness(text) - Brightness(background);
-    return difference <= -48 || difference >= 48;
+    return difference <= -40 || difference >= 40;
 }
 
 int WheelSteps::Add(int delta, int stepsPerNotch)

@@ -41,6 +41,15 @@ std::string_view Printable(std::string_view text)
     return text;
 }
 
+// What a fold mark is filled with. The face colour of many colour schemes cannot be told from the window's.
+COLORREF FoldMarkColor(bool atCaret)
+{
+    if (atCaret)
+        return ::GetSysColor(COLOR_ACTIVECAPTION);
+    const COLORREF face = ::GetSysColor(COLOR_3DFACE);
+    return textview::IsReadable(face, ::GetSysColor(COLOR_WINDOW)) ? face : ::GetSysColor(COLOR_3DSHADOW);
+}
+
 void VerticalLine(CDC& dc, int x, int top, int bottom)
 {
     dc.MoveTo(x, top);
@@ -108,7 +117,7 @@ void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y) const
 // The mark straddles the row's lower edge: a click on either half of it means this row.
 void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const
 {
-    CPen markPen(PS_SOLID, 1, ::GetSysColor(atCaret ? COLOR_ACTIVECAPTION : COLOR_3DFACE));
+    CPen markPen(PS_SOLID, 1, FoldMarkColor(atCaret));
     CPen* const oldPen = dc.SelectObject(&markPen);
     const int middle = y + kFoldMarkMiddle;
     for (int i = 0; i < kFoldMarkWidth; ++i)

@@ -378,7 +378,7 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
     const int row = FoldedRow();
     text.Focus(row + 2, 0, false); // away from the mark, and in view
     text.EnsureVisible(row - 1, 0, 3, 0);
-    const COLORREF face = ::GetSysColor(COLOR_3DFACE);
+    const COLORREF face = ::GetSysColor(COLOR_3DSHADOW); // this scheme's faces are nearly white
     const auto pixel = [&](int x, int dy) {
         text.UpdateWindow();
         CClientDC dc(&text);

@@ -100,7 +100,7 @@ LogDesk --open DIR
 Shows the logs of a session. Starting it begins a new session in the log folder: the logs of the
 earlier one are deleted.
 
-  --folder DIR  the log folder, instead of the one in QM_LOG_FOLDER or the user's own
+  --folder DIR  the log folder, instead of the one in QM_LOG_FOLDER or the user's own; made when missing
   --open DIR    show the session in DIR; nothing is deleted
   --keep N      before the deletion copy the earlier session into a folder of its own below the log
                 folder, named after its date, and keep the newest N of them

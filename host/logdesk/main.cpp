@@ -22,14 +22,15 @@ constexpr int kFailed = 1;
 constexpr int kAskedWrongly = 2;
 constexpr Place kPicturePlace = {0, 0, 900, 640};
 
-// The folder becomes the log folder of this process.
-void UseFolder(const std::string& folder)
+// The folder becomes the log folder of this process. One to be opened must be there; a session makes its own.
+void UseFolder(const std::string& folder, bool open)
 {
     char path[MAX_PATH] = {};
     const DWORD length = ::GetFullPathName(folder.c_str(), MAX_PATH, path, nullptr);
     const DWORD attributes = ::GetFileAttributes(path);
-    if (length == 0 || length >= MAX_PATH || attributes == INVALID_FILE_ATTRIBUTES ||
-        !(attributes & FILE_ATTRIBUTE_DIRECTORY))
+    const bool isFolder =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (length == 0 || length >= MAX_PATH || (open && !isFolder))
         throw UsageError(folder, "no such folder");
     ::_putenv_s("QM_LOG_FOLDER", path);
 }
@@ -88,7 +89,7 @@ BOOL DeskApp::InitInstance()
 void DeskApp::Start()
 {
     if (!m_arguments.folder.empty())
-        UseFolder(m_arguments.folder);
+        UseFolder(m_arguments.folder, m_arguments.open);
     const std::string folder = LogFolder();
     m_frame = std::make_unique<DeskFrame>(folder, ClaimSession(folder));
     const bool forPicture = !m_arguments.screenshot.empty();

@@ -174,6 +174,7 @@ void CQmTextCtrl::OnSetFocus(CWnd*)
     if (!m_prepared)
         return;
     m_focused = true;
+    m_findBarFocused = false;
     DWORD width = 1;
     ::SystemParametersInfo(SPI_GETCARETWIDTH, 0, &width, 0);
     CreateSolidCaret(static_cast<int>(width), m_view.GetMetrics().rowHeight);
@@ -183,11 +184,12 @@ void CQmTextCtrl::OnSetFocus(CWnd*)
     InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});
 }
 
-void CQmTextCtrl::OnKillFocus(CWnd*)
+void CQmTextCtrl::OnKillFocus(CWnd* next)
 {
     if (!m_prepared)
         return;
     m_focused = false;
+    m_findBarFocused = next != nullptr && IsChild(next);
     ::DestroyCaret();
     LoadColors();
     InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});

@@ -247,6 +247,10 @@ TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)
     EXPECT_EQ(::GetSysColor(COLOR_WINDOW), Pixel(3, 4));
     EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHTTEXT), Pixel(3, 0, 2));
     EXPECT_EQ(kRed, Pixel(4, 0, 2));
+    text->FindInput();
+    Paint();
+    EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(3, 3)) << "what is found can be seen";
+    text->SetFocus();
     ::SetFocus(frame);
     Paint();
     EXPECT_EQ(::GetSysColor(COLOR_BTNFACE), Pixel(3, 3));

@@ -195,6 +195,7 @@ private:
     textview::ScrollRange m_pixelScroll;
     Colors m_colors;
     bool m_focused = false;
+    bool m_findBarFocused = false; // what it finds is selected, and shown so
     bool m_drawingSelection = false;
     bool m_dragging = false;
     CPoint m_dragPoint;

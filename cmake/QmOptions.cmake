@@ -2,7 +2,10 @@
 # Targets link it as $<BUILD_INTERFACE:qm_options>, so that it never reaches a customer.
 add_library(qm_options INTERFACE)
 target_compile_features(qm_options INTERFACE cxx_std_20)
-target_compile_options(qm_options INTERFACE -Wall -Wextra -Wshadow -Wconversion -Werror)
+
+# The resource compiler takes none of these options.
+target_compile_options(qm_options INTERFACE
+    "$<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wshadow;-Wconversion;-Werror>")
 
 # Clang counts changes of sign as conversions and GCC does not; here the word means the same for both.
 target_compile_options(qm_options INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
@@ -16,7 +19,7 @@ if(WIN32)
     # The stack protector is an option of compiling only, and its few functions come from the static
     # library: as a link option it would bring in one more run-time DLL. Fortified calls exist only where
     # the optimiser runs.
-    target_compile_options(qm_options INTERFACE -fstack-protector-strong)
+    target_compile_options(qm_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
     target_compile_definitions(qm_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
     target_link_libraries(qm_options INTERFACE -Wl,-Bstatic -lssp -Wl,-Bdynamic)
     target_link_options(qm_options INTERFACE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
@@ -24,6 +27,6 @@ endif()
 
 option(QM_COVERAGE "Count how often each line runs" OFF)
 if(QM_COVERAGE)
-    target_compile_options(qm_options INTERFACE --coverage)
+    target_compile_options(qm_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:--coverage>)
     target_link_options(qm_options INTERFACE --coverage)
 endif()

@@ -4,11 +4,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-windows_path() {
-    local path
-    path=$(realpath -m -- "$1")
-    printf '%s' "Z:${path//\//\\}"
-}
+. "$root/tools/wine-env.sh"
 
 QM_LOG_FOLDER=$(windows_path "$root/build/session")
 export QM_LOG_FOLDER

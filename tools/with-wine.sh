@@ -1,5 +1,6 @@
 #!/bin/bash
 # Runs a command, such as ctest, with Wine ready: makes the prefix on first use and warms Wine up.
+# With WINE_GRAPHICS=x11 and no display the command gets a virtual one, and Wine ends with it.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$root/tools/wine-env.sh"
@@ -7,17 +8,38 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 quietly() { wine "$@" </dev/null >/dev/null 2>&1; }
 
 if [[ ! -e $WINEPREFIX/.ready ]]; then
-    echo "Making the Wine prefix in build/wine"
+    echo "Making the Wine prefix in build/${WINEPREFIX##*/}"
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
-    quietly wineboot -i
+    DISPLAY='' quietly wineboot -i
     # Wine does not look for its own fonts where Debian puts them.
     cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/"
-    quietly reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f
+    if [[ $WINE_GRAPHICS == null ]]; then
+        quietly reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f
+    fi
     wineserver -k || true
     wineserver -w || true
     touch "$WINEPREFIX/.ready"
 fi
 
-warm_wine
-exec "$@"
+if [[ $WINE_GRAPHICS == x11 ]]; then
+    if [[ -z ${DISPLAY-} ]]; then
+        WITH_WINE_DISPLAY=virtual exec xvfb-run -a -s '-screen 0 1024x768x24' "$0" "$@"
+    fi
+    # Where nothing manages windows, Wine must not wait for a manager: closing one would take two seconds.
+    managed=Y
+    if [[ ${WITH_WINE_DISPLAY-} == virtual ]]; then
+        managed=N
+        wineserver -k || true # it would remember the display that it saw last
+        trap 'wineserver -k || true' EXIT
+    fi
+    warm_wine
+    quietly reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$managed" /f
+else
+    warm_wine
+    # The desktop starts with the first window and ends with the last one, a second each time that a test
+    # would wait for: this window keeps it.
+    wine notepad </dev/null >/dev/null 2>&1 &
+    trap "kill $! 2>/dev/null || true" EXIT
+fi
+"$@"

@@ -1,0 +1,196 @@
+#include "LogWindowBench.h"
+#include "LogFiles.h"
+
+#include "QmLogReader.h"
+#include "QmLogTextCtrl.h"
+
+#include <algorithm>
+#include <commctrl.h>
+#include <string_view>
+
+namespace bench
+{
+
+namespace
+{
+
+constexpr int kWidth = 1000;
+constexpr int kHeight = 740;
+
+// The frame of both windows. It answers the list view's questions from the log's reader, as a host would that
+// shows a log in one.
+class Frame : public CWnd
+{
+public:
+    Frame()
+    {
+        CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr,
+                 nullptr);
+    }
+
+    ~Frame() override { DestroyWindow(); }
+
+protected:
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
+    {
+        auto* const info = reinterpret_cast<NMLVDISPINFOA*>(lParam);
+        if (info->hdr.code != LVN_GETDISPINFOA)
+            return CWnd::OnNotify(wParam, lParam, result);
+        const char* text = nullptr;
+        unsigned long length = 0;
+        CQmLogRow row;
+        if ((info->item.mask & LVIF_TEXT) != 0 &&
+            QmLogReaderDefine("Main").Read(static_cast<unsigned long>(info->item.iItem), text, length, row))
+            info->item.pszText = const_cast<char*>(text);
+        return TRUE;
+    }
+};
+
+// The system's list view in owner-data mode, one column as wide as the window.
+HWND CreateListView(const Frame& frame, int rows)
+{
+    INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_LISTVIEW_CLASSES};
+    ::InitCommonControlsEx(&controls);
+    const HWND list =
+        ::CreateWindowA(WC_LISTVIEWA, "", WS_CHILD | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER, 0, 0,
+                        kWidth, kHeight, frame.m_hWnd, nullptr, AfxGetInstanceHandle(), nullptr);
+    Check(list != nullptr, "the list view");
+    ::SendMessage(list, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    LVCOLUMNA column = {};
+    column.mask = LVCF_WIDTH;
+    column.cx = kWidth - 40;
+    ::SendMessage(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
+    ::SendMessage(list, LVM_SETITEMCOUNT, static_cast<WPARAM>(rows), 0);
+    return list;
+}
+
+void Repaint(HWND hwnd)
+{
+    ::RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+// A key, and what it changes painted.
+void Press(HWND hwnd, WPARAM key)
+{
+    ::SendMessage(hwnd, WM_KEYDOWN, key, 0);
+    ::UpdateWindow(hwnd);
+}
+
+// Only the shown window of the two paints.
+void Show(HWND shown, HWND hidden)
+{
+    ::ShowWindow(hidden, SW_HIDE);
+    ::ShowWindow(shown, SW_SHOW);
+    ::SetFocus(shown);
+    ::UpdateWindow(shown);
+}
+
+// Opens the log folder's session and shows its last screen.
+void Open(CQmLogTextCtrl& text, Frame& frame)
+{
+    text.SetStartSession(false);
+    Check(text.Create(WS_CHILD, CRect(0, 0, kWidth, kHeight), &frame, 1) != FALSE, "the log text window");
+    text.ShowWindow(SW_SHOW);
+    text.SetFocus();
+    Press(text, VK_END);
+    text.EnsureVisible(text.GetRowCount() - 1, 0, 1, 0);
+    text.UpdateWindow();
+}
+
+void MeasurePainting(const Options& options, Frame& frame, Report& report)
+{
+    CQmLogTextCtrl text;
+    Open(text, frame);
+    text.Focus(0, 0, false);
+    const HWND list = CreateListView(frame, text.GetRowCount());
+
+    const unsigned rounds = options.quick ? 3 : 51;
+    const auto variant = [](HWND shown, HWND hidden, unsigned times, const auto& action) {
+        return Variant{times, [=] {
+                           Show(shown, hidden);
+                           for (unsigned i = 0; i < times; ++i)
+                               action(shown);
+                       }};
+    };
+    const auto compare = [&](const char* name, unsigned times, double goal, const auto& action) {
+        const Comparison comparison({variant(list, text, times, action), variant(text, list, times, action)},
+                                    rounds);
+        report.Add({name, comparison.Time(1), "us", "the list view", comparison.Ratio(1), goal});
+    };
+    compare("full repaint", 20, 0.8, Repaint);
+    compare("page down", 20, 0.9, [](HWND hwnd) { Press(hwnd, VK_NEXT); });
+    ::DestroyWindow(list);
+
+    if (!options.quick)
+    {
+        text.Focus(0, 0, false);
+        const Comparison pages({{1,
+                                 [&] {
+                                     for (int page = 0; page < 1000; ++page)
+                                         Press(text, VK_NEXT);
+                                     text.Focus(0, 0, false);
+                                 }}},
+                               3);
+        report.Add({"1000 page downs", pages.Time(0) / 1000, "ms", "", {}, {}});
+    }
+}
+
+// A text that is nowhere, against reading the lines and searching them.
+void MeasureSearch(const Options& options, Frame& frame, Report& report)
+{
+    CQmLogTextCtrl text;
+    Open(text, frame);
+    const unsigned rows = std::min(options.quick ? 2000u : 50000u, static_cast<unsigned>(text.GetRowCount()));
+    const std::string absent = "ABSENT";
+    const Comparison comparison(
+        {{rows,
+          [&] {
+              CQmLogReader& reader = QmLogReaderDefine("Main");
+              const char* line = nullptr;
+              unsigned long length = 0;
+              CQmLogRow row;
+              for (unsigned i = 0; i < rows; ++i)
+                  Check(reader.Read(i, line, length, row) &&
+                            std::string_view(line, length).find(absent) == std::string_view::npos,
+                        "reading");
+          }},
+         {rows,
+          [&] {
+              bool found = false;
+              for (unsigned i = 0; i < rows; ++i)
+              {
+                  int column = 0;
+                  Check(text.Find(static_cast<int>(i), column, absent.c_str(), found) && !found, "searching");
+              }
+          }}},
+        options.quick ? 3 : 11);
+    report.Add({"search, per row", comparison.Time(1), "us", "reading the lines one by one",
+                comparison.Ratio(1), 1.0});
+}
+
+} // namespace
+
+void MeasureLogWindow(const Options& options, const TemporaryFolder& folder, Report& report)
+{
+    Frame frame;
+    const auto write = [&folder](unsigned bytes) {
+        QmLogReaderDefine("Main").Close();
+        LogFiles log(folder.Path(), "Main");
+        log.Add(bytes / LogFiles::kLineBytes, 1);
+        log.Write();
+    };
+    write(10u << 20);
+    MeasurePainting(options, frame, report);
+    MeasureSearch(options, frame, report);
+
+    // After a first window, which brings in what the system keeps.
+    write(options.quick ? 100u << 20 : 1u << 30);
+    CQmLogTextCtrl text;
+    const double growth = MemoryGrowth([&] { Open(text, frame); }) / 1024;
+    report.Add(
+        {options.quick ? "memory with 100 MB shown" : "memory with 1 GB shown", growth, "MB", "", {}, 2.0});
+    text.DestroyWindow();
+    QmLogReaderDefine("Main").Close();
+}
+
+} // namespace bench

@@ -1,0 +1,42 @@
+// What the title and the status bar say.
+#pragma once
+
+#include <string>
+
+namespace logdesk
+{
+
+enum class SessionState
+{
+    kStarted,   // this program began the session
+    kOpened,    // what lies in the folder was asked for
+    kElsewhere, // another LogDesk has the folder: a new session would delete the one it shows
+    kRefused    // it was to be started and could not be
+};
+
+enum class FollowState
+{
+    kOn,
+    kPaused,
+    kOff
+};
+
+// What the text window shows at the moment.
+struct ViewState
+{
+    int rows = 0;             // displayed
+    int caretRow = 0;         // displayed, counted from 0
+    std::string log = {};     // of the caret's row; empty when there is no such row
+    unsigned long number = 0; // its sequence number
+    FollowState follow = FollowState::kOn;
+    bool operator==(const ViewState&) const = default;
+};
+
+std::string TitleText(const std::string& folder, SessionState session);
+
+std::string SessionText(SessionState session);
+std::string RowsText(const ViewState& view);
+std::string CaretText(const ViewState& view);
+std::string FollowText(const ViewState& view);
+
+} // namespace logdesk

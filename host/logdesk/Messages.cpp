@@ -1,0 +1,39 @@
+#include "logdesk/Messages.h"
+
+#include "wintypes.h"
+
+namespace logdesk
+{
+
+namespace
+{
+
+bool Write(HANDLE output, const std::string& text)
+{
+    DWORD written = 0;
+    return output != nullptr && output != INVALID_HANDLE_VALUE &&
+           ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+bool WriteToConsole(const std::string& text)
+{
+    if (!::AttachConsole(ATTACH_PARENT_PROCESS))
+        return false;
+    const HANDLE console =
+        ::CreateFileA("CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    const bool isWritten = Write(console, "\n" + text); // behind the prompt, which did not wait for us
+    if (console != INVALID_HANDLE_VALUE)
+        ::CloseHandle(console);
+    ::FreeConsole();
+    return isWritten;
+}
+
+} // namespace
+
+void Tell(const std::string& text)
+{
+    if (!Write(::GetStdHandle(STD_ERROR_HANDLE), text) && !WriteToConsole(text))
+        ::MessageBoxA(nullptr, text.c_str(), "LogDesk", MB_OK | MB_ICONINFORMATION);
+}
+
+} // namespace logdesk

@@ -1,0 +1,129 @@
+#include "logdesk/Screenshot.h"
+
+#include <cstdint>
+#include <fstream>
+
+namespace logdesk
+{
+
+namespace
+{
+
+void MoveCaret(CQmLogTextCtrl& text, int delta)
+{
+    const std::int64_t row = std::int64_t{text.GetCaretRow()} + delta;
+    text.Focus(static_cast<int>(std::clamp<std::int64_t>(row, 0, text.GetRowCount() - 1)), 0, delta > 0);
+}
+
+void GoToFold(CQmLogTextCtrl& text)
+{
+    for (int row = text.GetCaretRow(); row < text.GetRowCount(); ++row)
+    {
+        bool expanded = false;
+        if (!text.GetExpanded(row, expanded) || expanded)
+            continue;
+        text.Focus(row, 0, false);
+        return;
+    }
+}
+
+// Types into the find bar, which takes the focus.
+void FindText(CQmLogTextCtrl& text, const std::string& wanted)
+{
+    text.FindInput();
+    for (const char character : wanted)
+        ::SendMessage(::GetFocus(), WM_CHAR, static_cast<BYTE>(character), 1);
+    text.FindNext();
+}
+
+} // namespace
+
+void TakeStep(DeskFrame& frame, const Step& step)
+{
+    CQmLogTextCtrl& text = frame.GetTextCtrl();
+    const int caret = text.GetCaretRow();
+    switch (step.action)
+    {
+    case StepAction::kHome:
+        return text.Focus(0, 0, false);
+    case StepAction::kEnd:
+        return text.Focus(text.GetRowCount() - 1, 0, true);
+    case StepAction::kUp:
+        return MoveCaret(text, -step.count);
+    case StepAction::kDown:
+        return MoveCaret(text, step.count);
+    case StepAction::kNextFold:
+        return GoToFold(text);
+    case StepAction::kUnfold:
+        text.Expand(caret);
+        return;
+    case StepAction::kUnfoldAll:
+        text.ExpandAll(caret);
+        return;
+    case StepAction::kFold:
+        text.Collapse(caret);
+        return;
+    case StepAction::kNextError:
+        text.GoToError(true);
+        return;
+    case StepAction::kPreviousError:
+        text.GoToError(false);
+        return;
+    case StepAction::kFind:
+        return FindText(text, step.text);
+    case StepAction::kSelect:
+        text.Focus(caret, 0, false);
+        return text.Select(caret + step.count, 0);
+    case StepAction::kSelectAll:
+        return text.SelectAll();
+    case StepAction::kFollow:
+        return text.SetFollow(step.count != 0);
+    case StepAction::kSize:
+        frame.SetWindowPos(nullptr, 0, 0, step.count, step.height,
+                           SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return;
+    case StepAction::kSample:
+        text.WriteTest();
+        text.Browse(text.GetFilePathIndex());
+    }
+}
+
+bool WriteScreenshot(CWnd& wnd, const std::string& path)
+{
+    wnd.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
+    CRect rect;
+    wnd.GetWindowRect(rect);
+    BITMAPINFOHEADER info = {};
+    info.biSize = sizeof(info);
+    info.biWidth = rect.Width();
+    info.biHeight = rect.Height();
+    info.biPlanes = 1;
+    info.biBitCount = 24;
+    info.biSizeImage = static_cast<DWORD>((3 * rect.Width() + 3) / 4 * 4 * rect.Height());
+
+    CDC memory;
+    CBitmap bitmap;
+    void* bits = nullptr;
+    if (!memory.CreateCompatibleDC(nullptr) ||
+        !bitmap.Attach(::CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits,
+                                          nullptr, 0)))
+        return false;
+    CBitmap* const old = memory.SelectObject(&bitmap);
+    CWindowDC window(&wnd);
+    const bool isPainted =
+        memory.BitBlt(0, 0, rect.Width(), rect.Height(), &window, 0, 0, SRCCOPY) && ::GdiFlush();
+    memory.SelectObject(old);
+
+    BITMAPFILEHEADER header = {};
+    header.bfType = 0x4D42; // "BM"
+    header.bfOffBits = sizeof(header) + sizeof(info);
+    header.bfSize = header.bfOffBits + info.biSizeImage;
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(&header), sizeof(header));
+    file.write(reinterpret_cast<const char*>(&info), sizeof(info));
+    file.write(static_cast<const char*>(bits), info.biSizeImage);
+    file.close();
+    return isPainted && file.good();
+}
+
+} // namespace logdesk

@@ -1,0 +1,40 @@
+// The steps towards a screenshot, by name.
+#pragma once
+
+#include <string>
+
+namespace logdesk
+{
+
+enum class StepAction
+{
+    kHome,
+    kEnd,
+    kUp,
+    kDown,
+    kNextFold,
+    kUnfold,
+    kUnfoldAll,
+    kFold,
+    kNextError,
+    kPreviousError,
+    kFind,
+    kSelect,
+    kSelectAll,
+    kFollow,
+    kSize,
+    kSample
+};
+
+struct Step
+{
+    StepAction action = StepAction::kHome;
+    int count = 0;         // rows to go or to select; 1 or 0 for following or not; the width
+    int height = 0;        // of kSize
+    std::string text = {}; // of kFind
+};
+
+// Reads one step, such as "down:3". False when there is no such step or its value does not fit.
+bool ParseStep(const std::string& word, Step& step);
+
+} // namespace logdesk

@@ -1,0 +1,154 @@
+// The log text window: the five logs of a session as indented, coloured text whose blocks unfold in place.
+#pragma once
+
+#include "QmHandler.h"
+#include "QmLogApi.h"
+#include "qmcommon/QmMenuDrawer.h"
+#include "qmtextctrl/QmTextCtrl.h"
+
+#include <memory>
+#include <string>
+
+class CQmLogBrowser;
+class CQmLogReader;
+
+namespace logview
+{
+struct RowChange;
+struct ShownRows;
+} // namespace logview
+
+// Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
+// logs behind it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared counter
+// is asked five times a second, and the window follows when it has moved.
+//
+// "Displayed rows" are counted from 0 over everything that is unfolded; "rows" and "numbers" (times) are
+// those of the log files. A file index names a log: 0 "Main", 1 "Run", 2 "Source", 3 "SQL", 4 "Service".
+// Readers come from QmLogReaderDefine. Operations answer false on failure and report nothing of their own.
+// The window's thread only.
+class QMLOG_API CQmLogTextCtrl : public QmHandler<CQmTextCtrl>
+{
+public:
+    CQmLogTextCtrl();
+    ~CQmLogTextCtrl() override;
+
+    // Before the window is created: whether creating it starts a session, as it does by default. Starting
+    // deletes the five logs and the counters of the log folder and writes a header into "Main". Otherwise
+    // what lies there is shown and nothing is written.
+    void SetStartSession(bool start);
+
+    // False when the session could not be started: the folder cannot be written to, or another process is
+    // writing in it. What lies there is shown.
+    bool IsSessionStarted() const;
+
+    // Scrolls the last row into view whenever rows are added; on by default.
+    void SetFollow(bool follow);
+    bool GetFollow() const;
+
+    // Following pauses while the user has scrolled away from the end; off by default.
+    void SetFollowPauses(bool pauses);
+    bool GetFollowPauses() const;
+    bool IsFollowPaused() const;
+
+    // Told whenever the current log changes or grows; null for none. Not owned.
+    void SetBrowser(CQmLogBrowser* browser);
+
+    static int GetFilePathCount();
+    static const char* GetFilePath(int file); // the log's name; null for any other index
+    const char* GetFilePath() const;          // of the current log
+    int GetFilePathIndex() const;
+    static COLORREF GetFileColor(int file); // the log's colour; black for any other index
+
+    // The log whose row count the refresh reads. The rows shown at the top remain those of "Main": a host
+    // that shows another log at the top does so by unfolding.
+    void SetFilePath(int file);
+
+    // The refresh: does nothing while the shared counter is what any text window of the process saw last.
+    // `file` is only checked: false when there is no such log.
+    bool Browse(int file);
+
+    // Whether a displayed row has rows behind it, and whether they are shown.
+    bool GetExpanded(int row, bool& expanded);
+
+    // Unfold, with all that lies within; fold; or whichever is due. True when the row is in the state asked
+    // for: unfolded already counts, but folding needs something to fold.
+    bool Expand(int row);
+    bool ExpandAll(int row);
+    bool Collapse(int row);
+    bool CollapseAll(int row);
+    bool Switch(int row);
+    bool SwitchAll(int row);
+
+    // The row of any log for number `time`: the log that has it, else the smallest number that the logs'
+    // own searches answer.
+    using CQmTextCtrl::Find;
+    bool Find(unsigned long time, bool forward, int& file, unsigned long& fileRow);
+
+    // Puts the caret on the neighbour in time of the current log's row at the caret's index: on the displayed
+    // row with the index that the neighbour has in its own log. With `otherFile` rows of the current log are
+    // passed over.
+    bool Move(bool up, bool otherFile);
+
+    // Puts the caret on the next or previous header of an error block; row 0 is never a previous one.
+    bool GoToError(bool forward);
+
+    // The selected text, each line with the line feed it has in the log; and the same into the clipboard.
+    std::string GetSelectedText();
+    bool Copy();
+
+    // The log of a displayed row, and the row within it.
+    CQmLogReader& DefineReader(int row, unsigned long& fileRow);
+    int GetRowFile(int row);
+
+    // Orders branches by position: a < b.
+    static bool Translation(int a, int b);
+
+    void Scan(IQmCommand& collector) override;
+    virtual void ScanFilePath(IQmCommand& collector);
+
+    // Writes a sample session to try the viewer on.
+    void WriteTest();
+
+    // CQmTextCtrl
+    int GetRowCount() override;
+    int GetColumnCount() override;
+    int GetRowColumnCount(int row) override;
+    int GetRowHeight() override;
+    int GetRowLeft(int row) override;
+    void PrepareRows(int first, int count) override;
+    void DrawRow(CDC& dc, int x, int y, int row) override;
+    bool Find(int row, int& column, const char* text, bool& found) override;
+    void Reload() override;
+
+protected:
+    BOOL CreateCommon() override;
+    void OnTextMenu(CPoint screenPoint) override;
+    void OnUserScroll() override;
+
+    afx_msg void OnPaint();
+    afx_msg void OnTimer(UINT_PTR timer);
+    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    afx_msg void OnLButtonDown(UINT flags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
+    afx_msg BOOL OnSetCursor(CWnd* wnd, UINT hitTest, UINT message);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    bool Change(bool done, const logview::RowChange& change);
+    void RefreshRows();
+    bool ReadSearched(int row, std::string& line);
+    void DrawCaretMark(CDC& dc, int x, int y) const;
+    void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const;
+
+    int m_file = 0;
+    std::unique_ptr<logview::ShownRows> m_rows;
+    CQmLogBrowser* m_browser = nullptr;
+    bool m_startSession = true;
+    bool m_sessionStarted = false;
+    bool m_canAskTime = false; // once it can be, it remains so: the counters stay open
+    bool m_follow = true;
+    bool m_followPauses = false;
+    bool m_followPaused = false;
+    bool m_reloadPending = true;
+    CQmMenuDrawer m_menuDrawer;
+};

@@ -1,0 +1,71 @@
+// Unfolded stretches of rows, and which row of which log lies at a displayed row.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace logview
+{
+
+// A row of a log.
+struct RowPlace
+{
+    std::uint32_t file = 0;
+    std::uint32_t row = 0;
+};
+
+// A stretch of rows of one log, with the stretches that are unfolded within it. The root is the stretch that
+// holds everything; it has no header.
+//
+// Rows of a branch are addressed as rows of its log. A child lies before row `position` of its parent: its
+// header is row position - 1. Children are kept in order of position, no two at the same one. Each branch
+// keeps the size of its children, and each child the rows that its elder siblings show, as far as anyone
+// asked: finding a row takes a binary search a level, and adding behind the last child costs nothing more.
+class CQmLogBranch
+{
+public:
+    // Levels that may be open within each other: five for the logs, and five more for each log that ended
+    // before its header's, so that a session at rest stays well below.
+    static constexpr int kMaxDepth = 64;
+
+    CQmLogBranch() = default; // a root over log 0
+
+    // `count` rows from `row` on of log `file`, unfolded under a header with number `header`.
+    CQmLogBranch(RowPlace first, std::uint32_t count, std::uint32_t header);
+
+    // Own rows and all that is unfolded among them.
+    std::uint64_t GetSize() const { return m_count + m_childrenSize; }
+
+    std::uint32_t GetCount() const { return m_count; } // own rows
+    void SetCount(std::uint32_t count) { m_count = count; }
+
+    // What lies at `row`: a displayed row when asked of the root.
+    RowPlace Translate(std::uint64_t row) const;
+
+    // Unfolds `branch` under the header at `row`. False, and nothing changes, when something is unfolded
+    // there, when kMaxDepth levels are open, and when the header's number is not greater than that of the
+    // header above: whatever the logs hold, unfolding comes to an end.
+    bool Insert(std::uint64_t row, CQmLogBranch branch, int depth = 1);
+
+    // Folds what is unfolded under the header at `row`; answers how many rows went.
+    std::uint64_t Remove(std::uint64_t row);
+
+private:
+    std::uint64_t GetStart(std::size_t child) const;
+    const CQmLogBranch* Enter(std::uint64_t& row, std::size_t& index) const;
+    std::size_t ChildAtPosition(std::uint64_t position) const;
+    void ChildrenChanged(std::size_t known, std::uint64_t size);
+
+    std::uint32_t m_position = 0;
+    std::uint32_t m_row = 0;
+    std::uint32_t m_file = 0;
+    std::uint32_t m_count = 0;
+    std::uint32_t m_header = 0;
+    mutable std::uint32_t m_known = 0;  // children, from the first on, whose m_before holds
+    mutable std::uint64_t m_before = 0; // rows of elder siblings
+    std::uint64_t m_childrenSize = 0;
+    std::vector<CQmLogBranch> m_children;
+};
+
+} // namespace logview

@@ -1,0 +1,201 @@
+#include "logview/LogSession.h"
+
+#include <algorithm>
+
+namespace logview
+{
+
+namespace
+{
+
+constexpr std::uint32_t kLookRows = 2;    // a row and its successor
+constexpr std::uint32_t kWalkRows = 1024; // a page of a walk over many rows
+constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
+
+} // namespace
+
+bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded)
+{
+    const bool consecutive = next.record.time == static_cast<std::uint32_t>(row.record.time + 1);
+    const bool sameLog = row.place.file == next.place.file;
+    if (consecutive && (sameLog || next.record.indent < row.record.indent))
+        return false;
+    expanded = consecutive;
+    return true;
+}
+
+int LogSession::GetRowCount() const
+{
+    return static_cast<int>(std::min<std::uint64_t>(m_root.GetSize(), kMaxRows));
+}
+
+void LogSession::Refresh(int file)
+{
+    const unsigned long count = m_source.GetRowCount(static_cast<unsigned>(file));
+    const auto rows = static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows));
+    if (file == m_countedFile && rows < m_root.GetCount())
+        m_root = CQmLogBranch(); // what was unfolded belongs to a session that is gone
+    m_countedFile = file;
+    m_root.SetCount(rows);
+}
+
+RowPlace LogSession::Translate(std::int64_t row) const
+{
+    return m_root.Translate(static_cast<std::uint64_t>(std::max<std::int64_t>(row, 0)));
+}
+
+bool LogSession::ReadStyle(int row, CQmLogRow& record) const
+{
+    RecordPages pages(m_source, 1);
+    return row >= 0 && pages.Read(Translate(row), record);
+}
+
+int LogSession::GetColumnCount(int row) const
+{
+    RecordPages pages(m_source, kLookRows);
+    std::uint32_t length = 0;
+    if (row < 0 || !pages.ReadLength(Translate(row), length))
+        return 0;
+    return static_cast<int>(std::min<std::uint32_t>(length, kMaxRows));
+}
+
+bool LogSession::ReadLine(int row, std::string& text) const
+{
+    RecordPages pages(m_source, kLookRows);
+    const RowPlace place = Translate(row);
+    CQmLogRow record;
+    std::uint32_t length = 0;
+    if (row < 0 || !pages.Read(place, record) || !pages.ReadLength(place, length))
+        return false;
+
+    // A damaged index can tell any length: no more is made room for than the log has.
+    const unsigned long size = m_source.GetTextSize(place.file);
+    const unsigned long rest = size > record.offset ? size - record.offset : 0;
+    text.resize(std::min<unsigned long>(length, rest));
+    text.resize(std::min<unsigned long>(
+        m_source.ReadText(place.file, record.offset, static_cast<unsigned long>(text.size()), text.data()),
+        static_cast<unsigned long>(text.size())));
+    return true;
+}
+
+bool LogSession::GetExpanded(int row, bool& expanded) const
+{
+    RecordPages pages(m_source, kLookRows);
+    return GetFold(pages, row, expanded);
+}
+
+bool LogSession::Expand(int row, RowChange& change)
+{
+    RecordPages pages(m_source, kLookRows);
+    std::uint32_t added = 0;
+    const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
+    const bool done = Unfold(pages, row, room, added);
+    change = {row + 1, static_cast<int>(added)};
+    return done;
+}
+
+bool LogSession::ExpandAll(int row, RowChange& change)
+{
+    std::uint64_t rows = 0;
+    for (unsigned file = 0; file < kFileCount; ++file)
+        rows += m_source.GetRowCount(file);
+    const std::uint64_t room =
+        std::min(16 * rows + 1024, static_cast<std::uint64_t>(kMaxRows - GetRowCount()));
+    const std::uint64_t maxReads = rows / 4 + 1024;
+
+    RecordPages pages(m_source, kWalkRows);
+    std::uint32_t added = 0;
+    const bool done = Unfold(pages, row, room, added);
+    std::int64_t total = added;
+    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total && pages.GetReads() <= maxReads; ++at)
+    {
+        if (Unfold(pages, at, room - static_cast<std::uint64_t>(total), added))
+            total += added;
+    }
+    change = {row + 1, static_cast<int>(total)};
+    return done;
+}
+
+bool LogSession::Collapse(int row, RowChange& change)
+{
+    change = {row + 1, 0};
+    if (row < 0)
+        return false;
+    const std::uint64_t removed = m_root.Remove(static_cast<std::uint64_t>(row));
+    change.delta = -static_cast<int>(std::min<std::uint64_t>(removed, kMaxRows));
+    return removed > 0;
+}
+
+bool LogSession::Switch(int row, RowChange& change)
+{
+    return Toggle(row, false, change);
+}
+
+bool LogSession::SwitchAll(int row, RowChange& change)
+{
+    return Toggle(row, true, change);
+}
+
+bool LogSession::Toggle(int row, bool all, RowChange& change)
+{
+    change = {};
+    bool expanded = false;
+    if (!GetExpanded(row, expanded))
+        return false;
+    if (expanded)
+        return Collapse(row, change);
+    return all ? ExpandAll(row, change) : Expand(row, change);
+}
+
+bool LogSession::GetFold(RecordPages& pages, std::int64_t row, bool& expanded) const
+{
+    if (row < 0)
+        return false;
+    PlacedRow header = {Translate(row), {}};
+    PlacedRow next = {Translate(row + 1), {}};
+    return pages.Read(header.place, header.record) && pages.Read(next.place, next.record) &&
+           IsFoldable(header, next, expanded);
+}
+
+// Unfolds `row` unless it counts as unfolded or more than `room` rows would be added.
+bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added)
+{
+    added = 0;
+    bool expanded = false;
+    if (!GetFold(pages, row, expanded))
+        return false;
+    if (expanded)
+        return true;
+
+    const RowPlace header = Translate(row);
+    CQmLogRow record;
+    if (!pages.Read(header, record) || record.time == kMaxNumber)
+        return false;
+    const std::uint32_t first = record.time + 1;
+    CQmLogRow successor;
+    const bool goesOn = pages.Read({header.file, header.row + 1}, successor);
+    std::uint32_t last = goesOn ? successor.time - 1 : 0;
+    if (last < first)
+        last = kMaxNumber;
+
+    RowPlace found;
+    std::uint32_t number = 0;
+    if (!FindFirst(pages, first, found, number) || number > last)
+        return false;
+    std::uint32_t end = 0;
+    std::uint32_t behind = 0;
+    if (last == kMaxNumber)
+        end = static_cast<std::uint32_t>(std::min<unsigned long>(m_source.GetRowCount(found.file), kMaxRows));
+    else
+        pages.FindFirst(found.file, last + 1, end, behind);
+
+    // In a damaged log the search may lead before the header itself, or to an end before the beginning.
+    if (end <= found.row || end - found.row > room || (found.file == header.file && found.row <= header.row))
+        return false;
+    const std::uint32_t count = end - found.row;
+    if (m_root.Insert(static_cast<std::uint64_t>(row), CQmLogBranch(found, count, record.time)))
+        added = count;
+    return true;
+}
+
+} // namespace logview

@@ -1,0 +1,109 @@
+// The five logs of a session as one sequence of rows whose headers unfold.
+#pragma once
+
+#include "logview/Branch.h"
+#include "logview/RecordPages.h"
+#include "logview/RowSource.h"
+
+#include <limits>
+#include <string>
+
+namespace logview
+{
+
+// Displayed rows that an operation added (below 0: removed) from displayed row `row` on.
+struct RowChange
+{
+    int row = 0;
+    int delta = 0;
+};
+
+// A row as its log has it.
+struct PlacedRow
+{
+    RowPlace place;
+    CQmLogRow record;
+};
+
+// Whether `row`, displayed before `next`, has rows behind it; `expanded` tells whether they are shown.
+// A row that another log's next number follows counts as unfolded, even where it only ends a branch.
+bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded);
+
+// Rows are "displayed" ones unless a log is named. Nothing is kept of the logs but the row count at the top
+// and what is unfolded. Operations answer false where rows cannot be read; damaged or growing logs lead to
+// odd rows, but every operation ends, and needs memory only for what it unfolds.
+class LogSession
+{
+public:
+    static constexpr int kMaxRows = std::numeric_limits<int>::max();
+    static constexpr int kNoRow = -1;
+
+    explicit LogSession(RowSource& source) : m_source(source) {}
+
+    // At most kMaxRows.
+    int GetRowCount() const;
+
+    // Takes the row count of log `file` for the rows of "Main" at the top. When that log has become shorter,
+    // a new session has begun and nothing remains unfolded.
+    void Refresh(int file);
+
+    // The log and row that lie at `row`; a row behind the last one continues the log at the top.
+    RowPlace Translate(std::int64_t row) const;
+
+    bool ReadStyle(int row, CQmLogRow& record) const;
+
+    // Bytes of the line as its index tells it, 0 on failure.
+    int GetColumnCount(int row) const;
+
+    // The line as the log has it, line feed included.
+    bool ReadLine(int row, std::string& text) const;
+
+    // Whether a row has rows behind it, and whether they are shown.
+    bool GetExpanded(int row, bool& expanded) const;
+
+    // Unfolds the rows of one log that lie behind the row: of the log with the next number, up to the number
+    // before the header's own log goes on, or to its end when that log does not go on or goes on with the
+    // very next number. True also when the row counts as unfolded already.
+    bool Expand(int row, RowChange& change);
+
+    // The same with everything that comes to be unfolded. A log that ends shows the rest of the session once
+    // more, so that five logs can show sixteen times the rows there are. The walk follows the numbers
+    // through pages of records. Only damage makes it add more than 16 times the rows of all logs and 1,024,
+    // or read more often than once for four rows and 1,024 times: there it ends, and the rest remains folded.
+    bool ExpandAll(int row, RowChange& change);
+
+    // Folds. False when nothing is unfolded there.
+    bool Collapse(int row, RowChange& change);
+
+    // Folds what counts as unfolded, else unfolds.
+    bool Switch(int row, RowChange& change);
+    bool SwitchAll(int row, RowChange& change);
+
+    // The row of any log for number `time`: of the first log that has it, else the smallest number that
+    // the logs' own searches answer, whatever the direction.
+    bool Find(unsigned long time, bool forward, int& file, unsigned long& fileRow) const;
+
+    // The neighbour in time of row `row` of log `current`. With `otherFile` rows of that log are passed over.
+    bool FindNeighbour(int current, int row, bool up, bool otherFile, int& file,
+                       unsigned long& fileRow) const;
+
+    // The next or previous header of an error block; kNoRow when there is none. Row 0 is never a previous
+    // one.
+    int FindError(int row, bool forward) const;
+
+    // The block around row `row` of log `current`: its header's row and its last one.
+    void GetBlock(int current, int row, int& first, int& last) const;
+
+private:
+    bool GetFold(RecordPages& pages, std::int64_t row, bool& expanded) const;
+    bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
+    bool Toggle(int row, bool all, RowChange& change);
+    bool FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
+                   std::uint32_t& foundNumber) const;
+
+    RowSource& m_source;
+    CQmLogBranch m_root;
+    int m_countedFile = 0;
+};
+
+} // namespace logview

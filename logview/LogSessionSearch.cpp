@@ -1,0 +1,137 @@
+#include "logview/LogSession.h"
+
+#include <algorithm>
+
+namespace logview
+{
+
+namespace
+{
+constexpr std::uint32_t kWalkRows = 1024;
+}
+
+// The row of any log with `number` or the smallest greater one; of logs with the same, the first.
+bool LogSession::FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
+                           std::uint32_t& foundNumber) const
+{
+    bool any = false;
+    for (std::uint32_t file = 0; file < kFileCount; ++file)
+    {
+        std::uint32_t row = 0;
+        std::uint32_t time = 0;
+        if (!pages.FindFirst(file, number, row, time) || (any && time >= foundNumber))
+            continue;
+        any = true;
+        found = {file, row};
+        foundNumber = time;
+        if (time == number)
+            break;
+    }
+    return any;
+}
+
+bool LogSession::Find(unsigned long time, bool forward, int& file, unsigned long& fileRow) const
+{
+    const unsigned long untouched =
+        static_cast<std::uint32_t>(~time); // neither the number sought, nor trusted
+    bool any = false;
+    unsigned long best = 0;
+    for (unsigned at = 0; at < kFileCount; ++at)
+    {
+        unsigned long found = untouched;
+        unsigned long row = 0;
+        if (!m_source.Find(at, time, forward, found, row))
+            continue;
+        if (found == untouched) // a log of one row leaves its number untold
+        {
+            CQmLogRow record;
+            if (m_source.ReadRows(at, row, 1, &record) == 0)
+                continue;
+            found = record.time;
+        }
+        if (found != time && any && found >= best)
+            continue;
+        any = true;
+        best = found;
+        file = static_cast<int>(at);
+        fileRow = row;
+        if (found == time)
+            break;
+    }
+    return any;
+}
+
+bool LogSession::FindNeighbour(int current, int row, bool up, bool otherFile, int& file,
+                               unsigned long& fileRow) const
+{
+    RecordPages pages(m_source, otherFile ? kWalkRows : 1);
+    RowPlace place = {static_cast<std::uint32_t>(current), static_cast<std::uint32_t>(row)};
+    CQmLogRow record;
+    if (row < 0 || !pages.Read(place, record))
+        return false;
+
+    const std::uint32_t step = up ? 0xFFFFFFFF : 1; // numbers and rows count round
+    std::uint32_t time = record.time + step;
+    if (!Find(time, up, file, fileRow)) // looking forward on the way up is deliberate
+        return false;
+    bool moved = false;
+    while (otherFile && file == current)
+    {
+        // A search that stays, or leads back, makes no progress.
+        const std::uint32_t at = static_cast<std::uint32_t>(fileRow);
+        if (moved && (up ? at >= place.row : at <= place.row))
+            return false;
+        moved = true;
+        place.row = at;
+
+        // Numbers that the current log has one after the other need no search each.
+        while (pages.Read(place, record) && record.time == time)
+        {
+            time += step;
+            place.row += step;
+        }
+        if (place.row == at)
+            time += step;
+        else
+            place.row -= step;
+        if (!Find(time, up, file, fileRow))
+            return false;
+    }
+    return true;
+}
+
+int LogSession::FindError(int row, bool forward) const
+{
+    RecordPages pages(m_source, kWalkRows);
+    const std::int64_t step = forward ? 1 : -1;
+    CQmLogRow record;
+    for (std::int64_t at = row + step; at > 0 && at <= kMaxRows && pages.Read(Translate(at), record);
+         at += step)
+    {
+        if (record.blockBegin != 0 && record.kind == kErrorKind)
+            return static_cast<int>(at);
+    }
+    return kNoRow;
+}
+
+void LogSession::GetBlock(int current, int row, int& first, int& last) const
+{
+    RecordPages pages(m_source, kWalkRows);
+    const std::uint32_t file = static_cast<std::uint32_t>(current);
+    const auto read = [&](int at, CQmLogRow& record) {
+        return pages.Read({file, static_cast<std::uint32_t>(at)}, record);
+    };
+
+    CQmLogRow header;
+    first = row;
+    while (read(first, header) && header.blockBegin == 0 && first > 0)
+        --first;
+
+    CQmLogRow record;
+    last = row;
+    while (last < kMaxRows && read(last + 1, record) && record.indent >= header.indent &&
+           (record.indent != header.indent || record.blockBegin == 0))
+        ++last;
+}
+
+} // namespace logview

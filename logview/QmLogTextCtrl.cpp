@@ -1,0 +1,340 @@
+// The log text window: its session, its rows, refreshing and folding.
+#include "QmLogTextCtrl.h"
+
+#include "QmLogBrowser.h"
+#include "QmLogReader.h"
+#include "QmLogWriter.h"
+#include "logview/LogNames.h"
+#include "logview/SelectionText.h"
+#include "logview/SessionStart.h"
+#include "logview/ShownRows.h"
+#include "qmcommon/QmWndUpdaterUse.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+
+// The shared counter as the text windows of this process saw it last. One value for all of them: only the
+// first that notices a change refreshes. Deliberate: hosts show one window a process.
+int lastSeenTime = 0;
+
+} // namespace
+
+CQmLogTextCtrl::CQmLogTextCtrl() : m_rows(std::make_unique<logview::ShownRows>()) {}
+
+CQmLogTextCtrl::~CQmLogTextCtrl()
+{
+    DestroyWindow(); // while the rows, which a last paint may ask for, are still there
+}
+
+BOOL CQmLogTextCtrl::CreateCommon()
+{
+    if (m_startSession)
+    {
+        m_sessionStarted = logview::StartSession();
+        lastSeenTime = 0; // the new session may come to the very number that was seen last
+    }
+    m_rows = std::make_unique<logview::ShownRows>();
+    m_rows->session.Refresh(m_file);
+    m_canAskTime = false;
+    if (!CQmTextCtrl::CreateCommon())
+        return FALSE;
+    m_menuDrawer.Attach(GetSafeHwnd());
+    SetTimer(logview::kRefreshTimer, logview::kRefreshInterval, nullptr);
+    return TRUE;
+}
+
+void CQmLogTextCtrl::SetStartSession(bool start)
+{
+    m_startSession = start;
+}
+
+bool CQmLogTextCtrl::IsSessionStarted() const
+{
+    return m_sessionStarted;
+}
+
+void CQmLogTextCtrl::SetFollow(bool follow)
+{
+    m_follow = follow;
+    m_followPaused = false;
+}
+
+bool CQmLogTextCtrl::GetFollow() const
+{
+    return m_follow;
+}
+
+void CQmLogTextCtrl::SetFollowPauses(bool pauses)
+{
+    m_followPauses = pauses;
+    m_followPaused = false;
+}
+
+bool CQmLogTextCtrl::GetFollowPauses() const
+{
+    return m_followPauses;
+}
+
+bool CQmLogTextCtrl::IsFollowPaused() const
+{
+    return m_followPaused;
+}
+
+void CQmLogTextCtrl::OnUserScroll()
+{
+    m_followPaused = m_follow && m_followPauses && !IsAtEnd();
+}
+
+void CQmLogTextCtrl::SetBrowser(CQmLogBrowser* browser)
+{
+    m_browser = browser;
+}
+
+int CQmLogTextCtrl::GetFilePathCount()
+{
+    return logview::kFileCount;
+}
+
+const char* CQmLogTextCtrl::GetFilePath(int file)
+{
+    return logview::GetLogName(file);
+}
+
+const char* CQmLogTextCtrl::GetFilePath() const
+{
+    return logview::GetLogName(m_file);
+}
+
+int CQmLogTextCtrl::GetFilePathIndex() const
+{
+    return m_file;
+}
+
+COLORREF CQmLogTextCtrl::GetFileColor(int file)
+{
+    return logview::GetLogColor(file);
+}
+
+void CQmLogTextCtrl::SetFilePath(int file)
+{
+    m_file = file;
+    if (m_browser != nullptr)
+        m_browser->Refresh();
+}
+
+bool CQmLogTextCtrl::Browse(int file)
+{
+    if (file < 0 || file >= GetFilePathCount())
+        return false;
+    m_canAskTime = m_canAskTime || logview::CanAskTime();
+    if (!m_canAskTime)
+        return true; // what lies there remains shown
+    const int time = QmLogGlobalTimeGet();
+    if (time == lastSeenTime)
+        return true;
+    lastSeenTime = time;
+    RefreshRows();
+    return true;
+}
+
+void CQmLogTextCtrl::RefreshRows()
+{
+    const CQmWndUpdaterUse updater(this);
+    m_rows->searched.Clear();
+    m_rows->session.Refresh(m_file);
+    OnRowsChanged();
+    if (m_browser != nullptr)
+        m_browser->Refresh();
+    if (m_follow && !m_followPaused)
+        EnsureVisible(GetRowCount() - 1, 0, 1, 0);
+}
+
+// An operation of the session answered `done` and moved `delta` rows at `row`.
+bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
+{
+    if (change.delta != 0)
+    {
+        m_rows->searched.Clear();
+        const int behind =
+            change.delta < 0 ? change.row - change.delta : change.row; // the first row that stays
+        MoveRows(behind, change.delta);
+        OnRowsChanged();
+    }
+    return done;
+}
+
+bool CQmLogTextCtrl::GetExpanded(int row, bool& expanded)
+{
+    return m_rows->session.GetExpanded(row, expanded);
+}
+
+bool CQmLogTextCtrl::Expand(int row)
+{
+    logview::RowChange change;
+    const bool done = m_rows->session.Expand(row, change);
+    return Change(done, change);
+}
+
+bool CQmLogTextCtrl::ExpandAll(int row)
+{
+    m_reloadPending = false;
+    logview::RowChange change;
+    const bool done = m_rows->session.ExpandAll(row, change);
+    return Change(done, change);
+}
+
+bool CQmLogTextCtrl::Collapse(int row)
+{
+    logview::RowChange change;
+    const bool done = m_rows->session.Collapse(row, change);
+    return Change(done, change);
+}
+
+bool CQmLogTextCtrl::CollapseAll(int row)
+{
+    return Collapse(row);
+}
+
+bool CQmLogTextCtrl::Switch(int row)
+{
+    bool expanded = false;
+    if (!GetExpanded(row, expanded))
+        return false;
+    return expanded ? Collapse(row) : Expand(row);
+}
+
+bool CQmLogTextCtrl::SwitchAll(int row)
+{
+    bool expanded = false;
+    if (!GetExpanded(row, expanded))
+        return false;
+    return expanded ? CollapseAll(row) : ExpandAll(row);
+}
+
+bool CQmLogTextCtrl::Find(unsigned long time, bool forward, int& file, unsigned long& fileRow)
+{
+    return m_rows->session.Find(time, forward, file, fileRow);
+}
+
+bool CQmLogTextCtrl::Move(bool up, bool otherFile)
+{
+    int file = 0;
+    unsigned long fileRow = 0;
+    if (!m_rows->session.FindNeighbour(m_file, GetCaretRow(), up, otherFile, file, fileRow))
+        return false;
+    Browse(file);
+    Focus(static_cast<int>(fileRow), 0, !up);
+    return true;
+}
+
+bool CQmLogTextCtrl::GoToError(bool forward)
+{
+    const int row = m_rows->session.FindError(GetCaretRow(), forward);
+    if (row == logview::LogSession::kNoRow)
+        return false;
+    Focus(row, 0, false);
+    return true;
+}
+
+std::string CQmLogTextCtrl::GetSelectedText()
+{
+    return logview::GetSelectionText(m_rows->source, m_rows->session, GetSelectionBeginRow(),
+                                     GetSelectionBeginColumn(), GetSelectionEndRow(),
+                                     GetSelectionEndColumn());
+}
+
+bool CQmLogTextCtrl::Copy()
+{
+    const std::string text = GetSelectedText();
+    if (text.empty() || !OpenClipboard())
+        return false;
+    ::EmptyClipboard();
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, text.size() + 1);
+    void* const bytes = block != nullptr ? ::GlobalLock(block) : nullptr;
+    bool done = false;
+    if (bytes != nullptr)
+    {
+        std::memcpy(bytes, text.c_str(), text.size() + 1);
+        ::GlobalUnlock(block);
+        done = ::SetClipboardData(CF_TEXT, block) != nullptr; // the system owns the block from here on
+    }
+    if (!done)
+        ::GlobalFree(block);
+    ::CloseClipboard();
+    return done;
+}
+
+CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
+{
+    const logview::RowPlace place = m_rows->session.Translate(row);
+    fileRow = place.row;
+    return QmLogReaderDefine(GetFilePath(static_cast<int>(place.file)));
+}
+
+int CQmLogTextCtrl::GetRowFile(int row)
+{
+    return static_cast<int>(m_rows->session.Translate(row).file);
+}
+
+bool CQmLogTextCtrl::Translation(int a, int b)
+{
+    return a < b;
+}
+
+int CQmLogTextCtrl::GetRowCount()
+{
+    return m_rows->session.GetRowCount();
+}
+
+int CQmLogTextCtrl::GetColumnCount()
+{
+    return 256;
+}
+
+int CQmLogTextCtrl::GetRowColumnCount(int row)
+{
+    if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
+        return static_cast<int>(cached->length);
+    return m_rows->session.GetColumnCount(row);
+}
+
+// The line of a row that a search looks at, which goes on with its neighbours: they are read along.
+bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
+{
+    constexpr int kTogether = 256;
+    logview::RowCache& searched = m_rows->searched;
+    if (searched.Get(row) == nullptr)
+        searched.Prepare(m_rows->session, row - row % kTogether, kTogether);
+    const logview::CachedRow* const cached = searched.Get(row);
+    if (cached == nullptr ||
+        cached->text.size() < cached->length) // a long line, of which only a part was read
+        return m_rows->session.ReadLine(row, line);
+    line = cached->text;
+    return true;
+}
+
+bool CQmLogTextCtrl::Find(int row, int& column, const char* text, bool& found)
+{
+    // Only the line is put into capitals: a text with small letters is never found. Deliberate; the find bar
+    // passes capitals.
+    found = false;
+    std::string line;
+    if (!ReadSearched(row, line))
+        return false;
+    ::CharUpperBuffA(line.data(), static_cast<DWORD>(line.size()));
+    const std::size_t begin = static_cast<std::size_t>(std::max(column, 0));
+    const std::size_t place = text != nullptr ? line.find(text, begin) : std::string::npos;
+    found = place != std::string::npos;
+    if (found)
+        column = static_cast<int>(place);
+    return true;
+}
+
+void CQmLogTextCtrl::Reload()
+{
+    if (m_reloadPending)
+        CQmTextCtrl::Reload();
+}

@@ -1,0 +1,136 @@
+// What a row of the log text window looks like: text, block mark, caret mark and fold mark.
+#include "QmLogTextCtrl.h"
+#include "logview/ShownRows.h"
+#include "vkgrafic/GraphicText.h"
+
+#include <string_view>
+
+namespace
+{
+
+constexpr int kMargin = 16;         // pixels to the left of text without indent
+constexpr int kBlockMarkSize = 4;   // a square
+constexpr int kCaretMarkWidth = 5;  // a wedge that points left
+constexpr int kFoldMarkWidth = 9;   // a diamond
+constexpr int kFoldMarkMiddle = 14; // below the row's top: the lower edge of a row in the usual font
+
+COLORREF KindColor(QmLogBlockKind kind)
+{
+    switch (kind)
+    {
+    case kNoticeKind:
+        return 0x00AEE8;
+    case kErrorKind:
+        return 0x7F7FE8;
+    case kDetailKind:
+        return 0x7F7F7F;
+    default:
+        return 0;
+    }
+}
+
+// The text without its line feed and other characters at its end that show nothing.
+std::string_view Printable(std::string_view text)
+{
+    const auto showsNothing = [](char character) {
+        const auto code = static_cast<unsigned char>(character);
+        return code < ' ' || code == 0x7F;
+    };
+    while (!text.empty() && showsNothing(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// What a fold mark is filled with. The face colour of many colour schemes cannot be told from the window's.
+COLORREF FoldMarkColor(bool atCaret)
+{
+    if (atCaret)
+        return ::GetSysColor(COLOR_ACTIVECAPTION);
+    const COLORREF face = ::GetSysColor(COLOR_3DFACE);
+    return textview::IsReadable(face, ::GetSysColor(COLOR_WINDOW)) ? face : ::GetSysColor(COLOR_3DSHADOW);
+}
+
+void VerticalLine(CDC& dc, int x, int top, int bottom)
+{
+    dc.MoveTo(x, top);
+    dc.LineTo(x, bottom);
+}
+
+} // namespace
+
+int CQmLogTextCtrl::GetRowHeight()
+{
+    return CQmTextCtrl::GetRowHeight() + 1;
+}
+
+int CQmLogTextCtrl::GetRowLeft(int row)
+{
+    CQmLogRow record;
+    if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
+        record = cached->record;
+    else
+        m_rows->session.ReadStyle(row, record);
+    return GetColumnWidth() * record.indent + kMargin;
+}
+
+void CQmLogTextCtrl::PrepareRows(int first, int count)
+{
+    m_rows->cache.Prepare(m_rows->session, first, count);
+}
+
+void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
+{
+    const logview::CachedRow* const shown = m_rows->cache.Get(row);
+    if (shown == nullptr)
+        return;
+
+    const COLORREF color = GetDrawColor(KindColor(shown->record.kind));
+    const std::string_view text = Printable(shown->text);
+    dc.SetTextColor(color);
+    dc.SetBkMode(TRANSPARENT);
+    GraphicText(dc.GetSafeHdc())
+        .DrawCells(text.data(), static_cast<int>(text.size()), x, y + 1, GetColumnWidth());
+
+    if (shown->record.blockBegin != 0)
+        dc.FillSolidRect(x - (GetColumnWidth() - kBlockMarkSize) / 2 - kBlockMarkSize,
+                         y + (GetRowHeight() - kBlockMarkSize) / 2 + 1, kBlockMarkSize, kBlockMarkSize,
+                         color);
+
+    const int margin = x - GetRowLeft(row);
+    const bool atCaret = row == GetCaretRow();
+    if (atCaret)
+        DrawCaretMark(dc, margin, y);
+    if (shown->foldable)
+        DrawFoldMark(dc, margin, y, atCaret, shown->expanded);
+}
+
+void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y) const
+{
+    CPen pen(PS_SOLID, 1, ::GetSysColor(COLOR_ACTIVECAPTION));
+    CPen* const oldPen = dc.SelectObject(&pen);
+    const int middle = y + kFoldMarkMiddle / 2;
+    for (int i = 0; i < kCaretMarkWidth; ++i)
+        VerticalLine(dc, x + i, middle - i, middle + i + 1);
+    dc.SelectObject(oldPen);
+}
+
+// The mark straddles the row's lower edge: a click on either half of it means this row.
+void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const
+{
+    CPen markPen(PS_SOLID, 1, FoldMarkColor(atCaret));
+    CPen* const oldPen = dc.SelectObject(&markPen);
+    const int middle = y + kFoldMarkMiddle;
+    for (int i = 0; i < kFoldMarkWidth; ++i)
+    {
+        const int k = i < kFoldMarkWidth / 2 ? i : kFoldMarkWidth - 1 - i;
+        VerticalLine(dc, x + i, middle - k, middle + 1 + k);
+    }
+
+    CPen signPen(PS_SOLID, 1, ::GetSysColor(COLOR_WINDOW));
+    dc.SelectObject(&signPen);
+    dc.MoveTo(x + 1, middle);
+    dc.LineTo(x + 6, middle);
+    if (!expanded)
+        VerticalLine(dc, x + 3, middle - 2, middle + 3);
+    dc.SelectObject(oldPen);
+}

@@ -1,0 +1,101 @@
+// Keys, mouse and timer of the log text window.
+#include "QmLogTextCtrl.h"
+#include "logview/MarginZones.h"
+#include "logview/ShownRows.h"
+#include "qmcommon/QmCommandMenu.h"
+#include "qmcommon/QmWndUpdaterUse.h"
+
+BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
+    ON_WM_PAINT()
+    ON_WM_TIMER()
+    ON_WM_KEYDOWN()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_SETCURSOR()
+END_MESSAGE_MAP()
+
+namespace
+{
+
+constexpr int kRowEnd = 0x7FFFFFFF; // as a column
+
+}
+
+void CQmLogTextCtrl::OnPaint()
+{
+    CQmTextCtrl::OnPaint();
+    m_rows->cache.Clear(); // logs grow: what was read holds for this paint
+}
+
+void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
+{
+    if (timer == logview::kRefreshTimer)
+        Browse(GetFilePathIndex());
+    else
+        CQmTextCtrl::OnTimer(timer);
+}
+
+void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
+{
+    if (::GetKeyState(VK_CONTROL) < 0)
+    {
+        const bool up = key == VK_PRIOR || key == VK_UP;
+        const bool down = key == VK_NEXT || key == VK_DOWN;
+        const bool otherFile = key == VK_PRIOR || key == VK_NEXT;
+        if ((up || down) && Move(up, otherFile))
+            return;
+    }
+    CQmTextCtrl::OnKeyDown(key, repeat, flags);
+}
+
+void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)
+{
+    int row = 0;
+    int column = 0;
+    HitTest(point, row, column);
+    const int dy = point.y - (row - GetTopRow()) * GetRowHeight();
+    const int switched = logview::SwitchedRow(row, column, point.x + GetScrollPos(SB_HORZ), dy,
+                                              GetRowHeight(), GetColumnWidth());
+    if (switched == logview::kNoSwitch)
+    {
+        CQmTextCtrl::OnLButtonDown(flags, point);
+        return;
+    }
+    SetFocus();
+    Switch(switched);
+}
+
+void CQmLogTextCtrl::OnLButtonDblClk(UINT, CPoint point)
+{
+    const CQmWndUpdaterUse updater(this);
+    int first = 0;
+    int column = 0;
+    if (!HitTest(point, first, column))
+        return;
+    int last = first;
+    if (column < 0)
+        m_rows->session.GetBlock(m_file, first, first, last);
+    Focus(first, 0, false);
+    Select(last, kRowEnd);
+}
+
+BOOL CQmLogTextCtrl::OnSetCursor(CWnd* wnd, UINT hitTest, UINT message)
+{
+    if (wnd != this) // a child's own
+        return CQmTextCtrl::OnSetCursor(wnd, hitTest, message);
+    CPoint point;
+    ::GetCursorPos(&point);
+    ScreenToClient(&point);
+    int row = 0;
+    int column = 0;
+    HitTest(point, row, column);
+    const bool isText = hitTest == HTCLIENT && column >= 0;
+    ::SetCursor(::LoadCursor(nullptr, isText ? IDC_IBEAM : IDC_ARROW));
+    return TRUE;
+}
+
+void CQmLogTextCtrl::OnTextMenu(CPoint screenPoint)
+{
+    CQmCommandDefinePopupMenu menu(this);
+    menu.Show(screenPoint, this);
+}

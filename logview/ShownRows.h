@@ -1,0 +1,25 @@
+// What a log text window shows, and how often it looks for more.
+#pragma once
+
+#include "logview/LogSession.h"
+#include "logview/ReaderRows.h"
+#include "logview/RowCache.h"
+
+#include <cstdint>
+
+namespace logview
+{
+
+constexpr std::uintptr_t kRefreshTimer = 9504;
+constexpr unsigned kRefreshInterval = 200; // milliseconds
+
+// The logs, what is unfolded of them, the rows of the paint in progress, and those that a search reads ahead.
+struct ShownRows
+{
+    ReaderRows source;
+    LogSession session{source};
+    RowCache cache{source};
+    RowCache searched{source};
+};
+
+} // namespace logview

@@ -1,0 +1,33 @@
+// Drawing without flicker.
+#pragma once
+
+#include "afxwin.h"
+
+#include <memory>
+
+// A device context in memory whose picture goes to another one, in one copy, when this object ends. It covers
+// a rectangle of the other and uses the same coordinates, font and colours of that one's default. Where there
+// is no memory for the picture, GetDC is the other device context itself. A thread keeps one picture for its
+// next paint: making one costs several times as much as copying it.
+class QMPLATFORM_API CMemDC
+{
+public:
+    // Covers the part of the client area that `dc` can paint.
+    CMemDC(CDC& dc, CWnd* wnd);
+    CMemDC(CDC& dc, const CRect& rect);
+    ~CMemDC();
+    CMemDC(const CMemDC&) = delete;
+    CMemDC& operator=(const CMemDC&) = delete;
+
+    CDC& GetDC() { return IsMemDC() ? m_memory : m_dc; }
+    BOOL IsMemDC() const { return m_oldBitmap != nullptr; }
+
+private:
+    void Begin();
+
+    CDC& m_dc;
+    CRect m_rect;
+    CDC m_memory;
+    std::unique_ptr<CBitmap> m_bitmap;
+    HGDIOBJ m_oldBitmap = nullptr;
+};

@@ -1,0 +1,38 @@
+// Draws the popup menus of a window.
+#pragma once
+
+#include "qmcommon/QmHookWnd.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+// Attached to the window that owns popup menus, it draws them while they are open: a column for check marks,
+// the caption with its access key, the shortcut at the right edge, in the system's menu font and colours.
+// Items keep their texts, and access keys work. Afterwards items are what they were. The window menu, bitmaps
+// and items that their owner draws are left alone.
+class QMPLATFORM_API CQmMenuDrawer : public CQmHookWnd
+{
+public:
+    CQmMenuDrawer();
+    ~CQmMenuDrawer() override;
+
+protected:
+    BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+private:
+    // An item of an open menu, which carries this record's address as its data.
+    struct Item
+    {
+        HMENU menu;
+        UINT type;      // as it was
+        ULONG_PTR data; // as it was
+        std::string text;
+    };
+
+    void TakeItems(HMENU menu);
+    void GiveBackItems(HMENU menu);
+    const Item* FindItem(ULONG_PTR data) const;
+
+    std::vector<std::unique_ptr<Item>> m_items;
+};

@@ -1,0 +1,204 @@
+// The text window: rows of text in a fixed grid, with scrolling, caret, selection and a find bar.
+#pragma once
+
+#include "afxwin.h"
+#include "qmtextctrl/TextView.h"
+#include "zemacore/ZemaApi.h"
+
+#include <memory>
+#include <string>
+
+class CQmTextFindBar;
+
+// A window of text rows that a derived class supplies and draws.
+//
+// A row's text begins at its own left edge and holds one column a character, all of one width. Rows are
+// asked for while they are needed and never kept: GetRowCount, GetRowLeft and GetRowColumnCount may change
+// between any two calls, and who changes them calls OnRowsChanged. A repaint draws the visible rows that
+// need it, in memory, and copies them to the window once.
+//
+// The window may be destroyed, and its object deleted, in OnTextMenu and OnUserScroll. A derived class that
+// is deleted while its window exists destroys the window in its own destructor. The window's thread only.
+class QMPLATFORM_API CQmTextCtrl : public CWnd, private textview::Rows
+{
+public:
+    CQmTextCtrl();
+    ~CQmTextCtrl() override;
+
+    // Creates the window and calls CreateCommon; FALSE when either fails.
+    virtual BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+
+    // Rows, and columns that can be scrolled to.
+    int GetRowCount() override = 0;
+    virtual int GetColumnCount() = 0;
+
+    // Columns of a row's text, a line feed counting as one, and pixels from the window's left edge,
+    // unscrolled, to the text; 0 by default.
+    int GetRowColumnCount(int row) override = 0;
+    int GetRowLeft(int row) override;
+
+    // Pixels; by default as high as the font, and as wide as one of its characters.
+    virtual int GetRowHeight();
+    int GetColumnWidth() const;
+
+    // Draws the text and marks of `row` from (x, y), where GetRowLeft lies after scrolling. Marks may reach
+    // half a row's height into the row below. The background is painted, the font selected and the background
+    // mode transparent. A row of which something is selected is drawn a second time, clipped to the selected
+    // cells; colours come from GetDrawColor.
+    virtual void DrawRow(CDC& dc, int x, int y, int row) = 0;
+
+    // The colour to draw text in that is `wanted` on the usual background: the selection's text colour within
+    // the selection, the window text colour in high contrast or where `wanted` could not be read.
+    COLORREF GetDrawColor(COLORREF wanted) const;
+
+    // Looks for `text` in `row` from `column` on, which is at most the row's length; `column` receives the
+    // place. False when the row cannot be read, as always by default. The find bar passes capital letters
+    // only.
+    virtual bool Find(int row, int& column, const char* text, bool& found);
+
+    // Rows were added, removed or replaced: scroll ranges, caret and selection are brought back within bounds
+    // and the window is painted. Painting and bounds are the whole of it: rows keep their numbers.
+    virtual void OnRowsChanged();
+
+    // `delta` rows were added (or, below 0, removed) before row `row`: caret, selection and scroll position
+    // stay with their text; what stood in a removed row goes to the row above. Call OnRowsChanged afterwards.
+    void MoveRows(int row, int delta);
+
+    // Begins again at the first row: caret, selection and scrolling go there.
+    virtual void Reload();
+
+    // Scrolls as little as needed to show `rowCount` rows and `columnCount` columns from there.
+    void EnsureVisible(int row, int column, int rowCount, int columnCount);
+
+    // Puts the caret there, bounds kept, drops the selection and shows the row: when it was out of view, at
+    // the bottom edge if `bottom` is set, else at the top edge.
+    void Focus(int row, int column, bool bottom);
+
+    // Selects from the caret, which stays, to that place, bounds kept; column 0x7FFFFFFF is the row's end.
+    void Select(int row, int column);
+    void SelectAll();
+
+    // What lies under a client point. The column is counted from the row's left edge, below 0 to the left of
+    // it. Below the last row the answer is false and `row` the row count.
+    bool HitTest(CPoint point, int& row, int& column);
+
+    int GetCaretRow() const;
+    int GetCaretColumn() const;
+
+    // The selection, begin before end; both are the caret when nothing is selected.
+    int GetSelectionBeginRow() const;
+    int GetSelectionBeginColumn() const;
+    int GetSelectionEndRow() const;
+    int GetSelectionEndColumn() const;
+
+    // The first row of the window, and whether the last row is in view.
+    int GetTopRow() const;
+    bool IsAtEnd();
+
+    // What to find; the find bar sets it too.
+    void SetFindText(const char* text);
+    const char* GetFindText() const;
+
+    // Shows the find bar and puts the focus there; CloseFind hides it and takes the focus back.
+    void FindInput();
+    void CloseFind();
+
+    // Find the next match from the selection's end or the caret on, or the last one that begins before them,
+    // around the end once. The match is selected and shown. False when there is none. Rows that cannot be
+    // read are passed over; nothing else happens meanwhile.
+    bool FindNext();
+    bool FindPrevious();
+
+protected:
+    // Prepares the new window; derived classes begin theirs with their own steps and end with this.
+    virtual BOOL CreateCommon();
+
+    // The `count` rows from `first` on are about to be drawn: once a repaint, for reading them in one go.
+    virtual void PrepareRows(int first, int count);
+
+    // Fills and shows the context menu at a screen point; nothing by default.
+    virtual void OnTextMenu(CPoint screenPoint);
+
+    // The user moved the view: wheel, scroll bar, keys or autoscroll. Nothing by default.
+    virtual void OnUserScroll();
+
+    BOOL PreCreateWindow(CREATESTRUCT& create) override;
+
+    // Derived classes hand on what they do not deal with. Timer 1 is this class's own.
+    afx_msg void OnDestroy();
+    afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void OnSysColorChange();
+    afx_msg void OnSettingChange(UINT action, LPCSTR section);
+    afx_msg void OnSetFocus(CWnd* old);
+    afx_msg void OnKillFocus(CWnd* next);
+    afx_msg UINT OnGetDlgCode();
+    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    afx_msg void OnLButtonDown(UINT flags, CPoint point);
+    afx_msg void OnLButtonUp(UINT flags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT flags, CPoint point); // a click by default
+    afx_msg void OnRButtonDown(UINT flags, CPoint point);
+    afx_msg void OnMouseMove(UINT flags, CPoint point);
+    afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+    afx_msg void OnMouseHWheel(UINT flags, short delta, CPoint point);
+    afx_msg void OnCaptureChanged(CWnd* wnd);
+    afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
+    afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* bar);
+    afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* bar);
+    afx_msg void OnTimer(UINT_PTR timer);
+    afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
+    afx_msg LRESULT OnGetFont(WPARAM, LPARAM);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    struct Colors
+    {
+        COLORREF window = 0;
+        COLORREF windowText = 0;
+        COLORREF selection = 0; // of the window with the focus or without, whichever it is
+        COLORREF selectionText = 0;
+        bool highContrast = false;
+    };
+
+    void LoadColors();
+    void MeasureFont();
+    void UpdateMetrics();
+    CRect GetTextArea() const;
+
+    // Runs a change of the view and shows it; the user's own ends with OnUserScroll when something scrolled.
+    template <typename Change> void Apply(Change change);
+    template <typename Change> void ApplyUser(Change change);
+    void ShowChange(const textview::State& before);
+    void InvalidateText();
+    void InvalidateRows(textview::Range rows);
+    void UpdateScrollBars();
+    void UpdateScrollBar(int bar, const textview::ScrollRange& range, textview::ScrollRange& shown);
+    void UpdateCaret();
+
+    void DrawRows(CDC& dc, const CRect& area);
+    void DrawSelection(CDC& dc, const CRect& area, int row);
+    void EndDrag();
+    void LayOutFindBar();
+    bool FindForward(textview::Place& match);
+    bool FindBackward(textview::Place& match);
+    bool FindLastBefore(int row, int limit, int& column);
+    bool ShowMatch(bool found, textview::Place match);
+
+    textview::TextView m_view;
+    bool m_prepared = false; // CreateCommon is through and the window not destroyed: rows may be asked for
+    HFONT m_font = nullptr;  // not owned
+    int m_fontHeight = 1;
+    int m_columnWidth = 1;
+    CSize m_client;
+    textview::ScrollRange m_rowScroll; // what the scroll bars show
+    textview::ScrollRange m_pixelScroll;
+    Colors m_colors;
+    bool m_focused = false;
+    bool m_findBarFocused = false; // what it finds is selected, and shown so
+    bool m_drawingSelection = false;
+    bool m_dragging = false;
+    CPoint m_dragPoint;
+    std::string m_findText;
+    std::unique_ptr<CQmTextFindBar> m_findBar; // made when it is first shown
+};

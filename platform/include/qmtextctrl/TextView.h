@@ -1,0 +1,213 @@
+// Where rows of text lie in a scrolled window, and what keys and mouse do to caret and selection. Plain
+// integers; no window system.
+#pragma once
+
+#include "wintypes.h"
+#include "zemacore/ZemaApi.h"
+
+#include <cstdint>
+
+namespace textview
+{
+// What a view asks about its rows while it needs it; nothing is kept.
+class Rows
+{
+public:
+    virtual int GetRowCount() = 0;
+
+    // Columns of a row's text; a line feed counts as one.
+    virtual int GetRowColumnCount(int row) = 0;
+
+    // Pixels from the unscrolled window's left edge to the row's text, at least 0.
+    virtual int GetRowLeft(int row) = 0;
+
+protected:
+    ~Rows() = default;
+};
+
+// Pixels, except the columns that can be scrolled to. Sizes below 1 count as 1.
+struct Metrics
+{
+    int cellWidth = 1;
+    int rowHeight = 1;
+    int width = 0;
+    int height = 0;
+    int columnCount = 0;
+
+    bool operator==(const Metrics&) const = default;
+};
+
+// Before a column of a row.
+struct Place
+{
+    int row = 0;
+    int column = 0;
+
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const
+    {
+        return row < other.row || (row == other.row && column < other.column);
+    }
+};
+
+struct State
+{
+    Place caret;
+    Place anchor;   // the other end of the selection; the caret when nothing is selected
+    int top = 0;    // the first row of the window
+    int offset = 0; // pixels scrolled to the right
+
+    bool operator==(const State&) const = default;
+};
+
+// From begin up to, not including, end.
+struct Range
+{
+    int begin = 0;
+    int end = 0;
+
+    bool operator==(const Range&) const = default;
+};
+
+// A scroll bar: positions 0 to `last`, of which `page` are in view from `position` on.
+struct ScrollRange
+{
+    int last = 0;
+    int page = 0;
+    int position = 0;
+
+    bool operator==(const ScrollRange&) const = default;
+};
+
+enum class Motion
+{
+    Left, // over a row's end too
+    Right,
+    RowBegin,
+    RowEnd,
+    Up,
+    Down,
+    PageUp,
+    PageDown,
+    WindowTop, // the first and the last row in view
+    WindowBottom,
+    Begin,
+    End,
+    ScrollLeft, // these scroll and leave the caret
+    ScrollRight,
+    ScrollUp,
+    ScrollDown
+};
+
+enum class Caret
+{
+    Move,  // drops the selection
+    Extend // the selection's other end stays
+};
+
+// Whether text of that colour can be told from the background.
+QMPLATFORM_API bool IsReadable(COLORREF text, COLORREF background);
+
+// Turns of a wheel, 120 a notch, into whole steps. What is left over counts for the next turn.
+class QMPLATFORM_API WheelSteps
+{
+public:
+    // Steps away from the user or to the right; below 0 the other way.
+    int Add(int delta, int stepsPerNotch);
+
+private:
+    int m_rest = 0;
+};
+
+// Rows of one height stacked from the top of the window, beginning with row `top`; cells of one width in
+// each. Every operation leaves caret, selection and scroll position within the rows as they are then.
+class QMPLATFORM_API TextView
+{
+public:
+    static constexpr int kRowEnd = 0x7FFFFFFF;          // as a column: the row's end
+    static constexpr unsigned kWheelPages = 0xFFFFFFFF; // as lines a notch: a page
+
+    explicit TextView(Rows& rows) : m_rows(rows) {}
+
+    void SetMetrics(const Metrics& metrics);
+    const Metrics& GetMetrics() const { return m_metrics; }
+
+    const State& GetState() const { return m_state; }
+    Place GetSelectionBegin() const;
+    Place GetSelectionEnd() const;
+    bool IsSelected(Place cell) const;
+
+    // The selected columns of a row; empty when there are none.
+    Range GetSelectedColumns(int row);
+
+    // Rows that fit in the window, at least 1, and rows of which something is in view.
+    int GetPageRows() const;
+    Range GetVisibleRows();
+    bool IsAtEnd();
+
+    // Window pixels of a place, limited to 32 bits.
+    int GetX(Place place);
+    int GetY(int row) const;
+
+    // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it.
+    // False above the first row, where the row is 0, and below the last, where it is the row count.
+    bool HitTest(int x, int y, Place& cell);
+
+    ScrollRange GetRowScroll();
+
+    // Across: as wide as the widest of left edge and columns met so far.
+    ScrollRange GetPixelScroll();
+
+    void ScrollToRow(int top);
+    void ScrollToPixel(int offset);
+
+    // Scrolls as little as needed to show the rows and columns; 0 columns do not scroll across.
+    void EnsureVisible(Place place, int rowCount, int columnCount);
+
+    // See CQmTextCtrl, whose operations these are.
+    void Focus(Place place, bool bottom);
+    void Select(Place place);
+    void SelectAll();
+    void RowsChanged();
+    void MoveRows(int row, int delta);
+    void Reload();
+
+    void Move(Motion motion, Caret mode);
+
+    // The left button at a point, and the pointer dragged to one. A drag beyond the window goes to its edge.
+    void Click(int x, int y, Caret mode);
+    void DragTo(int x, int y) { Click(x, y, Caret::Extend); }
+
+    // One tick of a drag: scrolls by the more rows and columns the farther outside the window the point lies,
+    // and drags there. False when it lies inside.
+    bool Autoscroll(int x, int y);
+
+    void Wheel(int delta, unsigned linesPerNotch);
+    void WheelAcross(int delta, unsigned columnsPerNotch);
+
+private:
+    int GetLastRow();
+    int GetLeft(int row);
+    int GetPageColumns() const;
+    std::int64_t GetPixel(Place place);
+    Place Bounded(std::int64_t row, int column);
+    Place PlaceAt(int x, int y);
+    void SetCaret(Place place, Caret mode);
+    void MoveCaret(Place place, Caret mode);
+    void MoveRow(std::int64_t row, Caret mode);
+    void ScrollBy(std::int64_t rows, std::int64_t columns);
+    void ScrollToTop(std::int64_t top);
+    void ScrollToOffset(std::int64_t offset);
+
+    Rows& m_rows;
+    Metrics m_metrics;
+    State m_state;
+    int m_goalColumn = 0; // where Up and Down aim, shorter rows on the way notwithstanding
+    std::int64_t m_widest = 0;
+    WheelSteps m_wheel;
+    WheelSteps m_wheelAcross;
+};
+
+// The rows to paint again when the selection or the caret went from one state to another.
+QMPLATFORM_API Range GetChangedRows(const State& before, const State& after);
+} // namespace textview

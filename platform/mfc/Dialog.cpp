@@ -1,0 +1,128 @@
+#include "mfc/WndCall.h"
+
+BEGIN_MESSAGE_MAP(CDialog, CWnd)
+    ON_COMMAND(IDOK, &ThisClass::OnOK)
+    ON_COMMAND(IDCANCEL, &ThisClass::OnCancel)
+END_MESSAGE_MAP()
+
+CDialog::CDialog(UINT templateId, CWnd* parent) : CDialog(MAKEINTRESOURCE(templateId), parent) {}
+
+CDialog::CDialog(LPCSTR templateName, CWnd* parent) : m_templateName(templateName), m_parent(parent) {}
+
+CDialog::~CDialog()
+{
+    CDialog::DestroyWindow(); // while it still is a dialog
+}
+
+// The template as it lies in the module; null when there is none.
+static LPCDLGTEMPLATE FindTemplate(LPCSTR name)
+{
+    const HINSTANCE module = AfxGetResourceHandle();
+    const HRSRC resource = ::FindResource(module, name, RT_DIALOG);
+    const HGLOBAL data = resource ? ::LoadResource(module, resource) : nullptr;
+    return data ? static_cast<LPCDLGTEMPLATE>(::LockResource(data)) : nullptr;
+}
+
+static HWND HandleOf(const CWnd* wnd)
+{
+    return wnd ? wnd->m_hWnd : nullptr;
+}
+
+BOOL CDialog::Create(LPCSTR templateName, CWnd* parent)
+{
+    return CreateIndirect(FindTemplate(templateName), parent);
+}
+
+BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent)
+{
+    return CreateWithTemplate(dialogTemplate, HandleOf(parent ? parent : AfxGetMainWnd()));
+}
+
+BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent)
+{
+    m_template = dialogTemplate;
+    m_parent = parent;
+    return dialogTemplate != nullptr;
+}
+
+// Commands and everything else come by the window procedure; a dialog procedure only begins the dialog.
+INT_PTR CALLBACK CDialog::DialogProc(HWND hwnd, UINT message, WPARAM, LPARAM)
+{
+    if (message != WM_INITDIALOG)
+        return FALSE;
+    auto* const dialog = dynamic_cast<CDialog*>(FromHandlePermanent(hwnd));
+    return dialog ? dialog->OnInitDialog() : TRUE;
+}
+
+BOOL CDialog::CreateWithTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent)
+{
+    HWND hwnd = nullptr;
+    bool hasSeenWindow = false;
+    if (dialogTemplate && !m_hWnd)
+    {
+        const CreationHook hook(*this);
+        hwnd = ::CreateDialogIndirectParam(AfxGetResourceHandle(), dialogTemplate, parent, &DialogProc, 0);
+        hasSeenWindow = hook.HasSeenWindow();
+    }
+    if (!hasSeenWindow)
+        PostNcDestroy();
+    return hwnd != nullptr;
+}
+
+INT_PTR CDialog::DoModal()
+{
+    CWnd* const parent = m_parent ? m_parent : AfxGetMainWnd();
+    const HWND owner = parent ? ::GetAncestor(parent->m_hWnd, GA_ROOT) : ::GetActiveWindow();
+    const bool disable = owner && ::IsWindowEnabled(owner);
+    if (disable)
+        ::EnableWindow(owner, FALSE);
+
+    INT_PTR result = -1;
+    m_ended = false;
+    if (CreateWithTemplate(m_template ? m_template : FindTemplate(m_templateName), owner))
+    {
+        if (!m_ended) // by OnInitDialog
+        {
+            ShowWindow(SW_SHOW);
+            m_endResult = RunModalLoop();
+        }
+        result = m_endResult;
+    }
+
+    // Enabled again before the dialog goes, or another program's window would become the active one.
+    if (disable)
+        ::EnableWindow(owner, TRUE);
+    DestroyWindow();
+    return result;
+}
+
+void CDialog::EndDialog(int result)
+{
+    m_ended = true;
+    m_endResult = result;
+    ShowWindow(SW_HIDE);
+    EndModalLoop(result);
+}
+
+BOOL CDialog::PreTranslateMessage(MSG* message)
+{
+    const bool key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
+    return key && ::IsDialogMessage(m_hWnd, message);
+}
+
+BOOL CDialog::OnInitDialog()
+{
+    UpdateData(FALSE);
+    return TRUE;
+}
+
+void CDialog::OnOK()
+{
+    if (UpdateData(TRUE))
+        EndDialog(IDOK);
+}
+
+void CDialog::OnCancel()
+{
+    EndDialog(IDCANCEL);
+}

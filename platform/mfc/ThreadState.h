@@ -1,0 +1,25 @@
+// What the framework knows of one thread.
+#pragma once
+
+#include "afxwin.h"
+#include "mfc/HandleMap.h"
+
+#include <memory>
+
+class CreationHook;
+
+struct ThreadState
+{
+    HandleMap<CWnd> windows;
+    HandleMap<CDC> deviceContexts;
+    HandleMap<CGdiObject> gdiObjects;
+    HandleMap<CMenu> menus;
+
+    MSG message = {};                     // the one that a window is dealing with
+    CreationHook* creation = nullptr;     // waits for the next window that the thread creates
+    std::unique_ptr<CBitmap> paintBitmap; // of the last paint, for the next one; null while in use
+};
+
+// The calling thread's. It lives as long as the process: objects that are global variables outlive what ends
+// with the thread, and give up their handles later.
+ThreadState& GetThreadState();

@@ -1,0 +1,172 @@
+// What a window does with its messages, and the operations that are more than one call.
+#include "mfc/ThreadState.h"
+
+BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
+    ON_WM_NCDESTROY()
+    ON_WM_SYSCOLORCHANGE()
+END_MESSAGE_MAP()
+
+static bool IsFor(const AFX_MSGMAP_ENTRY& entry, UINT message)
+{
+    return entry.registered ? *entry.registered == message : entry.message == message;
+}
+
+static const AFX_MSGMAP_ENTRY* FindMessage(const AFX_MSGMAP& map, UINT message)
+{
+    for (const AFX_MSGMAP_ENTRY* entry = map.entries; entry->message != 0; ++entry)
+        if (IsFor(*entry, message))
+            return entry;
+    return map.baseMap ? FindMessage(*map.baseMap(), message) : nullptr;
+}
+
+LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    if (OnWndMsg(message, wParam, lParam, &result))
+        return result;
+    return DefWindowProc(message, wParam, lParam);
+}
+
+BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    *result = 0;
+    if (message == WM_COMMAND)
+        return OnCommand(wParam, lParam);
+    if (message == WM_NOTIFY)
+        return OnNotify(wParam, lParam, result);
+    const AFX_MSGMAP_ENTRY* const entry = FindMessage(*GetMessageMap(), message);
+    return entry && entry->handler(this, wParam, lParam, result);
+}
+
+// Window messages may also come by a procedure that was there before the object.
+LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (m_pfnSuper)
+        return ::CallWindowProc(m_pfnSuper, m_hWnd, message, wParam, lParam);
+    return ::DefWindowProc(m_hWnd, message, wParam, lParam);
+}
+
+LRESULT CWnd::Default()
+{
+    const MSG& message = GetThreadState().message;
+    return DefWindowProc(message.message, message.wParam, message.lParam);
+}
+
+const MSG* CWnd::GetCurrentMessage()
+{
+    return &GetThreadState().message;
+}
+
+BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    const int code = lParam == 0 ? CN_COMMAND : HIWORD(wParam); // menus and shortcuts have no control
+    return OnCmdMsg(LOWORD(wParam), code, nullptr, nullptr);
+}
+
+BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* result)
+{
+    NMHDR* const header = reinterpret_cast<NMHDR*>(lParam);
+    AFX_NOTIFY notify = {result, header};
+    const auto code = static_cast<int>(MAKELONG(header->code, WM_NOTIFY));
+    return OnCmdMsg(static_cast<UINT>(header->idFrom), code, &notify, nullptr);
+}
+
+void CWnd::OnSysColorChange()
+{
+    // The system tells top-level windows only.
+    if (!(GetStyle() & WS_CHILD))
+        SendMessageToDescendants(WM_SYSCOLORCHANGE);
+    Default();
+}
+
+void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    MSG record = {nullptr, message, wParam, lParam, 0, {}};
+    const auto send = [](HWND hwnd, LPARAM recordAddress) -> BOOL {
+        const MSG& sent = *reinterpret_cast<const MSG*>(recordAddress);
+        ::SendMessage(hwnd, sent.message, sent.wParam, sent.lParam);
+        return TRUE;
+    };
+    ::EnumChildWindows(m_hWnd, send, reinterpret_cast<LPARAM>(&record));
+}
+
+BOOL CWnd::PreTranslateMessage(MSG*)
+{
+    return FALSE;
+}
+
+BOOL CWnd::WalkPreTranslateTree(HWND stop, MSG* message)
+{
+    for (HWND hwnd = message->hwnd; hwnd; hwnd = ::GetParent(hwnd))
+    {
+        CWnd* const wnd = FromHandlePermanent(hwnd);
+        if (wnd && wnd->PreTranslateMessage(message))
+            return TRUE;
+        if (hwnd == stop)
+            break;
+    }
+    return FALSE;
+}
+
+static BOOL ModifyBits(HWND hwnd, int index, DWORD remove, DWORD add, UINT flags)
+{
+    const auto old = static_cast<DWORD>(::GetWindowLong(hwnd, index));
+    const DWORD bits = (old & ~remove) | add;
+    if (bits == old)
+        return FALSE;
+    ::SetWindowLong(hwnd, index, static_cast<LONG>(bits));
+    if (flags != 0)
+        ::SetWindowPos(hwnd, nullptr, 0, 0, 0, 0,
+                       SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | flags);
+    return TRUE;
+}
+
+BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT flags)
+{
+    return ModifyBits(m_hWnd, GWL_STYLE, remove, add, flags);
+}
+
+BOOL CWnd::ModifyStyleEx(DWORD remove, DWORD add, UINT flags)
+{
+    return ModifyBits(m_hWnd, GWL_EXSTYLE, remove, add, flags);
+}
+
+// Two points, and not each by itself: the corners change sides in a mirrored window.
+void CWnd::ClientToScreen(LPRECT rect) const
+{
+    ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(rect), 2);
+}
+
+void CWnd::ScreenToClient(LPRECT rect) const
+{
+    ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(rect), 2);
+}
+
+CWnd* CWnd::GetTopLevelParent() const
+{
+    HWND top = m_hWnd;
+    while (HWND const parent = ::GetParent(top))
+        top = parent;
+    return FromHandle(top);
+}
+
+void CWnd::GetWindowText(CString& text) const
+{
+    const int length = ::GetWindowTextLength(m_hWnd);
+    ::GetWindowText(m_hWnd, text.GetBuffer(length), length + 1);
+    text.ReleaseBuffer();
+}
+
+BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask)
+{
+    info->cbSize = sizeof(*info);
+    info->fMask = mask;
+    return ::GetScrollInfo(m_hWnd, bar, info);
+}
+
+BOOL CWnd::SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw)
+{
+    info->cbSize = sizeof(*info);
+    ::SetScrollInfo(m_hWnd, bar, info, redraw);
+    return TRUE;
+}

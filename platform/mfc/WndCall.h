@@ -1,0 +1,39 @@
+// Between the system's windows and their objects.
+#pragma once
+
+#include "afxwin.h"
+
+// The framework's side of a window: what its messages go through, and how it gets its object.
+class CWndCall
+{
+public:
+    // The window procedure of every window whose messages an object deals with.
+    static LRESULT CALLBACK WindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+
+    // Attaches the window and makes the object deal with its messages from now on.
+    static BOOL Subclass(CWnd& wnd, HWND hwnd);
+
+private:
+    static LRESULT Call(CWnd& wnd, const MSG& message) noexcept;
+};
+
+// While it lives, the next window that this thread creates becomes that of `wnd`, before its first message.
+class CreationHook
+{
+public:
+    explicit CreationHook(CWnd& wnd);
+    ~CreationHook();
+    CreationHook(const CreationHook&) = delete;
+    CreationHook& operator=(const CreationHook&) = delete;
+
+    // False when the creation failed before there was a window.
+    bool HasSeenWindow() const { return m_seen; }
+
+private:
+    static LRESULT CALLBACK OnHook(int code, WPARAM wParam, LPARAM lParam);
+
+    CWnd& m_wnd;
+    HHOOK m_hook;
+    CreationHook* m_outer;
+    bool m_seen = false;
+};

@@ -1,0 +1,97 @@
+#include "qmcommon/QmHandlerWnd.h"
+
+#include "qmcommon/QmCommandMenu.h"
+#include "qmcommon/QmCommandShortcut.h"
+
+namespace
+{
+
+unsigned PressedModifiers()
+{
+    unsigned modifiers = 0;
+    if (::GetKeyState(VK_SHIFT) < 0)
+        modifiers |= FSHIFT;
+    if (::GetKeyState(VK_CONTROL) < 0)
+        modifiers |= FCONTROL;
+    if (::GetKeyState(VK_MENU) < 0)
+        modifiers |= FALT;
+    return modifiers;
+}
+
+// Tells whether a command could be executed, and leaves it alone.
+class FindCommand : public CQmCommandExecute
+{
+public:
+    using CQmCommandExecute::CQmCommandExecute;
+    void Finish() override { SetResult(IsFound()); }
+};
+
+} // namespace
+
+CQmHandlerWnd::CQmHandlerWnd(IQmHandler* handler) : m_handler(handler) {}
+
+BOOL CQmHandlerWnd::OnCmdMsg(UINT id, int code, void*, AFX_CMDHANDLERINFO* info)
+{
+    if (code != CN_COMMAND || id < kQmFirstCommand || id > kQmLastCommand)
+        return FALSE;
+    const int index = static_cast<int>(id - kQmFirstCommand);
+    if (info != nullptr)
+    {
+        FindCommand record(index);
+        return m_handler->Dispatch(record);
+    }
+    CQmCommandExecute record(index);
+    return m_handler->Dispatch(record);
+}
+
+BOOL CQmHandlerWnd::OnWndMsg(CWnd*, UINT message, WPARAM wParam, LPARAM, LRESULT* result)
+{
+    if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)
+    {
+        *result = 0;
+        return ExecuteShortcut(wParam);
+    }
+    if ((message == WM_CHAR || message == WM_SYSCHAR) && m_charDue)
+    {
+        m_charDue = false;
+        *result = 0;
+        return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL CQmHandlerWnd::PreTranslateMessage(MSG* message)
+{
+    if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN)
+        return FALSE;
+    if (!m_handler->GetShortcuts() || WantsKeys(*message))
+        return FALSE;
+    CQmCommandShortcut record(static_cast<unsigned>(message->wParam), PressedModifiers());
+    return m_handler->Dispatch(record);
+}
+
+// Whether the message is for a window that has its own use for it, or for one out of the handler's reach.
+bool CQmHandlerWnd::WantsKeys(const MSG& message) const
+{
+    const CWnd* const wnd = dynamic_cast<const CWnd*>(m_handler);
+    if (wnd == nullptr || message.hwnd == wnd->GetSafeHwnd())
+        return false;
+    if (!::IsChild(wnd->GetSafeHwnd(), message.hwnd))
+        return true;
+    const LRESULT code =
+        ::SendMessage(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
+    return (code & (DLGC_WANTALLKEYS | DLGC_WANTCHARS | DLGC_HASSETSEL)) != 0;
+}
+
+// The character, if there is one, has been posted already or follows at once; a later key forgets it.
+bool CQmHandlerWnd::ExecuteShortcut(WPARAM key)
+{
+    m_charDue = m_handler->GetShortcuts();
+    if (!m_charDue)
+        return false;
+    CQmCommandShortcut record(static_cast<unsigned>(key), PressedModifiers());
+    if (m_handler->Dispatch(record) != 0)
+        return true; // this object may be gone
+    m_charDue = false;
+    return false;
+}

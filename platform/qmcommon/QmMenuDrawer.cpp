@@ -1,0 +1,155 @@
+#include "qmcommon/QmMenuDrawer.h"
+
+#include "qmcommon/MenuItemDraw.h"
+#include "qmcommon/MenuText.h"
+
+#include <algorithm>
+
+namespace
+{
+
+MENUITEMINFOA MakeInfo(UINT mask)
+{
+    MENUITEMINFOA info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = mask;
+    return info;
+}
+
+std::string GetItemText(HMENU menu, UINT position)
+{
+    const int length = ::GetMenuStringA(menu, position, nullptr, 0, MF_BYPOSITION);
+    if (length <= 0)
+        return {};
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(
+        static_cast<std::size_t>(::GetMenuStringA(menu, position, text.data(), length + 1, MF_BYPOSITION)));
+    return text;
+}
+
+// The answer to WM_MENUCHAR: a key that names one item executes it, else it goes from one to the next. The
+// system looks for access keys itself only in items that it draws.
+LRESULT AnswerMenuChar(HMENU menu, char key)
+{
+    std::vector<std::string> captions;
+    int selected = -1;
+    const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
+    for (UINT position = 0; position < count; ++position)
+    {
+        captions.push_back(GetItemText(menu, position));
+        if ((::GetMenuState(menu, position, MF_BYPOSITION) & MF_HILITE) != 0)
+            selected = static_cast<int>(position);
+    }
+    const qmcommon::AccessItem item = qmcommon::FindAccessItem(captions, selected, key);
+    if (item.position < 0)
+        return MAKELRESULT(0, MNC_IGNORE);
+    return MAKELRESULT(item.position, item.only ? MNC_EXECUTE : MNC_SELECT);
+}
+
+} // namespace
+
+CQmMenuDrawer::CQmMenuDrawer() = default;
+
+CQmMenuDrawer::~CQmMenuDrawer()
+{
+    while (!m_items.empty())
+        GiveBackItems(m_items.front()->menu);
+}
+
+BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    switch (message)
+    {
+    case WM_INITMENUPOPUP:
+        *result = CallWindow(message, wParam, lParam); // the window may yet fill the menu
+        if (HIWORD(lParam) == FALSE)
+            TakeItems(reinterpret_cast<HMENU>(wParam));
+        return TRUE;
+    case WM_UNINITMENUPOPUP:
+        GiveBackItems(reinterpret_cast<HMENU>(wParam));
+        return FALSE;
+    case WM_MEASUREITEM: {
+        MEASUREITEMSTRUCT& measure = *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
+        const Item* const item = measure.CtlType == ODT_MENU ? FindItem(measure.itemData) : nullptr;
+        if (item == nullptr)
+            return FALSE;
+        qmcommon::MeasureMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0, measure);
+        *result = TRUE;
+        return TRUE;
+    }
+    case WM_DRAWITEM: {
+        const DRAWITEMSTRUCT& draw = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        const Item* const item = draw.CtlType == ODT_MENU ? FindItem(draw.itemData) : nullptr;
+        if (item == nullptr)
+            return FALSE;
+        qmcommon::DrawMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0,
+                               (item->type & MFT_RADIOCHECK) != 0, draw);
+        *result = TRUE;
+        return TRUE;
+    }
+    case WM_MENUCHAR: {
+        const HMENU menu = reinterpret_cast<HMENU>(lParam);
+        for (const std::unique_ptr<Item>& item : m_items)
+        {
+            if (item->menu == menu)
+            {
+                *result = AnswerMenuChar(menu, static_cast<char>(LOWORD(wParam)));
+                return TRUE;
+            }
+        }
+        return FALSE;
+    }
+    default:
+        return FALSE;
+    }
+}
+
+void CQmMenuDrawer::TakeItems(HMENU menu)
+{
+    GiveBackItems(menu); // an end that was not reported
+    const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
+    for (UINT position = 0; position < count; ++position)
+    {
+        MENUITEMINFOA info = MakeInfo(MIIM_FTYPE | MIIM_DATA | MIIM_BITMAP);
+        if (!::GetMenuItemInfoA(menu, position, TRUE, &info))
+            continue;
+        if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) != 0 || info.hbmpItem != nullptr)
+            continue;
+        auto item =
+            std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, GetItemText(menu, position)});
+        info.fMask = MIIM_FTYPE | MIIM_DATA; // the text stays
+        info.fType |= MFT_OWNERDRAW;
+        info.dwItemData = reinterpret_cast<ULONG_PTR>(item.get());
+        if (::SetMenuItemInfoA(menu, position, TRUE, &info))
+            m_items.push_back(std::move(item));
+    }
+}
+
+void CQmMenuDrawer::GiveBackItems(HMENU menu)
+{
+    const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
+    for (UINT position = 0; position < count; ++position)
+    {
+        MENUITEMINFOA info = MakeInfo(MIIM_DATA);
+        const Item* const item =
+            ::GetMenuItemInfoA(menu, position, TRUE, &info) ? FindItem(info.dwItemData) : nullptr;
+        if (item == nullptr)
+            continue;
+        info.fMask = MIIM_FTYPE | MIIM_DATA;
+        info.fType = item->type;
+        info.dwItemData = item->data;
+        ::SetMenuItemInfoA(menu, position, TRUE, &info);
+    }
+    std::erase_if(m_items, [menu](const std::unique_ptr<Item>& item) { return item->menu == menu; });
+}
+
+// The record that an item's data points to; null for data of others.
+const CQmMenuDrawer::Item* CQmMenuDrawer::FindItem(ULONG_PTR data) const
+{
+    for (const std::unique_ptr<Item>& item : m_items)
+    {
+        if (reinterpret_cast<ULONG_PTR>(item.get()) == data)
+            return item.get();
+    }
+    return nullptr;
+}

@@ -1,0 +1,22 @@
+// How the text window changes its view; included by its sources only.
+#pragma once
+
+#include "qmtextctrl/QmTextCtrl.h"
+
+template <typename Change> void CQmTextCtrl::Apply(Change change)
+{
+    if (!m_prepared)
+        return;
+    const textview::State before = m_view.GetState();
+    change();
+    ShowChange(before);
+}
+
+template <typename Change> void CQmTextCtrl::ApplyUser(Change change)
+{
+    const textview::State before = m_view.GetState();
+    Apply(change);
+    const textview::State& after = m_view.GetState();
+    if (after.top != before.top || after.offset != before.offset)
+        OnUserScroll(); // may destroy this object
+}

@@ -1,0 +1,196 @@
+// The text window's painting: rows, selection, scrolled contents, scroll bars and caret.
+#include "QmTextCtrlApply.h"
+
+#include "afxcontrolbarutil.h"
+
+#include <algorithm>
+
+namespace
+{
+// Clips a device context to the selection, where colours are the selection's.
+class SelectionDrawing
+{
+public:
+    SelectionDrawing(CDC& dc, const CRect& clip, bool& drawing)
+        : m_dc(dc), m_saved(dc.SaveDC()), m_drawing(drawing)
+    {
+        dc.IntersectClipRect(clip);
+        m_drawing = true;
+    }
+    ~SelectionDrawing()
+    {
+        m_drawing = false;
+        m_dc.RestoreDC(m_saved);
+    }
+    SelectionDrawing(const SelectionDrawing&) = delete;
+    SelectionDrawing& operator=(const SelectionDrawing&) = delete;
+
+private:
+    CDC& m_dc;
+    int m_saved;
+    bool& m_drawing;
+};
+} // namespace
+
+BOOL CQmTextCtrl::OnEraseBkgnd(CDC*)
+{
+    return TRUE; // OnPaint covers all of the window
+}
+
+void CQmTextCtrl::OnPaint()
+{
+    CPaintDC dc(this);
+    CRect area;
+    if (!m_prepared || !area.IntersectRect(&dc.m_ps.rcPaint, GetTextArea()))
+        return;
+
+    {
+        CMemDC memory(dc, area);
+        DrawRows(memory.GetDC(), area);
+    }
+    UpdateScrollBars(); // rows farther to the right than any before may have come into view
+}
+
+void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
+{
+    ::SelectObject(dc, m_font);
+    dc.FillSolidRect(area, m_colors.window);
+    dc.SetBkMode(TRANSPARENT);
+
+    // The row above reaches into the first one with its marks.
+    const textview::Range visible = m_view.GetVisibleRows();
+    const int height = m_view.GetMetrics().rowHeight;
+    const int above = area.top / height > 0 || visible.begin > 0 ? 1 : 0;
+    const int begin = visible.begin + static_cast<int>(area.top) / height - above;
+    const int count = std::min(visible.end - begin, static_cast<int>(area.bottom - 1) / height -
+                                                        static_cast<int>(area.top) / height + 1 + above);
+    if (count <= 0)
+        return;
+    PrepareRows(begin, count);
+    for (int row = begin; row - begin < count; ++row)
+    {
+        DrawRow(dc, m_view.GetX({row, 0}), m_view.GetY(row), row);
+        DrawSelection(dc, area, row);
+    }
+}
+
+void CQmTextCtrl::DrawSelection(CDC& dc, const CRect& area, int row)
+{
+    const textview::Range columns = m_view.GetSelectedColumns(row);
+    if (columns.begin == columns.end)
+        return;
+    const int y = m_view.GetY(row);
+    const CRect cells(m_view.GetX({row, columns.begin}), y, m_view.GetX({row, columns.end}),
+                      y + m_view.GetMetrics().rowHeight);
+    CRect clip;
+    if (!clip.IntersectRect(cells, area))
+        return;
+    const SelectionDrawing drawing(dc, clip, m_drawingSelection);
+    dc.FillSolidRect(clip, m_colors.selection);
+    dc.SetBkMode(TRANSPARENT);
+    DrawRow(dc, m_view.GetX({row, 0}), y, row);
+}
+
+COLORREF CQmTextCtrl::GetDrawColor(COLORREF wanted) const
+{
+    if (m_drawingSelection)
+        return m_colors.selectionText;
+    if (m_colors.highContrast || !textview::IsReadable(wanted, m_colors.window))
+        return m_colors.windowText;
+    return wanted;
+}
+
+void CQmTextCtrl::InvalidateText()
+{
+    if (m_prepared)
+        InvalidateRect(GetTextArea(), FALSE);
+}
+
+void CQmTextCtrl::InvalidateRows(textview::Range rows)
+{
+    if (rows.begin == rows.end)
+        return;
+    CRect area = GetTextArea();
+    const int marks = m_view.GetMetrics().rowHeight / 2; // in the row below
+    const int bottom = std::min(m_view.GetY(rows.end), static_cast<int>(area.bottom)) + marks;
+    const CRect changed(area.left, m_view.GetY(rows.begin), area.right, bottom);
+    if (area.IntersectRect(area, changed))
+        InvalidateRect(area, FALSE);
+}
+
+void CQmTextCtrl::ShowChange(const textview::State& before)
+{
+    const textview::State& after = m_view.GetState();
+    const CRect area = GetTextArea();
+    const std::int64_t rows = static_cast<std::int64_t>(before.top) - after.top;
+    const std::int64_t down = rows * m_view.GetMetrics().rowHeight;
+    const std::int64_t right = static_cast<std::int64_t>(before.offset) - after.offset;
+    if (down != 0 || right != 0)
+    {
+        const bool partly = std::max(down, -down) < area.Height() && std::max(right, -right) < area.Width();
+        if (partly && (down == 0 || right == 0)) // what stays in view is moved
+            ::ScrollWindowEx(m_hWnd, static_cast<int>(right), static_cast<int>(down), area, area, nullptr,
+                             nullptr, SW_INVALIDATE);
+        else
+            InvalidateText();
+    }
+    InvalidateRows(textview::GetChangedRows(before, after));
+    UpdateScrollBars();
+    UpdateCaret();
+}
+
+void CQmTextCtrl::UpdateScrollBars()
+{
+    UpdateScrollBar(SB_VERT, m_view.GetRowScroll(), m_rowScroll);
+    UpdateScrollBar(SB_HORZ, m_view.GetPixelScroll(), m_pixelScroll);
+}
+
+void CQmTextCtrl::UpdateScrollBar(int bar, const textview::ScrollRange& range, textview::ScrollRange& shown)
+{
+    if (range == shown)
+        return; // telling it again costs as much as a repaint
+    shown = range;
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    info.nMax = range.last;
+    info.nPage = static_cast<UINT>(range.page);
+    info.nPos = range.position;
+    ::SetScrollInfo(m_hWnd, bar, &info, TRUE);
+}
+
+void CQmTextCtrl::UpdateCaret()
+{
+    if (!m_focused || !m_prepared)
+        return;
+    const textview::Place caret = m_view.GetState().caret;
+    const int y = m_view.GetY(caret.row);
+    const bool inView = y >= 0 && y < GetTextArea().bottom;
+    SetCaretPos(CPoint(m_view.GetX(caret), inView ? y : -m_view.GetMetrics().rowHeight));
+}
+
+void CQmTextCtrl::OnSetFocus(CWnd*)
+{
+    if (!m_prepared)
+        return;
+    m_focused = true;
+    m_findBarFocused = false;
+    DWORD width = 1;
+    ::SystemParametersInfo(SPI_GETCARETWIDTH, 0, &width, 0);
+    CreateSolidCaret(static_cast<int>(width), m_view.GetMetrics().rowHeight);
+    UpdateCaret();
+    ShowCaret();
+    LoadColors();
+    InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});
+}
+
+void CQmTextCtrl::OnKillFocus(CWnd* next)
+{
+    if (!m_prepared)
+        return;
+    m_focused = false;
+    m_findBarFocused = next != nullptr && IsChild(next);
+    ::DestroyCaret();
+    LoadColors();
+    InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});
+}

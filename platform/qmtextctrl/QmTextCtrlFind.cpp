@@ -1,0 +1,126 @@
+// The text window's searches, and the find bar at its bottom edge.
+#include "QmTextCtrlApply.h"
+#include "QmTextFindBar.h"
+
+bool CQmTextCtrl::Find(int, int&, const char*, bool&)
+{
+    return false;
+}
+
+void CQmTextCtrl::SetFindText(const char* text)
+{
+    m_findText = text ? text : "";
+}
+
+const char* CQmTextCtrl::GetFindText() const
+{
+    return m_findText.c_str();
+}
+
+void CQmTextCtrl::FindInput()
+{
+    if (!m_prepared)
+        return;
+    if (!m_findBar)
+        m_findBar = std::make_unique<CQmTextFindBar>(*this);
+    if (!m_findBar->Open())
+        return;
+    LayOutFindBar();
+    UpdateMetrics();
+    m_findBar->TakeFocus(m_findText.c_str());
+}
+
+void CQmTextCtrl::CloseFind()
+{
+    if (!m_prepared || !m_findBar || m_findBar->GetShownHeight() == 0)
+        return;
+    m_findBar->Close();
+    UpdateMetrics();
+    InvalidateText();
+    ::SetFocus(m_hWnd);
+}
+
+void CQmTextCtrl::LayOutFindBar()
+{
+    const int top = GetTextArea().bottom;
+    if (m_findBar && m_findBar->GetShownHeight() > 0)
+        m_findBar->MoveWindow(0, top, m_client.cx, m_findBar->GetShownHeight());
+}
+
+bool CQmTextCtrl::FindNext()
+{
+    textview::Place match;
+    const bool found = FindForward(match);
+    return ShowMatch(found, match);
+}
+
+bool CQmTextCtrl::FindPrevious()
+{
+    textview::Place match;
+    const bool found = FindBackward(match);
+    return ShowMatch(found, match);
+}
+
+bool CQmTextCtrl::FindForward(textview::Place& match)
+{
+    const int rowCount = GetRowCount();
+    if (m_findText.empty() || rowCount <= 0)
+        return false;
+    match = m_view.GetSelectionEnd();
+    // The row it begins in comes a second time, at the end, for what lies before the beginning.
+    for (std::int64_t searched = 0; searched <= rowCount; ++searched)
+    {
+        bool found = false;
+        if (Find(match.row, match.column, m_findText.c_str(), found) && found)
+            return true;
+        match = {match.row + 1 < rowCount ? match.row + 1 : 0, 0};
+    }
+    return false;
+}
+
+bool CQmTextCtrl::FindBackward(textview::Place& match)
+{
+    const int rowCount = GetRowCount();
+    if (m_findText.empty() || rowCount <= 0)
+        return false;
+    match = m_view.GetSelectionBegin();
+    int limit = match.column;
+    for (std::int64_t searched = 0; searched <= rowCount; ++searched)
+    {
+        if (FindLastBefore(match.row, limit, match.column))
+            return true;
+        match.row = match.row > 0 ? match.row - 1 : rowCount - 1;
+        limit = textview::TextView::kRowEnd;
+    }
+    return false;
+}
+
+// The last match in `row` that begins before column `limit`.
+bool CQmTextCtrl::FindLastBefore(int row, int limit, int& column)
+{
+    bool any = false;
+    int place = 0;
+    while (place < limit)
+    {
+        bool found = false;
+        if (!Find(row, place, m_findText.c_str(), found) || !found || place >= limit)
+            break;
+        any = true;
+        column = place++;
+    }
+    return any;
+}
+
+bool CQmTextCtrl::ShowMatch(bool found, textview::Place match)
+{
+    if (found)
+    {
+        const int length = static_cast<int>(m_findText.size());
+        Focus(match.row, match.column, false);
+        Select(match.row, match.column + length);
+        EnsureVisible(match.row, match.column, 1, length);
+    }
+    if (m_findBar)
+        m_findBar->ShowFound(found || m_findText.empty());
+    return found;
+}

@@ -1,0 +1,216 @@
+// The text window's keys, mouse, wheels and scroll bars.
+#include "QmTextCtrlApply.h"
+
+#include <algorithm>
+#include <optional>
+
+using textview::Caret;
+using textview::Motion;
+
+namespace
+{
+constexpr UINT_PTR kDragTimer = 1;
+constexpr UINT kDragInterval = 50; // milliseconds
+
+struct Key
+{
+    UINT key;
+    bool control;
+    Motion motion;
+};
+
+constexpr Key kKeys[] = {
+    {VK_LEFT, false, Motion::Left},     {VK_LEFT, true, Motion::ScrollLeft},
+    {VK_RIGHT, false, Motion::Right},   {VK_RIGHT, true, Motion::ScrollRight},
+    {VK_UP, false, Motion::Up},         {VK_UP, true, Motion::ScrollUp},
+    {VK_DOWN, false, Motion::Down},     {VK_DOWN, true, Motion::ScrollDown},
+    {VK_PRIOR, false, Motion::PageUp},  {VK_PRIOR, true, Motion::WindowTop},
+    {VK_NEXT, false, Motion::PageDown}, {VK_NEXT, true, Motion::WindowBottom},
+    {VK_HOME, false, Motion::RowBegin}, {VK_HOME, true, Motion::Begin},
+    {VK_END, false, Motion::RowEnd},    {VK_END, true, Motion::End},
+};
+
+std::optional<Motion> MotionOfKey(UINT key, bool control)
+{
+    for (const Key& entry : kKeys)
+        if (entry.key == key && entry.control == control)
+            return entry.motion;
+    return std::nullopt;
+}
+
+bool IsDown(int key)
+{
+    return ::GetKeyState(key) < 0;
+}
+
+Caret CaretOf(UINT mouseFlags)
+{
+    return (mouseFlags & MK_SHIFT) != 0 ? Caret::Extend : Caret::Move;
+}
+
+unsigned WheelSetting(UINT action)
+{
+    UINT steps = 3;
+    ::SystemParametersInfo(action, 0, &steps, 0);
+    return steps;
+}
+
+// The position that a scroll bar's message asks for; none for a code that asks for nothing.
+std::optional<int> ScrolledPosition(HWND hwnd, int bar, UINT code, const textview::ScrollRange& range,
+                                    int line)
+{
+    const auto moved = [&range](int by) {
+        const std::int64_t position = static_cast<std::int64_t>(range.position) + by;
+        return static_cast<int>(std::clamp<std::int64_t>(position, 0, range.last));
+    };
+    switch (code) // the codes for across have the same numbers
+    {
+    case SB_LINEUP:
+        return moved(-line);
+    case SB_LINEDOWN:
+        return moved(line);
+    case SB_PAGEUP:
+        return moved(-range.page);
+    case SB_PAGEDOWN:
+        return moved(range.page);
+    case SB_TOP:
+        return 0;
+    case SB_BOTTOM:
+        return range.last;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION: {
+        SCROLLINFO info = {}; // the message itself carries 16 bits of the position
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_TRACKPOS;
+        if (::GetScrollInfo(hwnd, bar, &info))
+            return info.nTrackPos;
+        return std::nullopt;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+} // namespace
+
+UINT CQmTextCtrl::OnGetDlgCode()
+{
+    return DLGC_WANTARROWS | DLGC_WANTCHARS;
+}
+
+void CQmTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
+{
+    const std::optional<Motion> motion = MotionOfKey(key, IsDown(VK_CONTROL));
+    if (!motion)
+        return CWnd::OnKeyDown(key, repeat, flags);
+    const Caret mode = IsDown(VK_SHIFT) ? Caret::Extend : Caret::Move;
+    ApplyUser([&] { m_view.Move(*motion, mode); });
+}
+
+void CQmTextCtrl::OnLButtonDown(UINT flags, CPoint point)
+{
+    const HWND window = m_hWnd;
+    ::SetFocus(window);
+    if (!::IsWindow(window)) // who lost the focus may have closed it
+        return;
+    ::SetCapture(window);
+    ::SetTimer(window, kDragTimer, kDragInterval, nullptr);
+    m_dragging = true;
+    m_dragPoint = point;
+    Apply([&] { m_view.Click(point.x, point.y, CaretOf(flags)); });
+}
+
+void CQmTextCtrl::OnLButtonDblClk(UINT flags, CPoint point)
+{
+    OnLButtonDown(flags, point);
+}
+
+void CQmTextCtrl::OnMouseMove(UINT, CPoint point)
+{
+    if (!m_dragging)
+        return;
+    m_dragPoint = point;
+    Apply([&] { m_view.DragTo(point.x, point.y); });
+}
+
+void CQmTextCtrl::OnTimer(UINT_PTR timer)
+{
+    if (timer != kDragTimer)
+        return CWnd::OnTimer(timer);
+    if (m_dragging)
+        ApplyUser([&] { m_view.Autoscroll(m_dragPoint.x, m_dragPoint.y); });
+}
+
+void CQmTextCtrl::OnLButtonUp(UINT, CPoint)
+{
+    if (m_dragging)
+        ::ReleaseCapture(); // which ends the drag
+}
+
+void CQmTextCtrl::OnCaptureChanged(CWnd*)
+{
+    EndDrag();
+}
+
+void CQmTextCtrl::EndDrag()
+{
+    if (!m_dragging)
+        return;
+    m_dragging = false;
+    KillTimer(kDragTimer);
+}
+
+void CQmTextCtrl::OnRButtonDown(UINT, CPoint point)
+{
+    const HWND window = m_hWnd;
+    ::SetFocus(window);
+    if (!::IsWindow(window) || !m_prepared)
+        return;
+    textview::Place cell;
+    m_view.HitTest(point.x, point.y, cell);
+    if (!m_view.IsSelected(cell))
+        Apply([&] { m_view.Click(point.x, point.y, Caret::Move); });
+}
+
+void CQmTextCtrl::OnContextMenu(CWnd* wnd, CPoint point)
+{
+    CPoint inside = point;
+    ScreenToClient(&inside);
+    const bool byKey = point == CPoint(-1, -1);
+    if (wnd != this || !m_prepared || (!byKey && !GetTextArea().PtInRect(inside)))
+        return CWnd::OnContextMenu(wnd, point); // the find bar's or a scroll bar's
+    if (byKey)
+    {
+        Apply([&] { m_view.EnsureVisible(m_view.GetState().caret, 1, 1); });
+        const textview::Place caret = m_view.GetState().caret;
+        point = CPoint(m_view.GetX(caret), m_view.GetY(caret.row) + m_view.GetMetrics().rowHeight);
+        ClientToScreen(&point);
+    }
+    OnTextMenu(point); // may destroy this object
+}
+
+BOOL CQmTextCtrl::OnMouseWheel(UINT, short delta, CPoint)
+{
+    const unsigned lines = WheelSetting(SPI_GETWHEELSCROLLLINES);
+    ApplyUser([&] { m_view.Wheel(delta, lines); });
+    return TRUE;
+}
+
+void CQmTextCtrl::OnMouseHWheel(UINT, short delta, CPoint)
+{
+    const unsigned columns = WheelSetting(SPI_GETWHEELSCROLLCHARS);
+    ApplyUser([&] { m_view.WheelAcross(delta, columns); });
+}
+
+void CQmTextCtrl::OnVScroll(UINT code, UINT, CScrollBar*)
+{
+    const auto position = ScrolledPosition(m_hWnd, SB_VERT, code, m_view.GetRowScroll(), 1);
+    if (position)
+        ApplyUser([&] { m_view.ScrollToRow(*position); });
+}
+
+void CQmTextCtrl::OnHScroll(UINT code, UINT, CScrollBar*)
+{
+    const auto position = ScrolledPosition(m_hWnd, SB_HORZ, code, m_view.GetPixelScroll(), m_columnWidth);
+    if (position)
+        ApplyUser([&] { m_view.ScrollToPixel(*position); });
+}

@@ -1,0 +1,112 @@
+#include "QmTextFindBar.h"
+
+#include "platform_resource.h"
+#include "qmtextctrl/QmTextCtrl.h"
+
+BEGIN_MESSAGE_MAP(CQmTextFindBar, CDialog)
+    ON_BN_CLICKED(IDC_FIND_PREVIOUS, &CQmTextFindBar::OnPrevious)
+    ON_EN_CHANGE(IDC_FIND_TEXT, &CQmTextFindBar::OnTextChange)
+END_MESSAGE_MAP()
+
+namespace
+{
+constexpr int kMaxTextLength = 255;
+
+// The module that holds this code.
+HMODULE GetThisModule()
+{
+    static const char place = 0;
+    HMODULE module = nullptr;
+    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                        &place, &module);
+    return module;
+}
+} // namespace
+
+CQmTextFindBar::CQmTextFindBar(CQmTextCtrl& textCtrl) : m_textCtrl(textCtrl) {}
+
+CQmTextFindBar::~CQmTextFindBar() = default;
+
+bool CQmTextFindBar::Open()
+{
+    if (!m_hWnd)
+    {
+        // The dialog lies in this library, wherever the program's resources come from.
+        const HMODULE module = GetThisModule();
+        const HRSRC resource = ::FindResource(module, MAKEINTRESOURCE(IDD_FIND_BAR), RT_DIALOG);
+        if (!resource)
+            return false;
+        const void* const dialog = ::LockResource(::LoadResource(module, resource));
+        if (!CreateIndirect(static_cast<LPCDLGTEMPLATE>(dialog), &m_textCtrl))
+            return false;
+        ::SendDlgItemMessage(m_hWnd, IDC_FIND_TEXT, EM_LIMITTEXT, kMaxTextLength, 0);
+        CRect rect;
+        GetWindowRect(rect);
+        m_height = rect.Height();
+    }
+    m_open = true;
+    return true;
+}
+
+void CQmTextFindBar::TakeFocus(const char* text)
+{
+    SetDlgItemText(IDC_FIND_TEXT, text);
+    ShowFound(true);
+    ShowWindow(SW_SHOW);
+    const HWND edit = ::GetDlgItem(m_hWnd, IDC_FIND_TEXT);
+    ::SendMessage(edit, EM_SETSEL, 0, -1);
+    ::SetFocus(edit);
+}
+
+void CQmTextFindBar::Close()
+{
+    m_open = false;
+    ShowWindow(SW_HIDE);
+}
+
+int CQmTextFindBar::GetShownHeight() const
+{
+    return m_hWnd && m_open ? m_height : 0;
+}
+
+void CQmTextFindBar::ShowFound(bool found)
+{
+    if (m_hWnd)
+        SetDlgItemText(IDC_FIND_STATUS, found ? "" : "Not found");
+}
+
+BOOL CQmTextFindBar::PreTranslateMessage(MSG* message)
+{
+    const bool inText = message->hwnd == ::GetDlgItem(m_hWnd, IDC_FIND_TEXT);
+    const bool finds = message->wParam == VK_F3 || (message->wParam == VK_RETURN && inText);
+    if (message->message != WM_KEYDOWN || !finds)
+        return CDialog::PreTranslateMessage(message);
+    if (::GetKeyState(VK_SHIFT) < 0)
+        OnPrevious();
+    else
+        OnOK();
+    return TRUE;
+}
+
+void CQmTextFindBar::OnOK()
+{
+    m_textCtrl.FindNext();
+}
+
+void CQmTextFindBar::OnPrevious()
+{
+    m_textCtrl.FindPrevious();
+}
+
+void CQmTextFindBar::OnCancel()
+{
+    m_textCtrl.CloseFind();
+}
+
+void CQmTextFindBar::OnTextChange()
+{
+    char text[kMaxTextLength + 1];
+    GetDlgItemText(IDC_FIND_TEXT, text, static_cast<int>(sizeof(text)));
+    m_textCtrl.SetFindText(text);
+    ShowFound(true);
+}

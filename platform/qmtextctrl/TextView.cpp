@@ -1,0 +1,390 @@
+#include "qmtextctrl/TextView.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace textview
+{
+namespace
+{
+constexpr int kNotch = 120;
+constexpr int kMaxInt = std::numeric_limits<int>::max();
+constexpr int kScrolledColumns = 8; // by a key
+
+int Limited(std::int64_t value)
+{
+    return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(), kMaxInt));
+}
+
+int FloorDivide(std::int64_t value, int divisor)
+{
+    const std::int64_t quotient = value / divisor;
+    return Limited(value % divisor < 0 ? quotient - 1 : quotient);
+}
+
+// How many units `position` lies outside 0 to `length`, begun ones counted; below 0 before it.
+int UnitsOutside(int position, int length, int unit)
+{
+    if (position < 0)
+        return FloorDivide(position, unit);
+    return position < length ? 0 : 1 + (position - length) / unit;
+}
+
+int Brightness(COLORREF color)
+{
+    const int red = static_cast<int>(color & 0xFF);
+    const int green = static_cast<int>(color >> 8 & 0xFF);
+    const int blue = static_cast<int>(color >> 16 & 0xFF);
+    return (299 * red + 587 * green + 114 * blue) / 1000;
+}
+} // namespace
+
+bool IsReadable(COLORREF text, COLORREF background)
+{
+    const int difference = Brightness(text) - Brightness(background);
+    return difference <= -40 || difference >= 40;
+}
+
+int WheelSteps::Add(int delta, int stepsPerNotch)
+{
+    if ((delta < 0) != (m_rest < 0))
+        m_rest = 0; // turned back: what was left over is not owed
+    const std::int64_t turned = m_rest + static_cast<std::int64_t>(delta) * stepsPerNotch;
+    m_rest = static_cast<int>(turned % kNotch);
+    return Limited(turned / kNotch);
+}
+
+void TextView::SetMetrics(const Metrics& metrics)
+{
+    const bool otherCells =
+        metrics.cellWidth != m_metrics.cellWidth || metrics.columnCount != m_metrics.columnCount;
+    m_metrics = {std::max(metrics.cellWidth, 1), std::max(metrics.rowHeight, 1), std::max(metrics.width, 1),
+                 std::max(metrics.height, 1), std::max(metrics.columnCount, 0)};
+    if (otherCells)
+        m_widest = 0;
+    ScrollBy(0, 0);
+}
+
+Place TextView::GetSelectionBegin() const
+{
+    return std::min(m_state.caret, m_state.anchor);
+}
+
+Place TextView::GetSelectionEnd() const
+{
+    return std::max(m_state.caret, m_state.anchor);
+}
+
+bool TextView::IsSelected(Place cell) const
+{
+    return !(cell < GetSelectionBegin()) && cell < GetSelectionEnd();
+}
+
+Range TextView::GetSelectedColumns(int row)
+{
+    const Place begin = GetSelectionBegin();
+    const Place end = GetSelectionEnd();
+    if (begin == end || row < begin.row || row > end.row)
+        return {};
+    const int last = row < end.row ? m_rows.GetRowColumnCount(row) : end.column;
+    const int first = row > begin.row ? 0 : std::min(begin.column, last);
+    return {first, last};
+}
+
+int TextView::GetPageRows() const
+{
+    return std::max(m_metrics.height / m_metrics.rowHeight, 1);
+}
+
+int TextView::GetPageColumns() const
+{
+    return std::max(m_metrics.width / m_metrics.cellWidth, 1);
+}
+
+Range TextView::GetVisibleRows()
+{
+    const std::int64_t begun = (m_metrics.height + m_metrics.rowHeight - 1) / m_metrics.rowHeight;
+    return {m_state.top, Limited(std::min<std::int64_t>(m_state.top + begun, m_rows.GetRowCount()))};
+}
+
+bool TextView::IsAtEnd()
+{
+    return m_rows.GetRowCount() - m_state.top <= GetPageRows();
+}
+
+int TextView::GetLastRow()
+{
+    return std::max(m_rows.GetRowCount(), 1) - 1;
+}
+
+int TextView::GetLeft(int row)
+{
+    const int left = row < m_rows.GetRowCount() ? std::max(m_rows.GetRowLeft(row), 0) : 0;
+    const std::int64_t columns = static_cast<std::int64_t>(m_metrics.columnCount) * m_metrics.cellWidth;
+    m_widest = std::max(m_widest, left + columns);
+    return left;
+}
+
+std::int64_t TextView::GetPixel(Place place)
+{
+    return GetLeft(place.row) + static_cast<std::int64_t>(place.column) * m_metrics.cellWidth;
+}
+
+int TextView::GetX(Place place)
+{
+    return Limited(GetPixel(place) - m_state.offset);
+}
+
+int TextView::GetY(int row) const
+{
+    return Limited((static_cast<std::int64_t>(row) - m_state.top) * m_metrics.rowHeight);
+}
+
+bool TextView::HitTest(int x, int y, Place& cell)
+{
+    const std::int64_t row = m_state.top + static_cast<std::int64_t>(FloorDivide(y, m_metrics.rowHeight));
+    const int rowCount = m_rows.GetRowCount();
+    cell = {static_cast<int>(std::clamp<std::int64_t>(row, 0, rowCount)), 0};
+    const std::int64_t pixel = static_cast<std::int64_t>(x) + m_state.offset - GetLeft(cell.row);
+    cell.column = FloorDivide(pixel, m_metrics.cellWidth);
+    return row >= 0 && row < rowCount;
+}
+
+ScrollRange TextView::GetRowScroll()
+{
+    return {GetLastRow(), GetPageRows(), m_state.top};
+}
+
+ScrollRange TextView::GetPixelScroll()
+{
+    return {std::max(Limited(m_widest), 1) - 1, m_metrics.width, m_state.offset};
+}
+
+void TextView::ScrollToTop(std::int64_t top)
+{
+    const int last = std::max(m_rows.GetRowCount() - GetPageRows(), 0);
+    m_state.top = static_cast<int>(std::clamp<std::int64_t>(top, 0, last));
+}
+
+void TextView::ScrollToOffset(std::int64_t offset)
+{
+    GetLeft(m_state.top);
+    const std::int64_t last = std::max<std::int64_t>(Limited(m_widest) - m_metrics.width, 0);
+    m_state.offset = static_cast<int>(std::clamp<std::int64_t>(offset, 0, last));
+}
+
+void TextView::ScrollBy(std::int64_t rows, std::int64_t columns)
+{
+    ScrollToTop(m_state.top + rows);
+    ScrollToOffset(m_state.offset + columns * m_metrics.cellWidth);
+}
+
+void TextView::ScrollToRow(int top)
+{
+    ScrollToTop(top);
+}
+
+void TextView::ScrollToPixel(int offset)
+{
+    ScrollToOffset(offset);
+}
+
+void TextView::EnsureVisible(Place place, int rowCount, int columnCount)
+{
+    place.row = std::clamp(place.row, 0, GetLastRow());
+    place.column = std::max(place.column, 0);
+    const std::int64_t missing = static_cast<std::int64_t>(place.row) + std::max(rowCount, 1) - GetPageRows();
+    ScrollToTop(std::min<std::int64_t>(std::max<std::int64_t>(m_state.top, missing), place.row));
+
+    if (columnCount <= 0)
+        return;
+    const std::int64_t begin = GetPixel(place);
+    const std::int64_t end = begin + static_cast<std::int64_t>(columnCount) * m_metrics.cellWidth;
+    m_widest = std::max(m_widest, end);
+    if (begin < m_state.offset)
+        ScrollToOffset(place.column == 0 ? 0 : begin); // the margin comes along with the first column
+    if (end - m_state.offset > m_metrics.width)
+        ScrollToOffset(std::min(end - m_metrics.width, begin));
+}
+
+Place TextView::Bounded(std::int64_t row, int column)
+{
+    if (m_rows.GetRowCount() <= 0)
+        return {};
+    const int bounded = static_cast<int>(std::clamp<std::int64_t>(row, 0, GetLastRow()));
+    return {bounded, std::clamp(column, 0, std::max(m_rows.GetRowColumnCount(bounded), 0))};
+}
+
+void TextView::SetCaret(Place place, Caret mode)
+{
+    m_state.caret = place;
+    if (mode == Caret::Move)
+        m_state.anchor = place;
+}
+
+void TextView::MoveCaret(Place place, Caret mode)
+{
+    SetCaret(place, mode);
+    m_goalColumn = place.column;
+    EnsureVisible(place, 1, 1);
+}
+
+void TextView::MoveRow(std::int64_t row, Caret mode)
+{
+    SetCaret(Bounded(row, m_goalColumn), mode);
+    EnsureVisible(m_state.caret, 1, 1);
+}
+
+void TextView::Focus(Place place, bool bottom)
+{
+    const Place bounded = Bounded(place.row, place.column);
+    const bool inView = bounded.row >= m_state.top && bounded.row - m_state.top < GetPageRows();
+    if (!inView)
+        ScrollToTop(bottom ? static_cast<std::int64_t>(bounded.row) - GetPageRows() + 1 : bounded.row);
+    MoveCaret(bounded, Caret::Move);
+}
+
+void TextView::Select(Place place)
+{
+    m_state.anchor = Bounded(place.row, place.column);
+}
+
+void TextView::SelectAll()
+{
+    m_state.anchor = {};
+    m_state.caret = Bounded(GetLastRow(), kRowEnd);
+    m_goalColumn = m_state.caret.column;
+}
+
+void TextView::RowsChanged()
+{
+    m_state.caret = Bounded(m_state.caret.row, m_state.caret.column);
+    m_state.anchor = Bounded(m_state.anchor.row, m_state.anchor.column);
+    ScrollBy(0, 0);
+}
+
+void TextView::MoveRows(int row, int delta)
+{
+    // What stood in a removed row goes to the row above.
+    const auto moved = [row, delta](int from) -> int {
+        if (from >= row)
+            return Limited(std::max<std::int64_t>(static_cast<std::int64_t>(from) + delta, 0));
+        const std::int64_t above = static_cast<std::int64_t>(row) + delta - 1;
+        return static_cast<int>(std::max<std::int64_t>(std::min<std::int64_t>(from, above), 0));
+    };
+    m_state.caret.row = moved(m_state.caret.row);
+    m_state.anchor.row = moved(m_state.anchor.row);
+    m_state.top = moved(m_state.top);
+}
+
+void TextView::Reload()
+{
+    m_state = {};
+    m_goalColumn = 0;
+    m_widest = 0;
+    ScrollBy(0, 0);
+}
+
+void TextView::Move(Motion motion, Caret mode)
+{
+    const Place caret = Bounded(m_state.caret.row, m_state.caret.column);
+    const std::int64_t row = caret.row;
+    const int page = GetPageRows();
+    switch (motion)
+    {
+    case Motion::Left:
+        if (caret.column > 0)
+            return MoveCaret({caret.row, caret.column - 1}, mode);
+        return MoveCaret(row > 0 ? Bounded(row - 1, kRowEnd) : caret, mode);
+    case Motion::Right:
+        if (caret.column < Bounded(row, kRowEnd).column)
+            return MoveCaret({caret.row, caret.column + 1}, mode);
+        return MoveCaret(row < GetLastRow() ? Place{caret.row + 1, 0} : caret, mode);
+    case Motion::RowBegin:
+        return MoveCaret({caret.row, 0}, mode);
+    case Motion::RowEnd:
+        return MoveCaret(Bounded(row, kRowEnd), mode);
+    case Motion::Up:
+        return MoveRow(row - 1, mode);
+    case Motion::Down:
+        return MoveRow(row + 1, mode);
+    case Motion::PageUp:
+        ScrollBy(-page, 0);
+        return MoveRow(row - page, mode);
+    case Motion::PageDown:
+        ScrollBy(page, 0);
+        return MoveRow(row + page, mode);
+    case Motion::WindowTop:
+        return MoveRow(m_state.top, mode);
+    case Motion::WindowBottom:
+        return MoveRow(static_cast<std::int64_t>(m_state.top) + page - 1, mode);
+    case Motion::Begin:
+        return MoveCaret({}, mode);
+    case Motion::End:
+        return MoveCaret(Bounded(GetLastRow(), kRowEnd), mode);
+    case Motion::ScrollLeft:
+        return ScrollBy(0, -kScrolledColumns);
+    case Motion::ScrollRight:
+        return ScrollBy(0, kScrolledColumns);
+    case Motion::ScrollUp:
+        return ScrollBy(-1, 0);
+    case Motion::ScrollDown:
+        return ScrollBy(1, 0);
+    }
+}
+
+Place TextView::PlaceAt(int x, int y)
+{
+    const int line = std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight;
+    const Place row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
+    const std::int64_t pixel = std::clamp<std::int64_t>(x, 0, m_metrics.width) + m_state.offset;
+    const std::int64_t fromLeft = pixel - GetLeft(row.row) + m_metrics.cellWidth / 2; // the nearer edge
+    return Bounded(row.row, FloorDivide(fromLeft, m_metrics.cellWidth));
+}
+
+void TextView::Click(int x, int y, Caret mode)
+{
+    // A row at the edge is not scrolled into view: a double click's second click must meet the same row.
+    SetCaret(PlaceAt(x, y), mode);
+    m_goalColumn = m_state.caret.column;
+}
+
+bool TextView::Autoscroll(int x, int y)
+{
+    const int rows = UnitsOutside(y, m_metrics.height, m_metrics.rowHeight);
+    const int columns = UnitsOutside(x, m_metrics.width, m_metrics.cellWidth);
+    if (rows == 0 && columns == 0)
+        return false;
+    ScrollBy(std::clamp(rows, -GetPageRows(), GetPageRows()),
+             std::clamp(columns, -GetPageColumns(), GetPageColumns()));
+    DragTo(x, y);
+    return true;
+}
+
+void TextView::Wheel(int delta, unsigned linesPerNotch)
+{
+    const unsigned page = static_cast<unsigned>(GetPageRows());
+    ScrollBy(-static_cast<std::int64_t>(m_wheel.Add(delta, static_cast<int>(std::min(linesPerNotch, page)))),
+             0);
+}
+
+void TextView::WheelAcross(int delta, unsigned columnsPerNotch)
+{
+    const unsigned page = static_cast<unsigned>(GetPageColumns());
+    ScrollBy(0, m_wheelAcross.Add(delta, static_cast<int>(std::min(columnsPerNotch, page))));
+}
+
+Range GetChangedRows(const State& before, const State& after)
+{
+    if (before.caret == after.caret && before.anchor == after.anchor)
+        return {};
+    int first = std::min(before.caret.row, after.caret.row);
+    int last = std::max(before.caret.row, after.caret.row);
+    if (before.anchor != after.anchor)
+    {
+        first = std::min({first, before.anchor.row, after.anchor.row});
+        last = std::max({last, before.anchor.row, after.anchor.row});
+    }
+    return {first, last == kMaxInt ? last : last + 1};
+}
+} // namespace textview

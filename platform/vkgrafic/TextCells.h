@@ -1,0 +1,40 @@
+// Which part of a text lies where: the arithmetic of GraphicText. Plain integers; no window system.
+#pragma once
+
+namespace vkgrafic
+{
+
+// Pixels, `end` excluded.
+struct Span
+{
+    int begin;
+    int end;
+};
+
+// Characters of a text.
+struct Part
+{
+    int first;
+    int count;
+};
+
+// The cells of a row of `length` cells, `cellWidth` pixels each, from `x` on, that may colour a pixel of
+// `clip`. A glyph may reach over into the cells beside its own, so one more is counted at either end.
+Part VisibleCells(int x, int length, int cellWidth, Span clip);
+
+// How a byte is shown: a tab as a blank, any other control character as the placeholder.
+constexpr unsigned char kPlaceholder = 0xB7; // a middle dot
+unsigned char VisibleByte(unsigned char byte);
+
+// Where in a room something stands.
+enum class Align
+{
+    Begin,
+    Middle,
+    End
+};
+
+// Where something `size` long begins in `room`. What does not fit shows its beginning when in the middle.
+int AlignedBegin(Span room, int size, Align align);
+
+} // namespace vkgrafic

@@ -1,0 +1,145 @@
+#!/bin/bash
+# Drives LogDesk from outside, by the keys and the mouse of a virtual X display, and reads what it shows.
+#   desk_test.sh BIN_FOLDER
+# Exit code 77, "skipped", where there is no virtual display.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+bin=$1
+
+if [[ -z ${DESK_TEST_RUNS-} ]]; then
+    for tool in xvfb-run xdotool xclip; do
+        command -v "$tool" >/dev/null || { echo "There is no $tool here"; exit 77; }
+    done
+    unset DISPLAY
+    DESK_TEST_RUNS=1 WINE_GRAPHICS=x11 exec "$root/tools/with-wine.sh" "$0" "$@"
+fi
+. "$root/tools/wine-env.sh"
+
+work=$(mktemp -d)
+trap 'kill "${desk-}" 2>/dev/null || true; rm -rf "$work"' EXIT
+QM_PROFILE=$(windows_path "$work/Profile.ini")
+export QM_PROFILE
+session=$work/session
+
+fail() {
+    echo "FAILED: $*"
+    probe || true
+    exit 1
+}
+
+logtool() { wine "$bin/logtool.exe" --folder "$(windows_path "$session")" "$@"; }
+probe() { wine "$bin/desk_probe.exe" LogDeskFrame | tr -d '\r'; }
+
+# until_shown PATTERN: waits until a line of the window's state matches.
+until_shown() {
+    local tries
+    for ((tries = 0; tries < 40; ++tries)); do
+        shown=$(probe || true)
+        ! grep -qE -- "$1" <<<"$shown" || return 0
+        sleep 0.05
+    done
+    fail "$1 is not shown"
+}
+
+# start OPTION...: LogDesk, in the foreground once this returns.
+start() {
+    wine "$bin/LogDesk.exe" "$@" </dev/null >"$work/output" 2>&1 &
+    desk=$!
+    until_shown "^title: .*LogDesk$"
+}
+
+# LogDesk ends by Alt+F4 and answers 0.
+leave() {
+    local code=0
+    keys alt+F4
+    wait "$desk" || code=$?
+    ((code == 0)) || fail "LogDesk ended with $code"
+}
+
+keys() { xdotool key --delay 20 "$@"; }
+
+# The clipboard's text, as it is after Ctrl+C.
+copied() {
+    keys ctrl+c
+    xclip -o -selection clipboard
+}
+
+text_window() { sed -n "s/^QmTextCtrl \([0-9 ]*\) visible$/\1/p" <<<"$shown"; }
+
+# click X Y [BUTTON]: relative to the text window.
+click() {
+    local left top rest
+    read -r left top rest < <(text_window)
+    xdotool mousemove "$((left + $1))" "$((top + $2))" click "${3-1}"
+}
+
+echo "Opened: the session's rows, none deleted"
+mkdir "$session"
+printf '\nLoad the jobs' | logtool write Main
+printf 'first job\nsecond job\nthird job' | logtool write Run --block 'The jobs'
+printf 'the depot does not answer' | logtool write Main --kind error --block 'Copy failed'
+start --open "$(windows_path "$session")"
+until_shown '^title: Z:.*\\session - LogDesk$'
+until_shown '^pane: 4 rows'
+
+echo "Keys: the caret's row unfolds and folds, the error is found"
+keys ctrl+Home space
+until_shown '^pane: 9 rows'
+keys space
+until_shown '^pane: 4 rows'
+keys alt+Down
+until_shown '^pane: Row 2: Main, number 7$'
+
+echo "Mouse: a click on the fold mark unfolds"
+click 4 14
+until_shown '^pane: 9 rows'
+
+echo "The find bar takes its keys for itself; the text is found in an unfolded row"
+keys ctrl+Home ctrl+f
+xdotool type --delay 20 'third job'
+keys Return
+until_shown '^pane: Row 5: Run, number 5$'
+keys Escape
+
+echo "The selection as text, through the clipboard"
+[[ $(copied) == 'third job' ]] || fail "copied: $(copied)"
+keys ctrl+a
+[[ $(copied) == *$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job\n'*'Copy failed'* ]] || fail "copied: $(copied)"
+
+echo "Another program writes: the rows come, and the last one into view"
+printf '\n%s' {1..60} | logtool write Main
+until_shown '^pane: 69 rows'
+
+echo "The menu, by mouse and keys: following pauses while scrolled up"
+until_shown '^pane: Following$'
+click 15 -12
+keys Right Right Right Down Return
+click 100 100 4
+until_shown '^pane: Following paused$'
+
+leave
+grep -q '^FollowPauses=1' "$work/Profile.ini" || fail "the option is not remembered"
+
+echo "A new session; the earlier one is kept, and another LogDesk does not delete it"
+start --folder "$(windows_path "$session")" --keep 1
+until_shown '^pane: Session started$'
+cmp <(cat "$session"/Session*/Main.LOG | head -c 14) <(printf '\nLoad the jobs') || fail "the session is not kept"
+printf 'written meanwhile' | logtool write Service
+wine "$bin/LogDesk.exe" --folder "$(windows_path "$session")" --screenshot "$(windows_path "$work/a.bmp")"
+[[ $(logtool cat --log Service) == 'written meanwhile' ]] || fail "the session was started again"
+leave
+
+echo "While a program is writing, no session is started and nothing deleted"
+mkfifo "$work/pipe"
+logtool write Service <"$work/pipe" &
+exec 3>"$work/pipe"
+printf '\nstill writing' >&3
+for ((tries = 0; tries < 100; ++tries)); do
+    ! grep -q 'still writing' "$session/Service.LOG" || break
+    sleep 0.05
+done
+start --folder "$(windows_path "$session")" --keep 1
+until_shown '^title: .* \(no session started\) - LogDesk$'
+exec 3>&-
+grep -q 'still writing' "$session/Service.LOG" || fail "the log was deleted"
+leave

@@ -1,0 +1,75 @@
+#include "logdesk/Arguments.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace
+{
+
+using logdesk::StepAction;
+
+logdesk::Arguments Parse(const std::string& line)
+{
+    std::istringstream stream(line);
+    std::vector<std::string> words;
+    for (std::string word; stream >> word;)
+        words.push_back(word == "''" ? "" : word);
+    return logdesk::ParseArguments(words);
+}
+
+TEST(LogDeskArguments, MisuseIsOneLine)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"session", "session: no option of LogDesk, see LogDesk --help"},
+        {"--open", "--open: needs a value"},
+        {"--open ''", "--open: needs a value"},
+        {"--open a --open b", "--open: given twice"},
+        {"--open a --folder b", "--folder: names the folder as --open does: give one of them"},
+        {"--open a --keep 2", "--keep: is for starting a session, and --open starts none"},
+        {"--keep 0", "--keep: '0' is no number from 1 to 1000"},
+        {"--keep 3x", "--keep: '3x' is no number from 1 to 1000"},
+        {"--keep 99999999999", "--keep: '99999999999' is no number from 1 to 1000"},
+        {"--steps home", "--steps: lead to a picture: give --screenshot as well"},
+    };
+    for (const auto& [line, message] : cases)
+    {
+        try
+        {
+            Parse(line);
+            ADD_FAILURE() << line;
+        }
+        catch (const logdesk::UsageError& error)
+        {
+            EXPECT_STREQ(message, error.what()) << line;
+        }
+    }
+    for (const char* step : {"", "Home", "home:1", "down", "down:0", "down:x", "follow", "follow:yes",
+                             "size:800", "size:0x600", "size:800x600x2", "find:", "home,,end"})
+    {
+        EXPECT_THROW(Parse(std::string("--screenshot a.bmp --steps ") + (*step ? step : ",")),
+                     logdesk::UsageError)
+            << step;
+    }
+}
+
+TEST(LogDeskArguments, TellFolderKeepingAndSteps)
+{
+    EXPECT_TRUE(Parse("--nonsense --help").help);
+    EXPECT_FALSE(Parse("--folder c:\\logs --keep 3").open);
+    EXPECT_EQ(3, Parse("--folder c:\\logs --keep 3").keep);
+    EXPECT_EQ("c:\\logs", Parse("--folder c:\\logs --keep 3").folder);
+    EXPECT_TRUE(Parse("--open c:\\old").open);
+
+    const auto steps = Parse("--screenshot a.bmp --steps size:800x600,find:a:b,down:12,follow:off").steps;
+    ASSERT_EQ(4u, steps.size());
+    EXPECT_EQ(StepAction::kSize, steps[0].action);
+    EXPECT_EQ(800, steps[0].count);
+    EXPECT_EQ(600, steps[0].height);
+    EXPECT_EQ("a:b", steps[1].text);
+    EXPECT_EQ(12, steps[2].count);
+    EXPECT_EQ(StepAction::kFollow, steps[3].action);
+    EXPECT_EQ(0, steps[3].count);
+}
+
+} // namespace

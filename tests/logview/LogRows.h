@@ -1,0 +1,206 @@
+// Logs in memory, and what the log view shows of them by its rules read literally, row by row.
+#pragma once
+
+#include "logview/LogSession.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace logview
+{
+
+// Logs as vectors of records and text; counts what is read. Five logs, growing at will.
+class LogRows : public RowSource
+{
+public:
+    // Appends a line to log `file`; numbers count over all logs.
+    void Add(unsigned file, const std::string& line = "x\n", std::uint8_t indent = 0, bool begin = false,
+             QmLogBlockKind kind = kPlainKind)
+    {
+        CQmLogRow row;
+        row.offset = static_cast<std::uint32_t>(texts[file].size());
+        row.indent = indent;
+        row.blockBegin = begin;
+        row.kind = kind;
+        row.time = ++time;
+        rows[file].push_back(row);
+        texts[file] += line;
+    }
+
+    // One line a letter: M, R, O, Q or S for the log.
+    void AddAll(const std::string& letters)
+    {
+        for (const char letter : letters)
+            Add(static_cast<unsigned>(std::strchr("MROQS", letter) - "MROQS"));
+    }
+
+    unsigned long GetRowCount(unsigned file) override { return rows[file].size(); }
+    unsigned long GetTextSize(unsigned file) override { return texts[file].size(); }
+
+    unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count, CQmLogRow* out) override
+    {
+        ++recordReads;
+        const std::size_t size = rows[file].size();
+        count = std::min<unsigned long>(count, first < size ? size - first : 0);
+        std::copy_n(rows[file].begin() + static_cast<std::ptrdiff_t>(std::min(first, size)), count, out);
+        return count;
+    }
+
+    unsigned long ReadText(unsigned file, unsigned long offset, unsigned long size, char* out) override
+    {
+        ++textReads;
+        bytesRead += size;
+        return offset < texts[file].size() ? texts[file].copy(out, size, offset) : 0;
+    }
+
+    bool Find(unsigned file, unsigned long number, bool forward, unsigned long& found,
+              unsigned long& row) override
+    {
+        const std::vector<CQmLogRow>& log = rows[file];
+        if (log.empty())
+            return false;
+        const auto at = std::partition_point(log.begin(), log.end(), [=](const CQmLogRow& each) {
+            return forward ? each.time < number : each.time <= number;
+        });
+        const std::size_t before = static_cast<std::size_t>(at - log.begin());
+        row = forward ? std::min(before, log.size() - 1) : std::max<std::size_t>(before, 1) - 1;
+        if (log.size() > 1)
+            found = log[row].time;
+        return true;
+    }
+
+    std::vector<CQmLogRow> rows[kFileCount];
+    std::string texts[kFileCount];
+    std::uint32_t time = 0;
+    unsigned recordReads = 0;
+    unsigned textReads = 0;
+    unsigned long bytesRead = 0;
+};
+
+// Branches in plain lists, walked from the beginning; for sessions without damage.
+class LiteralView
+{
+public:
+    explicit LiteralView(RowSource& source) : m_source(source) {}
+
+    std::uint32_t Size() const { return Size(m_root); }
+    void Refresh() { m_root.count = static_cast<std::uint32_t>(m_source.GetRowCount(0)); }
+    RowPlace Translate(std::uint32_t row) { return Locate(row).first; }
+
+    bool GetExpanded(std::uint32_t row, bool& expanded)
+    {
+        CQmLogRow a;
+        CQmLogRow b;
+        const RowPlace first = Translate(row);
+        const RowPlace second = Translate(row + 1);
+        if (!Read(first, a) || !Read(second, b))
+            return false;
+        if (b.time == a.time + 1 && (first.file == second.file || b.indent < a.indent))
+            return false;
+        expanded = b.time == a.time + 1;
+        return true;
+    }
+
+    bool Expand(std::uint32_t row)
+    {
+        bool expanded = false;
+        if (!GetExpanded(row, expanded) || expanded)
+            return expanded;
+        const auto [place, branch] = Locate(row);
+        CQmLogRow record;
+        Read(place, record);
+        const std::uint32_t first = record.time + 1;
+        std::uint32_t last = Read({place.file, place.row + 1}, record) ? record.time - 1 : 0;
+        if (last < first)
+            last = 0xFFFFFFFF;
+        for (std::uint32_t file = 0; file < kFileCount; ++file)
+            for (std::uint32_t at = 0; Read({file, at}, record); ++at)
+                if (record.time == first)
+                {
+                    Branch added{place.row + 1, at, file, 0, {}};
+                    while (Read({file, at++}, record) && record.time <= last)
+                        ++added.count;
+                    auto where = branch->children.begin();
+                    while (where != branch->children.end() && where->position < added.position)
+                        ++where;
+                    if (where == branch->children.end() || where->position != added.position)
+                        branch->children.insert(where, added);
+                    return true;
+                }
+        return false;
+    }
+
+    bool ExpandAll(std::uint32_t row)
+    {
+        const std::uint32_t before = Size();
+        const bool done = Expand(row);
+        for (std::uint32_t at = row + 1; at <= row + (Size() - before); ++at)
+            Expand(at);
+        return done;
+    }
+
+    bool Collapse(std::uint32_t row) { return Collapse(m_root, row + 1); }
+
+private:
+    struct Branch
+    {
+        std::uint32_t position = 0, row = 0, file = 0, count = 0;
+        std::vector<Branch> children;
+    };
+
+    static std::uint32_t Size(const Branch& branch)
+    {
+        std::uint32_t size = branch.count;
+        for (const Branch& child : branch.children)
+            size += Size(child);
+        return size;
+    }
+
+    bool Read(RowPlace place, CQmLogRow& row)
+    {
+        return m_source.ReadRows(place.file, place.row, 1, &row) == 1;
+    }
+
+    std::pair<RowPlace, Branch*> Locate(std::uint32_t row)
+    {
+        Branch* branch = &m_root;
+        for (std::size_t i = 0; i < branch->children.size() && row >= branch->children[i].position;)
+        {
+            Branch& child = branch->children[i];
+            if (row < child.position + Size(child))
+            {
+                row = row - child.position + child.row;
+                branch = &child;
+                i = 0;
+                continue;
+            }
+            row -= Size(child);
+            ++i;
+        }
+        return {{branch->file, row}, branch};
+    }
+
+    static bool Collapse(Branch& branch, std::uint32_t row)
+    {
+        for (std::size_t i = 0; i < branch.children.size(); ++i)
+        {
+            Branch& child = branch.children[i];
+            if (Collapse(child, row - child.position + child.row))
+                return true;
+            if (child.position == row)
+            {
+                branch.children.erase(branch.children.begin() + static_cast<std::ptrdiff_t>(i));
+                return true;
+            }
+            row -= Size(child);
+        }
+        return false;
+    }
+
+    RowSource& m_source;
+    Branch m_root;
+};
+
+} // namespace logview

@@ -1,0 +1,324 @@
+#include "tests/logview/LogRows.h"
+
+#include "QmLogReader.h"
+#include "logview/LogNames.h"
+#include "logview/MarginZones.h"
+#include "logview/ReaderRows.h"
+#include "logview/RowCache.h"
+#include "logview/SelectionText.h"
+#include "tests/support/MemorySession.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace logview
+{
+namespace
+{
+
+using Random = std::mt19937;
+
+unsigned Below(Random& random, std::size_t end)
+{
+    return static_cast<unsigned>(random() % end);
+}
+
+// The displayed rows as "<log><row> ", the log by its letter.
+std::string Shown(const LogSession& session)
+{
+    std::string text;
+    for (int row = 0; row < session.GetRowCount(); ++row)
+        text += "MROQS"[session.Translate(row).file] + std::to_string(session.Translate(row).row) + ' ';
+    return text;
+}
+
+void ExpectSame(const LogSession& session, LiteralView& literal)
+{
+    ASSERT_EQ(literal.Size(), static_cast<std::uint32_t>(session.GetRowCount()));
+    for (std::uint32_t row = 0; row <= literal.Size(); ++row)
+    {
+        const RowPlace place = session.Translate(row);
+        ASSERT_EQ(literal.Translate(row).file, place.file) << row;
+        ASSERT_EQ(literal.Translate(row).row, place.row) << row;
+    }
+}
+
+// What a page holds is what the rows tell one by one.
+void ExpectSamePage(RowSource& source, const LogSession& session, int first)
+{
+    RowCache cache(source);
+    cache.Prepare(session, first, 20);
+    for (int row = first; row < std::min(first + 20, session.GetRowCount()); ++row)
+    {
+        const CachedRow* const cached = cache.Get(row);
+        std::string line;
+        bool expanded = false;
+        ASSERT_TRUE(cached != nullptr && session.ReadLine(row, line));
+        EXPECT_EQ(line, cached->text);
+        EXPECT_EQ(session.GetColumnCount(row), static_cast<int>(cached->length));
+        EXPECT_EQ(session.GetExpanded(row, expanded), cached->foldable);
+        EXPECT_EQ(expanded, cached->expanded);
+    }
+}
+
+// A text row, a block that begins or one that ends, in any of the logs.
+void WriteStep(Random& random)
+{
+    CQmLogWriter& log = QmLogWriterDefine(GetLogName(static_cast<int>(Below(random, kFileCount))));
+    const unsigned step = Below(random, 6);
+    if (step == 0)
+        log.BlockBegin(static_cast<QmLogBlockKind>(Below(random, 4)));
+    else if (step == 1)
+        log.BlockEnd();
+    else
+        log.Write(Below(random, 2) != 0 ? "text\nmore\n" : "rather a long line of text\n");
+}
+
+TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
+{
+    for (unsigned seed = 0; seed < 30; ++seed)
+    {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        MemorySession memory;
+        ReaderRows source;
+        LogSession session(source);
+        LiteralView literal(source);
+        for (unsigned step = 0; step < 60; ++step)
+        {
+            for (unsigned writes = Below(random, 4); writes > 0; --writes)
+                WriteStep(random);
+            session.Refresh(0);
+            literal.Refresh();
+            const unsigned at = Below(random, literal.Size() + 1);
+            const int row = static_cast<int>(at);
+            const int before = session.GetRowCount();
+            const std::string above = Shown(session);
+            RowChange change;
+            switch (Below(random, 4))
+            {
+            case 0:
+                EXPECT_EQ(literal.Collapse(at), session.Collapse(row, change));
+                break;
+            case 1:
+                // Nested rests of the session would fill the screen.
+                if (literal.Size() < 500)
+                    EXPECT_EQ(literal.ExpandAll(at), session.ExpandAll(row, change));
+                break;
+            default:
+                EXPECT_EQ(literal.Expand(at), session.Expand(row, change));
+            }
+            EXPECT_EQ(before + change.delta, session.GetRowCount());
+            ExpectSame(session, literal);
+            ExpectSamePage(source, session, row);
+            if (testing::Test::HasFailure())
+                break;
+        }
+        for (int file = 0; file < static_cast<int>(kFileCount); ++file)
+            QmLogReaderDefine(GetLogName(file)).Close();
+    }
+}
+
+TEST(LogSession, UnfoldsToTheEndWhereItsOwnLogHasEnded)
+{
+    LogRows logs;
+    logs.AddAll("MRQMQ");
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    EXPECT_FALSE(session.Expand(1, change)); // nothing is displayed behind it
+    EXPECT_TRUE(session.Expand(0, change));
+    EXPECT_EQ("M0 R0 M1 ", Shown(session));
+    EXPECT_TRUE(session.SwitchAll(1, change));
+    EXPECT_EQ("M0 R0 Q0 M1 Q1 M1 ", Shown(session));
+    EXPECT_EQ(2, change.row);
+    EXPECT_EQ(3, change.delta);
+    EXPECT_TRUE(session.Switch(0, change)); // unfolded: folds with all within
+    EXPECT_EQ("M0 M1 ", Shown(session));
+    EXPECT_FALSE(session.Collapse(0, change));
+    EXPECT_FALSE(session.Collapse(-1, change));
+}
+
+TEST(LogSession, TakesTheNextNumberThereIsWhereNumbersAreMissing)
+{
+    LogRows logs;
+    logs.AddAll("MRRM");
+    logs.time = 10;
+    logs.AddAll("QSRM");
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    EXPECT_TRUE(session.Expand(1, change)); // 5 is missing: 11 it is, not a stale row of a log that ended
+    EXPECT_EQ("M0 M1 Q0 M2 ", Shown(session));
+
+    for (unsigned file = 1; file < kFileCount; ++file)
+        logs.rows[file].clear();
+    EXPECT_FALSE(session.Expand(0, change));
+}
+
+// All rows in order of their numbers, and pages of reads rather than reads a row.
+TEST(LogSession, ExpandsAllOfALongSessionInPages)
+{
+    LogRows logs;
+    logs.AddAll("MO");
+    for (int i = 0; i < 20'000; ++i)
+        logs.AddAll("RQR");
+    logs.AddAll("OM");
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    EXPECT_TRUE(session.ExpandAll(0, change));
+    ASSERT_EQ(static_cast<int>(logs.time), session.GetRowCount());
+    EXPECT_LT(logs.recordReads, 600u);
+    CQmLogRow record;
+    for (int row = 0; row < session.GetRowCount(); ++row)
+        ASSERT_TRUE(session.ReadStyle(row, record) && static_cast<int>(record.time) == row + 1) << row;
+}
+
+TEST(LogSession, CountsAStretchByItsNumbers)
+{
+    const auto reads = [](int count) {
+        LogRows logs;
+        logs.AddAll("M" + std::string(static_cast<std::size_t>(count), 'R') + "MRR");
+        LogSession session(logs);
+        session.Refresh(0);
+        RowChange change;
+        EXPECT_TRUE(session.Expand(0, change));
+        EXPECT_EQ(count, change.delta);
+        return logs.recordReads;
+    };
+    EXPECT_LE(reads(1'000'000), 5 * reads(1'000));
+}
+
+TEST(LogSession, EndsOnAnyBytes)
+{
+    for (unsigned seed = 0; seed < 60; ++seed)
+    {
+        Random random(seed);
+        LogRows logs;
+        for (unsigned file = 0; file < kFileCount; ++file)
+        {
+            logs.rows[file].resize(Below(random, 60));
+            for (CQmLogRow& row : logs.rows[file])
+            {
+                std::uint32_t words[5];
+                for (std::uint32_t& word : words)
+                    word = static_cast<std::uint32_t>(random()) >> (seed % 3 == 0 ? 0 : 24);
+                std::memcpy(static_cast<void*>(&row), words, sizeof(row));
+            }
+            logs.texts[file] = std::string(Below(random, 300), 'x');
+        }
+        LogSession session(logs);
+        session.Refresh(0);
+        const std::size_t limit = 16 * 5 * 60 + 1024;
+        for (int step = 0; step < 20; ++step)
+        {
+            const int row =
+                static_cast<int>(Below(random, static_cast<std::size_t>(session.GetRowCount()) + 2)) - 1;
+            const int before = session.GetRowCount();
+            RowChange change;
+            Below(random, 3) == 0 ? session.Collapse(row, change) : session.ExpandAll(row, change);
+            EXPECT_LE(change.delta, static_cast<int>(limit));
+            EXPECT_EQ(before + change.delta, session.GetRowCount());
+            RowCache(logs).Prepare(session, row, 60);
+            int file = 0;
+            unsigned long fileRow = 0;
+            session.FindNeighbour(static_cast<int>(Below(random, kFileCount)), row, step % 2 == 0, true, file,
+                                  fileRow);
+            session.FindError(row, step % 2 != 0);
+            session.GetBlock(0, std::max(row, 0), file, file);
+            GetSelectionText(logs, session, 0, 0, 100, 10);
+        }
+    }
+}
+
+TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
+{
+    LogRows logs;
+    logs.Add(0, "x\n", 0, true);             // 1: M0
+    logs.Add(0, "x\n", 1, true, kErrorKind); // 2: M1
+    logs.Add(1, "x\n", 2);                   // 3: R0
+    logs.Add(0, "x\n", 1);                   // 4: M2
+    logs.Add(0, "x\n", 1, true);             // 5: M3
+    logs.Add(3, "x\n", 2, true, kErrorKind); // 6: Q0
+    logs.Add(0, "x\n", 1);                   // 7: M4
+    logs.Add(0, "x\n", 0);                   // 8: M5
+    LogSession session(logs);
+    session.Refresh(0);
+    int file = -1;
+    unsigned long row = 0;
+    EXPECT_TRUE(session.Find(6, true, file, row) && file == 3 && row == 0); // though a log of one row
+    EXPECT_TRUE(session.Find(9, false, file, row) && file == 1);            // the smallest answer
+    EXPECT_TRUE(session.FindNeighbour(0, 2, true, false, file, row) && file == 1 && row == 0);
+    EXPECT_TRUE(session.FindNeighbour(0, 5, true, true, file, row) && file == 3 && row == 0);
+    EXPECT_TRUE(session.FindNeighbour(0, 2, false, true, file, row) && file == 3 && row == 0);
+    EXPECT_FALSE(session.FindNeighbour(0, 9, true, true, file, row));
+
+    RowChange change;
+    EXPECT_EQ(LogSession::kNoRow, session.FindError(1, true));
+    EXPECT_TRUE(session.Expand(3, change));
+    EXPECT_EQ(4, session.FindError(1, true));
+    EXPECT_EQ(1, session.FindError(4, false));
+    EXPECT_EQ(LogSession::kNoRow, session.FindError(1, false));
+
+    int first = -1;
+    int last = -1;
+    session.GetBlock(0, 2, first, last);
+    EXPECT_TRUE(first == 1 && last == 2); // to the next block of the same depth
+    session.GetBlock(0, 4, first, last);
+    EXPECT_TRUE(first == 3 && last == 4); // to a row of less depth
+}
+
+TEST(RowCache, ReadsNeighboursTogetherAndLongLinesInPart)
+{
+    LogRows logs;
+    logs.AddAll(std::string(100, 'M'));
+    for (int i = 0; i < 40; ++i)
+        logs.AddAll("MR");
+    logs.Add(0, std::string(1'000'000, 'y'));
+    LogSession session(logs);
+    session.Refresh(0);
+    RowCache cache(logs);
+    cache.Prepare(session, 20, 60);
+    EXPECT_TRUE(logs.recordReads == 1 && logs.textReads == 1);
+
+    RowChange change;
+    for (int row = 178; row >= 100; --row)
+        session.Expand(row, change);
+    logs.recordReads = logs.textReads = 0;
+    cache.Prepare(session, 110, 60);
+    EXPECT_TRUE(logs.recordReads == 2 && logs.textReads == 2); // one a log, however they alternate
+
+    logs.bytesRead = 0;
+    cache.Prepare(session, session.GetRowCount() - 10, 60);
+    EXPECT_LT(logs.bytesRead, 3u * RowCache::kLineBytes);
+    EXPECT_EQ(1'000'001u, cache.Get(session.GetRowCount() - 1)->length); // a last line's is one too many
+    EXPECT_EQ(nullptr, cache.Get(session.GetRowCount()));
+}
+
+TEST(SelectionText, CutsTheFirstAndTheLastLine)
+{
+    LogRows logs;
+    logs.Add(0, "first\n");
+    logs.Add(0, std::string(5000, 'y') + '\n');
+    logs.Add(0, "last");
+    LogSession session(logs);
+    session.Refresh(0);
+    EXPECT_EQ("rst\n" + logs.texts[0].substr(6, 5001) + "la", GetSelectionText(logs, session, 0, 2, 2, 2));
+    EXPECT_EQ("irs", GetSelectionText(logs, session, 0, 1, 0, 4));
+    EXPECT_EQ("last", GetSelectionText(logs, session, 2, 0, 9, 99));
+}
+
+TEST(MarginZones, SwitchTheRowWhoseLowerEdgeIsNearest)
+{
+    const struct
+    {
+        int column, x, dy, expected;
+    } cases[] = {
+        {-2, 0, 7, 4}, {-2, 8, 8, 5}, {-2, 9, 8, kNoSwitch}, {-2, -1, 8, kNoSwitch}, {-1, 4, 8, kNoSwitch}};
+    for (const auto& [column, x, dy, expected] : cases)
+        EXPECT_EQ(expected, SwitchedRow(5, column, x, dy, 15, 8)) << column << ' ' << x << ' ' << dy;
+}
+
+} // namespace
+} // namespace logview

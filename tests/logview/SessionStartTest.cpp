@@ -1,0 +1,91 @@
+// The beginning of a session: what is deleted, what is written, and when it is refused.
+
+#include "logview/SessionStart.h"
+
+#include "QmLogReader.h"
+#include "tests/support/MemorySession.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+struct SessionStartTest : testing::Test
+{
+    // What another process has open.
+    HANDLE Open(const char* file, DWORD access, DWORD share)
+    {
+        return session.files.Create(session.Path(file).c_str(), access, share, OPEN_ALWAYS, 0);
+    }
+
+    MemorySession session;
+};
+
+TEST_F(SessionStartTest, ReplacesWhatWasThereByTheHeader)
+{
+    CQmLogWriter& run = QmLogWriterDefine("Run");
+    run.Write("old\n"); // stays open, as a host's writer does
+    const char* text = nullptr;
+    unsigned long length = 0;
+    CQmLogRow row;
+    ASSERT_TRUE(QmLogReaderDefine("Run").Read(0, text, length, row));
+
+    ASSERT_TRUE(logview::StartSession());
+    EXPECT_EQ("", session.Text("Run"));
+    EXPECT_EQ("\nQmLog\n" // a block begins with a fresh line, the first one too
+              "Activated on VK.INI by:\n"
+              "[QmLog]\n"
+              "Active=1\n"
+              "Dev Version: 20041014\n"
+              "Text FilePath: C:\\Logs\\Main.LOG\n"
+              "Log.DAT,Main.LOG and Main.ROW are deleted before each session.\n"
+              "QmLog.LOG contains QmLog internal errors.\n"
+              "Ensure Disk Free Space availability.\n"
+              "S'il n'y a pas d'autres messages, c'est peut-etre que VKFSM n'est pas en version patchee.",
+              session.Text("Main"));
+    const std::string rows = "1 indent 1 kind 0 begin, 1\n"
+                             "7 indent 2 kind 0 begin, 2\n"
+                             "31 indent 3 kind 3 begin, 3\n"
+                             "39 indent 3 kind 3, 4\n";
+    EXPECT_EQ(rows, session.Rows("Main", true).substr(0, rows.size()));
+
+    // Nothing is kept: another process can write, and this one goes on in the new session.
+    const HANDLE other = Open("Log.DAT", GENERIC_READ | GENERIC_WRITE, 0);
+    EXPECT_NE(INVALID_HANDLE_VALUE, other);
+    session.files.Close(other);
+    const unsigned long header = session.Time();
+    run.Write("new");
+    EXPECT_NE(std::string::npos, session.Text("Run").find("new"));
+    EXPECT_EQ(header + 1, session.Time());
+    EXPECT_TRUE(logview::StartSession()) << "again, as for a second window";
+    EXPECT_EQ("", session.Text("Run"));
+}
+
+TEST_F(SessionStartTest, TouchesNothingWhileAFileIsInUse)
+{
+    QmLogWriterDefine("Main").Write("kept");
+    QmLogWriterCloseAll();
+    const std::string kept = session.Text("Main");
+    for (const char* const file : {"Main.LOG", "SQL.ROW", "Log.DAT"})
+    {
+        const HANDLE reader = Open(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        EXPECT_FALSE(logview::StartSession()) << file;
+        session.files.Close(reader);
+        EXPECT_EQ(kept, session.Text("Main")) << file;
+    }
+    EXPECT_TRUE(logview::StartSession());
+
+    session.manager.folder.clear();
+    EXPECT_FALSE(logview::StartSession()) << "without a log folder";
+    EXPECT_FALSE(logview::WriteSampleSession());
+}
+
+TEST_F(SessionStartTest, TheSampleSessionHasAnErrorAndNoDamage)
+{
+    ASSERT_TRUE(logview::WriteSampleSession());
+    EXPECT_NE(std::string::npos, session.Rows("Main").find("kind 2 begin"));
+    EXPECT_EQ(1u, session.Text("SQL").find("SQL 1\nselect * from table;\nSQL 2\n"));
+    EXPECT_EQ(1u, session.Text("Source").find("Key="));
+}
+
+} // namespace

@@ -1,0 +1,511 @@
+// The log text window and its browser: keys, mouse, timer, commands, clipboard, and what is painted.
+
+#include "QmLogBrowser.h"
+#include "QmLogReader.h"
+#include "QmLogWriter.h"
+#include "qmcommon/QmCommandList.h"
+#include "tests/support/GdiObjects.h"
+#include "tests/support/LogFolder.h"
+#include "tests/support/Process.h"
+
+#include <set>
+
+namespace
+{
+
+constexpr UINT_PTR kRefreshTimer = 9504;
+
+class LogTextTest : public LogFolderTest
+{
+protected:
+    LogTextTest()
+    {
+        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
+                       nullptr);
+    }
+
+    ~LogTextTest() override
+    {
+        frame.DestroyWindow();
+        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+            QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
+        QmLogWriterCloseAll();
+    }
+
+    void Open(bool start = true)
+    {
+        browser.GetTextCtrl().SetStartSession(start);
+        ASSERT_TRUE(browser.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 600, 400), &frame, 7));
+        text.SetFocus();
+    }
+
+    // A session with an error and unfoldable rows, shown from its first row.
+    void OpenSample()
+    {
+        Open();
+        text.SetFollow(false);
+        text.WriteTest();
+        Tick();
+        text.Focus(0, 0, false);
+    }
+
+    void Tick() { text.SendMessage(WM_TIMER, kRefreshTimer); }
+
+    // As the message loop does with a pressed key, `modifier` held.
+    void Press(UINT key, int modifier = 0)
+    {
+        BYTE keys[256] = {};
+        keys[modifier] = modifier != 0 ? 0x80 : 0;
+        ::SetKeyboardState(keys);
+        MSG message = {};
+        message.hwnd = text.GetSafeHwnd();
+        message.message = modifier == VK_MENU ? WM_SYSKEYDOWN : WM_KEYDOWN;
+        message.wParam = key;
+        if (!CWnd::WalkPreTranslateTree(frame.GetSafeHwnd(), &message))
+            ::DispatchMessage(&message);
+        keys[modifier] = 0;
+        ::SetKeyboardState(keys);
+    }
+
+    // From the row's top and the unscrolled left edge.
+    CPoint PointIn(int row, int x, int dy)
+    {
+        return CPoint(x, (row - text.GetTopRow()) * text.GetRowHeight() + dy);
+    }
+
+    void Click(UINT message, CPoint point)
+    {
+        text.SendMessage(message, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        text.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
+    }
+
+    // The first row from `row` on that is folded.
+    int FoldedRow(int row = 0)
+    {
+        bool expanded = false;
+        while (row < text.GetRowCount() && (!text.GetExpanded(row, expanded) || expanded))
+            ++row;
+        return row;
+    }
+
+    CQmLogRow Style(int row)
+    {
+        unsigned long fileRow = 0;
+        CQmLogRow record;
+        text.DefineReader(row, fileRow).ReadStyle(fileRow, record);
+        return record;
+    }
+
+    // The colours painted in a row, from pixel `left` up to `right`.
+    std::set<COLORREF> Colors(int row, int left, int right)
+    {
+        text.UpdateWindow();
+        CClientDC dc(&text);
+        std::set<COLORREF> colors;
+        const CPoint top = PointIn(row, 0, 0);
+        for (int x = left; x < right; ++x)
+            for (int y = 0; y < text.GetRowHeight(); ++y)
+                colors.insert(dc.GetPixel(x, static_cast<int>(top.y) + y));
+        return colors;
+    }
+
+    CWnd frame;
+    CQmLogBrowser browser;
+    CQmLogTextCtrl& text = browser.GetTextCtrl();
+};
+
+std::string ClipboardText(CWnd& owner)
+{
+    if (!owner.OpenClipboard())
+        return "(none)";
+    const HANDLE block = ::GetClipboardData(CF_TEXT);
+    const std::string content = block != nullptr ? static_cast<const char*>(::GlobalLock(block)) : "(none)";
+    ::CloseClipboard();
+    return content;
+}
+
+TEST_F(LogTextTest, StartsASessionAndShowsWhatAnotherProcessWrites)
+{
+    QmLogWriterDefine("Main").Write("an earlier session");
+    Open();
+    EXPECT_TRUE(text.IsSessionStarted());
+    EXPECT_EQ(0u, Contents("Main.LOG").find("\nQmLog\nActivated on VK.INI by:"));
+    const int header = text.GetRowCount();
+    EXPECT_EQ(static_cast<int>(Rows("Main").size()), header) << "shown without waiting for the timer";
+
+    Child writer;
+    for (int line = 0; line < 50; ++line)
+        ASSERT_EQ("true", writer.Ask("write Main |line " + std::to_string(line)));
+    EXPECT_EQ(header, text.GetRowCount());
+    Tick();
+    EXPECT_EQ(header + 50, text.GetRowCount());
+    EXPECT_TRUE(text.IsAtEnd()) << "follows";
+
+    text.SetFollowPauses(true);
+    Press(VK_HOME, VK_CONTROL);
+    ASSERT_TRUE(text.IsFollowPaused());
+    writer.Ask("write Main |more");
+    Tick();
+    EXPECT_EQ(0, text.GetTopRow());
+    Press(VK_END, VK_CONTROL);
+    EXPECT_FALSE(text.IsFollowPaused());
+    writer.Ask("write Main |and more|and more");
+    Tick();
+    EXPECT_TRUE(text.IsAtEnd());
+
+    EXPECT_FALSE(text.Browse(5));
+    EXPECT_FALSE(text.Browse(-1));
+}
+
+TEST_F(LogTextTest, AnEarlierSessionIsShownAndKept)
+{
+    QmLogWriterDefine("Main").Write("kept\nkept");
+    QmLogWriterCloseAll();
+    Open(false);
+    EXPECT_EQ(2, text.GetRowCount());
+    EXPECT_EQ("\nkept\nkept", "\n" + Contents("Main.LOG").substr(Contents("Main.LOG").find("kept")));
+    EXPECT_FALSE(text.IsSessionStarted());
+}
+
+// To wait for another process's writer would hang the program.
+TEST_F(LogTextTest, DoesNotWaitForASessionThatCannotBeStarted)
+{
+    Child writer;
+    writer.Ask("write Main |busy");
+    Open();
+    EXPECT_FALSE(text.IsSessionStarted());
+    EXPECT_EQ("|busy", "|" + Contents("Main.LOG").substr(1));
+    text.WriteTest();
+    EXPECT_EQ("", Contents("SQL.LOG"));
+}
+
+TEST_F(LogTextTest, DoesNotWaitForCountersThatCannotBeMade)
+{
+    SetVariable("QM_LOG_FOLDER", "Z:\\proc\\");
+    Open();
+    EXPECT_FALSE(text.IsSessionStarted());
+    Tick();
+    text.UpdateWindow();
+    EXPECT_EQ(0, text.GetRowCount());
+}
+
+TEST_F(LogTextTest, SpaceEnterAndClicksFold)
+{
+    OpenSample();
+    const int rows = text.GetRowCount();
+    const int row = FoldedRow();
+    ASSERT_LT(row, rows);
+
+    text.Focus(row, 0, false);
+    Press(VK_SPACE);
+    const int unfolded = text.GetRowCount();
+    EXPECT_GT(unfolded, rows);
+    EXPECT_EQ(row, text.GetCaretRow());
+    EXPECT_NE(0, text.GetRowFile(row + 1)) << "the rows of another log come next";
+    Press(VK_SPACE);
+    EXPECT_EQ(rows, text.GetRowCount());
+    Press(VK_RETURN);
+    EXPECT_GT(text.GetRowCount(), unfolded);
+    Press(VK_RETURN);
+    EXPECT_EQ(rows, text.GetRowCount());
+    text.Focus(0, 0, false);
+    Press(VK_SPACE); // nothing to fold there
+    EXPECT_EQ(rows, text.GetRowCount());
+
+    // The mark straddles the edge between two rows; either half of it belongs to the upper one.
+    text.EnsureVisible(row, 0, 2, 0);
+    const int height = text.GetRowHeight();
+    Click(WM_LBUTTONDOWN, PointIn(row, 4, height - 2));
+    EXPECT_EQ(unfolded, text.GetRowCount());
+    Click(WM_LBUTTONDOWN, PointIn(row + 1, 4, 2));
+    EXPECT_EQ(rows, text.GetRowCount());
+    Click(WM_LBUTTONDOWN, PointIn(row, 4, 2)); // the mark of the row above, which has none
+    EXPECT_EQ(rows, text.GetRowCount());
+
+    // Far up, where it unfolds out of sight, the caret stays on its text.
+    text.Focus(rows - 1, 0, false);
+    const unsigned long number = Style(rows - 1).time;
+    text.ExpandAll(row);
+    EXPECT_EQ(number, Style(text.GetCaretRow()).time);
+}
+
+TEST_F(LogTextTest, KeysGoThroughErrorsAndTime)
+{
+    OpenSample();
+    Press(VK_DOWN, VK_MENU);
+    const int error = text.GetCaretRow();
+    EXPECT_EQ(kErrorKind, Style(error).kind);
+    EXPECT_EQ(1, Style(error).blockBegin);
+    Press(VK_DOWN, VK_MENU);
+    EXPECT_EQ(error, text.GetCaretRow()) << "the last one";
+    text.Focus(text.GetRowCount() - 1, 0, false);
+    Press(VK_UP, VK_MENU);
+    EXPECT_EQ(error, text.GetCaretRow());
+    for (const int row : {0, 1})
+    {
+        text.Focus(row, 0, false);
+        Press(VK_UP, VK_MENU);
+        EXPECT_EQ(row, text.GetCaretRow());
+    }
+
+    Press(VK_DOWN, VK_CONTROL);
+    EXPECT_EQ(2, text.GetCaretRow()) << "the next number is the next row of the same log";
+    Press(VK_UP, VK_CONTROL);
+    EXPECT_EQ(1, text.GetCaretRow());
+
+    int file = 0;
+    unsigned long fileRow = 0;
+    unsigned long time = Style(1).time;
+    while (text.Find(++time, true, file, fileRow) && file == 0)
+    {
+    }
+    Press(VK_NEXT, VK_CONTROL);
+    EXPECT_EQ(static_cast<int>(fileRow), text.GetCaretRow()) << "the row's index in the other log";
+}
+
+TEST_F(LogTextTest, OffersItsCommandsInOrder)
+{
+    OpenSample();
+    const auto describe = [](CQmCommandList& list) {
+        std::string description;
+        for (const auto& entry : list.GetEntries())
+        {
+            if (entry == nullptr)
+            {
+                description += "-\n";
+                continue;
+            }
+            const char* const caption = entry->GetCaption();
+            description += (caption != nullptr ? caption : "(hidden)") +
+                           (" " + std::to_string(entry->GetKey())) + " " +
+                           std::to_string(entry->GetModifiers()) + (entry->IsChecked() ? " checked\n" : "\n");
+        }
+        return description;
+    };
+    const std::string rest = "&Follow Mode 0 0 checked\n"
+                             "-\n"
+                             "Go to Previous Error 38 16\n"
+                             "Go to Next Error 40 16\n"
+                             "-\n"
+                             "&Find... 70 8\n"
+                             "Find &Next 114 0\n"
+                             "Find &Previous 114 4\n"
+                             "-\n"
+                             "Select &All 65 8\n"
+                             "&Copy 67 8\n"
+                             "-\n"
+                             "Test [DEBUG] 0 0\n";
+    text.SetFollow(true);
+    const std::pair<const char*, const char*> folds[] = {
+        {"(hidden) 32 0\n", "(hidden) 13 0\n"},
+        {"Expand 32 0\n", "Expand All 13 0\n"},
+        {"Collapse 32 0\n", "Collapse All 13 0\n"},
+    };
+    const int row = FoldedRow();
+    for (int state = 0; state < 3; ++state)
+    {
+        text.Focus(state == 0 ? 0 : row, 0, false);
+        if (state == 2)
+            text.Expand(row);
+        CQmCommandList list;
+        browser.Scan(list);
+        EXPECT_EQ(std::string(folds[state].first) + folds[state].second + rest, describe(list));
+    }
+
+    text.SetFilePath(2);
+    CQmCommandList files;
+    text.ScanFilePath(files);
+    EXPECT_EQ("Main 49 16\nRun 50 16\nSource 51 16 checked\nSQL 52 16\nService 53 16\n", describe(files));
+}
+
+TEST_F(LogTextTest, CopiesAndFinds)
+{
+    OpenSample();
+    text.Focus(1, 3, false);
+    text.Select(2, 4);
+    Press('C', VK_CONTROL);
+    EXPECT_EQ("ivated on VK.INI by:\n[QmL", ClipboardText(frame));
+    text.Focus(0, 0, false);
+    EXPECT_FALSE(text.Copy()) << "nothing is selected";
+    EXPECT_EQ("ivated on VK.INI by:\n[QmL", ClipboardText(frame));
+
+    // A double click takes the row, in the margin the block.
+    Click(WM_LBUTTONDBLCLK, PointIn(3, text.GetRowLeft(3) + 2, 3));
+    EXPECT_EQ("Active=1\n", text.GetSelectedText());
+    Click(WM_LBUTTONDBLCLK, PointIn(3, 1, 7));
+    EXPECT_EQ("[QmLog]\nActive=1\n", text.GetSelectedText());
+
+    const std::pair<const char*, bool> searches[] = {{"SERVICE SHUTDOWN", true}, {"Service", false}};
+    for (const auto& [wanted, isFound] : searches)
+    {
+        text.Focus(0, 0, false);
+        text.SetFindText(wanted);
+        EXPECT_EQ(isFound, text.FindNext()) << wanted;
+    }
+    text.SetFindText("VK");
+    ASSERT_TRUE(text.FindNext());
+    EXPECT_EQ("VK", text.GetSelectedText());
+}
+
+TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
+{
+    OpenSample();
+    const COLORREF captionColor = ::GetSysColor(COLOR_ACTIVECAPTION);
+    const std::pair<QmLogBlockKind, COLORREF> kinds[] = {
+        {kPlainKind, 0}, {kNoticeKind, 0x00AEE8}, {kErrorKind, 0x7F7FE8}, {kDetailKind, 0x7F7F7F}};
+    for (const auto& [kind, color] : kinds)
+    {
+        int row = 1;
+        while (row < text.GetRowCount() && Style(row).kind != kind)
+            ++row;
+        text.Focus(row, 0, false);
+        const int left = text.GetRowLeft(row);
+        EXPECT_TRUE(Colors(row, left, left + 200).contains(color)) << "kind " << kind;
+        EXPECT_TRUE(Colors(row, 0, 8).contains(captionColor)) << "the caret row's wedge";
+        EXPECT_FALSE(Colors(row - 1, 0, 8).contains(captionColor));
+    }
+
+    // The square of a header: 4 x 4, left of the text, and none before other rows.
+    const auto squareColors = [this](int row) {
+        const int left = text.GetRowLeft(row);
+        return Colors(row, left - 8, left);
+    };
+    text.Focus(0, 0, false);
+    EXPECT_TRUE(squareColors(2).contains(0x7F7F7F));
+    EXPECT_FALSE(squareColors(3).contains(0x7F7F7F));
+
+    // The fold mark's sign: a bar through it while folded. It reaches into the row below.
+    const int row = FoldedRow();
+    text.Focus(row + 2, 0, false); // away from the mark, and in view
+    text.EnsureVisible(row - 1, 0, 3, 0);
+    const COLORREF face = ::GetSysColor(COLOR_3DSHADOW); // this scheme's faces are nearly white
+    const auto pixel = [&](int x, int dy) {
+        text.UpdateWindow();
+        CClientDC dc(&text);
+        const CPoint point = PointIn(row, x, dy);
+        return dc.GetPixel(static_cast<int>(point.x), static_cast<int>(point.y));
+    };
+    EXPECT_EQ(face, pixel(4, 17));
+    EXPECT_EQ(::GetSysColor(COLOR_WINDOW), pixel(3, 12));
+    text.Expand(row);
+    EXPECT_EQ(face, pixel(3, 12));
+    text.InvalidateRect(CRect(0, static_cast<int>(PointIn(row + 1, 0, 0).y), 600, 400), FALSE);
+    EXPECT_EQ(face, pixel(4, 17)) << "also when only the row below is painted";
+}
+
+// Damaged rows, lines of megabytes and bytes of any value are drawn or skipped.
+TEST_F(LogTextTest, ShowsDamagedLogs)
+{
+    std::string line(3 << 20, 'x');
+    for (int code = 0; code < 256; ++code)
+        line[static_cast<std::size_t>(code)] = static_cast<char>(code);
+    SetContents("Main.LOG", line);
+    std::string records;
+    for (const std::uint32_t offset : {0u, 10u, 3u << 20, 0xFFFFFFFFu, 5u})
+    {
+        CQmLogRow record;
+        record.offset = offset;
+        record.indent = 255;
+        record.time = offset;
+        records.append(reinterpret_cast<const char*>(&record), sizeof(record));
+    }
+    SetContents("Main.ROW", records + "part");
+    Open(false);
+    EXPECT_EQ(5, text.GetRowCount());
+    text.UpdateWindow();
+    Press(VK_END);
+    for (int row = 0; row < 5; ++row)
+        text.ExpandAll(row);
+    text.SelectAll();
+    EXPECT_LE(text.GetSelectedText().size(), std::size_t{5} * line.size());
+    text.UpdateWindow();
+}
+
+TEST_F(LogTextTest, TheBrowserHasOneTabAndNeedsBothChildren)
+{
+    Open();
+    EXPECT_EQ(0, text.GetFilePathIndex());
+    text.SetFilePath(3); // has no tab
+    browser.Refresh();
+    text.SetFilePath(0);
+    EXPECT_TRUE(text.IsWindowVisible());
+    CRect before;
+    text.GetWindowRect(&before);
+    browser.MoveWindow(0, 0, 300, 200);
+    CRect after;
+    text.GetWindowRect(&after);
+    EXPECT_EQ(300, before.Width() - after.Width());
+
+    // Windows deny the creation of one child after the other.
+    static int allowed = 0;
+    const auto deny = [](int code, WPARAM, LPARAM) -> LRESULT {
+        return code == HCBT_CREATEWND && allowed-- == 0;
+    };
+    for (int children = 1; children <= 2; ++children)
+    {
+        CQmLogBrowser other;
+        other.GetTextCtrl().SetStartSession(false);
+        allowed = children;
+        const HHOOK hook = ::SetWindowsHookEx(WH_CBT, deny, nullptr, ::GetCurrentThreadId());
+        EXPECT_FALSE(other.Create(WS_CHILD, CRect(0, 0, 10, 10), &frame, 8)) << children;
+        ::UnhookWindowsHookEx(hook);
+        EXPECT_EQ(nullptr, other.GetSafeHwnd());
+    }
+}
+
+// A host's window that goes while the window refreshes.
+class Vanishing : public CQmLogTextCtrl
+{
+public:
+    void OnRowsChanged() override
+    {
+        CQmLogTextCtrl::OnRowsChanged();
+        if (vanish)
+            DestroyWindow();
+    }
+    bool vanish = false;
+};
+
+TEST_F(LogTextTest, MayBeDestroyedInItsTimerAndInACommand)
+{
+    Vanishing first;
+    CQmLogTextCtrl second; // two in one process
+    ASSERT_TRUE(first.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 300), &frame, 1));
+    second.SetStartSession(false);
+    ASSERT_TRUE(second.Create(WS_CHILD | WS_VISIBLE, CRect(300, 0, 600, 300), &frame, 2));
+    second.WriteTest();
+    first.vanish = true;
+    first.SendMessage(WM_TIMER, kRefreshTimer);
+    EXPECT_EQ(nullptr, first.GetSafeHwnd());
+    second.UpdateWindow();
+
+    first.vanish = false;
+    ASSERT_TRUE(first.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 300), &frame, 1));
+    first.WriteTest();
+    first.SendMessage(WM_TIMER, kRefreshTimer);
+    int row = 0;
+    while (row < first.GetRowCount() && !first.Expand(row))
+        ++row;
+    first.vanish = true;
+    EXPECT_TRUE(first.Collapse(row));
+    EXPECT_EQ(nullptr, first.GetSafeHwnd());
+}
+
+TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
+{
+    unsigned objects = 0;
+    for (int round = 0; round < 1000; ++round)
+    {
+        CQmLogBrowser other;
+        other.GetTextCtrl().SetStartSession(false);
+        ASSERT_TRUE(other.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 200, 100), &frame, 8)) << round;
+        other.GetTextCtrl().UpdateWindow();
+        other.DestroyWindow();
+        if (round == 10)
+            objects = CountGdiObjects();
+    }
+    EXPECT_EQ(objects, CountGdiObjects());
+    EXPECT_EQ(nullptr, ::GetWindow(frame.GetSafeHwnd(), GW_CHILD));
+}
+
+} // namespace

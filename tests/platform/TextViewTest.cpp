@@ -1,0 +1,277 @@
+#include "qmtextctrl/TextView.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+using namespace textview;
+
+namespace
+{
+struct Row
+{
+    int columns;
+    int left;
+};
+
+class TestRows final : public Rows
+{
+public:
+    std::vector<Row> rows;
+    int GetRowCount() override { return static_cast<int>(rows.size()); }
+    int GetRowColumnCount(int row) override { return rows.at(static_cast<std::size_t>(row)).columns; }
+    int GetRowLeft(int row) override { return rows.at(static_cast<std::size_t>(row)).left; }
+};
+
+// As many rows as a number holds, three columns each.
+class HugeRows final : public Rows
+{
+public:
+    int GetRowCount() override { return 0x7FFFFFFF; }
+    int GetRowColumnCount(int) override { return 3; }
+    int GetRowLeft(int) override { return 16; }
+};
+
+// Every place of the text in reading order.
+std::vector<Place> Places(TestRows& text)
+{
+    std::vector<Place> places;
+    for (int row = 0; row < text.GetRowCount(); ++row)
+        for (int column = 0; column <= text.GetRowColumnCount(row); ++column)
+            places.push_back({row, column});
+    if (places.empty())
+        places.push_back({});
+    return places;
+}
+
+void ExpectSound(TextView& view, TestRows& text)
+{
+    const State& state = view.GetState();
+    const std::vector<Place> places = Places(text);
+    const int page = view.GetPageRows();
+    EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.caret));
+    EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.anchor));
+    EXPECT_TRUE(state.top >= 0 && state.top <= std::max(text.GetRowCount() - page, 0)) << state.top;
+    const ScrollRange across = view.GetPixelScroll();
+    EXPECT_TRUE(state.offset >= 0 && state.offset <= std::max(across.last + 1 - across.page, 0))
+        << state.offset;
+
+    for (int row = 0; row < text.GetRowCount(); ++row)
+    {
+        const Range selected = view.GetSelectedColumns(row);
+        for (int column = 0; column < text.GetRowColumnCount(row); ++column)
+        {
+            EXPECT_EQ(view.IsSelected({row, column}), column >= selected.begin && column < selected.end);
+            Place hit;
+            EXPECT_TRUE(view.HitTest(view.GetX({row, column}), view.GetY(row), hit));
+            EXPECT_EQ((Place{row, column}), hit);
+        }
+    }
+}
+
+TEST(TextView, KeysMoveAsInTheFlatText)
+{
+    std::mt19937 random(1);
+    const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int round = 0; round < 60; ++round)
+    {
+        TestRows text;
+        for (int count = below(12); count > 0; --count)
+            text.rows.push_back({below(20), below(40)});
+        TextView view(text);
+        view.SetMetrics({7, 10, 30 + below(80), 5 + below(60), 10});
+        int goal = 0;
+        for (int step = 0; step < 80; ++step)
+        {
+            const std::vector<Place> places = Places(text);
+            const auto rowEnd = [&](int row) { return text.rows.empty() ? 0 : text.GetRowColumnCount(row); };
+            const int lastRow = places.back().row;
+            const State before = view.GetState();
+            Place expected = before.caret;
+            const auto at = std::find(places.begin(), places.end(), before.caret);
+            const auto motion = static_cast<Motion>(below(static_cast<int>(Motion::ScrollDown) + 1));
+            const auto toRow = [&](int row) {
+                expected.row = std::clamp(row, 0, lastRow);
+                expected.column = std::min(goal, rowEnd(expected.row));
+            };
+            if (motion == Motion::Left && at != places.begin())
+                expected = *(at - 1);
+            else if (motion == Motion::Right && at + 1 != places.end())
+                expected = *(at + 1);
+            else if (motion == Motion::RowBegin)
+                expected.column = 0;
+            else if (motion == Motion::RowEnd)
+                expected.column = rowEnd(expected.row);
+            else if (motion == Motion::Begin)
+                expected = places.front();
+            else if (motion == Motion::End)
+                expected = places.back();
+            else if (motion == Motion::Up || motion == Motion::Down)
+                toRow(expected.row + (motion == Motion::Up ? -1 : 1));
+            else if (motion == Motion::PageUp || motion == Motion::PageDown)
+                toRow(expected.row + (motion == Motion::PageUp ? -1 : 1) * view.GetPageRows());
+            else if (motion == Motion::WindowTop)
+                toRow(before.top);
+            else if (motion == Motion::WindowBottom)
+                toRow(before.top + view.GetPageRows() - 1);
+
+            const Caret mode = below(3) == 0 ? Caret::Extend : Caret::Move;
+            view.Move(motion, mode);
+            const State& after = view.GetState();
+            EXPECT_EQ(expected, after.caret) << "motion " << static_cast<int>(motion);
+            ExpectSound(view, text);
+            if (motion >= Motion::ScrollLeft)
+                continue;
+            EXPECT_EQ(mode == Caret::Extend ? before.anchor : expected, after.anchor);
+            EXPECT_TRUE(after.caret.row >= after.top && after.caret.row < after.top + view.GetPageRows());
+            const int x = view.GetX(after.caret);
+            EXPECT_TRUE(x >= 0 && x + 7 <= view.GetMetrics().width) << x;
+            if (motion < Motion::Up || motion == Motion::Begin || motion == Motion::End)
+                goal = expected.column;
+
+            // A row goes or comes, a pointer drags, the wheel turns.
+            if (below(8) == 0 && !text.rows.empty())
+                text.rows.erase(text.rows.begin() + below(text.GetRowCount()));
+            if (below(8) == 0)
+                text.rows.insert(text.rows.begin() + below(text.GetRowCount() + 1), {below(20), below(40)});
+            view.RowsChanged();
+            ExpectSound(view, text);
+            view.Autoscroll(below(300) - 100, below(300) - 100);
+            view.Wheel(below(500) - 250, 3);
+            view.WheelAcross(below(500) - 250, 3);
+            goal = view.GetState().caret.column;
+            view.Focus(view.GetState().caret, below(2) == 0);
+            ExpectSound(view, text);
+        }
+    }
+}
+
+// Ten rows of 20 columns from pixel 16, in a window of four rows and ten cells of 8 pixels.
+class TextViewTest : public testing::Test
+{
+protected:
+    TextViewTest()
+    {
+        text.rows.assign(10, {20, 16});
+        view.SetMetrics({8, 10, 80, 45, 30});
+    }
+    TestRows text;
+    TextView view{text};
+};
+
+TEST_F(TextViewTest, ScrollsAsLittleAsNeeded)
+{
+    struct Case
+    {
+        int top, offset;
+        Place place;
+        int rows, columns;
+        int expectedTop, expectedOffset;
+    };
+    const Case cases[] = {
+        {2, 0, {3, 2}, 1, 1, 2, 0},     // in view
+        {2, 0, {1, 0}, 1, 0, 1, 0},     // above
+        {2, 0, {6, 0}, 1, 0, 3, 0},     // only partly in view at the bottom edge
+        {2, 0, {4, 0}, 4, 0, 4, 0},     // several rows below
+        {2, 0, {0, 0}, 9, 0, 0, 0},     // more rows than fit: the first at the top
+        {0, 50, {-1, 0}, 1, 0, 0, 50},  // 0 columns do not scroll across
+        {0, 50, {0, 5}, 1, 1, 0, 50},   // 16 + 40 is right of 50
+        {0, 60, {0, 5}, 1, 1, 0, 56},   // to the left
+        {0, 50, {0, 0}, 1, 1, 0, 0},    // the margin comes along
+        {0, 0, {0, 10}, 1, 2, 0, 32},   // 16 + 96 at the right edge
+        {0, 0, {0, 10}, 1, 15, 0, 96},  // wider than the window: its beginning
+        {0, 0, {0, 100}, 1, 1, 0, 744}, // beyond the columns that the range tells
+    };
+    for (const Case& c : cases)
+    {
+        view.Reload();
+        view.ScrollToRow(c.top);
+        view.ScrollToPixel(c.offset);
+        view.EnsureVisible(c.place, c.rows, c.columns);
+        EXPECT_EQ(c.expectedTop, view.GetState().top) << "case " << &c - cases;
+        EXPECT_EQ(c.expectedOffset, view.GetState().offset) << "case " << &c - cases;
+    }
+}
+
+TEST_F(TextViewTest, FocusGoesToTheEdgeAskedForWhenOutOfView)
+{
+    view.Focus({7, 2}, true);
+    EXPECT_EQ(4, view.GetState().top);
+    view.Focus({5, 2}, false);
+    EXPECT_EQ(4, view.GetState().top);
+    view.Focus({1, 2}, false);
+    EXPECT_EQ(1, view.GetState().top);
+    view.Select({1, TextView::kRowEnd});
+    EXPECT_EQ((Place{1, 2}), view.GetState().caret);
+    EXPECT_EQ((Place{1, 20}), view.GetSelectionEnd());
+}
+
+TEST_F(TextViewTest, RowsMovedAboveTakeEverythingAlong)
+{
+    const int cases[][5] = {
+        // before row, rows added: rows of caret, selection's other end and window, which were 8, 3 and 5
+        {0, 2, 10, 5, 7}, {8, 1, 9, 3, 5},  {9, 4, 8, 3, 5},  {3, -3, 5, 0, 2},
+        {5, -2, 6, 2, 3}, {9, -1, 7, 3, 5}, {9, -9, 0, 0, 0}, // removed itself: the row above
+    };
+    for (const auto& [row, delta, caret, anchor, top] : cases)
+    {
+        view.Focus({8, 3}, false);
+        view.Select({3, 1});
+        view.ScrollToRow(5);
+        view.MoveRows(row, delta);
+        EXPECT_EQ((State{{caret, 3}, {anchor, 1}, top, 0}), view.GetState()) << row << ' ' << delta;
+    }
+}
+
+TEST_F(TextViewTest, WheelAndAutoscrollCountWholeSteps)
+{
+    view.Wheel(-40, 3);
+    EXPECT_EQ(1, view.GetState().top); // a third of a notch
+    view.Wheel(-60, 3);
+    EXPECT_EQ(2, view.GetState().top);
+    view.Wheel(60, 1); // turned back: the half step down is forgotten, half a step up is not one
+    EXPECT_EQ(2, view.GetState().top);
+    view.Wheel(-120, TextView::kWheelPages);
+    EXPECT_EQ(6, view.GetState().top);
+
+    view.Reload();
+    EXPECT_FALSE(view.Autoscroll(79, 44));
+    EXPECT_TRUE(view.Autoscroll(10, 45)); // the first pixel below
+    EXPECT_EQ(1, view.GetState().top);
+    EXPECT_TRUE(view.Autoscroll(10, 55));
+    EXPECT_EQ(3, view.GetState().top);
+    EXPECT_TRUE(view.Autoscroll(10, -1));
+    EXPECT_EQ(2, view.GetState().top);
+    EXPECT_TRUE(view.Autoscroll(80, 20));
+    EXPECT_EQ(8, view.GetState().offset);
+
+    Place cell;
+    EXPECT_TRUE(view.HitTest(7, 0, cell));
+    EXPECT_EQ((Place{2, -1}), cell); // the margin: 7 + 8 lies left of 16
+    EXPECT_FALSE(view.HitTest(7, 90, cell));
+    EXPECT_EQ(10, cell.row);
+}
+
+TEST(TextView, CountsToTheLargestRow)
+{
+    HugeRows rows;
+    TextView view(rows);
+    view.SetMetrics({8, 10, 80, 45, 0x7FFFFFFF});
+    view.SelectAll();
+    EXPECT_EQ((Place{0x7FFFFFFE, 3}), view.GetState().caret);
+    view.Move(Motion::End, Caret::Move);
+    view.Move(Motion::PageDown, Caret::Move);
+    view.EnsureVisible({0x7FFFFFFF, 0x7FFFFFFF}, 0x7FFFFFFF, 0x7FFFFFFF);
+    view.MoveRows(0, 0x7FFFFFFF);
+    view.ScrollToPixel(0x7FFFFFFF);
+    Place cell;
+    view.HitTest(0x7FFFFFFF, 0x7FFFFFFF, cell);
+    view.RowsChanged();
+    EXPECT_EQ((Place{0x7FFFFFFE, 3}), view.GetState().caret);
+    EXPECT_EQ((ScrollRange{0x7FFFFFFE, 4, 0x7FFFFFFB}), view.GetRowScroll());
+    EXPECT_EQ((Range{0x7FFFFFFB, 0x7FFFFFFF}), view.GetVisibleRows());
+    EXPECT_TRUE(view.IsAtEnd());
+}
+} // namespace

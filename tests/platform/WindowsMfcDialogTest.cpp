@@ -1,0 +1,265 @@
+// Dialogs, the application's loop, arrays and drawing objects.
+#include "afxcontrolbarutil.h"
+#include "afxtempl.h"
+#include "afxwin.h"
+#include "tests/support/GuiCounts.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace
+{
+constexpr int kName = 20;
+constexpr int kCount = 21;
+constexpr int kFlag = 22;
+
+// A dialog template with an edit control for a name, one for a number, and a check box.
+class Template
+{
+public:
+    Template()
+    {
+        Add(DLGTEMPLATE{WS_POPUP | WS_CAPTION, 0, 3, 0, 0, 100, 100});
+        m_words.insert(m_words.end(), {0, 0, 0}); // menu, class, title
+        AddItem(kName, 0x0081, WS_TABSTOP);
+        AddItem(kCount, 0x0081, WS_TABSTOP);
+        AddItem(kFlag, 0x0080, WS_TABSTOP | BS_AUTOCHECKBOX);
+    }
+    LPCDLGTEMPLATE Get() const { return reinterpret_cast<LPCDLGTEMPLATE>(m_words.data()); }
+
+private:
+    template <typename Record> void Add(const Record& record)
+    {
+        const std::size_t old = m_words.size();
+        m_words.resize(old + sizeof(Record) / sizeof(WORD));
+        std::copy_n(reinterpret_cast<const char*>(&record), sizeof(Record),
+                    reinterpret_cast<char*>(&m_words[old]));
+    }
+    void AddItem(int id, WORD classAtom, DWORD style)
+    {
+        if (m_words.size() % 2 != 0)
+            m_words.push_back(0);
+        Add(DLGITEMTEMPLATE{WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 50, 12, static_cast<WORD>(id)});
+        m_words.insert(m_words.end(), {0xFFFF, classAtom, 0, 0});
+    }
+    std::vector<WORD> m_words;
+};
+
+class SettingsDialog : public CDialog
+{
+public:
+    CString name = "first";
+    int count = -3;
+    int flag = BST_CHECKED;
+    CEdit nameEdit;
+    bool endAtOnce = false;
+
+protected:
+    BOOL OnInitDialog() override
+    {
+        CDialog::OnInitDialog();
+        if (endAtOnce)
+            EndDialog(9);
+        PostMessage(WM_APP);
+        return TRUE;
+    }
+    void DoDataExchange(CDataExchange* exchange) override
+    {
+        DDX_Control(exchange, kName, nameEdit);
+        DDX_Text(exchange, kName, name);
+        DDX_Text(exchange, kCount, count);
+        DDX_Check(exchange, kFlag, flag);
+    }
+    // What a user would do, while the dialog runs.
+    LRESULT OnUse(WPARAM, LPARAM)
+    {
+        EXPECT_EQ(-3, static_cast<int>(::GetDlgItemInt(m_hWnd, kCount, nullptr, TRUE)));
+        EXPECT_EQ(&nameEdit, GetDlgItem(kName));
+        nameEdit.SetWindowText("second");
+        SetDlgItemText(kCount, "12");
+        ::CheckDlgButton(m_hWnd, kFlag, BST_UNCHECKED);
+        ::PostMessage(nameEdit, WM_KEYDOWN, VK_RETURN, 1); // IsDialogMessage makes IDOK of it
+        return 0;
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(SettingsDialog, CDialog)
+    ON_MESSAGE(WM_APP, &ThisClass::OnUse)
+END_MESSAGE_MAP()
+
+TEST(MfcDialog, RunsModallyAndExchangesItsData)
+{
+    const int windows = WindowCount();
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 9, 9), nullptr, 0));
+    const Template settings;
+    SettingsDialog dialog;
+    ASSERT_TRUE(dialog.InitModalIndirect(settings.Get(), &owner));
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_EQ(CString("second"), dialog.name);
+    EXPECT_EQ(12, dialog.count);
+    EXPECT_EQ(BST_UNCHECKED, dialog.flag);
+    EXPECT_TRUE(owner.IsWindowEnabled());
+
+    dialog.endAtOnce = true;
+    EXPECT_EQ(9, dialog.DoModal());
+    EXPECT_EQ(-1, CDialog(4711).DoModal()); // no such template
+    owner.DestroyWindow();
+    EXPECT_EQ(windows, WindowCount());
+}
+
+TEST(MfcDialog, ModelessDialogKeepsItsDataUntilAsked)
+{
+    const Template settings;
+    SettingsDialog dialog;
+    ASSERT_TRUE(dialog.CreateIndirect(settings.Get()));
+    dialog.SetDlgItemText(kName, "typed");
+    EXPECT_EQ(CString("first"), dialog.name);
+    EXPECT_TRUE(dialog.UpdateData());
+    EXPECT_EQ(CString("typed"), dialog.name);
+}
+
+class TestApp : public CWinApp
+{
+public:
+    BOOL InitInstance() override
+    {
+        m_pMainWnd = &m_wnd;
+        m_wnd.CreateEx(0, nullptr, "", WS_POPUP, CRect(), nullptr, 0);
+        return m_wnd.PostMessage(WM_CLOSE);
+    }
+    BOOL OnIdle(LONG count) override
+    {
+        idle = true;
+        return CWinApp::OnIdle(count);
+    }
+    bool idle = false;
+
+private:
+    CWnd m_wnd;
+};
+
+TEST(MfcApp, RunsUntilTheMainWindowEnds)
+{
+    TestApp app;
+    EXPECT_EQ(0, AfxWinMain(AfxGetInstanceHandle(), nullptr, nullptr, SW_HIDE));
+    EXPECT_EQ(nullptr, AfxGetMainWnd());
+}
+
+TEST(MfcArray, AnIndexOutsideRaisesTheInvalidArgumentException)
+{
+    CArray<int, int> array;
+    for (const int value : {10, 11, 12})
+        array.Add(value);
+    const auto raises = [](auto operation) {
+        try
+        {
+            operation();
+            return false;
+        }
+        catch (CInvalidArgException* exception)
+        {
+            exception->Delete();
+            return true;
+        }
+    };
+    for (const INT_PTR index : {INT_PTR{-1}, INT_PTR{3}})
+    {
+        EXPECT_TRUE(raises([&] { array.GetAt(index); }));
+        EXPECT_TRUE(raises([&] { array.SetAt(index, 1); }));
+        EXPECT_TRUE(raises([&] { array[index] = 1; }));
+        EXPECT_TRUE(raises([&] { array.RemoveAt(index); }));
+    }
+    EXPECT_TRUE(raises([&] { array.RemoveAt(1, 3); }));
+    EXPECT_TRUE(raises([&] { array.SetSize(-1); }));
+    EXPECT_TRUE(raises([&] { array.InsertAt(-1, 1); }));
+    EXPECT_THROW(array.SetSize(INT64_MAX / 8), CMemoryException*);
+
+    array.InsertAt(1, array[2], 2);
+    array.SetAtGrow(7, 5);
+    array.RemoveAt(0);
+    array.Append(array);
+    const std::vector<int> expected = {12, 12, 11, 12, 0, 0, 5, 12, 12, 11, 12, 0, 0, 5};
+    EXPECT_EQ(expected, std::vector<int>(array.GetData(), array.GetData() + array.GetSize()));
+}
+
+// A device context on a picture in memory.
+class Canvas
+{
+public:
+    Canvas()
+    {
+        CClientDC screen(nullptr);
+        m_bitmap.CreateCompatibleBitmap(&screen, 20, 10);
+        dc.CreateCompatibleDC(&screen);
+        dc.SelectObject(&m_bitmap);
+    }
+
+private:
+    CBitmap m_bitmap; // goes after the context into which it is selected
+
+public:
+    CDC dc;
+};
+
+TEST(MfcDrawing, MemoryContextCopiesItsRectangleWhenItEnds)
+{
+    Canvas canvas;
+    canvas.dc.FillSolidRect(0, 0, 20, 10, RGB(1, 2, 3));
+    {
+        CMemDC memory(canvas.dc, CRect(5, 2, 15, 8));
+        ASSERT_TRUE(memory.IsMemDC());
+        memory.GetDC().FillSolidRect(0, 0, 20, 10, RGB(9, 8, 7));
+        memory.GetDC().FillSolidRect(6, 3, 1, 1, RGB(4, 5, 6));
+        EXPECT_EQ(RGB(1, 2, 3), canvas.dc.GetPixel(6, 3));
+    }
+    EXPECT_EQ(RGB(4, 5, 6), canvas.dc.GetPixel(6, 3));
+    for (const auto& [x, y, inside] : {std::tuple(5, 2, true), {14, 7, true}, {4, 2, false}, {15, 7, false}})
+    {
+        EXPECT_EQ(inside ? RGB(9, 8, 7) : RGB(1, 2, 3), canvas.dc.GetPixel(x, y)) << x << " " << y;
+    }
+    canvas.dc.Draw3dRect(CRect(0, 0, 4, 4), RGB(10, 0, 0), RGB(0, 10, 0));
+    std::string border;
+    for (int i = 0; i < 16; ++i)
+        border += canvas.dc.GetPixel(i % 4, i / 4) == RGB(10, 0, 0)   ? '/'
+                  : canvas.dc.GetPixel(i % 4, i / 4) == RGB(0, 10, 0) ? '#'
+                                                                      : ' ';
+    EXPECT_EQ("///#"
+              "/  #"
+              "/  #"
+              "####",
+              border);
+}
+
+TEST(MfcDrawing, ObjectsAreReleasedAndFoundByTheirHandles)
+{
+    const auto use = [] {
+        Canvas canvas;
+        CPen pen(PS_SOLID, 1, RGB(1, 0, 0));
+        CBrush brush(RGB(0, 1, 0));
+        CFont font;
+        LOGFONT logFont = {};
+        EXPECT_TRUE(font.CreateFontIndirect(&logFont));
+        CPen* const oldPen = canvas.dc.SelectObject(&pen);
+        CFont* const oldFont = canvas.dc.SelectObject(&font);
+        EXPECT_EQ(&pen, canvas.dc.SelectObject(oldPen));
+        EXPECT_EQ(&font, canvas.dc.SelectObject(oldFont));
+        EXPECT_EQ(&canvas.dc, CDC::FromHandle(canvas.dc));
+        CMemDC memory(canvas.dc, CRect(0, 0, 5, 5));
+        CMenu menu;
+        EXPECT_TRUE(menu.CreatePopupMenu() && menu.AppendMenu(MF_STRING, 1, "x"));
+    };
+    use();
+    const int before = GdiObjectCount();
+    use();
+    CGdiObject::DeleteTempMap(); // owns nothing: the system's pen and font stay
+    CDC::DeleteTempMap();
+    use();
+    EXPECT_EQ(before, GdiObjectCount());
+    EXPECT_GT(before, 0);
+}
+} // namespace

@@ -1,0 +1,363 @@
+#include "qmtextctrl/QmTextCtrl.h"
+#include "qmtextctrl/QmTextCtrlEntries.h"
+
+#include "tests/support/GuiCounts.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace
+{
+constexpr COLORREF kRed = RGB(255, 0, 0);
+
+class TestText : public CQmTextCtrl
+{
+public:
+    ~TestText() override { DestroyWindow(); }
+
+    int GetRowCount() override { return static_cast<int>(rows.size()); }
+    int GetColumnCount() override { return 200; }
+    int GetRowColumnCount(int row) override { return static_cast<int>(Text(row).size()); }
+    int GetRowLeft(int) override { return 16; }
+
+    void DrawRow(CDC& dc, int x, int y, int row) override
+    {
+        drawn.push_back(row);
+        const COLORREF color = GetDrawColor(kRed);
+        dc.FillSolidRect(x + 2, y + 2, 2, 2, color);
+        dc.FillSolidRect(x + 6 + row % 30, y, 3, 3, color);
+        dc.FillSolidRect(x - 9, y + GetRowHeight() - 4, 4, 8, row == GetCaretRow() ? kRed : RGB(0, 0, 255));
+    }
+    void PrepareRows(int first, int count) override { prepared = {first, count}; }
+    bool Find(int row, int& column, const char* text, bool& found) override
+    {
+        ++finds;
+        const std::size_t place = Text(row).find(text, static_cast<std::size_t>(column));
+        found = place != std::string::npos;
+        column = found ? static_cast<int>(place) : column;
+        return Text(row) != "unreadable";
+    }
+    void OnTextMenu(CPoint point) override
+    {
+        menuPoint = point;
+        if (onMenu)
+            onMenu();
+    }
+    void OnUserScroll() override
+    {
+        ++userScrolls;
+        if (onUserScroll)
+            onUserScroll();
+    }
+    const std::string& Text(int row) const { return rows.at(static_cast<std::size_t>(row)); }
+
+    std::vector<std::string> rows = std::vector<std::string>(100, "some text");
+    std::vector<int> drawn;
+    std::pair<int, int> prepared;
+    int finds = 0;
+    int userScrolls = 0;
+    CPoint menuPoint;
+    std::function<void()> onMenu, onUserScroll;
+};
+
+// A visible frame with a text window of ten rows and 30 columns, and two pixels more each.
+class TextCtrlTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 600,
+                                   nullptr, nullptr));
+        ASSERT_TRUE(text->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &frame, 1));
+        height = text->GetRowHeight();
+        width = text->GetColumnWidth();
+        CRect client;
+        text->GetClientRect(client);
+        text->MoveWindow(0, 0, 400 - client.Width() + 30 * width + 2,
+                         300 - client.Height() + 10 * height + 2);
+        ::SetFocus(*text);
+        Paint();
+    }
+    std::vector<int> Paint()
+    {
+        text->drawn.clear();
+        text->UpdateWindow();
+        return text->drawn;
+    }
+    void Press(UINT key, BYTE modifier = 0)
+    {
+        SetModifier(modifier, 0x80);
+        text->SendMessage(WM_KEYDOWN, key, 1);
+        SetModifier(modifier, 0);
+    }
+    static void SetModifier(BYTE key, BYTE state)
+    {
+        BYTE keys[256] = {};
+        keys[key] = key == 0 ? BYTE{0} : state;
+        ::SetKeyboardState(keys);
+    }
+    // In the middle of a cell.
+    LPARAM At(int row, int column) const
+    {
+        const int x = 16 + column * width + 1;
+        return MAKELPARAM(x, (row - text->GetTopRow()) * height + height / 2);
+    }
+    std::vector<int> Selection() const
+    {
+        return {text->GetSelectionBeginRow(), text->GetSelectionBeginColumn(), text->GetSelectionEndRow(),
+                text->GetSelectionEndColumn()};
+    }
+    COLORREF Pixel(int row, int column, int dx = 0) const
+    {
+        const CClientDC dc(text.get());
+        return dc.GetPixel(16 + column * width + dx, (row - text->GetTopRow()) * height + 2);
+    }
+    std::vector<BYTE> Pixels() const
+    {
+        CRect client;
+        text->GetClientRect(client);
+        std::vector<BYTE> pixels(static_cast<std::size_t>(client.Width() * client.Height()) * 4);
+        CClientDC dc(text.get());
+        CBitmap bitmap;
+        CDC memory;
+        memory.CreateCompatibleDC(&dc);
+        bitmap.CreateCompatibleBitmap(&dc, client.Width(), client.Height());
+        memory.SelectObject(&bitmap);
+        memory.BitBlt(0, 0, client.Width(), client.Height(), &dc, 0, 0, SRCCOPY);
+        ::GetBitmapBits(bitmap, static_cast<LONG>(pixels.size()), pixels.data());
+        return pixels;
+    }
+    bool PreTranslate(HWND hwnd, UINT key) const
+    {
+        MSG message = {};
+        message.hwnd = hwnd;
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        return CWnd::WalkPreTranslateTree(*text, &message);
+    }
+
+    CWnd frame;
+    std::unique_ptr<TestText> text = std::make_unique<TestText>();
+    int height = 0;
+    int width = 0;
+};
+
+CPoint CaretPlace()
+{
+    CPoint place;
+    ::GetCaretPos(&place);
+    return place;
+}
+
+TEST_F(TextCtrlTest, KeysMoveTheCaretThatTheSystemShows)
+{
+    Press(VK_DOWN);
+    Press(VK_END);
+    EXPECT_EQ((std::vector{1, 9, 1, 9}), Selection());
+    EXPECT_EQ(CPoint(16 + 9 * width, height), CaretPlace());
+    Press(VK_UP, VK_SHIFT);
+    EXPECT_EQ((std::vector{0, 9, 1, 9}), Selection());
+    Press(VK_END, VK_CONTROL);
+    EXPECT_EQ(99, text->GetCaretRow());
+    EXPECT_EQ(90, text->GetTopRow());
+    EXPECT_TRUE(text->IsAtEnd());
+    EXPECT_EQ(90, text->GetScrollPos(SB_VERT));
+    EXPECT_EQ(1, text->userScrolls);
+    EXPECT_EQ(CPoint(16 + 9 * width, 9 * height), CaretPlace());
+}
+
+TEST_F(TextCtrlTest, WheelAndScrollBarsScrollAndLeaveTheCaret)
+{
+    UINT lines = 0;
+    ::SystemParametersInfo(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+    text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -120));
+    EXPECT_EQ(static_cast<int>(lines), text->GetTopRow());
+    text->SendMessage(WM_VSCROLL, SB_PAGEDOWN);
+    EXPECT_EQ(static_cast<int>(lines) + 10, text->GetTopRow());
+    text->SendMessage(WM_HSCROLL, SB_LINEDOWN);
+    text->SendMessage(WM_HSCROLL, SB_PAGEDOWN);
+    EXPECT_EQ(31 * width + 2, text->GetScrollPos(SB_HORZ));
+    EXPECT_EQ(4, text->userScrolls);
+    EXPECT_EQ(0, text->GetCaretRow());
+}
+
+TEST_F(TextCtrlTest, DraggingSelectsAndScrollsUntilTheCaptureGoes)
+{
+    text->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, At(2, 3));
+    text->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, At(4, 5));
+    EXPECT_EQ((std::vector{2, 3, 4, 5}), Selection());
+    text->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(0, 12 * height));
+    text->SendMessage(WM_TIMER, 1);
+    EXPECT_EQ(2, text->GetTopRow());
+    EXPECT_EQ(1, text->userScrolls);
+    ::ReleaseCapture();
+    text->SendMessage(WM_TIMER, 1);
+    text->SendMessage(WM_MOUSEMOVE, 0, At(3, 3));
+    EXPECT_EQ(2, text->GetTopRow());
+    EXPECT_EQ(12, text->GetCaretRow());
+}
+
+TEST_F(TextCtrlTest, DrawsWhatIsInvalidAndTheRowAboveForItsMarks)
+{
+    EXPECT_TRUE(Paint().empty());
+    ::InvalidateRect(*text, CRect(0, 3 * height, 5, 5 * height), FALSE);
+    EXPECT_EQ((std::vector{2, 3, 4}), Paint());
+    EXPECT_EQ(std::make_pair(2, 3), text->prepared);
+    text->SendMessage(WM_VSCROLL, SB_LINEDOWN);
+    EXPECT_GE(3U, Paint().size());
+    EXPECT_EQ(kRed, Pixel(7, 0, 2));
+    text->Invalidate();
+    EXPECT_EQ(12U, Paint().size()); // ten rows, the begun one, the one above
+}
+
+TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
+{
+    constexpr UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_PRIOR, VK_NEXT, VK_HOME, VK_END};
+    constexpr BYTE modifiers[] = {0, VK_SHIFT, VK_CONTROL};
+    ::DestroyCaret();
+    std::mt19937 random(1);
+    for (int step = 0; step < 300; ++step)
+    {
+        Press(keys[random() % 8], modifiers[random() % 3]);
+        if (step % 3 == 0)
+            text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, step % 2 == 0 ? -120 : 120));
+        if (step % 5 == 0)
+            text->SendMessage(WM_HSCROLL, step % 2 == 0 ? SB_LINEDOWN : SB_LINEUP);
+        Paint();
+        const std::vector<BYTE> partial = Pixels();
+        text->Invalidate();
+        Paint();
+        ASSERT_TRUE(partial == Pixels()) << "step " << step;
+    }
+}
+
+TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)
+{
+    text->Focus(2, 0, false);
+    Paint();
+    text->Select(3, 4);
+    EXPECT_EQ((std::vector{1, 2, 2, 3, 3, 4}), Paint());
+    EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(2, 8));
+    EXPECT_EQ(::GetSysColor(COLOR_WINDOW), Pixel(2, 9));
+    EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(3, 3));
+    EXPECT_EQ(::GetSysColor(COLOR_WINDOW), Pixel(3, 4));
+    EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHTTEXT), Pixel(3, 0, 2));
+    EXPECT_EQ(kRed, Pixel(4, 0, 2));
+    text->FindInput();
+    Paint();
+    EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(3, 3)) << "what is found can be seen";
+    text->SetFocus();
+    ::SetFocus(frame);
+    Paint();
+    EXPECT_EQ(::GetSysColor(COLOR_BTNFACE), Pixel(3, 3));
+    EXPECT_EQ(::GetSysColor(COLOR_BTNTEXT), Pixel(3, 0, 2));
+    EXPECT_EQ(text->GetDrawColor(::GetSysColor(COLOR_WINDOW)), ::GetSysColor(COLOR_WINDOWTEXT));
+}
+
+TEST_F(TextCtrlTest, FindBarFindsAroundTheEnd)
+{
+    text->rows[3] = "unreadable";
+    text->rows[50] = "AB AB";
+    text->rows[80] = "x AB";
+    CQmTextCtrlEntryFindNext next(text.get());
+    EXPECT_FALSE(next.IsEnabled());
+    CQmTextCtrlEntryFindInput(text.get()).Execute();
+    const HWND edit = ::GetFocus();
+    const HWND bar = ::GetParent(edit);
+    ASSERT_EQ(static_cast<HWND>(*text), ::GetParent(bar));
+    ::SendMessage(edit, WM_CHAR, 'a', 1);
+    ::SendMessage(edit, WM_CHAR, 'b', 1);
+    EXPECT_TRUE(next.IsEnabled());
+
+    EXPECT_TRUE(PreTranslate(edit, VK_RETURN));
+    EXPECT_EQ((std::vector{50, 0, 50, 2}), Selection());
+    EXPECT_EQ(51, text->finds);
+    EXPECT_EQ(50, text->GetTopRow());
+    next.Execute();
+    EXPECT_EQ((std::vector{50, 3, 50, 5}), Selection());
+    EXPECT_TRUE(PreTranslate(edit, VK_F3));
+    EXPECT_EQ((std::vector{80, 2, 80, 4}), Selection());
+    next.Execute();
+    EXPECT_EQ((std::vector{50, 0, 50, 2}), Selection());
+    SetModifier(VK_SHIFT, 0x80);
+    PreTranslate(edit, VK_RETURN);
+    PreTranslate(edit, VK_F3);
+    SetModifier(0, 0);
+    EXPECT_EQ((std::vector{50, 3, 50, 5}), Selection());
+
+    ::SetWindowText(edit, "absent");
+    text->finds = 0;
+    EXPECT_FALSE(text->FindNext());
+    EXPECT_FALSE(text->FindPrevious());
+    EXPECT_EQ(202, text->finds); // each row once, the first one's other part again
+    EXPECT_EQ((std::vector{50, 3, 50, 5}), Selection());
+
+    Press(VK_END, VK_CONTROL);
+    CRect barRect;
+    ::GetClientRect(bar, barRect);
+    EXPECT_EQ(99 - (10 * height + 2 - barRect.Height()) / height + 1, text->GetTopRow());
+    EXPECT_TRUE(PreTranslate(edit, VK_ESCAPE));
+    EXPECT_EQ(static_cast<HWND>(*text), ::GetFocus());
+    EXPECT_FALSE(::IsWindowVisible(bar));
+    EXPECT_EQ(90, text->GetTopRow());
+}
+
+TEST_F(TextCtrlTest, MenuComesAtThePointOrTheCaret)
+{
+    text->Focus(1, 0, false);
+    text->Select(2, 5);
+    text->SendMessage(WM_RBUTTONDOWN, 0, At(2, 4));
+    EXPECT_EQ((std::vector{1, 0, 2, 5}), Selection());
+    text->SendMessage(WM_RBUTTONDOWN, 0, At(5, 4));
+    EXPECT_EQ((std::vector{5, 4, 5, 4}), Selection());
+    const auto window = reinterpret_cast<WPARAM>(static_cast<HWND>(*text));
+    text->SendMessage(WM_CONTEXTMENU, window, MAKELPARAM(20, 30));
+    EXPECT_EQ(CPoint(20, 30), text->menuPoint);
+    text->SendMessage(WM_CONTEXTMENU, window, MAKELPARAM(-1, -1));
+    EXPECT_EQ(CPoint(16 + 4 * width, 6 * height), text->menuPoint);
+}
+
+TEST_F(TextCtrlTest, EndsInItsOwnMenuAndScroll)
+{
+    const HWND hwnd = *text;
+    text->onMenu = [this] { text.reset(); };
+    ::SendMessage(hwnd, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(hwnd), MAKELPARAM(20, 30));
+    EXPECT_FALSE(::IsWindow(hwnd));
+
+    text = std::make_unique<TestText>();
+    ASSERT_TRUE(text->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &frame, 1));
+    text->FindInput();
+    text->CloseFind();
+    text->onUserScroll = [this] { text.reset(); };
+    text->SendMessage(WM_LBUTTONDOWN, 0, At(0, 0));
+    text->SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(0, 1000));
+    text->SendMessage(WM_TIMER, 1);
+    EXPECT_EQ(nullptr, text);
+    EXPECT_EQ(nullptr, ::GetCapture());
+}
+
+TEST_F(TextCtrlTest, LeavesNothingBehind)
+{
+    int windows = 0;
+    int objects = 0;
+    for (int round = 0; round < 50; ++round)
+    {
+        if (round == 5) // the system keeps some of what the first ones used
+        {
+            windows = WindowCount();
+            objects = GdiObjectCount();
+        }
+        text = std::make_unique<TestText>();
+        ASSERT_TRUE(text->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &frame, 1));
+        text->FindInput();
+        text->SelectAll();
+        Paint();
+    }
+    EXPECT_EQ(windows, WindowCount());
+    EXPECT_EQ(objects, GdiObjectCount());
+}
+} // namespace

@@ -1,0 +1,42 @@
+// How many drawing objects and windows this process holds, for tests that nothing is left behind.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+
+// Wine keeps no count of them, but like Windows it has their table in the process.
+inline int GdiObjectCount()
+{
+    constexpr std::size_t kHandleTable = 0xF8;
+    constexpr std::size_t kEntries = 16384;
+    constexpr std::size_t kEntrySize = 24;
+    constexpr std::size_t kType = 14; // 0 in a free entry
+
+    void* const address = reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandle("ntdll.dll"), "RtlGetCurrentPeb")); // the process's environment
+    const auto* const environment = reinterpret_cast<const unsigned char* (*)()>(address)();
+    const auto* const table = *reinterpret_cast<const unsigned char* const*>(environment + kHandleTable);
+    int count = 0;
+    for (std::size_t i = 0; i < kEntries; ++i)
+        count += table[i * kEntrySize + kType] != 0;
+    return count;
+}
+
+// The windows of the calling thread, children included.
+inline int WindowCount()
+{
+    int count = 0;
+    static const auto child = [](HWND, LPARAM counter) -> BOOL {
+        ++*reinterpret_cast<int*>(counter);
+        return TRUE;
+    };
+    const auto top = [](HWND hwnd, LPARAM counter) -> BOOL {
+        ++*reinterpret_cast<int*>(counter);
+        ::EnumChildWindows(hwnd, child, counter);
+        return TRUE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), top, reinterpret_cast<LPARAM>(&count));
+    return count;
+}

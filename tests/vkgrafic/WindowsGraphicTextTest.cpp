@@ -1,0 +1,109 @@
+#include "vkgrafic/GraphicText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace
+{
+
+// Black text on white in memory; tells where it is black.
+class GraphicTextTest : public testing::Test
+{
+protected:
+    GraphicTextTest()
+    {
+        ::SelectObject(m_dc, m_bitmap);
+        ::SelectObject(m_dc, ::GetStockObject(ANSI_FIXED_FONT));
+        ::SetBkMode(m_dc, TRANSPARENT);
+        ::FillRect(m_dc, &m_all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+        TEXTMETRICA metrics = {};
+        ::GetTextMetricsA(m_dc, &metrics);
+        m_charWidth = metrics.tmAveCharWidth;
+        m_charHeight = metrics.tmHeight;
+    }
+    ~GraphicTextTest() override
+    {
+        ::DeleteDC(m_dc);
+        ::DeleteObject(m_bitmap);
+    }
+
+    // The smallest rectangle around all black pixels; the bitmap is white again. Empty when there are none.
+    RECT TakeInk()
+    {
+        RECT ink = {};
+        for (LONG y = 0; y < m_all.bottom; ++y)
+        {
+            for (LONG x = 0; x < m_all.right; ++x)
+            {
+                const RECT pixel = {x, y, x + 1, y + 1};
+                if (::GetPixel(m_dc, x, y) == 0)
+                    ::UnionRect(&ink, &ink, &pixel);
+            }
+        }
+        ::FillRect(m_dc, &m_all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+        return ink;
+    }
+
+    RECT Draw(const std::string& text, UINT flags, const RECT& rect)
+    {
+        GraphicText(m_dc).Draw(text.data(), static_cast<int>(text.size()), rect, flags);
+        return TakeInk();
+    }
+
+    RECT DrawCells(const std::string& text, int x)
+    {
+        GraphicText(m_dc).DrawCells(text.data(), static_cast<int>(text.size()), x, 0, m_charWidth);
+        return TakeInk();
+    }
+
+    RECT m_all = {0, 0, 120, 40};
+    HDC m_dc = ::CreateCompatibleDC(nullptr);
+    HBITMAP m_bitmap = ::CreateBitmap(120, 40, 1, 32, nullptr);
+    int m_charWidth = 0;
+    int m_charHeight = 0;
+};
+
+TEST_F(GraphicTextTest, ShowsEveryByteInItsCell)
+{
+    for (int byte = 0; byte < 256; ++byte)
+    {
+        const bool blank = byte == ' ' || byte == '\t' || byte == 0xA0;
+        const std::string text = {' ', static_cast<char>(byte), ' '};
+        const RECT ink = DrawCells(text, 0);
+        ASSERT_EQ(blank, ::IsRectEmpty(&ink)) << byte;
+        EXPECT_TRUE(blank || (ink.left >= m_charWidth && ink.right <= 2 * m_charWidth)) << byte;
+        const RECT line = Draw(text, 0, m_all);
+        EXPECT_TRUE(::EqualRect(&ink, &line)) << byte;
+    }
+}
+
+TEST_F(GraphicTextTest, DrawsTheEndOfALongText)
+{
+    const std::string text = std::string(5000, ' ') + "H";
+    const RECT right = Draw(text, DT_RIGHT | DT_BOTTOM, m_all);
+    EXPECT_GE(right.left, m_all.right - m_charWidth);
+    EXPECT_GT(right.top, m_all.bottom - m_charHeight - 1);
+    const RECT cell = DrawCells(text, 20 - 5000 * m_charWidth);
+    EXPECT_GE(cell.left, 20);
+    EXPECT_LE(cell.right, 20 + m_charWidth);
+    EXPECT_EQ(5001 * m_charWidth, GraphicText(m_dc).GetWidth(text.data(), 5001));
+}
+
+TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
+{
+    const RECT rect = {10, 5, 10 + 8 * m_charWidth, 35};
+    const auto equal = [&](const std::string& drawn, const std::string& shown, UINT flags) {
+        const RECT actual = Draw(drawn, DT_END_ELLIPSIS | DT_VCENTER | flags, rect);
+        const RECT expected = Draw(shown, DT_VCENTER | flags, rect);
+        return ::EqualRect(&actual, &expected) != FALSE && !::IsRectEmpty(&actual);
+    };
+    EXPECT_TRUE(equal("H&MMMMMH", "H&MMMMMH", DT_RIGHT));
+    EXPECT_TRUE(equal("HMMMMMMMH", "HMMMM...", 0));
+    EXPECT_TRUE(equal("HMMMM" + std::string(3000, 'M'), "HMMMM...", DT_CENTER));
+
+    const RECT clipped = Draw(std::string(20, 'M'), 0, rect);
+    EXPECT_TRUE(clipped.left >= rect.left && clipped.right <= rect.right);
+}
+
+} // namespace

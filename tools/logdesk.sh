@@ -23,4 +23,8 @@ while (($# > 0)); do
     fi
     shift
 done
-exec "$root/tools/with-wine.sh" "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" "${arguments[@]}"
+program=("$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" "${arguments[@]}")
+if [[ $WINE_GRAPHICS == null ]]; then
+    exec "${program[@]}"
+fi
+exec "$root/tools/with-wine.sh" "${program[@]}"

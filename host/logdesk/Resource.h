@@ -3,4 +3,4 @@
 
 #define IDI_LOGDESK 1
 #define IDD_ABOUT 100
-#define IDC_STATIC -1
+#define IDC_STATIC (-1)

@@ -99,7 +99,7 @@ bool WriteScreenshot(CWnd& wnd, const std::string& path)
     info.biHeight = rect.Height();
     info.biPlanes = 1;
     info.biBitCount = 24;
-    info.biSizeImage = static_cast<DWORD>((3 * rect.Width() + 3) / 4 * 4 * rect.Height());
+    info.biSizeImage = (static_cast<DWORD>(3 * rect.Width()) + 3) / 4 * 4 * static_cast<DWORD>(rect.Height());
 
     CDC memory;
     CBitmap bitmap;

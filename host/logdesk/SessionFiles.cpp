@@ -66,8 +66,8 @@ Moment LocalMoment(const FILETIME& time)
 // Only what belongs to a session: a folder that somebody has put something else into stays with it.
 void DeleteKept(const std::string& folder)
 {
-    for (const std::string& file : List(folder + "\\").files)
-        ::DeleteFileA((folder + "\\" + file).c_str());
+    for (const std::string& file : List(folder).files)
+        ::DeleteFileA((folder + file).c_str());
     ::RemoveDirectoryA(folder.c_str());
 }
 
@@ -80,21 +80,22 @@ void KeepSession(const std::string& folder, int keep)
         return;
 
     const std::string name = KeptFolderName(LocalMoment(listing.written), listing.folders);
-    const std::string kept = folder + name;
+    const std::string kept = folder + name + '\\';
     if (!::CreateDirectoryA(kept.c_str(), nullptr))
         throw std::runtime_error(kept + ": cannot be made");
     for (const std::string& file : listing.files)
     {
-        if (::CopyFileA((folder + file).c_str(), (kept + "\\" + file).c_str(), TRUE))
+        if (::CopyFileA((folder + file).c_str(), (kept + file).c_str(), TRUE))
             continue;
         DeleteKept(kept);
-        throw std::runtime_error(folder + file + ": cannot be copied to " + kept);
+        throw std::runtime_error(
+            std::string(folder).append(file).append(": cannot be copied to ").append(kept));
     }
 
     std::vector<std::string> folders = listing.folders;
     folders.push_back(name);
     for (const std::string& old : FoldersToDelete(folders, keep))
-        DeleteKept(folder + old);
+        DeleteKept(std::string(folder).append(old) + '\\');
 }
 
 // A mutex goes with its process, however that ends. Its name is the folder's without backslashes.

@@ -136,7 +136,7 @@ int DeskApp::ExitInstance()
 
 logdesk::DeskApp theApp;
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
+int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nShowCmd)
 {
-    return AfxWinMain(instance, previous, commandLine, show);
+    return AfxWinMain(hInstance, hPrevInstance, lpCmdLine, nShowCmd);
 }

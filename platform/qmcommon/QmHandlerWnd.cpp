@@ -3,6 +3,8 @@
 #include "qmcommon/QmCommandMenu.h"
 #include "qmcommon/QmCommandShortcut.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -16,6 +18,29 @@ unsigned PressedModifiers()
     if (::GetKeyState(VK_MENU) < 0)
         modifiers |= FALT;
     return modifiers;
+}
+
+// A shortcut was executed while Alt is down. The system has not seen its key, takes Alt for pressed alone and
+// would go into the menu bar when it is released.
+thread_local bool altReleaseDue = false;
+
+// Executes the command whose shortcut `key` is. Handler and windows may be gone afterwards.
+bool Execute(IQmHandler& handler, WPARAM key)
+{
+    const unsigned modifiers = PressedModifiers();
+    CQmCommandShortcut record(static_cast<unsigned>(key), modifiers);
+    if (handler.Dispatch(record) == 0)
+        return false;
+    altReleaseDue = (modifiers & FALT) != 0;
+    return true;
+}
+
+// Whether the message is the release that nobody shall see.
+bool TakeAltRelease(UINT message, WPARAM key)
+{
+    if (key != VK_MENU || (message != WM_SYSKEYUP && message != WM_KEYUP))
+        return false;
+    return std::exchange(altReleaseDue, false);
 }
 
 // Tells whether a command could be executed, and leaves it alone.
@@ -46,15 +71,14 @@ BOOL CQmHandlerWnd::OnCmdMsg(UINT id, int code, void*, AFX_CMDHANDLERINFO* info)
 
 BOOL CQmHandlerWnd::OnWndMsg(CWnd*, UINT message, WPARAM wParam, LPARAM, LRESULT* result)
 {
+    *result = 0;
     if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)
-    {
-        *result = 0;
         return ExecuteShortcut(wParam);
-    }
+    if (TakeAltRelease(message, wParam))
+        return TRUE;
     if ((message == WM_CHAR || message == WM_SYSCHAR) && m_charDue)
     {
         m_charDue = false;
-        *result = 0;
         return TRUE;
     }
     return FALSE;
@@ -62,12 +86,13 @@ BOOL CQmHandlerWnd::OnWndMsg(CWnd*, UINT message, WPARAM wParam, LPARAM, LRESULT
 
 BOOL CQmHandlerWnd::PreTranslateMessage(MSG* message)
 {
+    if (TakeAltRelease(message->message, message->wParam))
+        return TRUE;
     if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN)
         return FALSE;
     if (!m_handler->GetShortcuts() || WantsKeys(*message))
         return FALSE;
-    CQmCommandShortcut record(static_cast<unsigned>(message->wParam), PressedModifiers());
-    return m_handler->Dispatch(record);
+    return Execute(*m_handler, message->wParam);
 }
 
 // Whether the message is for a window that has its own use for it, or for one out of the handler's reach.
@@ -89,8 +114,7 @@ bool CQmHandlerWnd::ExecuteShortcut(WPARAM key)
     m_charDue = m_handler->GetShortcuts();
     if (!m_charDue)
         return false;
-    CQmCommandShortcut record(static_cast<unsigned>(key), PressedModifiers());
-    if (m_handler->Dispatch(record) != 0)
+    if (Execute(*m_handler, key))
         return true; // this object may be gone
     m_charDue = false;
     return false;

@@ -106,6 +106,18 @@ TEST_F(HandlerTest, KeysExecuteCommands)
     EXPECT_FALSE(Press(*wnd, VK_DOWN, VK_MENU)) << "disabled";
     EXPECT_FALSE(Press(*wnd, 'H', 0)) << "hidden";
 
+    // The system must not take the Alt of a shortcut for Alt alone, which goes into the menu bar.
+    MSG release = {};
+    release.hwnd = *wnd;
+    release.message = WM_SYSKEYUP;
+    release.wParam = VK_MENU;
+    EXPECT_FALSE(wnd->PreTranslateMessage(&release));
+    wnd->commands[5].enabled = true;
+    EXPECT_TRUE(Press(*wnd, VK_DOWN, VK_MENU));
+    EXPECT_TRUE(wnd->PreTranslateMessage(&release));
+    EXPECT_FALSE(wnd->PreTranslateMessage(&release));
+    EXPECT_EQ("off ", TakeDone());
+
     CWnd label;
     CWnd edit;
     label.Create("STATIC", "", WS_CHILD, CRect(0, 0, 9, 9), wnd.get(), 1);

@@ -89,6 +89,8 @@ keys space
 until_shown '^pane: 4 rows'
 keys alt+Down
 until_shown '^pane: Row 2: Main, number 7$'
+keys Up # which would go into the menu bar had Alt opened it
+until_shown '^pane: Row 1: '
 
 echo "Mouse: a click on the fold mark unfolds"
 click 4 14

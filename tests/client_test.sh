@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs a build to a fresh prefix, builds the client and the README's program against it and runs both under
-# Wine. The program's session must look as the README shows it.
+# Installs a build to a fresh prefix, builds the client and the programs of README and guide against it, and runs the
+# first two under Wine. The README's session must look as it shows.
 #   client_test.sh BUILD_FOLDER WORK_FOLDER TOOLCHAIN_FILE
 # The client's objects are kept, so that an unchanged installation is not compiled again.
 set -euo pipefail
@@ -11,10 +11,16 @@ rm -rf "$work/prefix" "$work/logs"
 mkdir -p "$work/logs"
 cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
 readme=$source/../README.md
-sed -n '/^```cpp$/,/^```$/{/^```/!p}' "$readme" >"$work/readme.cpp.new"
-cmp -s "$work/readme.cpp.new" "$work/readme.cpp" || mv "$work/readme.cpp.new" "$work/readme.cpp"
+
+# program_of DOCUMENT NAME: the C++ program in a document, as a source file that changes only with it.
+program_of() {
+    sed -n '/^```cpp$/,/^```$/{/^```/!p}' "$1" >"$work/$2.cpp.new"
+    cmp -s "$work/$2.cpp.new" "$work/$2.cpp" || mv "$work/$2.cpp.new" "$work/$2.cpp"
+}
+program_of "$readme" readme
+program_of "$source/../docs/guide.md" guide
 cmake -S "$source/client" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
-    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DREADME_PROGRAM="$work/readme.cpp" \
+    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DREADME_PROGRAM="$work/readme.cpp" -DGUIDE_PROGRAM="$work/guide.cpp" \
     -DQmLog_DIR="$work/prefix/lib/cmake/QmLog" >"$work/configure.log"
 cmake --build "$work/build"
 

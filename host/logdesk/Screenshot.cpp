@@ -1,5 +1,6 @@
 #include "logdesk/Screenshot.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 
@@ -12,7 +13,8 @@ namespace
 void MoveCaret(CQmLogTextCtrl& text, int delta)
 {
     const std::int64_t row = std::int64_t{text.GetCaretRow()} + delta;
-    text.Focus(static_cast<int>(std::clamp<std::int64_t>(row, 0, text.GetRowCount() - 1)), 0, delta > 0);
+    const std::int64_t last = std::max(text.GetRowCount(), 1) - 1;
+    text.Focus(static_cast<int>(std::clamp<std::int64_t>(row, 0, last)), 0, delta > 0);
 }
 
 void GoToFold(CQmLogTextCtrl& text)

@@ -3,6 +3,7 @@
 
 #include "QmLogReader.h"
 #include "QmLogTextCtrl.h"
+#include "QmLogWriter.h"
 #include "logview/ShownRows.h"
 
 #include <algorithm>
@@ -156,6 +157,7 @@ void MeasureCalls(Frame& frame, Report& report)
         report.Add({"idle tick, other calls", static_cast<double>(idle.All()) - locks, "", "", {}, 2.0});
     }
     QmLogReaderDefine("Main").Close();
+    QmLogWriterCloseAll(); // the counters
 }
 
 // A text that is nowhere, against reading the lines and searching them.

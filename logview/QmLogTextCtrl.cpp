@@ -39,6 +39,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
     m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
     m_canAskTime = false;
+    m_followPaused = false;
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
     m_menuDrawer.Attach(GetSafeHwnd());

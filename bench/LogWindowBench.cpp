@@ -3,6 +3,8 @@
 
 #include "QmLogReader.h"
 #include "QmLogTextCtrl.h"
+#include "QmLogWriter.h"
+#include "logview/ShownRows.h"
 
 #include <algorithm>
 #include <commctrl.h>
@@ -135,6 +137,29 @@ void MeasurePainting(const Options& options, Frame& frame, Report& report)
     }
 }
 
+// What a page of one log and a look at the shared counter ask of the file system.
+void MeasureCalls(Frame& frame, Report& report)
+{
+    CountingFiles files;
+    {
+        CQmLogTextCtrl text;
+        Open(text, frame);
+        const auto tick = [&text] { text.SendMessage(WM_TIMER, logview::kRefreshTimer); };
+        tick();
+
+        files.Take();
+        Repaint(text);
+        report.Add({"full repaint, file reads", static_cast<double>(files.Take().reads), "", "", {}, 2.0});
+        tick();
+        const CallCounts idle = files.Take();
+        const double locks = static_cast<double>(idle.locks);
+        report.Add({"idle tick, lock requests", locks, "", "", {}, 2.0});
+        report.Add({"idle tick, other calls", static_cast<double>(idle.All()) - locks, "", "", {}, 2.0});
+    }
+    QmLogReaderDefine("Main").Close();
+    QmLogWriterCloseAll(); // the counters
+}
+
 // A text that is nowhere, against reading the lines and searching them.
 void MeasureSearch(const Options& options, Frame& frame, Report& report)
 {
@@ -182,6 +207,7 @@ void MeasureLogWindow(const Options& options, const TemporaryFolder& folder, Rep
     write(10u << 20);
     MeasurePainting(options, frame, report);
     MeasureSearch(options, frame, report);
+    MeasureCalls(frame, report);
 
     // After a first window, which brings in what the system keeps.
     write(options.quick ? 100u << 20 : 1u << 30);

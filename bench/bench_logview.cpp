@@ -47,6 +47,7 @@ public:
     {
         MeasurePages();
         MeasureCounting();
+        MeasureUnfoldingAll();
         MeasureTranslation();
         CloseReaders();
         bench::MeasureLogWindow(m_options, m_folder, m_report);
@@ -146,6 +147,39 @@ private:
             {Repeat(20, 1, [&] { unfold(0, kShortRows); }), Repeat(20, 1, [&] { unfold(1, longRows); })},
             Rounds(301));
         Judge("unfolding " + std::to_string(longRows) + " rows", comparison, "unfolding 1000 rows", 5);
+        CloseReaders();
+    }
+
+    // "Main" has two headers. Behind them "Run" and "Source" take turns, so that every row of "Run" unfolds
+    // too.
+    void MeasureUnfoldingAll()
+    {
+        constexpr unsigned kFew = 10000;
+        const unsigned many = m_options.quick ? 100000 : 1000000;
+        LogFiles main(m_folder.Path(), "Main");
+        main.Add(1, 1);
+        main.Add(1, 2 + 2 * kFew);
+        main.Add(1, 3 + 2 * (kFew + many));
+        main.Write();
+        for (const auto& [name, number] : {std::pair("Run", 2u), std::pair("Source", 3u)})
+        {
+            LogFiles log(m_folder.Path(), name);
+            log.Add(kFew, number, 2);
+            log.Add(many, number + 1 + 2 * kFew, 2);
+            log.Write();
+        }
+
+        LogSession session(m_rows);
+        session.Refresh(0);
+        const auto unfold = [&session](int row, unsigned count) {
+            RowChange change;
+            Check(session.ExpandAll(row, change) && change.delta == static_cast<int>(2 * count), "unfolding");
+            Check(session.Collapse(row, change), "folding");
+        };
+        const Comparison comparison(
+            {Repeat(1, kFew, [&] { unfold(0, kFew); }), Repeat(1, many, [&] { unfold(1, many); })},
+            Rounds(5));
+        Judge("unfolding all, per header of " + std::to_string(many), comparison, "of 10000", 2);
         CloseReaders();
     }
 

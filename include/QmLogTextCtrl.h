@@ -45,7 +45,8 @@ public:
     void SetFollow(bool follow);
     bool GetFollow() const;
 
-    // Following pauses while the user has scrolled away from the end; off by default.
+    // Following pauses while the user has gone away from the end, by scrolling, searching or unfolding; off
+    // by default.
     void SetFollowPauses(bool pauses);
     bool GetFollowPauses() const;
     bool IsFollowPaused() const;
@@ -136,6 +137,7 @@ protected:
 private:
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
+    void UpdateFollow();
     bool ReadSearched(int row, std::string& line);
     void DrawCaretMark(CDC& dc, int x, int y) const;
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const;

@@ -91,7 +91,8 @@ const CQmLogBranch* CQmLogBranch::Enter(std::uint64_t& row, std::size_t& index) 
         ++m_known;
     }
 
-    std::size_t low = 0; // children that begin at or before `row`
+    // Children that begin at or before `row`: in a walk that unfolds, all that are known.
+    std::size_t low = m_known > 0 && GetStart(m_known - 1) <= row ? m_known : 0;
     for (std::size_t high = m_known; low < high;)
     {
         const std::size_t middle = low + (high - low) / 2;

@@ -11,6 +11,15 @@ namespace
 constexpr std::uint32_t kLookRows = 2;    // a row and its successor
 constexpr std::uint32_t kWalkRows = 1024; // a page of a walk over many rows
 constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
+constexpr unsigned long kMaxColumns = std::numeric_limits<int>::max();
+
+// `count` rows that came (below 0: went) under the header at `row`.
+RowChange Added(int row, std::int64_t count)
+{
+    if (count == 0)
+        return {};
+    return {row + 1, static_cast<int>(std::max<std::int64_t>(count, -LogSession::kMaxRows))};
+}
 
 } // namespace
 
@@ -41,22 +50,22 @@ void LogSession::Refresh(int file)
 
 RowPlace LogSession::Translate(std::int64_t row) const
 {
-    return m_root.Translate(static_cast<std::uint64_t>(std::max<std::int64_t>(row, 0)));
+    return m_root.Translate(static_cast<std::uint64_t>(row)); // one below 0 comes behind all others
 }
 
 bool LogSession::ReadStyle(int row, CQmLogRow& record) const
 {
     RecordPages pages(m_source, 1);
-    return row >= 0 && pages.Read(Translate(row), record);
+    return pages.Read(Translate(row), record);
 }
 
 int LogSession::GetColumnCount(int row) const
 {
     RecordPages pages(m_source, kLookRows);
     std::uint32_t length = 0;
-    if (row < 0 || !pages.ReadLength(Translate(row), length))
+    if (!pages.ReadLength(Translate(row), length))
         return 0;
-    return static_cast<int>(std::min<std::uint32_t>(length, kMaxRows));
+    return static_cast<int>(std::min<unsigned long>(length, kMaxColumns));
 }
 
 bool LogSession::ReadLine(int row, std::string& text) const
@@ -65,23 +74,23 @@ bool LogSession::ReadLine(int row, std::string& text) const
     const RowPlace place = Translate(row);
     CQmLogRow record;
     std::uint32_t length = 0;
-    if (row < 0 || !pages.Read(place, record) || !pages.ReadLength(place, length))
+    if (!pages.Read(place, record) || !pages.ReadLength(place, length))
         return false;
 
     // A damaged index can tell any length: no more is made room for than the log has.
     const unsigned long size = m_source.GetTextSize(place.file);
     const unsigned long rest = size > record.offset ? size - record.offset : 0;
-    text.resize(std::min<unsigned long>(length, rest));
-    text.resize(std::min<unsigned long>(
-        m_source.ReadText(place.file, record.offset, static_cast<unsigned long>(text.size()), text.data()),
-        static_cast<unsigned long>(text.size())));
+    const unsigned long wanted = std::min({static_cast<unsigned long>(length), rest, kMaxColumns});
+    text.resize(wanted);
+    text.resize(std::min(m_source.ReadText(place.file, record.offset, wanted, text.data()), wanted));
     return true;
 }
 
 bool LogSession::GetExpanded(int row, bool& expanded) const
 {
     RecordPages pages(m_source, kLookRows);
-    return GetFold(pages, row, expanded);
+    PlacedRow header;
+    return GetFold(pages, row, header, expanded);
 }
 
 bool LogSession::Expand(int row, RowChange& change)
@@ -90,7 +99,7 @@ bool LogSession::Expand(int row, RowChange& change)
     std::uint32_t added = 0;
     const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
     const bool done = Unfold(pages, row, room, added);
-    change = {row + 1, static_cast<int>(added)};
+    change = Added(row, added);
     return done;
 }
 
@@ -112,46 +121,30 @@ bool LogSession::ExpandAll(int row, RowChange& change)
         if (Unfold(pages, at, room - static_cast<std::uint64_t>(total), added))
             total += added;
     }
-    change = {row + 1, static_cast<int>(total)};
+    change = Added(row, total);
     return done;
 }
 
 bool LogSession::Collapse(int row, RowChange& change)
 {
-    change = {row + 1, 0};
-    if (row < 0)
+    change = {};
+    if (!IsShown(row))
         return false;
     const std::uint64_t removed = m_root.Remove(static_cast<std::uint64_t>(row));
-    change.delta = -static_cast<int>(std::min<std::uint64_t>(removed, kMaxRows));
+    change = Added(row, -static_cast<std::int64_t>(removed));
     return removed > 0;
 }
 
-bool LogSession::Switch(int row, RowChange& change)
+bool LogSession::IsShown(std::int64_t row) const
 {
-    return Toggle(row, false, change);
+    return row >= 0 && row < GetRowCount();
 }
 
-bool LogSession::SwitchAll(int row, RowChange& change)
+bool LogSession::GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const
 {
-    return Toggle(row, true, change);
-}
-
-bool LogSession::Toggle(int row, bool all, RowChange& change)
-{
-    change = {};
-    bool expanded = false;
-    if (!GetExpanded(row, expanded))
+    if (!IsShown(row))
         return false;
-    if (expanded)
-        return Collapse(row, change);
-    return all ? ExpandAll(row, change) : Expand(row, change);
-}
-
-bool LogSession::GetFold(RecordPages& pages, std::int64_t row, bool& expanded) const
-{
-    if (row < 0)
-        return false;
-    PlacedRow header = {Translate(row), {}};
+    header.place = Translate(row);
     PlacedRow next = {Translate(row + 1), {}};
     return pages.Read(header.place, header.record) && pages.Read(next.place, next.record) &&
            IsFoldable(header, next, expanded);
@@ -162,18 +155,18 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
 {
     added = 0;
     bool expanded = false;
-    if (!GetFold(pages, row, expanded))
+    PlacedRow header;
+    if (!GetFold(pages, row, header, expanded))
         return false;
     if (expanded)
         return true;
 
-    const RowPlace header = Translate(row);
-    CQmLogRow record;
-    if (!pages.Read(header, record) || record.time == kMaxNumber)
+    const auto& [place, record] = header;
+    if (record.time == kMaxNumber)
         return false;
     const std::uint32_t first = record.time + 1;
     CQmLogRow successor;
-    const bool goesOn = pages.Read({header.file, header.row + 1}, successor);
+    const bool goesOn = pages.Read({place.file, place.row + 1}, successor);
     std::uint32_t last = goesOn ? successor.time - 1 : 0;
     if (last < first)
         last = kMaxNumber;
@@ -190,7 +183,7 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
         pages.FindFirst(found.file, last + 1, end, behind);
 
     // In a damaged log the search may lead before the header itself, or to an end before the beginning.
-    if (end <= found.row || end - found.row > room || (found.file == header.file && found.row <= header.row))
+    if (end <= found.row || end - found.row > room || (found.file == place.file && found.row <= place.row))
         return false;
     const std::uint32_t count = end - found.row;
     if (m_root.Insert(static_cast<std::uint64_t>(row), CQmLogBranch(found, count, record.time)))

@@ -29,9 +29,10 @@ struct PlacedRow
 // A row that another log's next number follows counts as unfolded, even where it only ends a branch.
 bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded);
 
-// Rows are "displayed" ones unless a log is named. Nothing is kept of the logs but the row count at the top
-// and what is unfolded. Operations answer false where rows cannot be read; damaged or growing logs lead to
-// odd rows, but every operation ends, and needs memory only for what it unfolds.
+// Rows are "displayed" ones unless a log is named; what lies behind the last does not unfold. Nothing is kept
+// of the logs but the row count at the top and what is unfolded. Operations answer false where rows cannot be
+// read; damaged or growing logs lead to odd rows, but every operation ends, and needs memory only for what it
+// unfolds.
 class LogSession
 {
 public:
@@ -47,7 +48,8 @@ public:
     // a new session has begun and nothing remains unfolded.
     void Refresh(int file);
 
-    // The log and row that lie at `row`; a row behind the last one continues the log at the top.
+    // The log and row that lie at `row`; a row behind the last one continues the log at the top, and one
+    // below 0 does not exist.
     RowPlace Translate(std::int64_t row) const;
 
     bool ReadStyle(int row, CQmLogRow& record) const;
@@ -75,10 +77,6 @@ public:
     // Folds. False when nothing is unfolded there.
     bool Collapse(int row, RowChange& change);
 
-    // Folds what counts as unfolded, else unfolds.
-    bool Switch(int row, RowChange& change);
-    bool SwitchAll(int row, RowChange& change);
-
     // The row of any log for number `time`: of the first log that has it, else the smallest number that
     // the logs' own searches answer, whatever the direction.
     bool Find(unsigned long time, bool forward, int& file, unsigned long& fileRow) const;
@@ -95,9 +93,9 @@ public:
     void GetBlock(int current, int row, int& first, int& last) const;
 
 private:
-    bool GetFold(RecordPages& pages, std::int64_t row, bool& expanded) const;
+    bool IsShown(std::int64_t row) const;
+    bool GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
     bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
-    bool Toggle(int row, bool all, RowChange& change);
     bool FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
                    std::uint32_t& foundNumber) const;
 

@@ -105,8 +105,7 @@ int LogSession::FindError(int row, bool forward) const
     RecordPages pages(m_source, kWalkRows);
     const std::int64_t step = forward ? 1 : -1;
     CQmLogRow record;
-    for (std::int64_t at = row + step; at > 0 && at <= kMaxRows && pages.Read(Translate(at), record);
-         at += step)
+    for (std::int64_t at = row + step; at > 0 && IsShown(at) && pages.Read(Translate(at), record); at += step)
     {
         if (record.blockBegin != 0 && record.kind == kErrorKind)
             return static_cast<int>(at);

@@ -8,7 +8,7 @@ int SwitchedRow(int row, int column, int x, int dy, int rowHeight, int columnWid
     if (column >= -1 || x < 0 || x > columnWidth)
         return kNoSwitch;
     if (dy <= rowHeight / 2)
-        return row - 1; // above the first row there is nothing to switch
+        return row - 1;
     return dy >= rowHeight - rowHeight / 2 ? row : kNoSwitch;
 }
 

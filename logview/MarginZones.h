@@ -4,9 +4,10 @@
 namespace logview
 {
 
-constexpr int kNoSwitch = -1;
+constexpr int kNoSwitch = -2;
 
-// The row whose block a click switches; kNoSwitch when it means something else. Fold marks straddle the edge
+// The row whose block a click switches; -1 above the first row, where there is none; kNoSwitch when the
+// click means something else. Fold marks straddle the edge
 // between two rows, so a click in the upper half of a row belongs to the row above.
 // `row`, `column`  under the point; the text begins at column 0
 // `x`              pixels from the left edge of the unscrolled rows

@@ -39,6 +39,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
     m_rows = std::make_unique<logview::ShownRows>();
     m_rows->session.Refresh(m_file);
     m_canAskTime = false;
+    m_followPaused = false;
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
     m_menuDrawer.Attach(GetSafeHwnd());
@@ -84,6 +85,12 @@ bool CQmLogTextCtrl::IsFollowPaused() const
 }
 
 void CQmLogTextCtrl::OnUserScroll()
+{
+    UpdateFollow();
+}
+
+// The view was moved by the user's doing.
+void CQmLogTextCtrl::UpdateFollow()
 {
     m_followPaused = m_follow && m_followPauses && !IsAtEnd();
 }
@@ -158,10 +165,12 @@ bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
     if (change.delta != 0)
     {
         m_rows->searched.Clear();
-        const int behind =
-            change.delta < 0 ? change.row - change.delta : change.row; // the first row that stays
-        MoveRows(behind, change.delta);
+        // The first row that stays; what went may have reached beyond the last number of a row.
+        const std::int64_t behind = std::int64_t{change.row} - std::min(change.delta, 0);
+        MoveRows(static_cast<int>(std::min<std::int64_t>(behind, logview::LogSession::kMaxRows)),
+                 change.delta);
         OnRowsChanged();
+        UpdateFollow();
     }
     return done;
 }
@@ -227,6 +236,7 @@ bool CQmLogTextCtrl::Move(bool up, bool otherFile)
         return false;
     Browse(file);
     Focus(static_cast<int>(fileRow), 0, !up);
+    UpdateFollow();
     return true;
 }
 
@@ -236,6 +246,7 @@ bool CQmLogTextCtrl::GoToError(bool forward)
     if (row == logview::LogSession::kNoRow)
         return false;
     Focus(row, 0, false);
+    UpdateFollow();
     return true;
 }
 
@@ -297,7 +308,7 @@ int CQmLogTextCtrl::GetColumnCount()
 int CQmLogTextCtrl::GetRowColumnCount(int row)
 {
     if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
-        return static_cast<int>(cached->length);
+        return static_cast<int>(std::min<std::uint32_t>(cached->length, logview::LogSession::kMaxRows));
     return m_rows->session.GetColumnCount(row);
 }
 
@@ -309,8 +320,9 @@ bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
     if (searched.Get(row) == nullptr)
         searched.Prepare(m_rows->session, row - row % kTogether, kTogether);
     const logview::CachedRow* const cached = searched.Get(row);
-    if (cached == nullptr ||
-        cached->text.size() < cached->length) // a long line, of which only a part was read
+    if (cached == nullptr || !cached->readable)
+        return false;
+    if (cached->length > logview::RowCache::kLineBytes) // of which only a part was read
         return m_rows->session.ReadLine(row, line);
     line = cached->text;
     return true;

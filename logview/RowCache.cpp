@@ -26,8 +26,7 @@ const CachedRow* RowCache::Get(int row) const
     const std::int64_t index = std::int64_t{row} - m_first;
     if (index < 0 || index + 1 >= static_cast<std::int64_t>(m_rows.size()))
         return nullptr;
-    const CachedRow& cached = m_rows[static_cast<std::size_t>(index)];
-    return cached.readable ? &cached : nullptr;
+    return &m_rows[static_cast<std::size_t>(index)];
 }
 
 void RowCache::Prepare(const LogSession& session, int first, int count)

@@ -17,7 +17,7 @@ struct CachedRow
     CQmLogRow record;
     std::uint32_t length = 0; // bytes of the line as its index tells it
     std::string_view text;    // the line with its line feed, or its first RowCache::kLineBytes bytes
-    bool readable = false;    // else there is nothing to draw
+    bool readable = false;    // else there is nothing to draw, and the row is empty
     bool foldable = false;
     bool expanded = false;
 };
@@ -37,7 +37,7 @@ public:
     // Forgets the rows: logs grow, and what was read holds for one paint.
     void Clear();
 
-    // Null for a row that was not prepared or cannot be read.
+    // Null for a row that was not prepared.
     const CachedRow* Get(int row) const;
 
 private:

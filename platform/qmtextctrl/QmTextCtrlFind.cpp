@@ -113,14 +113,15 @@ bool CQmTextCtrl::FindLastBefore(int row, int limit, int& column)
 
 bool CQmTextCtrl::ShowMatch(bool found, textview::Place match)
 {
-    if (found)
-    {
-        const int length = static_cast<int>(m_findText.size());
-        Focus(match.row, match.column, false);
-        Select(match.row, match.column + length);
-        EnsureVisible(match.row, match.column, 1, length);
-    }
     if (m_findBar)
         m_findBar->ShowFound(found || m_findText.empty());
-    return found;
+    if (!found)
+        return false;
+    ApplyUser([&] {
+        const int length = static_cast<int>(m_findText.size());
+        m_view.Focus(match, false);
+        m_view.Select({match.row, match.column + length});
+        m_view.EnsureVisible(match, 1, length);
+    });
+    return true;
 }

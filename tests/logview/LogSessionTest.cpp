@@ -23,15 +23,6 @@ unsigned Below(Random& random, std::size_t end)
     return static_cast<unsigned>(random() % end);
 }
 
-// The displayed rows as "<log><row> ", the log by its letter.
-std::string Shown(const LogSession& session)
-{
-    std::string text;
-    for (int row = 0; row < session.GetRowCount(); ++row)
-        text += "MROQS"[session.Translate(row).file] + std::to_string(session.Translate(row).row) + ' ';
-    return text;
-}
-
 void ExpectSame(const LogSession& session, LiteralView& literal)
 {
     ASSERT_EQ(literal.Size(), static_cast<std::uint32_t>(session.GetRowCount()));
@@ -93,7 +84,6 @@ TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
             const unsigned at = Below(random, literal.Size() + 1);
             const int row = static_cast<int>(at);
             const int before = session.GetRowCount();
-            const std::string above = Shown(session);
             RowChange change;
             switch (Below(random, 4))
             {
@@ -109,6 +99,7 @@ TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
                 EXPECT_EQ(literal.Expand(at), session.Expand(row, change));
             }
             EXPECT_EQ(before + change.delta, session.GetRowCount());
+            EXPECT_EQ(change.delta != 0 ? row + 1 : 0, change.row);
             ExpectSame(session, literal);
             ExpectSamePage(source, session, row);
             if (testing::Test::HasFailure())
@@ -117,26 +108,6 @@ TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
         for (int file = 0; file < static_cast<int>(kFileCount); ++file)
             QmLogReaderDefine(GetLogName(file)).Close();
     }
-}
-
-TEST(LogSession, UnfoldsToTheEndWhereItsOwnLogHasEnded)
-{
-    LogRows logs;
-    logs.AddAll("MRQMQ");
-    LogSession session(logs);
-    session.Refresh(0);
-    RowChange change;
-    EXPECT_FALSE(session.Expand(1, change)); // nothing is displayed behind it
-    EXPECT_TRUE(session.Expand(0, change));
-    EXPECT_EQ("M0 R0 M1 ", Shown(session));
-    EXPECT_TRUE(session.SwitchAll(1, change));
-    EXPECT_EQ("M0 R0 Q0 M1 Q1 M1 ", Shown(session));
-    EXPECT_EQ(2, change.row);
-    EXPECT_EQ(3, change.delta);
-    EXPECT_TRUE(session.Switch(0, change)); // unfolded: folds with all within
-    EXPECT_EQ("M0 M1 ", Shown(session));
-    EXPECT_FALSE(session.Collapse(0, change));
-    EXPECT_FALSE(session.Collapse(-1, change));
 }
 
 TEST(LogSession, TakesTheNextNumberThereIsWhereNumbersAreMissing)
@@ -149,15 +120,15 @@ TEST(LogSession, TakesTheNextNumberThereIsWhereNumbersAreMissing)
     session.Refresh(0);
     RowChange change;
     EXPECT_TRUE(session.Expand(1, change)); // 5 is missing: 11 it is, not a stale row of a log that ended
-    EXPECT_EQ("M0 M1 Q0 M2 ", Shown(session));
+    EXPECT_TRUE(change.delta == 1 && session.Translate(2).file == 3);
 
     for (unsigned file = 1; file < kFileCount; ++file)
         logs.rows[file].clear();
     EXPECT_FALSE(session.Expand(0, change));
 }
 
-// All rows in order of their numbers, and pages of reads rather than reads a row.
-TEST(LogSession, ExpandsAllOfALongSessionInPages)
+// All rows in order of their numbers, without a read a row.
+TEST(LogSession, UnfoldsLongSessionsWithFewReads)
 {
     LogRows logs;
     logs.AddAll("MO");
@@ -167,27 +138,16 @@ TEST(LogSession, ExpandsAllOfALongSessionInPages)
     LogSession session(logs);
     session.Refresh(0);
     RowChange change;
+    EXPECT_TRUE(session.Expand(0, change) && session.Expand(1, change));
+    EXPECT_EQ(40'000, change.delta);
+    EXPECT_LT(logs.recordReads, 20u);
+    EXPECT_TRUE(session.Collapse(0, change));
     EXPECT_TRUE(session.ExpandAll(0, change));
     ASSERT_EQ(static_cast<int>(logs.time), session.GetRowCount());
     EXPECT_LT(logs.recordReads, 600u);
     CQmLogRow record;
     for (int row = 0; row < session.GetRowCount(); ++row)
         ASSERT_TRUE(session.ReadStyle(row, record) && static_cast<int>(record.time) == row + 1) << row;
-}
-
-TEST(LogSession, CountsAStretchByItsNumbers)
-{
-    const auto reads = [](int count) {
-        LogRows logs;
-        logs.AddAll("M" + std::string(static_cast<std::size_t>(count), 'R') + "MRR");
-        LogSession session(logs);
-        session.Refresh(0);
-        RowChange change;
-        EXPECT_TRUE(session.Expand(0, change));
-        EXPECT_EQ(count, change.delta);
-        return logs.recordReads;
-    };
-    EXPECT_LE(reads(1'000'000), 5 * reads(1'000));
 }
 
 TEST(LogSession, EndsOnAnyBytes)
@@ -260,6 +220,9 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     EXPECT_EQ(4, session.FindError(1, true));
     EXPECT_EQ(1, session.FindError(4, false));
     EXPECT_EQ(LogSession::kNoRow, session.FindError(1, false));
+    logs.Add(0, "x\n", 0, true, kErrorKind); // not displayed before the next refresh
+    EXPECT_EQ(LogSession::kNoRow, session.FindError(4, true));
+    EXPECT_FALSE(session.Expand(session.GetRowCount(), change));
 
     int first = -1;
     int last = -1;
@@ -267,6 +230,14 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     EXPECT_TRUE(first == 1 && last == 2); // to the next block of the same depth
     session.GetBlock(0, 4, first, last);
     EXPECT_TRUE(first == 3 && last == 4); // to a row of less depth
+
+    CQmLogRow record;
+    for (const int none : {-1, std::numeric_limits<int>::min(), LogSession::kMaxRows})
+    {
+        std::string line;
+        EXPECT_FALSE(session.ReadStyle(none, record) || session.ReadLine(none, line)) << none;
+        EXPECT_FALSE(session.ExpandAll(none, change) || session.Collapse(none, change)) << none;
+    }
 }
 
 TEST(RowCache, ReadsNeighboursTogetherAndLongLinesInPart)

@@ -119,7 +119,7 @@ protected:
     // Fills and shows the context menu at a screen point; nothing by default.
     virtual void OnTextMenu(CPoint screenPoint);
 
-    // The user moved the view: wheel, scroll bar, keys or autoscroll. Nothing by default.
+    // The user moved the view: wheel, scroll bar, keys, autoscroll or a search. Nothing by default.
     virtual void OnUserScroll();
 
     BOOL PreCreateWindow(CREATESTRUCT& create) override;

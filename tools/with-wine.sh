@@ -38,8 +38,10 @@ if [[ $WINE_GRAPHICS == x11 ]]; then
 else
     warm_wine
     # The desktop starts with the first window and ends with the last one, a second each time that a test
-    # would wait for: this window keeps it.
+    # would wait for: this window keeps it. The second program makes a window too, and once it has ended the
+    # desktop is there; started by the command, it would keep the command's output open.
     wine notepad </dev/null >/dev/null 2>&1 &
     trap "kill $! 2>/dev/null || true" EXIT
+    quietly rundll32 user32.dll,MessageBeep || true
 fi
 "$@"

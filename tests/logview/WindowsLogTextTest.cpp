@@ -114,6 +114,22 @@ protected:
     CQmLogTextCtrl& text = browser.GetTextCtrl();
 };
 
+// A colour of the system's scheme, put back at the end.
+class SystemColor
+{
+public:
+    SystemColor(int index, COLORREF color) : m_index(index), m_old(::GetSysColor(index)) { Set(color); }
+    ~SystemColor() { Set(m_old); }
+    SystemColor(const SystemColor&) = delete;
+    SystemColor& operator=(const SystemColor&) = delete;
+
+    void Set(COLORREF color) { ::SetSysColors(1, &m_index, &color); }
+
+private:
+    int m_index;
+    COLORREF m_old;
+};
+
 std::string ClipboardText(CWnd& owner)
 {
     if (!owner.OpenClipboard())
@@ -359,7 +375,8 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
     const int row = FoldedRow();
     text.Focus(row + 2, 0, false); // away from the mark, and in view
     text.EnsureVisible(row - 1, 0, 3, 0);
-    const COLORREF face = ::GetSysColor(COLOR_3DSHADOW); // this scheme's faces are nearly white
+    SystemColor scheme(COLOR_3DFACE, RGB(212, 208, 200));
+    const COLORREF face = ::GetSysColor(COLOR_3DFACE);
     const auto pixel = [&](int x, int dy) {
         text.UpdateWindow();
         CClientDC dc(&text);
@@ -372,6 +389,11 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
     EXPECT_EQ(face, pixel(3, 12));
     text.InvalidateRect(CRect(0, static_cast<int>(PointIn(row + 1, 0, 0).y), 600, 400), FALSE);
     EXPECT_EQ(face, pixel(4, 17)) << "also when only the row below is painted";
+
+    // A face that is nearly the window's colour would not be seen.
+    scheme.Set(RGB(245, 245, 245));
+    text.Invalidate();
+    EXPECT_EQ(::GetSysColor(COLOR_3DSHADOW), pixel(4, 17));
 }
 
 // Damaged rows, lines of megabytes and bytes of any value are drawn or skipped.

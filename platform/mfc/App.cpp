@@ -1,4 +1,5 @@
 #include "mfc/MessageLoop.h"
+#include "mfc/WndCall.h"
 
 #include <string>
 
@@ -67,7 +68,8 @@ BOOL CWinApp::OnIdle(LONG)
 
 LRESULT CWinApp::ProcessWndProcException(CException* exception, const MSG* message)
 {
-    if (message->message != WM_PAINT)
+    const bool told = dynamic_cast<CUserException*>(exception) != nullptr;
+    if (message->message != WM_PAINT && !told)
         exception->ReportError();
     return message->message == WM_CREATE ? -1 : 0;
 }
@@ -114,7 +116,13 @@ int AfxWinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int show)
 BOOL AfxPreTranslateMessage(MSG* message)
 {
     CWinApp* const app = AfxGetApp();
-    return app ? app->PreTranslateMessage(message) : CWnd::WalkPreTranslateTree(nullptr, message);
+    const MSG offered = *message;
+    BOOL consumed = TRUE; // also by what fails
+    GuardHandler(offered, [&]() -> LRESULT {
+        consumed = app ? app->PreTranslateMessage(message) : CWnd::WalkPreTranslateTree(nullptr, message);
+        return 0;
+    });
+    return consumed;
 }
 
 bool PumpMessage(MSG& message)

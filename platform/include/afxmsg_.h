@@ -193,7 +193,7 @@ template <auto handler> BOOL Timer(CCmdTarget* target, WPARAM wParam, LPARAM, LR
 
 // Any message, and one whose number a variable holds: LRESULT handler(WPARAM, LPARAM).
 #define ON_MESSAGE(message, handler) AFX_MESSAGE_ENTRY_(message, &afx::Raw<handler>)
-#define ON_REGISTERED_MESSAGE(variable, handler) {0xC000, 0, 0, 0, &afx::Raw<handler>, &variable},
+#define ON_REGISTERED_MESSAGE(variable, handler) {0xC000, 0, 0, 0, &afx::Raw<handler>, &(variable)},
 
 // The system's messages: the handlers of CWnd, by their names.
 #define ON_WM_CREATE() AFX_MESSAGE_ENTRY_(WM_CREATE, &afx::Record<&ThisClass::OnCreate>)

@@ -66,10 +66,15 @@ BOOL CWinApp::OnIdle(LONG)
     return FALSE;
 }
 
+// Whether the user knows of it.
+static bool IsTold(const CException& exception)
+{
+    return dynamic_cast<const CUserException*>(&exception) != nullptr;
+}
+
 LRESULT CWinApp::ProcessWndProcException(CException* exception, const MSG* message)
 {
-    const bool told = dynamic_cast<CUserException*>(exception) != nullptr;
-    if (message->message != WM_PAINT && !told)
+    if (message->message != WM_PAINT && !IsTold(*exception))
         exception->ReportError();
     return message->message == WM_CREATE ? -1 : 0;
 }

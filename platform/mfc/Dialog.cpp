@@ -60,9 +60,11 @@ LRESULT CDialog::OnInitMessage(WPARAM, LPARAM)
 
 BOOL CDialog::CreateWithTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent)
 {
+    if (m_hWnd)
+        return FALSE; // and lives on
     HWND hwnd = nullptr;
     bool hasSeenWindow = false;
-    if (dialogTemplate && !m_hWnd)
+    if (dialogTemplate)
     {
         const CreationHook hook(*this);
         hwnd = ::CreateDialogIndirectParam(AfxGetResourceHandle(), dialogTemplate, parent, &DialogProc, 0);

@@ -197,7 +197,10 @@ TEST(MfcWindow, AnObjectMayEndWithinItsHandler)
     };
     EXPECT_EQ(nullptr, create("no such class"));
     EXPECT_EQ(0, EndingWnd::count);
-    EXPECT_EQ(3, create(nullptr)->SendMessage(WM_APP));
+    EndingWnd* const twice = create(nullptr);
+    EXPECT_FALSE(twice->CreateEx(0, nullptr, "", WS_POPUP, CRect(), nullptr, 0));
+    EXPECT_EQ(1, EndingWnd::count) << "its first window lives on";
+    EXPECT_EQ(3, twice->SendMessage(WM_APP));
     EXPECT_EQ(0, create(nullptr)->SendMessage(WM_COMMAND, 1));
     EXPECT_EQ(0, create("EDIT")->SendMessage(WM_CLOSE));
     EXPECT_EQ(0, EndingWnd::count);

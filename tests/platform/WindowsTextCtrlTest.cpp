@@ -379,7 +379,7 @@ TEST_F(TextCtrlTest, LeavesNothingBehind)
 {
     int windows = 0;
     int objects = 0;
-    for (int round = 0; round < 50; ++round)
+    for (int round = 0; round < 20; ++round)
     {
         if (round == 5) // the system keeps some of what the first ones used
         {

@@ -48,8 +48,8 @@ public:
     // Gives the messages back and detaches.
     HWND UnsubclassWindow();
 
-    // Creates a child window; FALSE when it fails, and PostNcDestroy has been called. A null class name
-    // stands for a plain window class.
+    // Creates a child window. FALSE when it fails, and PostNcDestroy has been called; FALSE, and nothing
+    // else, when the object has a window. A null class name stands for a plain window class.
     virtual BOOL Create(LPCSTR className, LPCSTR windowName, DWORD style, const RECT& rect, CWnd* parent,
                         UINT id, CCreateContext* context = nullptr);
     BOOL CreateEx(DWORD exStyle, LPCSTR className, LPCSTR windowName, DWORD style, const RECT& rect,

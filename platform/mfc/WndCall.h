@@ -20,7 +20,7 @@ public:
     static BOOL Subclass(CWnd& wnd, HWND hwnd);
 
 private:
-    static LRESULT Call(CWnd& wnd, const MSG& message) noexcept;
+    static LRESULT Call(CWnd& wnd, const MSG& current) noexcept;
 };
 
 // While it lives, the next window that this thread creates becomes that of `wnd`, before its first message.

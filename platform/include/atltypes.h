@@ -26,11 +26,6 @@ public:
     {
     }
 
-    void Offset(int dx, int dy)
-    {
-        x += dx;
-        y += dy;
-    }
     friend CPoint operator+(const CPoint& a, const SIZE& b) { return {a.x + b.cx, a.y + b.cy}; }
     friend CPoint operator-(const CPoint& a, const SIZE& b) { return {a.x - b.cx, a.y - b.cy}; }
     friend CPoint operator+(const CPoint& a, const POINT& b) { return {a.x + b.x, a.y + b.y}; }
@@ -55,21 +50,10 @@ public:
     int Width() const { return right - left; }
     int Height() const { return bottom - top; }
     CSize Size() const { return {Width(), Height()}; }
-    CPoint TopLeft() const { return {left, top}; }
-    CPoint BottomRight() const { return {right, bottom}; }
-    CPoint CenterPoint() const { return {left + Width() / 2, top + Height() / 2}; }
 
     BOOL IsRectEmpty() const { return ::IsRectEmpty(this); }
-    BOOL IsRectNull() const { return left == 0 && top == 0 && right == 0 && bottom == 0; }
     BOOL PtInRect(POINT point) const { return ::PtInRect(this, point); }
-    void SetRect(int l, int t, int r, int b) { ::SetRect(this, l, t, r, b); }
-    void SetRectEmpty() { ::SetRectEmpty(this); }
-    void InflateRect(int dx, int dy) { ::InflateRect(this, dx, dy); }
-    void DeflateRect(int dx, int dy) { ::InflateRect(this, -dx, -dy); }
-    void OffsetRect(int dx, int dy) { ::OffsetRect(this, dx, dy); }
-    void OffsetRect(POINT by) { ::OffsetRect(this, by.x, by.y); }
     BOOL IntersectRect(LPCRECT a, LPCRECT b) { return ::IntersectRect(this, a, b); }
-    BOOL UnionRect(LPCRECT a, LPCRECT b) { return ::UnionRect(this, a, b); }
 
     friend bool operator==(const CRect& a, const CRect& b) { return ::EqualRect(&a, &b); }
 };

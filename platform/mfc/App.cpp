@@ -1,4 +1,5 @@
 #include "mfc/MessageLoop.h"
+#include "mfc/WndCall.h"
 
 #include <string>
 
@@ -65,9 +66,15 @@ BOOL CWinApp::OnIdle(LONG)
     return FALSE;
 }
 
+// Whether the user knows of it.
+static bool IsTold(const CException& exception)
+{
+    return dynamic_cast<const CUserException*>(&exception) != nullptr;
+}
+
 LRESULT CWinApp::ProcessWndProcException(CException* exception, const MSG* message)
 {
-    if (message->message != WM_PAINT)
+    if (message->message != WM_PAINT && !IsTold(*exception))
         exception->ReportError();
     return message->message == WM_CREATE ? -1 : 0;
 }
@@ -114,7 +121,13 @@ int AfxWinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int show)
 BOOL AfxPreTranslateMessage(MSG* message)
 {
     CWinApp* const app = AfxGetApp();
-    return app ? app->PreTranslateMessage(message) : CWnd::WalkPreTranslateTree(nullptr, message);
+    const MSG offered = *message;
+    BOOL consumed = TRUE; // also by what fails
+    GuardHandler(offered, [&]() -> LRESULT {
+        consumed = app ? app->PreTranslateMessage(message) : CWnd::WalkPreTranslateTree(nullptr, message);
+        return 0;
+    });
+    return consumed;
 }
 
 bool PumpMessage(MSG& message)

@@ -64,18 +64,6 @@ CGdiObject* CDC::SelectStockObject(int index)
     return CGdiObject::FromHandle(::SelectObject(m_hDC, ::GetStockObject(index)));
 }
 
-CFont* CDC::GetCurrentFont() const
-{
-    return CFont::FromHandle(static_cast<HFONT>(::GetCurrentObject(m_hDC, OBJ_FONT)));
-}
-
-CSize CDC::GetTextExtent(LPCSTR text, int length) const
-{
-    CSize size;
-    ::GetTextExtentPoint32(m_hDC, text, length, &size);
-    return size;
-}
-
 CPoint CDC::MoveTo(int x, int y)
 {
     CPoint old;
@@ -94,28 +82,11 @@ void CDC::FillSolidRect(int x, int y, int width, int height, COLORREF color)
     FillSolidRect(CRect(x, y, x + width, y + height), color);
 }
 
-void CDC::Draw3dRect(LPCRECT rect, COLORREF topLeft, COLORREF bottomRight)
-{
-    const int width = rect->right - rect->left;
-    const int height = rect->bottom - rect->top;
-    FillSolidRect(rect->left, rect->top, width - 1, 1, topLeft);
-    FillSolidRect(rect->left, rect->top, 1, height - 1, topLeft);
-    FillSolidRect(rect->right - 1, rect->top, 1, height, bottomRight);
-    FillSolidRect(rect->left, rect->bottom - 1, width, 1, bottomRight);
-}
-
 CPoint CDC::SetViewportOrg(int x, int y)
 {
     CPoint old;
     ::SetViewportOrgEx(m_hDC, x, y, &old);
     return old;
-}
-
-CPoint CDC::GetViewportOrg() const
-{
-    CPoint origin;
-    ::GetViewportOrgEx(m_hDC, &origin);
-    return origin;
 }
 
 static HWND HandleOf(const CWnd* wnd)

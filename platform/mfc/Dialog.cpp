@@ -1,6 +1,7 @@
 #include "mfc/WndCall.h"
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
+    ON_MESSAGE(WM_INITDIALOG, &ThisClass::OnInitMessage)
     ON_COMMAND(IDOK, &ThisClass::OnOK)
     ON_COMMAND(IDCANCEL, &ThisClass::OnCancel)
 END_MESSAGE_MAP()
@@ -45,20 +46,25 @@ BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent)
     return dialogTemplate != nullptr;
 }
 
-// Commands and everything else come by the window procedure; a dialog procedure only begins the dialog.
-INT_PTR CALLBACK CDialog::DialogProc(HWND hwnd, UINT message, WPARAM, LPARAM)
+// Everything comes by the window procedure. An exception would have to pass through the system's frames to
+// leave a dialog procedure.
+static INT_PTR CALLBACK DialogProc(HWND, UINT, WPARAM, LPARAM)
 {
-    if (message != WM_INITDIALOG)
-        return FALSE;
-    auto* const dialog = dynamic_cast<CDialog*>(FromHandlePermanent(hwnd));
-    return dialog ? dialog->OnInitDialog() : TRUE;
+    return FALSE;
+}
+
+LRESULT CDialog::OnInitMessage(WPARAM, LPARAM)
+{
+    return OnInitDialog();
 }
 
 BOOL CDialog::CreateWithTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent)
 {
+    if (m_hWnd)
+        return FALSE; // and lives on
     HWND hwnd = nullptr;
     bool hasSeenWindow = false;
-    if (dialogTemplate && !m_hWnd)
+    if (dialogTemplate)
     {
         const CreationHook hook(*this);
         hwnd = ::CreateDialogIndirectParam(AfxGetResourceHandle(), dialogTemplate, parent, &DialogProc, 0);
@@ -92,6 +98,8 @@ INT_PTR CDialog::DoModal()
     // Enabled again before the dialog goes, or another program's window would become the active one.
     if (disable)
         ::EnableWindow(owner, TRUE);
+    if (m_hWnd && ::GetActiveWindow() == m_hWnd)
+        ::SetActiveWindow(owner);
     DestroyWindow();
     return result;
 }
@@ -100,7 +108,9 @@ void CDialog::EndDialog(int result)
 {
     m_ended = true;
     m_endResult = result;
-    ShowWindow(SW_HIDE);
+    // Without giving up its activation, which would go to any window but the disabled owner.
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
+                   SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     EndModalLoop(result);
 }
 

@@ -50,6 +50,8 @@ CGdiObject* CGdiObject::FromHandle(HGDIOBJ handle)
     if (!handle)
         return nullptr;
     HandleMap<CGdiObject>& map = GetThreadState().gdiObjects;
+    if (CGdiObject* const owner = map.FindPermanent(handle))
+        return owner;
     // A number may have been given to an object of another kind since.
     std::unique_ptr<CGdiObject> made = MakeObject(::GetObjectType(handle));
     if (CGdiObject* const found = map.Find(handle); found && typeid(*found) == typeid(*made))

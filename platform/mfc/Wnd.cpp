@@ -4,6 +4,7 @@
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_NCDESTROY()
     ON_WM_SYSCOLORCHANGE()
+    ON_WM_SETTINGCHANGE()
 END_MESSAGE_MAP()
 
 static bool IsFor(const AFX_MSGMAP_ENTRY& entry, UINT message)
@@ -71,12 +72,23 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* result)
     return OnCmdMsg(static_cast<UINT>(header->idFrom), code, &notify, nullptr);
 }
 
+// The system tells top-level windows only.
+void CWnd::TellDescendants()
+{
+    const MSG message = *GetCurrentMessage();
+    if (!(GetStyle() & WS_CHILD))
+        SendMessageToDescendants(message.message, message.wParam, message.lParam);
+    Default();
+}
+
 void CWnd::OnSysColorChange()
 {
-    // The system tells top-level windows only.
-    if (!(GetStyle() & WS_CHILD))
-        SendMessageToDescendants(WM_SYSCOLORCHANGE);
-    Default();
+    TellDescendants();
+}
+
+void CWnd::OnSettingChange(UINT, LPCSTR)
+{
+    TellDescendants();
 }
 
 void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam)
@@ -108,29 +120,6 @@ BOOL CWnd::WalkPreTranslateTree(HWND stop, MSG* message)
     return FALSE;
 }
 
-static BOOL ModifyBits(HWND hwnd, int index, DWORD remove, DWORD add, UINT flags)
-{
-    const auto old = static_cast<DWORD>(::GetWindowLong(hwnd, index));
-    const DWORD bits = (old & ~remove) | add;
-    if (bits == old)
-        return FALSE;
-    ::SetWindowLong(hwnd, index, static_cast<LONG>(bits));
-    if (flags != 0)
-        ::SetWindowPos(hwnd, nullptr, 0, 0, 0, 0,
-                       SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | flags);
-    return TRUE;
-}
-
-BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT flags)
-{
-    return ModifyBits(m_hWnd, GWL_STYLE, remove, add, flags);
-}
-
-BOOL CWnd::ModifyStyleEx(DWORD remove, DWORD add, UINT flags)
-{
-    return ModifyBits(m_hWnd, GWL_EXSTYLE, remove, add, flags);
-}
-
 // Two points, and not each by itself: the corners change sides in a mirrored window.
 void CWnd::ClientToScreen(LPRECT rect) const
 {
@@ -142,31 +131,9 @@ void CWnd::ScreenToClient(LPRECT rect) const
     ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(rect), 2);
 }
 
-CWnd* CWnd::GetTopLevelParent() const
-{
-    HWND top = m_hWnd;
-    while (HWND const parent = ::GetParent(top))
-        top = parent;
-    return FromHandle(top);
-}
-
 void CWnd::GetWindowText(CString& text) const
 {
     const int length = ::GetWindowTextLength(m_hWnd);
     ::GetWindowText(m_hWnd, text.GetBuffer(length), length + 1);
     text.ReleaseBuffer();
-}
-
-BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask)
-{
-    info->cbSize = sizeof(*info);
-    info->fMask = mask;
-    return ::GetScrollInfo(m_hWnd, bar, info);
-}
-
-BOOL CWnd::SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw)
-{
-    info->cbSize = sizeof(*info);
-    ::SetScrollInfo(m_hWnd, bar, info, redraw);
-    return TRUE;
 }

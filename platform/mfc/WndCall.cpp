@@ -34,13 +34,19 @@ static LRESULT Failed(CException* exception, const MSG& message)
     return message.message == WM_CREATE ? -1 : 0;
 }
 
-// An exception must not pass through the system's frames. `message` changes while the window deals with it.
+// `current` changes while the window deals with it.
 LRESULT CWndCall::Call(CWnd& wnd, const MSG& current) noexcept
 {
     const MSG message = current;
+    return GuardHandler(message,
+                        [&] { return wnd.WindowProc(message.message, message.wParam, message.lParam); });
+}
+
+LRESULT GuardHandler(const MSG& message, const std::function<LRESULT()>& handler) noexcept
+{
     try
     {
-        return wnd.WindowProc(message.message, message.wParam, message.lParam);
+        return handler();
     }
     catch (CException* exception)
     {

@@ -3,6 +3,12 @@
 
 #include "afxwin.h"
 
+#include <functional>
+
+// What `handler` answers; where a framework exception or the lack of memory leaves it, the answer of the
+// failed message, and the user is told. An exception must not pass through the system's frames.
+LRESULT GuardHandler(const MSG& message, const std::function<LRESULT()>& handler) noexcept;
+
 // The framework's side of a window: what its messages go through, and how it gets its object.
 class CWndCall
 {
@@ -14,7 +20,7 @@ public:
     static BOOL Subclass(CWnd& wnd, HWND hwnd);
 
 private:
-    static LRESULT Call(CWnd& wnd, const MSG& message) noexcept;
+    static LRESULT Call(CWnd& wnd, const MSG& current) noexcept;
 };
 
 // While it lives, the next window that this thread creates becomes that of `wnd`, before its first message.

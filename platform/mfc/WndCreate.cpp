@@ -87,7 +87,9 @@ BOOL CWnd::CreateEx(DWORD exStyle, LPCSTR className, LPCSTR windowName, DWORD st
 {
     CREATESTRUCT create = {param, AfxGetInstanceHandle(),   menuOrId,   parent,    height, width, y,
                            x,     static_cast<LONG>(style), windowName, className, exStyle};
-    if (m_hWnd || !PreCreateWindow(create))
+    if (m_hWnd)
+        return FALSE; // and lives on
+    if (!PreCreateWindow(create))
     {
         PostNcDestroy();
         return FALSE;

@@ -104,9 +104,6 @@ void CQmTextCtrl::LoadColors()
                             (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
     m_colors.window = ::GetSysColor(COLOR_WINDOW);
     m_colors.windowText = ::GetSysColor(COLOR_WINDOWTEXT);
-    const bool isActive = m_focused || m_findBarFocused;
-    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
 }
 
 void CQmTextCtrl::OnSysColorChange()

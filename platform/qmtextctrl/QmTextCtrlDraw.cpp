@@ -53,6 +53,12 @@ void CQmTextCtrl::OnPaint()
 
 void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
 {
+    // Asked for here, for no message tells whether the focus goes from the find bar to a window outside.
+    const HWND focus = ::GetFocus();
+    const bool isActive = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
+    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
+    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+
     ::SelectObject(dc, m_font);
     dc.FillSolidRect(area, m_colors.window);
     dc.SetBkMode(TRANSPARENT);
@@ -174,23 +180,19 @@ void CQmTextCtrl::OnSetFocus(CWnd*)
     if (!m_prepared)
         return;
     m_focused = true;
-    m_findBarFocused = false;
     DWORD width = 1;
     ::SystemParametersInfo(SPI_GETCARETWIDTH, 0, &width, 0);
     CreateSolidCaret(static_cast<int>(width), m_view.GetMetrics().rowHeight);
     UpdateCaret();
     ShowCaret();
-    LoadColors();
     InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});
 }
 
-void CQmTextCtrl::OnKillFocus(CWnd* next)
+void CQmTextCtrl::OnKillFocus(CWnd*)
 {
     if (!m_prepared)
         return;
     m_focused = false;
-    m_findBarFocused = next != nullptr && IsChild(next);
     ::DestroyCaret();
-    LoadColors();
     InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});
 }

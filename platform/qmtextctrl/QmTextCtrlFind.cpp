@@ -2,6 +2,8 @@
 #include "QmTextCtrlApply.h"
 #include "QmTextFindBar.h"
 
+#include <algorithm>
+
 bool CQmTextCtrl::Find(int, int&, const char*, bool&)
 {
     return false;
@@ -95,20 +97,29 @@ bool CQmTextCtrl::FindBackward(textview::Place& match)
     return false;
 }
 
-// The last match in `row` that begins before column `limit`.
+// The last match in `row` that begins before column `limit`. Halves what lies between a match and the columns
+// that begin none: a long row has too many matches to go through them all.
 bool CQmTextCtrl::FindLastBefore(int row, int limit, int& column)
 {
-    bool any = false;
-    int place = 0;
-    while (place < limit)
-    {
+    const auto findFrom = [&](int from) {
         bool found = false;
-        if (!Find(row, place, m_findText.c_str(), found) || !found || place >= limit)
-            break;
-        any = true;
-        column = place++;
+        column = from;
+        return Find(row, column, m_findText.c_str(), found) && found && column < limit;
+    };
+    if (limit <= 0 || !findFrom(0))
+        return false;
+    int last = column;
+    int end = std::min(limit, GetRowColumnCount(row));
+    while (end - last > 1)
+    {
+        const int middle = last + (end - last) / 2;
+        if (findFrom(middle))
+            last = column;
+        else
+            end = middle;
     }
-    return any;
+    column = last;
+    return true;
 }
 
 bool CQmTextCtrl::ShowMatch(bool found, textview::Place match)

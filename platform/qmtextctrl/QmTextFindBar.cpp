@@ -88,6 +88,14 @@ BOOL CQmTextFindBar::PreTranslateMessage(MSG* message)
     return TRUE;
 }
 
+BOOL CQmTextFindBar::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    const int code = HIWORD(wParam);
+    if (code == EN_SETFOCUS || code == EN_KILLFOCUS || code == BN_SETFOCUS || code == BN_KILLFOCUS)
+        m_textCtrl.Invalidate(FALSE); // the selection's colours tell whether the focus is here
+    return CDialog::OnCommand(wParam, lParam);
+}
+
 void CQmTextFindBar::OnOK()
 {
     m_textCtrl.FindNext();

@@ -29,6 +29,7 @@ public:
 protected:
     void OnOK() override;
     void OnCancel() override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     afx_msg void OnPrevious();
     afx_msg void OnTextChange();
     DECLARE_MESSAGE_MAP()

@@ -4,7 +4,7 @@
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "qmcommon/QmCommandList.h"
-#include "tests/support/GdiObjects.h"
+#include "tests/support/GuiCounts.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/Process.h"
 
@@ -505,9 +505,9 @@ TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
         other.GetTextCtrl().UpdateWindow();
         other.DestroyWindow();
         if (round == 10)
-            objects = CountGdiObjects();
+            objects = GdiObjectCount();
     }
-    EXPECT_EQ(objects, CountGdiObjects());
+    EXPECT_EQ(objects, GdiObjectCount());
     EXPECT_EQ(nullptr, ::GetWindow(frame.GetSafeHwnd(), GW_CHILD));
 }
 

@@ -47,6 +47,16 @@ protected:
         return delta > 0;
     }
     afx_msg void OnTimer(UINT_PTR timer) { Note("timer " + std::to_string(timer)); }
+    afx_msg void OnSysColorChange()
+    {
+        Note("colours");
+        CWnd::OnSysColorChange();
+    }
+    afx_msg void OnSettingChange(UINT action, LPCSTR section)
+    {
+        Note("setting " + std::to_string(action) + " " + section);
+        CWnd::OnSettingChange(action, section);
+    }
     afx_msg LRESULT OnRegistered(WPARAM wParam, LPARAM lParam)
     {
         return static_cast<LRESULT>(wParam) * 10 + lParam;
@@ -67,6 +77,8 @@ BEGIN_MESSAGE_MAP(NotingWnd, CWnd)
     ON_WM_LBUTTONDOWN()
     ON_WM_MOUSEWHEEL()
     ON_WM_TIMER()
+    ON_WM_SYSCOLORCHANGE()
+    ON_WM_SETTINGCHANGE()
     ON_COMMAND(100, &ThisClass::OnOpen)
     ON_COMMAND(101, &ThisClass::OnOpen)
     ON_NOTIFY(NM_CLICK, 9, &ThisClass::OnNotifyClick)
@@ -185,7 +197,10 @@ TEST(MfcWindow, AnObjectMayEndWithinItsHandler)
     };
     EXPECT_EQ(nullptr, create("no such class"));
     EXPECT_EQ(0, EndingWnd::count);
-    EXPECT_EQ(3, create(nullptr)->SendMessage(WM_APP));
+    EndingWnd* const twice = create(nullptr);
+    EXPECT_FALSE(twice->CreateEx(0, nullptr, "", WS_POPUP, CRect(), nullptr, 0));
+    EXPECT_EQ(1, EndingWnd::count) << "its first window lives on";
+    EXPECT_EQ(3, twice->SendMessage(WM_APP));
     EXPECT_EQ(0, create(nullptr)->SendMessage(WM_COMMAND, 1));
     EXPECT_EQ(0, create("EDIT")->SendMessage(WM_CLOSE));
     EXPECT_EQ(0, EndingWnd::count);
@@ -254,8 +269,22 @@ BEGIN_MESSAGE_MAP(ThrowingWnd, NotingWnd)
     ON_MESSAGE(WM_APP, &ThisClass::OnThrow)
 END_MESSAGE_MAP()
 
+// Counts its reports.
+class ToldException : public CUserException
+{
+public:
+    using CUserException::CUserException;
+    int ReportError(UINT) override { return ++reports; }
+    int reports = 0;
+};
+
 TEST(MfcWindow, AnExceptionEndsTheMessageAndNothingElse)
 {
+    ToldException told(FALSE);
+    const MSG message = {nullptr, WM_CREATE, 0, 0, 0, {}};
+    EXPECT_EQ(-1, CWinApp().ProcessWndProcException(&told, &message));
+    EXPECT_EQ(0, told.reports) << "the user knows";
+
     ThrowingWnd wnd;
     ASSERT_TRUE(wnd.Show());
     EXPECT_EQ(0, wnd.SendMessage(WM_APP, 0));
@@ -269,15 +298,31 @@ TEST(MfcWindow, AnExceptionEndsTheMessageAndNothingElse)
     EXPECT_EQ(nullptr, wnd.m_hWnd);
 }
 
+TEST(MfcWindow, ATopLevelWindowTellsTheWindowsWithinItOfSettings)
+{
+    NotingWnd top;
+    CWnd middle;
+    NotingWnd child;
+    ASSERT_TRUE(top.Show() && middle.Create(nullptr, "", WS_CHILD, CRect(), &top, 1));
+    ASSERT_TRUE(child.Show(WS_CHILD, &middle));
+    child.notes.clear();
+    top.SendMessage(WM_SYSCOLORCHANGE);
+    top.SendMessage(WM_SETTINGCHANGE, 3, reinterpret_cast<LPARAM>("x"));
+    EXPECT_EQ("colours\nsetting 3 x\n", child.notes);
+}
+
 class TranslatingWnd : public NotingWnd
 {
 public:
     BOOL PreTranslateMessage(MSG*) override
     {
         notes += "seen\n";
+        if (fail)
+            throw std::bad_alloc();
         return consume;
     }
     BOOL consume = FALSE;
+    bool fail = false;
 };
 
 TEST(MfcWindow, MessagesArePreTranslatedFromTheirWindowUpwards)
@@ -296,5 +341,8 @@ TEST(MfcWindow, MessagesArePreTranslatedFromTheirWindowUpwards)
     EXPECT_EQ("seen\n|seen\n|", walk(middle, FALSE));
     middle.consume = TRUE;
     EXPECT_EQ("seen\n|seen\n|", walk(top, TRUE));
+    middle.fail = true;
+    MSG message = {child, WM_KEYDOWN, VK_F3, 0, 0, {}};
+    EXPECT_TRUE(AfxPreTranslateMessage(&message)) << "an exception ends with the message";
 }
 } // namespace

@@ -219,14 +219,32 @@ TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
     constexpr UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_PRIOR, VK_NEXT, VK_HOME, VK_END};
     constexpr BYTE modifiers[] = {0, VK_SHIFT, VK_CONTROL};
     ::DestroyCaret();
+    CFont high, low;
+    LOGFONT logFont = {};
+    logFont.lfHeight = 19;
+    ASSERT_TRUE(high.CreateFontIndirect(&logFont));
+    logFont.lfHeight = 12;
+    ASSERT_TRUE(low.CreateFontIndirect(&logFont));
     std::mt19937 random(1);
-    for (int step = 0; step < 300; ++step)
+    for (int step = 0; step < 200; ++step)
     {
         Press(keys[random() % 8], modifiers[random() % 3]);
         if (step % 3 == 0)
             text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, step % 2 == 0 ? -120 : 120));
         if (step % 5 == 0)
             text->SendMessage(WM_HSCROLL, step % 2 == 0 ? SB_LINEDOWN : SB_LINEUP);
+        if (step % 4 == 0)
+            text->MoveWindow(0, 0, 100 + static_cast<int>(random() % 300), static_cast<int>(random() % 300));
+        if (step % 7 == 0)
+            step % 2 == 0 ? text->FindInput() : text->CloseFind();
+        if (step % 11 == 0)
+            text->SetFont(step % 2 == 0 ? &high : &low);
+        if (step % 13 == 0)
+            text->rows.resize(10 + random() % 60, "other text");
+        if (step % 13 == 0)
+            text->OnRowsChanged();
+        if (random() % 3 == 0)
+            continue; // what is invalid is scrolled before it is painted
         Paint();
         const std::vector<BYTE> partial = Pixels();
         text->Invalidate();
@@ -250,10 +268,16 @@ TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)
     text->FindInput();
     Paint();
     EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(3, 3)) << "what is found can be seen";
-    text->SetFocus();
-    ::SetFocus(frame);
-    Paint();
-    EXPECT_EQ(::GetSysColor(COLOR_BTNFACE), Pixel(3, 3));
+    const HWND bar = ::GetParent(::GetFocus());
+    for (const HWND before : {::GetFocus(), ::GetDlgItem(bar, IDOK), text->m_hWnd})
+    {
+        ::SetFocus(before);
+        Paint();
+        EXPECT_EQ(::GetSysColor(COLOR_HIGHLIGHT), Pixel(3, 3));
+        ::SetFocus(frame);
+        Paint();
+        EXPECT_EQ(::GetSysColor(COLOR_BTNFACE), Pixel(3, 3));
+    }
     EXPECT_EQ(::GetSysColor(COLOR_BTNTEXT), Pixel(3, 0, 2));
     EXPECT_EQ(text->GetDrawColor(::GetSysColor(COLOR_WINDOW)), ::GetSysColor(COLOR_WINDOWTEXT));
 }
@@ -294,6 +318,17 @@ TEST_F(TextCtrlTest, FindBarFindsAroundTheEnd)
     EXPECT_FALSE(text->FindNext());
     EXPECT_FALSE(text->FindPrevious());
     EXPECT_EQ(202, text->finds); // each row once, the first one's other part again
+    text->rows[51] = std::string(3000000, 'A');
+    text->SetFindText("A");
+    text->Focus(51, 2000000, false);
+    text->finds = 0;
+    EXPECT_TRUE(text->FindPrevious());
+    EXPECT_EQ(1999999, text->GetCaretColumn());
+    EXPECT_GT(30, text->finds) << "each one may read the whole row";
+    text->rows[51] = "";
+    text->SetFindText("ABSENT");
+    text->Focus(50, 3, false);
+    text->Select(50, 5);
     EXPECT_EQ((std::vector{50, 3, 50, 5}), Selection());
 
     Press(VK_END, VK_CONTROL);
@@ -344,7 +379,7 @@ TEST_F(TextCtrlTest, LeavesNothingBehind)
 {
     int windows = 0;
     int objects = 0;
-    for (int round = 0; round < 50; ++round)
+    for (int round = 0; round < 20; ++round)
     {
         if (round == 5) // the system keeps some of what the first ones used
         {

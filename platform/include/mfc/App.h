@@ -27,7 +27,7 @@ public:
     virtual BOOL OnIdle(LONG count);
 
     // An exception left a handler: tells the user, except about a failure to paint, which would repeat
-    // itself. Answers the message's result.
+    // itself, and a user exception. Answers the message's result.
     virtual LRESULT ProcessWndProcException(CException* exception, const MSG* message);
 
     // The program ends when this window is destroyed. Not owned.
@@ -51,7 +51,8 @@ QMPLATFORM_API void AfxSetResourceHandle(HINSTANCE instance);
 // Runs the application object: InitInstance, Run, ExitInstance.
 QMPLATFORM_API int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show);
 
-// What every message loop of the framework offers a message to before it dispatches it; TRUE consumes it.
+// What every message loop of the framework offers a message to before it dispatches it; TRUE consumes it. An
+// exception ends here as it does in a handler, and the message with it.
 QMPLATFORM_API BOOL AfxPreTranslateMessage(MSG* message);
 
 // A message box over the active window, with the program's name as its title.

@@ -10,10 +10,6 @@ public:
     using CWnd::Create;
     // A child of `parent`; FALSE on failure.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
-
-    // Characters from `first` to before `last`; (0, -1) is all of the text.
-    void SetSel(int first, int last, BOOL noScroll = FALSE);
-    void GetSel(int& first, int& last) const;
 };
 
 // OnHScroll and OnVScroll get it for a scroll bar control with an object of its own, else null.

@@ -38,7 +38,6 @@ public:
     CFont* SelectObject(CFont* font);
     CBitmap* SelectObject(CBitmap* bitmap);
     CGdiObject* SelectStockObject(int index);
-    CFont* GetCurrentFont() const;
 
     COLORREF SetTextColor(COLORREF color) { return ::SetTextColor(m_hDC, color); }
     COLORREF GetTextColor() const { return ::GetTextColor(m_hDC); }
@@ -46,47 +45,18 @@ public:
     COLORREF GetBkColor() const { return ::GetBkColor(m_hDC); }
     int SetBkMode(int mode) { return ::SetBkMode(m_hDC, mode); }
 
-    BOOL TextOut(int x, int y, LPCSTR text, int length) { return ::TextOut(m_hDC, x, y, text, length); }
-    BOOL ExtTextOut(int x, int y, UINT options, LPCRECT rect, LPCSTR text, UINT length, LPINT widths)
-    {
-        return ::ExtTextOut(m_hDC, x, y, options, rect, text, length, widths);
-    }
-    int DrawText(LPCSTR text, int length, LPRECT rect, UINT format)
-    {
-        return ::DrawText(m_hDC, text, length, rect, format);
-    }
-    CSize GetTextExtent(LPCSTR text, int length) const;
     BOOL GetTextMetrics(TEXTMETRIC* metrics) const { return ::GetTextMetrics(m_hDC, metrics); }
 
     CPoint MoveTo(int x, int y);
     CPoint MoveTo(POINT point) { return MoveTo(point.x, point.y); }
     BOOL LineTo(int x, int y) { return ::LineTo(m_hDC, x, y); }
     BOOL LineTo(POINT point) { return LineTo(point.x, point.y); }
-    BOOL Rectangle(LPCRECT rect)
-    {
-        return ::Rectangle(m_hDC, rect->left, rect->top, rect->right, rect->bottom);
-    }
     COLORREF GetPixel(int x, int y) const { return ::GetPixel(m_hDC, x, y); }
 
     // Fills by an opaque empty text, which needs no brush; the background colour is `color` afterwards.
     void FillSolidRect(LPCRECT rect, COLORREF color);
     void FillSolidRect(int x, int y, int width, int height, COLORREF color);
-    void FillRect(LPCRECT rect, CBrush* brush) { ::FillRect(m_hDC, rect, *brush); }
-    void FrameRect(LPCRECT rect, CBrush* brush) { ::FrameRect(m_hDC, rect, *brush); }
-    void DrawFocusRect(LPCRECT rect) { ::DrawFocusRect(m_hDC, rect); }
-    BOOL DrawEdge(LPRECT rect, UINT edge, UINT flags) { return ::DrawEdge(m_hDC, rect, edge, flags); }
-    BOOL DrawFrameControl(LPRECT rect, UINT type, UINT state)
-    {
-        return ::DrawFrameControl(m_hDC, rect, type, state);
-    }
 
-    // A border one pixel wide inside `rect`.
-    void Draw3dRect(LPCRECT rect, COLORREF topLeft, COLORREF bottomRight);
-
-    BOOL PatBlt(int x, int y, int width, int height, DWORD operation)
-    {
-        return ::PatBlt(m_hDC, x, y, width, height, operation);
-    }
     BOOL BitBlt(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY, DWORD operation)
     {
         return ::BitBlt(m_hDC, x, y, width, height, source ? source->m_hDC : nullptr, sourceX, sourceY,
@@ -98,14 +68,9 @@ public:
     {
         return ::IntersectClipRect(m_hDC, rect->left, rect->top, rect->right, rect->bottom);
     }
-    int ExcludeClipRect(LPCRECT rect)
-    {
-        return ::ExcludeClipRect(m_hDC, rect->left, rect->top, rect->right, rect->bottom);
-    }
 
     CPoint SetViewportOrg(int x, int y);
     CPoint SetViewportOrg(POINT point) { return SetViewportOrg(point.x, point.y); }
-    CPoint GetViewportOrg() const;
 
     HDC m_hDC = nullptr;
 };

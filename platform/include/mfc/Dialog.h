@@ -40,7 +40,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnInitMessage(WPARAM, LPARAM);
     BOOL CreateWithTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent);
 
     LPCSTR m_templateName = nullptr;

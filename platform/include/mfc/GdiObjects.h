@@ -59,7 +59,6 @@ class QMPLATFORM_API CFont : public CGdiObject
 {
 public:
     BOOL CreateFontIndirect(const LOGFONT* font) { return Attach(::CreateFontIndirect(font)); }
-    int GetLogFont(LOGFONT* font) const { return GetObject(sizeof(LOGFONT), font); }
     operator HFONT() const { return static_cast<HFONT>(m_hObject); }
     static CFont* FromHandle(HFONT handle) { return static_cast<CFont*>(CGdiObject::FromHandle(handle)); }
 };
@@ -72,7 +71,6 @@ public:
         return Attach(::CreateBitmap(width, height, planes, bitCount, bits));
     }
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height);
-    int GetBitmap(BITMAP* bitmap) const { return GetObject(sizeof(BITMAP), bitmap); }
     operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
     static CBitmap* FromHandle(HBITMAP handle)
     {

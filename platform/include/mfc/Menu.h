@@ -27,43 +27,17 @@ public:
     static CMenu* FromHandle(HMENU menu);
     static void DeleteTempMap();
 
-    HMENU GetSafeHmenu() const { return m_hMenu; }
     operator HMENU() const { return m_hMenu; }
 
     BOOL AppendMenu(UINT flags, UINT_PTR item = 0, LPCSTR text = nullptr)
     {
         return ::AppendMenu(m_hMenu, flags, item, text);
     }
-    BOOL InsertMenuItem(UINT item, MENUITEMINFO* info, BOOL byPosition = FALSE)
-    {
-        return ::InsertMenuItem(m_hMenu, item, byPosition, info);
-    }
-    BOOL GetMenuItemInfo(UINT item, MENUITEMINFO* info, BOOL byPosition = FALSE)
-    {
-        return ::GetMenuItemInfo(m_hMenu, item, byPosition, info);
-    }
-    BOOL SetMenuItemInfo(UINT item, MENUITEMINFO* info, BOOL byPosition = FALSE)
-    {
-        return ::SetMenuItemInfo(m_hMenu, item, byPosition, info);
-    }
-    // DeleteMenu destroys the item's submenu, RemoveMenu leaves it to its owner.
+    // Destroys the item's submenu, too.
     BOOL DeleteMenu(UINT item, UINT flags) { return ::DeleteMenu(m_hMenu, item, flags); }
-    BOOL RemoveMenu(UINT item, UINT flags) { return ::RemoveMenu(m_hMenu, item, flags); }
 
     int GetMenuItemCount() const { return ::GetMenuItemCount(m_hMenu); }
-    UINT GetMenuItemID(int position) const { return ::GetMenuItemID(m_hMenu, position); }
     UINT GetMenuState(UINT item, UINT flags) const { return ::GetMenuState(m_hMenu, item, flags); }
-    int GetMenuString(UINT item, LPSTR text, int size, UINT flags) const
-    {
-        return ::GetMenuString(m_hMenu, item, text, size, flags);
-    }
-    CMenu* GetSubMenu(int position) const { return FromHandle(::GetSubMenu(m_hMenu, position)); }
-
-    UINT CheckMenuItem(UINT item, UINT check) { return ::CheckMenuItem(m_hMenu, item, check); }
-    UINT EnableMenuItem(UINT item, UINT enable)
-    {
-        return static_cast<UINT>(::EnableMenuItem(m_hMenu, item, enable));
-    }
 
     // Shows the menu at a screen point until the user has chosen; the id with TPM_RETURNCMD.
     BOOL TrackPopupMenu(UINT flags, int x, int y, CWnd* wnd, LPCRECT rect = nullptr);

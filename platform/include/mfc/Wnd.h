@@ -48,8 +48,8 @@ public:
     // Gives the messages back and detaches.
     HWND UnsubclassWindow();
 
-    // Creates a child window; FALSE when it fails, and PostNcDestroy has been called. A null class name
-    // stands for a plain window class.
+    // Creates a child window. FALSE when it fails, and PostNcDestroy has been called; FALSE, and nothing
+    // else, when the object has a window. A null class name stands for a plain window class.
     virtual BOOL Create(LPCSTR className, LPCSTR windowName, DWORD style, const RECT& rect, CWnd* parent,
                         UINT id, CCreateContext* context = nullptr);
     BOOL CreateEx(DWORD exStyle, LPCSTR className, LPCSTR windowName, DWORD style, const RECT& rect,
@@ -82,11 +82,7 @@ public:
     int RunModalLoop();
     virtual void EndModalLoop(int result);
 
-    // Style bits; FALSE when none changes. With `flags` the window is also told by SetWindowPos.
-    BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
-    BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0);
     DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
-    DWORD GetExStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_EXSTYLE)); }
 
     // Place and visibility
     BOOL ShowWindow(int show) { return ::ShowWindow(m_hWnd, show); }
@@ -116,13 +112,11 @@ public:
     void UpdateWindow() { ::UpdateWindow(m_hWnd); }
     void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }
     void InvalidateRect(LPCRECT rect, BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, rect, erase); }
-    void ValidateRect(LPCRECT rect) { ::ValidateRect(m_hWnd, rect); }
     BOOL RedrawWindow(LPCRECT rect = nullptr, HRGN region = nullptr,
                       UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE)
     {
         return ::RedrawWindow(m_hWnd, rect, region, flags);
     }
-    void SetRedraw(BOOL redraw = TRUE) { SendMessage(WM_SETREDRAW, static_cast<WPARAM>(redraw)); }
     CDC* GetDC() { return CDC::FromHandle(::GetDC(m_hWnd)); }
     int ReleaseDC(CDC* dc) { return ::ReleaseDC(m_hWnd, dc->m_hDC); }
     void SetFont(CFont* font, BOOL redraw = TRUE)
@@ -133,7 +127,6 @@ public:
 
     // Relations
     CWnd* GetParent() const { return FromHandle(::GetParent(m_hWnd)); }
-    CWnd* GetTopLevelParent() const;
     CWnd* GetDlgItem(int id) const { return FromHandle(::GetDlgItem(m_hWnd, id)); }
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(m_hWnd); }
     BOOL IsChild(const CWnd* wnd) const { return ::IsChild(m_hWnd, wnd->m_hWnd); }
@@ -148,42 +141,26 @@ public:
     {
         return static_cast<int>(::GetDlgItemText(m_hWnd, id, text, size));
     }
-    int MessageBox(LPCSTR text, LPCSTR caption = nullptr, UINT type = MB_OK)
-    {
-        return ::MessageBox(m_hWnd, text, caption, type);
-    }
 
     // Input. These answer null where no window, or none of this thread, has it.
     CWnd* SetFocus() { return FromHandle(::SetFocus(m_hWnd)); }
     static CWnd* GetFocus() { return FromHandle(::GetFocus()); }
-    CWnd* SetCapture() { return FromHandle(::SetCapture(m_hWnd)); }
-    static CWnd* GetCapture() { return FromHandle(::GetCapture()); }
     UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds, TIMERPROC procedure)
     {
         return ::SetTimer(m_hWnd, id, milliseconds, procedure);
     }
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
 
-    // Scrolling. Positions are 32-bit: a thumb message carries 16, so ask for SIF_TRACKPOS.
-    BOOL GetScrollInfo(int bar, SCROLLINFO* info, UINT mask = SIF_ALL);
-    BOOL SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw = TRUE);
     int GetScrollPos(int bar) const { return ::GetScrollPos(m_hWnd, bar); }
-    int SetScrollPos(int bar, int position, BOOL redraw = TRUE)
-    {
-        return ::SetScrollPos(m_hWnd, bar, position, redraw);
-    }
 
     // The caret; there is one for each thread.
     void CreateSolidCaret(int width, int height) { ::CreateCaret(m_hWnd, nullptr, width, height); }
     static void SetCaretPos(POINT point) { ::SetCaretPos(point.x, point.y); }
     void ShowCaret() { ::ShowCaret(m_hWnd); }
-    void HideCaret() { ::HideCaret(m_hWnd); }
 
     BOOL OpenClipboard() { return ::OpenClipboard(m_hWnd); }
 
     CMenu* GetMenu() const { return CMenu::FromHandle(::GetMenu(m_hWnd)); }
-    BOOL SetMenu(CMenu* menu) { return ::SetMenu(m_hWnd, menu ? menu->m_hMenu : nullptr); }
-    void DrawMenuBar() { ::DrawMenuBar(m_hWnd); }
 
     // Moves data between the dialog's controls and its members, by DoDataExchange; FALSE when a value in a
     // control is not valid, and the user has been told.
@@ -217,8 +194,8 @@ protected:
     afx_msg void OnActivate(UINT, CWnd*, BOOL) { Default(); }
     afx_msg void OnPaint() { Default(); }
     afx_msg BOOL OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
-    afx_msg void OnSysColorChange(); // tells the windows within a top-level window
-    afx_msg void OnSettingChange(UINT, LPCSTR) { Default(); }
+    afx_msg void OnSysColorChange(); // these two tell the windows within a top-level window
+    afx_msg void OnSettingChange(UINT, LPCSTR);
     afx_msg void OnSetFocus(CWnd*) { Default(); }
     afx_msg void OnKillFocus(CWnd*) { Default(); }
     afx_msg UINT OnGetDlgCode() { return static_cast<UINT>(Default()); }
@@ -244,6 +221,8 @@ protected:
 
 private:
     friend class CWndCall; // the window procedure and the creation hook
+
+    void TellDescendants();
 
     WNDPROC m_pfnSuper = nullptr; // what the window did before its messages came here
     bool m_modalRunning = false;

@@ -156,7 +156,7 @@ private:
     {
         COLORREF window = 0;
         COLORREF windowText = 0;
-        COLORREF selection = 0; // of the window with the focus or without, whichever it is
+        COLORREF selection = 0; // with the focus here or in the find bar, or elsewhere
         COLORREF selectionText = 0;
         bool highContrast = false;
     };
@@ -195,7 +195,6 @@ private:
     textview::ScrollRange m_pixelScroll;
     Colors m_colors;
     bool m_focused = false;
-    bool m_findBarFocused = false; // what it finds is selected, and shown so
     bool m_drawingSelection = false;
     bool m_dragging = false;
     CPoint m_dragPoint;

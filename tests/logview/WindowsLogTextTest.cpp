@@ -496,7 +496,7 @@ TEST_F(LogTextTest, MayBeDestroyedInItsTimerAndInACommand)
 
 TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
 {
-    unsigned objects = 0;
+    int objects = 0;
     for (int round = 0; round < 100; ++round)
     {
         CQmLogBrowser other;

@@ -139,8 +139,8 @@ private:
     void RefreshRows();
     void UpdateFollow();
     bool ReadSearched(int row, std::string& line);
-    void DrawCaretMark(CDC& dc, int x, int y) const;
-    void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const;
+    void DrawCaretMark(CDC& dc, int x, int y);
+    void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
 
     int m_file = 0;
     std::unique_ptr<logview::ShownRows> m_rows;

@@ -8,11 +8,10 @@
 namespace
 {
 
-constexpr int kMargin = 16;         // pixels to the left of text without indent
-constexpr int kBlockMarkSize = 4;   // a square
-constexpr int kCaretMarkWidth = 5;  // a wedge that points left
-constexpr int kFoldMarkWidth = 9;   // a diamond
-constexpr int kFoldMarkMiddle = 14; // below the row's top: the lower edge of a row in the usual font
+constexpr int kMargin = 16;        // pixels to the left of text without indent
+constexpr int kBlockMarkSize = 4;  // a square
+constexpr int kCaretMarkWidth = 5; // a wedge that points left
+constexpr int kFoldMarkWidth = 9;  // a diamond
 
 COLORREF KindColor(QmLogBlockKind kind)
 {
@@ -104,22 +103,22 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
         DrawFoldMark(dc, margin, y, atCaret, shown->expanded);
 }
 
-void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y) const
+void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y)
 {
     CPen pen(PS_SOLID, 1, ::GetSysColor(COLOR_ACTIVECAPTION));
     CPen* const oldPen = dc.SelectObject(&pen);
-    const int middle = y + kFoldMarkMiddle / 2;
+    const int middle = y + GetRowHeight() / 2;
     for (int i = 0; i < kCaretMarkWidth; ++i)
         VerticalLine(dc, x + i, middle - i, middle + i + 1);
     dc.SelectObject(oldPen);
 }
 
 // The mark straddles the row's lower edge: a click on either half of it means this row.
-void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded) const
+void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded)
 {
     CPen markPen(PS_SOLID, 1, FoldMarkColor(atCaret));
     CPen* const oldPen = dc.SelectObject(&markPen);
-    const int middle = y + kFoldMarkMiddle;
+    const int middle = y + GetRowHeight();
     for (int i = 0; i < kFoldMarkWidth; ++i)
     {
         const int k = i < kFoldMarkWidth / 2 ? i : kFoldMarkWidth - 1 - i;

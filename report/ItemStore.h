@@ -30,7 +30,8 @@ public:
     _TREEITEM& CreateTreeItem(int item);
 
     // A new undefined cell before `field`, or cell `field` gone, in every item and the default one.
-    // InsertField does all or, with std::bad_alloc, nothing.
+    // InsertField does all or, with std::bad_alloc, nothing; only cells that an item lacked before `field`
+    // may then be there, undefined.
     void InsertField(int field);
     void RemoveField(int field);
 

@@ -7,6 +7,9 @@
 // The numbers are decimal, -1 stands for none, and the length is -1 when there is no text. A cell of which
 // nothing is set reads "01 -1,-1,-1,-1,-1 02 separator". Texts end at the separator and not at their length,
 // so that a text which contains one is cut there, and what follows counts as fields of its own.
+//
+// Fields are counted from 0; a negative number stands for field 0. What changes a string does all or, with
+// std::bad_alloc, nothing.
 #pragma once
 
 #include "zemacore/String.h"
@@ -23,7 +26,7 @@ struct Cell
     int check = -1;
     int textColor = -1;
     bool hasText = false;
-    std::string_view text; // without NUL
+    std::string_view text; // empty when there is none
 
     bool operator==(const Cell&) const = default;
 };
@@ -37,12 +40,13 @@ bool SetCellSeparator(char separator);
 // the length is missing. That is deliberate, and such fields read as undefined too.
 std::string_view UndefinedField();
 
-// Field `field` of `cells`. What is missing or does not parse counts as none; numbers come as they stand, so
-// that those of a field broken by a separator in a text may be any. `text` lies within `cells`.
+// Field `field` of `cells`. What is missing, does not parse, or int does not hold counts as none, and so does
+// all behind the first number that is missing; other numbers come as they stand, so that those of a field
+// broken by a separator in a text may be any. `text` lies within `cells`, and goes when they change.
 Cell ReadCell(const ZEMA::String& cells, int field);
 
 // Puts a field in the place of field `field`, adding undefined ones when the string has too few. The text
-// goes in whole, separators included.
+// goes in whole, separators included; it may lie within `cells`.
 void WriteCell(ZEMA::String& cells, int field, const Cell& cell);
 
 // A new undefined field before field `field`, adding undefined ones when there are too few.

@@ -56,6 +56,13 @@ void String::assign(const char* text, std::size_t length)
 
 void String::insertAt(std::size_t at, const char* text, std::size_t length)
 {
+    if (m_text.capacity() - m_text.size() < length)
+    {
+        std::string grown;
+        grown.reserve(m_text.size() + length);
+        grown = m_text; // keeps the memory
+        m_text.swap(grown);
+    }
     m_text.insert(std::min(at, m_text.size()), text, length);
 }
 

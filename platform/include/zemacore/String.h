@@ -37,7 +37,9 @@ public:
     void assign(const char* text, std::size_t length);
 
     // Puts text before position `at`, or takes `count` bytes out there. A position beyond the end counts as
-    // the end, and no more goes than there is. The text must not lie in this string.
+    // the end, and no more goes than there is. The text must not lie in this string. insertAt takes no more
+    // memory than the text needs, since lists hold such strings by the million; when there is none
+    // (std::bad_alloc), nothing has changed. deleteAt gives no memory back.
     void insertAt(std::size_t at, const char* text, std::size_t length);
     void deleteAt(std::size_t at, std::size_t count);
 

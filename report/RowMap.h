@@ -20,6 +20,7 @@ public:
     // are no item, below 0 or from `itemCount` on, are not found.
     int RowOf(int item, int itemCount);
 
+    // A new last row. Rows are not looked up anew when items are appended in their order.
     void Append(int item);
     void Clear();
     void Swap(int row1, int row2); // invalid argument outside the rows
@@ -28,16 +29,18 @@ public:
     void Assign(std::vector<int> items);
 
     // Item numbers from `item` on move up by one, and a row for the new `item` comes in before `row` (0 to
-    // Count()).
+    // Count(); else invalid argument). O(Count()): at the end, Append does the same.
     void InsertItem(int item, int row);
 
-    // The rows of a sorted list of items go, and the other items are renumbered to close the gaps.
+    // The rows of a sorted list of items without duplicates go, and the other items are renumbered to close
+    // the gaps.
     void RemoveItems(const std::vector<int>& items);
 
 private:
+    void Note(int row); // in m_rows
+
     std::vector<int> m_items; // by row
-    std::vector<int> m_rows;  // by item
-    bool m_dirty = false;
+    std::vector<int> m_rows;  // by item: right for as many items as it has, and none after most changes
 };
 
 } // namespace report

@@ -4,8 +4,8 @@
 namespace report
 {
 
-// -2 is no row and -1 the fixed row. The selected rows are one range, `first` to `last`; none when `last` is
-// before `first`.
+// -2 is no row and -1 the fixed row. The selected rows are one range, `first` to `last`; when none is, these
+// are 0 and -1.
 struct Selection
 {
     int focusRow = -1;
@@ -22,11 +22,17 @@ struct Selection
 
     // A row came in before `row`, or went.
     void RowInserted(int row);
-    void RowRemoved(int row,
-                    int rowsLeft); // the focus of a removed row goes to the one in its place, or the last
 
-    // Only `rows` rows are left.
+    // Focus and anchor of a removed row go to the row in its place, or the last; -2 when none is left.
+    void RowRemoved(int row, int rowsLeft);
+
+    // Only `rows` rows, at least 0, are left. The focus ends on the last of them, the fixed row when there is
+    // none; selected rows are cut to `rows` itself, so that of a range beyond it the next new row is
+    // selected.
     void CutTo(int rows);
+
+private:
+    void SelectNone();
 };
 
 } // namespace report

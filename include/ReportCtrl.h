@@ -8,9 +8,16 @@
 #include "zemacore/String.h"
 
 #include <memory>
+#include <vector>
 
 class CImageList;
 class CReportHeaderCtrl;
+
+namespace report
+{
+class RowMap;
+struct Cell;
+} // namespace report
 
 // Styles of the control.
 constexpr DWORD RVS_SINGLESELECT = 0x0001;
@@ -126,8 +133,8 @@ constexpr unsigned __int64 RVP_NOTIFYMASK = 6;       // bit k lets code -2048 - 
 constexpr unsigned __int64 RVP_UNUSED = 7;           // accepted and ignored
 constexpr unsigned __int64 RVP_CELLSEPARATOR = 8;    // a byte that no text contains; of all controls
 constexpr unsigned __int64 RVP_SHOWPREVIEW = 9;      // flag
-constexpr unsigned __int64 RVP_SHOWREPORT = 10;      // flag
-constexpr unsigned __int64 RVP_TREESTYLE = 11;       // 0 RVS_TREE, 1 RVS_TREEALTERNATE, 2 none
+constexpr unsigned __int64 RVP_DOUBLEBUFFER = 10;    // flag: painted off the screen and copied in one piece
+constexpr unsigned __int64 RVP_TREESTYLE = 11;       // 0, 1 or 2
 constexpr unsigned __int64 RVP_VALUE = 12;           // kept
 constexpr unsigned __int64 RVP_COLOR = 13;           // COLORREF; kept
 constexpr unsigned __int64 RVP_STRINGSEPARATOR = 14; // a byte; of all controls
@@ -271,8 +278,8 @@ public:
 
     // ---- Colours and images
 
-    // The colour table that items refer to by index. The index, -1 when palette or memory cannot be had;
-    // invalid argument outside the table and its end.
+    // The colour table that items refer to by index. An index beyond the end fills what lies between with
+    // black. The index; -1 when palette or memory cannot be had; invalid argument when negative.
     int InsertColor(int index, COLORREF color);
     int SetColor(int index, COLORREF color); // 0 when there is no such index
     COLORREF GetColor(int index);            // black past the end; invalid argument when negative
@@ -418,10 +425,34 @@ protected:
 
     void PreSubclassWindow() override;
 
+    afx_msg void OnPaint();
     afx_msg void OnSize(UINT type, int cx, int cy);
     DECLARE_MESSAGE_MAP()
 
 private:
-    struct Members;
-    std::unique_ptr<Members> m;
+    friend class Busy;
+    friend class SortRun;
+    struct Data;
+    struct ItemView;
+
+    bool ReadItem(int item, int subitem, unsigned int mask, ItemView& view);
+    structITEM& FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell);
+    void FillHeader(NMHDR& header, unsigned int code);
+
+    // Makes the rows anew when the tree has changed; so does every look at them.
+    report::RowMap& Rows();
+    void InvalidateRows(); // the tree has changed
+    void RemoveItems(const std::vector<int>& items);
+    std::vector<int> ItemsBelow(_TREEITEM* top);
+    void DeleteSubtree(_TREEITEM* top);
+    void SortTreeRows(int subitem, int ascending);
+    void SortFlatRows(int subitem, int ascending);
+    void AddSortKey(int item, int subitem);
+    void ShowRow(int row);
+    int GetRowHeight(int row);
+    void Redraw();
+
+    int SetBackground(HANDLE bitmap, bool none);
+
+    std::unique_ptr<Data> m_data;
 };

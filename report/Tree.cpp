@@ -6,7 +6,7 @@ namespace report
 namespace
 {
 
-bool IsPlace(const _TREEITEM* handle, const _TREEITEM* place)
+bool Stands(const _TREEITEM* handle, const _TREEITEM* place)
 {
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle)) ==
            static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(place));
@@ -120,14 +120,19 @@ _TREEITEM* Tree::VisibleAncestor(_TREEITEM* item, bool& found)
     return visible;
 }
 
+bool Tree::IsPlace(const _TREEITEM* handle)
+{
+    return Stands(handle, kTreeFirst) || Stands(handle, kTreeLast) || Stands(handle, kTreeSort);
+}
+
 int Tree::Link(_TREEITEM* parent, _TREEITEM* after, _TREEITEM* item, bool ascending,
                const TreeCompare& compare)
 {
-    if (parent->firstChild == nullptr || IsPlace(after, kTreeFirst))
+    if (parent->firstChild == nullptr || Stands(after, kTreeFirst))
         LinkInFront(parent, item);
-    else if (IsPlace(after, kTreeSort))
+    else if (Stands(after, kTreeSort))
         return LinkSorted(parent, item, ascending, compare);
-    else if (IsPlace(after, kTreeLast))
+    else if (Stands(after, kTreeLast))
     {
         _TREEITEM* last = parent->firstChild;
         while (last->nextSibling != nullptr)

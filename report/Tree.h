@@ -44,6 +44,9 @@ public:
     // The highest collapsed ancestor; the item itself, and `found` false, when all are expanded.
     _TREEITEM* VisibleAncestor(_TREEITEM* item, bool& found);
 
+    // Whether a handle stands for one of the last three places.
+    static bool IsPlace(const _TREEITEM* handle);
+
     // Links `item` under `parent` (not a handle), next to `after`: an item or one of the three places. With
     // kTreeSort, in front of the first child that `compare` answers <= 0 for (ascending; else >= 0). The
     // answer of `compare` when the item went to the front by it, else 0. Parent, level and item number of

@@ -3,14 +3,13 @@
 
 #include "QmLogApi.h"
 #include "ReportItem.h"
+#include "afxcmn.h" // TVI_ROOT and its like
 #include "afxtempl.h"
-#include "afxwin.h"
 #include "zemacore/String.h"
 
 #include <memory>
 #include <vector>
 
-class CImageList;
 class CReportHeaderCtrl;
 
 namespace report

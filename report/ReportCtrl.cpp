@@ -35,7 +35,7 @@ END_MESSAGE_MAP()
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
 {
     RegisterWindowClass();
-    m_data->font.Attach(::GetStockObject(DEFAULT_GUI_FONT));
+    m_data->font.CreateStockObject(DEFAULT_GUI_FONT);
 }
 
 CReportCtrl::~CReportCtrl()

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "ReportCtrl.h"
-#include "afxcmn.h"
 #include "report/CellCodec.h"
 #include "report/ItemStore.h"
 #include "report/ReportHeaderCtrl.h"

@@ -1,12 +1,14 @@
-// Cells in order: tables of texts, and random texts against plain comparisons.
+// Cells in order: tables of texts, and random texts against a plain comparison.
 #include "report/CellKey.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <random>
 #include <regex>
+#include <sstream>
 #include <tuple>
 #include <vector>
 
@@ -15,18 +17,21 @@ namespace report
 namespace
 {
 
-using MakeKey = std::function<CellKey(std::string_view)>;
-using Groups = std::vector<std::vector<std::string>>; // ascending; the texts of a group are equal
-
-void ExpectOrder(const Groups& groups, const MakeKey& key)
+// Entries are ascending; '=' separates texts that are equal.
+void ExpectOrder(const std::vector<std::string>& entries, const std::function<CellKey(std::string_view)>& key)
 {
-    for (std::size_t i = 0; i < groups.size(); ++i)
-        for (std::size_t j = 0; j < groups.size(); ++j)
-            for (const std::string& a : groups[i])
-                for (const std::string& b : groups[j])
-                {
-                    EXPECT_TRUE((i <=> j) == (key(a) <=> key(b))) << a << " with " << b;
-                }
+    std::vector<std::pair<std::size_t, std::string>> texts;
+    for (std::size_t i = 0; i < entries.size(); ++i)
+    {
+        std::istringstream entry(entries[i] + '=');
+        for (std::string text; std::getline(entry, text, '=');)
+            texts.emplace_back(i, text);
+    }
+    for (const auto& [place1, text1] : texts)
+        for (const auto& [place2, text2] : texts)
+        {
+            EXPECT_TRUE((place1 <=> place2) == (key(text1) <=> key(text2))) << text1 << " with " << text2;
+        }
 }
 
 CellKey Number(std::string_view text)
@@ -44,22 +49,19 @@ std::tuple<bool, double, std::string> PlainNumber(std::string text)
     return {true, std::strtod(text.c_str(), nullptr), ""};
 }
 
+TEST(CellKey, OrdersCellsWithoutTextBeforeTexts)
+{
+    const CellKey keys[] = {KeyWithoutText(-1, -1), KeyWithoutText(-1, 7), KeyWithoutText(0, 3),
+                            KeyWithoutText(1, -1),  TextKey(""),           Number("-1")};
+    EXPECT_TRUE(std::is_sorted(std::begin(keys), std::end(keys), std::less_equal<>())); // none are equal
+    EXPECT_EQ(KeyWithoutText(1, 2).value, KeyWithoutText(1, 3).value);
+}
+
 TEST(CellKey, OrdersTextNaturally)
 {
-    const Groups groups = {{""},
-                           {"."},
-                           {"0", "000"},
-                           {"9", "09"},
-                           {"10"},
-                           {"10 b"},
-                           {"99999999999999999999"},
-                           {"100000000000000000000"},
-                           {":"},
-                           {"File9.9", "file09.9"},
-                           {"fILE9.10"},
-                           {"file10"},
-                           {"\xE4"}};
-    ExpectOrder(groups, NaturalTextKey);
+    ExpectOrder({"", ".", "0=000", "9=09", "10", "10 b", "99999999999999999999", "100000000000000000000", ":",
+                 "File9.9=file09.9", "fILE9.10", "file10", "\xE4"},
+                NaturalTextKey);
 }
 
 TEST(CellKey, OrdersRandomNumbersByValue)
@@ -79,20 +81,13 @@ TEST(CellKey, OrdersRandomNumbersByValue)
 
 TEST(CellKey, OrdersNumbersThatNoDoubleHolds)
 {
-    const Groups groups = {{"inf"},
-                           {"nan"},
-                           {"-1e99999999999999999999", "-1e+999999999999999"},
-                           {"-1e400"},
-                           {"-1e-400"},
-                           {"0", "-0E1", "0e99999999999999999999"},
-                           {"1e-99999999999999999999"},
-                           {"0.001", "1e-3", ".1E-2", " +0.010E-01 "},
-                           {"9007199254740992"},
-                           {"9007199254740993", "9,007,199,254,740,993.0"},
-                           {"1e400"},
-                           {"2e400", "20E0399"}};
-    ExpectOrder(groups, Number);
-    ExpectOrder({{"1,234.5"}, {"1,5"}, {"1.234,4"}, {"1234,5", "1.234,5"}},
+    ExpectOrder({"", "1234,567", "1e", "1e+", "inf", "nan",
+                 "-1e99999999999999999999=-1e9223372036854775807=-1e+999999999999999", "-1e400", "-1.25",
+                 "-1.2", "-1e-400", "0=-0E1=0e99999999999999999999", "1e-99999999999999999999",
+                 "0.001=1e-3=.1E-2= +0.010E-01 ", "9007199254740992",
+                 "9007199254740993=9,007,199,254,740,993.0", "1e400", "2e400=20E0399"},
+                Number);
+    ExpectOrder({"1,234.5", "1,5", "1.234,4", "1234,5=1.234,5"},
                 [](std::string_view text) { return NumberKey(text, ','); });
 }
 
@@ -100,17 +95,14 @@ TEST(CellKey, OrdersDatesInTheirForms)
 {
     for (const DateOrder order : {DateOrder::kMonthFirst, DateOrder::kDayFirst})
     {
-        const char* const leapDay = order == DateOrder::kDayFirst ? "29/2/2024" : "02-29-2024";
-        const Groups groups = {
-            {"0001-01-01"},
-            {"2024-02-29", " 29.2.2024 ", "2024/2/29", leapDay},
-            {"2026-11-21 00:00:00.5Z", "2026-11-20T23:59:60.5", "2026-11-21 01:00:00,50+01"},
-            {"2026-11-21 14:05", "2026.11.21 14:05:00Z", "21.11.2026 14:05:00.000"},
-            {"2026-11-21 14:05:06.1234567890122"},
-            {"2026-11-21t14:05:06.1234567890123"},
-            {"2026-11-21 14:05:06.5", "2026-11-21 16:35:06.50 +0230", "2026-11-21 09:05:06.5-05:00"},
-            {"9999-12-31"}};
-        ExpectOrder(groups, [=](std::string_view text) { return DateKey(text, order); });
+        const std::string leapDay = order == DateOrder::kDayFirst ? "29/2/2024" : "02-29-2024";
+        ExpectOrder({"0001-01-01", "2024-02-29= 29.2.2024 =2024/2/29=" + leapDay,
+                     "2026-11-21 00:00:00.5Z=2026-11-20T23:59:60.5=2026-11-21 01:00:00,50+01",
+                     "2026-11-21 14:05=2026.11.21 14:05:00Z=21.11.2026 14:05:00.000",
+                     "2026-11-21 14:05:06.1234567890122", "2026-11-21t14:05:06.1234567890123",
+                     "2026-11-21 14:05:06.5=2026-11-21 16:35:06.50 +0230=2026-11-21 09:05:06.5-05:00",
+                     "9999-12-31"},
+                    [=](std::string_view text) { return DateKey(text, order); });
     }
 }
 

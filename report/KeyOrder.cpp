@@ -26,6 +26,8 @@ void KeyOrder::Begin(int itemCount, bool ascending)
 
 int KeyOrder::Compare(int item1, int subitem1, int item2, int subitem2)
 {
+    if (item1 == item2)
+        return 0; // a sort meets the item that it compares the others with
     if (const int order = CompareCells(item1, subitem1, item2, subitem2); order != 0)
         return order;
     const int order = CompareFurther(item1, item2);

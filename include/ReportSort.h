@@ -53,6 +53,6 @@ public:
     static int Compare(int item1, int subitem1, int item2, int subitem2, __int64 sorter);
 
 private:
-    struct Members;
-    std::unique_ptr<Members> m;
+    struct Data;
+    std::unique_ptr<Data> m_data;
 };

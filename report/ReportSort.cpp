@@ -5,9 +5,9 @@
 #include <array>
 #include <map>
 
-struct CReportSorter::Members
+struct CReportSorter::Data
 {
-    explicit Members(CReportCtrl& theControl) : control(theControl) {}
+    explicit Data(CReportCtrl& theControl) : control(theControl) {}
 
     void FollowSort();
     report::CellKey ReadKey(int item, int subitem);
@@ -20,7 +20,7 @@ struct CReportSorter::Members
 };
 
 // Keys hold for one sort. Outside a sort cells may change between any two comparisons.
-void CReportSorter::Members::FollowSort()
+void CReportSorter::Data::FollowSort()
 {
     const unsigned number = control.GetSortNumber();
     if (number != 0 && number == sortNumber)
@@ -33,7 +33,7 @@ void CReportSorter::Members::FollowSort()
 }
 
 // The preview, subitem -1, may be longer than any cell and is nothing to sort by.
-report::CellKey CReportSorter::Members::ReadKey(int item, int subitem)
+report::CellKey CReportSorter::Data::ReadKey(int item, int subitem)
 {
     _RVITEM cell;
     cell.mask = RVIM_TEXT;
@@ -64,28 +64,28 @@ report::CellKey CReportSorter::Members::ReadKey(int item, int subitem)
     }
 }
 
-CReportSorter::CReportSorter(CReportCtrl& control) : m(std::make_unique<Members>(control)) {}
+CReportSorter::CReportSorter(CReportCtrl& control) : m_data(std::make_unique<Data>(control)) {}
 
 CReportSorter::~CReportSorter() = default;
 
 void CReportSorter::SetOrder(int subitem, Order order)
 {
-    m->orders[subitem] = order;
+    m_data->orders[subitem] = order;
 }
 
 void CReportSorter::AddFurtherKey(int subitem, int ascending)
 {
-    m->keyOrder.AddFurtherKey(subitem, ascending != 0);
+    m_data->keyOrder.AddFurtherKey(subitem, ascending != 0);
 }
 
 void CReportSorter::RemoveFurtherKeys()
 {
-    m->keyOrder.RemoveFurtherKeys();
+    m_data->keyOrder.RemoveFurtherKeys();
 }
 
 int CReportSorter::Compare(int item1, int subitem1, int item2, int subitem2, __int64 sorter)
 {
-    Members& members = *reinterpret_cast<CReportSorter*>(sorter)->m;
-    members.FollowSort();
-    return members.keyOrder.Compare(item1, subitem1, item2, subitem2);
+    Data& data = *reinterpret_cast<CReportSorter*>(sorter)->m_data;
+    data.FollowSort();
+    return data.keyOrder.Compare(item1, subitem1, item2, subitem2);
 }

@@ -45,4 +45,4 @@ csvsort "$work/sizes.csv" 1 | diff - <(printf 'name\tsize\na "b"; c\t9\nbell  \t
 printf 'a,b\n1,2\n1,2,3\n' >"$work/long.csv"
 code=0
 csvsort "$work/long.csv" 2>"$work/csvsort.err" || code=$?
-[[ $code == 1 && $(tr -d '\r' <"$work/csvsort.err") == "csvsort: $work/long.csv: line 3: more fields than captions" ]]
+[[ $code == 1 && $(tr -d '\r' <"$work/csvsort.err") == "csvsort: $work/long.csv: too long: row 2" ]]

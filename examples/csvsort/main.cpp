@@ -1,68 +1,77 @@
-// csvsort: reads a CSV file into a report control, has it sorted, and prints the rows.
-#include "Csv.h"
-
+// csvsort: reads a CSV file into a report control, has it sorted, and prints the rows, tabs between cells.
 #include <ReportSort.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <io.h>
+#include <iostream>
+#include <iterator>
 #include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace
 {
 
-const char* const kUsage =
-    "csvsort FILE.csv [COLUMN [--desc] [ORDER]]\n"
-    "\n"
-    "Prints the rows of a CSV file in the order of a column, which is named by its caption or its number "
-    "from\n"
-    "1; cells are separated by tabs. Rows that are equal there stay in the order of the file.\n"
-    "ORDER is --natural, --number, --decimal-comma, --date or --day-first; without, texts go by their "
-    "bytes.\n";
-
 using Line = std::vector<std::string>;
-using Order = CReportSorter::Order;
 
-const std::map<std::string, Order> kOrders = {{"--natural", Order::kNatural},
-                                              {"--number", Order::kNumber},
-                                              {"--decimal-comma", Order::kDecimalComma},
-                                              {"--date", Order::kDate},
-                                              {"--day-first", Order::kDateDayFirst}};
+const char* const kUsage = "csvsort FILE.csv [COLUMN [--desc] [--natural | --number | --date]]\n"
+                           "COLUMN is a caption of the first line, or a number from 1.";
 
-struct Arguments
+// The separator that the first line has most of.
+char GuessSeparator(const std::string& text)
 {
-    std::vector<std::string> operands; // file, column
-    int ascending = 1;
-    Order order = Order::kText;
-};
-
-Arguments ParseArguments(const Line& words)
-{
-    Arguments arguments;
-    for (const std::string& word : words)
-    {
-        if (word == "--desc")
-            arguments.ascending = 0;
-        else if (const auto order = kOrders.find(word); order != kOrders.end())
-            arguments.order = order->second;
-        else if (word.starts_with("--"))
-            throw Failure(2, word, "no such option, see csvsort --help");
-        else
-            arguments.operands.push_back(word);
-    }
-    const std::size_t count = arguments.operands.size();
-    if (count == 0)
-        throw Failure(2, "file", "missing, see csvsort --help");
-    if (count > 2)
-        throw Failure(2, arguments.operands[2], "one word too many, see csvsort --help");
-    if (count == 1 && words.size() > 1)
-        throw Failure(2, "column", "missing, see csvsort --help");
-    return arguments;
+    const auto count = [&](char c) { return std::count(text.begin(), text.begin() + text.find('\n'), c); };
+    return count(';') > count(',') ? ';' : count('\t') > count(',') ? '\t' : ',';
 }
 
-// A subitem for each caption, shown as a column, and an item for each further line.
+// Quoted fields may hold separators, line feeds and doubled quotes. Control characters become blanks. Short
+// lines are filled up; one that is longer than the captions is an error.
+std::vector<Line> ReadCsv(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw std::runtime_error(path + ": cannot be read");
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    if (text.starts_with("\xEF\xBB\xBF")) // the mark of UTF-8
+        text.erase(0, 3);
+    if (!text.ends_with('\n'))
+        text += '\n';
+    const char separator = GuessSeparator(text);
+    std::vector<Line> lines;
+    Line line = {""};
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        const char c = text[i];
+        if (c == '"' && quoted && text[i + 1] == '"') // a line feed ends the text
+            line.back() += text[++i];
+        else if (c == '"' && (quoted || line.back().empty()))
+            quoted = !quoted;
+        else if (c == separator && !quoted)
+            line.emplace_back();
+        else if (c == '\n' && !quoted)
+        {
+            const std::size_t fields = lines.empty() ? line.size() : lines.front().size();
+            if (line.size() > fields)
+                throw std::runtime_error(path + ": too long: row " + std::to_string(lines.size()));
+            line.resize(fields);
+            if (line.size() > 1 || !line.front().empty())
+                lines.push_back(line);
+            line = {""};
+        }
+        else if (c != '\r')
+            line.back() += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    }
+    if (quoted || lines.empty())
+        throw std::runtime_error(path + (quoted ? ": a quote is not closed" : ": there are no captions"));
+    return lines;
+}
+
+// A subitem for each caption, shown as a column, and an item for each further line. The default item holds
+// the captions once more.
 void Fill(CReportCtrl& list, const std::vector<Line>& lines)
 {
     for (const std::string& caption : lines.front())
@@ -71,62 +80,56 @@ void Fill(CReportCtrl& list, const std::vector<Line>& lines)
         subitem.text = caption.c_str();
         list.ActivateSubItem(list.DefineSubItem(list.GetSubItemCount(), &subitem), -1);
     }
-    for (std::size_t i = 1; i < lines.size(); ++i)
+    for (const Line& line : lines)
     {
-        const int item = list.InsertItem(list.GetItemCount());
-        int subitem = 0;
-        for (const std::string& field : lines[i])
-            list.SetItemText(item, subitem++, field.c_str());
+        const int item = &line == &lines.front() ? RVI_DEFAULT : list.InsertItem(list.GetItemCount());
+        for (std::size_t i = 0; i < line.size(); ++i)
+            list.SetItemText(item, static_cast<int>(i), line[i].c_str());
     }
 }
 
-int FindColumn(const Line& captions, const std::string& column)
+void Sort(CReportCtrl& list, CReportSorter& sorter, const Line& captions, const Line& words)
 {
-    const auto caption = std::find(captions.begin(), captions.end(), column);
-    if (caption != captions.end())
-        return static_cast<int>(caption - captions.begin());
-    int number = 0;
-    const char* const end = column.data() + column.size();
-    if (std::from_chars(column.data(), end, number).ptr != end || number < 1 ||
-        number > static_cast<int>(captions.size()))
-        throw Failure(2, column, "no such column");
-    return number - 1;
+    using Order = CReportSorter::Order;
+    const std::map<std::string, Order> orders = {
+        {"--natural", Order::kNatural}, {"--number", Order::kNumber}, {"--date", Order::kDate}};
+    const auto caption = std::find(captions.begin(), captions.end(), words[1]);
+    const int column = caption != captions.end() ? static_cast<int>(caption - captions.begin())
+                                                 : std::atoi(words[1].c_str()) - 1;
+    int ascending = 1;
+    for (auto word = words.begin() + 2; word != words.end(); ++word)
+    {
+        if (*word == "--desc")
+            ascending = 0;
+        else if (const auto order = orders.find(*word); order != orders.end())
+            sorter.SetOrder(column, order->second);
+        else
+            throw std::invalid_argument(*word + ": no such option\n" + kUsage);
+    }
+    list.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
+    if (!list.SortItems(column, ascending) && list.GetRowCount() > 0)
+        throw std::invalid_argument(words[1] + ": no such column");
 }
 
-void Print(CReportCtrl& list, const Line& captions)
+void Run(const Line& words)
 {
-    std::string output;
-    for (const std::string& caption : captions)
-        output += caption + '\t';
-    output.back() = '\n';
-    for (int row = 0; row < list.GetRowCount(); ++row)
-        output += list.GetItemString(list.GetItemFromRow(row), '\t').c_str();
-    ::_setmode(::_fileno(stdout), _O_BINARY);
-    if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() || std::fflush(stdout) != 0)
-        throw Failure(2, "output", "cannot be written");
-}
-
-void Run(const Arguments& arguments)
-{
-    const std::vector<Line> lines = ReadCsv(arguments.operands[0]);
-    const bool sorted = arguments.operands.size() > 1;
-    const int column = sorted ? FindColumn(lines.front(), arguments.operands[1]) : 0;
-
+    if (words.empty())
+        throw std::invalid_argument(kUsage);
+    const std::vector<Line> lines = ReadCsv(words[0]);
     CWnd frame; // never shown
     CReportCtrl list;
-    if (!frame.CreateEx(0, AfxRegisterWndClass(0), "csvsort", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr) ||
-        !list.Create(WS_CHILD, CRect(0, 0, 0, 0), &frame, 1))
-        throw Failure(2, "window", "cannot be created");
-    list.SetRedraw(0);
+    frame.CreateEx(0, nullptr, "csvsort", WS_POPUP, CRect(), nullptr, 0);
+    if (!list.Create(WS_CHILD, CRect(), &frame, 1))
+        throw std::runtime_error("the window cannot be created");
     Fill(list, lines);
-
     CReportSorter sorter(list);
-    sorter.SetOrder(column, arguments.order);
-    list.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
-    if (sorted)
-        list.SortItems(column, arguments.ascending);
-    Print(list, lines.front());
-    frame.DestroyWindow();
+    if (words.size() > 1)
+        Sort(list, sorter, lines.front(), words);
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+    for (int row = RVI_DEFAULT; row < list.GetRowCount(); ++row) // the captions before all
+        std::cout << list.GetItemString(list.GetItemFromRow(row), '\t').c_str();
+    if (!std::cout.flush())
+        throw std::runtime_error("the output cannot be written");
 }
 
 } // namespace
@@ -135,15 +138,12 @@ int main(int count, char** words)
 {
     try
     {
-        if (count == 2 && std::string(words[1]) == "--help")
-            std::fputs(kUsage, stdout);
-        else
-            Run(ParseArguments(Line(words + 1, words + count)));
+        Run(Line(words + 1, words + count));
         return 0;
     }
-    catch (const Failure& failure)
+    catch (const std::exception& error)
     {
-        std::fprintf(stderr, "csvsort: %s\n", failure.what());
-        return failure.exitCode;
+        std::cerr << "csvsort: " << error.what() << '\n';
+        return dynamic_cast<const std::invalid_argument*>(&error) ? 2 : 1;
     }
 }

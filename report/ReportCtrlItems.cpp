@@ -293,8 +293,7 @@ int CReportCtrl::DeleteAllItems()
     m_data->lastInserted = nullptr;
     m_data->rows.Clear();
     m_data->items.RemoveAll();
-    m_data->selection = {};
-    m_data->selection.focusRow = RVI_NONE;
+    ForgetSelection();
     ScrollWindow(SB_VERT, 0);
     Redraw();
     return 1;

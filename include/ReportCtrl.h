@@ -160,7 +160,7 @@ using RVSORTCALLBACK = int (*)(int item1, int subitem1, int item2, int subitem2,
 //
 // The window's thread only. An owner may call back into the control from its notifications and callbacks and
 // may destroy the window there; the object itself has to stay. While the control sorts, items are neither
-// inserted nor deleted nor reordered: the operations answer "not done".
+// inserted nor deleted nor reordered nor expanded nor selected: the operations answer "not done".
 class QMLOG_API CReportCtrl : public CWnd
 {
 public:
@@ -441,6 +441,7 @@ private:
     // Makes the rows anew when the tree has changed; so does every look at them.
     report::RowMap& Rows();
     void InvalidateRows(); // the tree has changed
+    void ForgetSelection();
     void RemoveItems(const std::vector<int>& items);
     std::vector<int> ItemsBelow(_TREEITEM* top);
     void DeleteSubtree(_TREEITEM* top);

@@ -64,13 +64,15 @@ void CReportCtrl::PreSubclassWindow()
 
 BOOL CReportCtrl::CreateCommon()
 {
+    SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
+    ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->style = GetStyle();
-    m_data->selection.focusRow = RVI_NONE; // -1 only as long as there is no window
     m_data->invalid = false;
     const CRect nowhere;
     if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ, nowhere, this, 0))
         return FALSE;
     m_data->header.SetFont(&m_data->font);
+    m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
     CRect client;
     GetClientRect(client);
     Layout(client.Width(), client.Height());
@@ -82,8 +84,13 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     if (!CWnd::ModifyStyle(remove, add, flags))
         return 0;
     const DWORD old = m_data->style;
+    const DWORD changed = old ^ GetStyle();
+    if (changed & RVS_CALLBACK) // the rows are other ones
+    {
+        SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
+        ForgetSelection();
+    }
     m_data->style = GetStyle();
-    const DWORD changed = old ^ m_data->style;
     if (changed & RVS_HORIZONTALGRID)
         m_data->itemHeight += m_data->style & RVS_HORIZONTALGRID ? 1 : -1;
     if (changed & old & RVS_CELLFOCUS)

@@ -18,7 +18,9 @@ struct Scratch
 {
     report::Item item;
     std::string undefined; // the item's cells before LoadItemData
-    report::Cell cell;     // the answer, with the item's preview text; good when `handedOn`
+    int subitem = -1;
+    report::Cell cell; // the answer for `subitem`, with `cellText`; good when `handedOn`
+    std::string cellText;
     bool handOn = false;   // the answer need not be written into the item's cells
     bool handedOn = false; // and was not
     std::vector<char> text;
@@ -71,16 +73,14 @@ CReportCtrl::structITEM& CReportCtrl::FetchItem(int item, int subitem, unsigned 
     handOnWanted = false;
 
     const std::string_view preview(record.previewText.c_str(), record.previewText.GetLength());
-    const bool handedOn = scratch && &record == &scratch->item && scratch->handedOn;
+    const bool handedOn =
+        scratch && &record == &scratch->item && scratch->handedOn && scratch->subitem == subitem;
     if (subitem < 0)
         cell = {.textColor = record.previewTextColor, .hasText = true, .text = preview};
     else if (!handedOn || scratch->undefined != record.cells.c_str())
         cell = report::ReadCell(record.cells, subitem);
     else
-    {
         cell = scratch->cell;
-        cell.text = cell.hasText ? preview : std::string_view();
-    }
     return record;
 }
 
@@ -149,16 +149,25 @@ int CReportCtrl::LoadItemData(structITEM* record, int item, int subitem, unsigne
     cell.check = value(RVIM_CHECK, answer.check, -1);
     cell.textColor = record->previewTextColor;
     cell.hasText = hasText;
+    cell.text = {record->previewText.c_str(), record->previewText.GetLength()};
+    if (scratch && scratch->handedOn)
+    {
+        // An override asks for one cell after another: all go into the item.
+        report::WriteCell(record->cells, scratch->subitem, scratch->cell);
+        scratch->handOn = scratch->handedOn = false;
+    }
+    if (subitem < 0)
+        return 1;
     if (scratch && scratch->handOn)
     {
+        scratch->cellText.assign(cell.text);
+        cell.text = scratch->cellText;
         scratch->cell = cell;
+        scratch->subitem = subitem;
         scratch->handedOn = true;
     }
-    else if (subitem >= 0)
-    {
-        cell.text = {record->previewText.c_str(), record->previewText.GetLength()};
+    else
         report::WriteCell(record->cells, subitem, cell);
-    }
     return 1;
 }
 

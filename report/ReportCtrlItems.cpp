@@ -128,7 +128,8 @@ int CReportCtrl::SetItem(_RVITEM* item)
     record.itemData = changes(RVIM_ITEMDATA) ? item->itemData : record.itemData;
     SetItemStruct(item->item, record);
 
-    ScrollWindow(SB_VERT, m_data->topRow);
+    if (!m_data->rowsInvalid) // a tree is filled without making its rows for each text
+        ScrollWindow(SB_VERT, m_data->topRow);
     if (m_data->redraw)
         RedrawItems(item->item, RVI_NONE);
     return 1;
@@ -237,10 +238,13 @@ int CReportCtrl::InsertItem(int item, const char* text)
     if (m_data->IsCallback() || m_data->busy || item < 0)
         return -1;
     item = std::min(item, m_data->items.Count());
-    report::RowMap& rows = Rows();
     const bool last = item == m_data->items.Count();
-    const int rowThere = last ? RVI_NONE : GetRowFromItem(item);
-    const int row = rowThere == RVI_NONE ? rows.Count() : rowThere;
+    const bool tree = m_data->IsTree();
+    if (tree && !last)
+        InvalidateRows(); // which remembers focus and selection by the numbers that will change
+    int row = tree || last ? RVI_NONE : GetRowFromItem(item);
+    if (!tree && row == RVI_NONE)
+        row = GetRowCount();
     try
     {
         m_data->items.Insert(item, GetSubItemCount());
@@ -249,13 +253,9 @@ int CReportCtrl::InsertItem(int item, const char* text)
     {
         return -1;
     }
-    if (m_data->IsTree())
+    if (!tree)
     {
-        if (!last)
-            InvalidateRows(); // their numbers have changed
-    }
-    else
-    {
+        report::RowMap& rows = Rows();
         try
         {
             last ? rows.Append(item) : rows.InsertItem(item, row);
@@ -293,8 +293,7 @@ int CReportCtrl::DeleteAllItems()
     m_data->lastInserted = nullptr;
     m_data->rows.Clear();
     m_data->items.RemoveAll();
-    m_data->selection = {};
-    m_data->selection.focusRow = RVI_NONE;
+    ForgetSelection();
     ScrollWindow(SB_VERT, 0);
     Redraw();
     return 1;

@@ -27,15 +27,12 @@ report::RowMap& CReportCtrl::Rows()
         return item ? GetRowFromItem(GetVisibleAncestor(item)->item) : RVI_NONE;
     };
     report::Selection& selection = m_data->selection;
-    if (m_data->focused)
+    if (selection.focusRow >= 0)
         selection.focusRow = rowOf(m_data->focused);
     SetState(selection.focusRow, RVIS_FOCUSED, RVIS_FOCUSED);
-    const auto [first, last] = std::minmax(rowOf(m_data->firstSelected), rowOf(m_data->lastSelected));
-    if (first >= 0)
-    {
-        selection.first = first;
-        selection.last = last;
-    }
+    const auto [first, last] = std::minmax({rowOf(m_data->firstSelected), rowOf(m_data->lastSelected)});
+    selection.first = std::max(0, first);
+    selection.last = first >= 0 ? last : -1;
     m_data->focused = m_data->firstSelected = m_data->lastSelected = nullptr;
     return m_data->rows;
 }
@@ -108,6 +105,13 @@ void CReportCtrl::SetState(int row, unsigned int bits, unsigned int mask)
 
 // ---- Focus and selection
 
+void CReportCtrl::ForgetSelection()
+{
+    m_data->selection = {};
+    m_data->selection.focusRow = RVI_NONE;
+    m_data->focused = m_data->firstSelected = m_data->lastSelected = nullptr;
+}
+
 int CReportCtrl::GetFocusRow()
 {
     if (!m_data->IsCallback())
@@ -130,7 +134,7 @@ void CReportCtrl::GetSelectedRows(int* first, int* last)
 
 void CReportCtrl::SelectRows(int row, int anchor, int select, int, int toggle, int redraw)
 {
-    if (row == RVI_DEFAULT || GetRowCount() == 0)
+    if (row == RVI_DEFAULT || m_data->busy || GetRowCount() == 0)
         return;
     if (row < 0 || row >= GetRowCount() || anchor < RVI_DEFAULT || anchor >= GetRowCount())
         report::ThrowInvalidArgument();
@@ -185,19 +189,19 @@ int CReportCtrl::IsDescendent(_TREEITEM* ancestor, _TREEITEM* item)
 
 void CReportCtrl::SetTreeSubItem(_TREEITEM* item, int subitem)
 {
-    item->subitem = subitem;
+    m_data->tree.Resolve(item)->subitem = subitem;
 }
 
 CReportCtrl::structTREEITEM* CReportCtrl::GetVisibleAncestor(structTREEITEM* item)
 {
     bool found = false;
-    return m_data->tree.VisibleAncestor(item, found);
+    return m_data->tree.VisibleAncestor(m_data->tree.Resolve(item), found);
 }
 
 CReportCtrl::structTREEITEM* CReportCtrl::GetVisibleAncestor(structTREEITEM* item, int* found)
 {
     bool collapsed = false;
-    structTREEITEM* const ancestor = m_data->tree.VisibleAncestor(item, collapsed);
+    structTREEITEM* const ancestor = m_data->tree.VisibleAncestor(m_data->tree.Resolve(item), collapsed);
     if (collapsed)
         *found = 1;
     return ancestor;
@@ -264,7 +268,7 @@ _TREEITEM* CReportCtrl::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, cons
     _TREEITEM* const under = parent ? m_data->tree.Resolve(parent) : m_data->tree.Root();
     if (!after)
         after = report::kTreeLast;
-    if (!m_data->IsTree() || (!report::Tree::IsPlace(after) && after->parent != under))
+    if (!m_data->IsTree() || (!report::Tree::IsPlace(after) && m_data->tree.Resolve(after)->parent != under))
         return nullptr;
     const int item = InsertItem(m_data->items.Count(), text);
     if (item < 0)
@@ -345,7 +349,7 @@ void CReportCtrl::DeleteSubtree(_TREEITEM* top)
 
 int CReportCtrl::Expand(_TREEITEM* item, unsigned int action)
 {
-    if (!item || m_data->tree.Resolve(item) == m_data->tree.Root() || !item->firstChild ||
+    if (m_data->busy || !item || m_data->tree.Resolve(item) == m_data->tree.Root() || !item->firstChild ||
         action < RVE_COLLAPSE || action > RVE_TOGGLE)
         return 0;
     const bool expand = action == RVE_EXPAND || (action == RVE_TOGGLE && !item->expanded);

@@ -1,5 +1,9 @@
 #include "report/ReportHeaderCtrl.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
 {
     return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
@@ -71,10 +75,10 @@ void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
 int CReportHeaderCtrl::GetTotalWidth() const
 {
     const int count = m_hWnd ? GetItemCount() : 0;
-    int width = 0;
+    std::int64_t width = 0;
     for (int i = 0; i < count; ++i)
         width += GetWidth(i);
-    return width;
+    return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
 }
 
 void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)

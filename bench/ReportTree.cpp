@@ -18,26 +18,19 @@ constexpr int Items(int width)
 class TreeList
 {
 public:
-    TreeList(Frame& frame, int width) : m_list(frame, RVS_TREE), m_width(width) { m_list.SetRedraw(0); }
+    TreeList(Frame& frame, int width) : m_list(frame, RVS_TREE), m_width(width) {}
 
+    // Every item is expanded as soon as it has a child.
     void Fill()
     {
-        m_top = Insert(TVI_ROOT, TVI_FIRST);
-        _TREEITEM* branch = TVI_FIRST;
+        m_list.SetRedraw(0);
+        m_top = Insert(TVI_ROOT);
         for (int i = 0; i < m_width; ++i)
         {
-            branch = Insert(m_top, branch);
-            _TREEITEM* leaf = TVI_FIRST;
+            _TREEITEM* const branch = Insert(m_top);
             for (int j = 0; j < m_width; ++j)
-                leaf = Insert(branch, leaf);
+                Insert(branch);
         }
-    }
-
-    // Once, so that collapsing and expanding the top hides and shows everything.
-    void ExpandBranches()
-    {
-        for (_TREEITEM* item = m_top->firstChild; item != nullptr; item = item->nextSibling)
-            Check(m_list.Expand(item, RVE_EXPAND) == 1, "expanding");
         m_list.SetRedraw(1);
     }
 
@@ -52,11 +45,13 @@ public:
     }
 
 private:
-    _TREEITEM* Insert(_TREEITEM* parent, _TREEITEM* after)
+    _TREEITEM* Insert(_TREEITEM* parent)
     {
-        _TREEITEM* const item =
-            m_list.InsertTreeItem(parent, after, MakeText(m_list.GetItemCount(), 0).data());
+        const CellText text = MakeText(m_list.GetItemCount(), 0);
+        _TREEITEM* const item = m_list.InsertTreeItem(parent, TVI_LAST, text.data());
         Check(item != nullptr, "a tree item");
+        if (parent != TVI_ROOT && parent->expanded == 0)
+            Check(m_list.Expand(parent, RVE_EXPAND) == 1, "expanding");
         return item;
     }
 
@@ -75,7 +70,6 @@ public:
         m_hwnd = ::CreateWindowA(WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE, 0, 0, 1000, 740, frame.m_hWnd,
                                  nullptr, AfxGetInstanceHandle(), nullptr);
         Check(m_hwnd != nullptr, "the tree view");
-        Send(WM_SETREDRAW, FALSE, 0);
     }
 
     ~TreeView() { ::DestroyWindow(m_hwnd); }
@@ -84,23 +78,20 @@ public:
 
     void Fill()
     {
+        Send(WM_SETREDRAW, FALSE, 0);
         m_top = Insert(TVI_ROOT);
         for (int i = 0; i < m_width; ++i)
         {
             const HTREEITEM branch = Insert(m_top);
-            for (int j = 0; j < m_width; ++j)
-                Insert(branch);
             if (i == 0)
-                m_firstBranch = branch;
+                Expand(m_top, TVE_EXPAND);
+            for (int j = 0; j < m_width; ++j)
+            {
+                Insert(branch);
+                if (j == 0)
+                    Expand(branch, TVE_EXPAND);
+            }
         }
-    }
-
-    void ExpandBranches()
-    {
-        for (HTREEITEM item = m_firstBranch; item != nullptr;
-             item = reinterpret_cast<HTREEITEM>(
-                 Send(TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item))))
-            Expand(item, TVE_EXPAND);
         Send(WM_SETREDRAW, TRUE, 0);
     }
 
@@ -136,7 +127,6 @@ private:
     int m_width;
     int m_count = 0;
     HTREEITEM m_top = nullptr;
-    HTREEITEM m_firstBranch = nullptr;
 };
 
 } // namespace
@@ -157,10 +147,6 @@ void MeasureTree(const Options& options, Frame& frame, Report& report)
     const double fill = Microseconds({units, [&list] { list.Fill(); }});
     report.Add({"fill" + name, fill, "us", reference, fill / viewFill, 1.0});
 
-    view.ExpandBranches();
-    list.ExpandBranches();
-    view.Expand();
-    list.Expand();
     const auto turn = [](auto& tree, unsigned items) {
         return Variant{items, [&tree] {
                            tree.Collapse();

@@ -237,10 +237,15 @@ int CReportCtrl::InsertItem(int item, const char* text)
     if (m_data->IsCallback() || m_data->busy || item < 0)
         return -1;
     item = std::min(item, m_data->items.Count());
-    report::RowMap& rows = Rows();
     const bool last = item == m_data->items.Count();
-    const int rowThere = last ? RVI_NONE : GetRowFromItem(item);
-    const int row = rowThere == RVI_NONE ? rows.Count() : rowThere;
+    int row = 0;
+    if (!m_data->IsTree())
+    {
+        const int rowThere = last ? RVI_NONE : GetRowFromItem(item);
+        row = rowThere == RVI_NONE ? GetRowCount() : rowThere;
+    }
+    else if (!last)
+        InvalidateRows(); // the numbers in them are about to change
     try
     {
         m_data->items.Insert(item, GetSubItemCount());
@@ -249,16 +254,11 @@ int CReportCtrl::InsertItem(int item, const char* text)
     {
         return -1;
     }
-    if (m_data->IsTree())
-    {
-        if (!last)
-            InvalidateRows(); // their numbers have changed
-    }
-    else
+    if (!m_data->IsTree())
     {
         try
         {
-            last ? rows.Append(item) : rows.InsertItem(item, row);
+            last ? m_data->rows.Append(item) : m_data->rows.InsertItem(item, row);
         }
         catch (const std::bad_alloc&)
         {

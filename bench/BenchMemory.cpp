@@ -47,7 +47,7 @@ double HeapBytes()
         while (::HeapWalk(heap, &entry))
         {
             if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0)
-                bytes += entry.cbData;
+                bytes += entry.cbData + entry.cbOverhead;
         }
     }
     return bytes;

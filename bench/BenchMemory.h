@@ -12,8 +12,8 @@ double MemoryGrowth(const std::function<void()>& action);
 // What the system counts as this process's own, freed blocks included that it has not been given back.
 double PrivateBytes();
 
-// The blocks in use in all heaps of this process, whoever made them: without what a block costs beside its
-// contents, and without what is free. Walks them one by one.
+// What the blocks in use take in all heaps of this process, whoever made them; not what is free in between.
+// Walks them one by one.
 double HeapBytes();
 
 } // namespace bench

@@ -242,9 +242,13 @@ int CReportCtrl::GetScrollPos32(int bar, int)
 
 int CReportCtrl::SetScrollPos32(int bar, int position, int redraw)
 {
-    const int width = std::max<int>(m_data->header.GetTotalWidth(), m_data->reportRect.Width());
     int& present = bar == SB_HORZ ? m_data->left : m_data->topRow;
-    const int wanted = std::clamp(position, 0, bar == SB_HORZ ? width : GetRowCount());
+    if (bar == SB_VERT && m_data->rowsInvalid && position == present)
+        return 1; // it is cut to the rows when they are made
+    const int most = bar == SB_HORZ
+                         ? std::max<int>(m_data->header.GetTotalWidth(), m_data->reportRect.Width())
+                         : GetRowCount();
+    const int wanted = std::clamp(position, 0, most);
     if (present == wanted)
         return 1;
     present = wanted;

@@ -128,8 +128,7 @@ int CReportCtrl::SetItem(_RVITEM* item)
     record.itemData = changes(RVIM_ITEMDATA) ? item->itemData : record.itemData;
     SetItemStruct(item->item, record);
 
-    if (!m_data->rowsInvalid) // a tree is filled without making its rows for each text
-        ScrollWindow(SB_VERT, m_data->topRow);
+    ScrollWindow(SB_VERT, m_data->topRow);
     if (m_data->redraw)
         RedrawItems(item->item, RVI_NONE);
     return 1;
@@ -239,12 +238,14 @@ int CReportCtrl::InsertItem(int item, const char* text)
         return -1;
     item = std::min(item, m_data->items.Count());
     const bool last = item == m_data->items.Count();
-    const bool tree = m_data->IsTree();
-    if (tree && !last)
-        InvalidateRows(); // which remembers focus and selection by the numbers that will change
-    int row = tree || last ? RVI_NONE : GetRowFromItem(item);
-    if (!tree && row == RVI_NONE)
-        row = GetRowCount();
+    int row = 0;
+    if (!m_data->IsTree())
+    {
+        const int rowThere = last ? RVI_NONE : GetRowFromItem(item);
+        row = rowThere == RVI_NONE ? GetRowCount() : rowThere;
+    }
+    else if (!last)
+        InvalidateRows(); // which remembers focus and selection by the numbers that are about to change
     try
     {
         m_data->items.Insert(item, GetSubItemCount());
@@ -253,7 +254,7 @@ int CReportCtrl::InsertItem(int item, const char* text)
     {
         return -1;
     }
-    if (!tree)
+    if (!m_data->IsTree())
     {
         report::RowMap& rows = Rows();
         try

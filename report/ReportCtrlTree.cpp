@@ -21,6 +21,7 @@ report::RowMap& CReportCtrl::Rows()
         return m_data->rows;
     m_data->rowsInvalid = false;
     BuildTree();
+    m_data->topRow = std::min(m_data->topRow, m_data->rows.Count());
 
     // Focus and selection follow their items, or what hides them now.
     const auto rowOf = [this](_TREEITEM* item) {

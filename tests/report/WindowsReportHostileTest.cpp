@@ -128,6 +128,31 @@ TEST_F(ReportHostile, KeepsNothingOfItemsThatWent)
     EXPECT_EQ(RVI_NONE, report.GetFocusRow());
 }
 
+TEST_F(ReportHostile, PutsUpWithAnyOrderOfRows)
+{
+    Define({"a"});
+    Fill({"1", "2", "3"});
+    report.SelectRows(0, 0, 1, 0, 0, 0);
+    CArray<int, int> order;
+    order.SetSize(2);
+    EXPECT_EQ(0, report.SetItemRowArray(order));
+    order.SetSize(3);
+    order[0] = 99;
+    order[1] = order[2] = 1;
+    EXPECT_EQ(1, report.SetItemRowArray(order));
+    EXPECT_EQ(RVI_NONE, report.GetFocusRow());
+    EXPECT_EQ(0u, report.Struct(0).state);
+    EXPECT_THROW(report.SelectRows(0, 0, 1, 0, 0, 0), CInvalidArgException*);
+    report.SelectRows(2, 2, 1, 0, 0, 0);
+    EXPECT_EQ("2", Focused());
+    order[0] = 2;
+    EXPECT_EQ(1, report.SetItemRowArray(order));
+    EXPECT_EQ("2", Focused());
+    EXPECT_EQ(1, report.DeleteItem(1)); // which has two rows
+    EXPECT_EQ("3", Rows());
+    EXPECT_EQ("3", Focused());
+}
+
 TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
 {
     Define({"a"});

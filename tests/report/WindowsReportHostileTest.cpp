@@ -111,6 +111,26 @@ TEST_F(ReportHostile, SurvivesAnySortCallback)
     }
 }
 
+TEST_F(ReportHostile, ShowsWhatASortThatThrewHasDone)
+{
+    parent.ShowWindow(SW_SHOW);
+    const Action fail = []() -> int { throw std::runtime_error("compare"); };
+    for (const DWORD style : {DWORD{0}, RVS_TREE})
+    {
+        Create(WS_VISIBLE | style);
+        Define({"a"});
+        Fill({"1", "2"});
+        report.InsertTreeItem(nullptr, nullptr, "3"); // in a tree, where the others have no row
+        report.InsertTreeItem(nullptr, nullptr, "4");
+        report.UpdateWindow();
+        ASSERT_FALSE(::GetUpdateRect(report, nullptr, FALSE));
+        report.SetSortCallback(CallAction, reinterpret_cast<__int64>(&fail));
+        EXPECT_THROW(report.SortItems(0, 1), std::runtime_error);
+        EXPECT_TRUE(::GetUpdateRect(report, nullptr, FALSE)) << style;
+        report.UndefineAllSubItems();
+    }
+}
+
 TEST_F(ReportHostile, KeepsNothingOfItemsThatWent)
 {
     Create(RVS_TREE);
@@ -440,7 +460,7 @@ TEST_F(ReportHostile, LivesThroughManyWindows)
 {
     int objects = 0;
     int windows = 0;
-    for (int round = 0; round < 300; ++round)
+    for (int round = 0; round < 100; ++round)
     {
         if (round == 10) // the first ones make what is kept for all
         {

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
-#include <functional>
 #include <string>
 
 namespace
@@ -305,15 +304,10 @@ void CReportCtrl::RemoveItems(const std::vector<int>& items)
 {
     report::RowMap& rows = Rows();
     const int focusedItem = GetItemFromRow(m_data->selection.focusRow);
-    std::vector<int> removed;
-    for (const int item : items)
-        if (const int row = GetRowFromItem(item); row >= 0)
-            removed.push_back(row);
-    std::sort(removed.begin(), removed.end(), std::greater<>());
-
     int rowsLeft = rows.Count();
-    for (const int row : removed)
-        m_data->selection.RowRemoved(row, --rowsLeft);
+    for (int row = rows.Count() - 1; row >= 0; --row)
+        if (std::binary_search(items.begin(), items.end(), rows.ItemAt(row)))
+            m_data->selection.RowRemoved(row, --rowsLeft);
     rows.RemoveItems(items);
     m_data->items.Remove(items);
     if (focusedItem >= 0 && std::binary_search(items.begin(), items.end(), focusedItem))

@@ -31,7 +31,6 @@ int CReportCtrl::SortItems(int subitem, int ascending)
         SortTreeRows(subitem, ascending);
     else
         SortFlatRows(subitem, ascending);
-    Redraw();
     return 1;
 }
 
@@ -43,6 +42,7 @@ void CReportCtrl::SortTreeRows(int subitem, int ascending)
         m_data->lastInserted = nullptr;
         BuildTree();
         SetTreeFocus(focused);
+        Redraw();
     };
     try
     {
@@ -67,6 +67,7 @@ void CReportCtrl::SortFlatRows(int subitem, int ascending)
     const bool selectedAlone = selection.first == selection.focusRow && selection.last == selection.focusRow;
     const int focused = GetItemFromRow(selection.focusRow);
     const auto restore = [&] {
+        Redraw();
         if (focused == RVI_NONE)
             return;
         selection.focusRow = GetRowFromItem(focused);

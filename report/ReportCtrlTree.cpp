@@ -88,8 +88,10 @@ int CReportCtrl::SetItemRowArray(CArray<int, int>& items)
     if (m_data->IsCallback() || m_data->busy || items.GetSize() != Rows().Count())
         return 0;
     const int focused = GetItemFromRow(m_data->selection.focusRow);
+    SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.Assign(std::vector<int>(items.GetData(), items.GetData() + items.GetSize()));
     m_data->selection.focusRow = GetRowFromItem(focused);
+    SetState(m_data->selection.focusRow, RVIS_FOCUSED, RVIS_FOCUSED);
     Redraw();
     return 1;
 }
@@ -140,10 +142,10 @@ void CReportCtrl::SelectRows(int row, int anchor, int select, int, int toggle, i
     if (row < 0 || row >= GetRowCount() || anchor < RVI_DEFAULT || anchor >= GetRowCount())
         report::ThrowInvalidArgument();
     report::Selection& selection = m_data->selection;
+    SetState(row, RVIS_FOCUSED, RVIS_FOCUSED); // throws, before anything else, when the row shows no item
     if (selection.focusRow != row)
         SetState(selection.focusRow, 0, RVIS_FOCUSED);
     selection.Select(row, m_data->style & RVS_SINGLESELECT ? row : anchor, select != 0, toggle != 0);
-    SetState(row, RVIS_FOCUSED, RVIS_FOCUSED);
     if (redraw)
         RedrawRows(selection.first, selection.last, 1);
 }

@@ -190,23 +190,6 @@ TEST_F(ReportOrder, SortsCellsOfAllKinds)
     }
 }
 
-TEST_F(ReportOrder, SortsEveryLevelByTheOverride)
-{
-    CreateCounting(RVS_TREE);
-    _TREEITEM* parent1 = nullptr;
-    for (int level = 0; level < 1000; ++level)
-    {
-        _TREEITEM* const one = counting.InsertTreeItem(parent1, nullptr, "x");
-        ASSERT_TRUE(counting.InsertTreeItem(parent1, nullptr, "a"));
-        parent1 = one;
-    }
-    ASSERT_EQ(1, counting.SortItems(0, 1));
-    EXPECT_EQ(1000, counting.ranges);
-    for (const _TREEITEM* item = counting.GetNextItem(report::kTreeRoot, RVGN_CHILD); item;
-         item = item->nextSibling->firstChild)
-        ASSERT_STREQ("a", counting.GetItemText(item->item, 0).c_str());
-}
-
 TEST_F(ReportOrder, CallbackDecidesAndTheMarkFollowsItsColumn)
 {
     Define({"a", "b", "c"});

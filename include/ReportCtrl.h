@@ -175,8 +175,9 @@ public:
     // FALSE on failure. Columns need the window, everything else can be filled before.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id, CCreateContext* context = nullptr);
 
-    // Changes styles; the new ones take effect at once. 0 when nothing changed. The base's operation goes
-    // past the control and is not for use here.
+    // Changes styles; the new ones take effect at once. 0 when nothing changed. Between a list and a tree all
+    // rows are made anew, and focus and selection go. The base's operation goes past the control and is not
+    // for use here.
     int ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
 
     // RVP_*. 0 for an unknown id or a value that is refused; nothing has changed then.
@@ -360,7 +361,7 @@ public:
     // ---- Layout and scrolling
 
     void Layout(int cx, int cy);
-    int SetItemHeight(int height); // pixels
+    int SetItemHeight(int height); // pixels, up to 32,767
     int GetItemHeight();
     void RedrawRows(int first, int last, int update);
     void RedrawItems(int first, int last);   // `last` -2: only the first
@@ -387,7 +388,7 @@ protected:
     virtual int LoadItemData(structITEM* record, int item, int subitem, unsigned int mask);
 
     // What a subclass answers items from: fills the record's `item` (a _NMRVITEMCALLBACK), its mask and text,
-    // and answers 0; anything else when the item is not available.
+    // with a NUL behind it, and answers 0; anything else when the item is not available.
     virtual __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification);
     virtual __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification);
 
@@ -442,6 +443,7 @@ private:
     report::RowMap& Rows();
     void InvalidateRows(); // the tree has changed
     void ForgetSelection();
+    void ShowAllItems();
     void RemoveItems(const std::vector<int>& items);
     std::vector<int> ItemsBelow(_TREEITEM* top);
     void DeleteSubtree(_TREEITEM* top);

@@ -8,6 +8,7 @@ namespace
 {
 
 constexpr char kWindowClass[] = "QmReportCtrl";
+constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
 
 void RegisterWindowClass()
 {
@@ -85,12 +86,16 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
         return 0;
     const DWORD old = m_data->style;
     const DWORD changed = old ^ GetStyle();
-    if (changed & RVS_CALLBACK) // the rows are other ones
+    const bool wasTree = m_data->IsTree();
+    const bool isTree = (GetStyle() & RVS_TREEMASK) != 0;
+    if ((changed & RVS_CALLBACK) || wasTree != isTree) // the rows are other ones
     {
-        SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
+        SetState(GetFocusRow(), 0, RVIS_FOCUSED);
         ForgetSelection();
     }
     m_data->style = GetStyle();
+    if (wasTree != isTree)
+        ShowAllItems();
     if (changed & RVS_HORIZONTALGRID)
         m_data->itemHeight += m_data->style & RVS_HORIZONTALGRID ? 1 : -1;
     if (changed & old & RVS_CELLFOCUS)
@@ -192,7 +197,7 @@ void CReportCtrl::Layout(int cx, int cy)
 
 int CReportCtrl::SetItemHeight(int height)
 {
-    if (height < 0)
+    if (height < 0 || height > kMaxHeight)
         return 0;
     m_data->itemHeight = height;
     CRect client;
@@ -212,7 +217,7 @@ int CReportCtrl::GetRowHeight(int row)
     if (!m_data->showPreview)
         return m_data->itemHeight;
     const structITEM& item = GetItemStruct(GetItemFromRow(row), -1, RVIM_PREVIEWHEIGHT);
-    return m_data->itemHeight + std::max(0, item.previewHeight);
+    return m_data->itemHeight + std::clamp(item.previewHeight, 0, kMaxHeight);
 }
 
 void CReportCtrl::ShowRow(int row)

@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr std::size_t kMaxPalette = 256;
+constexpr int kMaxColors = 1 << 24; // there are no more
 
 PALETTEENTRY EntryOf(COLORREF color)
 {
@@ -47,6 +48,8 @@ int CReportCtrl::InsertColor(int index, COLORREF color)
     if (index < 0)
         report::ThrowInvalidArgument();
     std::vector<COLORREF>& colors = m_data->colors;
+    if (index > kMaxColors)
+        return -1;
     try
     {
         if (static_cast<std::size_t>(index) > colors.size())

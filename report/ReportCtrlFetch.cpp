@@ -31,6 +31,15 @@ std::size_t depth = 0;         // of calls that fill one
 
 bool handOnWanted = false; // by FetchItem of the next GetItemStruct
 
+class HandOn
+{
+public:
+    explicit HandOn(bool wanted) { handOnWanted = wanted; }
+    ~HandOn() { handOnWanted = false; }
+    HandOn(const HandOn&) = delete;
+    HandOn& operator=(const HandOn&) = delete;
+};
+
 Scratch& Current()
 {
     if (scratches.size() <= depth)
@@ -68,10 +77,8 @@ char* ClearedText(Scratch& scratch)
 CReportCtrl::structITEM& CReportCtrl::FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell)
 {
     const Scratch* const scratch = m_data->IsCallback() ? &Current() : nullptr;
-    handOnWanted = scratch != nullptr;
+    const HandOn handOn(scratch != nullptr);
     structITEM& record = GetItemStruct(item, subitem, mask);
-    handOnWanted = false;
-
     const std::string_view preview(record.previewText.c_str(), record.previewText.GetLength());
     const bool handedOn =
         scratch && &record == &scratch->item && scratch->handedOn && scratch->subitem == subitem;

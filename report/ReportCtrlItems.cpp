@@ -211,7 +211,7 @@ ZEMA::String CReportCtrl::GetItemString(int item, char separator)
         const bool found = ReadItem(item, GetSubItemFromColumn(column), RVIM_TEXT, view);
         if (column == 0 && found && m_data->IsTree() && view.item->treeLevel >= 0)
         {
-            for (int level = 1; level < view.item->treeLevel; ++level)
+            for (int level = 1; level < view.item->treeLevel && !Data::treeIndent.IsEmpty(); ++level)
                 line += Data::treeIndent.c_str();
             const _TREEITEM* const treeItem = view.item->treeItem;
             line += treeItem && treeItem->firstChild ? '-' : ' '; // '-' for collapsed ones too: deliberate

@@ -96,6 +96,7 @@ void CReportCtrl::AddSortKey(int item, int subitem)
     ItemView view;
     if (ReadItem(item, subitem, RVIM_TEXT, view))
         m_data->sort->keys.Add(item, subitem, view.cell);
+    m_data->sort->hasKeys = true;
 }
 
 int CReportCtrl::ResortItems()
@@ -206,7 +207,8 @@ void CReportCtrl::TreeSort(int subitem, structTREEITEM* parent, int ascending, i
         }
         bool IsOrdered() const override
         {
-            return m_control.m_data->sortCallback || m_control.m_data->sort->keys.IsOrdered();
+            const SortRun& run = *m_control.m_data->sort;
+            return m_control.m_data->sortCallback || (run.hasKeys && run.keys.IsOrdered());
         }
         void Sort(structTREEITEM* parent) override
         {

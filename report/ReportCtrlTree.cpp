@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <new>
+#include <numeric>
+#include <utility>
 
 namespace
 {
@@ -54,6 +56,17 @@ void CReportCtrl::InvalidateRows()
     }
     SetState(selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rowsInvalid = true;
+}
+
+// The rows of a list or tree that has been the other so far.
+void CReportCtrl::ShowAllItems()
+{
+    m_data->rowsInvalid = m_data->IsTree();
+    if (m_data->IsTree())
+        return;
+    std::vector<int> items(static_cast<std::size_t>(m_data->items.Count()));
+    std::iota(items.begin(), items.end(), 0);
+    m_data->rows.Assign(std::move(items));
 }
 
 int CReportCtrl::GetRowCount()

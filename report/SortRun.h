@@ -36,7 +36,8 @@ public:
     SortRun& operator=(const SortRun&) = delete;
 
     unsigned number = 0;
-    report::SortKeys keys; // none when the owner compares
+    report::SortKeys keys; // none when the owner compares or a subclass sorts
+    bool hasKeys = false;
     report::FlatSort flat;
     report::TreeSort tree;
 

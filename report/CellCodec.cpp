@@ -173,8 +173,15 @@ void WriteCell(ZEMA::String& cells, int field, const Cell& cell)
     Insertion insertion(View(cells), place);
     insertion.Add(cell);
     const std::string_view text = insertion.Text();
+    const std::size_t old = place.end - place.begin;
+    if (text.size() <= old)
+    {
+        cells.deleteAt(place.begin, old); // the new field finds room: nothing can fail
+        cells.insertAt(place.begin, text.data(), text.size());
+        return;
+    }
     cells.insertAt(place.begin, text.data(), text.size());
-    cells.deleteAt(place.begin + text.size(), place.end - place.begin);
+    cells.deleteAt(place.begin + text.size(), old);
 }
 
 void InsertCell(ZEMA::String& cells, int field)

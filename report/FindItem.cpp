@@ -32,7 +32,7 @@ bool Matches(const _RVFINDINFO& info, const Cell& cell, std::int64_t itemData)
     {
         const std::string_view wanted = info.text != nullptr ? info.text : "";
         const bool prefix = (info.flags & RVFI_PREFIX) != 0;
-        if (!cell.hasText || (prefix ? cell.text.substr(0, wanted.size()) : cell.text) != wanted)
+        if (!cell.hasText || (prefix ? !cell.text.starts_with(wanted) : cell.text != wanted))
             return false;
     }
     if ((info.flags & RVFI_IMAGE) != 0 && (cell.image < 0 || cell.image != info.image))

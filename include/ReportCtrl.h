@@ -450,6 +450,7 @@ private:
     void SortTreeRows(int subitem, int ascending);
     void SortFlatRows(int subitem, int ascending);
     void AddSortKey(int item, int subitem);
+    void LayoutClient();
     void ShowRow(int row);
     int GetRowHeight(int row);
     void Redraw();

@@ -74,9 +74,7 @@ BOOL CReportCtrl::CreateCommon()
         return FALSE;
     m_data->header.SetFont(&m_data->font);
     m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
-    CRect client;
-    GetClientRect(client);
-    Layout(client.Width(), client.Height());
+    LayoutClient();
     return TRUE;
 }
 
@@ -100,9 +98,7 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
         m_data->itemHeight += m_data->style & RVS_HORIZONTALGRID ? 1 : -1;
     if (changed & old & RVS_CELLFOCUS)
         m_data->selection.focusColumn = -1;
-    CRect client;
-    GetClientRect(client);
-    Layout(client.Width(), client.Height());
+    LayoutClient();
     return 1;
 }
 
@@ -165,13 +161,17 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
     default:
         return 0;
     }
-    if (m_hWnd)
-    {
-        CRect client;
-        GetClientRect(client);
-        Layout(client.Width(), client.Height());
-    }
+    LayoutClient();
     return 1;
+}
+
+void CReportCtrl::LayoutClient()
+{
+    if (!m_hWnd)
+        return;
+    CRect client;
+    GetClientRect(client);
+    Layout(client.Width(), client.Height());
 }
 
 void CReportCtrl::Layout(int cx, int cy)
@@ -200,10 +200,7 @@ int CReportCtrl::SetItemHeight(int height)
     if (height < 0 || height > kMaxHeight)
         return 0;
     m_data->itemHeight = height;
-    CRect client;
-    if (m_hWnd)
-        GetClientRect(client);
-    Layout(client.Width(), client.Height());
+    LayoutClient();
     return 1;
 }
 

@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdio>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -53,27 +54,18 @@ Cell Scan(const std::string& field, std::string& text)
 
 TEST(CellCodec, AnyBytesAreReadAndChangedFieldByField)
 {
-    const std::string pieces[] = {"\x01",
-                                  "\x01-1,2,",
-                                  "1,",
-                                  " +3,",
-                                  "\t-4,",
-                                  "+-5,",
-                                  "99999999999999999999,",
-                                  "-2147483648,",
-                                  "6\x02",
-                                  "-1\x02",
-                                  "\x02",
-                                  "\x07",
-                                  std::string(1, '\0'),
-                                  std::string(600, 'x')};
+    std::vector<std::string> pieces = {std::string(1, '\0'), std::string(600, 'x')};
+    std::istringstream further("\x01|\x01-1,2,|1,| +3,|\t-4,|+-5,|99999999999999999999,|-2147483648,|"
+                               "6\x02|-1\x02|\x02|\x07");
+    for (std::string piece; std::getline(further, piece, '|');)
+        pieces.push_back(piece);
     std::mt19937 random(1);
     const auto below = [&](std::size_t end) { return static_cast<std::size_t>(random()) % end; };
     const auto someBytes = [&] {
         std::string bytes;
         for (std::size_t n = below(16); n > 0; --n)
-            bytes += below(8) != 0 ? pieces[below(std::size(pieces))]
-                                   : std::string(1, static_cast<char>(below(256)));
+            bytes +=
+                below(8) != 0 ? pieces[below(pieces.size())] : std::string(1, static_cast<char>(below(256)));
         return bytes;
     };
     for (int round = 0; round < 5000; ++round)
@@ -147,15 +139,14 @@ TEST(CellCodec, TheUndefinedFieldLosesANumberWithTheSeparator)
 
 TEST(CellCodec, CellsSortByTextThenCheckThenImage)
 {
-    const Cell sorted[] = {{9, -1, -1, -1, false, {}},
-                           {0, 0, 0, 0, true, "A"},
-                           {0, 0, 0, 0, true, "AB"},
-                           {0, 0, 0, 0, true, "a"},
+    const Cell sorted[] = {{1, -1, -1, -1, false, {}}, {9, -1, -1, -1, false, {}}, {1, 0, 0, 0, false, {}},
+                           {0, 0, 0, 0, true, "A"},    {0, 0, 0, 0, true, "AB"},   {0, 0, 0, 0, true, "a"},
                            {0, 0, 0, 0, true, "\xE4"}};
     for (std::size_t i = 0; i + 1 < std::size(sorted); ++i)
+    {
         EXPECT_LT(report::CompareCells(sorted[i], sorted[i + 1]), 0) << i;
-    EXPECT_LT(report::CompareCells({9, 0, -1, 0, false, {}}, {1, 0, 0, 0, false, {}}), 0);
-    EXPECT_GT(report::CompareCells({9, 0, -1, 0, false, {}}, {1, 0, -1, 0, false, {}}), 0);
+        EXPECT_GT(report::CompareCells(sorted[i + 1], sorted[i]), 0) << i;
+    }
     EXPECT_EQ(report::CompareCells({9, 0, 5, 0, false, {}}, {1, 0, 5, 0, false, {}}), 0);
 }
 

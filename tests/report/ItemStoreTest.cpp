@@ -1,5 +1,4 @@
 #include "report/ItemStore.h"
-#include "report/CellCodec.h"
 
 #include <gtest/gtest.h>
 
@@ -45,22 +44,6 @@ TEST(ItemStore, ItemsAndTreeItemsMoveLikeAnArray)
     EXPECT_THROW(store.At(store.Count()), std::invalid_argument);
     EXPECT_THROW(store.Remove({0, store.Count()}), std::invalid_argument);
     EXPECT_THROW(store.Insert(store.Count() + 1, 0), std::invalid_argument);
-}
-
-TEST(ItemStore, FieldsComeAndGoInEveryItem)
-{
-    report::ItemStore store;
-    store.Insert(0, 1);
-    store.InsertField(0);
-    store.RemoveField(1);
-    for (const int item : {-1, 0})
-        report::WriteCell(store.At(item).cells, 0, {-1, -1, 5, -1, false, {}});
-    store.InsertField(0);
-    for (const int item : {-1, 0})
-        EXPECT_EQ(5, report::ReadCell(store.At(item).cells, 1).check) << item;
-    store.RemoveField(0);
-    for (const int item : {-1, 0})
-        EXPECT_EQ(5, report::ReadCell(store.At(item).cells, 0).check) << item;
 }
 
 } // namespace

@@ -55,15 +55,17 @@ protected:
     }
 };
 
-class ReportTest : public testing::Test
+template <class Report> class ReportTestOf : public testing::Test
 {
 protected:
-    ReportTest() { Create(); }
+    ReportTestOf() { Create(); }
 
+    // Another window; items and subitems stay.
     void Create(DWORD style = 0)
     {
         report.DestroyWindow();
         report.Create(WS_CHILD | style, CRect(0, 0, 300, 200), &parent, 7);
+        tree = (style & RVS_TREE) != 0;
     }
 
     // Defines subitems with these captions, each shown in a column of 50 pixels.
@@ -79,11 +81,19 @@ protected:
         }
     }
 
+    // Further items with these texts, at the end of the list or the root.
     void Fill(std::initializer_list<const char*> texts)
     {
         for (const char* each : texts)
-            report.InsertItem(report.GetItemCount(), each);
+        {
+            if (tree)
+                report.InsertTreeItem(nullptr, nullptr, each);
+            else
+                report.InsertItem(report.GetItemCount(), each);
+        }
     }
+
+    void Select(int row, int anchor) { report.SelectRows(row, anchor, 1, 0, 0, 0); }
 
     // The first subitem's texts in the order of the rows.
     std::string Rows()
@@ -92,6 +102,14 @@ protected:
         for (int row = 0; row < report.GetRowCount(); ++row)
             rows += std::string(row ? " " : "") + report.GetItemText(report.GetItemFromRow(row), 0).c_str();
         return rows;
+    }
+
+    std::string Selected()
+    {
+        int first = 0;
+        int last = 0;
+        report.GetSelectedRows(&first, &last);
+        return std::to_string(first) + " to " + std::to_string(last);
     }
 
     _RVITEM Read(int item, int subitem, unsigned mask = RVIM_TEXT | RVIM_STATE)
@@ -107,6 +125,9 @@ protected:
     }
 
     ReportParent parent;
-    TestReport report;
+    Report report;
+    bool tree = false;
     char text[256] = "";
 };
+
+using ReportTest = ReportTestOf<TestReport>;

@@ -19,15 +19,6 @@ double Median(std::vector<double> values)
     return *middle;
 }
 
-double Microseconds(const Variant& variant)
-{
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point begin = Clock::now();
-    variant.run();
-    const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
-    return time.count() / variant.units;
-}
-
 bool Met(const Measure& measure)
 {
     return !measure.goal || measure.ratio.value_or(measure.value) <= *measure.goal;
@@ -61,10 +52,21 @@ void PrintRow(const Measure& measure)
 
 } // namespace
 
+double Microseconds(const Variant& variant)
+{
+    using Clock = std::chrono::steady_clock;
+    if (variant.prepare)
+        variant.prepare();
+    const Clock::time_point begin = Clock::now();
+    variant.run();
+    const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
+    return time.count() / variant.units;
+}
+
 Comparison::Comparison(std::vector<Variant> variants, unsigned rounds) : m_times(variants.size())
 {
     for (const Variant& variant : variants)
-        variant.run();
+        Microseconds(variant);
 
     const std::size_t count = variants.size();
     for (unsigned round = 0; round < rounds; ++round)

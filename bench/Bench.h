@@ -10,12 +10,17 @@
 namespace bench
 {
 
-// One of the ways to do the same thing. A call of `run` does `units` of it, lines for example.
+// One of the ways to do the same thing. A call of `run` does `units` of it, lines for example; one of
+// `prepare`, before each and not timed, makes that possible again.
 struct Variant
 {
     unsigned units;
     std::function<void()> run;
+    std::function<void()> prepare = {};
 };
+
+// Microseconds a unit of one run.
+double Microseconds(const Variant& variant);
 
 // Times variants in rounds. Absolute times drift with the machine's load, so each round times every
 // variant once, and ratios are taken within a round. The order changes from round to round: none of them

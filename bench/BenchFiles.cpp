@@ -2,8 +2,6 @@
 
 #include "QmLogRow.h"
 
-#include <psapi.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -40,14 +38,6 @@ HANDLE Open(const char* path, BareFile::Role role)
 }
 
 constexpr DWORD kAll = 0xFFFFFFFF;
-
-PROCESS_MEMORY_COUNTERS ProcessMemory()
-{
-    PROCESS_MEMORY_COUNTERS counters = {};
-    Check(::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof(counters)) != FALSE,
-          "GetProcessMemoryInfo");
-    return counters;
-}
 
 } // namespace
 
@@ -307,16 +297,6 @@ void IdleFiles::SetLastError(DWORD) {}
 std::string IdleFiles::ErrorText(DWORD)
 {
     return {};
-}
-
-double MemoryGrowth(const std::function<void()>& action)
-{
-    // The system keeps the peak of the whole life of the process. Filled up to that, it grows with us.
-    const PROCESS_MEMORY_COUNTERS start = ProcessMemory();
-    const std::vector<char> filling(start.PeakWorkingSetSize - start.WorkingSetSize, 1);
-    const SIZE_T before = ProcessMemory().PeakWorkingSetSize;
-    action();
-    return static_cast<double>(ProcessMemory().PeakWorkingSetSize - before) / 1024;
 }
 
 } // namespace bench

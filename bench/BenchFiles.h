@@ -4,7 +4,6 @@
 #include "zemacore/FileCalls.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 namespace bench
@@ -136,8 +135,5 @@ private:
     std::uint32_t m_lineLength;
     ZEMA::IFileCalls* m_replaced;
 };
-
-// How much more memory, in KiB, this process comes to need at once while `action` runs.
-double MemoryGrowth(const std::function<void()>& action);
 
 } // namespace bench

@@ -1,4 +1,5 @@
 #include "LogWindowBench.h"
+#include "BenchMemory.h"
 #include "LogFiles.h"
 
 #include "QmLogReader.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <commctrl.h>
-#include <psapi.h>
 #include <string_view>
 
 namespace bench
@@ -86,13 +86,6 @@ void Show(HWND shown, HWND hidden)
     ::ShowWindow(shown, SW_SHOW);
     ::SetFocus(shown);
     ::UpdateWindow(shown);
-}
-
-double PrivateMegabytes()
-{
-    PROCESS_MEMORY_COUNTERS counters = {};
-    Check(::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof(counters)) != FALSE, "memory use");
-    return static_cast<double>(counters.PagefileUsage) / (1 << 20);
 }
 
 // Opens the log folder's session and shows its last screen.
@@ -220,9 +213,9 @@ void MeasureLogWindow(const Options& options, const TemporaryFolder& folder, Rep
     // After a first window, which brings in what the system keeps.
     write(options.quick ? 100u << 20 : 1u << 30);
     CQmLogTextCtrl text;
-    const double before = PrivateMegabytes(); // the peak was higher while the log was made
+    const double before = PrivateBytes(); // the peak was higher while the log was made
     Open(text, frame);
-    const double growth = PrivateMegabytes() - before;
+    const double growth = (PrivateBytes() - before) / (1 << 20);
     report.Add(
         {options.quick ? "memory with 100 MB shown" : "memory with 1 GB shown", growth, "MB", "", {}, 2.0});
     text.DestroyWindow();

@@ -2,6 +2,7 @@
 // calls that it cannot do without, and against spdlog.
 #include "Bench.h"
 #include "BenchFiles.h"
+#include "BenchMemory.h"
 #include "SpdlogFile.h"
 
 #include "QmLogReader.h"

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs a build to a fresh prefix, builds the client and the programs of README and guide against it, and runs the
-# first two under Wine. The README's session must look as it shows.
+# Installs a build to a fresh prefix, builds the client, the programs of README and guide and the example csvsort
+# against it, and runs all but the guide's under Wine. The README's session must look as it shows.
 #   client_test.sh BUILD_FOLDER WORK_FOLDER TOOLCHAIN_FILE
 # The client's objects are kept, so that an unchanged installation is not compiled again.
 set -euo pipefail
@@ -34,3 +34,15 @@ export QM_LOG_FOLDER="Z:${work//\//\\}\\readme_logs"
 rm -rf "$work/readme_logs"
 run "$work/build/readme.exe"
 { run "$work/prefix/bin/logtool.exe" cat --numbers; echo; } | diff - <(sed -n '/^```text$/,/^```$/{/^```/!p}' "$readme")
+
+# Quotes, what may stand between them, a short line, and bytes that a cell cannot hold.
+printf '\xEF\xBB\xBFname;size\r\n"a ""b""; c";9\r\n"two\r\nlines";10\r\nbell\x07\x01;1e1\r\nnone\r\n' >"$work/sizes.csv"
+csvsort() { run "$work/build/csvsort/csvsort.exe" "$@"; }
+csvsort "$work/sizes.csv" size --number --desc |
+    diff - <(printf 'name\tsize\ntwo lines\t10\nbell  \t1e1\na "b"; c\t9\nnone\t\n')
+csvsort "$work/sizes.csv" 1 | diff - <(printf 'name\tsize\na "b"; c\t9\nbell  \t1e1\nnone\t\ntwo lines\t10\n')
+
+printf 'a,b\n1,2\n1,2,3\n' >"$work/long.csv"
+code=0
+csvsort "$work/long.csv" 2>"$work/csvsort.err" || code=$?
+[[ $code == 1 && $(tr -d '\r' <"$work/csvsort.err") == "csvsort: $work/long.csv: too long: row 2" ]]

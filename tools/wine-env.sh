@@ -1,17 +1,18 @@
 # shellcheck shell=bash disable=SC2154
 # How this project runs Wine; sourced by the scripts beside it, which set `root` first.
 # WINE_GRAPHICS says where windows go, each with a prefix of its own in the build folder:
-#   null   nowhere: they are made by the null graphics driver, without X; the usual case
-#   x11    to the X display
+#   null     nowhere: they are made by the null graphics driver, without X; the usual case
+#   x11      to the X display
+#   palette  to a virtual X display of 256 colours
 : "${WINE_GRAPHICS:=null}"
 case $WINE_GRAPHICS in
     null)
         WINEPREFIX=$root/build/wine
         unset DISPLAY
         ;;
-    x11) WINEPREFIX=$root/build/wine-x11 ;;
+    x11 | palette) WINEPREFIX=$root/build/wine-$WINE_GRAPHICS ;;
     *)
-        echo "WINE_GRAPHICS is null or x11, not $WINE_GRAPHICS" >&2
+        echo "WINE_GRAPHICS is null, x11 or palette, not $WINE_GRAPHICS" >&2
         exit 2
         ;;
 esac

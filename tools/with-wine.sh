@@ -1,6 +1,6 @@
 #!/bin/bash
 # Runs a command, such as ctest, with Wine ready: makes the prefix on first use and warms Wine up.
-# With WINE_GRAPHICS=x11 and no display the command gets a virtual one, and Wine ends with it.
+# With WINE_GRAPHICS=x11 or palette and no display the command gets a virtual one, and Wine ends with it.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$root/tools/wine-env.sh"
@@ -22,9 +22,15 @@ if [[ ! -e $WINEPREFIX/.ready ]]; then
     touch "$WINEPREFIX/.ready"
 fi
 
-if [[ $WINE_GRAPHICS == x11 ]]; then
+if [[ $WINE_GRAPHICS != null ]]; then
     if [[ -z ${DISPLAY-} ]]; then
-        WITH_WINE_DISPLAY=virtual exec xvfb-run -a -s '-screen 0 1024x768x24' "$0" "$@"
+        depth=24
+        [[ $WINE_GRAPHICS != palette ]] || depth=8
+        # With a file of ours: when xvfb-run cannot delete one of its own, it fails and leaves its server running.
+        authority=$(mktemp)
+        trap 'rm -f "$authority"' EXIT
+        WITH_WINE_DISPLAY=virtual xvfb-run -a -f "$authority" -s "-screen 0 1024x768x$depth" "$0" "$@"
+        exit
     fi
     # Where nothing manages windows, Wine must not wait for a manager: closing one would take two seconds.
     managed=Y

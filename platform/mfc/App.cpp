@@ -1,3 +1,4 @@
+#include "afxcmn.h"
 #include "mfc/MessageLoop.h"
 #include "mfc/WndCall.h"
 
@@ -63,6 +64,7 @@ BOOL CWinApp::OnIdle(LONG)
     CDC::DeleteTempMap();
     CGdiObject::DeleteTempMap();
     CMenu::DeleteTempMap();
+    CImageList::DeleteTempMap();
     return FALSE;
 }
 

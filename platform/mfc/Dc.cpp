@@ -64,6 +64,11 @@ CGdiObject* CDC::SelectStockObject(int index)
     return CGdiObject::FromHandle(::SelectObject(m_hDC, ::GetStockObject(index)));
 }
 
+CPalette* CDC::SelectPalette(CPalette* palette, BOOL forceBackground)
+{
+    return CPalette::FromHandle(::SelectPalette(m_hDC, *palette, forceBackground));
+}
+
 CPoint CDC::MoveTo(int x, int y)
 {
     CPoint old;

@@ -40,6 +40,8 @@ static std::unique_ptr<CGdiObject> MakeObject(DWORD type)
         return std::make_unique<CFont>();
     case OBJ_BITMAP:
         return std::make_unique<CBitmap>();
+    case OBJ_PAL:
+        return std::make_unique<CPalette>();
     default:
         return std::make_unique<CGdiObject>();
     }
@@ -84,4 +86,16 @@ CBrush::CBrush(COLORREF color)
 BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height)
 {
     return Attach(::CreateCompatibleBitmap(dc->m_hDC, width, height));
+}
+
+BOOL CPalette::CreateHalftonePalette(CDC* dc)
+{
+    return Attach(::CreateHalftonePalette(dc->m_hDC));
+}
+
+int CPalette::GetEntryCount() const
+{
+    WORD count = 0;
+    GetObject(sizeof(count), &count);
+    return count;
 }

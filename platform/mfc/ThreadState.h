@@ -1,7 +1,7 @@
 // What the framework knows of one thread.
 #pragma once
 
-#include "afxwin.h"
+#include "afxcmn.h"
 #include "mfc/HandleMap.h"
 
 #include <memory>
@@ -13,6 +13,7 @@ struct ThreadState
     HandleMap<CWnd> windows;
     HandleMap<CDC> deviceContexts;
     HandleMap<CGdiObject> gdiObjects;
+    HandleMap<CImageList> imageLists;
     HandleMap<CMenu> menus;
 
     MSG message = {};                     // the one that a window is dealing with

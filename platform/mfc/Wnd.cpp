@@ -120,6 +120,32 @@ BOOL CWnd::WalkPreTranslateTree(HWND stop, MSG* message)
     return FALSE;
 }
 
+BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT flags)
+{
+    const DWORD before = GetStyle();
+    const DWORD after = (before & ~remove) | add;
+    if (after == before)
+        return FALSE;
+    ::SetWindowLong(m_hWnd, GWL_STYLE, static_cast<LONG>(after));
+    if (flags != 0)
+        SetWindowPos(nullptr, 0, 0, 0, 0, flags | SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return TRUE;
+}
+
+BOOL CWnd::GetScrollInfo(int bar, LPSCROLLINFO info, UINT mask)
+{
+    info->cbSize = sizeof(*info);
+    info->fMask = mask;
+    return ::GetScrollInfo(m_hWnd, bar, info);
+}
+
+BOOL CWnd::SetScrollInfo(int bar, LPSCROLLINFO info, BOOL redraw)
+{
+    info->cbSize = sizeof(*info);
+    ::SetScrollInfo(m_hWnd, bar, info, redraw); // answers the position, which may well be 0
+    return TRUE;
+}
+
 // Two points, and not each by itself: the corners change sides in a mirrored window.
 void CWnd::ClientToScreen(LPRECT rect) const
 {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -12,6 +14,29 @@ TEST(String, TakesNullAsTheEmptyText)
     ZEMA::String text(nullptr);
     text += nullptr;
     EXPECT_STREQ("", text.c_str());
+}
+
+// Beyond the end counts as the end; else as the standard string, NULs among the bytes.
+TEST(String, ChangesInPlace)
+{
+    const std::string start("ab\0ba", 5);
+    const std::string added("\0x", 2);
+    constexpr std::size_t places[] = {0, 1, 2, 5, 6, ZEMA::String::npos};
+    for (const std::size_t at : places)
+        for (const std::size_t count : places)
+        {
+            ZEMA::String text("a longer one");
+            text.assign(start.data(), start.size());
+            text.deleteAt(at, count);
+            text.insertAt(at, added.data(), added.size());
+
+            std::string expected = start;
+            expected.erase(std::min(at, expected.size()), count);
+            expected.insert(std::min(at, expected.size()), added);
+            EXPECT_EQ(expected, std::string(text.c_str(), text.GetLength())) << at << " " << count;
+            for (const char byte : {'a', 'x', '\0', '?'})
+                EXPECT_EQ(expected.find(byte, at), text.find(byte, at)) << at << " " << count << " " << byte;
+        }
 }
 
 TEST(MakePath, PutsSeparatorsWhereTheyAreMissing)

@@ -6,21 +6,33 @@
 #include <cstddef>
 #include <cstdint>
 
-// Wine keeps no count of them, but like Windows it has their table in the process.
-inline int GdiObjectCount()
+// Calls `visit` with each of them. Wine does not enumerate them, but like Windows it has their table in the
+// process.
+template <typename Visit> void ForEachGdiObject(Visit visit)
 {
     constexpr std::size_t kHandleTable = 0xF8;
-    constexpr std::size_t kEntries = 16384;
+    constexpr std::uintptr_t kEntries = 16384;
     constexpr std::size_t kEntrySize = 24;
-    constexpr std::size_t kType = 14; // 0 in a free entry
+    constexpr std::size_t kGeneration = 12; // the upper half of a handle
+    constexpr std::size_t kType = 14;       // 0 in a free entry
 
     void* const address = reinterpret_cast<void*>(
         ::GetProcAddress(::GetModuleHandle("ntdll.dll"), "RtlGetCurrentPeb")); // the process's environment
     const auto* const environment = reinterpret_cast<const unsigned char* (*)()>(address)();
     const auto* const table = *reinterpret_cast<const unsigned char* const*>(environment + kHandleTable);
+    for (std::uintptr_t i = 0; i < kEntries; ++i)
+    {
+        const unsigned char* const entry = table + i * kEntrySize;
+        const std::uintptr_t generation = entry[kGeneration] | std::uintptr_t{entry[kGeneration + 1]} << 8;
+        if (entry[kType] != 0)
+            visit(reinterpret_cast<HGDIOBJ>(i | generation << 16));
+    }
+}
+
+inline int GdiObjectCount()
+{
     int count = 0;
-    for (std::size_t i = 0; i < kEntries; ++i)
-        count += table[i * kEntrySize + kType] != 0;
+    ForEachGdiObject([&count](HGDIOBJ) { ++count; });
     return count;
 }
 

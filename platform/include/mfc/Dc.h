@@ -39,6 +39,13 @@ public:
     CBitmap* SelectObject(CBitmap* bitmap);
     CGdiObject* SelectStockObject(int index);
 
+    // In the background only colours are used that the display shows already. The palette selected before.
+    CPalette* SelectPalette(CPalette* palette, BOOL forceBackground);
+
+    // Has the display show the colours of the selected palette; how many entries changed, GDI_ERROR on
+    // failure.
+    UINT RealizePalette() { return ::RealizePalette(m_hDC); }
+
     COLORREF SetTextColor(COLORREF color) { return ::SetTextColor(m_hDC, color); }
     COLORREF GetTextColor() const { return ::GetTextColor(m_hDC); }
     COLORREF SetBkColor(COLORREF color) { return ::SetBkColor(m_hDC, color); }

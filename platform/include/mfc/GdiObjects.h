@@ -1,4 +1,4 @@
-// Pens, brushes, fonts and bitmaps.
+// Pens, brushes, fonts, bitmaps and palettes.
 #pragma once
 
 #include "afx.h"
@@ -16,6 +16,9 @@ public:
 
     // Takes `handle` over; FALSE when it is null.
     BOOL Attach(HGDIOBJ handle);
+
+    // One of the system's own objects, such as DEFAULT_GUI_FONT; it stays where it is deleted.
+    BOOL CreateStockObject(int index) { return Attach(::GetStockObject(index)); }
 
     // Gives the handle up without deleting it.
     HGDIOBJ Detach();
@@ -75,5 +78,28 @@ public:
     static CBitmap* FromHandle(HBITMAP handle)
     {
         return static_cast<CBitmap*>(CGdiObject::FromHandle(handle));
+    }
+};
+
+// The colours that a drawing uses, for displays that show only so many at a time.
+class QMPLATFORM_API CPalette : public CGdiObject
+{
+public:
+    BOOL CreatePalette(LPLOGPALETTE palette) { return Attach(::CreatePalette(palette)); }
+
+    // 256 colours spread over all there are, for the device of `dc`.
+    BOOL CreateHalftonePalette(CDC* dc);
+
+    int GetEntryCount() const;
+
+    // Copies up to `count` entries from `first` on; how many there were.
+    UINT GetPaletteEntries(UINT first, UINT count, LPPALETTEENTRY entries) const
+    {
+        return ::GetPaletteEntries(*this, first, count, entries);
+    }
+    operator HPALETTE() const { return static_cast<HPALETTE>(m_hObject); }
+    static CPalette* FromHandle(HPALETTE handle)
+    {
+        return static_cast<CPalette*>(CGdiObject::FromHandle(handle));
     }
 };

@@ -84,6 +84,10 @@ public:
 
     DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
 
+    // Takes styles away and adds others; FALSE when that changes nothing. Flags of SetWindowPos other than 0
+    // have the window laid out anew, as SWP_FRAMECHANGED does, where it is.
+    BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
+
     // Place and visibility
     BOOL ShowWindow(int show) { return ::ShowWindow(m_hWnd, show); }
     BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
@@ -151,7 +155,10 @@ public:
     }
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
 
+    // Scroll bars. The size of the record need not be set, nor its mask for reading.
     int GetScrollPos(int bar) const { return ::GetScrollPos(m_hWnd, bar); }
+    BOOL GetScrollInfo(int bar, LPSCROLLINFO info, UINT mask = SIF_ALL);
+    BOOL SetScrollInfo(int bar, LPSCROLLINFO info, BOOL redraw = TRUE);
 
     // The caret; there is one for each thread.
     void CreateSolidCaret(int width, int height) { ::CreateCaret(m_hWnd, nullptr, width, height); }

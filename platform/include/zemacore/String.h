@@ -3,6 +3,7 @@
 
 #include "zemacore/ZemaApi.h"
 
+#include <cstddef>
 #include <string>
 
 namespace ZEMA
@@ -12,18 +13,35 @@ namespace ZEMA
 class QMPLATFORM_API String
 {
 public:
+    static constexpr std::size_t npos = std::string::npos;
+
     String() = default;
     String(const char* text);
+    String(const char* text, std::size_t length); // may hold NULs
 
     String& operator+=(const char* text);
 
     // Valid until the string changes; never null.
     const char* c_str() const;
 
+    std::size_t GetLength() const;
     bool IsEmpty() const;
 
     // The last character; NUL when the string is empty.
     char Last() const;
+
+    // Where `byte` first stands at or after `from`; npos when it does not.
+    std::size_t find(char byte, std::size_t from = 0) const;
+
+    // Takes the text over; memory that the string has is used again.
+    void assign(const char* text, std::size_t length);
+
+    // Puts text before position `at`, or takes `count` bytes out there. A position beyond the end counts as
+    // the end, and no more goes than there is. The text must not lie in this string. insertAt takes no more
+    // memory than the text needs, since lists hold such strings by the million; when there is none
+    // (std::bad_alloc), nothing has changed. deleteAt gives no memory back.
+    void insertAt(std::size_t at, const char* text, std::size_t length);
+    void deleteAt(std::size_t at, std::size_t count);
 
     // Drops white space (blank, tab, line feed, carriage return, vertical tab, form feed) from the end.
     void TrimRight();

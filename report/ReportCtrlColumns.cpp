@@ -1,0 +1,202 @@
+// The report control's subitems and the columns that show them.
+#include "report/InvalidArgument.h"
+#include "report/ReportCtrlData.h"
+
+#include <algorithm>
+#include <new>
+
+namespace
+{
+
+report::SubItem MakeSubItem(const _RVSUBITEM& definition, int defaultWidth)
+{
+    report::SubItem made;
+    made.format = definition.format;
+    made.width = definition.width < 0 ? defaultWidth : definition.width;
+    made.header1 = definition.header1;
+    made.header2 = definition.header2;
+    made.image = definition.format & RVSF_IMAGE ? definition.image : 0;
+    made.text = definition.text;
+    return made;
+}
+
+// The header item for a subitem; the caption is read only.
+HDITEM MakeHeaderItem(const report::SubItem& definition, int subitem)
+{
+    HDITEM item = {};
+    item.mask = HDI_WIDTH | HDI_TEXT | HDI_FORMAT | HDI_LPARAM;
+    item.cxy = definition.width;
+    item.pszText = const_cast<char*>(definition.text.c_str());
+    item.fmt = HDF_STRING | static_cast<int>(definition.format & RVSF_ALIGNMASK);
+    item.lParam = subitem;
+    if (definition.format & RVSF_IMAGE)
+    {
+        item.mask |= HDI_IMAGE;
+        item.fmt |= HDF_IMAGE;
+        item.iImage = definition.image;
+    }
+    return item;
+}
+
+} // namespace
+
+int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int)
+{
+    if (subitem < 0 || subitem > GetSubItemCount())
+        report::ThrowInvalidArgument();
+    const auto place = m_data->subitems.begin() + subitem;
+    try
+    {
+        m_data->subitems.insert(place, MakeSubItem(*definition, m_data->defaultColumnWidth));
+    }
+    catch (const std::bad_alloc&)
+    {
+        return -1;
+    }
+    try
+    {
+        m_data->items.InsertField(subitem);
+    }
+    catch (const std::bad_alloc&)
+    {
+        m_data->subitems.erase(m_data->subitems.begin() + subitem);
+        return -1;
+    }
+    m_data->header.RenumberSubItems(subitem, 1);
+    Redraw();
+    return subitem;
+}
+
+int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount())
+        report::ThrowInvalidArgument();
+    structSUBITEM& stored = m_data->subitems[static_cast<std::size_t>(subitem)];
+    stored = MakeSubItem(*definition, m_data->defaultColumnWidth);
+    const int headerItem = m_data->header.GetItemOfColumn(GetColumnFromSubItem(subitem));
+    if (headerItem != CReportHeaderCtrl::kNone)
+    {
+        m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
+        ScrollWindow(SB_HORZ, m_data->left);
+    }
+    Redraw();
+    return subitem;
+}
+
+int CReportCtrl::UndefineSubItem(int subitem)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount())
+        return 0;
+    DeactivateSubItem(subitem);
+    m_data->subitems.erase(m_data->subitems.begin() + subitem);
+    m_data->items.RemoveField(subitem);
+    m_data->header.RenumberSubItems(subitem + 1, -1);
+    Redraw();
+    return 1;
+}
+
+void CReportCtrl::UndefineAllSubItems()
+{
+    while (GetSubItemCount() > 0)
+        UndefineSubItem(GetSubItemCount() - 1);
+}
+
+int CReportCtrl::GetSubItemCount()
+{
+    return static_cast<int>(m_data->subitems.size());
+}
+
+int CReportCtrl::ActivateSubItem(int subitem, int column)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount() || !m_data->header.m_hWnd)
+        return -1;
+    if (IsActiveSubItem(subitem))
+        return GetColumnFromSubItem(subitem);
+    const int columns = GetActiveSubItemCount();
+    const int place = column < 0 ? columns : std::min(column, columns);
+    HDITEM item = MakeHeaderItem(m_data->subitems[static_cast<std::size_t>(subitem)], subitem);
+    if (m_data->header.InsertColumn(place, item) == CReportHeaderCtrl::kNone)
+        return -1;
+    Redraw();
+    return place;
+}
+
+int CReportCtrl::DeactivateSubItem(int subitem, int)
+{
+    const int column = GetColumnFromSubItem(subitem);
+    if (column < 0)
+        return 0;
+    structSUBITEM& definition = m_data->subitems[static_cast<std::size_t>(subitem)];
+    definition.width = GetSubItemWidth(subitem); // comes back as wide as it went
+    m_data->header.DeleteColumn(column);
+    if (m_data->selection.focusColumn >= GetActiveSubItemCount())
+        m_data->selection.focusColumn = GetActiveSubItemCount() - 1;
+    ScrollWindow(SB_HORZ, m_data->left);
+    Redraw();
+    return 1;
+}
+
+void CReportCtrl::DeactivateAllSubItems()
+{
+    while (GetActiveSubItemCount() > 0)
+        DeactivateSubItem(GetSubItemFromColumn(GetActiveSubItemCount() - 1));
+}
+
+int CReportCtrl::IsActiveSubItem(int subitem)
+{
+    return GetColumnFromSubItem(subitem) >= 0;
+}
+
+int CReportCtrl::GetActiveSubItemCount()
+{
+    return m_data->header.m_hWnd ? m_data->header.GetItemCount() : 0;
+}
+
+int CReportCtrl::GetColumnFromSubItem(int subitem)
+{
+    return subitem < 0 ? -1 : m_data->header.GetColumnOfSubItem(subitem);
+}
+
+int CReportCtrl::GetSubItemFromColumn(int column)
+{
+    if (column < 0)
+        return -1;
+    if (column >= GetActiveSubItemCount())
+        report::ThrowInvalidArgument();
+    return m_data->header.GetSubItem(m_data->header.GetItemOfColumn(column));
+}
+
+int CReportCtrl::GetSubItemWidth(int subitem)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount())
+        report::ThrowInvalidArgument();
+    const int column = GetColumnFromSubItem(subitem);
+    if (column >= 0)
+        return m_data->header.GetWidth(m_data->header.GetItemOfColumn(column));
+    return m_data->subitems[static_cast<std::size_t>(subitem)].width;
+}
+
+int CReportCtrl::SetSubItemWidth(int subitem, int width)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount())
+        report::ThrowInvalidArgument();
+    if (width < 0)
+        return 0;
+    m_data->subitems[static_cast<std::size_t>(subitem)].width = width;
+    const int column = GetColumnFromSubItem(subitem);
+    if (column >= 0)
+    {
+        HDITEM item = {};
+        item.mask = HDI_WIDTH;
+        item.cxy = width;
+        m_data->header.SetItem(m_data->header.GetItemOfColumn(column), &item);
+        ScrollWindow(SB_HORZ, m_data->left);
+        Redraw();
+    }
+    return 1;
+}
+
+CReportHeaderCtrl* CReportCtrl::GetHeaderCtrl()
+{
+    return &m_data->header;
+}

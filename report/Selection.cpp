@@ -1,0 +1,83 @@
+#include "report/Selection.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace report
+{
+
+namespace
+{
+
+constexpr int kNoRow = -2;
+
+// The number of a row after another came in before row `inserted`.
+int MovedUp(int row, int inserted)
+{
+    return row >= inserted && row < std::numeric_limits<int>::max() ? row + 1 : row;
+}
+
+// Where something on `row` is after row `removed` went.
+int AfterRemoval(int row, int removed, int rowsLeft)
+{
+    if (row > removed)
+        return row - 1;
+    if (row < removed || row < rowsLeft)
+        return row;
+    return rowsLeft > 0 ? rowsLeft - 1 : kNoRow;
+}
+
+} // namespace
+
+void Selection::Select(int row, int anchorRow, bool select, bool toggle)
+{
+    focusRow = row;
+    if (!select)
+        return;
+    if (toggle && first == row && last == row)
+        SelectNone();
+    else
+    {
+        first = std::min(row, anchorRow);
+        last = std::max(row, anchorRow);
+    }
+}
+
+void Selection::SelectNone()
+{
+    first = 0;
+    last = -1;
+}
+
+void Selection::RowInserted(int row)
+{
+    focusRow = MovedUp(focusRow, row);
+    anchor = MovedUp(anchor, row);
+    if (first <= last)
+    {
+        first = MovedUp(first, row);
+        last = MovedUp(last, row);
+    }
+}
+
+void Selection::RowRemoved(int row, int rowsLeft)
+{
+    focusRow = AfterRemoval(focusRow, row, rowsLeft);
+    anchor = AfterRemoval(anchor, row, rowsLeft);
+    if (first > row)
+        --first;
+    if (last >= row)
+        --last;
+    if (last < first)
+        SelectNone();
+}
+
+void Selection::CutTo(int rows)
+{
+    focusRow = std::min(focusRow, rows - 1);
+    anchor = std::min(anchor, rows - 1);
+    first = std::min(first, rows);
+    last = std::min(last, rows);
+}
+
+} // namespace report

@@ -1,0 +1,38 @@
+// Focus and selection of a report control, in rows.
+#pragma once
+
+namespace report
+{
+
+// -2 is no row and -1 the fixed row. The selected rows are one range, `first` to `last`; when none is, these
+// are 0 and -1.
+struct Selection
+{
+    int focusRow = -1;
+    int focusColumn = -1; // -1: the whole row
+    int anchor = -1;
+    int first = 0;
+    int last = -1;
+
+    bool IsSelected(int row) const { return first <= row && row <= last; }
+
+    // The focus goes to `row`. With `select` the rows between `row` and `anchor` are selected; with `toggle`
+    // a row that was the only selected one is taken out instead.
+    void Select(int row, int anchorRow, bool select, bool toggle);
+
+    // A row came in before `row`, or went.
+    void RowInserted(int row);
+
+    // Focus and anchor of a removed row go to the row in its place, or the last; -2 when none is left.
+    void RowRemoved(int row, int rowsLeft);
+
+    // Only `rows` rows, at least 0, are left. The focus ends on the last of them, the fixed row when there is
+    // none; selected rows are cut to `rows` itself, so that of a range beyond it the next new row is
+    // selected.
+    void CutTo(int rows);
+
+private:
+    void SelectNone();
+};
+
+} // namespace report

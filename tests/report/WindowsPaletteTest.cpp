@@ -1,0 +1,121 @@
+// What only a display of 256 colours shows; palette_test.sh provides one.
+#include "tests/report/ReportFixture.h"
+
+#include "tests/support/GuiCounts.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace
+{
+TEST(Palette, ItsColoursAreShown)
+{
+    CWnd wnd;
+    ASSERT_TRUE(wnd.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 50, 50), nullptr, 0));
+    CClientDC dc(&wnd);
+    ASSERT_TRUE(dc.GetDeviceCaps(RASTERCAPS) & RC_PALETTE) << "the display has no palette";
+
+    constexpr WORD kColors = 4;
+    struct
+    {
+        WORD version = 0x300;
+        WORD count = kColors;
+        PALETTEENTRY entries[kColors] = {{11, 22, 33, 0}, {44, 55, 66, 0}, {77, 88, 99, 0}, {1, 99, 7, 0}};
+    } colors;
+    CPalette palette;
+    ASSERT_TRUE(palette.CreatePalette(reinterpret_cast<LOGPALETTE*>(&colors)));
+    CPalette* const old = dc.SelectPalette(&palette, FALSE);
+    EXPECT_EQ(UINT{kColors}, dc.RealizePalette());
+
+    PALETTEENTRY shown[256] = {};
+    ASSERT_EQ(256U, ::GetSystemPaletteEntries(dc, 0, 256, shown));
+    for (const PALETTEENTRY& color : colors.entries)
+        EXPECT_TRUE(std::any_of(std::begin(shown), std::end(shown), [&](const PALETTEENTRY& entry) {
+            return entry.peRed == color.peRed && entry.peGreen == color.peGreen &&
+                   entry.peBlue == color.peBlue;
+        })) << int{color.peRed};
+    EXPECT_EQ(&palette, dc.SelectPalette(old, FALSE));
+}
+
+// Palettes by how many colours they have, the first and the last.
+std::multiset<std::string> Palettes()
+{
+    std::multiset<std::string> palettes;
+    ForEachGdiObject([&palettes](HGDIOBJ object) {
+        PALETTEENTRY entries[256] = {};
+        if (::GetObjectType(object) != OBJ_PAL)
+            return;
+        const UINT count = ::GetPaletteEntries(static_cast<HPALETTE>(object), 0, 256, entries);
+        const PALETTEENTRY& last = entries[count - 1];
+        char text[64];
+        std::snprintf(text, sizeof(text), "%u: %02x%02x%02x to %02x%02x%02x", count, entries[0].peRed,
+                      entries[0].peGreen, entries[0].peBlue, last.peRed, last.peGreen, last.peBlue);
+        palettes.insert(text);
+    });
+    return palettes;
+}
+
+// A picture of one pixel whose colours have the red of their number.
+std::string WriteBitmap(WORD bits, DWORD used)
+{
+    char path[MAX_PATH] = "";
+    ::GetTempPath(sizeof(path), path);
+    const std::string file = std::string(path) + "palette_test.bmp";
+    const DWORD colors = bits > 8 ? 0 : used ? used : 1u << bits;
+    BITMAPFILEHEADER fileHeader = {};
+    fileHeader.bfType = 0x4D42;
+    fileHeader.bfOffBits = static_cast<DWORD>(sizeof(fileHeader) + sizeof(BITMAPINFOHEADER) + 4 * colors);
+    fileHeader.bfSize = fileHeader.bfOffBits + 4;
+    const BITMAPINFOHEADER header = {sizeof(header), 1, 1, 1, bits, BI_RGB, 4, 0, 0, used, 0};
+    std::ofstream out(file, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&fileHeader), sizeof(fileHeader));
+    out.write(reinterpret_cast<const char*>(&header), sizeof(header));
+    for (DWORD color = 0; color < colors; ++color)
+        out.write("\1\2", 2).put(static_cast<char>(color)).put(0);
+    out.write("\0\0\0", 4);
+    return file;
+}
+
+TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
+{
+    const std::string halftone = "256: 000000 to ffffff";
+    struct
+    {
+        WORD bits;
+        DWORD used;
+        int colors;
+        std::string expected;
+    } const cases[] = {
+        {0, 0, 0, ""},
+        {0, 0, 2, "2: 112233 to 010000"},
+        {0, 0, 256, "256: 112233 to ff0000"},
+        {0, 0, 257, halftone},
+        {4, 0, 0, "16: 000201 to 0f0201"},
+        {4, 0, 2, "18: 112233 to 0f0201"},
+        {8, 0, 0, "256: 000201 to ff0201"},
+        {8, 0, 1, halftone},
+        {24, 0, 0, halftone},
+    };
+    const std::multiset<std::string> before = Palettes();
+    for (const auto& each : cases)
+    {
+        report.DeleteAllColors();
+        if (each.bits)
+        {
+            const std::string file = WriteBitmap(each.bits, each.used);
+            EXPECT_EQ(1, report.SetBkImage(file.c_str()));
+            EXPECT_TRUE(::DeleteFile(file.c_str()));
+        }
+        for (int index = 0; index < each.colors; ++index)
+            EXPECT_EQ(index, report.InsertColor(index, index ? static_cast<COLORREF>(index) : 0x332211));
+        EXPECT_EQ(!each.expected.empty(), report.CreatePalette() == 1);
+        std::multiset<std::string> expected = before;
+        if (!each.expected.empty())
+            expected.insert(each.expected);
+        EXPECT_EQ(expected, Palettes()) << &each - cases;
+        report.SetBkImage(0u);
+    }
+}
+} // namespace

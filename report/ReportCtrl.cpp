@@ -88,7 +88,7 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     const bool isTree = (GetStyle() & RVS_TREEMASK) != 0;
     if ((changed & RVS_CALLBACK) || wasTree != isTree) // the rows are other ones
     {
-        SetState(GetFocusRow(), 0, RVIS_FOCUSED);
+        SetState(GetCurrentFocus(), 0, RVIS_FOCUSED);
         ForgetSelection();
     }
     m_data->style = GetStyle();
@@ -146,7 +146,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
     case RVP_TREESTYLE:
         m_data->treeStyle = trees[value];
         break;
-    case RVP_VALUE:
+    case RVP_IMAGEMODE:
         m_data->value = value;
         break;
     case RVP_COLOR:

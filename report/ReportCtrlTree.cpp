@@ -128,14 +128,14 @@ void CReportCtrl::ForgetSelection()
     m_data->focused = m_data->firstSelected = m_data->lastSelected = nullptr;
 }
 
-int CReportCtrl::GetFocusRow()
+int CReportCtrl::GetCurrentFocus()
 {
     if (!m_data->IsCallback())
         Rows();
     return m_data->selection.focusRow;
 }
 
-int CReportCtrl::GetFocusColumn()
+int CReportCtrl::GetCurrentFocusColumn()
 {
     return m_data->selection.focusColumn;
 }
@@ -179,7 +179,7 @@ _TREEITEM* CReportCtrl::GetNextItem(_TREEITEM* item, unsigned int code)
 {
     _TREEITEM* focused = nullptr;
     if (code == RVGN_FOCUSED && !m_data->IsCallback())
-        focused = GetItemHandle(GetItemFromRow(GetFocusRow()));
+        focused = GetItemHandle(GetItemFromRow(GetCurrentFocus()));
     return m_data->tree.Next(m_data->tree.Resolve(item), code, focused);
 }
 
@@ -262,7 +262,7 @@ int CReportCtrl::InsertTree(int subitem, structTREEITEM* parent, structTREEITEM*
 
 CReportCtrl::structTREEITEM* CReportCtrl::GetTreeFocus()
 {
-    const int row = GetFocusRow();
+    const int row = GetCurrentFocus();
     structTREEITEM* const item = GetItemHandle(GetItemFromRow(row));
     SetState(row, 0, RVIS_FOCUSED);
     m_data->selection.focusRow = RVI_NONE;

@@ -58,19 +58,6 @@ constexpr UINT RVN_EDITTEXT = static_cast<UINT>(-2062);
 constexpr UINT RVN_ITEMDRAW = static_cast<UINT>(-2063);
 constexpr UINT RVN_HEADERRCLICK = static_cast<UINT>(-2066);
 
-// Where a point lies (_RVHITTESTINFO::flags). The last four may combine.
-constexpr UINT RVHT_NOWHERE = 0x0001;
-constexpr UINT RVHT_ONITEMIMAGE = 0x0002;
-constexpr UINT RVHT_ONITEMCHECK = 0x0004;
-constexpr UINT RVHT_ONITEMTEXT = 0x0008;
-constexpr UINT RVHT_ONITEMPREVIEW = 0x0010;
-constexpr UINT RVHT_ONITEMTREEBOX = 0x0020;
-constexpr UINT RVHT_ONFIXEDROW = 0x0040;
-constexpr UINT RVHT_ABOVE = 0x0100;
-constexpr UINT RVHT_BELOW = 0x0200;
-constexpr UINT RVHT_TORIGHT = 0x0400;
-constexpr UINT RVHT_TOLEFT = 0x0800;
-
 struct _RVHITTESTINFO
 {
     POINT pt; // in client coordinates

@@ -11,6 +11,7 @@ struct Selection
     int focusRow = -1;
     int focusColumn = -1; // -1: the whole row
     int anchor = -1;
+    bool typingMayEdit = false; // the last key was no command: a character may start an edit
     int first = 0;
     int last = -1;
 

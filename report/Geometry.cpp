@@ -41,9 +41,9 @@ int ContentsWidth(const View& view, const CellContents& contents, int textWidth)
 
 // ---- Rows
 
-int Geometry::HeightOf(const RowShape& shape) const
+int Geometry::HeightOf(int row)
 {
-    return m_view.LineHeight() + (m_view.showPreviews ? shape.previewHeight : 0);
+    return m_view.LineHeight() + (m_view.showPreviews ? m_source.ShapeOf(row).previewHeight : 0);
 }
 
 RowRange Geometry::RowsFrom(int first)
@@ -53,7 +53,7 @@ RowRange Geometry::RowsFrom(int first)
     int hidden = 0;
     for (int room = m_view.report.Height(); last < count && hidden <= kMaxHidden; ++last)
     {
-        const int height = HeightOf(m_source.ShapeOf(last));
+        const int height = HeightOf(last);
         room -= height;
         hidden = height > 0 ? 0 : hidden + 1;
         if (room < 0)
@@ -66,10 +66,10 @@ RowRange Geometry::RowsUpTo(int last)
 {
     int first = last;
     int hidden = 0;
-    int room = m_view.report.Height() - HeightOf(m_source.ShapeOf(last));
+    int room = m_view.report.Height() - HeightOf(last);
     while (first > 0 && hidden <= kMaxHidden)
     {
-        const int height = HeightOf(m_source.ShapeOf(first - 1));
+        const int height = HeightOf(first - 1);
         room -= height;
         hidden = height > 0 ? 0 : hidden + 1;
         if (room < 0)
@@ -120,7 +120,8 @@ bool Geometry::Next(PlacedRow& row, int bottom)
          ++hidden)
     {
         row.shape = m_source.ShapeOf(row.row);
-        row.rect.bottom = row.rect.top + HeightOf(row.shape);
+        const int preview = m_view.showPreviews ? row.shape.previewHeight : 0;
+        row.rect.bottom = row.rect.top + m_view.LineHeight() + preview;
         if (row.rect.Height() > 0)
             return true;
         ++row.row;

@@ -2,6 +2,8 @@
 // window system. All places are pixels of the client area.
 #pragma once
 
+#include "report/Selection.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -89,13 +91,6 @@ public:
     virtual const std::vector<Column>& Columns() = 0; // in display order
 };
 
-struct RowRange
-{
-    int first;
-    int last;
-    bool operator==(const RowRange&) const = default;
-};
-
 // A row where it is shown.
 struct PlacedRow
 {
@@ -138,7 +133,7 @@ public:
 
     // ---- Rows. Their heights are asked for one by one, and only of rows near those shown.
 
-    int HeightOf(const RowShape& shape) const;
+    int HeightOf(int row);
 
     // The rows seen whole with `first` at the top, or `last` at the bottom; at least that row itself.
     RowRange RowsFrom(int first);

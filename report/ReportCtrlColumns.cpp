@@ -77,7 +77,7 @@ int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int)
     if (headerItem != CReportHeaderCtrl::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
     }
     Redraw();
     return subitem;
@@ -131,7 +131,7 @@ int CReportCtrl::DeactivateSubItem(int subitem, int)
     m_data->header.DeleteColumn(column);
     if (m_data->selection.focusColumn >= GetActiveSubItemCount())
         m_data->selection.focusColumn = GetActiveSubItemCount() - 1;
-    ScrollWindow(SB_HORZ, m_data->left);
+    FitScrolling();
     Redraw();
     return 1;
 }
@@ -190,7 +190,7 @@ int CReportCtrl::SetSubItemWidth(int subitem, int width)
         item.mask = HDI_WIDTH;
         item.cxy = width;
         m_data->header.SetItem(m_data->header.GetItemOfColumn(column), &item);
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
         Redraw();
     }
     return 1;

@@ -118,21 +118,42 @@ Align Vertical(UINT flags)
 
 GraphicText::GraphicText(HDC dc) : m_dc(dc) {}
 
-void GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags) const
+int GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags) const
+{
+    const int room = std::max(0, static_cast<int>(rect.right - rect.left));
+    if (length <= kRunLength) // measured at once, and drawn so when it fits
+    {
+        const Run run(text, length);
+        int fitting = 0;
+        SIZE size = {};
+        ::GetTextExtentExPointW(m_dc, run.Text(), static_cast<int>(run.Length()), room, &fitting, nullptr,
+                                &size);
+        if (fitting == length || (flags & DT_END_ELLIPSIS) == 0)
+        {
+            const int x = AlignedBegin({rect.left, rect.right}, size.cx, Horizontal(flags));
+            const int y = AlignedBegin({rect.top, rect.bottom}, size.cy, Vertical(flags));
+            ::ExtTextOutW(m_dc, x, y, ETO_CLIPPED, &rect, run.Text(), run.Length(), nullptr);
+            return std::min(static_cast<int>(size.cx), room);
+        }
+    }
+    return DrawLong(text, length, rect, flags);
+}
+
+int GraphicText::DrawLong(const char* text, int length, const RECT& rect, UINT flags) const
 {
     constexpr char kEllipsis[] = "...";
     constexpr int kEllipsisLength = 3;
 
-    const int room = rect.right - rect.left;
-    const bool measured = (flags & (DT_CENTER | DT_RIGHT)) != 0;
+    const int room = std::max(0, static_cast<int>(rect.right - rect.left));
+    const bool aligned = (flags & (DT_CENTER | DT_RIGHT)) != 0;
     bool cut = false;
     if ((flags & DT_END_ELLIPSIS) != 0 && FittingLength(m_dc, text, length, room) < length)
     {
         cut = true;
         length = FittingLength(m_dc, text, length, room - GetWidth(kEllipsis, kEllipsisLength));
     }
-    int width = measured ? GetWidth(text, length) : 0;
-    if (measured && cut)
+    int width = aligned ? GetWidth(text, length) : 0;
+    if (aligned && cut)
         width += GetWidth(kEllipsis, kEllipsisLength);
 
     TEXTMETRICA metrics = {};
@@ -142,6 +163,7 @@ void GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flag
     const int end = DrawRuns(m_dc, text, length, x, y, rect);
     if (cut)
         DrawRuns(m_dc, kEllipsis, kEllipsisLength, end, y, rect);
+    return cut ? room : std::min(end - x, room);
 }
 
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const

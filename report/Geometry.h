@@ -168,6 +168,9 @@ public:
 
     CellParts PartsOf(const Rect& cell, const CellContents& contents) const;
 
+    // How much further right the first cell of a row and its preview begin.
+    int Indentation(const RowShape& shape) const;
+
     // Below the line, right of the indentation.
     Rect PreviewOf(const PlacedRow& row) const;
 
@@ -177,7 +180,6 @@ public:
 
 private:
     int LineBottom(const PlacedRow& row) const;
-    int Indentation(const RowShape& shape) const;
     void HitRow(int x, int y, const PlacedRow& row, Hit& hit);
     void HitCell(int x, int y, const PlacedRow& row, const PlacedCell& cell, Hit& hit);
 

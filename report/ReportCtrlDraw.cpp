@@ -194,7 +194,7 @@ int CReportCtrl::DrawRows(CDC* dc, const CRect& clip, Places& places)
             continue;
         const CRect whole = ToRect(row.rect);
         CRect indented = whole;
-        indented.left = places.geometry.PreviewOf(row).left;
+        indented.left += places.geometry.Indentation(row.shape);
         _RVITEM item = places.rows.Row(row.row).item;
         DrawRow(dc, indented, clip, row.row, &item, row.row & 1, 0);
         if (m_data->view.showPreviews && row.shape.hasPreview)
@@ -316,8 +316,8 @@ void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVIT
     report::PlacedRow placed;
     placed.row = row;
     placed.shape = rows.ShapeOf(row);
-    const int indentation = geometry.PreviewOf(placed).left - placed.rect.left;
-    placed.rect = {rowRect.left - indentation, rowRect.top, rowRect.right, rowRect.bottom};
+    const int left = rowRect.left - geometry.Indentation(placed.shape);
+    placed.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
     for (report::PlacedCell cell; geometry.Next(placed, cell) && cell.rect.left < clipRect.right;)
     {
         if (cell.box && cell.box->right > clipRect.left)

@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr int kMaxRanges = 4; // of rows invalidated one by one before all of the window is
+constexpr int kMaxRanges = 4;       // of rows invalidated one by one before all of the window is
 constexpr __int64 kMaxSteps = 1000; // of a wheel's turn: more would fill the queue of messages
 constexpr unsigned kMaxWheel = 100; // lines a notch, to the side
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 
 using vkgrafic::Align;
 using vkgrafic::AlignedBegin;
@@ -139,31 +140,29 @@ int GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags
     return DrawLong(text, length, rect, flags);
 }
 
+// A text of several runs, or one that has to be cut.
 int GraphicText::DrawLong(const char* text, int length, const RECT& rect, UINT flags) const
 {
     constexpr char kEllipsis[] = "...";
     constexpr int kEllipsisLength = 3;
 
     const int room = std::max(0, static_cast<int>(rect.right - rect.left));
-    const bool aligned = (flags & (DT_CENTER | DT_RIGHT)) != 0;
-    bool cut = false;
+    std::string cut;
     if ((flags & DT_END_ELLIPSIS) != 0 && FittingLength(m_dc, text, length, room) < length)
     {
-        cut = true;
-        length = FittingLength(m_dc, text, length, room - GetWidth(kEllipsis, kEllipsisLength));
+        const int left = room - GetWidth(kEllipsis, kEllipsisLength);
+        cut.assign(text, static_cast<std::size_t>(FittingLength(m_dc, text, length, left)));
+        cut += kEllipsis; // drawn as one text, whose parts lie together whatever they measure
+        text = cut.c_str();
+        length = static_cast<int>(cut.size());
     }
-    int width = aligned ? GetWidth(text, length) : 0;
-    if (aligned && cut)
-        width += GetWidth(kEllipsis, kEllipsisLength);
-
+    const int width = (flags & (DT_CENTER | DT_RIGHT)) != 0 ? GetWidth(text, length) : 0;
     TEXTMETRICA metrics = {};
     ::GetTextMetricsA(m_dc, &metrics);
     const int y = AlignedBegin({rect.top, rect.bottom}, metrics.tmHeight, Vertical(flags));
     const int x = AlignedBegin({rect.left, rect.right}, width, Horizontal(flags));
     const int end = DrawRuns(m_dc, text, length, x, y, rect);
-    if (cut)
-        DrawRuns(m_dc, kEllipsis, kEllipsisLength, end, y, rect);
-    return cut ? room : std::min(end - x, room);
+    return cut.empty() ? std::min(end - x, room) : room;
 }
 
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const

@@ -54,7 +54,7 @@ CSize ReadSize(const std::string& text)
     int width = 0;
     int height = 0;
     char rest = 0;
-    if (std::sscanf(text.c_str(), "%5dx%5d%c", &width, &height, &rest) != 2)
+    if (std::sscanf(text.c_str(), "%5dx%5d%c", &width, &height, &rest) != 2 || width < 1 || height < 1)
         throw std::invalid_argument(text + ": no size such as 800x500");
     return {width, height};
 }

@@ -68,6 +68,7 @@ void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
     (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order);
     m_layout = Layout(layoutFile, isFolder ? "Folders" : path);
     LoadView();
+    m_report.SetReportSubItemListCtrl(&m_hiddenList); // now that all columns are there it is filled once
     m_report.SetRedraw(1);
 }
 
@@ -75,10 +76,11 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
 {
     const DWORD style = WS_CHILD | WS_VISIBLE | RVS_KEEPSELECTION | RVS_DRAGCOLUMNS | RVS_TIPS;
     if (!m_report.Create(style, CRect(), this, kReportId) ||
-        !m_hiddenList.Create(WS_CHILD | WS_BORDER | WS_VSCROLL, CRect(), this, kHiddenListId))
+        !m_hiddenList.Create(WS_CHILD | WS_BORDER | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, CRect(), this,
+                             kHiddenListId))
         return -1;
+    m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
     m_report.InsertColor(0, RGB(240, 245, 250)); // of alternating rows
-    m_report.SetReportSubItemListCtrl(&m_hiddenList);
     return 0;
 }
 

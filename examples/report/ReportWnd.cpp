@@ -1,7 +1,6 @@
 #include "ReportWnd.h"
 
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <stdexcept>
 
@@ -11,6 +10,7 @@ namespace
 constexpr UINT kReportId = 1;
 constexpr UINT kHiddenListId = 2;
 constexpr int kHiddenListWidth = 150;
+constexpr int kRowSpace = 4; // pixels above and below a text together
 
 // The items of the menu "View" that switch styles of the control.
 const struct
@@ -80,6 +80,11 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
                              kHiddenListId))
         return -1;
     m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
+    TEXTMETRIC metrics = {};
+    CClientDC dc(this);
+    dc.SelectObject(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
+    dc.GetTextMetrics(&metrics);
+    m_report.SetItemHeight(metrics.tmHeight + kRowSpace);
     m_report.InsertColor(0, RGB(240, 245, 250)); // of alternating rows
     return 0;
 }
@@ -147,40 +152,4 @@ void ReportWnd::OnSwitchHiddenList()
 {
     m_showHiddenList = !m_showHiddenList;
     Arrange();
-}
-
-bool ReportWnd::WritePicture(const std::string& path)
-{
-    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
-    CRect rect;
-    GetWindowRect(rect);
-    BITMAPINFOHEADER info = {};
-    info.biSize = sizeof(info);
-    info.biWidth = rect.Width();
-    info.biHeight = rect.Height();
-    info.biPlanes = 1;
-    info.biBitCount = 32;
-
-    CDC memory;
-    CBitmap bitmap;
-    void* bits = nullptr;
-    if (!memory.CreateCompatibleDC(nullptr) ||
-        !bitmap.Attach(::CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits,
-                                          nullptr, 0)))
-        return false;
-    CBitmap* const old = memory.SelectObject(&bitmap);
-    CWindowDC window(this);
-    const bool isDrawn =
-        memory.BitBlt(0, 0, rect.Width(), rect.Height(), &window, 0, 0, SRCCOPY) && ::GdiFlush();
-    memory.SelectObject(old);
-
-    BITMAPFILEHEADER header = {};
-    header.bfType = 0x4D42; // "BM"
-    header.bfOffBits = sizeof(header) + sizeof(info);
-    header.bfSize = header.bfOffBits + static_cast<DWORD>(4 * rect.Width() * rect.Height());
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(&header), sizeof(header));
-    file.write(reinterpret_cast<const char*>(&info), sizeof(info));
-    file.write(static_cast<const char*>(bits), header.bfSize - header.bfOffBits);
-    return isDrawn && file.flush();
 }

@@ -15,10 +15,6 @@ public:
     // there when it closes; an empty name for neither. Throws std::runtime_error when it cannot.
     void Open(const std::string& path, const std::string& layoutFile);
 
-    // Writes the whole window, with its frame, as a bitmap. False when the picture or the file cannot be
-    // made.
-    bool WritePicture(const std::string& path);
-
 protected:
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnClose();

@@ -1,4 +1,5 @@
 // report: shows a CSV file as a list, or a folder as a tree, and remembers how it was shown.
+#include "../common/Picture.h"
 #include "ReportWnd.h"
 
 #include <algorithm>
@@ -95,7 +96,7 @@ void Start(ReportWnd& wnd, Options options)
         wnd.SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
     if (picture.empty())
         return;
-    if (!wnd.WritePicture(picture))
+    if (!WritePicture(wnd, picture))
         throw std::runtime_error(picture + ": cannot be written");
     wnd.SendMessage(WM_CLOSE);
 }

@@ -2,7 +2,6 @@
 #include "report/ReportCtrlData.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <string>
 
@@ -34,7 +33,7 @@ void CReportCtrl::SetItemCount(int count)
     if (m_data->IsCallback())
         m_data->selection.CutTo(m_data->callbackCount);
     m_data->tooFar = true;
-    RedrawRows(-1, INT_MAX, 1);
+    Redraw(); // not at once: who follows the end scrolls first
     ScrollWindow(SB_VERT, m_data->view.topRow);
 }
 

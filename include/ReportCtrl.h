@@ -586,6 +586,7 @@ protected:
 
 private:
     friend class Busy;
+    friend class CReportSubItemListCtrl; // which shows captions
     friend class SortRun;
     struct Data;
     struct ItemView;
@@ -606,6 +607,7 @@ private:
     void SortFlatRows(int subitem, int ascending);
     void AddSortKey(int item, int subitem);
     void LayoutClient();
+    void FitColumn(int subitem);
     void ShowRow(int row);
     int GetRowHeight(int row);
     void Redraw();

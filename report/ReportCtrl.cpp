@@ -8,6 +8,7 @@ namespace
 {
 
 constexpr char kWindowClass[] = "QmReportCtrl";
+constexpr UINT kHeaderId = 0;
 constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
 
 void RegisterWindowClass()
@@ -31,6 +32,14 @@ void RegisterWindowClass()
 BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_WM_PAINT()
     ON_WM_SIZE()
+    ON_NOTIFY(HDN_ITEMCLICKA, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCLICKW, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCHANGEDA, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ITEMCHANGEDW, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ENDDRAG, kHeaderId, &CReportCtrl::OnHdnEndDrag)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKA, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKW, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
 END_MESSAGE_MAP()
 
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
@@ -41,6 +50,7 @@ CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
 
 CReportCtrl::~CReportCtrl()
 {
+    SetReportSubItemListCtrl(nullptr);
     DestroyWindow(); // while what its last messages ask for is still there
 }
 
@@ -70,11 +80,13 @@ BOOL CReportCtrl::CreateCommon()
     m_data->style = GetStyle();
     m_data->invalid = false;
     const CRect nowhere;
-    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ, nowhere, this, 0))
+    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,
+                               kHeaderId))
         return FALSE;
     m_data->header.SetFont(&m_data->font);
     m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
     LayoutClient();
+    m_data->RefreshSubItemList();
     return TRUE;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ReportCtrl.h"
+#include "ReportSubItemListCtrl.h"
 #include "report/CellCodec.h"
 #include "report/ItemStore.h"
 #include "report/ReportHeaderCtrl.h"
@@ -70,6 +71,7 @@ struct CReportCtrl::Data
 
     // The window
     CReportHeaderCtrl header;
+    CReportSubItemListCtrl* subitemList = nullptr;
     bool creating = false;
     bool redraw = true;
     bool invalid = false; // all of it, until it is painted
@@ -78,6 +80,15 @@ struct CReportCtrl::Data
     int left = 0; // pixels scrolled
 
     bool IsCallback() const { return (style & RVS_CALLBACK) != 0; }
+    void RefreshSubItemList()
+    {
+        if (subitemList)
+            subitemList->Refresh();
+    }
+
+    // The subitem of a header item; invalid argument when there is no such definition.
+    int SubItemOf(int headerItem) const;
+
     bool IsTree() const { return (style & RVS_TREEMASK) != 0; }
 };
 

@@ -1,5 +1,7 @@
 #include "report/ReportHeaderCtrl.h"
 
+#include "ReportCtrl.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -7,6 +9,13 @@
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
 {
     return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
+}
+
+int CReportHeaderCtrl::GetColumn(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_ORDER;
+    return GetItem(headerItem, &item) ? item.iOrder : kNone;
 }
 
 int CReportHeaderCtrl::GetSubItem(int headerItem) const
@@ -79,6 +88,11 @@ int CReportHeaderCtrl::GetTotalWidth() const
     for (int i = 0; i < count; ++i)
         width += GetWidth(i);
     return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
+}
+
+bool CReportHeaderCtrl::IsRemovedOutside() const
+{
+    return (::GetWindowLong(::GetParent(m_hWnd), GWL_STYLE) & LONG{RVS_DRAGCOLUMNS}) != 0;
 }
 
 void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)

@@ -15,10 +15,9 @@ class CReportSubItemListCtrl;
 
 namespace report
 {
-class Geometry;
 class RowMap;
 struct Cell;
-struct CellContents;
+struct RowRange;
 } // namespace report
 
 // Styles of the control.
@@ -57,19 +56,6 @@ constexpr UINT RVN_ITEMRCLICK = static_cast<UINT>(-2061);
 constexpr UINT RVN_EDITTEXT = static_cast<UINT>(-2062);
 constexpr UINT RVN_ITEMDRAW = static_cast<UINT>(-2063);
 constexpr UINT RVN_HEADERRCLICK = static_cast<UINT>(-2066);
-
-// Where a point lies (_RVHITTESTINFO::flags). The last four may combine.
-constexpr UINT RVHT_NOWHERE = 0x0001;
-constexpr UINT RVHT_ONITEMIMAGE = 0x0002;
-constexpr UINT RVHT_ONITEMCHECK = 0x0004;
-constexpr UINT RVHT_ONITEMTEXT = 0x0008;
-constexpr UINT RVHT_ONITEMPREVIEW = 0x0010;
-constexpr UINT RVHT_ONITEMTREEBOX = 0x0020;
-constexpr UINT RVHT_ONFIXEDROW = 0x0040;
-constexpr UINT RVHT_ABOVE = 0x0100;
-constexpr UINT RVHT_BELOW = 0x0200;
-constexpr UINT RVHT_TORIGHT = 0x0400;
-constexpr UINT RVHT_TOLEFT = 0x0800;
 
 struct _RVHITTESTINFO
 {
@@ -590,6 +576,9 @@ private:
     friend class SortRun;
     struct Data;
     struct ItemView;
+    struct Places;
+    class RowSource;
+    class InputPort;
 
     bool ReadItem(int item, int subitem, unsigned int mask, ItemView& view);
     structITEM& FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell);
@@ -608,9 +597,39 @@ private:
     void AddSortKey(int item, int subitem);
     void LayoutClient();
     void FitColumn(int subitem);
+    void PlaceHeader();
     void ShowRow(int row);
-    int GetRowHeight(int row);
+    void FitScrolling();
+    void UpdateScrollBars();
+    void UpdateScrollBar(int bar, int count, int page, int position);
+    void Scroll(int bar, UINT code);
     void Redraw();
+    void InvalidateRowRange(report::RowRange rows);
+    void ReadSystem();
+    void SetFont(HFONT font);
+
+    // Painting
+    COLORREF GetPlainColor() const;
+    COLORREF GetTextColorOf(int index, bool selected) const;
+    bool IsRowSelected(int row) const;
+    void Draw(CDC& dc);
+    void DrawFixedRow(CDC* dc, const CRect& clip, Places& places);
+    int DrawRows(CDC* dc, const CRect& clip, Places& places);
+    void DrawRowFocus(CDC* dc, CRect rect);
+    void DrawGrid(CDC* dc, const CRect& clip, Places& places, int bottom);
+    void DrawEmptyText(CDC* dc);
+    void DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected);
+    void DrawPreview(CDC* dc, const CRect& rect, int row);
+    bool NotifyDraw(CDC* dc, _RVITEM* cell, const CRect& rect);
+    void DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, int height, UINT style,
+                       int blend);
+
+    // Input
+    void HandleClick(const _RVHITTESTINFO& hit, UINT flags);
+    void ToggleBox(const _RVHITTESTINFO& hit);
+    void DragSelection(CPoint point);
+    bool NotifyKey(UINT key);
+    int MoveDown(int row, int moved);
 
     int SetBackground(HANDLE bitmap, bool none);
 

@@ -79,7 +79,7 @@ int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
     if (headerItem != CReportHeaderCtrl::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
     }
     Redraw();
     if (list)
@@ -137,7 +137,7 @@ int CReportCtrl::DeactivateSubItem(int subitem, int list)
     m_data->header.DeleteColumn(column);
     if (m_data->selection.focusColumn >= GetActiveSubItemCount())
         m_data->selection.focusColumn = GetActiveSubItemCount() - 1;
-    ScrollWindow(SB_HORZ, m_data->left);
+    FitScrolling();
     Redraw();
     if (list)
         m_data->RefreshSubItemList();
@@ -198,7 +198,7 @@ int CReportCtrl::SetSubItemWidth(int subitem, int width)
         item.mask = HDI_WIDTH;
         item.cxy = width;
         m_data->header.SetItem(m_data->header.GetItemOfColumn(column), &item);
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
         Redraw();
     }
     return 1;

@@ -105,7 +105,7 @@ void CReportCtrl::OnHdnItemChanged(NMHDR* header, LRESULT* result)
     definition.format = (definition.format & ~RVSF_ALIGNMASK) | alignment;
     definition.width = item.cxy;
     if (!m_data->header.IsTracking())
-        ScrollWindow(SB_HORZ, GetScrollPos32(SB_HORZ));
+        FitScrolling();
     Redraw();
 
     m_data->header.WhenIdle([this, subitem] {

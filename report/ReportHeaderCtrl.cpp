@@ -3,8 +3,6 @@
 #include "ReportCtrl.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
 
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
 {
@@ -81,13 +79,18 @@ void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
     }
 }
 
-int CReportHeaderCtrl::GetTotalWidth() const
+std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
 {
+    std::vector<report::Column> columns;
     const int count = m_hWnd ? GetItemCount() : 0;
-    std::int64_t width = 0;
-    for (int i = 0; i < count; ++i)
-        width += GetWidth(i);
-    return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
+    for (int column = 0; column < count; ++column)
+    {
+        HDITEM item = {};
+        item.mask = HDI_WIDTH | HDI_LPARAM;
+        if (GetItem(OrderToIndex(column), &item))
+            columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
+    }
+    return columns;
 }
 
 bool CReportHeaderCtrl::IsRemovedOutside() const

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "report/FlatHeaderCtrl.h"
+#include "report/Geometry.h"
+
+#include <vector>
 
 // Header items are counted in the order in which they came, columns in that of display. One header item may
 // carry the sort mark.
@@ -31,7 +34,8 @@ public:
     // The subitem numbers of all columns from `subitem` on change by `by`.
     void RenumberSubItems(int subitem, int by);
 
-    int GetTotalWidth() const;
+    // All columns from left to right.
+    std::vector<report::Column> GetColumns() const;
 
     // The header item that carries the sort mark; kNone for none.
     void SetSort(int headerItem, bool ascending);

@@ -106,5 +106,12 @@ public:
     int Add(CBitmap* image, CBitmap* mask);
     int Add(CBitmap* image, COLORREF transparent);
 
+    // `drawing` says which image, where and how; the list is this one.
+    BOOL DrawIndirect(IMAGELISTDRAWPARAMS* drawing)
+    {
+        drawing->himl = m_hImageList;
+        return ::ImageList_DrawIndirect(drawing);
+    }
+
     HIMAGELIST m_hImageList = nullptr;
 };

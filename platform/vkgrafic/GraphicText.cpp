@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 
 using vkgrafic::Align;
 using vkgrafic::AlignedBegin;
@@ -118,30 +119,50 @@ Align Vertical(UINT flags)
 
 GraphicText::GraphicText(HDC dc) : m_dc(dc) {}
 
-void GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags) const
+int GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags) const
+{
+    const int room = std::max(0, static_cast<int>(rect.right - rect.left));
+    if (length <= kRunLength) // measured at once, and drawn so when it fits
+    {
+        const Run run(text, length);
+        int fitting = 0;
+        SIZE size = {};
+        ::GetTextExtentExPointW(m_dc, run.Text(), static_cast<int>(run.Length()), room, &fitting, nullptr,
+                                &size);
+        if (fitting == length || (flags & DT_END_ELLIPSIS) == 0)
+        {
+            const int x = AlignedBegin({rect.left, rect.right}, size.cx, Horizontal(flags));
+            const int y = AlignedBegin({rect.top, rect.bottom}, size.cy, Vertical(flags));
+            ::ExtTextOutW(m_dc, x, y, ETO_CLIPPED, &rect, run.Text(), run.Length(), nullptr);
+            return std::min(static_cast<int>(size.cx), room);
+        }
+    }
+    return DrawLong(text, length, rect, flags);
+}
+
+// A text of several runs, or one that has to be cut.
+int GraphicText::DrawLong(const char* text, int length, const RECT& rect, UINT flags) const
 {
     constexpr char kEllipsis[] = "...";
     constexpr int kEllipsisLength = 3;
 
-    const int room = rect.right - rect.left;
-    const bool measured = (flags & (DT_CENTER | DT_RIGHT)) != 0;
-    bool cut = false;
+    const int room = std::max(0, static_cast<int>(rect.right - rect.left));
+    std::string cut;
     if ((flags & DT_END_ELLIPSIS) != 0 && FittingLength(m_dc, text, length, room) < length)
     {
-        cut = true;
-        length = FittingLength(m_dc, text, length, room - GetWidth(kEllipsis, kEllipsisLength));
+        const int left = room - GetWidth(kEllipsis, kEllipsisLength);
+        cut.assign(text, static_cast<std::size_t>(FittingLength(m_dc, text, length, left)));
+        cut += kEllipsis; // drawn as one text, whose parts lie together whatever they measure
+        text = cut.c_str();
+        length = static_cast<int>(cut.size());
     }
-    int width = measured ? GetWidth(text, length) : 0;
-    if (measured && cut)
-        width += GetWidth(kEllipsis, kEllipsisLength);
-
+    const int width = (flags & (DT_CENTER | DT_RIGHT)) != 0 ? GetWidth(text, length) : 0;
     TEXTMETRICA metrics = {};
     ::GetTextMetricsA(m_dc, &metrics);
     const int y = AlignedBegin({rect.top, rect.bottom}, metrics.tmHeight, Vertical(flags));
     const int x = AlignedBegin({rect.left, rect.right}, width, Horizontal(flags));
     const int end = DrawRuns(m_dc, text, length, x, y, rect);
-    if (cut)
-        DrawRuns(m_dc, kEllipsis, kEllipsisLength, end, y, rect);
+    return cut.empty() ? std::min(end - x, room) : room;
 }
 
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const

@@ -226,6 +226,8 @@ protected:
     afx_msg void OnHScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnVScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnTimer(UINT_PTR) { Default(); }
+    afx_msg BOOL OnQueryNewPalette() { return static_cast<BOOL>(Default()); }
+    afx_msg void OnPaletteChanged(CWnd*) { Default(); }
     DECLARE_MESSAGE_MAP()
 
 private:

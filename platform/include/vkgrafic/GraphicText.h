@@ -19,8 +19,8 @@ public:
     // One line within `rect`, clipped to it. `flags` are those of DrawText: DT_LEFT, DT_CENTER or DT_RIGHT;
     // DT_TOP, DT_VCENTER or DT_BOTTOM; DT_END_ELLIPSIS, which shows the beginning and "..." when the text
     // does not fit. "&" is an ordinary character and DT_SINGLELINE goes without saying; other flags are
-    // ignored.
-    void Draw(const char* text, int length, const RECT& rect, UINT flags) const;
+    // ignored. The width of the text, no more than that of `rect`.
+    int Draw(const char* text, int length, const RECT& rect, UINT flags) const;
 
     // One line from (x, y), every byte in a cell `cellWidth` pixels wide; only what lies within the clip box
     // is drawn, however long the text is.
@@ -30,5 +30,7 @@ public:
     int GetWidth(const char* text, int length) const;
 
 private:
+    int DrawLong(const char* text, int length, const RECT& rect, UINT flags) const;
+
     HDC m_dc;
 };

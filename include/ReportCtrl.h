@@ -606,7 +606,7 @@ private:
     void Redraw();
     void InvalidateRowRange(report::RowRange rows);
     void ReadSystem();
-    void SetFont(HFONT font);
+    void UseFont(HFONT font);
 
     // Painting
     COLORREF GetPlainColor() const;

@@ -71,7 +71,7 @@ CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
 {
     RegisterWindowClass();
     m_data->measuring.CreateCompatibleDC(nullptr);
-    SetFont(m_data->font);
+    UseFont(m_data->font);
     ReadSystem();
 }
 
@@ -328,7 +328,7 @@ void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
 }
 
 // The font is the owner's, null for the system's; its bold variant is made here.
-void CReportCtrl::SetFont(HFONT font)
+void CReportCtrl::UseFont(HFONT font)
 {
     m_data->font = font ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
     LOGFONT description = {};
@@ -340,7 +340,7 @@ void CReportCtrl::SetFont(HFONT font)
 
 LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)
 {
-    SetFont(reinterpret_cast<HFONT>(font));
+    UseFont(reinterpret_cast<HFONT>(font));
     if (m_data->header.m_hWnd)
         m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), redraw);
     LayoutClient();

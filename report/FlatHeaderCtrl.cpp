@@ -128,7 +128,7 @@ void CFlatHeaderCtrl::OnDestroy()
 {
     EndPress();
     HideDropMark();
-    m_mark.reset();
+    m_tip.End();
     m_trackedItem = kNone;
     m_extras.clear();
     ++m_itemChanges;
@@ -237,6 +237,7 @@ void CFlatHeaderCtrl::OnLButtonDblClk(UINT flags, CPoint point)
 void CFlatHeaderCtrl::BeginPress(int index, CPoint point)
 {
     EndPress();
+    m_tip.Hide();
     m_press = std::make_unique<Press>(index, point);
     ::SetCapture(m_hWnd);
     RedrawItem(index);
@@ -246,7 +247,10 @@ void CFlatHeaderCtrl::OnMouseMove(UINT flags, CPoint point)
 {
     m_trackPoint = point;
     if (!m_press)
+    {
+        ShowTip(point);
         return CHeaderCtrl::OnMouseMove(flags, point);
+    }
     if (!m_press->IsDrag())
     {
         const HDHITTESTINFO hit = Hit(point);
@@ -261,6 +265,15 @@ void CFlatHeaderCtrl::OnMouseMove(UINT flags, CPoint point)
             return;
     }
     MoveDrag(point);
+}
+
+void CFlatHeaderCtrl::ShowTip(CPoint point)
+{
+    const HDHITTESTINFO hit = Hit(point);
+    CRect rect;
+    if (IsTracking() || !(hit.flags & HHT_ONHEADER) || !GetItemRect(hit.iItem, rect))
+        return m_tip.Hide();
+    m_tip.Follow(*GetCurrentMessage(), hit.iItem, rect, GetTip(hit.iItem));
 }
 
 void CFlatHeaderCtrl::OnLButtonUp(UINT flags, CPoint point)

@@ -4,6 +4,7 @@
 #include "afxcmn.h"
 #include "report/HeaderDrag.h"
 #include "report/HeaderFace.h"
+#include "report/HeaderTip.h"
 
 #include <deque>
 #include <functional>
@@ -63,6 +64,9 @@ protected:
     // Whether the owner takes a column away that is dropped off the header.
     virtual bool IsRemovedOutside() const { return false; }
 
+    // What a tip over the item says; empty for no tip.
+    virtual std::string GetTip(int) const { return {}; }
+
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     afx_msg void OnDestroy();
     afx_msg void OnPaint();
@@ -86,6 +90,7 @@ private:
     std::vector<int> GetOrder() const;
     report::HeaderDrag GetDrag(int index) const;
     HDHITTESTINFO Hit(CPoint point) const;
+    void ShowTip(CPoint point);
     void BeginPress(int index, CPoint point);
     bool BeginDrag();
     void MoveDrag(CPoint point);
@@ -99,6 +104,7 @@ private:
     unsigned m_itemChanges = 0; // items that came and went, of all windows
     std::unique_ptr<Press> m_press;
     std::unique_ptr<CFHDropWnd> m_mark;
+    HeaderTip m_tip;
     int m_systemCalls = 0; // one within the other
     std::deque<std::function<void()>> m_whenIdle;
     int m_trackedItem = kNone;

@@ -100,9 +100,9 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     {
         const CRect place = Take(rest, kMarkWidth, true);
         if (face.format & HDF_SORTUP)
-            DrawMark(dc, place, kUp, COLOR_3DSHADOW);
+            DrawMark(dc, place, kUp, COLOR_3DDKSHADOW);
         else
-            DrawMark(dc, place, kDown, COLOR_3DSHADOW);
+            DrawMark(dc, place, kDown, COLOR_3DDKSHADOW);
     }
     if (face.filtered)
         DrawMark(dc, Take(rest, kMarkWidth, true), kFunnel, COLOR_HIGHLIGHT);

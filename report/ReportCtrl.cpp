@@ -172,7 +172,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         m_data->gridPenStyle = grids[value];
         break;
     case RVP_SORTCAPTION:
-        m_data->sortCaption = text;
+        m_data->header.SetSortCaption(text);
         break;
     case RVP_NOTIFYMASK:
         m_data->notifyMask = static_cast<DWORD>(value);

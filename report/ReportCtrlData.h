@@ -63,7 +63,6 @@ struct CReportCtrl::Data
     DWORD style = 0;
     int defaultColumnWidth = 200;
     ZEMA::String emptyText = "<Empty list>";
-    ZEMA::String sortCaption = "Sort by: %s";
     int gridPenStyle = PS_SOLID;
     DWORD notifyMask = 0xFFFFFFFF;
     DWORD treeStyle = RVS_TREE;

@@ -95,7 +95,19 @@ std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
 
 bool CReportHeaderCtrl::IsRemovedOutside() const
 {
-    return (::GetWindowLong(::GetParent(m_hWnd), GWL_STYLE) & LONG{RVS_DRAGCOLUMNS}) != 0;
+    return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
+}
+
+std::string CReportHeaderCtrl::GetTip(int headerItem) const
+{
+    auto* const report = dynamic_cast<CReportCtrl*>(GetParent());
+    if (!report || (report->GetStyle() & (RVS_CALLBACK | RVS_NOHEADERSORT)) || !report->GetShowReport())
+        return {};
+    std::string tip = m_sortCaption; // the owner's, and so no format for printing
+    const std::size_t place = tip.find("%s");
+    if (place != std::string::npos)
+        tip.replace(place, 2, GetFace(headerItem).caption);
+    return tip;
 }
 
 void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)

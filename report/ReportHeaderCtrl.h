@@ -4,6 +4,7 @@
 #include "report/FlatHeaderCtrl.h"
 #include "report/Geometry.h"
 
+#include <string>
 #include <vector>
 
 // Header items are counted in the order in which they came, columns in that of display. One header item may
@@ -42,12 +43,17 @@ public:
     int GetSortItem() const { return m_sortItem; }
     bool IsSortAscending() const { return m_sortAscending; }
 
+    // What the tip of a column says whose click sorts; the first "%s" stands for its caption.
+    void SetSortCaption(const char* format) { m_sortCaption = format; }
+
 protected:
+    std::string GetTip(int headerItem) const override;
     bool IsRemovedOutside() const override;
 
 private:
     void ShowSortMark(int headerItem, int mark);
 
+    std::string m_sortCaption = "Sort by: %s";
     int m_sortItem = kNone;
     bool m_sortAscending = true;
 };

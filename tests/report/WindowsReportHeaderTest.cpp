@@ -359,7 +359,7 @@ TEST_F(ReportHeader, LeavesNothingBehind)
     int windows = 0;
     for (int round = 0; round < 100; ++round)
     {
-        if (round == 10) // the first ones make what is kept for all
+        if (round == 3) // the first ones make what is kept for all
         {
             objects = GdiObjectCount();
             windows = WindowCount();
@@ -406,6 +406,25 @@ TEST_F(ReportHeader, TellsOfARightClickWithItsColumn)
     Send(header, WM_RBUTTONUP, 25, kY);
     Send(header, WM_RBUTTONUP, 200, kY);
     EXPECT_EQ((std::vector<int>{1, -1}), subitems);
+}
+
+TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)
+{
+    const auto tip = [this](int x) {
+        Send(header, WM_MOUSEMOVE, x, kY);
+        char said[64] = "";
+        TOOLINFO tool = {TTTOOLINFOA_V1_SIZE, 0, header, 0, {}, nullptr, said, 0, nullptr};
+        const HWND tips = ::FindWindow(TOOLTIPS_CLASSA, nullptr);
+        ::SendMessage(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+        return std::string(said);
+    };
+    EXPECT_EQ("Sort by: a", tip(25));
+    EXPECT_EQ("Sort by: c", tip(125));
+    EXPECT_EQ("", tip(50)); // a divider
+    report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>("%n%s%s&"));
+    EXPECT_EQ("%nb%s&", tip(75));
+    report.ModifyStyle(0, RVS_NOHEADERSORT);
+    EXPECT_EQ("", tip(75));
 }
 
 } // namespace

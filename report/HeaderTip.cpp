@@ -6,7 +6,7 @@
 // The system gets the tip for one item at a time: the items move and change their texts.
 void HeaderTip::Follow(const MSG& message, int headerItem, const RECT& rect, const std::string& text)
 {
-    if (headerItem != m_headerItem || text != m_text)
+    if (headerItem != m_headerItem || text != m_text || !::EqualRect(&rect, &m_rect))
     {
         Hide();
         if (text.empty())
@@ -18,6 +18,7 @@ void HeaderTip::Follow(const MSG& message, int headerItem, const RECT& rect, con
         m_header = message.hwnd;
         m_headerItem = headerItem;
         m_text = text;
+        m_rect = rect;
         TOOLINFO tool = {};
         tool.cbSize = TTTOOLINFOA_V1_SIZE; // which every version of the control knows
         tool.hwnd = message.hwnd;

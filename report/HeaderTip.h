@@ -25,4 +25,5 @@ private:
     HWND m_header = nullptr;
     int m_headerItem = -1; // that has the tip
     std::string m_text;
+    RECT m_rect = {};
 };

@@ -431,8 +431,8 @@ public:
     // check box. 1.
     int MeasureItem(int item, int subitem, RECT* rect, int noDecorations);
 
-    // RVRC_*; a row (column or subitem -1) or a cell, wherever it is scrolled to; the fixed row for row -1. 0
-    // when there is no such row or column.
+    // RVRC_*; a row (column or subitem -1) or a cell; the fixed row for row -1. 0 when there is no such
+    // column and when none of the row is in view.
     int GetRowRect(int row, int column, RECT* rect, unsigned int part);
     int GetItemRect(int item, int subitem, RECT* rect, unsigned int part);
 
@@ -443,10 +443,12 @@ public:
     int GetVisibleRows(int fromRow, int* first, int* last, int reverse);
     int GetVisibleCount(int partly);          // rows seen whole; `partly` counts one that is cut, too
     int IsItemVisible(int item, int subitem); // some of it; subitem -1: of its row
-    int EnsureVisible(int item, int subitem); // scrolls rows, and columns for a subitem that is shown
-    int EnsureVisibleColumn(int column);      // ignored when there is no such column
-    int HitTest(_RVHITTESTINFO* info);        // fills `info` from its point; the item, RVI_NONE for none
-    COLORREF GetSystemColor(int slot) const;  // RVSC_*
+    // Scrolls no more than needed; EnsureVisible rows alone, whatever the subitem. 0 when no row shows the
+    // item.
+    int EnsureVisible(int item, int subitem);
+    int EnsureVisibleColumn(int column);     // ignored when there is no such column
+    int HitTest(_RVHITTESTINFO* info);       // fills `info` from its point; the item, RVI_NONE for none
+    COLORREF GetSystemColor(int slot) const; // RVSC_*
 
     // Sends a notification to the parent; its answer. 0 when its code is switched off (RVP_NOTIFYMASK) or
     // there is no parent.
@@ -612,7 +614,6 @@ private:
     COLORREF GetPlainColor() const;
     COLORREF GetTextColorOf(int index, bool selected) const;
     bool IsRowSelected(int row) const;
-    void Draw(CDC& dc);
     void DrawFixedRow(CDC* dc, const CRect& clip, Places& places);
     int DrawRows(CDC* dc, const CRect& clip, Places& places);
     void DrawRowFocus(CDC* dc, CRect rect);

@@ -23,8 +23,8 @@ struct _HDITEMEX
 // that one, and may destroy the window or change the items in answer to anything:
 //  HDN_ITEMCLICK  an item was pressed and let go
 //  HDN_BEGINDRAG  a column is about to be dragged; TRUE forbids it
-//  HDN_ENDDRAG    it was dropped (GetDropResult) where something would change, at the order HDI_ORDER, which
-//                 is -1 off the header; after FALSE, a column that moves does so
+//  HDN_ENDDRAG    it was dropped (GetDropResult), at the order HDI_ORDER, which is -1 off the header; after
+//                 FALSE, a column that moves does so
 // Esc, the loss of the mouse and a change of the items end a drag without a drop. The owner scrolls the
 // header by moving it beyond its parent's client area: the part that is seen takes drops.
 class CFlatHeaderCtrl : public CHeaderCtrl
@@ -61,8 +61,8 @@ public:
     void DrawFace(CDC& dc, const CRect& rect, const HeaderFace& face) const; // in the header's font
 
 protected:
-    // Whether the owner takes a column away that is dropped off the header.
-    virtual bool IsRemovedOutside() const { return false; }
+    // Whether the owner takes a column away that is dropped off the header or at its own place.
+    virtual bool IsRemovedByDrop() const { return false; }
 
     // What a tip over the item says; empty for no tip.
     virtual std::string GetTip(int) const { return {}; }

@@ -58,7 +58,7 @@ bool CFlatHeaderCtrl::BeginDrag()
 void CFlatHeaderCtrl::MoveDrag(CPoint point)
 {
     const report::HeaderDrop drop = GetDrag(m_press->index).DropAt(point.x, point.y);
-    const bool removes = drop.result == DropResult::kOutside && IsRemovedOutside();
+    const bool removes = drop.result != DropResult::kMoves && IsRemovedByDrop();
     CPoint topLeft(point.x - m_press->grip.x, point.y - m_press->grip.y);
     ClientToScreen(&topLeft);
     m_press->window.MoveTo(topLeft, removes ? HeaderLook::kRemoved : HeaderLook::kPlain);
@@ -72,12 +72,10 @@ void CFlatHeaderCtrl::Drop(CPoint point)
     const report::HeaderDrop drop = drag.DropAt(point.x, point.y);
     EndPress();
     m_dropResult = drop.result;
-    if (drop.result == DropResult::kStays)
-        return; // brought back: the user has thought better of it
 
     HDITEM item = {};
     item.mask = HDI_ORDER;
-    item.iOrder = drop.result == DropResult::kMoves ? drag.PlaceAt(drop.gap) : -1;
+    item.iOrder = drop.result == DropResult::kOutside ? -1 : drag.PlaceAt(drop.gap);
     LRESULT cancelled = 0;
     if (!Notify(HDN_ENDDRAG, index, &item, cancelled) || cancelled || drop.result != DropResult::kMoves)
         return;

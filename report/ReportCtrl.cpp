@@ -105,8 +105,7 @@ BOOL CReportCtrl::CreateCommon()
     SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
     ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->style = GetStyle();
-    m_data->invalid = false;
-    m_data->invalidRanges = 0;
+    m_data->invalid = {};
     m_data->hasFocus = false;
     const CRect nowhere;
     if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,

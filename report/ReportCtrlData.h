@@ -80,10 +80,13 @@ struct CReportCtrl::Data
     bool rowsMoved = false;
     unsigned wheelLines = 3;
 
-    // What is invalid until the next paint: all, or some ranges of rows, of which the last one is known.
-    bool invalid = false;
-    int invalidRanges = 0;
-    report::RowRange invalidRows{0, -1};
+    // What has been invalidated since the last paint: all, or some ranges of rows, of which the last is kept.
+    struct
+    {
+        bool all = false;
+        int ranges = 0;
+        report::RowRange rows{0, -1};
+    } invalid;
     bool tooFar = false; // rows or room have changed: what is scrolled may go past the end
 
     // Painting
@@ -108,6 +111,9 @@ struct CReportCtrl::Data
 
     // The subitem of a header item; invalid argument when there is no such definition.
     int SubItemOf(int headerItem) const;
+
+    // Null where the display shows all colours.
+    HPALETTE PaletteToRealize() const { return onPalette ? static_cast<HPALETTE>(palette) : nullptr; }
 
     // A colour of the table, as a device context takes it; black past the end.
     COLORREF TableColor(int index) const;

@@ -30,9 +30,9 @@ private:
 class Realized
 {
 public:
-    Realized(CDC& dc, CPalette& palette) : m_dc(dc)
+    Realized(CDC& dc, HPALETTE palette) : m_dc(dc) // null for none
     {
-        if (!palette.GetSafeHandle())
+        if (!palette)
             return;
         m_old = ::SelectPalette(dc, palette, FALSE);
         dc.RealizePalette();
@@ -69,42 +69,35 @@ void CReportCtrl::OnPaint()
 {
     if (m_data->painting) // a callback asks for a paint in the midst of one
     {
+        m_data->invalid = {};
         const CPaintDC validated(this);
         m_data->paintAgain = true;
         return;
     }
-    m_data->invalid = false;
-    m_data->invalidRanges = 0;
-    m_data->invalidRows = {0, -1};
     GetRowCount(); // the rows are made
     if (std::exchange(m_data->tooFar, false))
         ScrollWindow(SB_VERT, Places(*this).geometry.FittingTop(m_data->view.topRow));
+    m_data->invalid = {};
     {
         CPaintDC dc(this);
         const CRect header = ToRect(m_data->view.header);
         ::ExcludeClipRect(dc, header.left, header.top, header.right, header.bottom);
+        const Realized realized(dc, m_data->PaletteToRealize());
         CRect clip;
         dc.GetClipBox(clip);
         if (m_data->doubleBuffer && !clip.IsRectEmpty())
         {
             CMemDC memory(dc, clip);
-            Draw(memory.GetDC());
+            const Realized inMemory(memory.GetDC(), m_data->PaletteToRealize());
+            DrawCtrl(&memory.GetDC());
         }
         else
-            Draw(dc);
+            DrawCtrl(&dc);
     }
     if (m_hWnd)
         UpdateScrollBars();
     if (m_hWnd && std::exchange(m_data->paintAgain, false))
         Redraw();
-}
-
-void CReportCtrl::Draw(CDC& dc)
-{
-    std::optional<Realized> realized;
-    if (m_data->onPalette)
-        realized.emplace(dc, m_data->palette);
-    DrawCtrl(&dc);
 }
 
 // ---- The control
@@ -359,8 +352,11 @@ void CReportCtrl::DrawCell(CDC* dc, int row, int column, int subitem, const CRec
 
 void CReportCtrl::DrawPreview(CDC* dc, const CRect& rect, int row)
 {
-    const RowSource::FetchedRow fetched = m_data->painting->Row(row);
+    RowSource::FetchedRow& fetched = m_data->painting->Row(row);
+    std::string preview = fetched.preview;
     _RVITEM item = fetched.item;
+    item.text = preview.data();
+    item.state |= IsRowSelected(row) ? RVIS_SELECTED : 0;
     dc->SetTextColor(GetTextColorOf(item.textColor, IsRowSelected(row)));
     _NMRVITEMDRAW notification = {};
     FillHeader(notification.hdr, RVN_ITEMDRAWPREVIEW);
@@ -370,7 +366,7 @@ void CReportCtrl::DrawPreview(CDC* dc, const CRect& rect, int row)
     if (OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0)
         return;
     CRect text(rect.left + m_data->view.margin, rect.top, rect.right - m_data->view.margin, rect.bottom);
-    ::DrawText(*dc, fetched.preview.data(), static_cast<int>(fetched.preview.size()), text,
+    ::DrawText(*dc, preview.data(), static_cast<int>(preview.size()), text,
                DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
 }
 

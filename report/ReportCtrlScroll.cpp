@@ -66,14 +66,12 @@ void CReportCtrl::ShowRow(int row)
         ScrollWindow(SB_VERT, Places(*this).geometry.TopToShow(row));
 }
 
-int CReportCtrl::EnsureVisible(int item, int subitem)
+int CReportCtrl::EnsureVisible(int item, int)
 {
     const int row = GetRowFromItem(item);
     if (row < 0 || row >= GetRowCount())
         return 0;
     ShowRow(row);
-    if (IsActiveSubItem(subitem))
-        EnsureVisibleColumn(GetColumnFromSubItem(subitem));
     return 1;
 }
 
@@ -191,9 +189,9 @@ void CReportCtrl::SetRedraw(int redraw)
 // Every invalidation is a call to the system's server: one does until the next paint.
 void CReportCtrl::Redraw()
 {
-    if (!m_hWnd || !m_data->redraw || m_data->invalid)
+    if (!m_hWnd || !m_data->redraw || m_data->invalid.all)
         return;
-    m_data->invalid = true;
+    m_data->invalid.all = true;
     InvalidateRect(nullptr, FALSE);
 }
 
@@ -214,13 +212,13 @@ void CReportCtrl::RedrawRows(int first, int last, int update)
 void CReportCtrl::InvalidateRowRange(report::RowRange rows)
 {
     const report::View& view = m_data->view;
-    const report::RowRange& done = m_data->invalidRows;
+    const report::RowRange& done = m_data->invalid.rows;
     const int line = view.LineHeight(); // the least height of a row
     const bool above = rows.last < view.topRow;
     const bool below = line > 0 && rows.first - view.topRow > view.report.Height() / line;
-    if (m_data->invalid || above || below || (done.first <= rows.first && rows.last <= done.last))
+    if (m_data->invalid.all || above || below || (done.first <= rows.first && rows.last <= done.last))
         return;
-    if (++m_data->invalidRanges > kMaxRanges)
+    if (++m_data->invalid.ranges > kMaxRanges)
         return Redraw();
     CRect changed;
     Places places(*this);
@@ -229,7 +227,7 @@ void CReportCtrl::InvalidateRowRange(report::RowRange rows)
             changed.UnionRect(changed, ToRect(row.rect));
     if (changed.IsRectEmpty())
         return;
-    m_data->invalidRows = rows;
+    m_data->invalid.rows = rows;
     InvalidateRect(changed, FALSE);
 }
 

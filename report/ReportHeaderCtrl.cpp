@@ -93,7 +93,7 @@ std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
     return columns;
 }
 
-bool CReportHeaderCtrl::IsRemovedOutside() const
+bool CReportHeaderCtrl::IsRemovedByDrop() const
 {
     return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
 }

@@ -48,7 +48,7 @@ public:
 
 protected:
     std::string GetTip(int headerItem) const override;
-    bool IsRemovedOutside() const override;
+    bool IsRemovedByDrop() const override;
 
 private:
     void ShowSortMark(int headerItem, int mark);

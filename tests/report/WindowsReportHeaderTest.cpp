@@ -213,7 +213,6 @@ TEST_F(ReportHeader, EndsADragThatGoesNowhere)
         [] { ::ReleaseCapture(); },
         [this] { report.ActivateSubItem(report.DefineSubItem(3, std::make_unique<_RVSUBITEM>().get()), -1); },
         [this] { report.DestroyWindow(); },
-        [this] { Send(header, WM_MOUSEMOVE, 25, kY); }, // back home
     };
     for (const auto& end : ends)
     {
@@ -252,9 +251,16 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
     EXPECT_EQ(0x88000000 | WS_VISIBLE | WS_CLIPSIBLINGS, ::GetWindowLong(DragWindow(), GWL_STYLE) & ~0u);
     ::GetWindowRect(DragWindow(), mark);
     EXPECT_EQ(CRect(CPoint(place.left + 105, place.top), CSize(50, place.Height())), mark);
-    Send(header, WM_MOUSEMOVE, 130, 100);
-    EXPECT_FALSE(DropWindow());
-    EXPECT_TRUE(DragWindow());
+    for (const DWORD style : {DWORD{0}, RVS_DRAGCOLUMNS}) // and back to its own place
+    {
+        report.ModifyStyle(0, style);
+        Send(header, WM_LBUTTONDOWN, 25, kY);
+        Send(header, WM_MOUSEMOVE, 130, kY);
+        Send(header, WM_MOUSEMOVE, 25, kY);
+        EXPECT_TRUE(DragWindow() && !DropWindow());
+        Send(header, WM_LBUTTONUP, 25, kY);
+        EXPECT_EQ(style ? "bc" : "abc", Columns());
+    }
 }
 
 TEST_F(ReportHeader, ExchangesColumnsWithItsList)

@@ -388,6 +388,41 @@ TEST_F(ReportWindow, PutsUpWithWhateverHappensWhileItPaints)
     }
 }
 
+// After any paint, a change invalidates what it changes, and only that.
+TEST_F(ReportWindow, AsksForPaintsOfWhatChanges)
+{
+    ShowWindows(0);
+    for (int item = 4; item < 100; ++item)
+        Fill({"x"});
+    report.SendMessage(WM_VSCROLL, SB_BOTTOM);
+    report.DeleteItem(99); // a paint that moves the position
+    report.RedrawWindow();
+    report.drawing = [&] { report.SendMessage(WM_PAINT); }; // and one within another
+    report.RedrawWindow();
+    report.drawing = nullptr;
+    report.UpdateWindow();
+    const auto changed = [&] {
+        CRect rect;
+        ::GetUpdateRect(report, rect, FALSE);
+        report.UpdateWindow();
+        return std::to_string(rect.top / kItemHeight) + ".." + std::to_string(rect.bottom / kItemHeight);
+    };
+    report.ScrollWindow(SB_VERT, 20);
+    EXPECT_EQ("0..10", changed());
+    report.SetItemText(22, 0, "y");
+    EXPECT_EQ("2..3", changed());
+    report.SetItemText(19, 0, "y");
+    report.SetItemText(30, 0, "y");
+    EXPECT_EQ("0..0", changed());
+    report.SelectRows(23, 23, 1, 0, 0, 0);
+    report.SendMessage(WM_KEYDOWN, VK_DOWN);
+    report.SelectRows(21, 24, 1, 0, 0, 1); // painted at once
+    EXPECT_EQ("0..0", changed());
+    for (int item = 20; item < 30; ++item)
+        report.SetItemText(item, 0, "z");
+    EXPECT_EQ("0..10", changed());
+}
+
 TEST_F(ReportWindow, LeavesNothingBehindHoweverOftenItPaints)
 {
     ShowWindows(RVS_HORIZONTALGRID | RVS_TREE | RVS_ALTERNATEROWS | RVS_FIXEDROW);

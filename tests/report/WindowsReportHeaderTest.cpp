@@ -183,13 +183,11 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
         {0, 25, 130, kY, "bca"},
         {0, 125, 5, kY, "cab"},
         {0, 25, 290, kY, "bca"},  // behind the last
-        {0, 25, 70, kY, "abc"},   // the left half of the next is still its own place
         {0, 75, 250, 100, "abc"}, // off the header
         {0, 75, 320, kY, "abc"},
         {RVS_DRAGCOLUMNS, 75, 250, 100, "ac"},
         {RVS_DRAGCOLUMNS, 75, 250, -30, "ac"},
-        {RVS_DRAGCOLUMNS, 75, 125, kY, "acb"},
-        {RVS_DRAGCOLUMNS, 75, 76, 15, "abc"},
+        {RVS_DRAGCOLUMNS, 75, 70, kY, "abc"}, // no drag: its own place
     };
     for (const auto& each : cases)
     {
@@ -197,11 +195,10 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
         Drag(each.from, each.to, each.y);
         EXPECT_EQ(each.columns, Columns()) << &each - cases;
         EXPECT_EQ(nullptr, ::GetCapture());
-        Click(25); // where the columns are now
+        Click(25); // the header knows where its columns are now
         int subitem = -1;
         int ascending = 0;
         report.GetSortSettings(&subitem, &ascending);
-        Fill({"1"});
         EXPECT_EQ(each.columns[0] - 'a', subitem) << &each - cases;
     }
 }
@@ -266,7 +263,6 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
 TEST_F(ReportHeader, ExchangesColumnsWithItsList)
 {
     auto list = std::make_unique<CReportSubItemListCtrl>();
-    ASSERT_TRUE(list->Create(WS_CHILD | WS_VISIBLE, CRect(0, 100, 300, 200), &report, 9));
     Show(RVS_DRAGCOLUMNS);
     ASSERT_TRUE(list->Create(WS_CHILD | WS_VISIBLE, CRect(0, 100, 300, 200), &report, 9));
     EXPECT_EQ(1, report.SetReportSubItemListCtrl(list.get()));

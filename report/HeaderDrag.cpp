@@ -6,7 +6,7 @@
 namespace report
 {
 
-HeaderDrag::HeaderDrag(HeaderStrip strip, int left, std::vector<int> widths, int column)
+HeaderDrag::HeaderDrag(HeaderStrip strip, int left, const std::vector<int>& widths, int column)
     : m_strip(strip), m_edges{left}, m_column(column)
 {
     for (const int width : widths)

@@ -35,7 +35,7 @@ public:
     static constexpr int kNoColumn = -1; // an entry from elsewhere, which moves wherever it is dropped
 
     // The first column begins at `left`; the others follow without gaps.
-    HeaderDrag(HeaderStrip strip, int left, std::vector<int> widths, int column);
+    HeaderDrag(HeaderStrip strip, int left, const std::vector<int>& widths, int column);
 
     HeaderDrop DropAt(int x, int y) const;
 

@@ -30,8 +30,8 @@ CRect Take(CRect& rest, int width, bool right)
 {
     CRect piece = rest;
     if (width > rest.Width())
-        return CRect();
-    if (right)
+        piece.right = piece.left;
+    else if (right)
     {
         piece.left = piece.right - width;
         rest.right = std::max(rest.left, piece.left - kGap);
@@ -95,7 +95,10 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     dc.FillSolidRect(rect.right - 1, rect.top + inset, 1, rect.Height() - 2 * inset,
                      ::GetSysColor(COLOR_3DSHADOW));
 
-    CRect rest(rect.left + kMargin, rect.top, rect.right - kMargin, rect.bottom - 1);
+    CRect rest = rect;
+    rest.left += kMargin;
+    rest.right -= kMargin;
+    rest.bottom -= 1;
     if (face.format & (HDF_SORTUP | HDF_SORTDOWN))
     {
         const CRect place = Take(rest, kMarkWidth, true);

@@ -574,6 +574,7 @@ protected:
 
 private:
     friend class Busy;
+    friend class CReportSubItemListCtrl; // which shows captions
     friend class SortRun;
     struct Data;
     struct ItemView;
@@ -597,6 +598,7 @@ private:
     void SortFlatRows(int subitem, int ascending);
     void AddSortKey(int item, int subitem);
     void LayoutClient();
+    void FitColumn(int subitem);
     void PlaceHeader();
     void ShowRow(int row);
     void FitScrolling();

@@ -9,6 +9,7 @@ namespace
 {
 
 constexpr char kWindowClass[] = "QmReportCtrl";
+constexpr UINT kHeaderId = 0;
 constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
 
 void RegisterWindowClass()
@@ -56,6 +57,14 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_WM_CONTEXTMENU()
     ON_WM_SETFOCUS()
     ON_WM_KILLFOCUS()
+    ON_NOTIFY(HDN_ITEMCLICKA, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCLICKW, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCHANGEDA, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ITEMCHANGEDW, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ENDDRAG, kHeaderId, &CReportCtrl::OnHdnEndDrag)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKA, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKW, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
 END_MESSAGE_MAP()
 
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
@@ -68,6 +77,7 @@ CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
 
 CReportCtrl::~CReportCtrl()
 {
+    SetReportSubItemListCtrl(nullptr);
     DestroyWindow(); // while what its last messages ask for is still there
 }
 
@@ -98,12 +108,14 @@ BOOL CReportCtrl::CreateCommon()
     m_data->invalid = {};
     m_data->hasFocus = false;
     const CRect nowhere;
-    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ, nowhere, this, 0))
+    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,
+                               kHeaderId))
         return FALSE;
     m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), FALSE);
     ReadSystem();
     m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
     LayoutClient();
+    m_data->RefreshSubItemList();
     return TRUE;
 }
 
@@ -159,7 +171,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         m_data->gridPenStyle = grids[value];
         break;
     case RVP_SORTCAPTION:
-        m_data->sortCaption = text;
+        m_data->header.SetSortCaption(text);
         break;
     case RVP_NOTIFYMASK:
         m_data->notifyMask = static_cast<DWORD>(value);

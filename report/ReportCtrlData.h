@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ReportCtrl.h"
+#include "ReportSubItemListCtrl.h"
 #include "report/CellCodec.h"
 #include "report/Geometry.h"
 #include "report/Input.h"
@@ -62,7 +63,6 @@ struct CReportCtrl::Data
     DWORD style = 0;
     int defaultColumnWidth = 200;
     ZEMA::String emptyText = "<Empty list>";
-    ZEMA::String sortCaption = "Sort by: %s";
     int gridPenStyle = PS_SOLID;
     DWORD notifyMask = 0xFFFFFFFF;
     DWORD treeStyle = RVS_TREE;
@@ -102,6 +102,15 @@ struct CReportCtrl::Data
 
     bool IsCallback() const { return (style & RVS_CALLBACK) != 0; }
     bool IsTree() const { return (style & RVS_TREEMASK) != 0; }
+
+    void RefreshSubItemList()
+    {
+        if (subitemList)
+            subitemList->Refresh();
+    }
+
+    // The subitem of a header item; invalid argument when there is no such definition.
+    int SubItemOf(int headerItem) const;
 
     // Null where the display shows all colours.
     HPALETTE PaletteToRealize() const { return onPalette ? static_cast<HPALETTE>(palette) : nullptr; }

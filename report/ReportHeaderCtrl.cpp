@@ -1,10 +1,19 @@
 #include "report/ReportHeaderCtrl.h"
 
+#include "ReportCtrl.h"
+
 #include <algorithm>
 
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
 {
     return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
+}
+
+int CReportHeaderCtrl::GetColumn(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_ORDER;
+    return GetItem(headerItem, &item) ? item.iOrder : kNone;
 }
 
 int CReportHeaderCtrl::GetSubItem(int headerItem) const
@@ -82,6 +91,23 @@ std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
             columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
     }
     return columns;
+}
+
+bool CReportHeaderCtrl::IsRemovedByDrop() const
+{
+    return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
+}
+
+std::string CReportHeaderCtrl::GetTip(int headerItem) const
+{
+    auto* const report = dynamic_cast<CReportCtrl*>(GetParent());
+    if (!report || (report->GetStyle() & (RVS_CALLBACK | RVS_NOHEADERSORT)) || !report->GetShowReport())
+        return {};
+    std::string tip = m_sortCaption; // the owner's, and so no format for printing
+    const std::size_t place = tip.find("%s");
+    if (place != std::string::npos)
+        tip.replace(place, 2, GetFace(headerItem).caption);
+    return tip;
 }
 
 void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)

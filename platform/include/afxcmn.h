@@ -67,6 +67,10 @@ public:
         return static_cast<BOOL>(Send(HDM_GETITEMRECT, index, rect));
     }
 
+    // The index of the item at the record's point, which also learns what lies there (HHT flags); -1 for
+    // none.
+    int HitTest(LPHDHITTESTINFO info) const { return static_cast<int>(Send(HDM_HITTEST, 0, info)); }
+
 private:
     LRESULT Send(UINT message, int number = 0, void* record = nullptr) const
     {

@@ -99,7 +99,7 @@ public:
     static void DeleteTempMap();
 
     HIMAGELIST GetSafeHandle() const { return m_hImageList; }
-    int GetImageCount() const { return ::ImageList_GetImageCount(m_hImageList); }
+    int GetImageCount() const;
 
     // Copies the images that lie side by side in `image`; the number of the first, -1 on failure. What is
     // transparent is white in `mask`, or has the colour `transparent`; that colour in `image` turns black.
@@ -107,11 +107,7 @@ public:
     int Add(CBitmap* image, COLORREF transparent);
 
     // `drawing` says which image, where and how; the list is this one.
-    BOOL DrawIndirect(IMAGELISTDRAWPARAMS* drawing)
-    {
-        drawing->himl = m_hImageList;
-        return ::ImageList_DrawIndirect(drawing);
-    }
+    BOOL DrawIndirect(IMAGELISTDRAWPARAMS* drawing);
 
     HIMAGELIST m_hImageList = nullptr;
 };

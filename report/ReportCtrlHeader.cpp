@@ -141,7 +141,7 @@ void CReportCtrl::OnHdnDividerDblClick(NMHDR* header, LRESULT* result)
     });
 }
 
-// Makes a column as wide as its widest cell.
+// Makes a column as wide as its widest cell with its indentation.
 void CReportCtrl::FitColumn(int subitem)
 {
     if (!IsActiveSubItem(subitem) ||
@@ -151,12 +151,14 @@ void CReportCtrl::FitColumn(int subitem)
     int last = GetItemCount() - 1;
     if (m_data->IsCallback()) // all rows are too many to ask for
         GetVisibleRows(GetTopIndex(), &first, &last, 0);
+    const bool isFirst = GetColumnFromSubItem(subitem) == 0;
     int width = -1;
     for (int item = first; item <= last && item < GetItemCount(); ++item)
     {
         CRect rect;
         MeasureItem(item, subitem, rect, 0);
-        width = std::max(width, rect.Width());
+        const int level = isFirst ? GetItemStruct(item, -1, RVIM_TREELEVEL).treeLevel : 0;
+        width = std::max(width, rect.Width() + std::max(0, level) * m_data->view.itemHeight);
     }
     if (width >= 0 && IsActiveSubItem(subitem))
         SetSubItemWidth(subitem, width);

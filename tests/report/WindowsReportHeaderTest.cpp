@@ -170,6 +170,15 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
     fixed.format = RVSF_FIXEDWIDTH;
     report.RedefineSubItem(0, &fixed);
     EXPECT_EQ(50, fit());
+
+    Show(RVS_TREE);
+    _TREEITEM* const top = report.InsertTreeItem(nullptr, nullptr, "text");
+    _TREEITEM* const child = report.InsertTreeItem(top, nullptr, "text");
+    report.Expand(top, RVE_EXPAND);
+    report.GetRowCount();
+    CRect needed;
+    report.MeasureItem(child->item, 0, needed, 0);
+    EXPECT_EQ(needed.right + 2 * report.GetItemHeight(), fit()) << "indented";
 }
 
 TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)

@@ -579,12 +579,14 @@ private:
     struct Data;
     struct ItemView;
     struct Places;
+    class Painting;
     class RowSource;
     class InputPort;
 
     bool ReadItem(int item, int subitem, unsigned int mask, ItemView& view);
     structITEM& FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell);
     void FillHeader(NMHDR& header, unsigned int code);
+    bool FillCallbackHeader(NMHDR& header);
 
     // Makes the rows anew when the tree has changed; so does every look at them.
     report::RowMap& Rows();

@@ -61,6 +61,9 @@ public:
     void DrawFace(CDC& dc, const CRect& rect, const HeaderFace& face) const; // in the header's font
 
 protected:
+    // The items from left to right.
+    std::vector<int> GetOrder() const;
+
     // Whether the owner takes a column away that is dropped off the header or at its own place.
     virtual bool IsRemovedByDrop() const { return false; }
 
@@ -87,7 +90,6 @@ private:
 
     template <typename Call> LRESULT CallSystem(Call call);
     void StopTracking();
-    std::vector<int> GetOrder() const;
     report::HeaderDrag GetDrag(int index) const;
     HDHITTESTINFO Hit(CPoint point) const;
     void ShowTip(CPoint point);

@@ -106,6 +106,7 @@ BOOL CReportCtrl::CreateCommon()
     ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->style = GetStyle();
     m_data->invalid = {};
+    m_data->shown[SB_HORZ] = m_data->shown[SB_VERT] = {};
     m_data->hasFocus = false;
     const CRect nowhere;
     if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,
@@ -229,6 +230,7 @@ void CReportCtrl::Layout(int cx, int cy)
     const bool hasHeader = !(m_data->style & RVS_NOHEADER) && m_data->header.Layout(&layout);
     m_data->view.fixedFrame = ::GetSystemMetrics(SM_CYFIXEDFRAME);
     report::LayOut(m_data->view, cx, cy, hasHeader ? position.cy : 0, (m_data->style & RVS_FIXEDROW) != 0);
+    m_data->shownHeight = -1; // rows may be of another height
     FitScrolling();
     PlaceHeader();
     Redraw();
@@ -335,6 +337,14 @@ void CReportCtrl::UseFont(HFONT font)
     description.lfWeight = FW_BOLD;
     m_data->boldFont.DeleteObject();
     m_data->boldFont.CreateFontIndirect(&description);
+    const auto measure = [this](HGDIOBJ object) {
+        const HGDIOBJ old = ::SelectObject(m_data->measuring, object);
+        const GraphicFont measures(m_data->measuring);
+        ::SelectObject(m_data->measuring, old);
+        return measures;
+    };
+    m_data->fontMeasures = measure(m_data->font);
+    m_data->boldMeasures = measure(m_data->boldFont.GetSafeHandle());
 }
 
 LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)

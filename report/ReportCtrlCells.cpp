@@ -4,6 +4,8 @@
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 
 namespace
 {
@@ -132,16 +134,23 @@ int CReportCtrl::DrawText(CDC* dc, CRect rect, _RVITEM* item)
     const UINT aligned[] = {DT_LEFT, DT_RIGHT, DT_CENTER, DT_LEFT};
     if (item->backgroundColor >= 0)
         dc->FillSolidRect(rect, m_data->TableColor(item->backgroundColor));
-    dc->SetBkMode(TRANSPARENT);
-
-    std::string text(item->text);
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    std::string_view text = item->text;
+    std::string printable;
+    if (std::any_of(text.begin(), text.end(), isControl))
+    {
+        printable = text;
+        std::replace_if(printable.begin(), printable.end(), isControl, ' ');
+        text = printable;
+    }
     const bool bold = (item->state & RVIS_BOLD) != 0;
     const HGDIOBJ old = bold ? ::SelectObject(*dc, m_data->boldFont.GetSafeHandle()) : nullptr;
-    const int width =
-        GraphicText(*dc).Draw(text.data(), static_cast<int>(text.size()), rect,
-                              aligned[format] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    const GraphicFont* measures = bold ? &m_data->boldMeasures : &m_data->fontMeasures;
+    if (!bold && ::GetCurrentObject(*dc, OBJ_FONT) != m_data->font)
+        measures = nullptr; // a subclass has selected its own
+    const int width = GraphicText(*dc, measures)
+                          .Draw(text.data(), static_cast<int>(text.size()), rect,
+                                aligned[format] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
     if (old)
         ::SelectObject(*dc, old);
     return std::max(0, std::min(width, rect.Width()));

@@ -11,7 +11,9 @@
 #include "report/RowMap.h"
 #include "report/Selection.h"
 #include "report/Tree.h"
+#include "vkgrafic/GraphicText.h"
 
+#include <optional>
 #include <string>
 
 class SortRun;
@@ -56,6 +58,8 @@ struct CReportCtrl::Data
     int checkHeight = 8;
     HFONT font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT)); // not owned
     CFont boldFont;
+    GraphicFont fontMeasures;
+    GraphicFont boldMeasures;
     COLORREF systemColors[RVSC_COUNT] = {};
     bool onPalette = false; // the window's display shows only the colours of palettes
 
@@ -90,11 +94,13 @@ struct CReportCtrl::Data
     bool tooFar = false; // rows or room have changed: what is scrolled may go past the end
 
     // Painting
-    RowSource* painting = nullptr;
+    Places* painting = nullptr;
+    bool drawing = false;     // DrawCtrl is at work
     bool paintAgain = false;  // a paint was asked for in the midst of one
     std::string drawn;        // the text being drawn
     CDC measuring;            // a memory device context
     SCROLLINFO shown[2] = {}; // by the scroll bars
+    int shownHeight = -1;     // of the rows' area when the vertical one was told
 
     // A drag selection: the timer scrolls while the mouse is outside.
     bool dragging = false;
@@ -152,6 +158,8 @@ public:
 
     report::CellContents ContentsOf(const report::Cell& cell, int subitem) const;
 
+    NMHDR callbackHeader = {}; // filled when a callback is first asked
+
 private:
     CReportCtrl& m_control;
     std::vector<report::Column> m_columns;
@@ -165,6 +173,30 @@ struct CReportCtrl::Places
     explicit Places(CReportCtrl& control) : rows(control), geometry(control.m_data->view, rows) {}
     RowSource rows;
     report::Geometry geometry;
+};
+
+// A paint, or a part of one that a subclass asks for by itself: rows and columns are looked at once for all
+// of it.
+class CReportCtrl::Painting
+{
+public:
+    explicit Painting(CReportCtrl& control)
+        : m_painting(control.m_data->painting), m_outer(m_painting),
+          places(m_outer ? *m_outer : m_own.emplace(control))
+    {
+        m_painting = &places;
+    }
+    ~Painting() { m_painting = m_outer; }
+    Painting(const Painting&) = delete;
+    Painting& operator=(const Painting&) = delete;
+
+private:
+    std::optional<Places> m_own; // when there is no outer one
+    Places*& m_painting;         // the control's
+    Places* m_outer;
+
+public:
+    Places& places;
 };
 
 inline CRect ToRect(const report::Rect& rect)

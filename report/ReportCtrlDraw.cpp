@@ -50,6 +50,18 @@ private:
     HPALETTE m_old = nullptr;
 };
 
+class Drawing
+{
+public:
+    explicit Drawing(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Drawing() { m_flag = false; }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+private:
+    bool& m_flag;
+};
+
 void Line(CDC& dc, int x1, int y1, int x2, int y2)
 {
     dc.MoveTo(x1, y1);
@@ -74,9 +86,10 @@ void CReportCtrl::OnPaint()
         m_data->paintAgain = true;
         return;
     }
+    const Painting painting(*this);
     GetRowCount(); // the rows are made
     if (std::exchange(m_data->tooFar, false))
-        ScrollWindow(SB_VERT, Places(*this).geometry.FittingTop(m_data->view.topRow));
+        ScrollWindow(SB_VERT, painting.places.geometry.FittingTop(m_data->view.topRow));
     m_data->invalid = {};
     {
         CPaintDC dc(this);
@@ -125,21 +138,11 @@ void CReportCtrl::DrawCtrl(CDC* dc)
 {
     CRect clip;
     dc->GetClipBox(clip);
-    if (clip.IsRectEmpty() || m_data->painting)
+    if (clip.IsRectEmpty() || m_data->drawing)
         return;
-    Places places(*this);
-    class Painting
-    {
-    public:
-        Painting(RowSource*& painting, RowSource& rows) : m_painting(painting) { m_painting = &rows; }
-        ~Painting() { m_painting = nullptr; }
-        Painting(const Painting&) = delete;
-        Painting& operator=(const Painting&) = delete;
-
-    private:
-        RowSource*& m_painting;
-    } const painting(m_data->painting, places.rows);
-
+    const Painting painting(*this);
+    const Drawing drawing(m_data->drawing);
+    Places& places = painting.places;
     DrawBkgnd(dc, clip, GetPlainColor());
     CPen grid(m_data->gridPenStyle, 1, GetSystemColor(RVSC_GRID));
     const Selected pen(*dc, grid.GetSafeHandle());
@@ -301,14 +304,11 @@ void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVIT
         return;
     }
 
-    std::optional<Places> own;
-    if (!m_data->painting)
-        own.emplace(*this); // called by a subclass
-    RowSource& rows = m_data->painting ? *m_data->painting : own->rows;
-    report::Geometry geometry(m_data->view, rows);
+    const Painting painting(*this);
+    report::Geometry& geometry = painting.places.geometry;
     report::PlacedRow placed;
     placed.row = row;
-    placed.shape = rows.ShapeOf(row);
+    placed.shape = painting.places.rows.ShapeOf(row);
     const int left = rowRect.left - geometry.Indentation(placed.shape);
     placed.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
     for (report::PlacedCell cell; geometry.Next(placed, cell) && cell.rect.left < clipRect.right;)
@@ -323,12 +323,9 @@ void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVIT
 void CReportCtrl::DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected)
 {
     _RVITEM cell;
-    std::optional<Places> own;
-    if (!m_data->painting)
-        own.emplace(*this);
-    RowSource& rows = m_data->painting ? *m_data->painting : own->rows;
+    const Painting painting(*this);
     std::string text = std::move(m_data->drawn); // its memory is used again
-    if (!rows.ReadCell(row, subitem, cell, text))
+    if (!painting.places.rows.ReadCell(row, subitem, cell, text))
         return;
     const report::Selection& selection = m_data->selection;
     const bool focused = m_data->hasFocus && row == selection.focusRow && column == selection.focusColumn &&
@@ -352,7 +349,8 @@ void CReportCtrl::DrawCell(CDC* dc, int row, int column, int subitem, const CRec
 
 void CReportCtrl::DrawPreview(CDC* dc, const CRect& rect, int row)
 {
-    RowSource::FetchedRow& fetched = m_data->painting->Row(row);
+    const Painting painting(*this);
+    RowSource::FetchedRow& fetched = painting.places.rows.Row(row);
     std::string preview = fetched.preview;
     _RVITEM item = fetched.item;
     item.text = preview.data();

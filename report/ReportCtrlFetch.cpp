@@ -115,13 +115,30 @@ void CReportCtrl::SetItemStruct(int item, structITEM& record)
         stored = record;
 }
 
+// Who asks; false without a parent. A paint, which asks for hundreds of items, asks the system but once.
+bool CReportCtrl::FillCallbackHeader(NMHDR& header)
+{
+    if (!m_hWnd)
+        return false;
+    NMHDR* const kept = m_data->painting ? &m_data->painting->rows.callbackHeader : nullptr;
+    if (kept && kept->hwndFrom == m_hWnd)
+    {
+        header = *kept;
+        return true;
+    }
+    if (!::GetParent(m_hWnd))
+        return false;
+    FillHeader(header, RVN_ITEMCALLBACK);
+    if (kept)
+        *kept = header;
+    return true;
+}
+
 int CReportCtrl::LoadItemData(structITEM* record, int item, int subitem, unsigned int mask)
 {
-    const HWND parent = m_hWnd ? ::GetParent(m_hWnd) : nullptr;
-    if (!parent)
-        return 0;
     _NMRVITEMCALLBACK callback = {};
-    callback.hdr = {m_hWnd, static_cast<UINT_PTR>(GetDlgCtrlID()), RVN_ITEMCALLBACK};
+    if (!FillCallbackHeader(callback.hdr))
+        return 0;
     callback.item.item = item;
     callback.item.subitem = subitem;
     callback.item.mask = mask;

@@ -1,7 +1,6 @@
 // What the report control tells its geometry, and whom it tells where things are.
 #include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
-#include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
 
@@ -117,10 +116,8 @@ int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecoration
     if (view.cell.hasText)
     {
         const bool bold = (view.item->state & RVIS_BOLD) != 0;
-        ::SelectObject(m_data->measuring, bold ? m_data->boldFont.GetSafeHandle() : m_data->font);
-        width = GraphicText(m_data->measuring)
+        width = (bold ? m_data->boldMeasures : m_data->fontMeasures)
                     .GetWidth(view.cell.text.data(), static_cast<int>(view.cell.text.size()));
-        ::SelectObject(m_data->measuring, ::GetStockObject(SYSTEM_FONT)); // ours may be deleted
     }
     rect->right = report::ContentsWidth(m_data->view, contents, width);
     return 1;

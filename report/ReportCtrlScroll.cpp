@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <tuple>
+#include <utility>
 
 namespace
 {
@@ -84,24 +86,46 @@ int CReportCtrl::EnsureVisibleColumn(int column)
 
 void CReportCtrl::UpdateScrollBars()
 {
-    Places places(*this);
+    const Painting painting(*this);
+    report::Geometry& geometry = painting.places.geometry;
     const report::View& view = m_data->view;
-    const report::RowRange whole = places.geometry.RowsFrom(view.topRow);
-    UpdateScrollBar(SB_VERT, GetRowCount(), whole.last - whole.first + 1, view.topRow);
-    UpdateScrollBar(SB_HORZ, places.geometry.RowWidth(), view.report.Width(), view.left);
+    const SCROLLINFO& shown = m_data->shown[SB_VERT];
+    int page = static_cast<int>(shown.nPage);
+    if (shown.nPos != view.topRow || shown.nMax != GetRowCount() - 1 ||
+        std::exchange(m_data->shownHeight, view.report.Height()) != view.report.Height())
+    {
+        const report::RowRange whole = geometry.RowsFrom(view.topRow);
+        page = whole.last - whole.first + 1;
+    }
+    UpdateScrollBar(SB_VERT, GetRowCount(), page, view.topRow);
+    UpdateScrollBar(SB_HORZ, geometry.RowWidth(), view.report.Width(), view.left);
 }
 
+// Drawing a scroll bar costs as much as painting all rows, and among many rows the thumb mostly stays where
+// it is: the bar is told, and drawn only when that has moved something.
 void CReportCtrl::UpdateScrollBar(int bar, int count, int page, int position)
 {
     SCROLLINFO& shown = m_data->shown[bar];
     const int last = std::max(0, count - 1);
     if (shown.nMax == last && shown.nPage == static_cast<UINT>(page) && shown.nPos == position)
-        return; // telling it again costs as much as a repaint
+        return;
+    SCROLLINFO before = shown;
     shown.nMax = last;
     shown.nPage = static_cast<UINT>(page);
     shown.nPos = position;
     SCROLLINFO info = shown;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    before.fMask = info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    const auto look = [this, bar] {
+        SCROLLBARINFO drawn = {};
+        drawn.cbSize = sizeof(drawn);
+        ::GetScrollBarInfo(m_hWnd, bar == SB_VERT ? OBJID_VSCROLL : OBJID_HSCROLL, &drawn);
+        return std::tuple(drawn.xyThumbTop, drawn.xyThumbBottom, drawn.rgstate[0]);
+    };
+    const auto old = look();
+    SetScrollInfo(bar, &info, FALSE);
+    if (look() == old)
+        return;
+    SetScrollInfo(bar, &before, FALSE); // without a change nothing would be drawn
     SetScrollInfo(bar, &info);
 }
 
@@ -192,7 +216,7 @@ void CReportCtrl::Redraw()
     if (!m_hWnd || !m_data->redraw || m_data->invalid.all)
         return;
     m_data->invalid.all = true;
-    InvalidateRect(nullptr, FALSE);
+    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
 }
 
 void CReportCtrl::RedrawRows(int first, int last, int update)

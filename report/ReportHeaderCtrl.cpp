@@ -82,12 +82,13 @@ void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
 std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
 {
     std::vector<report::Column> columns;
-    const int count = m_hWnd ? GetItemCount() : 0;
-    for (int column = 0; column < count; ++column)
+    if (!m_hWnd)
+        return columns;
+    for (const int index : GetOrder())
     {
         HDITEM item = {};
         item.mask = HDI_WIDTH | HDI_LPARAM;
-        if (GetItem(OrderToIndex(column), &item))
+        if (GetItem(index, &item))
             columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
     }
     return columns;

@@ -17,7 +17,9 @@ constexpr int kTextMax = 65536;
 struct Scratch
 {
     report::Item item;
-    std::string undefined; // the item's cells before LoadItemData
+    std::string undefined; // the item's cells before LoadItemData,
+    std::string field;     // so many of this one
+    int fields = -1;
     int subitem = -1;
     report::Cell cell; // the answer for `subitem`, with `cellText`; good when `handedOn`
     std::string cellText;
@@ -99,8 +101,14 @@ CReportCtrl::structITEM& CReportCtrl::GetItemStruct(int item, int subitem, unsig
     Scratch& scratch = Current();
     scratch.handOn = std::exchange(handOnWanted, false);
     scratch.handedOn = false;
-    report::ResetCells(scratch.item.cells, GetSubItemCount());
-    scratch.undefined = scratch.item.cells.c_str();
+    if (scratch.fields != GetSubItemCount() || scratch.field != report::UndefinedField() ||
+        scratch.undefined != scratch.item.cells.c_str())
+    {
+        scratch.fields = GetSubItemCount();
+        scratch.field = report::UndefinedField();
+        report::ResetCells(scratch.item.cells, scratch.fields);
+        scratch.undefined = scratch.item.cells.c_str();
+    }
     const Level level;
     const int loaded = LoadItemData(&scratch.item, item, subitem, mask | RVIM_TEXTCOLOR);
     return loaded ? scratch.item : m_data->items.At(RVI_DEFAULT);

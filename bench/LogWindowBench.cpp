@@ -1,6 +1,7 @@
 #include "LogWindowBench.h"
 #include "BenchMemory.h"
 #include "LogFiles.h"
+#include "ShownWindow.h"
 
 #include "QmLogReader.h"
 #include "QmLogTextCtrl.h"
@@ -67,27 +68,6 @@ HWND CreateListView(const Frame& frame, int rows)
     return list;
 }
 
-void Repaint(HWND hwnd)
-{
-    ::RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE | RDW_ALLCHILDREN);
-}
-
-// A key, and what it changes painted.
-void Press(HWND hwnd, WPARAM key)
-{
-    ::SendMessage(hwnd, WM_KEYDOWN, key, 0);
-    ::UpdateWindow(hwnd);
-}
-
-// Only the shown window of the two paints.
-void Show(HWND shown, HWND hidden)
-{
-    ::ShowWindow(hidden, SW_HIDE);
-    ::ShowWindow(shown, SW_SHOW);
-    ::SetFocus(shown);
-    ::UpdateWindow(shown);
-}
-
 // Opens the log folder's session and shows its last screen.
 void Open(CQmLogTextCtrl& text, Frame& frame)
 {
@@ -108,20 +88,15 @@ void MeasurePainting(const Options& options, Frame& frame, Report& report)
     const HWND list = CreateListView(frame, text.GetRowCount());
 
     const unsigned rounds = options.quick ? 3 : 51;
-    const auto variant = [](HWND shown, HWND hidden, unsigned times, const auto& action) {
-        return Variant{times, [=] {
-                           Show(shown, hidden);
-                           for (unsigned i = 0; i < times; ++i)
-                               action(shown);
-                       }};
-    };
-    const auto compare = [&](const char* name, unsigned times, double goal, const auto& action) {
-        const Comparison comparison({variant(list, text, times, action), variant(text, list, times, action)},
-                                    rounds);
+    const auto compare = [&](const char* name, double goal, const auto& action) {
+        const auto variant = [&action](HWND hwnd) {
+            return WhenShown(hwnd, 20, [&action, hwnd] { action(hwnd); });
+        };
+        const Comparison comparison({variant(list), variant(text)}, rounds);
         report.Add({name, comparison.Time(1), "us", "the list view", comparison.Ratio(1), goal});
     };
-    compare("full repaint", 20, 0.8, Repaint);
-    compare("page down", 20, 0.9, [](HWND hwnd) { Press(hwnd, VK_NEXT); });
+    compare("full repaint", 0.8, Repaint);
+    compare("page down", 0.9, [](HWND hwnd) { Press(hwnd, VK_NEXT); });
     ::DestroyWindow(list);
 
     if (!options.quick)

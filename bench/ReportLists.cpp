@@ -12,8 +12,6 @@ namespace bench
 namespace
 {
 
-constexpr int kWidth = 1000;
-constexpr int kHeight = 740;
 constexpr int kColumnWidth = 190;
 
 // Each step can be undone, so that different numbers stay different.
@@ -120,6 +118,9 @@ CallbackList::CallbackList(Frame& frame, int count) : ReportList(frame, RVS_CALL
 __int64 CallbackList::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
 {
     _RVITEM& item = reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item;
+    item.mask = 0;
+    if (item.subitem < 0)
+        return 0; // no previews
     const CellText text = MakeText(item.item, item.subitem);
     std::memcpy(item.text, text.data(), text.size());
     item.mask = RVIM_TEXT;

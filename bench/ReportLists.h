@@ -14,6 +14,10 @@ namespace bench
 
 constexpr int kColumns = 5;
 
+// Of all lists, in pixels.
+constexpr int kWidth = 1000;
+constexpr int kHeight = 740;
+
 // The text of a cell: 27 bytes and a NUL, no two alike, in no order.
 using CellText = std::array<char, 28>;
 CellText MakeText(int row, int column);
@@ -65,6 +69,7 @@ public:
     ListView& operator=(const ListView&) = delete;
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    HWND Window() const { return m_hwnd; }
     int Count() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
 
     void SetRedraw(BOOL redraw) const { Send(WM_SETREDRAW, static_cast<WPARAM>(redraw)); }

@@ -115,7 +115,7 @@ private:
         constexpr int kShown = 20;
         const Comparison shown(
             {{kShown, [&] { view.Append(kShown); }}, {kShown, [&] { list.Append(kShown); }}}, Rounds(5));
-        Judge("insert a row, shown at once", shown, "the list view", 1.0);
+        Judge("insert a row, drawing switched on", shown, "the list view", 1.0);
     }
 
     // Texts that are not there yet: the list view leaves equal ones alone.

@@ -11,11 +11,13 @@
 #include <vector>
 
 class CReportHeaderCtrl;
+class CReportSubItemListCtrl;
 
 namespace report
 {
 class RowMap;
 struct Cell;
+struct RowRange;
 } // namespace report
 
 // Styles of the control.
@@ -54,19 +56,6 @@ constexpr UINT RVN_ITEMRCLICK = static_cast<UINT>(-2061);
 constexpr UINT RVN_EDITTEXT = static_cast<UINT>(-2062);
 constexpr UINT RVN_ITEMDRAW = static_cast<UINT>(-2063);
 constexpr UINT RVN_HEADERRCLICK = static_cast<UINT>(-2066);
-
-// Where a point lies (_RVHITTESTINFO::flags). The last four may combine.
-constexpr UINT RVHT_NOWHERE = 0x0001;
-constexpr UINT RVHT_ONITEMIMAGE = 0x0002;
-constexpr UINT RVHT_ONITEMCHECK = 0x0004;
-constexpr UINT RVHT_ONITEMTEXT = 0x0008;
-constexpr UINT RVHT_ONITEMPREVIEW = 0x0010;
-constexpr UINT RVHT_ONITEMTREEBOX = 0x0020;
-constexpr UINT RVHT_ONFIXEDROW = 0x0040;
-constexpr UINT RVHT_ABOVE = 0x0100;
-constexpr UINT RVHT_BELOW = 0x0200;
-constexpr UINT RVHT_TORIGHT = 0x0400;
-constexpr UINT RVHT_TOLEFT = 0x0800;
 
 struct _RVHITTESTINFO
 {
@@ -112,7 +101,9 @@ struct _NMRVITEMCALLBACK
 };
 static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMCALLBACK) == 96);
 
-// RVN_ITEMDRAW: an owner-drawn cell is about to be painted.
+// RVN_ITEMDRAW: an owner-drawn cell is about to be painted, in its rectangle. RVN_ITEMDRAWPREVIEW: a preview
+// is, in the rectangle below its item's line; the device context has the preview's colour and font, and a
+// non-zero answer keeps the control from drawing the text.
 struct _NMRVITEMDRAW
 {
     NMHDR hdr;
@@ -134,10 +125,36 @@ constexpr unsigned __int64 RVP_CELLSEPARATOR = 8;    // a byte that no text cont
 constexpr unsigned __int64 RVP_SHOWPREVIEW = 9;      // flag
 constexpr unsigned __int64 RVP_DOUBLEBUFFER = 10;    // flag: painted off the screen and copied in one piece
 constexpr unsigned __int64 RVP_TREESTYLE = 11;       // 0, 1 or 2
-constexpr unsigned __int64 RVP_VALUE = 12;           // kept
+constexpr unsigned __int64 RVP_IMAGEMODE = 12;       // RVIB_*: how images of selected and focused rows look
 constexpr unsigned __int64 RVP_COLOR = 13;           // COLORREF; kept
 constexpr unsigned __int64 RVP_STRINGSEPARATOR = 14; // a byte; of all controls
 constexpr unsigned __int64 RVP_TREEINDENT = 15;      // const char*: an indentation level in GetItemString
+
+// Values of RVP_IMAGEMODE: the share of the highlight colour in the images of selected rows, and of the
+// window's colour in those of the focused row.
+constexpr __int64 RVIB_NONE = 0;
+constexpr __int64 RVIB_BLEND25 = 1;
+constexpr __int64 RVIB_BLEND50 = 2;
+
+// The system's colours that a control is drawn in (GetSystemColor).
+constexpr int RVSC_WINDOW = 0;
+constexpr int RVSC_HIGHLIGHT = 1;
+constexpr int RVSC_INACTIVEHIGHLIGHT = 2; // selected rows without the focus
+constexpr int RVSC_TEXT = 3;
+constexpr int RVSC_HIGHLIGHTTEXT = 4;
+constexpr int RVSC_INACTIVEHIGHLIGHTTEXT = 5;
+constexpr int RVSC_GRID = 6;
+constexpr int RVSC_FACE = 7;
+constexpr int RVSC_LIGHT = 8;
+constexpr int RVSC_SHADOW = 9;
+constexpr int RVSC_HIGHLIGHTEDGE = 10; // of the fixed row, left and top
+constexpr int RVSC_DARKSHADOW = 11;    // of the fixed row, right and bottom
+constexpr int RVSC_COUNT = 12;
+
+// What GetRowRect and GetItemRect answer: a row with its preview, a cell of its line; or what editing a cell
+// starts from, which is the same.
+constexpr unsigned RVRC_WHOLE = 0;
+constexpr unsigned RVRC_EDIT = 3;
 
 // Actions of Expand.
 constexpr unsigned RVE_COLLAPSE = 1;
@@ -274,8 +291,6 @@ public:
     int GetSubItemWidth(int subitem);      // pixels; invalid argument outside the definitions
     int SetSubItemWidth(int subitem, int width);
 
-    CReportHeaderCtrl* GetHeaderCtrl();
-
     // ---- Colours and images
 
     // The colour table that items refer to by index. An index beyond the end fills what lies between with
@@ -347,33 +362,132 @@ public:
     // RVS_CALLBACK.
     int FindItem(_RVFINDINFO* info, int subitem, int start);
 
+    // ---- Header
+
+    // Hiding the header takes the fixed row away too; showing it adds the fixed row when only previews are
+    // shown.
+    void SetShowHeader(int show);
+    int GetShowHeader();
+    CReportHeaderCtrl* GetHeaderCtrl();
+    int GetHeaderWidth(); // pixels: of its rectangle, not of the columns
+
+    // The list of hidden subitems that columns are dragged to and from; null for none. Not owned: it detaches
+    // itself when it ends.
+    int SetReportSubItemListCtrl(CReportSubItemListCtrl* list);
+    CReportSubItemListCtrl* GetReportSubItemListCtrl();
+
     // ---- Focus and selection
 
-    int GetFocusRow();                           // -2 none, -1 the fixed row
-    int GetFocusColumn();                        // -1: the whole row
+    int GetCurrentFocus();                       // the row: -2 none, -1 the fixed row
+    int GetCurrentFocusColumn();                 // -1: the whole row
     void GetSelectedRows(int* first, int* last); // `last` before `first` when none is
 
     // Moves the focus to `row` and, with `select`, the selection to the rows between `row` and `anchor`. With
     // `toggle`, a row that is the only selected one is taken out; `add` leaves the rows a selection has.
     // There is one range. Nothing happens for row -1 or without rows.
     virtual void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw);
+    void SelectAll();
+
+    // Puts the focus on a cell, with -1 on the whole row, and leaves the selection alone. Row -1 is the fixed
+    // row. 0 outside rows and columns.
+    int AdjustFocus(int row, int column);
+
+    // Move the focus by a page, as the keys do.
+    void PageUp();
+    void PageDown();
+
+    // Swap a row with its neighbour; the focus goes with it. 0 at the ends, with RVS_CALLBACK, and during a
+    // sort.
+    int MoveUp(int row);
+    int MoveDown(int row);
+    int HaveRowsMoved(); // by these two, ever
 
     // ---- Layout and scrolling
 
     void Layout(int cx, int cy);
     int SetItemHeight(int height); // pixels, up to 32,767
     int GetItemHeight();
+
+    // FALSE hides the items' lines and shows their previews alone; TRUE shows the lines and no previews.
+    void SetShowReport(int show);
+    int GetShowReport();
+
+    // Have rows painted anew; `update` at once. `last` RVI_NONE: only the first.
     void RedrawRows(int first, int last, int update);
-    void RedrawItems(int first, int last);   // `last` -2: only the first
-    int ScrollWindow(int bar, int position); // 0 horizontal, in pixels; 1 vertical, in rows
+    void RedrawItems(int first, int last);
+
+    // 0 horizontal, in pixels; 1 vertical, in rows. Positions are cut to the width of the rows and their
+    // count. `trackPosition` asks for where the thumb is being dragged to.
+    int ScrollWindow(int bar, int position);
     int GetScrollPos32(int bar, int trackPosition = 0);
     int SetScrollPos32(int bar, int position, int redraw);
+
+    // ---- Geometry, in client pixels
+
+    // The height of a row with its preview. False when there is no such row.
+    bool GetRowHeight(int row, int& height);
+
+    // What a cell's contents need, from (0, 0): text between margins and, but for `noDecorations`, image and
+    // check box. 1.
+    int MeasureItem(int item, int subitem, RECT* rect, int noDecorations);
+
+    // RVRC_*; a row (column or subitem -1) or a cell; the fixed row for row -1. 0 when there is no such
+    // column and when none of the row is in view.
+    int GetRowRect(int row, int column, RECT* rect, unsigned int part);
+    int GetItemRect(int item, int subitem, RECT* rect, unsigned int part);
+
+    int GetTopIndex(); // the first row shown
+
+    // The rows seen whole when `fromRow` is the first of them, or with `reverse` the last; at least that
+    // one. Their number.
+    int GetVisibleRows(int fromRow, int* first, int* last, int reverse);
+    int GetVisibleCount(int partly);          // rows seen whole; `partly` counts one that is cut, too
+    int IsItemVisible(int item, int subitem); // some of it; subitem -1: of its row
+    // Scrolls no more than needed; EnsureVisible rows alone, whatever the subitem. 0 when no row shows the
+    // item.
+    int EnsureVisible(int item, int subitem);
+    int EnsureVisibleColumn(int column);     // ignored when there is no such column
+    int HitTest(_RVHITTESTINFO* info);       // fills `info` from its point; the item, RVI_NONE for none
+    COLORREF GetSystemColor(int slot) const; // RVSC_*
 
     // Sends a notification to the parent; its answer. 0 when its code is switched off (RVP_NOTIFYMASK) or
     // there is no parent.
     virtual LRESULT Notify(_NMREPORTVIEW* notification);
 
 protected:
+    // ---- Drawing. Overrides may draw what they like; nothing here may destroy items or columns.
+
+    // One cell, within its margins: image, check box and text, from left to right.
+    virtual void DrawItem(CDC* dc, CRect rect, _RVITEM* item);
+
+    // All that lies in the device context's clip box, but for the header.
+    virtual void DrawCtrl(CDC* dc);
+
+    // A row: its background and the cells of its line. `rowRect` has the preview too and begins behind the
+    // tree's indentation; `odd` and `fixed` are flags.
+    virtual void DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVITEM* item, int odd, int fixed);
+
+    // These answer the width that they used; 0 when they drew nothing and want no room.
+    virtual int DrawTreeBox(CDC* dc, CRect rect, int expanded);
+    virtual int DrawImage(CDC* dc, CRect rect, _RVITEM* item);
+    virtual int DrawCheck(CDC* dc, CRect rect, _RVITEM* item);
+    virtual int DrawText(CDC* dc, CRect rect, _RVITEM* item);
+
+    // A colour, or the picture behind the rows.
+    virtual void DrawBkgnd(CDC* dc, CRect rect, unsigned long color);
+
+    // Reads the colours of GetSystemColor anew.
+    virtual void GetSysColors();
+
+    // Lines a notch of the wheel; 0xFFFFFFFF for a page. 3 when the system has no such setting.
+    virtual unsigned int GetMouseScrollLines();
+
+    // Starts editing a cell; 1 when an edit is active afterwards. `key` is what started it, 1 for the mouse.
+    // The control brings no editor: it answers 0.
+    virtual int BeginEdit(int row, int column, unsigned int key);
+
+    // ---- Data and notifications
+
     // Called by Create and when a window is subclassed: makes the child windows. FALSE when they fail.
     virtual BOOL CreateCommon();
 
@@ -425,19 +539,54 @@ protected:
 
     void PreSubclassWindow() override;
 
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnPaint();
     afx_msg void OnSize(UINT type, int cx, int cy);
+    afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* bar);
+    afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* bar);
+    afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+    afx_msg void OnMouseHWheel(UINT flags, short delta, CPoint point);
+    afx_msg void OnSysColorChange();
+    afx_msg void OnSettingChange(UINT flags, LPCSTR section);
+    afx_msg BOOL OnQueryNewPalette();
+    afx_msg void OnPaletteChanged(CWnd* changed);
+    afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
+    afx_msg LRESULT OnGetFont(WPARAM, LPARAM);
+    afx_msg UINT OnGetDlgCode();
+    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    afx_msg void OnChar(UINT key, UINT repeat, UINT flags);
+    afx_msg void OnLButtonDown(UINT flags, CPoint point);
+    afx_msg void OnLButtonUp(UINT flags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
+    afx_msg void OnRButtonDown(UINT flags, CPoint point);
+    afx_msg void OnMouseMove(UINT flags, CPoint point);
+    afx_msg void OnCaptureChanged(CWnd* wnd);
+    afx_msg void OnTimer(UINT_PTR id);
+    afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
+    afx_msg void OnSetFocus(CWnd* old);
+    afx_msg void OnKillFocus(CWnd* focused);
+    afx_msg void OnHdnItemClick(NMHDR* header, LRESULT* result);
+    afx_msg void OnHdnItemChanged(NMHDR* header, LRESULT* result);
+    afx_msg void OnHdnEndDrag(NMHDR* header, LRESULT* result);
+    afx_msg void OnHdnDividerDblClick(NMHDR* header, LRESULT* result);
+    afx_msg void OnHeaderRClick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
 private:
     friend class Busy;
+    friend class CReportSubItemListCtrl; // which shows captions
     friend class SortRun;
     struct Data;
     struct ItemView;
+    struct Places;
+    class Painting;
+    class RowSource;
+    class InputPort;
 
     bool ReadItem(int item, int subitem, unsigned int mask, ItemView& view);
     structITEM& FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell);
     void FillHeader(NMHDR& header, unsigned int code);
+    bool FillCallbackHeader(NMHDR& header);
 
     // Makes the rows anew when the tree has changed; so does every look at them.
     report::RowMap& Rows();
@@ -451,9 +600,39 @@ private:
     void SortFlatRows(int subitem, int ascending);
     void AddSortKey(int item, int subitem);
     void LayoutClient();
+    void FitColumn(int subitem);
+    void PlaceHeader();
     void ShowRow(int row);
-    int GetRowHeight(int row);
+    void FitScrolling();
+    void UpdateScrollBars();
+    void UpdateScrollBar(int bar, int count, int page, int position);
+    void Scroll(int bar, UINT code);
     void Redraw();
+    void InvalidateRowRange(report::RowRange rows);
+    void ReadSystem();
+    void UseFont(HFONT font);
+
+    // Painting
+    COLORREF GetPlainColor() const;
+    COLORREF GetTextColorOf(int index, bool selected) const;
+    bool IsRowSelected(int row) const;
+    void DrawFixedRow(CDC* dc, const CRect& clip, Places& places);
+    int DrawRows(CDC* dc, const CRect& clip, Places& places);
+    void DrawRowFocus(CDC* dc, CRect rect);
+    void DrawGrid(CDC* dc, const CRect& clip, Places& places, int bottom);
+    void DrawEmptyText(CDC* dc);
+    void DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected);
+    void DrawPreview(CDC* dc, const CRect& rect, int row);
+    bool NotifyDraw(CDC* dc, _RVITEM* cell, const CRect& rect);
+    void DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, int height, UINT style,
+                       int blend);
+
+    // Input
+    void HandleClick(const _RVHITTESTINFO& hit, UINT flags);
+    void ToggleBox(const _RVHITTESTINFO& hit);
+    void DragSelection(CPoint point);
+    bool NotifyKey(UINT key);
+    int MoveDown(int row, int moved);
 
     int SetBackground(HANDLE bitmap, bool none);
 

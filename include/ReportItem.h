@@ -91,6 +91,19 @@ struct _RVFINDINFO
 };
 static_assert(sizeof(void*) != 8 || (sizeof(_RVFINDINFO) == 32 && offsetof(_RVFINDINFO, itemData) == 24));
 
+// Where a point lies (_RVHITTESTINFO::flags). The last four may combine.
+constexpr std::uint32_t RVHT_NOWHERE = 0x0001;
+constexpr std::uint32_t RVHT_ONITEMIMAGE = 0x0002;
+constexpr std::uint32_t RVHT_ONITEMCHECK = 0x0004;
+constexpr std::uint32_t RVHT_ONITEMTEXT = 0x0008;
+constexpr std::uint32_t RVHT_ONITEMPREVIEW = 0x0010;
+constexpr std::uint32_t RVHT_ONITEMTREEBOX = 0x0020;
+constexpr std::uint32_t RVHT_ONFIXEDROW = 0x0040;
+constexpr std::uint32_t RVHT_ABOVE = 0x0100;
+constexpr std::uint32_t RVHT_BELOW = 0x0200;
+constexpr std::uint32_t RVHT_TORIGHT = 0x0400;
+constexpr std::uint32_t RVHT_TOLEFT = 0x0800;
+
 // An item's place in the tree. Siblings form a list; top-level items hang under the control's root.
 struct _TREEITEM
 {

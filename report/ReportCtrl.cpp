@@ -1,13 +1,15 @@
 // The report control: its life, styles, properties and layout.
+#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
 
 #include <algorithm>
-#include <climits>
+#include <cstdlib>
 
 namespace
 {
 
 constexpr char kWindowClass[] = "QmReportCtrl";
+constexpr UINT kHeaderId = 0;
 constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
 
 void RegisterWindowClass()
@@ -29,18 +31,53 @@ void RegisterWindowClass()
 } // namespace
 
 BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
+    ON_WM_ERASEBKGND()
     ON_WM_PAINT()
     ON_WM_SIZE()
+    ON_WM_HSCROLL()
+    ON_WM_VSCROLL()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_MOUSEHWHEEL()
+    ON_WM_SYSCOLORCHANGE()
+    ON_WM_SETTINGCHANGE()
+    ON_WM_QUERYNEWPALETTE()
+    ON_WM_PALETTECHANGED()
+    ON_MESSAGE(WM_SETFONT, &CReportCtrl::OnSetFont)
+    ON_MESSAGE(WM_GETFONT, &CReportCtrl::OnGetFont)
+    ON_WM_GETDLGCODE()
+    ON_WM_KEYDOWN()
+    ON_WM_CHAR()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_MOUSEMOVE()
+    ON_WM_CAPTURECHANGED()
+    ON_WM_TIMER()
+    ON_WM_CONTEXTMENU()
+    ON_WM_SETFOCUS()
+    ON_WM_KILLFOCUS()
+    ON_NOTIFY(HDN_ITEMCLICKA, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCLICKW, kHeaderId, &CReportCtrl::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCHANGEDA, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ITEMCHANGEDW, kHeaderId, &CReportCtrl::OnHdnItemChanged)
+    ON_NOTIFY(HDN_ENDDRAG, kHeaderId, &CReportCtrl::OnHdnEndDrag)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKA, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(HDN_DIVIDERDBLCLICKW, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
+    ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
 END_MESSAGE_MAP()
 
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
 {
     RegisterWindowClass();
-    m_data->font.CreateStockObject(DEFAULT_GUI_FONT);
+    m_data->measuring.CreateCompatibleDC(nullptr);
+    UseFont(m_data->font);
+    ReadSystem();
 }
 
 CReportCtrl::~CReportCtrl()
 {
+    SetReportSubItemListCtrl(nullptr);
     DestroyWindow(); // while what its last messages ask for is still there
 }
 
@@ -68,13 +105,18 @@ BOOL CReportCtrl::CreateCommon()
     SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
     ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->style = GetStyle();
-    m_data->invalid = false;
+    m_data->invalid = {};
+    m_data->shown[SB_HORZ] = m_data->shown[SB_VERT] = {};
+    m_data->hasFocus = false;
     const CRect nowhere;
-    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ, nowhere, this, 0))
+    if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,
+                               kHeaderId))
         return FALSE;
-    m_data->header.SetFont(&m_data->font);
+    m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), FALSE);
+    ReadSystem();
     m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
     LayoutClient();
+    m_data->RefreshSubItemList();
     return TRUE;
 }
 
@@ -88,14 +130,15 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     const bool isTree = (GetStyle() & RVS_TREEMASK) != 0;
     if ((changed & RVS_CALLBACK) || wasTree != isTree) // the rows are other ones
     {
-        SetState(GetFocusRow(), 0, RVIS_FOCUSED);
+        SetState(GetCurrentFocus(), 0, RVIS_FOCUSED);
         ForgetSelection();
     }
     m_data->style = GetStyle();
     if (wasTree != isTree)
         ShowAllItems();
     if (changed & RVS_HORIZONTALGRID)
-        m_data->itemHeight += m_data->style & RVS_HORIZONTALGRID ? 1 : -1;
+        m_data->view.itemHeight =
+            std::max(0, m_data->view.itemHeight + (m_data->style & RVS_HORIZONTALGRID ? 1 : -1));
     if (changed & old & RVS_CELLFOCUS)
         m_data->selection.focusColumn = -1;
     LayoutClient();
@@ -114,10 +157,13 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
     switch (id)
     {
     case RVP_MARGIN:
-        m_data->margin = static_cast<int>(value);
+        if (value < 0 || value > kMaxHeight)
+            return 0;
+        m_data->view.margin = static_cast<int>(value);
         break;
     case RVP_CHECKSIZE:
-        m_data->checkSize = CSize(static_cast<int>(value & 0xFFFF), static_cast<int>(value >> 16 & 0xFFFF));
+        m_data->view.checkWidth = static_cast<int>(value & 0xFFFF);
+        m_data->checkHeight = static_cast<int>(value >> 16 & 0xFFFF);
         break;
     case RVP_EMPTYTEXT:
         m_data->emptyText = text;
@@ -126,7 +172,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         m_data->gridPenStyle = grids[value];
         break;
     case RVP_SORTCAPTION:
-        m_data->sortCaption = text;
+        m_data->header.SetSortCaption(text);
         break;
     case RVP_NOTIFYMASK:
         m_data->notifyMask = static_cast<DWORD>(value);
@@ -138,7 +184,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
             return 0;
         break;
     case RVP_SHOWPREVIEW:
-        m_data->showPreview = value != 0;
+        m_data->view.showPreviews = value != 0;
         break;
     case RVP_DOUBLEBUFFER:
         m_data->doubleBuffer = value != 0;
@@ -146,8 +192,8 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
     case RVP_TREESTYLE:
         m_data->treeStyle = trees[value];
         break;
-    case RVP_VALUE:
-        m_data->value = value;
+    case RVP_IMAGEMODE:
+        m_data->imageMode = value;
         break;
     case RVP_COLOR:
         m_data->color = static_cast<COLORREF>(value);
@@ -181,118 +227,150 @@ void CReportCtrl::Layout(int cx, int cy)
     CRect rect(0, 0, cx, cy);
     WINDOWPOS position = {};
     HDLAYOUT layout = {&rect, &position};
-    if (!(m_data->style & RVS_NOHEADER) &&
-        m_data->header.Layout(&layout)) // takes its height off the rectangle
-        ::SetWindowPos(m_data->header, position.hwndInsertAfter, position.x, position.y, position.cx,
-                       position.cy, position.flags | SWP_SHOWWINDOW);
-    else
-        m_data->header.ShowWindow(SW_HIDE);
-    if (m_data->style & RVS_FIXEDROW)
-        rect.top += m_data->itemHeight + 2 * ::GetSystemMetrics(SM_CYFIXEDFRAME);
-    m_data->reportRect = rect;
-    ScrollWindow(SB_HORZ, m_data->left);
-    ScrollWindow(SB_VERT, m_data->topRow);
+    const bool hasHeader = !(m_data->style & RVS_NOHEADER) && m_data->header.Layout(&layout);
+    m_data->view.fixedFrame = ::GetSystemMetrics(SM_CYFIXEDFRAME);
+    report::LayOut(m_data->view, cx, cy, hasHeader ? position.cy : 0, (m_data->style & RVS_FIXEDROW) != 0);
+    m_data->shownHeight = -1; // rows may be of another height
+    FitScrolling();
+    PlaceHeader();
     Redraw();
+}
+
+// Where the columns are scrolled to; its right end reaches at least to that of the client area.
+void CReportCtrl::PlaceHeader()
+{
+    const report::Rect& place = m_data->view.header;
+    const int left = m_data->view.left;
+    m_data->header.SetWindowPos(nullptr, -left, place.top, place.Width() + left, place.Height(),
+                                SWP_NOZORDER | SWP_NOACTIVATE |
+                                    (place.Height() > 0 ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
 int CReportCtrl::SetItemHeight(int height)
 {
     if (height < 0 || height > kMaxHeight)
         return 0;
-    m_data->itemHeight = height;
+    m_data->view.itemHeight = height;
     LayoutClient();
     return 1;
 }
 
 int CReportCtrl::GetItemHeight()
 {
-    return m_data->itemHeight;
+    return m_data->view.itemHeight;
 }
 
-int CReportCtrl::GetRowHeight(int row)
+void CReportCtrl::SetShowReport(int show)
 {
-    if (!m_data->showPreview)
-        return m_data->itemHeight;
-    const structITEM& item = GetItemStruct(GetItemFromRow(row), -1, RVIM_PREVIEWHEIGHT);
-    return m_data->itemHeight + std::clamp(item.previewHeight, 0, kMaxHeight);
+    m_data->view.showLines = show != 0;
+    m_data->view.showPreviews = show == 0;
+    LayoutClient();
 }
 
-void CReportCtrl::ShowRow(int row)
+int CReportCtrl::GetShowReport()
 {
-    if (row < 0)
-        return;
-    // The first row that may be at the top while the whole of `row` is still seen, if there is room for it.
-    int top = row;
-    for (__int64 room = m_data->reportRect.Height() - GetRowHeight(row); top > 0; --top)
-    {
-        room -= GetRowHeight(top - 1);
-        if (room < 0)
-            break;
-    }
-    ScrollWindow(SB_VERT, std::clamp(m_data->topRow, top, row));
-}
-
-int CReportCtrl::ScrollWindow(int bar, int position)
-{
-    return SetScrollPos32(bar, position, 1);
-}
-
-int CReportCtrl::GetScrollPos32(int bar, int)
-{
-    return bar == SB_HORZ ? m_data->left : m_data->topRow;
-}
-
-int CReportCtrl::SetScrollPos32(int bar, int position, int redraw)
-{
-    int& present = bar == SB_HORZ ? m_data->left : m_data->topRow;
-    if (bar == SB_VERT && m_data->rowsInvalid && position == present)
-        return 1; // it is cut to the rows when they are made
-    const int most = bar == SB_HORZ
-                         ? std::max<int>(m_data->header.GetTotalWidth(), m_data->reportRect.Width())
-                         : GetRowCount();
-    const int wanted = std::clamp(position, 0, most);
-    if (present == wanted)
-        return 1;
-    present = wanted;
-    if (redraw)
-        Redraw();
-    return 1;
-}
-
-void CReportCtrl::SetRedraw(int redraw)
-{
-    m_data->redraw = redraw != 0;
-    Redraw();
-}
-
-// Every invalidation is a call to the system's server: one does until the next paint.
-void CReportCtrl::Redraw()
-{
-    if (!m_hWnd || !m_data->redraw || m_data->invalid)
-        return;
-    m_data->invalid = true;
-    InvalidateRect(nullptr);
-}
-
-void CReportCtrl::RedrawRows(int, int, int update)
-{
-    Redraw();
-    if (update && m_hWnd && m_data->redraw)
-        UpdateWindow();
-}
-
-void CReportCtrl::RedrawItems(int, int)
-{
-    Redraw();
-}
-
-void CReportCtrl::OnPaint()
-{
-    m_data->invalid = false;
-    Default();
+    return m_data->view.showLines;
 }
 
 void CReportCtrl::OnSize(UINT, int cx, int cy)
 {
     Layout(cx, cy);
+}
+
+// ---- The system's colours, fonts and settings
+
+void CReportCtrl::ReadSystem()
+{
+    GetSysColors();
+    m_data->wheelLines = GetMouseScrollLines();
+    const HDC screen = ::GetDC(nullptr);
+    m_data->onPalette = (::GetDeviceCaps(screen, RASTERCAPS) & RC_PALETTE) != 0;
+    ::ReleaseDC(nullptr, screen);
+}
+
+void CReportCtrl::GetSysColors()
+{
+    const int sources[RVSC_COUNT] = {COLOR_WINDOW,     COLOR_HIGHLIGHT,     COLOR_BTNFACE,
+                                     COLOR_WINDOWTEXT, COLOR_HIGHLIGHTTEXT, COLOR_WINDOWTEXT,
+                                     COLOR_BTNFACE,    COLOR_BTNFACE,       COLOR_3DLIGHT,
+                                     COLOR_BTNSHADOW,  COLOR_BTNHIGHLIGHT,  COLOR_3DDKSHADOW};
+    std::transform(std::begin(sources), std::end(sources), m_data->systemColors, ::GetSysColor);
+}
+
+COLORREF CReportCtrl::GetSystemColor(int slot) const
+{
+    if (slot < 0 || slot >= RVSC_COUNT)
+        report::ThrowInvalidArgument();
+    return m_data->systemColors[slot];
+}
+
+unsigned int CReportCtrl::GetMouseScrollLines()
+{
+    constexpr unsigned kDefault = 3;
+    char text[129] = ""; // the value's 128 bytes at most, and a NUL
+    DWORD size = sizeof(text) - 1;
+    return ::RegGetValue(HKEY_CURRENT_USER, "Control Panel\\Desktop", "WheelScrollLines", RRF_RT_REG_SZ,
+                         nullptr, text, &size) == ERROR_SUCCESS
+               ? static_cast<unsigned>(std::strtoul(text, nullptr, 10))
+               : kDefault;
+}
+
+void CReportCtrl::OnSysColorChange()
+{
+    CWnd::OnSysColorChange();
+    GetSysColors();
+    Redraw();
+}
+
+void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
+{
+    CWnd::OnSettingChange(flags, section);
+    m_data->wheelLines = GetMouseScrollLines();
+}
+
+// The font is the owner's, null for the system's; its bold variant is made here.
+void CReportCtrl::UseFont(HFONT font)
+{
+    m_data->font = font ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    LOGFONT description = {};
+    ::GetObject(m_data->font, sizeof(description), &description);
+    description.lfWeight = FW_BOLD;
+    m_data->boldFont.DeleteObject();
+    m_data->boldFont.CreateFontIndirect(&description);
+    const auto measure = [this](HGDIOBJ object) {
+        const HGDIOBJ old = ::SelectObject(m_data->measuring, object);
+        const GraphicFont measures(m_data->measuring);
+        ::SelectObject(m_data->measuring, old);
+        return measures;
+    };
+    m_data->fontMeasures = measure(m_data->font);
+    m_data->boldMeasures = measure(m_data->boldFont.GetSafeHandle());
+}
+
+LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)
+{
+    UseFont(reinterpret_cast<HFONT>(font));
+    if (m_data->header.m_hWnd)
+        m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), redraw);
+    LayoutClient();
+    return 0;
+}
+
+LRESULT CReportCtrl::OnGetFont(WPARAM, LPARAM)
+{
+    return reinterpret_cast<LRESULT>(m_data->font);
+}
+
+BOOL CReportCtrl::OnQueryNewPalette()
+{
+    if (!m_data->onPalette || !CreatePalette())
+        return FALSE;
+    Redraw();
+    return TRUE;
+}
+
+void CReportCtrl::OnPaletteChanged(CWnd* changed)
+{
+    if (m_data->onPalette && changed != this && CreatePalette())
+        Redraw();
 }

@@ -73,6 +73,13 @@ int CReportCtrl::SetColor(int index, COLORREF color)
     return made;
 }
 
+COLORREF CReportCtrl::Data::TableColor(int index) const
+{
+    const auto at = static_cast<std::size_t>(index);
+    const COLORREF plain = index >= 0 && at < colors.size() ? colors[at] : 0;
+    return onPalette ? PALETTERGB(GetRValue(plain), GetGValue(plain), GetBValue(plain)) : plain;
+}
+
 COLORREF CReportCtrl::GetColor(int index)
 {
     if (index < 0)
@@ -135,10 +142,17 @@ void CReportCtrl::SetImageList(CImageList* items, CImageList* checks)
         int cy = 0;
         return list && ::ImageList_GetIconSize(list->GetSafeHandle(), &cx, &cy) ? CSize(cx, cy) : none;
     };
+    const CSize image = sizeOf(items, CSize(0, 0));
+    m_data->view.imageWidth = image.cx;
+    m_data->imageHeight = image.cy;
+    if (checks || m_data->checkImages) // else boxes are drawn, and keep the size they were given
+    {
+        const CSize check = sizeOf(checks, CSize(8, 8));
+        m_data->view.checkWidth = check.cx;
+        m_data->checkHeight = check.cy;
+    }
     m_data->itemImages = items;
     m_data->checkImages = checks;
-    m_data->imageSize = sizeOf(items, CSize(0, 0));
-    m_data->checkSize = sizeOf(checks, CSize(8, 8));
     Redraw();
 }
 

@@ -40,7 +40,7 @@ HDITEM MakeHeaderItem(const report::SubItem& definition, int subitem)
 
 } // namespace
 
-int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int)
+int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     if (subitem < 0 || subitem > GetSubItemCount())
         report::ThrowInvalidArgument();
@@ -64,10 +64,12 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int)
     }
     m_data->header.RenumberSubItems(subitem, 1);
     Redraw();
+    if (list)
+        m_data->RefreshSubItemList();
     return subitem;
 }
 
-int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int)
+int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     if (subitem < 0 || subitem >= GetSubItemCount())
         report::ThrowInvalidArgument();
@@ -77,9 +79,11 @@ int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int)
     if (headerItem != CReportHeaderCtrl::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
     }
     Redraw();
+    if (list)
+        m_data->RefreshSubItemList();
     return subitem;
 }
 
@@ -87,11 +91,12 @@ int CReportCtrl::UndefineSubItem(int subitem)
 {
     if (subitem < 0 || subitem >= GetSubItemCount())
         return 0;
-    DeactivateSubItem(subitem);
+    DeactivateSubItem(subitem, 0);
     m_data->subitems.erase(m_data->subitems.begin() + subitem);
     m_data->items.RemoveField(subitem);
     m_data->header.RenumberSubItems(subitem + 1, -1);
     Redraw();
+    m_data->RefreshSubItemList();
     return 1;
 }
 
@@ -118,10 +123,11 @@ int CReportCtrl::ActivateSubItem(int subitem, int column)
     if (m_data->header.InsertColumn(place, item) == CReportHeaderCtrl::kNone)
         return -1;
     Redraw();
+    m_data->RefreshSubItemList();
     return place;
 }
 
-int CReportCtrl::DeactivateSubItem(int subitem, int)
+int CReportCtrl::DeactivateSubItem(int subitem, int list)
 {
     const int column = GetColumnFromSubItem(subitem);
     if (column < 0)
@@ -131,8 +137,10 @@ int CReportCtrl::DeactivateSubItem(int subitem, int)
     m_data->header.DeleteColumn(column);
     if (m_data->selection.focusColumn >= GetActiveSubItemCount())
         m_data->selection.focusColumn = GetActiveSubItemCount() - 1;
-    ScrollWindow(SB_HORZ, m_data->left);
+    FitScrolling();
     Redraw();
+    if (list)
+        m_data->RefreshSubItemList();
     return 1;
 }
 
@@ -190,13 +198,8 @@ int CReportCtrl::SetSubItemWidth(int subitem, int width)
         item.mask = HDI_WIDTH;
         item.cxy = width;
         m_data->header.SetItem(m_data->header.GetItemOfColumn(column), &item);
-        ScrollWindow(SB_HORZ, m_data->left);
+        FitScrolling();
         Redraw();
     }
     return 1;
-}
-
-CReportHeaderCtrl* CReportCtrl::GetHeaderCtrl()
-{
-    return &m_data->header;
 }

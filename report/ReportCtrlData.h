@@ -2,13 +2,18 @@
 #pragma once
 
 #include "ReportCtrl.h"
+#include "ReportSubItemListCtrl.h"
 #include "report/CellCodec.h"
+#include "report/Geometry.h"
+#include "report/Input.h"
 #include "report/ItemStore.h"
 #include "report/ReportHeaderCtrl.h"
 #include "report/RowMap.h"
 #include "report/Selection.h"
 #include "report/Tree.h"
+#include "vkgrafic/GraphicText.h"
 
+#include <optional>
 #include <string>
 
 class SortRun;
@@ -49,36 +54,75 @@ struct CReportCtrl::Data
     CBitmap background;
     CImageList* itemImages = nullptr;
     CImageList* checkImages = nullptr;
-    CSize imageSize{0, 0};
-    CSize checkSize{8, 8};
-    CFont font;
+    int imageHeight = 0;
+    int checkHeight = 8;
+    HFONT font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT)); // not owned
+    CFont boldFont;
+    GraphicFont fontMeasures;
+    GraphicFont boldMeasures;
+    COLORREF systemColors[RVSC_COUNT] = {};
+    bool onPalette = false; // the window's display shows only the colours of palettes
 
     // Properties and styles
     DWORD style = 0;
-    int margin = 6;
-    int itemHeight = 10;
     int defaultColumnWidth = 200;
     ZEMA::String emptyText = "<Empty list>";
-    ZEMA::String sortCaption = "Sort by: %s";
     int gridPenStyle = PS_SOLID;
     DWORD notifyMask = 0xFFFFFFFF;
     DWORD treeStyle = RVS_TREE;
-    bool showPreview = true;
     bool doubleBuffer = true;
-    __int64 value = 0;
+    __int64 imageMode = RVIB_NONE;
     COLORREF color = RGB(255, 255, 255);
 
     // The window
     CReportHeaderCtrl header;
     bool creating = false;
+    CReportSubItemListCtrl* subitemList = nullptr;
+    report::View view;
     bool redraw = true;
-    bool invalid = false; // all of it, until it is painted
-    CRect reportRect;     // where the rows are
-    int topRow = 0;
-    int left = 0; // pixels scrolled
+    bool hasFocus = false;
+    bool rowsMoved = false;
+    unsigned wheelLines = 3;
+
+    // What has been invalidated since the last paint: all, or some ranges of rows, of which the last is kept.
+    struct
+    {
+        bool all = false;
+        int ranges = 0;
+        report::RowRange rows{0, -1};
+    } invalid;
+    bool tooFar = false; // rows or room have changed: what is scrolled may go past the end
+
+    // Painting
+    Places* painting = nullptr;
+    bool drawing = false;     // DrawCtrl is at work
+    bool paintAgain = false;  // a paint was asked for in the midst of one
+    std::string drawn;        // the text being drawn
+    CDC measuring;            // a memory device context
+    SCROLLINFO shown[2] = {}; // by the scroll bars
+    int shownHeight = -1;     // of the rows' area when the vertical one was told
+
+    // A drag selection: the timer scrolls while the mouse is outside.
+    bool dragging = false;
+    CPoint dragPoint;
 
     bool IsCallback() const { return (style & RVS_CALLBACK) != 0; }
     bool IsTree() const { return (style & RVS_TREEMASK) != 0; }
+
+    void RefreshSubItemList()
+    {
+        if (subitemList)
+            subitemList->Refresh();
+    }
+
+    // The subitem of a header item; invalid argument when there is no such definition.
+    int SubItemOf(int headerItem) const;
+
+    // Null where the display shows all colours.
+    HPALETTE PaletteToRealize() const { return onPalette ? static_cast<HPALETTE>(palette) : nullptr; }
+
+    // A colour of the table, as a device context takes it; black past the end.
+    COLORREF TableColor(int index) const;
 };
 
 // A cell, and the item it is in: valid until another item is fetched.
@@ -87,3 +131,75 @@ struct CReportCtrl::ItemView
     structITEM* item = nullptr;
     report::Cell cell; // of subitem -1: the preview
 };
+
+// The rows and columns as they are at the moment. Columns are read once, and a row that is asked for again is
+// not fetched again: an object for one operation, or one paint.
+class CReportCtrl::RowSource : public report::GeometrySource
+{
+public:
+    explicit RowSource(CReportCtrl& control) : m_control(control) {}
+
+    int RowCount() override { return m_control.GetRowCount(); }
+    report::RowShape ShapeOf(int row) override { return Row(row).shape; }
+    report::CellContents ContentsOf(int row, int subitem) override;
+    const std::vector<report::Column>& Columns() override;
+
+    struct FetchedRow
+    {
+        int row = report::kNoRow;
+        report::RowShape shape;
+        _RVITEM item; // its text is the preview
+        std::string preview;
+    };
+    FetchedRow& Row(int row);
+
+    // A cell of a row, with its text in `text`; false when there is none.
+    bool ReadCell(int row, int subitem, _RVITEM& cell, std::string& text);
+
+    report::CellContents ContentsOf(const report::Cell& cell, int subitem) const;
+
+    NMHDR callbackHeader = {}; // filled when a callback is first asked
+
+private:
+    CReportCtrl& m_control;
+    std::vector<report::Column> m_columns;
+    bool m_columnsRead = false;
+    FetchedRow m_row;
+};
+
+// Where everything is at the moment.
+struct CReportCtrl::Places
+{
+    explicit Places(CReportCtrl& control) : rows(control), geometry(control.m_data->view, rows) {}
+    RowSource rows;
+    report::Geometry geometry;
+};
+
+// A paint, or a part of one that a subclass asks for by itself: rows and columns are looked at once for all
+// of it.
+class CReportCtrl::Painting
+{
+public:
+    explicit Painting(CReportCtrl& control)
+        : m_painting(control.m_data->painting), m_outer(m_painting),
+          places(m_outer ? *m_outer : m_own.emplace(control))
+    {
+        m_painting = &places;
+    }
+    ~Painting() { m_painting = m_outer; }
+    Painting(const Painting&) = delete;
+    Painting& operator=(const Painting&) = delete;
+
+private:
+    std::optional<Places> m_own; // when there is no outer one
+    Places*& m_painting;         // the control's
+    Places* m_outer;
+
+public:
+    Places& places;
+};
+
+inline CRect ToRect(const report::Rect& rect)
+{
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}

@@ -17,7 +17,9 @@ constexpr int kTextMax = 65536;
 struct Scratch
 {
     report::Item item;
-    std::string undefined; // the item's cells before LoadItemData
+    std::string undefined; // the item's cells before LoadItemData,
+    std::string field;     // so many of this one
+    int fields = -1;
     int subitem = -1;
     report::Cell cell; // the answer for `subitem`, with `cellText`; good when `handedOn`
     std::string cellText;
@@ -99,8 +101,14 @@ CReportCtrl::structITEM& CReportCtrl::GetItemStruct(int item, int subitem, unsig
     Scratch& scratch = Current();
     scratch.handOn = std::exchange(handOnWanted, false);
     scratch.handedOn = false;
-    report::ResetCells(scratch.item.cells, GetSubItemCount());
-    scratch.undefined = scratch.item.cells.c_str();
+    if (scratch.fields != GetSubItemCount() || scratch.field != report::UndefinedField() ||
+        scratch.undefined != scratch.item.cells.c_str())
+    {
+        scratch.fields = GetSubItemCount();
+        scratch.field = report::UndefinedField();
+        report::ResetCells(scratch.item.cells, scratch.fields);
+        scratch.undefined = scratch.item.cells.c_str();
+    }
     const Level level;
     const int loaded = LoadItemData(&scratch.item, item, subitem, mask | RVIM_TEXTCOLOR);
     return loaded ? scratch.item : m_data->items.At(RVI_DEFAULT);
@@ -115,13 +123,30 @@ void CReportCtrl::SetItemStruct(int item, structITEM& record)
         stored = record;
 }
 
+// Who asks; false without a parent. A paint, which asks for hundreds of items, asks the system but once.
+bool CReportCtrl::FillCallbackHeader(NMHDR& header)
+{
+    if (!m_hWnd)
+        return false;
+    NMHDR* const kept = m_data->painting ? &m_data->painting->rows.callbackHeader : nullptr;
+    if (kept && kept->hwndFrom == m_hWnd)
+    {
+        header = *kept;
+        return true;
+    }
+    if (!::GetParent(m_hWnd))
+        return false;
+    FillHeader(header, RVN_ITEMCALLBACK);
+    if (kept)
+        *kept = header;
+    return true;
+}
+
 int CReportCtrl::LoadItemData(structITEM* record, int item, int subitem, unsigned int mask)
 {
-    const HWND parent = m_hWnd ? ::GetParent(m_hWnd) : nullptr;
-    if (!parent)
-        return 0;
     _NMRVITEMCALLBACK callback = {};
-    callback.hdr = {m_hWnd, static_cast<UINT_PTR>(GetDlgCtrlID()), RVN_ITEMCALLBACK};
+    if (!FillCallbackHeader(callback.hdr))
+        return 0;
     callback.item.item = item;
     callback.item.subitem = subitem;
     callback.item.mask = mask;

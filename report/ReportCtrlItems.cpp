@@ -2,7 +2,6 @@
 #include "report/ReportCtrlData.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <string>
 
@@ -33,8 +32,9 @@ void CReportCtrl::SetItemCount(int count)
     m_data->callbackCount = std::max(0, count);
     if (m_data->IsCallback())
         m_data->selection.CutTo(m_data->callbackCount);
-    RedrawRows(-1, INT_MAX, 1);
-    ScrollWindow(SB_VERT, m_data->topRow);
+    m_data->tooFar = true;
+    Redraw(); // not at once: who follows the end scrolls first
+    ScrollWindow(SB_VERT, m_data->view.topRow);
 }
 
 bool CReportCtrl::ReadItem(int item, int subitem, unsigned int mask, ItemView& view)
@@ -127,7 +127,7 @@ int CReportCtrl::SetItem(_RVITEM* item)
     record.itemData = changes(RVIM_ITEMDATA) ? item->itemData : record.itemData;
     SetItemStruct(item->item, record);
 
-    ScrollWindow(SB_VERT, m_data->topRow);
+    ScrollWindow(SB_VERT, m_data->view.topRow);
     if (m_data->redraw)
         RedrawItems(item->item, RVI_NONE);
     return 1;
@@ -312,6 +312,7 @@ void CReportCtrl::RemoveItems(const std::vector<int>& items)
     m_data->items.Remove(items);
     if (focusedItem >= 0 && std::binary_search(items.begin(), items.end(), focusedItem))
         SetState(m_data->selection.focusRow, RVIS_FOCUSED, RVIS_FOCUSED);
-    ScrollWindow(SB_VERT, m_data->topRow);
+    ScrollWindow(SB_VERT, m_data->view.topRow);
+    m_data->tooFar = true;
     Redraw();
 }

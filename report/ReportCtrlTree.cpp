@@ -23,7 +23,8 @@ report::RowMap& CReportCtrl::Rows()
         return m_data->rows;
     m_data->rowsInvalid = false;
     BuildTree();
-    m_data->topRow = std::min(m_data->topRow, m_data->rows.Count());
+    m_data->view.topRow = std::min(m_data->view.topRow, m_data->rows.Count());
+    m_data->tooFar = true;
 
     // Focus and selection follow their items, or what hides them now.
     const auto rowOf = [this](_TREEITEM* item) {
@@ -128,14 +129,14 @@ void CReportCtrl::ForgetSelection()
     m_data->focused = m_data->firstSelected = m_data->lastSelected = nullptr;
 }
 
-int CReportCtrl::GetFocusRow()
+int CReportCtrl::GetCurrentFocus()
 {
     if (!m_data->IsCallback())
         Rows();
     return m_data->selection.focusRow;
 }
 
-int CReportCtrl::GetFocusColumn()
+int CReportCtrl::GetCurrentFocusColumn()
 {
     return m_data->selection.focusColumn;
 }
@@ -146,21 +147,6 @@ void CReportCtrl::GetSelectedRows(int* first, int* last)
         Rows();
     *first = m_data->selection.first;
     *last = m_data->selection.last;
-}
-
-void CReportCtrl::SelectRows(int row, int anchor, int select, int, int toggle, int redraw)
-{
-    if (row == RVI_DEFAULT || m_data->busy || GetRowCount() == 0)
-        return;
-    if (row < 0 || row >= GetRowCount() || anchor < RVI_DEFAULT || anchor >= GetRowCount())
-        report::ThrowInvalidArgument();
-    report::Selection& selection = m_data->selection;
-    SetState(row, RVIS_FOCUSED, RVIS_FOCUSED); // throws, before anything else, when the row shows no item
-    if (selection.focusRow != row)
-        SetState(selection.focusRow, 0, RVIS_FOCUSED);
-    selection.Select(row, m_data->style & RVS_SINGLESELECT ? row : anchor, select != 0, toggle != 0);
-    if (redraw)
-        RedrawRows(selection.first, selection.last, 1);
 }
 
 // ---- Navigation
@@ -179,7 +165,7 @@ _TREEITEM* CReportCtrl::GetNextItem(_TREEITEM* item, unsigned int code)
 {
     _TREEITEM* focused = nullptr;
     if (code == RVGN_FOCUSED && !m_data->IsCallback())
-        focused = GetItemHandle(GetItemFromRow(GetFocusRow()));
+        focused = GetItemHandle(GetItemFromRow(GetCurrentFocus()));
     return m_data->tree.Next(m_data->tree.Resolve(item), code, focused);
 }
 
@@ -262,7 +248,7 @@ int CReportCtrl::InsertTree(int subitem, structTREEITEM* parent, structTREEITEM*
 
 CReportCtrl::structTREEITEM* CReportCtrl::GetTreeFocus()
 {
-    const int row = GetFocusRow();
+    const int row = GetCurrentFocus();
     structTREEITEM* const item = GetItemHandle(GetItemFromRow(row));
     SetState(row, 0, RVIS_FOCUSED);
     m_data->selection.focusRow = RVI_NONE;
@@ -373,7 +359,7 @@ int CReportCtrl::Expand(_TREEITEM* item, unsigned int action)
         return 0;
     InvalidateRows();
     item->expanded = expand;
-    ScrollWindow(SB_VERT, m_data->topRow);
+    m_data->tooFar = true;
     Redraw();
     return 1;
 }

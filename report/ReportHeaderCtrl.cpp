@@ -1,12 +1,19 @@
 #include "report/ReportHeaderCtrl.h"
 
+#include "ReportCtrl.h"
+
 #include <algorithm>
-#include <cstdint>
-#include <limits>
 
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
 {
     return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
+}
+
+int CReportHeaderCtrl::GetColumn(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_ORDER;
+    return GetItem(headerItem, &item) ? item.iOrder : kNone;
 }
 
 int CReportHeaderCtrl::GetSubItem(int headerItem) const
@@ -72,13 +79,36 @@ void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
     }
 }
 
-int CReportHeaderCtrl::GetTotalWidth() const
+std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
 {
-    const int count = m_hWnd ? GetItemCount() : 0;
-    std::int64_t width = 0;
-    for (int i = 0; i < count; ++i)
-        width += GetWidth(i);
-    return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
+    std::vector<report::Column> columns;
+    if (!m_hWnd)
+        return columns;
+    for (const int index : GetOrder())
+    {
+        HDITEM item = {};
+        item.mask = HDI_WIDTH | HDI_LPARAM;
+        if (GetItem(index, &item))
+            columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
+    }
+    return columns;
+}
+
+bool CReportHeaderCtrl::IsRemovedByDrop() const
+{
+    return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
+}
+
+std::string CReportHeaderCtrl::GetTip(int headerItem) const
+{
+    auto* const report = dynamic_cast<CReportCtrl*>(GetParent());
+    if (!report || (report->GetStyle() & (RVS_CALLBACK | RVS_NOHEADERSORT)) || !report->GetShowReport())
+        return {};
+    std::string tip = m_sortCaption; // the owner's, and so no format for printing
+    const std::size_t place = tip.find("%s");
+    if (place != std::string::npos)
+        tip.replace(place, 2, GetFace(headerItem).caption);
+    return tip;
 }
 
 void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)

@@ -1,17 +1,22 @@
 // The header of a report control: one item for each column, which knows its subitem.
 #pragma once
 
-#include "afxcmn.h"
+#include "report/FlatHeaderCtrl.h"
+#include "report/Geometry.h"
+
+#include <string>
+#include <vector>
 
 // Header items are counted in the order in which they came, columns in that of display. One header item may
 // carry the sort mark.
-class CReportHeaderCtrl : public CHeaderCtrl
+class CReportHeaderCtrl : public CFlatHeaderCtrl
 {
 public:
-    static constexpr int kNone = -1;
-
     // The header item in column `column`; kNone outside the columns.
     int GetItemOfColumn(int column) const;
+
+    // The column that a header item is displayed in; kNone when there is no such item.
+    int GetColumn(int headerItem) const;
 
     // The subitem and width of a header item; -1 and 0 when there is no such item.
     int GetSubItem(int headerItem) const;
@@ -30,16 +35,25 @@ public:
     // The subitem numbers of all columns from `subitem` on change by `by`.
     void RenumberSubItems(int subitem, int by);
 
-    int GetTotalWidth() const;
+    // All columns from left to right.
+    std::vector<report::Column> GetColumns() const;
 
     // The header item that carries the sort mark; kNone for none.
     void SetSort(int headerItem, bool ascending);
     int GetSortItem() const { return m_sortItem; }
     bool IsSortAscending() const { return m_sortAscending; }
 
+    // What the tip of a column says whose click sorts; the first "%s" stands for its caption.
+    void SetSortCaption(const char* format) { m_sortCaption = format; }
+
+protected:
+    std::string GetTip(int headerItem) const override;
+    bool IsRemovedByDrop() const override;
+
 private:
     void ShowSortMark(int headerItem, int mark);
 
+    std::string m_sortCaption = "Sort by: %s";
     int m_sortItem = kNone;
     bool m_sortAscending = true;
 };

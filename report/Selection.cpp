@@ -80,4 +80,32 @@ void Selection::CutTo(int rows)
     last = std::min(last, rows);
 }
 
+RowRange ChangedRows(const Selection& before, const Selection& after)
+{
+    constexpr int kNone = std::numeric_limits<int>::max();
+    RowRange changed{kNone, kNoRow};
+    const auto add = [&changed](int first, int last) {
+        if (first > last)
+            return;
+        changed.first = std::min(changed.first, first);
+        changed.last = std::max(changed.last, last);
+    };
+    for (const Selection* each : {&before, &after})
+        if (each->focusRow != kNoRow)
+            add(each->focusRow, each->focusRow);
+    const bool wasNone = before.first > before.last;
+    const bool isNone = after.first > after.last;
+    if (wasNone || isNone || after.first > before.last || after.last < before.first)
+    {
+        add(before.first, before.last);
+        add(after.first, after.last);
+    }
+    else // rows in both look as before
+    {
+        add(std::min(before.first, after.first), std::max(before.first, after.first) - 1);
+        add(std::min(before.last, after.last) + 1, std::max(before.last, after.last));
+    }
+    return changed;
+}
+
 } // namespace report

@@ -4,6 +4,13 @@
 namespace report
 {
 
+struct RowRange
+{
+    int first;
+    int last;
+    bool operator==(const RowRange&) const = default;
+};
+
 // -2 is no row and -1 the fixed row. The selected rows are one range, `first` to `last`; when none is, these
 // are 0 and -1.
 struct Selection
@@ -11,6 +18,7 @@ struct Selection
     int focusRow = -1;
     int focusColumn = -1; // -1: the whole row
     int anchor = -1;
+    bool typingMayEdit = false; // the last key was no command: a character may start an edit
     int first = 0;
     int last = -1;
 
@@ -34,5 +42,8 @@ struct Selection
 private:
     void SelectNone();
 };
+
+// The least range that has all rows which focus and selection have come to or left.
+RowRange ChangedRows(const Selection& before, const Selection& after);
 
 } // namespace report

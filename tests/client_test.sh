@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs a build to a fresh prefix, builds the client, the programs of README and guide and the example csvsort
-# against it, and runs all but the guide's under Wine. The README's session must look as it shows.
+# Installs a build to a fresh prefix, builds the client, the programs of README and guide and the examples against it,
+# and runs all but the guide's under Wine. The README's session must look as it shows.
 #   client_test.sh BUILD_FOLDER WORK_FOLDER TOOLCHAIN_FILE
 # The client's objects are kept, so that an unchanged installation is not compiled again.
 set -euo pipefail
@@ -46,3 +46,26 @@ printf 'a,b\n1,2\n1,2,3\n' >"$work/long.csv"
 code=0
 csvsort "$work/long.csv" 2>"$work/csvsort.err" || code=$?
 [[ $code == 1 && $(tr -d '\r' <"$work/csvsort.err") == "csvsort: $work/long.csv: too long: row 2" ]]
+
+# What a layout says of columns, order and view is taken, and written again with what has been seen since.
+report() { run "$work/build/report/report.exe" "$@"; }
+printf '[Folders]\r\nSubItems=4\r\nColumns=2 130  9 9  0 222\r\nSort=2\r\nAscending=0\r\nStyles=8\r\n' >"$work/layout.ini"
+report "$source" --layout "$work/layout.ini" --screenshot "$work/folder.bmp"
+report "$work/sizes.csv" --layout "$work/layout.ini" --screenshot "$work/sizes.bmp" --size 640x300
+tr -d '\r' <"$work/layout.ini" | sed -n 's/ *$//; /^\[/p; /^\(SubItems\|Columns=2\|Sort\|Ascending\|Styles\|Place\)/p' |
+    diff - <(printf '%s\n' '[Folders]' 'SubItems=4' 'Columns=2 130  0 222' Sort=2 Ascending=0 Styles=8 'Place=100 100 900 600' \
+        "[Z:${work//\//\\}\\sizes.csv]" Styles=48 SubItems=2 Sort=-1 Ascending=1 'Place=100 100 740 400')
+[[ $(stat -c %s "$work/folder.bmp" "$work/sizes.bmp" | xargs) == "$((54 + 800 * 500 * 4)) $((54 + 640 * 300 * 4))" ]]
+
+# report_fails CODE WORD...: with a reason.
+report_fails() {
+    code=0
+    report "${@:2}" 2>"$work/report.err" || code=$?
+    [[ $code == "$1" ]] && grep -q '^report: ' "$work/report.err"
+}
+report_fails 1 "$work/none.csv"
+report_fails 1 "$work/long.csv"
+report_fails 1 "$work/sizes.csv" --screenshot "$work/none/sizes.bmp"
+report_fails 1 "$work/sizes.csv" --layout "$work/none/layout.ini"
+report_fails 2
+report_fails 2 "$work/sizes.csv" --size big

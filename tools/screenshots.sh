@@ -1,9 +1,25 @@
 #!/bin/bash
-# Makes the pictures in docs/screenshots from the sample session.
+# Makes the pictures in docs/screenshots from the sample session and the examples.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# On a virtual display: a column in the midst of a drag.
+if [[ ${1-} == drag ]]; then
+    work=$2
+    . "$root/tools/wine-env.sh"
+    wine "$work/report/report.exe" "$(windows_path "$work/Project")" --layout "$(windows_path "$work/report.ini")" \
+        </dev/null >"$work/drag.log" 2>&1 &
+    until xdotool search --name 'Project - report' >"$work/window"; do sleep 0.2; done
+    sleep 1
+    xdotool mousemove 420 50 mousedown 1
+    for x in 380 340 275; do xdotool mousemove "$x" 52; sleep 0.2; done
+    import -window root -crop 700x195+0+25 +repage "$work/drag.bmp"
+    xdotool key Escape mouseup 1 key alt+F4
+    wait
+    exit
+fi
 "$root/tools/setup.sh"
-"$root/tools/build.sh" windows LogDesk runtime_dlls
+"$root/tools/build.sh" windows
 
 # A drive of its own, so that the title shows a plain folder.
 . "$root/tools/wine-env.sh"
@@ -16,10 +32,32 @@ ln -sfn "$work" "$WINEPREFIX/dosdevices/l:"
 picture() {
     "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" --folder 'L:\Logs' \
         --screenshot "L:\\$1.bmp" --steps "size:760x420,sample,$2"
-    convert "$work/$1.bmp" -strip -define png:compression-level=9 "$root/docs/screenshots/$1.png"
+    shrink "$1"
 }
+shrink() { convert "$work/$1.bmp" -alpha off -strip -define png:compression-level=9 "$root/docs/screenshots/$1.png"; }
 mkdir -p "$root/docs/screenshots"
 picture opened home
 picture unfolded home,next-fold,unfold-all,next-fold,unfold-all
 picture found 'home,next-fold,unfold-all,next-fold,unfold-all,find:sql 2'
 picture error home,next-error
+
+# The report control, by its examples.
+cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"
+export WINEPATH="Z:${work//\//\\}\\sdk\\bin"
+example() { # NAME: builds it
+    cmake -S "$root/examples/$1" -B "$work/$1" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
+        -DCMAKE_BUILD_TYPE=Release -DQmLog_DIR="$work/sdk/lib/cmake/QmLog" >"$work/$1.log"
+    cmake --build "$work/$1" >>"$work/$1.log"
+}
+example gallery
+"$root/tools/run-wine.sh" "$work/gallery/gallery.exe" 'L:\gallery.bmp'
+shrink gallery
+example report
+printf '[Folders]\nSubItems=4\nColumns=0 260  1 90  2 130\nSort=1\nAscending=0\nHiddenColumns=1\nPlace=0 0 700 300\n' >"$work/report.ini"
+mkdir "$work/Project"
+cp -r "$root/include/." "$root/report" "$root/docs" "$work/Project"
+"$root/tools/run-wine.sh" "$work/report/report.exe" 'L:\Project' --layout 'L:\report.ini' --size 700x300 \
+    --screenshot 'L:\report.bmp'
+shrink report
+WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" drag "$work"
+shrink drag

@@ -67,6 +67,10 @@ public:
         return static_cast<BOOL>(Send(HDM_GETITEMRECT, index, rect));
     }
 
+    // The index of the item at the record's point, which also learns what lies there (HHT flags); -1 for
+    // none.
+    int HitTest(LPHDHITTESTINFO info) const { return static_cast<int>(Send(HDM_HITTEST, 0, info)); }
+
 private:
     LRESULT Send(UINT message, int number = 0, void* record = nullptr) const
     {
@@ -95,12 +99,15 @@ public:
     static void DeleteTempMap();
 
     HIMAGELIST GetSafeHandle() const { return m_hImageList; }
-    int GetImageCount() const { return ::ImageList_GetImageCount(m_hImageList); }
+    int GetImageCount() const;
 
     // Copies the images that lie side by side in `image`; the number of the first, -1 on failure. What is
     // transparent is white in `mask`, or has the colour `transparent`; that colour in `image` turns black.
     int Add(CBitmap* image, CBitmap* mask);
     int Add(CBitmap* image, COLORREF transparent);
+
+    // `drawing` says which image, where and how; the list is this one.
+    BOOL DrawIndirect(IMAGELISTDRAWPARAMS* drawing);
 
     HIMAGELIST m_hImageList = nullptr;
 };

@@ -231,3 +231,7 @@ template <auto handler> BOOL Timer(CCmdTarget* target, WPARAM wParam, LPARAM, LR
 #define ON_WM_HSCROLL() AFX_MESSAGE_ENTRY_(WM_HSCROLL, &afx::Scroll<&ThisClass::OnHScroll>)
 #define ON_WM_VSCROLL() AFX_MESSAGE_ENTRY_(WM_VSCROLL, &afx::Scroll<&ThisClass::OnVScroll>)
 #define ON_WM_TIMER() AFX_MESSAGE_ENTRY_(WM_TIMER, &afx::Timer<&ThisClass::OnTimer>)
+#define ON_WM_QUERYNEWPALETTE()                                                                              \
+    AFX_MESSAGE_ENTRY_(WM_QUERYNEWPALETTE, &afx::Plain<&ThisClass::OnQueryNewPalette>)
+#define ON_WM_PALETTECHANGED()                                                                               \
+    AFX_MESSAGE_ENTRY_(WM_PALETTECHANGED, &afx::OtherWindow<&ThisClass::OnPaletteChanged>)

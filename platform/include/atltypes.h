@@ -54,6 +54,7 @@ public:
     BOOL IsRectEmpty() const { return ::IsRectEmpty(this); }
     BOOL PtInRect(POINT point) const { return ::PtInRect(this, point); }
     BOOL IntersectRect(LPCRECT a, LPCRECT b) { return ::IntersectRect(this, a, b); }
+    BOOL UnionRect(LPCRECT a, LPCRECT b) { return ::UnionRect(this, a, b); } // empty ones count as none
 
     friend bool operator==(const CRect& a, const CRect& b) { return ::EqualRect(&a, &b); }
 };

@@ -87,6 +87,16 @@ void CDC::FillSolidRect(int x, int y, int width, int height, COLORREF color)
     FillSolidRect(CRect(x, y, x + width, y + height), color);
 }
 
+void CDC::Draw3dRect(LPCRECT rect, COLORREF leftTop, COLORREF rightBottom)
+{
+    const int width = rect->right - rect->left;
+    const int height = rect->bottom - rect->top;
+    FillSolidRect(rect->left, rect->top, width - 1, 1, leftTop);
+    FillSolidRect(rect->left, rect->top, 1, height - 1, leftTop);
+    FillSolidRect(rect->right - 1, rect->top, 1, height, rightBottom);
+    FillSolidRect(rect->left, rect->bottom - 1, width, 1, rightBottom);
+}
+
 CPoint CDC::SetViewportOrg(int x, int y)
 {
     CPoint old;

@@ -58,3 +58,14 @@ int CImageList::Add(CBitmap* image, COLORREF transparent)
 {
     return ::ImageList_AddMasked(m_hImageList, *image, transparent);
 }
+
+int CImageList::GetImageCount() const
+{
+    return ::ImageList_GetImageCount(m_hImageList);
+}
+
+BOOL CImageList::DrawIndirect(IMAGELISTDRAWPARAMS* drawing)
+{
+    drawing->himl = m_hImageList;
+    return ::ImageList_DrawIndirect(drawing);
+}

@@ -21,8 +21,7 @@ std::unique_ptr<CBitmap> TakeBitmap(CDC& dc, CSize size)
     if (bitmap != nullptr)
     {
         const BITMAP kept = Describe(*bitmap);
-        if (kept.bmWidth >= size.cx && kept.bmHeight >= size.cy &&
-            kept.bmBitsPixel == dc.GetDeviceCaps(BITSPIXEL) * dc.GetDeviceCaps(PLANES))
+        if (kept.bmWidth >= size.cx && kept.bmHeight >= size.cy)
             return bitmap;
     }
     bitmap = std::make_unique<CBitmap>();

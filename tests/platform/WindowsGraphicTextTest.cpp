@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace
@@ -104,6 +105,31 @@ TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
 
     const RECT clipped = Draw(std::string(20, 'M'), 0, rect);
     EXPECT_TRUE(clipped.left >= rect.left && clipped.right <= rect.right);
+}
+
+// What is kept of a font is what the system would answer, control characters included.
+TEST_F(GraphicTextTest, DrawsTheSameByAFontThatItKnows)
+{
+    for (const int stock : {ANSI_FIXED_FONT, DEFAULT_GUI_FONT, SYSTEM_FONT})
+    {
+        ::SelectObject(m_dc, ::GetStockObject(stock));
+        const GraphicFont font(m_dc);
+        for (int byte = 1; byte < 256; byte += 5)
+        {
+            std::string text;
+            for (int i = byte; i < std::min(byte + 5, 256); ++i)
+                text += static_cast<char>(i);
+            const int length = static_cast<int>(text.size());
+            EXPECT_EQ(GraphicText(m_dc).GetWidth(text.data(), length), font.GetWidth(text.data(), length))
+                << byte;
+            const int width =
+                GraphicText(m_dc, &font).Draw(text.data(), length, m_all, DT_RIGHT | DT_VCENTER);
+            EXPECT_EQ(font.GetWidth(text.data(), length), width) << byte;
+            const RECT known = TakeInk();
+            const RECT asked = Draw(text, DT_RIGHT | DT_VCENTER, m_all);
+            EXPECT_TRUE(::EqualRect(&asked, &known)) << stock << ' ' << byte;
+        }
+    }
 }
 
 } // namespace

@@ -16,8 +16,15 @@ public:
 
     std::vector<UINT> codes;
     std::function<LRESULT(NMHDR&)> answer;
+    CPoint menuPoint; // of the last context menu asked for
 
 protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_CONTEXTMENU)
+            menuPoint = CPoint(lParam);
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
     BOOL OnNotify(WPARAM, LPARAM lParam, LRESULT* result) override
     {
         NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);

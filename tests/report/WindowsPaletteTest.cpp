@@ -4,6 +4,7 @@
 #include "tests/support/GuiCounts.h"
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -116,6 +117,32 @@ TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
             expected.insert(each.expected);
         EXPECT_EQ(expected, Palettes()) << &each - cases;
         report.SetBkImage(0u);
+    }
+}
+
+// A colour that the display does not show by itself: paints make room for it.
+TEST_F(ReportTest, PaintsInTheColoursOfItsPalette)
+{
+    const PALETTEENTRY color = {13, 201, 77, 0};
+    Create(WS_VISIBLE | RVS_NOHEADER);
+    parent.ShowWindow(SW_SHOWNOACTIVATE);
+    Define({"a"});
+    Fill({""});
+    report.InsertColor(0, RGB(color.peRed, color.peGreen, color.peBlue));
+    _RVITEM change;
+    change.mask = RVIM_BACKGROUNDCOLOR;
+    change.backgroundColor = 0;
+    report.SetItem(&change);
+    for (const int doubleBuffer : {0, 1})
+    {
+        report.ModifyProperty(RVP_DOUBLEBUFFER, doubleBuffer);
+        report.RedrawWindow();
+        CClientDC dc(&report);
+        PALETTEENTRY shown[256] = {};
+        ::GetSystemPaletteEntries(dc, 0, 256, shown);
+        EXPECT_TRUE(std::any_of(std::begin(shown), std::end(shown), [&](const PALETTEENTRY& entry) {
+            return std::memcmp(&entry, &color, 3) == 0;
+        })) << doubleBuffer;
     }
 }
 } // namespace

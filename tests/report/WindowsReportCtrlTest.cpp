@@ -167,7 +167,7 @@ TEST_F(ReportTest, AsksForItemsWithoutStoringThem)
     EXPECT_EQ(-1, report.InsertItem(0));
     Select(10, 3);
     report.SetItemCount(5);
-    EXPECT_EQ(4, report.GetFocusRow());
+    EXPECT_EQ(4, report.GetCurrentFocus());
     EXPECT_EQ("3 to 5", Selected()); // the next new row is selected
 
     // The text goes on into a shorter one without a terminator of its own.

@@ -29,7 +29,7 @@ protected:
         for (int item = 0; item < report.GetItemCount(); ++item)
             if (report.Struct(item).state & RVIS_FOCUSED)
                 focused += report.GetItemText(item, 0).c_str();
-        const int row = report.GetFocusRow();
+        const int row = report.GetCurrentFocus();
         const int item = row < 0 ? row : report.GetItemFromRow(row);
         return item >= 0 && focused == report.GetItemText(item, 0).c_str() ? focused : "?" + focused;
     }
@@ -129,7 +129,7 @@ TEST_F(ReportHostile, KeepsNothingOfItemsThatWent)
     Fill({"5", "6"});
     EXPECT_EQ("5 6", Rows());
     EXPECT_EQ("0 to -1", Selected());
-    EXPECT_EQ(RVI_NONE, report.GetFocusRow());
+    EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
 }
 
 TEST_F(ReportHostile, PutsUpWithAnyOrderOfRows)
@@ -144,7 +144,7 @@ TEST_F(ReportHostile, PutsUpWithAnyOrderOfRows)
     order[0] = 99;
     order[1] = order[2] = 1;
     EXPECT_EQ(1, report.SetItemRowArray(order));
-    EXPECT_EQ(RVI_NONE, report.GetFocusRow());
+    EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
     EXPECT_EQ(0u, report.Struct(0).state);
     EXPECT_THROW(Select(0, 0), CInvalidArgException*);
     Select(2, 2);
@@ -165,14 +165,14 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
     report.ModifyStyle(0, RVS_TREE);
     ASSERT_TRUE(report.InsertTreeItem(nullptr, nullptr, "4"));
     EXPECT_EQ("4", Rows()); // the others are in no tree
-    EXPECT_EQ(RVI_NONE, report.GetFocusRow());
+    EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
     EXPECT_EQ("0 to -1", Selected());
 
     report.ModifyStyle(RVS_TREE, RVS_CALLBACK);
     report.SetItemCount(1000);
     Select(900, 800);
     report.ModifyStyle(RVS_CALLBACK, 0);
-    EXPECT_LT(report.GetFocusRow(), 1);
+    EXPECT_LT(report.GetCurrentFocus(), 1);
     EXPECT_EQ("0 to -1", Selected());
     EXPECT_EQ("1 2 3 4", Rows());
 }
@@ -341,7 +341,7 @@ TEST_F(ReportHostile, HoldsDeepTreesAndManyRows)
     for (int sibling = 0; sibling < 1000; ++sibling)
         report.InsertTreeItem(item, nullptr, sibling % 2 ? "a" : "b"); // among so many rows
     EXPECT_EQ(1, report.SortItems(0, 1));
-    EXPECT_EQ(kLevels - 1, report.GetFocusRow());
+    EXPECT_EQ(kLevels - 1, report.GetCurrentFocus());
     EXPECT_EQ(1, report.DeleteTreeItem(chain[1]));
     EXPECT_EQ(1, report.GetItemCount());
 
@@ -431,7 +431,7 @@ TEST_F(ReportHostile, LivesThroughManyWindows)
     report.ActivateSubItem(1, 1);
     EXPECT_EQ(0, report.ResortItems());
     EXPECT_EQ(2, report.GetRowCount());
-    EXPECT_EQ(RVI_NONE, report.GetFocusRow());
+    EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
     EXPECT_EQ("0 to -1", Selected());
     EXPECT_EQ(0u, report.Struct(1).state & RVIS_FOCUSED);
 }

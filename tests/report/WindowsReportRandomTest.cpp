@@ -37,7 +37,7 @@ protected:
         }
         ASSERT_EQ(rows, shown);
 
-        const int row = report.GetFocusRow();
+        const int row = report.GetCurrentFocus();
         ASSERT_EQ(focus, row < 0 ? row : shown.at(static_cast<std::size_t>(row)));
         ASSERT_EQ(static_cast<int>(items.size()), report.GetItemCount());
         for (int item = 0; item < report.GetItemCount(); ++item)
@@ -83,7 +83,7 @@ TEST_F(RandomReport, AgreesWithAModelOfAList)
         const int item = Below(items.size() + 1);
         const bool last = item == static_cast<int>(items.size());
         const int name = last ? 0 : items[static_cast<std::size_t>(item)];
-        const int focusRow = report.GetFocusRow();
+        const int focusRow = report.GetCurrentFocus();
         if (what < 4)
         {
             const auto row = last ? rows.end() : std::find(rows.begin(), rows.end(), name);

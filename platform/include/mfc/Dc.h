@@ -64,6 +64,14 @@ public:
     void FillSolidRect(LPCRECT rect, COLORREF color);
     void FillSolidRect(int x, int y, int width, int height, COLORREF color);
 
+    // A frame one pixel wide within the rectangle.
+    void Draw3dRect(LPCRECT rect, COLORREF leftTop, COLORREF rightBottom);
+    void DrawFocusRect(LPCRECT rect) { ::DrawFocusRect(m_hDC, rect); }
+    BOOL DrawFrameControl(LPRECT rect, UINT type, UINT state)
+    {
+        return ::DrawFrameControl(m_hDC, rect, type, state);
+    }
+
     BOOL BitBlt(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY, DWORD operation)
     {
         return ::BitBlt(m_hDC, x, y, width, height, source ? source->m_hDC : nullptr, sourceX, sourceY,

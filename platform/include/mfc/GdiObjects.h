@@ -1,4 +1,4 @@
-// Pens, brushes, fonts, bitmaps and palettes.
+// Pens, brushes, fonts, bitmaps, palettes and regions.
 #pragma once
 
 #include "afx.h"
@@ -102,4 +102,19 @@ public:
     {
         return static_cast<CPalette*>(CGdiObject::FromHandle(handle));
     }
+};
+
+// A part of a window or device.
+class QMPLATFORM_API CRgn : public CGdiObject
+{
+public:
+    // What lies within the polygon; `mode` is ALTERNATE or WINDING.
+    BOOL CreatePolygonRgn(const POINT* points, int count, int mode)
+    {
+        return Attach(::CreatePolygonRgn(points, count, mode));
+    }
+
+    // Becomes `a` and `b` combined (RGN_OR and its like); the kind of region that it is, or ERROR.
+    int CombineRgn(const CRgn* a, const CRgn* b, int mode) { return ::CombineRgn(*this, *a, *b, mode); }
+    operator HRGN() const { return static_cast<HRGN>(m_hObject); }
 };

@@ -105,6 +105,8 @@ public:
     {
         return ::SetWindowPos(m_hWnd, after ? after->m_hWnd : nullptr, x, y, width, height, flags);
     }
+    // Only what lies in the region is seen; the system owns it from now on.
+    int SetWindowRgn(HRGN region, BOOL redraw) { return ::SetWindowRgn(m_hWnd, region, redraw); }
     void GetClientRect(LPRECT rect) const { ::GetClientRect(m_hWnd, rect); }
     void GetWindowRect(LPRECT rect) const { ::GetWindowRect(m_hWnd, rect); }
     void ClientToScreen(LPPOINT point) const { ::ClientToScreen(m_hWnd, point); }
@@ -224,6 +226,8 @@ protected:
     afx_msg void OnHScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnVScroll(UINT, UINT, CScrollBar*) { Default(); }
     afx_msg void OnTimer(UINT_PTR) { Default(); }
+    afx_msg BOOL OnQueryNewPalette() { return static_cast<BOOL>(Default()); }
+    afx_msg void OnPaletteChanged(CWnd*) { Default(); }
     DECLARE_MESSAGE_MAP()
 
 private:

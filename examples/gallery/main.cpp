@@ -1,0 +1,219 @@
+// gallery: what a report control can draw, in four controls side by side. `gallery FILE.bmp` writes a picture
+// of the window and ends.
+#include "../common/Picture.h"
+
+#include <ReportCtrl.h>
+
+#include <string>
+#include <vector>
+
+namespace
+{
+
+constexpr int kItemHeight = 18;
+
+// Places in the colour table. The first is that of alternating rows.
+enum Color
+{
+    kStripe,
+    kRed,
+    kGreen,
+    kYellow
+};
+
+// A control with three columns, and with a preview below an item when there is one.
+class GalleryReport : public CReportCtrl
+{
+public:
+    void Start(CWnd& parent, UINT id, DWORD style)
+    {
+        Create(WS_CHILD | WS_VISIBLE | WS_BORDER | style, CRect(), &parent, id);
+        SetItemHeight(kItemHeight);
+        ModifyProperty(RVP_CHECKSIZE, 13 | 13 << 16);
+        InsertColor(kStripe, RGB(235, 242, 250));
+        InsertColor(kRed, RGB(180, 0, 0));
+        InsertColor(kGreen, RGB(0, 128, 0));
+        InsertColor(kYellow, RGB(255, 245, 190));
+        const struct
+        {
+            const char* caption;
+            int width;
+            std::uint32_t format;
+        } columns[] = {{"Name", 130, 0}, {"State", 90, RVSF_CHECKPLACE}, {"Size", 80, HDF_RIGHT}};
+        for (const auto& column : columns)
+        {
+            _RVSUBITEM subitem;
+            subitem.text = column.caption;
+            subitem.width = column.width;
+            subitem.format = column.format;
+            ActivateSubItem(DefineSubItem(GetSubItemCount(), &subitem), -1);
+        }
+    }
+    void Fill(int item, const char* state, int size)
+    {
+        SetItemText(item, 1, state);
+        SetItemText(item, 2, std::to_string(size).c_str());
+    }
+    void SetColors(int item, int text, int background)
+    {
+        _RVITEM change;
+        change.item = item;
+        change.mask = RVIM_TEXTCOLOR | RVIM_BACKGROUNDCOLOR;
+        change.textColor = text;
+        change.backgroundColor = background;
+        SetItem(&change);
+    }
+    void SetBold(int item) { GetItemStruct(item, -1, 0).state |= RVIS_BOLD; }
+    void SetPreview(int item, const char* text, int height)
+    {
+        structITEM& record = GetItemStruct(item, -1, 0);
+        record.previewText = text;
+        record.previewHeight = height;
+    }
+};
+
+class GalleryWnd : public CWnd
+{
+public:
+    bool Open()
+    {
+        if (!CreateEx(0, AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), nullptr), "gallery",
+                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 50, 50, 720, 540, nullptr, nullptr))
+            return false;
+        FillList();
+        FillTree();
+        FillRows();
+        m_reports[3].Start(*this, 4, RVS_FACEBACKGROUND);
+        ShowWindow(SW_SHOW);
+        m_reports[0].SetFocus();
+        return true;
+    }
+
+protected:
+    afx_msg void OnSize(UINT, int width, int height)
+    {
+        for (int i = 0; i < 4; ++i)
+            if (m_reports[i].GetSafeHwnd())
+                m_reports[i].MoveWindow(i % 2 * width / 2, i / 2 * height / 2, width / 2, height / 2);
+    }
+    afx_msg void OnDestroy() { ::PostQuitMessage(0); }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // Grid, fixed row, all check states, images, selection and focus.
+    void FillList()
+    {
+        GalleryReport& report = m_reports[0];
+        report.Start(*this, 1, RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID | RVS_FIXEDROW);
+        MakeImages();
+        report.SetImageList(&m_images, nullptr);
+        report.SetItemText(RVI_DEFAULT, 0, "the fixed row");
+        const char* const states[] = {"empty",       "checked",       "crossed",       "both",
+                                      "radio empty", "radio checked", "radio crossed", "radio both"};
+        for (int check = 0; check < 8; ++check)
+        {
+            const int item = report.InsertItem(check, states[check]);
+            report.Fill(item, "check", check * 1000);
+            report.SetItemCheck(item, 1, check);
+            report.SetItemImage(item, 0, check % m_images.GetImageCount());
+        }
+        report.SelectRows(6, 5, 1, 0, 0, 0);
+        report.SortItems(2, 1);
+    }
+
+    // Boxes, levels, a row of one cell, the focus on a cell.
+    void FillTree()
+    {
+        GalleryReport& report = m_reports[1];
+        report.Start(*this, 2, RVS_TREE | RVS_CELLFOCUS | RVS_KEEPSELECTION);
+        _TREEITEM* item = nullptr;
+        for (const char* const name : {"first level", "second level", "third level", "fourth level"})
+        {
+            item = report.InsertTreeItem(item, nullptr, name);
+            report.Fill(report.GetItemIndex(item), "open", 10);
+        }
+        for (item = report.GetItemHandle(0); item; item = report.GetNextItem(item, RVGN_CHILD))
+            report.Expand(item, RVE_EXPAND);
+        item = report.InsertTreeItem(nullptr, nullptr, "a group of its own, across all columns");
+        report.SetTreeSubItem(item, 0);
+        report.SetBold(report.GetItemIndex(report.InsertTreeItem(item, nullptr, "in the group")));
+        report.Expand(item, RVE_EXPAND);
+        item = report.InsertTreeItem(nullptr, nullptr, "folded");
+        report.InsertTreeItem(item, nullptr, "not to be seen");
+        report.SelectRows(1, 1, 1, 0, 0, 0);
+    }
+
+    // Alternating rows, colours, a preview, the selection without the focus.
+    void FillRows()
+    {
+        GalleryReport& report = m_reports[2];
+        report.Start(*this, 3, RVS_ALTERNATEROWS | RVS_KEEPSELECTION);
+        const char* const names[] = {"plain", "odd",     "a text that does not fit its cell",
+                                     "bold",  "red",     "on yellow",
+                                     "green", "selected"};
+        for (const char* const name : names)
+            report.Fill(report.InsertItem(report.GetItemCount(), name), "", 12345);
+        report.SetBold(3);
+        report.SetColors(4, kRed, -1);
+        report.SetColors(5, -1, kYellow);
+        report.SetColors(6, kGreen, -1);
+        report.SetPreview(1, "The preview below a line may have\nas many lines as there is room for.", 32);
+        report.SelectRows(7, 7, 1, 0, 0, 0);
+    }
+
+    // Discs on a background that is not drawn.
+    void MakeImages()
+    {
+        constexpr int kSize = 12;
+        m_images.Create(kSize, kSize, ILC_COLOR32 | ILC_MASK, 2, 1);
+        for (const DWORD color : {0x3070C0u, 0xE08020u})
+        {
+            std::vector<DWORD> pixels;
+            for (int y = 0; y < kSize; ++y)
+                for (int x = 0; x < kSize; ++x)
+                {
+                    const int dx = 2 * x - kSize + 1;
+                    const int dy = 2 * y - kSize + 1;
+                    pixels.push_back(dx * dx + dy * dy < kSize * kSize ? color : 0xFFFFFF);
+                }
+            CBitmap disc;
+            disc.CreateBitmap(kSize, kSize, 1, 32, pixels.data());
+            m_images.Add(&disc, RGB(255, 255, 255));
+        }
+    }
+
+    CImageList m_images; // outlives the controls that show them
+    GalleryReport m_reports[4];
+};
+
+BEGIN_MESSAGE_MAP(GalleryWnd, CWnd)
+    ON_WM_DESTROY()
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+} // namespace
+
+class GalleryApp : public CWinApp
+{
+    BOOL InitInstance() override
+    {
+        m_pMainWnd = &m_wnd;
+        if (!m_wnd.Open())
+            return FALSE;
+        if (__argc < 2)
+            return TRUE;
+        m_exitCode = WritePicture(m_wnd, __argv[1]) ? 0 : 1;
+        return FALSE;
+    }
+    int ExitInstance() override { return m_exitCode; }
+
+    GalleryWnd m_wnd;
+    int m_exitCode = 0;
+};
+
+GalleryApp theApp;
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
+{
+    return AfxWinMain(instance, previous, commandLine, show);
+}

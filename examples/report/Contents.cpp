@@ -1,0 +1,191 @@
+#include "Contents.h"
+
+#include "../common/CsvFile.h"
+
+#include <cstdio>
+#include <memory>
+#include <regex>
+
+namespace
+{
+
+using Order = CReportSorter::Order;
+
+constexpr int kAlignRight = 1;
+constexpr int kSample = 1000; // lines that are looked at to learn what a column holds
+
+enum Column
+{
+    kName,
+    kSize,
+    kModified,
+    kType
+};
+
+// A text that is not UTF-8 is taken to be in the system's code page already, which needs no more bytes.
+void ConvertFromUtf8(std::string& text)
+{
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int length =
+        ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, wide.data(), size);
+    if (length > 0)
+        text.resize(static_cast<std::size_t>(
+            ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, text.data(), size, nullptr, nullptr)));
+}
+
+// The first order that fits all texts of a column but empty ones.
+Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
+{
+    static const std::pair<Order, std::regex> orders[] = {
+        {Order::kNumber, std::regex(R"([-+]?(?=\.?\d)(\d{1,3}(,\d{3})+|\d*)(\.\d*)?([eE][-+]?\d+)?)")},
+        {Order::kDecimalComma, std::regex(R"([-+]?(?=,?\d)(\d{1,3}(\.\d{3})+|\d*)(,\d*)?([eE][-+]?\d+)?)")},
+        {Order::kDate, std::regex(R"((\d{4}([-/.])\d\d?\2\d\d?|(0?\d|1[0-2])([-/])\d\d?\4\d{4})([T ].*)?)")},
+        {Order::kDateDayFirst, std::regex(R"(\d\d?([-/.])\d\d?\1\d{4}([T ].*)?)")},
+    };
+    const auto last = lines.begin() + std::min<std::ptrdiff_t>(kSample, std::ssize(lines));
+    for (const auto& [order, pattern] : orders)
+        if (std::all_of(lines.begin() + 1, last, [&](const Line& line) {
+                const std::string& text = line[column];
+                // Matching a long text would take much stack.
+                return text.empty() || (text.size() < 50 && std::regex_match(text, pattern));
+            }))
+            return order;
+    return Order::kNatural;
+}
+
+// As wide as the caption and the texts that are looked at, within bounds.
+int FitWidth(CReportCtrl& report, int subitem)
+{
+    int width = 40;
+    for (int item = RVI_DEFAULT; item < std::min(report.GetItemCount(), kSample); ++item)
+    {
+        CRect rect;
+        report.MeasureItem(item, subitem, rect, 0);
+        width = std::max(width, rect.Width());
+    }
+    return std::min(width, 400);
+}
+
+std::string SizeText(const WIN32_FIND_DATA& entry)
+{
+    std::string text =
+        std::to_string(static_cast<unsigned __int64>(entry.nFileSizeHigh) << 32 | entry.nFileSizeLow);
+    for (std::size_t i = text.size(); i > 3; i -= 3)
+        text.insert(i - 3, ",");
+    return text;
+}
+
+std::string TimeText(const FILETIME& time)
+{
+    SYSTEMTIME utc = {};
+    SYSTEMTIME local = {};
+    ::FileTimeToSystemTime(&time, &utc);
+    ::SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local);
+    char text[40];
+    std::snprintf(text, sizeof(text), "%04d-%02d-%02d %02d:%02d", local.wYear, local.wMonth, local.wDay,
+                  local.wHour, local.wMinute);
+    return text;
+}
+
+void AddEntries(const std::string& folder, CReportCtrl& report, _TREEITEM* parent)
+{
+    WIN32_FIND_DATA entry;
+    const std::unique_ptr<void, decltype(&::FindClose)> find(
+        ::FindFirstFile((folder + "\\*").c_str(), &entry), &::FindClose);
+    if (find.get() == INVALID_HANDLE_VALUE)
+        return;
+    do
+    {
+        const std::string name = entry.cFileName;
+        if (name == "." || name == "..")
+            continue;
+        _TREEITEM* const treeItem = report.InsertTreeItem(parent, TVI_LAST, name.c_str());
+        const int item = report.GetItemIndex(treeItem);
+        const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        report.SetItemText(item, kModified, TimeText(entry.ftLastWriteTime).c_str());
+        if (!isFolder)
+        {
+            report.SetItemText(item, kSize, SizeText(entry).c_str());
+            report.SetItemText(item, kType, name.substr(std::min(name.rfind('.'), name.size())).c_str());
+            continue;
+        }
+        report.SetItemText(item, kType, "folder");
+        report.SetItemData(item, RowOrder::kFolder);
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) // it may lead back to where we are
+            AddEntries(folder + "\\" + name, report, treeItem);
+    } while (::FindNextFile(find.get(), &entry));
+}
+
+} // namespace
+
+RowOrder::RowOrder(CReportCtrl& report) : m_report(report), m_sorter(report)
+{
+    report.SetSortCallback(Compare, reinterpret_cast<__int64>(this));
+}
+
+int RowOrder::Compare(int item1, int subitem1, int item2, int subitem2, __int64 rowOrder)
+{
+    RowOrder& order = *reinterpret_cast<RowOrder*>(rowOrder);
+    const bool isFolder1 = order.m_report.GetItemData(item1) == kFolder;
+    const bool isFolder2 = order.m_report.GetItemData(item2) == kFolder;
+    if (isFolder1 == isFolder2)
+        return CReportSorter::Compare(item1, subitem1, item2, subitem2,
+                                      reinterpret_cast<__int64>(&order.m_sorter));
+    if (order.m_sortNumber != order.m_report.GetSortNumber())
+    {
+        int subitem = 0;
+        order.m_report.GetSortSettings(&subitem, &order.m_ascending);
+        order.m_sortNumber = order.m_report.GetSortNumber();
+    }
+    return isFolder1 == (order.m_ascending != 0) ? -1 : 1; // a descending sort turns answers round
+}
+
+void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order)
+{
+    std::vector<Line> lines = ReadCsv(path);
+    for (Line& line : lines)
+        for (std::string& text : line)
+            ConvertFromUtf8(text);
+    Fill(report, lines);
+    for (int i = 0; i < report.GetSubItemCount(); ++i)
+    {
+        const auto column = static_cast<std::size_t>(i);
+        const Order guess = GuessOrder(lines, column);
+        order.GetSorter().SetOrder(i, guess);
+        _RVSUBITEM subitem;
+        subitem.text = lines.front()[column].c_str();
+        subitem.width = FitWidth(report, i);
+        if (guess == Order::kNumber || guess == Order::kDecimalComma)
+            subitem.format = kAlignRight;
+        report.RedefineSubItem(i, &subitem);
+    }
+}
+
+void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order)
+{
+    const struct
+    {
+        const char* caption;
+        int width;
+        std::uint32_t format;
+        Order order;
+    } columns[] = {{"Name", 300, 0, Order::kNatural},
+                   {"Size", 100, kAlignRight, Order::kNumber},
+                   {"Modified", 130, 0, Order::kDate},
+                   {"Type", 80, 0, Order::kCaseless}};
+    for (const auto& column : columns)
+    {
+        _RVSUBITEM subitem;
+        subitem.text = column.caption;
+        subitem.width = column.width;
+        subitem.format = column.format;
+        const int number = report.DefineSubItem(report.GetSubItemCount(), &subitem);
+        report.ActivateSubItem(number, -1);
+        order.GetSorter().SetOrder(number, column.order);
+    }
+    report.ModifyStyle(0, RVS_TREE);
+    AddEntries(path, report, nullptr);
+    order.GetSorter().AddFurtherKey(kName, 1);
+    report.SortItems(kName, 1);
+}

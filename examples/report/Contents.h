@@ -1,0 +1,33 @@
+// What the window shows: a CSV file as a list, or a folder as a tree.
+#pragma once
+
+#include <ReportSort.h>
+
+#include <string>
+
+// The order of a report control's rows while this object lives: by their cells, but folders, whose item data
+// is kFolder, stand before files whether the sort goes up or down.
+class RowOrder
+{
+public:
+    static constexpr unsigned long kFolder = 1;
+
+    explicit RowOrder(CReportCtrl& report);
+    CReportSorter& GetSorter() { return m_sorter; }
+
+private:
+    static int Compare(int item1, int subitem1, int item2, int subitem2, __int64 rowOrder);
+
+    CReportCtrl& m_report;
+    CReportSorter m_sorter;
+    unsigned m_sortNumber = 0; // of the sort that m_ascending belongs to
+    int m_ascending = 1;
+};
+
+// These fill an empty control, and say how its columns are ordered.
+
+// Texts in UTF-8 are shown in the system's code page. Throws std::runtime_error when the file cannot be read.
+void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order);
+
+// Makes the control a tree. A folder that cannot be looked into shows as an empty one.
+void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order);

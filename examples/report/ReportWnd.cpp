@@ -1,0 +1,155 @@
+#include "ReportWnd.h"
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+
+namespace
+{
+
+constexpr UINT kReportId = 1;
+constexpr UINT kHiddenListId = 2;
+constexpr int kHiddenListWidth = 150;
+constexpr int kRowSpace = 4; // pixels above and below a text together
+
+// The items of the menu "View" that switch styles of the control.
+const struct
+{
+    const char* caption;
+    DWORD styles;
+} kSwitches[] = {{"&Grid Lines", RVS_HORIZONTALGRID | RVS_VERTICALGRID},
+                 {"&Alternating Rows", RVS_ALTERNATEROWS},
+                 {"Cell &Focus", RVS_CELLFOCUS}};
+constexpr DWORD kSwitched = RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_ALTERNATEROWS | RVS_CELLFOCUS;
+constexpr UINT kFirstStyleCommand = 100;
+constexpr UINT kLastStyleCommand = kFirstStyleCommand + static_cast<UINT>(std::size(kSwitches)) - 1;
+constexpr UINT kHiddenListCommand = kLastStyleCommand + 1;
+
+HMENU MakeMenu()
+{
+    CMenu view;
+    view.CreatePopupMenu();
+    UINT id = kFirstStyleCommand;
+    for (const auto& item : kSwitches)
+        view.AppendMenu(MF_STRING, id++, item.caption);
+    view.AppendMenu(MF_STRING, kHiddenListCommand, "Hidden &Columns");
+
+    CMenu bar;
+    bar.CreateMenu();
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), "&View");
+    return bar.Detach(); // the window's now
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
+    ON_WM_CREATE()
+    ON_WM_CLOSE()
+    ON_WM_SIZE()
+    ON_WM_SETFOCUS()
+    ON_WM_INITMENUPOPUP()
+    ON_COMMAND_RANGE(kFirstStyleCommand, kLastStyleCommand, &ReportWnd::OnSwitchStyle)
+    ON_COMMAND(kHiddenListCommand, &ReportWnd::OnSwitchHiddenList)
+END_MESSAGE_MAP()
+
+void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
+{
+    const DWORD attributes = ::GetFileAttributes(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        throw std::runtime_error(path + ": cannot be found");
+    const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+
+    const LPCSTR windowClass =
+        AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1));
+    if (!CreateEx(0, windowClass, (path + " - report").c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100,
+                  100, 800, 500, nullptr, MakeMenu()))
+        throw std::runtime_error("the window cannot be made");
+    m_report.SetRedraw(0);
+    (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order);
+    m_layout = Layout(layoutFile, isFolder ? "Folders" : path);
+    LoadView();
+    m_report.SetReportSubItemListCtrl(&m_hiddenList); // now that all columns are there it is filled once
+    m_report.SetRedraw(1);
+}
+
+int ReportWnd::OnCreate(LPCREATESTRUCT)
+{
+    const DWORD style = WS_CHILD | WS_VISIBLE | RVS_KEEPSELECTION | RVS_DRAGCOLUMNS | RVS_TIPS;
+    if (!m_report.Create(style, CRect(), this, kReportId) ||
+        !m_hiddenList.Create(WS_CHILD | WS_BORDER | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, CRect(), this,
+                             kHiddenListId))
+        return -1;
+    m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
+    TEXTMETRIC metrics = {};
+    CClientDC dc(this);
+    dc.SelectObject(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
+    dc.GetTextMetrics(&metrics);
+    m_report.SetItemHeight(metrics.tmHeight + kRowSpace);
+    m_report.InsertColor(0, RGB(240, 245, 250)); // of alternating rows
+    return 0;
+}
+
+void ReportWnd::LoadView()
+{
+    const int styles = m_layout.GetNumber("Styles", RVS_HORIZONTALGRID | RVS_VERTICALGRID);
+    m_report.ModifyStyle(kSwitched, static_cast<DWORD>(styles) & kSwitched);
+    m_showHiddenList = m_layout.GetNumber("HiddenColumns", 0) != 0;
+    LoadColumns(m_layout, m_report);
+    Arrange();
+    LoadPlace(m_layout, *this);
+}
+
+void ReportWnd::SaveView()
+{
+    m_layout.SetNumber("Styles", static_cast<int>(m_report.GetStyle() & kSwitched));
+    m_layout.SetNumber("HiddenColumns", m_showHiddenList);
+    SaveColumns(m_layout, m_report);
+    SavePlace(m_layout, *this);
+}
+
+void ReportWnd::OnClose()
+{
+    SaveView();
+    DestroyWindow();
+}
+
+void ReportWnd::OnSize(UINT, int, int)
+{
+    Arrange();
+}
+
+void ReportWnd::Arrange()
+{
+    CRect client;
+    GetClientRect(client);
+    const int reportWidth = std::max(0, client.Width() - (m_showHiddenList ? kHiddenListWidth : 0));
+    m_report.MoveWindow(0, 0, reportWidth, client.Height());
+    m_hiddenList.MoveWindow(reportWidth, 0, kHiddenListWidth, client.Height());
+    m_hiddenList.ShowWindow(m_showHiddenList ? SW_SHOW : SW_HIDE);
+}
+
+void ReportWnd::OnSetFocus(CWnd*)
+{
+    m_report.SetFocus();
+}
+
+void ReportWnd::OnInitMenuPopup(CMenu* popup, UINT, BOOL)
+{
+    UINT id = kFirstStyleCommand;
+    for (const auto& item : kSwitches)
+        ::CheckMenuItem(*popup, id++, HasStyle(item.styles) ? MF_CHECKED : MF_UNCHECKED);
+    ::CheckMenuItem(*popup, kHiddenListCommand, m_showHiddenList ? MF_CHECKED : MF_UNCHECKED);
+}
+
+void ReportWnd::OnSwitchStyle(UINT id)
+{
+    const DWORD styles = kSwitches[id - kFirstStyleCommand].styles;
+    const bool isOn = HasStyle(styles);
+    m_report.ModifyStyle(isOn ? styles : 0, isOn ? 0 : styles);
+}
+
+void ReportWnd::OnSwitchHiddenList()
+{
+    m_showHiddenList = !m_showHiddenList;
+    Arrange();
+}

@@ -1,0 +1,39 @@
+// The window: a report control, beside it the list of hidden columns, and a menu.
+#pragma once
+
+#include "Contents.h"
+#include "Layout.h"
+
+#include <ReportSubItemListCtrl.h>
+
+#include <string>
+
+class ReportWnd : public CWnd
+{
+public:
+    // Shows a CSV file or a folder, in the way that the INI file `layoutFile` remembers, and remembers it
+    // there when it closes; an empty name for neither. Throws std::runtime_error when it cannot.
+    void Open(const std::string& path, const std::string& layoutFile);
+
+protected:
+    afx_msg int OnCreate(LPCREATESTRUCT create);
+    afx_msg void OnClose();
+    afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg void OnSetFocus(CWnd* old);
+    afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
+    afx_msg void OnSwitchStyle(UINT id);
+    afx_msg void OnSwitchHiddenList();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void LoadView();
+    void SaveView();
+    void Arrange();
+    bool HasStyle(DWORD style) const { return (m_report.GetStyle() & style) != 0; }
+
+    CReportCtrl m_report;
+    RowOrder m_order{m_report};
+    CReportSubItemListCtrl m_hiddenList;
+    bool m_showHiddenList = false;
+    Layout m_layout;
+};

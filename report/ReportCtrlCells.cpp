@@ -1,0 +1,175 @@
+// What a cell of the report control looks like: image, check box, text and tree box.
+#include "report/ReportCtrlData.h"
+
+#include "vkgrafic/GraphicText.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace
+{
+
+constexpr COLORREF kCrossColor = RGB(255, 0, 0);
+constexpr int kCrossWidth = 2;
+constexpr int kBoxReach = 4;                // of a tree box's frame from its middle
+constexpr int kSignReach = 2;               // of its sign
+constexpr unsigned kOverlayStates = 0x0F00; // of an item: the number of an overlay image
+
+// A check state's bits, up to kLastCheck; higher states look like 0.
+constexpr int kChecked = 1;
+constexpr int kCrossed = 2;
+constexpr int kRadio = 4;
+constexpr int kLastCheck = 7;
+
+CRect CenteredBox(const CRect& rect, int width, int height)
+{
+    const int top = (rect.top + rect.bottom) / 2 - height / 2 + 1;
+    return {rect.left, top, rect.left + width, top + height};
+}
+
+void DrawCross(CDC& dc, CRect box)
+{
+    CPen pen(PS_SOLID, kCrossWidth, kCrossColor);
+    CPen* const old = dc.SelectObject(&pen);
+    dc.MoveTo(box.left, box.top);
+    dc.LineTo(box.right, box.bottom);
+    dc.MoveTo(box.right, box.top);
+    dc.LineTo(box.left, box.bottom);
+    dc.SelectObject(old);
+}
+
+} // namespace
+
+void CReportCtrl::DrawItem(CDC* dc, CRect rect, _RVITEM* item)
+{
+    if (const int used = DrawImage(dc, rect, item))
+        rect.left += used + m_data->view.margin;
+    if (const int used = DrawCheck(dc, rect, item))
+        rect.left += used + m_data->view.margin;
+    DrawText(dc, rect, item);
+}
+
+// The image of a list, as wide as there is room; nothing for a number that the list does not have. `blend` is
+// the colour to blend with, if `style` says so.
+void CReportCtrl::DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, int height,
+                                UINT style, int blend)
+{
+    if (!list || image < 0 || image >= list->GetImageCount() || rect.Width() <= 0)
+        return;
+    IMAGELISTDRAWPARAMS drawing = {};
+    drawing.cbSize = sizeof(drawing);
+    drawing.i = image;
+    drawing.hdcDst = *dc;
+    drawing.x = rect.left;
+    drawing.y = CenteredBox(rect, 0, height).top;
+    drawing.cx = rect.Width();
+    drawing.rgbBk = CLR_NONE;
+    drawing.rgbFg = GetSystemColor(blend);
+    drawing.fStyle = style;
+    drawing.dwRop = SRCCOPY;
+    list->DrawIndirect(&drawing);
+}
+
+int CReportCtrl::DrawImage(CDC* dc, CRect rect, _RVITEM* item)
+{
+    const int width = m_data->view.imageWidth;
+    if (item->image < 0)
+    {
+        const auto subitem = static_cast<std::size_t>(item->subitem);
+        const bool place =
+            subitem < m_data->subitems.size() && (m_data->subitems[subitem].format & RVSF_IMAGEPLACE);
+        return place ? width : 0;
+    }
+    rect.right = std::min<int>(rect.right, rect.left + width);
+    UINT style = ILD_TRANSPARENT | (item->state & kOverlayStates);
+    const bool isSelected = (item->state & RVIS_SELECTED) != 0;
+    const bool isFocused = m_data->hasFocus && (item->state & RVIS_FOCUSED);
+    if (m_data->imageMode != RVIB_NONE && (isSelected || isFocused))
+        style |= m_data->imageMode == RVIB_BLEND25 ? ILD_BLEND25 : ILD_BLEND50;
+    DrawListImage(dc, rect, m_data->itemImages, item->image, m_data->imageHeight, style,
+                  isSelected ? RVSC_HIGHLIGHT : RVSC_WINDOW);
+    return width;
+}
+
+int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
+{
+    const int width = m_data->view.checkWidth;
+    if (item->check < 0)
+    {
+        const auto subitem = static_cast<std::size_t>(item->subitem);
+        const bool place =
+            subitem < m_data->subitems.size() && (m_data->subitems[subitem].format & RVSF_CHECKPLACE);
+        return place ? width : 0;
+    }
+    if (rect.Width() <= width)
+        return 0;
+    if (m_data->checkImages)
+    {
+        rect.right = rect.left + width;
+        DrawListImage(dc, rect, m_data->checkImages, item->check, m_data->checkHeight, ILD_TRANSPARENT,
+                      RVSC_WINDOW);
+        return width;
+    }
+    const int state = item->check <= kLastCheck ? item->check : 0;
+    CRect box = CenteredBox(rect, width, m_data->checkHeight);
+    dc->DrawFrameControl(box, DFC_BUTTON,
+                         static_cast<UINT>((state & kRadio ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK) |
+                                           (state & kChecked ? DFCS_CHECKED : 0)));
+    if (state & kCrossed)
+    {
+        const int right = state & kRadio ? 1 : 0;
+        DrawCross(*dc, CRect(box.left + 1 + right, box.top + 1, box.right - 1 + right, box.bottom - 1));
+    }
+    return width;
+}
+
+int CReportCtrl::DrawText(CDC* dc, CRect rect, _RVITEM* item)
+{
+    if (rect.Width() < 1 || !item->text)
+        return 0;
+    const auto subitem = static_cast<std::size_t>(item->subitem);
+    const UINT format =
+        subitem < m_data->subitems.size() ? m_data->subitems[subitem].format & RVSF_ALIGNMASK : 0;
+    const UINT aligned[] = {DT_LEFT, DT_RIGHT, DT_CENTER, DT_LEFT};
+    if (item->backgroundColor >= 0)
+        dc->FillSolidRect(rect, m_data->TableColor(item->backgroundColor));
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    std::string_view text = item->text;
+    std::string printable;
+    if (std::any_of(text.begin(), text.end(), isControl))
+    {
+        printable = text;
+        std::replace_if(printable.begin(), printable.end(), isControl, ' ');
+        text = printable;
+    }
+    const bool bold = (item->state & RVIS_BOLD) != 0;
+    const HGDIOBJ old = bold ? ::SelectObject(*dc, m_data->boldFont.GetSafeHandle()) : nullptr;
+    const GraphicFont* measures = bold ? &m_data->boldMeasures : &m_data->fontMeasures;
+    if (!bold && ::GetCurrentObject(*dc, OBJ_FONT) != m_data->font)
+        measures = nullptr; // a subclass has selected its own
+    const int width = GraphicText(*dc, measures)
+                          .Draw(text.data(), static_cast<int>(text.size()), rect,
+                                aligned[format] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    if (old)
+        ::SelectObject(*dc, old);
+    return std::max(0, std::min(width, rect.Width()));
+}
+
+int CReportCtrl::DrawTreeBox(CDC* dc, CRect rect, int expanded)
+{
+    if (rect.right < rect.left || rect.bottom < rect.top)
+        return rect.right;
+    rect.right = rect.left + rect.Height();
+    const CPoint middle((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
+    const COLORREF sign = GetSystemColor(RVSC_TEXT);
+    const auto square = [&](int reach, COLORREF color) {
+        dc->FillSolidRect(middle.x - reach, middle.y - reach, 2 * reach + 1, 2 * reach + 1, color);
+    };
+    square(kBoxReach, GetSystemColor(RVSC_SHADOW));
+    square(kBoxReach - 1, GetSystemColor(RVSC_WINDOW));
+    dc->FillSolidRect(middle.x - kSignReach, middle.y, 2 * kSignReach + 1, 1, sign);
+    if (!expanded)
+        dc->FillSolidRect(middle.x, middle.y - kSignReach, 1, 2 * kSignReach + 1, sign);
+    return rect.Width();
+}

@@ -1,0 +1,210 @@
+// What the report control tells its geometry, and whom it tells where things are.
+#include "report/InvalidArgument.h"
+#include "report/ReportCtrlData.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int kMaxPreview = 0x7FFF; // pixels
+
+} // namespace
+
+// ---- Rows and columns as the geometry asks for them
+
+CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
+{
+    if (m_row.row == row)
+        return m_row;
+    Data& data = *m_control.m_data;
+    m_row = {};
+    const int item = m_control.GetItemFromRow(row);
+    ItemView view;
+    if (m_control.ReadItem(item, -1, RVIM_TEXT | RVIM_STATE | RVIM_PREVIEWHEIGHT, view))
+    {
+        const structITEM& record = *view.item;
+        m_row.preview = view.cell.text;
+        m_row.item.textColor = view.cell.textColor;
+        m_row.item.backgroundColor = record.backgroundColor;
+        m_row.item.previewHeight = std::clamp(record.previewHeight, 0, kMaxPreview);
+        m_row.item.treeLevel = record.treeLevel;
+        m_row.item.state = record.state;
+        m_row.item.itemData = record.itemData;
+        const _TREEITEM* const treeItem = data.IsTree() ? record.treeItem : nullptr;
+        if (treeItem && treeItem->subitem >= 0 && treeItem->subitem < m_control.GetSubItemCount())
+            m_row.shape.spanning = treeItem->subitem;
+    }
+    m_row.item.item = item;
+    m_row.item.subitem = -1;
+    m_row.item.text = m_row.preview.data();
+    m_row.item.textMax = static_cast<int>(m_row.preview.size()) + 1;
+    m_row.item.mask = RVIM_TEXT | RVIM_STATE | RVIM_ITEMDATA;
+    m_row.shape.previewHeight = m_row.item.previewHeight;
+    m_row.shape.hasPreview = !m_row.preview.empty();
+    m_row.shape.level = m_row.item.treeLevel;
+    m_row.shape.hasBox = (m_row.item.state & (RVIS_COLLAPSED | RVIS_EXPANDED)) != 0;
+    m_row.row = row; // only now: the callback may have thrown
+    return m_row;
+}
+
+bool CReportCtrl::RowSource::ReadCell(int row, int subitem, _RVITEM& cell, std::string& text)
+{
+    const FetchedRow& fetched = Row(row);
+    ItemView view;
+    if (subitem < 0 || !m_control.ReadItem(fetched.item.item, subitem, RVIM_TEXT | RVIM_STATE, view))
+        return false;
+    text.assign(view.cell.text);
+    cell = fetched.item;
+    cell.backgroundColor = view.item->backgroundColor;
+    cell.state = view.item->state;
+    cell.subitem = subitem;
+    cell.text = view.cell.hasText ? text.data() : nullptr;
+    cell.textMax = static_cast<int>(text.size()) + 1;
+    cell.textColor = view.cell.textColor;
+    cell.image = view.cell.image;
+    cell.check = view.cell.check;
+    cell.extra = view.cell.extra;
+    cell.mask = RVIM_STATE | RVIM_ITEMDATA | (cell.text ? RVIM_TEXT : 0) |
+                (cell.image >= 0 ? RVIM_IMAGE : 0) | (cell.check >= 0 ? RVIM_CHECK : 0) |
+                (cell.textColor >= 0 ? RVIM_TEXTCOLOR : 0);
+    return true;
+}
+
+report::CellContents CReportCtrl::RowSource::ContentsOf(const report::Cell& cell, int subitem) const
+{
+    const std::uint32_t format = m_control.m_data->subitems.at(static_cast<std::size_t>(subitem)).format;
+    return {cell.image >= 0, cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
+            (format & RVSF_CHECKPLACE) != 0};
+}
+
+report::CellContents CReportCtrl::RowSource::ContentsOf(int row, int subitem)
+{
+    ItemView view;
+    if (subitem < 0 || !m_control.ReadItem(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, view))
+        return {};
+    return ContentsOf(view.cell, subitem);
+}
+
+const std::vector<report::Column>& CReportCtrl::RowSource::Columns()
+{
+    if (!m_columnsRead)
+        m_columns = m_control.m_data->header.GetColumns();
+    m_columnsRead = true;
+    return m_columns;
+}
+
+// ---- Answers
+
+bool CReportCtrl::GetRowHeight(int row, int& height)
+{
+    if (row < 0 || row >= GetRowCount())
+        return false;
+    height = Places(*this).geometry.HeightOf(row);
+    return true;
+}
+
+int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecorations)
+{
+    *rect = {0, 0, m_data->view.margin, m_data->view.LineHeight()};
+    ItemView view;
+    if (subitem < 0 || !ReadItem(item, subitem, RVIM_TEXT | RVIM_STATE, view))
+        return 1;
+    const report::CellContents contents = {!noDecorations && view.cell.image >= 0,
+                                           !noDecorations && view.cell.check >= 0};
+    int width = -1;
+    if (view.cell.hasText)
+    {
+        const bool bold = (view.item->state & RVIS_BOLD) != 0;
+        width = (bold ? m_data->boldMeasures : m_data->fontMeasures)
+                    .GetWidth(view.cell.text.data(), static_cast<int>(view.cell.text.size()));
+    }
+    rect->right = report::ContentsWidth(m_data->view, contents, width);
+    return 1;
+}
+
+int CReportCtrl::GetRowRect(int row, int column, RECT* rect, unsigned int)
+{
+    Places places(*this);
+    const bool fixed = row == RVI_DEFAULT && (m_data->style & RVS_FIXEDROW);
+    if (!fixed && (row < 0 || row >= GetRowCount()))
+        return 0;
+    const std::optional<report::PlacedRow> placed = places.geometry.Place(row);
+    if (!placed)
+        return 0;
+    if (column < 0)
+    {
+        *rect = ToRect(placed->rect);
+        return 1;
+    }
+    // A cell reaches from divider to divider, its indentation included.
+    report::PlacedCell cell;
+    for (int left = placed->rect.left; places.geometry.Next(*placed, cell); left = cell.rect.right)
+    {
+        if (cell.column != column)
+            continue;
+        *rect = CRect(left, cell.rect.top, cell.rect.right, cell.rect.bottom);
+        return 1;
+    }
+    return 0;
+}
+
+int CReportCtrl::GetItemRect(int item, int subitem, RECT* rect, unsigned int part)
+{
+    const int column = subitem < 0 ? -1 : GetColumnFromSubItem(subitem);
+    if (subitem >= 0 && column < 0)
+        return 0;
+    return GetRowRect(GetRowFromItem(item), column, rect, part);
+}
+
+int CReportCtrl::GetTopIndex()
+{
+    GetRowCount(); // the rows are made, and the position cut to them
+    return m_data->view.topRow;
+}
+
+int CReportCtrl::GetVisibleRows(int fromRow, int* first, int* last, int reverse)
+{
+    *first = 0;
+    *last = -1;
+    if (fromRow < 0 || fromRow >= GetRowCount())
+        return 0;
+    Places places(*this);
+    const report::RowRange rows =
+        reverse ? places.geometry.RowsUpTo(fromRow) : places.geometry.RowsFrom(fromRow);
+    *first = rows.first;
+    *last = rows.last;
+    return rows.last - rows.first + 1;
+}
+
+int CReportCtrl::GetVisibleCount(int partly)
+{
+    int count = 0;
+    Places places(*this);
+    const int bottom = m_data->view.report.bottom;
+    for (report::PlacedRow row; places.geometry.Next(row, bottom);)
+        count += partly || row.rect.bottom <= bottom;
+    return count;
+}
+
+int CReportCtrl::IsItemVisible(int item, int subitem)
+{
+    CRect rect;
+    return GetItemRect(item, subitem, rect, RVRC_WHOLE) &&
+           (item == RVI_DEFAULT || rect.bottom > m_data->view.report.top) &&
+           rect.left < m_data->view.report.right && rect.right > m_data->view.report.left;
+}
+
+int CReportCtrl::HitTest(_RVHITTESTINFO* info)
+{
+    Places places(*this);
+    const report::Hit hit = places.geometry.HitTest(info->pt.x, info->pt.y);
+    info->flags = hit.flags;
+    info->row = hit.row;
+    info->column = hit.column;
+    info->subitem = hit.subitem;
+    info->rect = ToRect(hit.rect);
+    info->item = GetItemFromRow(hit.row);
+    info->treeItem = m_data->IsTree() ? GetItemHandle(info->item) : nullptr;
+    return info->item;
+}

@@ -1,0 +1,314 @@
+// Where things are, against walks over all rows and pixels.
+#include "report/Geometry.h"
+
+#include "ReportItem.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <map>
+#include <random>
+
+namespace
+{
+
+using namespace report;
+
+// A control of any looks.
+class Sheet : public GeometrySource
+{
+public:
+    int RowCount() override { return static_cast<int>(rows.size()); }
+    RowShape ShapeOf(int row) override
+    {
+        ++asked;
+        return row == kFixedRow ? RowShape() : rows.at(static_cast<std::size_t>(row));
+    }
+    CellContents ContentsOf(int, int subitem) override { return contents[subitem]; }
+    const std::vector<Column>& Columns() override { return columns; }
+
+    int Height(int row)
+    {
+        const int preview = view.showPreviews ? rows.at(static_cast<std::size_t>(row)).previewHeight : 0;
+        return (view.showLines ? view.itemHeight : 0) + preview;
+    }
+    int HeightOf(int first, int last)
+    {
+        int height = 0;
+        for (int row = first; row <= last; ++row)
+            height += Height(row);
+        return height;
+    }
+
+    View view;
+    std::vector<RowShape> rows;
+    std::vector<Column> columns;
+    std::map<int, CellContents> contents;
+    int asked = 0;
+};
+
+class GeometryTest : public testing::Test
+{
+protected:
+    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+
+    void Randomise(Sheet& sheet)
+    {
+        View& view = sheet.view;
+        view.itemHeight = 1 + Below(12);
+        view.margin = Below(4);
+        view.imageWidth = Below(2) * 9;
+        view.checkWidth = 1 + Below(8);
+        view.fixedFrame = Below(3);
+        view.showLines = Below(4) != 0;
+        view.showPreviews = !view.showLines || Below(2) == 0;
+        sheet.columns.clear();
+        for (int i = Below(5); i > 0; --i)
+        {
+            sheet.columns.push_back({static_cast<int>(sheet.columns.size()) + 10, Below(4) ? Below(60) : 0});
+            CellContents& contents = sheet.contents[sheet.columns.back().subitem];
+            contents = {Below(2) == 0, Below(2) == 0, Below(2) == 0, Below(2) == 0};
+        }
+        sheet.rows.resize(static_cast<std::size_t>(Below(40)));
+        for (RowShape& row : sheet.rows)
+            row = {Below(3) * 7, Below(2) == 0, Below(5) - 1, Below(2) == 0, Below(6) == 0 ? 10 : -1};
+        LayOut(view, Below(150), Below(120), Below(20), Below(2) == 0);
+        view.topRow = Below(sheet.RowCount() + 1);
+        view.left = Below(80);
+    }
+
+private:
+    std::mt19937 m_random{5};
+};
+
+TEST_F(GeometryTest, ScrollsAsAWalkOverAllRowsSays)
+{
+    for (int round = 0; round < 3000; ++round)
+    {
+        Sheet sheet;
+        Randomise(sheet);
+        Geometry geometry(sheet.view, sheet);
+        const int count = sheet.RowCount();
+        const int room = sheet.view.report.Height();
+        if (count == 0)
+        {
+            EXPECT_EQ(0, geometry.FittingTop(7));
+            continue;
+        }
+        const int row = Below(count);
+        int last = row;
+        while (last + 1 < count && sheet.HeightOf(row, last + 1) <= room)
+            ++last;
+        EXPECT_EQ((RowRange{row, last}), geometry.RowsFrom(row)) << round;
+        int first = row;
+        while (first > 0 && sheet.HeightOf(first - 1, row) <= room)
+            --first;
+        EXPECT_EQ((RowRange{first, row}), geometry.RowsUpTo(row)) << round;
+
+        // The smallest way to a place where the row is seen whole, or is the first.
+        const int top = sheet.view.topRow;
+        const int shown = geometry.TopToShow(row);
+        EXPECT_TRUE(shown == row || sheet.HeightOf(shown, row) <= room) << round;
+        EXPECT_EQ(row <= top ? row : std::max(top, first), shown) << round;
+
+        int end = count - 1;
+        while (end > 0 && sheet.HeightOf(end - 1, count - 1) <= room)
+            --end;
+        EXPECT_EQ(std::min(top, end), geometry.FittingTop(top)) << round;
+    }
+}
+
+// What each point should hit, painted into a picture in the order of the drawing.
+using Picture = std::map<std::pair<int, int>, Hit>;
+
+void Paint(Picture& picture, const View& view, const Rect& rect, const Rect& clip, Hit hit)
+{
+    hit.rect = rect;
+    for (int y = std::max(rect.top, clip.top); y < std::min(rect.bottom, clip.bottom); ++y)
+        for (int x = std::max(rect.left, clip.left); x < std::min(rect.right, clip.right); ++x)
+            if (x < view.report.right)
+                picture[{x, y}] = hit;
+}
+
+void PaintRow(Picture& picture, Sheet& sheet, int row, const Rect& rect, const Rect& clip,
+              std::uint32_t flags)
+{
+    const View& view = sheet.view;
+    const RowShape shape = row == kFixedRow ? RowShape() : sheet.rows.at(static_cast<std::size_t>(row));
+    const int line = row == kFixedRow ? rect.Height() : view.LineHeight();
+    const int indentation = std::max(0, shape.level) * view.itemHeight;
+    Hit hit;
+    hit.row = row;
+    hit.flags = flags | RVHT_NOWHERE;
+    Paint(picture, view, rect, clip, hit);
+    std::vector<Column> columns = sheet.columns;
+    if (shape.spanning >= 0)
+        columns = {{shape.spanning, rect.Width()}};
+    int x = rect.left;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+    {
+        hit.column = static_cast<int>(i);
+        hit.subitem = columns[i].subitem;
+        const int right = x + columns[i].width;
+        Rect cell{x, rect.top, right, rect.top + line};
+        hit.flags = flags | RVHT_NOWHERE;
+        Paint(picture, view, {x, rect.top, right, rect.bottom}, clip, hit);
+        if (i == 0)
+            cell.left = std::min(right, x + indentation);
+        // Parts stand side by side, whatever there is of them, and end at the right margin.
+        const CellContents contents = sheet.contents[hit.subitem];
+        int at = cell.left + view.margin;
+        const int end = right - view.margin;
+        const auto part = [&](int width, std::uint32_t flag) {
+            hit.flags = flags | flag;
+            Paint(picture, view, {at, cell.top, std::min(at + width, end), cell.bottom}, clip, hit);
+            at += width;
+        };
+        if (view.imageWidth > 0 && (contents.image || contents.imagePlace))
+            part(view.imageWidth + view.margin, contents.image ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
+        if (contents.check ? end - at > view.checkWidth : contents.checkPlace)
+            part(view.checkWidth + view.margin, contents.check ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
+        part(std::max(0, end - at), RVHT_ONITEMTEXT);
+        if (i == 0 && shape.level >= 0 && shape.hasBox && x + indentation <= right)
+        {
+            hit.flags = flags | RVHT_ONITEMTREEBOX;
+            const Rect box{cell.left - view.itemHeight, cell.top, cell.left, cell.bottom};
+            Paint(picture, view, box, {x, clip.top, clip.right, clip.bottom}, hit);
+        }
+        x = right;
+    }
+    hit = {};
+    hit.row = row;
+    hit.flags = flags | RVHT_ONITEMPREVIEW;
+    if (row != kFixedRow && view.showPreviews && shape.hasPreview)
+        Paint(picture, view, {rect.left, rect.top + line, rect.right, rect.bottom}, clip, hit);
+}
+
+TEST_F(GeometryTest, EveryPointHitsWhatIsDrawnThere)
+{
+    for (int round = 0; round < 300; ++round)
+    {
+        Sheet sheet;
+        Randomise(sheet);
+        const View& view = sheet.view;
+        Geometry geometry(view, sheet);
+        int width = view.header.Width();
+        int columns = 0;
+        for (const Column& column : sheet.columns)
+            columns += column.width;
+        width = std::max(width, columns);
+
+        Picture picture;
+        const Rect fixed{-view.left, view.fixedRow.top + view.fixedFrame, width - view.left,
+                         view.fixedRow.bottom - view.fixedFrame};
+        if (fixed.Height() > 0)
+            PaintRow(picture, sheet, kFixedRow, fixed, view.fixedRow, RVHT_ONFIXEDROW);
+        int y = view.report.top;
+        for (int row = view.topRow; row < sheet.RowCount() && y < view.report.bottom; ++row)
+        {
+            const Rect rect{-view.left, y, width - view.left, y + sheet.Height(row)};
+            PaintRow(picture, sheet, row, rect, view.report, 0);
+            y = rect.bottom;
+        }
+        for (int py = 0; py < view.report.bottom; ++py)
+        {
+            for (int px = 0; px < view.report.right; ++px)
+            {
+                const auto found = picture.find({px, py});
+                const Hit hit = geometry.HitTest(px, py);
+                if (view.report.Contains(px, py) && found == picture.end())
+                {
+                    EXPECT_EQ(RVHT_NOWHERE, hit.flags);
+                    EXPECT_EQ(kNoRow, hit.row);
+                }
+                if (found == picture.end())
+                    continue;
+                const Hit& drawn = found->second;
+                ASSERT_EQ(drawn.flags, hit.flags) << round << ": " << px << ' ' << py;
+                ASSERT_EQ(drawn.row, hit.row) << round << ": " << px << ' ' << py;
+                ASSERT_EQ(drawn.subitem, hit.subitem) << round << ": " << px << ' ' << py;
+                ASSERT_EQ(drawn.column, hit.column) << round << ": " << px << ' ' << py;
+                if ((drawn.flags &
+                     (RVHT_ONITEMIMAGE | RVHT_ONITEMCHECK | RVHT_ONITEMTEXT | RVHT_ONITEMTREEBOX)) != 0)
+                {
+                    ASSERT_EQ(drawn.rect, hit.rect) << round << ": " << px << ' ' << py;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(GeometryTest, TellsWherePointsOutsideLie)
+{
+    Sheet sheet;
+    LayOut(sheet.view, 100, 80, 20, true);
+    Geometry geometry(sheet.view, sheet);
+    const struct
+    {
+        int x, y;
+        std::uint32_t flags;
+    } cases[] = {{-1, -1, RVHT_ABOVE | RVHT_TOLEFT},       {50, 5, RVHT_ABOVE}, // the header
+                 {50, 25, RVHT_ONFIXEDROW | RVHT_NOWHERE}, {50, 40, RVHT_NOWHERE},
+                 {100, 80, RVHT_BELOW | RVHT_TORIGHT},     {INT_MIN, INT_MAX, RVHT_BELOW | RVHT_TOLEFT}};
+    for (const auto& each : cases)
+        EXPECT_EQ(each.flags, geometry.HitTest(each.x, each.y).flags) << each.x << ' ' << each.y;
+}
+
+TEST_F(GeometryTest, BringsColumnsIntoView)
+{
+    Sheet sheet;
+    sheet.columns = {{0, 50}, {1, 300}, {2, 40}, {3, 30000}};
+    LayOut(sheet.view, 200, 80, 0, false);
+    Geometry geometry(sheet.view, sheet);
+    const struct
+    {
+        int left, column, expected;
+    } cases[] = {{0, 0, 0},     {30, 0, 0},  {0, 1, 50},      {350, 1, 50}, {0, 2, 350},
+                 {200, 2, 200}, {0, 3, 390}, {20000, 3, 390}, {70, -1, 70}, {70, 4, 70}};
+    for (const auto& each : cases)
+    {
+        sheet.view.left = each.left;
+        EXPECT_EQ(each.expected, geometry.LeftToShow(each.column)) << each.left << ' ' << each.column;
+    }
+    EXPECT_EQ(30390 - 200, geometry.EndLeft());
+}
+
+// As many rows as there may be, and columns beyond the range of int: neither overflows nor takes long.
+TEST_F(GeometryTest, StandsSizesAtTheirLimits)
+{
+    class Huge : public Sheet
+    {
+    public:
+        int RowCount() override { return INT_MAX; }
+        RowShape ShapeOf(int) override
+        {
+            ++asked;
+            return {previewHeight, true, INT_MAX, true, -1};
+        }
+        int previewHeight = 0;
+    } sheet;
+    sheet.columns.assign(70000, {0, 0x7FFF});
+    sheet.contents[0] = {true, true, true, true};
+    LayOut(sheet.view, 1000, 1000, 20, false);
+    Geometry geometry(sheet.view, sheet);
+    EXPECT_EQ(INT_MAX - 98, geometry.EndTop());
+    EXPECT_EQ(INT_MAX, geometry.RowWidth());
+    sheet.view.topRow = geometry.TopToShow(INT_MAX - 1);
+    EXPECT_EQ(INT_MAX - 98, sheet.view.topRow);
+    EXPECT_EQ(INT_MAX - 1, geometry.HitTest(5, 995).row);
+    sheet.view.left = INT_MAX - 1000;
+    EXPECT_NE(kNoColumn, geometry.HitTest(5, 900).column);
+    EXPECT_GT(10000, sheet.asked);
+
+    sheet.view.showLines = false; // nothing to be seen anywhere
+    sheet.view.topRow = 0;
+    PlacedRow row;
+    EXPECT_FALSE(geometry.Next(row, 1000));
+    EXPECT_GT(100000, sheet.asked);
+    sheet.previewHeight = 0x7FFF;
+    PlacedRow shown;
+    EXPECT_TRUE(geometry.Next(shown, 1000));
+}
+
+} // namespace

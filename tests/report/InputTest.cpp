@@ -1,0 +1,326 @@
+// What each key and click does, row by row.
+#include "report/Input.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <random>
+#include <set>
+#include <string>
+
+namespace
+{
+
+using namespace report;
+
+// A list of rows 1 high; remembers what it is told.
+class List : public InputTarget
+{
+public:
+    int RowCount() override { return rows; }
+    bool HasHeight(int row) override { return !hidden.contains(row); }
+    RowRange WholeRows() override { return {top, std::max(top, std::min(top + page, rows) - 1)}; }
+    int ColumnCount() override { return columns; }
+    bool CanFocus(int column) override { return column != 1; }
+    bool IsCellFocus() const override { return cellFocus; }
+    bool IsFixedRow() const override { return fixedRow; }
+    bool IsTree() const override { return tree; }
+    void SelectRows(int row, int anchor, bool select, bool add, bool toggle) override
+    {
+        log += " select " + std::to_string(row) + ".." + std::to_string(anchor);
+        log += select ? (toggle ? " toggle" : add ? " add" : "") : " focus only";
+        selection.Select(row, anchor, select, toggle);
+    }
+    void FocusFixedRow() override
+    {
+        log += " fixed";
+        selection.focusRow = kFixedRow;
+    }
+    void EnsureVisible(int row) override
+    {
+        if (row < top)
+            top = row;
+        if (row >= top + page)
+            top = row - page + 1;
+    }
+    void Scroll(RowScroll how) override
+    {
+        const int end = std::max(0, rows - page);
+        top = how == RowScroll::Top ? 0
+              : how == RowScroll::Bottom
+                  ? end
+                  : std::clamp(top + (how == RowScroll::PageUp ? -page : page), 0, end);
+    }
+    void ScrollColumns(int direction) override { log += direction < 0 ? " left" : " right"; }
+    void FocusColumn(int column) override { selection.focusColumn = column; }
+    void ChangeTree(int row, TreeAction action) override
+    {
+        log += " tree " + std::to_string(row) + "+*-"[static_cast<int>(action)];
+    }
+    bool BeginEdit(int row, int column, unsigned key) override
+    {
+        log += " edit " + std::to_string(row) + ',' + std::to_string(column) + ' ' + std::to_string(key);
+        return true;
+    }
+
+    Selection selection;
+    int rows = 100;
+    int page = 10;
+    int top = 0;
+    int columns = 4;
+    bool cellFocus = false;
+    bool fixedRow = false;
+    bool tree = false;
+    std::set<int> hidden;
+    std::string log;
+};
+
+// Focus, first row, anchor, and what was called.
+std::string State(const List& list)
+{
+    return std::to_string(list.selection.focusRow) + " top " + std::to_string(list.top) + " anchor " +
+           std::to_string(list.selection.anchor) + ':' + list.log;
+}
+
+constexpr unsigned Number(Key key)
+{
+    return static_cast<unsigned>(key);
+}
+
+TEST(Input, KeysMoveFocusAndSelection)
+{
+    const Modifiers none, shift{true, false}, control{false, true}, both{true, true};
+    const struct
+    {
+        int line;
+        Key key;
+        Modifiers modifiers;
+        int focus, top;
+        const char* expected;
+        int rows = 100;
+        bool fixedRow = false;
+    } cases[] = {
+        // The anchor is row 20 before each.
+        {__LINE__, Key::Down, none, 5, 0, "6 top 0 anchor 6: select 6..6"},
+        {__LINE__, Key::Down, none, 9, 0, "10 top 1 anchor 10: select 10..10"},
+        {__LINE__, Key::Down, control, 5, 0, "6 top 0 anchor 6: select 6..6 focus only"},
+        {__LINE__, Key::Down, shift, 5, 0, "6 top 0 anchor 20: select 6..20"},
+        {__LINE__, Key::Down, both, 5, 0, "6 top 0 anchor 20: select 6..20"},
+        {__LINE__, Key::Down, none, 99, 90, "99 top 90 anchor 20:"},
+        {__LINE__, Key::Down, none, kNoRow, 0, "0 top 0 anchor 0: select 0..0"},
+        {__LINE__, Key::Down, none, kNoRow, 0, "0 top 0 anchor 0: select 0..0", 100, true},
+        {__LINE__, Key::Down, none, kNoRow, 0, "-2 top 0 anchor 20:", 0},
+        {__LINE__, Key::Up, none, 5, 5, "4 top 4 anchor 4: select 4..4"},
+        {__LINE__, Key::Up, shift, 5, 5, "4 top 4 anchor 20: select 4..20"},
+        {__LINE__, Key::Up, none, 0, 0, "0 top 0 anchor 20:"},
+        {__LINE__, Key::Up, none, 0, 0, "0 top 0 anchor 0: select 0..0", 100, true},
+        {__LINE__, Key::Up, none, kNoRow, 0, "-2 top 0 anchor 20:"},
+        {__LINE__, Key::PageUp, none, 55, 50, "49 top 49 anchor 49: select 49..49"},
+        {__LINE__, Key::PageUp, none, 50, 50, "39 top 39 anchor 39: select 39..39"},
+        {__LINE__, Key::PageUp, none, 3, 0, "0 top 0 anchor 0: select 0..0"},
+        {__LINE__, Key::PageUp, shift, 50, 50, "39 top 39 anchor 20: select 39..20"},
+        {__LINE__, Key::PageUp, control, 50, 50, "39 top 39 anchor 39: select 39..39 focus only"},
+        {__LINE__, Key::PageUp, none, kNoRow, 0, "-2 top 0 anchor 20:", 0},
+        {__LINE__, Key::PageDown, none, 55, 50, "60 top 51 anchor 60: select 60..60"},
+        {__LINE__, Key::PageDown, none, 59, 50, "70 top 61 anchor 70: select 70..70"},
+        {__LINE__, Key::PageDown, none, 98, 90, "99 top 90 anchor 99: select 99..99"},
+        {__LINE__, Key::PageDown, shift, 59, 50, "70 top 61 anchor 20: select 70..20"},
+        {__LINE__, Key::End, none, 5, 0, "99 top 90 anchor 99: select 99..99"},
+        {__LINE__, Key::End, control, 5, 0, "99 top 90 anchor 99: select 99..99 focus only"},
+        {__LINE__, Key::End, shift, 5, 0, "99 top 90 anchor 20: select 99..20"},
+        {__LINE__, Key::End, none, 99, 0, "99 top 0 anchor 20:"},
+        {__LINE__, Key::Home, none, 50, 45, "0 top 0 anchor 0: select 0..0"},
+        {__LINE__, Key::Home, shift, 50, 45, "0 top 0 anchor 20: select 0..20"},
+        {__LINE__, Key::Home, none, 0, 45, "0 top 45 anchor 20:"},
+        {__LINE__, Key::Space, none, 5, 0, "5 top 0 anchor 20: select 5..5 add"},
+        {__LINE__, Key::Space, control, 5, 0, "5 top 0 anchor 20: select 5..5 toggle"},
+        {__LINE__, Key::Space, none, kNoRow, 0, "-2 top 0 anchor 20:"},
+        {__LINE__, Key::Left, none, 5, 0, "5 top 0 anchor 20: left"},
+        {__LINE__, Key::Right, shift, 5, 0, "5 top 0 anchor 20: right"},
+    };
+    for (const auto& each : cases)
+    {
+        List list;
+        list.rows = each.rows;
+        list.fixedRow = each.fixedRow;
+        list.selection.focusRow = each.focus;
+        list.selection.anchor = 20;
+        list.top = each.top;
+        EXPECT_TRUE(Input(list.selection, list).KeyDown(Number(each.key), each.modifiers));
+        EXPECT_EQ(each.expected, State(list)) << "line " << each.line;
+    }
+}
+
+TEST(Input, KeysMoveAmongColumnsThatCanHaveTheFocus)
+{
+    const struct
+    {
+        Key key;
+        int from, to;
+    } cases[] = {{Key::Right, -1, 0}, {Key::Right, 0, 2}, {Key::Right, 3, 3}, {Key::Left, 3, 2},
+                 {Key::Left, 2, 0},   {Key::Left, 0, -1}, {Key::Left, -1, -1}};
+    for (const auto& each : cases)
+    {
+        List list;
+        list.cellFocus = true;
+        list.selection.focusColumn = each.from;
+        Input(list.selection, list).KeyDown(Number(each.key), {});
+        EXPECT_EQ(each.to, list.selection.focusColumn) << each.from;
+        EXPECT_EQ("", list.log);
+    }
+}
+
+TEST(Input, SkipsRowsThatShowNothing)
+{
+    List list;
+    list.hidden = {1, 2, 98, 99};
+    list.selection.focusRow = 0;
+    Input input(list.selection, list);
+    input.KeyDown(Number(Key::Down), {});
+    EXPECT_EQ(3, list.selection.focusRow);
+    input.KeyDown(Number(Key::Up), {});
+    EXPECT_EQ(0, list.selection.focusRow);
+    input.KeyDown(Number(Key::End), {});
+    EXPECT_EQ(97, list.selection.focusRow);
+    input.KeyDown(Number(Key::Down), {});
+    EXPECT_EQ(97, list.selection.focusRow);
+}
+
+TEST(Input, ClicksSelectAndEdit)
+{
+    const Modifiers none, shift{true, false}, control{false, true}, both{true, true};
+    const struct
+    {
+        int line;
+        int row, column;
+        Modifiers modifiers;
+        const char* expected; // anchor 3, the focus on row 5 and, with cell focus, column 2
+        bool cellFocus = false;
+    } cases[] = {
+        {__LINE__, 7, 2, none, "7,-1 anchor 7: select 7..7"},
+        {__LINE__, 7, 2, shift, "7,-1 anchor 3: select 7..3"},
+        {__LINE__, 7, 2, control, "7,-1 anchor 7: select 7..7 toggle"},
+        {__LINE__, 7, 2, both, "7,-1 anchor 7: select 7..3 add"},
+        {__LINE__, 5, 2, none, "5,-1 anchor 5: select 5..5"},
+        {__LINE__, kNoRow, 2, none, "5,-1 anchor 3:"},
+        {__LINE__, kFixedRow, 2, none, "-1,2 anchor 3: fixed"},
+        {__LINE__, kNoRow, kNoColumn, none, "5,-1 anchor 3:", true},
+        {__LINE__, 7, 2, none, "7,2 anchor 7: select 7..7", true},
+        {__LINE__, 5, 1, none, "5,-1 anchor 5: select 5..5", true}, // which cannot have the focus
+        {__LINE__, 5, 3, none, "5,3 anchor 5: select 5..5", true},
+        {__LINE__, 5, 2, none, "5,2 anchor 5: select 5..5 edit 5,2 1", true},
+        {__LINE__, 5, 2, control, "5,2 anchor 5: select 5..5 toggle", true},
+    };
+    for (const auto& each : cases)
+    {
+        List list;
+        list.cellFocus = each.cellFocus;
+        list.selection = {5, each.cellFocus ? 2 : -1, 3, false, 5, 5};
+        Input(list.selection, list).Click(each.row, each.column, each.modifiers);
+        EXPECT_EQ(each.expected, std::to_string(list.selection.focusRow) + ',' +
+                                     std::to_string(list.selection.focusColumn) + " anchor " +
+                                     std::to_string(list.selection.anchor) + ':' + list.log)
+            << "line " << each.line;
+    }
+
+    List list;
+    Input input(list.selection, list);
+    input.Click(kFixedRow, 2, none);
+    input.Click(kFixedRow, 2, none); // the second edits
+    EXPECT_EQ(" fixed fixed edit -1,2 1", list.log);
+    list.log.clear();
+    input.RightClick(4, none);
+    input.RightClick(6, shift);
+    input.RightClick(6, control);
+    input.RightClick(kNoRow, none);
+    EXPECT_EQ("4 top 0 anchor 4: select 4..4", State(list));
+    list.log.clear();
+    for (const int row : {6, 6, 3, kNoRow, 100})
+        input.DragTo(row);
+    EXPECT_EQ("3 top 0 anchor 4: select 6..4 select 3..4", State(list));
+}
+
+TEST(Input, TypingEditsAndKeypadChangesTheTree)
+{
+    List list;
+    Input input(list.selection, list);
+    list.tree = true;
+    list.selection.focusRow = 4;
+    for (const Key key : {Key::Add, Key::Subtract, Key::Multiply})
+    {
+        EXPECT_TRUE(input.KeyDown(Number(key), {}));
+        EXPECT_FALSE(input.Character('+'));
+    }
+    EXPECT_EQ(" tree 4+ tree 4- tree 4*", list.log);
+
+    list.log.clear();
+    list.cellFocus = true;
+    list.selection.focusColumn = 2;
+    const struct
+    {
+        unsigned key;
+        Modifiers modifiers;
+        bool edits;
+    } cases[] = {{'X', {}, true},
+                 {'X', {true, false}, true},
+                 {'X', {false, true}, false},
+                 {Number(Key::Add), {}, true},
+                 {Number(Key::Escape), {}, false},
+                 {30, {}, false}};
+    for (const auto& each : cases)
+    {
+        EXPECT_FALSE(input.KeyDown(each.key, each.modifiers)) << each.key;
+        EXPECT_EQ(each.edits, input.Character('x')) << each.key;
+    }
+    EXPECT_EQ(" edit 4,2 120 edit 4,2 120 edit 4,2 120", list.log);
+}
+
+// Whatever comes in, in lists that change meanwhile.
+TEST(Input, KeepsFocusAndRangeWithinTheRows)
+{
+    std::mt19937 random(11);
+    const auto below = [&random](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    const unsigned keys[] = {27, 32, 33, 34, 35, 36, 37, 38, 39, 40, 65, 106, 107, 109};
+    List list;
+    Input input(list.selection, list);
+    for (int step = 0; step < 50000; ++step)
+    {
+        if (below(50) == 0)
+        {
+            list.rows = below(30);
+            list.page = 1 + below(12);
+            list.cellFocus = below(2) == 0;
+            list.fixedRow = below(2) == 0;
+            list.columns = below(4);
+            list.selection.CutTo(list.rows);
+            list.selection.focusColumn = std::min(list.selection.focusColumn, list.columns - 1);
+            list.top = std::clamp(list.top, 0, list.rows);
+        }
+        const Modifiers modifiers{below(3) == 0, below(3) == 0};
+        const int row = below(list.rows + 2) - (below(5) == 0 ? 2 : 1);
+        const int choice = below(10);
+        if (choice < 6)
+            input.KeyDown(keys[below(static_cast<int>(std::size(keys)))], modifiers);
+        else if (row < list.rows && choice < 8)
+            input.Click(row < 0 && !list.fixedRow ? kNoRow : row, below(list.columns + 1) - 1, modifiers);
+        else if (row < list.rows && choice < 9)
+            input.RightClick(row, modifiers);
+        else
+            input.DragTo(row);
+        const Selection& selection = list.selection;
+        ASSERT_LT(selection.focusRow, std::max(list.rows, 0)) << step;
+        ASSERT_GE(selection.focusRow, kNoRow) << step;
+        ASSERT_LT(selection.focusColumn, std::max(1, list.columns)) << step;
+        ASSERT_TRUE(selection.first <= selection.last || (selection.first == 0 && selection.last == -1))
+            << step;
+        ASSERT_LE(selection.last, list.rows) << step;
+        ASSERT_GE(selection.first, 0) << step;
+        ASSERT_TRUE(list.top >= 0 && list.top <= list.rows) << step;
+        list.log.clear();
+    }
+}
+
+} // namespace

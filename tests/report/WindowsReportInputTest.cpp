@@ -1,0 +1,341 @@
+// The report control under keys, mouse and scroll bars: that messages reach the rules, and what the parent
+// has to say about them.
+#include "tests/report/ReportFixture.h"
+
+namespace
+{
+
+constexpr int kItemHeight = 20;
+
+class ReportInput : public ReportTest
+{
+protected:
+    void Show(DWORD style, int items)
+    {
+        report.UndefineAllSubItems();
+        report.DeleteAllItems();
+        Create(style | WS_VISIBLE | RVS_NOHEADER); // 10 rows of 300 pixels
+        parent.ShowWindow(SW_SHOWNOACTIVATE);
+        report.SetItemHeight(kItemHeight);
+        Define({"a", "b", "c"});
+        for (int item = 0; item < items; ++item)
+            Fill({"x"});
+        report.UpdateWindow();
+        parent.codes.clear();
+    }
+    void Key(UINT key) { report.SendMessage(WM_KEYDOWN, key); }
+    void Mouse(UINT message, int x, int y, WPARAM flags = 0)
+    {
+        report.SendMessage(message, flags, MAKELPARAM(x, y));
+    }
+    void Click(int x, int y, WPARAM flags = 0)
+    {
+        Mouse(WM_LBUTTONDOWN, x, y, MK_LBUTTON | flags);
+        Mouse(WM_LBUTTONUP, x, y, flags);
+    }
+    std::string State()
+    {
+        return Selected() + " focus " + std::to_string(report.GetCurrentFocus()) + ',' +
+               std::to_string(report.GetCurrentFocusColumn()) + " top " +
+               std::to_string(report.GetTopIndex());
+    }
+    static int Posted(UINT message)
+    {
+        MSG posted = {};
+        int count = 0;
+        while (::PeekMessage(&posted, nullptr, message, message, PM_REMOVE))
+            count += posted.wParam <= SB_LINEDOWN ? 1 : 100;
+        return count;
+    }
+};
+
+TEST_F(ReportInput, KeysAndClicksReachTheRules)
+{
+    Show(0, 100);
+    Key(VK_DOWN);
+    EXPECT_EQ("0 to 0 focus 0,-1 top 0", State());
+    EXPECT_EQ(RVIS_FOCUSED, report.Struct(0).state);
+    Key(VK_NEXT);
+    EXPECT_EQ("10 to 10 focus 10,-1 top 1", State());
+    EXPECT_EQ(0u, report.Struct(0).state);
+    Key(VK_NEXT);
+    EXPECT_EQ("21 to 21 focus 21,-1 top 12", State());
+    Key(VK_PRIOR);
+    EXPECT_EQ("11 to 11 focus 11,-1 top 11", State());
+    Key(VK_END);
+    EXPECT_EQ("99 to 99 focus 99,-1 top 90", State());
+    Key(VK_HOME);
+    Click(20, 3 * kItemHeight + 5);
+    EXPECT_EQ("3 to 3 focus 3,-1 top 0", State());
+    Click(20, 6 * kItemHeight + 5, MK_SHIFT);
+    EXPECT_EQ("3 to 6 focus 6,-1 top 0", State());
+    Click(20, 5 * kItemHeight + 5, MK_CONTROL);
+    Click(20, 5 * kItemHeight + 5, MK_CONTROL);
+    EXPECT_EQ("0 to -1 focus 5,-1 top 0", State());
+    Mouse(WM_RBUTTONDOWN, 20, 2 * kItemHeight, MK_RBUTTON);
+    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
+    report.PageDown();
+    EXPECT_EQ("10 to 10 focus 10,-1 top 1", State());
+    report.SelectAll();
+    EXPECT_EQ("0 to 99 focus 0,-1 top 1", State());
+
+    report.ModifyStyle(0, RVS_CELLFOCUS | RVS_SINGLESELECT);
+    Key(VK_HOME);
+    Key(VK_RIGHT);
+    Key(VK_RIGHT);
+    Click(20, 4 * kItemHeight + 5, MK_SHIFT);
+    EXPECT_EQ("5 to 5 focus 5,0 top 1", State()) << "one row alone";
+    report.ModifyStyle(RVS_CELLFOCUS, 0);
+    EXPECT_EQ(-1, report.GetCurrentFocusColumn());
+    Show(0, 0);
+    for (const UINT key : {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_SPACE, VK_LEFT, VK_RIGHT})
+        Key(key);
+    EXPECT_EQ("0 to -1 focus -2,-1 top 0", State());
+}
+
+TEST_F(ReportInput, ParentIsAskedFirst)
+{
+    Show(RVS_TREE | RVS_CELLFOCUS, 5);
+    report.SelectRows(1, 1, 1, 0, 0, 0);
+    _NMREPORTVIEW asked = {};
+    LRESULT answer = 1;
+    parent.answer = [&](NMHDR& header) {
+        asked = reinterpret_cast<_NMREPORTVIEW&>(header);
+        return answer;
+    };
+    Click(60, 3 * kItemHeight + 5, MK_SHIFT);
+    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+    EXPECT_EQ(RVN_ITEMCLICK, asked.hdr.code);
+    EXPECT_EQ(3, asked.item);
+    EXPECT_EQ(1, asked.subitem);
+    EXPECT_EQ(RVHT_ONITEMTEXT, asked.flags);
+    EXPECT_EQ(UINT{MK_LBUTTON | MK_SHIFT}, asked.keys);
+    EXPECT_EQ(report.GetItemHandle(3), asked.treeItem);
+    Mouse(WM_LBUTTONDBLCLK, 60, 190);
+    EXPECT_EQ(RVN_ITEMDBLCLICK, asked.hdr.code);
+    EXPECT_EQ(RVI_NONE, asked.item);
+    Mouse(WM_RBUTTONDOWN, 60, 5);
+    EXPECT_EQ(RVN_ITEMRCLICK, asked.hdr.code);
+    Key(VK_DOWN);
+    EXPECT_EQ(RVN_KEYDOWN, asked.hdr.code);
+    EXPECT_EQ(UINT{VK_DOWN}, asked.keys);
+    EXPECT_EQ(1, asked.item);
+    EXPECT_EQ(-1, asked.subitem);
+    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+    answer = 0;
+    Key(VK_DOWN);
+    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
+    report.ModifyProperty(RVP_NOTIFYMASK,
+                          ~static_cast<__int64>(2)); // no clicks: as if the parent had answered 0
+    answer = 1;
+    Click(60, 5);
+    EXPECT_EQ("0 to 0 focus 0,1 top 0", State());
+}
+
+TEST_F(ReportInput, NothingBreaksWhenTheParentTakesRowsOrWindowAway)
+{
+    const std::function<void()> acts[] = {
+        [&] { report.DeleteAllItems(); },
+        [&] { report.UndefineAllSubItems(); },
+        [&] { report.DeleteItem(0); },
+        [&] { report.DestroyWindow(); },
+    };
+    for (const auto& act : acts)
+    {
+        for (const UINT message : {WM_KEYDOWN, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN})
+        {
+            parent.answer = nullptr;
+            Show(RVS_TREE | RVS_CELLFOCUS, 3);
+            report.SelectRows(2, 2, 1, 0, 0, 0);
+            parent.answer = [&](NMHDR&) {
+                act();
+                return 0;
+            };
+            report.SendMessage(message, message == WM_KEYDOWN ? VK_UP : MK_LBUTTON,
+                               MAKELPARAM(60, 2 * kItemHeight + 5));
+            EXPECT_GT(3, report.GetCurrentFocus());
+        }
+    }
+}
+
+TEST_F(ReportInput, TreeOpensByBoxAndKeypad)
+{
+    Show(RVS_TREE, 2);
+    _TREEITEM* const top = report.GetItemHandle(0);
+    _TREEITEM* const child = report.InsertTreeItem(top, nullptr, "c");
+    report.InsertTreeItem(child, nullptr, "d");
+    Click(kItemHeight / 2, kItemHeight / 2);
+    EXPECT_EQ(3, report.GetRowCount());
+    Mouse(WM_LBUTTONDBLCLK, kItemHeight / 2, kItemHeight / 2);
+    EXPECT_EQ(2, report.GetRowCount());
+    Key(VK_MULTIPLY);
+    EXPECT_EQ(4, report.GetRowCount());
+    Key(VK_DOWN);
+    Key(VK_DOWN); // the innermost
+    report.Expand(top, RVE_COLLAPSE);
+    EXPECT_EQ(0, report.GetCurrentFocus()) << "focus follows to what hides it";
+    Key(VK_ADD);
+    EXPECT_EQ(4, report.GetRowCount());
+    Key(VK_SUBTRACT);
+    EXPECT_EQ(2, report.GetRowCount());
+}
+
+TEST_F(ReportInput, DragSelectsAndScrolls)
+{
+    Show(0, 100);
+    ::SetCursorPos(0, 0);
+    BYTE keys[256] = {};
+    keys[VK_LBUTTON] = 0x80;
+    ::SetKeyboardState(keys);
+    Mouse(WM_LBUTTONDOWN, 20, 2 * kItemHeight + 5, MK_LBUTTON);
+    Mouse(WM_MOUSEMOVE, 20, 5 * kItemHeight + 5, MK_LBUTTON);
+    EXPECT_EQ("2 to 5 focus 5,-1 top 0", State());
+    Mouse(WM_MOUSEMOVE, 20, 500, MK_LBUTTON);
+    EXPECT_EQ("2 to 10 focus 10,-1 top 1", State());
+    report.SendMessage(WM_TIMER, 1);
+    report.SendMessage(WM_TIMER, 1);
+    EXPECT_EQ("2 to 12 focus 12,-1 top 3", State());
+    Mouse(WM_MOUSEMOVE, 20, -1, MK_LBUTTON);
+    EXPECT_EQ("2 to 2 focus 2,-1 top 2", State());
+    keys[VK_LBUTTON] = 0;
+    ::SetKeyboardState(keys);
+    Mouse(WM_LBUTTONUP, 20, -1);
+    EXPECT_EQ(nullptr, ::GetCapture());
+    Mouse(WM_MOUSEMOVE, 20, 5 * kItemHeight, 0);
+    report.SendMessage(WM_TIMER, 1);
+    EXPECT_EQ("2 to 2 focus 2,-1 top 2", State());
+}
+
+TEST_F(ReportInput, BarsAndWheelScrollToTheEndAndNoFurther)
+{
+    Show(0, 100);
+    const struct
+    {
+        WPARAM code;
+        int from, to;
+    } cases[] = {{SB_LINEDOWN, 5, 6},   {SB_LINEUP, 5, 4},     {SB_LINEUP, 0, 0},   {SB_PAGEDOWN, 5, 15},
+                 {SB_PAGEUP, 25, 15},   {SB_PAGEDOWN, 85, 90}, {SB_BOTTOM, 5, 90},  {SB_TOP, 5, 0},
+                 {SB_LINEDOWN, 90, 90}, {SB_LINEDOWN, 97, 97}, {SB_ENDSCROLL, 7, 7}};
+    for (const auto& each : cases)
+    {
+        report.ScrollWindow(SB_VERT, each.from);
+        report.SendMessage(WM_VSCROLL, each.code);
+        EXPECT_EQ(each.to, report.GetTopIndex()) << each.code << " from " << each.from;
+    }
+    report.ScrollWindow(SB_VERT, 90);
+    report.RedrawWindow();
+    SCROLLINFO info = {};
+    ASSERT_TRUE(report.GetScrollInfo(SB_VERT, &info));
+    EXPECT_EQ(99, info.nMax);
+    EXPECT_EQ(10u, info.nPage);
+    EXPECT_EQ(90, info.nPos);
+    for (int item = 99; item >= 20; --item) // what is shown moves with the end
+        report.DeleteItem(item);
+    report.RedrawWindow();
+    EXPECT_EQ(10, report.GetTopIndex());
+    EXPECT_EQ(1, report.EnsureVisible(3, 2));
+    EXPECT_EQ(3, report.GetTopIndex());
+    EXPECT_EQ(0, report.EnsureVisible(20, 0));
+
+    report.SetSubItemWidth(2, 400); // of 500 in all
+    report.RedrawWindow();
+    report.SendMessage(WM_HSCROLL, SB_RIGHT);
+    const int end = report.GetScrollPos32(SB_HORZ);
+    EXPECT_LT(150, end);
+    Key(VK_RIGHT);
+    EXPECT_EQ(end, report.GetScrollPos32(SB_HORZ));
+    Key(VK_HOME);
+    for (int i = 0; i < 20; ++i)
+        Key(VK_LEFT);
+    EXPECT_EQ(0, report.GetScrollPos32(SB_HORZ));
+    report.EnsureVisibleColumn(2); // wider than the view: its left edge
+    EXPECT_EQ(100, report.GetScrollPos32(SB_HORZ));
+
+    class Wheel : public TestReport
+    {
+    public:
+        unsigned lines = 3;
+        unsigned GetMouseScrollLines() override { return lines; }
+    } wheel;
+    wheel.Create(WS_CHILD, CRect(0, 0, 100, 100), &parent, 9);
+    const struct
+    {
+        unsigned lines;
+        int delta;
+        int posted; // 100 for a page
+    } turns[] = {{3, 120, 3}, {3, 60, 1}, {3, 30, 0}, {3, -120, 3}, {WHEEL_PAGESCROLL, -240, 200}};
+    for (const auto& each : turns)
+    {
+        wheel.lines = each.lines;
+        wheel.SendMessage(WM_SETTINGCHANGE);
+        Posted(WM_VSCROLL);
+        wheel.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, each.delta));
+        EXPECT_EQ(each.posted, Posted(WM_VSCROLL)) << each.lines << ' ' << each.delta;
+    }
+}
+
+TEST_F(ReportInput, FocusRowsAndMenu)
+{
+    Show(0, 5);
+    report.SelectRows(1, 1, 1, 0, 0, 0);
+    EXPECT_EQ(0, report.MoveUp(0));
+    EXPECT_EQ(0, report.MoveDown(4));
+    EXPECT_EQ(0, report.HaveRowsMoved());
+    EXPECT_EQ(1, report.MoveUp(1));
+    EXPECT_EQ(0, report.GetCurrentFocus());
+    EXPECT_EQ(1, report.GetItemFromRow(0));
+    EXPECT_EQ(1, report.MoveDown(0));
+    EXPECT_EQ(1, report.MoveDown(0)); // the focus stays on its row: it was not on this one
+    EXPECT_EQ(1, report.GetCurrentFocus());
+    EXPECT_EQ(1, report.HaveRowsMoved());
+    EXPECT_EQ(LRESULT{DLGC_WANTARROWS | DLGC_WANTCHARS}, report.SendMessage(WM_GETDLGCODE));
+
+    CRect row;
+    report.GetRowRect(1, -1, row, RVRC_WHOLE);
+    CPoint below(row.left, row.bottom);
+    report.ClientToScreen(&below);
+    report.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(report.m_hWnd), MAKELPARAM(-1, -1));
+    EXPECT_EQ(below, parent.menuPoint);
+}
+
+TEST_F(ReportInput, FixedRowTakesClicksAndCellsAreEdited)
+{
+    class Edited : public TestReport
+    {
+    public:
+        std::string edits;
+        int BeginEdit(int row, int column, unsigned key) override
+        {
+            edits += std::to_string(row) + ',' + std::to_string(column) + ' ' + std::to_string(key) + ' ';
+            return 1;
+        }
+    } edited;
+    edited.Create(WS_CHILD | RVS_FIXEDROW | RVS_NOHEADER, CRect(0, 0, 300, 200), &parent, 9);
+    edited.SetItemHeight(kItemHeight);
+    for (int subitem = 0; subitem < 2; ++subitem)
+    {
+        _RVSUBITEM definition;
+        definition.width = 50;
+        definition.format = subitem == 0 ? RVSF_NOCELLFOCUS : 0;
+        edited.ActivateSubItem(edited.DefineSubItem(subitem, &definition), -1);
+    }
+    edited.InsertItem(0);
+    const auto click = [&](int x, int y) {
+        edited.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+    };
+    click(70, 10);
+    EXPECT_EQ(-1, edited.GetCurrentFocus());
+    EXPECT_EQ("", edited.edits);
+    click(70, 10);
+    edited.SendMessage(WM_KEYDOWN, 'Q');
+    edited.SendMessage(WM_CHAR, 'q');
+    click(20, 10); // this one cannot have the focus
+    click(20, 10);
+    edited.SendMessage(WM_KEYDOWN, VK_DOWN);
+    EXPECT_EQ(0, edited.GetCurrentFocus());
+    edited.SendMessage(WM_KEYDOWN, 'Q');
+    edited.SendMessage(WM_CHAR, 'q');
+    EXPECT_EQ("-1,1 1 -1,1 113 ", edited.edits);
+}
+
+} // namespace

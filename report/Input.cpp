@@ -178,13 +178,26 @@ bool Input::CanEdit() const
     return m_selection.focusColumn >= 0 && (m_selection.focusRow == kFixedRow || m_target.IsCellFocus());
 }
 
+// The keys of a tree, unless they begin to edit a cell.
 bool Input::ChangeTree(Key key)
 {
-    if (!m_target.IsTree() || CanEdit() || m_selection.focusRow < 0)
+    if (!m_target.IsTree() || m_selection.focusRow < 0)
         return false;
-    m_target.ChangeTree(m_selection.focusRow, key == Key::Add        ? TreeAction::Expand
-                                              : key == Key::Multiply ? TreeAction::ExpandAll
-                                                                     : TreeAction::Collapse);
+    const struct
+    {
+        Key key;
+        unsigned character;
+        TreeAction action;
+    } keys[] = {{Key::Add, '+', TreeAction::Expand},
+                {Key::Multiply, '*', TreeAction::ExpandAll},
+                {Key::Subtract, '-', TreeAction::Collapse}};
+    for (const auto& each : keys)
+    {
+        if (each.key != key)
+            continue;
+        if (!CanEdit() || !m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, each.character))
+            m_target.ChangeTree(m_selection.focusRow, each.action);
+    }
     return true;
 }
 

@@ -37,11 +37,14 @@ int CReportCtrl::SortItems(int subitem, int ascending)
 void CReportCtrl::SortTreeRows(int subitem, int ascending)
 {
     Rows(); // hands focus and selection on to the tree as it is
+    const bool alone = m_data->selection.IsFocusAlone();
     structTREEITEM* const focused = GetTreeFocus();
-    const auto restore = [this, focused] {
+    const auto restore = [this, alone, focused] {
         m_data->lastInserted = nullptr;
         BuildTree();
         SetTreeFocus(focused);
+        if (alone)
+            m_data->selection.SelectFocusAlone();
         Redraw();
     };
     try
@@ -64,15 +67,15 @@ void CReportCtrl::SortTreeRows(int subitem, int ascending)
 void CReportCtrl::SortFlatRows(int subitem, int ascending)
 {
     report::Selection& selection = m_data->selection;
-    const bool selectedAlone = selection.first == selection.focusRow && selection.last == selection.focusRow;
+    const bool alone = selection.IsFocusAlone();
     const int focused = GetItemFromRow(selection.focusRow);
     const auto restore = [&] {
         Redraw();
         if (focused == RVI_NONE)
             return;
         selection.focusRow = GetRowFromItem(focused);
-        if (selectedAlone)
-            selection.first = selection.last = selection.anchor = selection.focusRow;
+        if (alone)
+            selection.SelectFocusAlone();
         ShowRow(selection.focusRow);
     };
     try

@@ -24,6 +24,10 @@ struct Selection
 
     bool IsSelected(int row) const { return first <= row && row <= last; }
 
+    // Whether the focused row is the selected one, and makes it so.
+    bool IsFocusAlone() const { return first == focusRow && last == focusRow; }
+    void SelectFocusAlone() { first = last = anchor = focusRow; }
+
     // The focus goes to `row`. With `select` the rows between `row` and `anchor` are selected; with `toggle`
     // a row that was the only selected one is taken out instead.
     void Select(int row, int anchorRow, bool select, bool toggle);

@@ -61,7 +61,7 @@ public:
     bool BeginEdit(int row, int column, unsigned key) override
     {
         log += " edit " + std::to_string(row) + ',' + std::to_string(column) + ' ' + std::to_string(key);
-        return true;
+        return edits;
     }
 
     Selection selection;
@@ -72,6 +72,7 @@ public:
     bool cellFocus = false;
     bool fixedRow = false;
     bool tree = false;
+    bool edits = true;
     std::set<int> hidden;
     std::string log;
 };
@@ -265,7 +266,6 @@ TEST(Input, TypingEditsAndKeypadChangesTheTree)
     } cases[] = {{'X', {}, true},
                  {'X', {true, false}, true},
                  {'X', {false, true}, false},
-                 {Number(Key::Add), {}, true},
                  {Number(Key::Escape), {}, false},
                  {30, {}, false}};
     for (const auto& each : cases)
@@ -273,7 +273,20 @@ TEST(Input, TypingEditsAndKeypadChangesTheTree)
         EXPECT_FALSE(input.KeyDown(each.key, each.modifiers)) << each.key;
         EXPECT_EQ(each.edits, input.Character('x')) << each.key;
     }
-    EXPECT_EQ(" edit 4,2 120 edit 4,2 120 edit 4,2 120", list.log);
+    EXPECT_EQ(" edit 4,2 120 edit 4,2 120", list.log);
+
+    list.log.clear();
+    for (const bool edits : {true, false})
+    {
+        list.edits = edits;
+        EXPECT_TRUE(input.KeyDown(Number(Key::Subtract), {}));
+        EXPECT_FALSE(input.Character('-')) << "which the key was already";
+    }
+    list.tree = false;
+    list.edits = true;
+    EXPECT_FALSE(input.KeyDown(Number(Key::Subtract), {}));
+    EXPECT_TRUE(input.Character('-'));
+    EXPECT_EQ(" edit 4,2 45 edit 4,2 45 tree 4- edit 4,2 45", list.log);
 }
 
 // Whatever comes in, in lists that change meanwhile.

@@ -112,6 +112,27 @@ TEST_F(ReportSort, GoesThroughTheOverridesWithCellsOfAllKinds)
     }
 }
 
+// A range of several rows stays where it is: its items are no neighbours any more.
+TEST_F(ReportSort, OneSelectedRowGoesWithItsItem)
+{
+    for (const DWORD style : {DWORD{0}, RVS_TREE})
+    {
+        report.UndefineAllSubItems();
+        report.DeleteAllItems();
+        Create(style);
+        Define({"a"});
+        Fill({"1", "2", "3", "4"});
+        Select(0, 0);
+        EXPECT_EQ("4 3 2 1", Sorted(0, 0));
+        EXPECT_EQ("3 to 3", Selected()) << style;
+        EXPECT_EQ(3, report.GetCurrentFocus()) << style;
+        Select(3, 2);
+        EXPECT_EQ("1 2 3 4", Sorted(0, 1));
+        EXPECT_EQ("2 to 3", Selected()) << style;
+        EXPECT_EQ(0, report.GetCurrentFocus()) << style;
+    }
+}
+
 TEST_F(ReportSort, CallbackDecidesAndTheMarkFollowsItsColumn)
 {
     Define({"a", "b", "c"});

@@ -198,6 +198,7 @@ bool Geometry::Next(const PlacedRow& row, PlacedCell& cell)
                                    : columns[static_cast<std::size_t>(cell.column)];
     const int left = first ? row.rect.left : cell.rect.right;
     cell.subitem = column.subitem;
+    cell.left = left;
     cell.rect = {left, row.rect.top, ToInt(std::int64_t{left} + column.width), LineBottom(row)};
     cell.box.reset();
     if (!first || row.shape.level < 0)
@@ -285,19 +286,15 @@ void Geometry::HitRow(int x, int y, const PlacedRow& row, Hit& hit)
         hit.rect = preview;
         return;
     }
-    PlacedCell cell;
-    int left = row.rect.left; // of the cell with its indentation
-    while (Next(row, cell))
+    for (PlacedCell cell; Next(row, cell);)
     {
-        if (left <= x && x < cell.rect.right)
-        {
-            hit.column = cell.column;
-            hit.subitem = cell.subitem;
-            if (!belowLine)
-                return HitCell(x, y, row, cell, hit);
-            break;
-        }
-        left = cell.rect.right;
+        if (x < cell.left || x >= cell.rect.right)
+            continue;
+        hit.column = cell.column;
+        hit.subitem = cell.subitem;
+        if (!belowLine)
+            return HitCell(x, y, row, cell, hit);
+        break;
     }
     hit.flags |= RVHT_NOWHERE;
 }

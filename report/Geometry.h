@@ -103,6 +103,7 @@ struct PlacedCell
 {
     int column = kNoColumn;
     int subitem = -1;
+    int left = 0;            // where its column begins
     Rect rect;               // right of the indentation, in the row's line
     std::optional<Rect> box; // the tree box's square
 };

@@ -156,8 +156,6 @@ public:
     // A cell of a row, with its text in `text`; false when there is none.
     bool ReadCell(int row, int subitem, _RVITEM& cell, std::string& text);
 
-    report::CellContents ContentsOf(const report::Cell& cell, int subitem) const;
-
     NMHDR callbackHeader = {}; // filled when a callback is first asked
 
 private:

@@ -71,19 +71,14 @@ bool CReportCtrl::RowSource::ReadCell(int row, int subitem, _RVITEM& cell, std::
     return true;
 }
 
-report::CellContents CReportCtrl::RowSource::ContentsOf(const report::Cell& cell, int subitem) const
-{
-    const std::uint32_t format = m_control.m_data->subitems.at(static_cast<std::size_t>(subitem)).format;
-    return {cell.image >= 0, cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
-            (format & RVSF_CHECKPLACE) != 0};
-}
-
 report::CellContents CReportCtrl::RowSource::ContentsOf(int row, int subitem)
 {
     ItemView view;
     if (subitem < 0 || !m_control.ReadItem(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, view))
         return {};
-    return ContentsOf(view.cell, subitem);
+    const std::uint32_t format = m_control.m_data->subitems[static_cast<std::size_t>(subitem)].format;
+    return {view.cell.image >= 0, view.cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
+            (format & RVSF_CHECKPLACE) != 0};
 }
 
 const std::vector<report::Column>& CReportCtrl::RowSource::Columns()
@@ -137,16 +132,11 @@ int CReportCtrl::GetRowRect(int row, int column, RECT* rect, unsigned int)
         *rect = ToRect(placed->rect);
         return 1;
     }
-    // A cell reaches from divider to divider, its indentation included.
-    report::PlacedCell cell;
-    for (int left = placed->rect.left; places.geometry.Next(*placed, cell); left = cell.rect.right)
-    {
-        if (cell.column != column)
-            continue;
-        *rect = CRect(left, cell.rect.top, cell.rect.right, cell.rect.bottom);
-        return 1;
-    }
-    return 0;
+    const std::optional<report::PlacedCell> cell = places.geometry.Place(*placed, column);
+    if (!cell)
+        return 0;
+    *rect = CRect(cell->left, cell->rect.top, cell->rect.right, cell->rect.bottom);
+    return 1;
 }
 
 int CReportCtrl::GetItemRect(int item, int subitem, RECT* rect, unsigned int part)

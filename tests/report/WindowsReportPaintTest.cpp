@@ -273,6 +273,16 @@ TEST_F(ReportPaint, ChecksImagesAndBoxesShowTheirState)
         Paint();
         EXPECT_EQ(image == 0 ? 64 : 0, Count(Cell(report.GetRowFromItem(8), 0), kRed)) << image;
     }
+    report.SetItemImage(8, 0, 0);
+    const int row = report.GetRowFromItem(8);
+    Select(row, row);
+    Focus(true);
+    for (const __int64 mode : {RVIB_NONE, RVIB_BLEND25, RVIB_BLEND50})
+    {
+        report.ModifyProperty(RVP_IMAGEMODE, mode);
+        Paint();
+        EXPECT_EQ(mode == RVIB_NONE, Count(Cell(row, 0), kRed) == 64) << mode;
+    }
 }
 
 TEST_F(ReportPaint, FixedRowPreviewAndEmptyTextStandApart)

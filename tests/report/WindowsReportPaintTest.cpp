@@ -3,6 +3,7 @@
 #include "tests/support/GuiCounts.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace
 {
@@ -325,6 +326,46 @@ TEST_F(ReportPaint, FixedRowPreviewAndEmptyTextStandApart)
     Paint();
     EXPECT_LT(20, Count(CRect(0, 0, kWidth, 30), Color(RVSC_TEXT)));
     EXPECT_EQ(0, Count(CRect(0, 30, kWidth, kHeight), Color(RVSC_TEXT)));
+}
+
+// A picture of two columns, red and green, is repeated behind the rows and goes with them.
+TEST_F(ReportPaint, PictureLiesBehindTheRows)
+{
+    char folder[MAX_PATH] = "";
+    ::GetTempPath(sizeof(folder), folder);
+    const std::string path = std::string(folder) + "report_paint_test.bmp";
+    BITMAPFILEHEADER file = {};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof(file) + sizeof(BITMAPINFOHEADER);
+    file.bfSize = file.bfOffBits + 8;
+    const BITMAPINFOHEADER header = {sizeof(header), 2, 1, 1, 24, BI_RGB, 8, 0, 0, 0, 0};
+    const unsigned char pixels[8] = {0, 0, 255, 0, 255, 0, 0, 0};
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof(file));
+    out.write(reinterpret_cast<const char*>(&header), sizeof(header));
+    out.write(reinterpret_cast<const char*>(pixels), sizeof(pixels));
+    out.close();
+
+    Show(RVS_FIXEDROW);
+    EXPECT_EQ(1, report.SetBkImage(path.c_str()));
+    EXPECT_TRUE(::DeleteFile(path.c_str()));
+    Select(2, 2);
+    Focus(true);
+    const COLORREF colors[] = {kRed, RGB(0, 255, 0)};
+    for (const int left : {0, 1, 2})
+    {
+        report.ScrollWindow(SB_HORZ, left);
+        Paint();
+        for (const int row : {0, 3})
+            for (const int x : {70, 71})
+                EXPECT_EQ(colors[(x + left) % 2], At(x, Cell(row, -1).top + 3)) << left << ' ' << row;
+        EXPECT_EQ(colors[left % 2], At(70, kHeight - 2)) << "below the rows";
+        EXPECT_EQ(Color(RVSC_HIGHLIGHT), At(70, Cell(2, -1).top + 3));
+        EXPECT_EQ(Color(RVSC_FACE), At(kWidth / 2, 5)) << "the fixed row";
+    }
+    EXPECT_EQ(1, report.SetBkImage(0u));
+    Paint();
+    EXPECT_EQ(Color(RVSC_WINDOW), At(70, kHeight - 2));
 }
 
 TEST_F(ReportPaint, OwnerDrawsItsCells)

@@ -27,7 +27,8 @@ public:
     void SetName(const char* name);
 
     // Appends text formatted as printf does, without a line end.
-    // A result of more than kMaxFormatted characters is a fatal range error: the process is ended.
+    // A result of more than kMaxFormatted characters is a fatal range error, and one that cannot be formatted
+    // a fatal format error: the process is ended.
     void Write(const char* format, ...) QMLOG_PRINTF(2, 3);
 
     // Appends a line feed and then the formatted text, in one write. The line feed comes first on purpose:

@@ -38,15 +38,21 @@ bool MakeOutputPath(const char* name, char* path)
            ZEMA_makepath(path, parts.drive, parts.directory, name, "TXT");
 }
 
+// Ends the process: what was to be written is lost otherwise, and nobody would know.
+[[noreturn]] void End(const char* message)
+{
+    std::fputs(message, stderr);
+    std::abort();
+}
+
 // Answers the number of characters. `text` has room for `limit` and a NUL.
 unsigned long long FormatText(char* text, unsigned limit, const char* format, std::va_list arguments)
 {
     const int length = std::vsnprintf(text, limit + 1, format, arguments);
-    if (length < 0 || static_cast<unsigned>(length) > limit)
-    {
-        std::fputs("QmLogOutputFile: range error: formatted text is too long\n", stderr);
-        std::abort();
-    }
+    if (length < 0)
+        End("QmLogOutputFile: format error: the text cannot be formatted\n");
+    if (static_cast<unsigned>(length) > limit)
+        End("QmLogOutputFile: range error: formatted text is too long\n");
     return static_cast<unsigned long long>(length);
 }
 

@@ -128,6 +128,8 @@ TEST(OutputFile, FormatsUpTo4095Characters)
     EXPECT_EQ(11u + 4095 + 1 + 4095, session.files.Contents("C:\\out\\x.TXT").size());
     EXPECT_DEATH(file.Write("%4096s", ""), "range error");
     EXPECT_DEATH(file.WriteLine("%4096s", ""), "range error");
+    const wchar_t unencodable[] = {static_cast<wchar_t>(0xDC00), 0};
+    EXPECT_DEATH(file.Write("%ls", unencodable), "format error");
 }
 
 } // namespace

@@ -33,7 +33,8 @@ public:
     // Bytes of text; 0 while the file is missing. Opens nothing.
     unsigned long GetLogFileSize();
 
-    // Reads line `index`, counted from 0. False, without a report, when the row does not exist yet.
+    // Reads line `index`, counted from 0. False, without a report, when the row does not exist yet. The last
+    // line ends with its first line feed, whatever a writer appends meanwhile.
     // `text`    NUL-terminated, with its line feed; owned by the reader, valid until its next Read
     // `length`  bytes in `text`, the NUL not counted
     bool Read(unsigned long index, const char*& text, unsigned long& length, CQmLogRow& row);
@@ -72,6 +73,7 @@ protected:
 private:
     static constexpr int kPathSize = 260;
 
+    bool ReadRowAndEnd(unsigned long index, unsigned long& length, CQmLogRow& row, bool& last);
     bool OpenLogFile(const char* failure);
     bool OpenRowFile(const char* failure);
     bool GrowText(unsigned long& length, unsigned long offset);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 namespace
 {
@@ -56,7 +57,7 @@ void CQmLogReader::Close()
 void CQmLogReader::SetFilePath(const char* name)
 {
     static_assert(kPathSize == MAX_PATH);
-    logfiles::MakeLogPaths(name, m_name, m_logPath, m_rowPath);
+    logfiles::MakeLogPaths("CQmLogReader::SetFilePath()", name, m_name, m_logPath, m_rowPath);
 }
 
 const char* CQmLogReader::GetFilePath() const
@@ -76,7 +77,8 @@ unsigned long CQmLogReader::GetLogFileSize()
 
 bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& length, CQmLogRow& row)
 {
-    if (!ReadRow(index, length, row))
+    bool last = false;
+    if (!ReadRowAndEnd(index, length, row, last))
         return false;
 
     if (!OpenLogFile("CQmLogReader::Read().CreateFileRead(Log)"))
@@ -90,9 +92,12 @@ bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& l
     if (!GrowText(length, row.offset) || !files.Read(m_logHandle, m_text, static_cast<DWORD>(length), bytes))
         return logfiles::Fail("CQmLogReader::Read().ReadFile()");
 
-    m_text[bytes] = '\0';
+    // A writer may have gone on since the record was read: what lies behind the last line is not part of it.
+    const void* const lineFeed = last ? std::memchr(m_text, '\n', bytes) : nullptr;
+    length = lineFeed != nullptr ? static_cast<unsigned long>(static_cast<const char*>(lineFeed) - m_text + 1)
+                                 : bytes;
+    m_text[length] = '\0';
     text = m_text;
-    length = bytes;
     return true;
 }
 
@@ -179,6 +184,13 @@ bool CQmLogReader::Find(unsigned long time, bool forward, unsigned long& foundTi
 
 bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow& row)
 {
+    bool last = false;
+    return ReadRowAndEnd(index, length, row, last);
+}
+
+// `last`: there is no next record, so that the line ends with the text.
+bool CQmLogReader::ReadRowAndEnd(unsigned long index, unsigned long& length, CQmLogRow& row, bool& last)
+{
     if (!OpenRowFile("CQmLogReader::ReadRow().CreateFileRead(Row)"))
         return false;
 
@@ -196,7 +208,7 @@ bool CQmLogReader::ReadRow(unsigned long index, unsigned long& length, CQmLogRow
         return false; // the row is not written yet, which is no error
 
     row = rows[0];
-    const bool last = bytes < sizeof(rows);
+    last = bytes < sizeof(rows);
     length = LineLength(row.offset, last ? std::uint64_t{GetLogFileSize()} + 1 : rows[1].offset);
     return true;
 }

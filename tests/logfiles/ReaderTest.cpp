@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 #include <random>
+#include <utility>
 
 namespace
 {
@@ -48,6 +50,39 @@ struct ReaderTest : testing::Test
     unsigned long length = 0;
     CQmLogRow row;
 };
+
+// Lets a writer go on between the reading of a record and of its text.
+class BusyFiles : public ZEMA::MemoryFiles
+{
+public:
+    bool GetSize(const char* path, std::uint64_t& size) override
+    {
+        std::exchange(goOn, [] {})();
+        return MemoryFiles::GetSize(path, size);
+    }
+
+    std::function<void()> goOn = [] {};
+};
+
+TEST_F(ReaderTest, TheLastLineEndsWithItsLineFeedWhateverComesMeanwhile)
+{
+    BusyFiles files;
+    ZEMA::SetFileCalls(&files);
+    {
+        CQmLogWriter log;
+        log.SetFilePath("Main");
+        log.Write("a\nb");
+        CQmLogReader last;
+        last.SetFilePath("Main");
+        files.goOn = [&] { log.Write("c\nd\n"); };
+        const char* text = nullptr;
+        EXPECT_TRUE(last.Read(1, text, length, row));
+        EXPECT_EQ("bc\n", std::string(text, length));
+        EXPECT_EQ('\0', text[length]);
+    }
+    QmLogWriterCloseAll();
+    ZEMA::SetFileCalls(&session.files);
+}
 
 TEST_F(ReaderTest, ReadsLinesWithTheirLineFeeds)
 {

@@ -266,6 +266,7 @@ private:
         Log one("One");
         Log ten("Ten");
         Log hundred("Hundred");
+        Log line("Line");
         bench::SpdlogFile peer(PathOf("Peer.LOG"));
         const CQmLogRow row;
         const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
@@ -282,6 +283,7 @@ private:
                 Repeat(10, 10, [&] { ten.Line(texts[1]); }),
                 Repeat(5, 100, [&] { hundred.Line(texts[2]); }),
                 Repeat(100, 1, [&] { peer.Line(kLine); }),
+                Repeat(20, 1, [&] { Check(line.WriteLine(kLine.c_str()), "CQmLogWriter::WriteLine"); }),
             },
             Rounds(3001));
         const char* const bare = "a line's bare calls";
@@ -289,6 +291,7 @@ private:
         Inform("a line's bare calls", comparison.Time(0));
         Inform(spdlog, comparison.Time(4));
         Judge("Write, 1 line", comparison.Time(1), bare, comparison.Ratio(1), 1.10);
+        Judge("WriteLine", comparison.Time(5), "Write, 1 line", comparison.Ratio(5, 1), 1.05);
         Judge("Write, 10 lines, per line", comparison.Time(2), bare, comparison.Ratio(2), 0.13);
         Judge("Write, 10 lines, per line", comparison.Time(2), spdlog, comparison.Ratio(2, 4), 1.2);
         Judge("Write, 100 lines, per line", comparison.Time(3), bare, comparison.Ratio(3), 0.03);

@@ -10,10 +10,10 @@
 // read. The rest is what a running writer, a killed one or a single failed write leaves, and takes nothing
 // away that a writer had answered true for.
 //
-// A row whose text never came can lie within a log that went on. It is told from damage by what follows: the
-// next row stands no further, or has the block mark with which a new writer begins. Rows at the end whose
-// text has not come are told from a text that was cut by being those of one write: of consecutive numbers, in
-// one block.
+// Rows at the end whose text has not come are told from a text that was cut by being those of one write: of
+// consecutive numbers, in one block. The next writer takes them away. Within a log that went on, a row whose text
+// never came does no harm when the next row has the same offset; any other points into text that came later,
+// which would be shown twice and in slices, and is damage.
 // A line whose row could not be written looks like one whose row was removed, and counts as damage.
 enum class QmLogFindingKind
 {

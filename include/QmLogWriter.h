@@ -8,7 +8,9 @@
 //
 // Files are opened on the first write and stay open until Close. While a writer has them open, others
 // may read them but not write. Operations answer false on failure and never throw; each failing system
-// call is reported to "QmLog.LOG" in the log folder. One thread at a time.
+// call, and each refusal, is reported to "QmLog.LOG" in the log folder. One thread at a time.
+//
+// WriteLine is for programs that log lines, Write for text that brings its line feeds. Both go together.
 //
 // Every row takes the next sequence number from "Log.DAT", which all processes of the folder share.
 // One process at a time can hold that file open for update: a first row, BlockBegin and BlockEnd wait,
@@ -40,21 +42,32 @@ public:
 
     // Appends `text`, NUL-terminated; null counts as empty. The bytes are stored as they are, and each
     // line feed begins a new line. An empty text opens the log and gives it its first row.
-    // False when the text was not written; part of it may then stand in the file. A write that would
-    // take the file beyond 4 GiB - 1 is refused. Rows that fail are reported but do not stop the text.
+    // False when the text was not written; both files are then as they were before the call. A write that
+    // would take the file beyond 4 GiB - 1 is refused. Rows that cannot be written are reported, once a call,
+    // and counted by GetLostRowCount, but do not stop the text.
     bool Write(const char* text);
 
-    // Appends text formatted as printf does, of any length. False as Write, and when the text cannot be
-    // formatted or there is no memory for it.
+    // Appends `text` as a line of its own: a line feed goes first when text precedes it, whichever process
+    // or run wrote that. The line takes its number now, and the last line stays open until the next one
+    // comes, so that no blank row arises. Line ends at either end of `text` are dropped; null, or a text of
+    // nothing else, writes nothing. True and false as Write; false also without memory for the text.
+    bool WriteLine(const char* text);
+
+    // Write and WriteLine with text formatted as printf does, of any length. False also when the text cannot
+    // be formatted or there is no memory for it.
     bool WriteFormat(const char* format, ...) QMLOG_PRINTF(2, 3);
+    bool WriteLineFormat(const char* format, ...) QMLOG_PRINTF(2, 3);
+
+    // Lines written by this object whose rows could not be: readers do not find them.
+    unsigned long GetLostRowCount() const { return m_lostRows; }
 
     // Begins a block with a fresh line, its header: what is written next is its caption.
-    // False, and nothing is done, when kMaxDepth blocks are open. A failing write is reported and
-    // does not keep the block from being opened.
+    // False, and nothing is done, when kMaxDepth blocks are open. A failing write is reported and does not
+    // keep the block from being opened: its header's line begins with the next text that can be written.
     bool BlockBegin(QmLogBlockKind kind);
 
-    // Ends the innermost block: later text begins a fresh line and belongs to the enclosing block.
-    // False, and nothing is done, when no block is open.
+    // Ends the innermost block: later text begins a fresh line and belongs to the enclosing block. Always
+    // true; nothing is done when no block is open.
     bool BlockEnd();
 
     // Deletes both files. The writer's own handles stay as they are, and so do its open blocks: close
@@ -77,12 +90,21 @@ protected:
 
 private:
     static constexpr int kPathSize = 260;
+    static constexpr std::uint64_t kUnknownEnd = 0xFFFFFFFFFFFFFFFF;
+
+    struct RowsWritten;
 
     bool OpenLogFile();
-    bool OpenRowFile();
-    void WriteTextRows(const char* text, std::size_t length, std::uint32_t position);
-    bool WriteRows(CQmLogRow* rows, std::size_t count);
-    bool AppendRows(const CQmLogRow* rows, std::size_t count, const char*& failure);
+    bool OpenRowFile(RowsWritten& written);
+    bool FindEnd(std::uint64_t& position);
+    bool IsOnFreshLine(std::uint64_t position);
+    bool WriteText(const char* text, std::size_t length);
+    bool WriteLineText(char* text, std::size_t length);
+    bool WriteAt(std::uint64_t position, const char* text, std::size_t length);
+    void WriteTextRows(const char* text, std::size_t length, std::uint32_t position, RowsWritten& written);
+    void WriteRows(CQmLogRow* rows, std::size_t count, RowsWritten& written);
+    bool AppendRows(const CQmLogRow* rows, std::size_t count, RowsWritten& written, const char*& failure);
+    void TakeBack(const RowsWritten& written);
     void CloseFiles(const char* logMessage, const char* rowMessage);
 
     char m_name[kPathSize] = {};
@@ -90,10 +112,16 @@ private:
     char m_rowPath[kPathSize] = {};
     void* m_logHandle = nullptr;
     void* m_rowHandle = nullptr;
+    unsigned long m_logError = 0; // of the opening, while the handle is the invalid one
+    unsigned long m_rowError = 0;
     CQmLogRow m_blocks[kMaxDepth + 1]; // entry 0 is the outermost level
     int m_depth = 0;
     bool m_lineFeedPending = false; // a block ended within a line: the next text begins a fresh one
     char m_lastCharacter = 0;
+    std::uint64_t m_end =
+        kUnknownEnd;            // of the text, as this writer left it; others may write while it is closed
+    bool m_onFreshLine = false; // there: behind a line feed that belongs to the present block
+    unsigned long m_lostRows = 0;
 };
 
 // A block for the length of a scope: opened here, closed on every way out of it.

@@ -1,10 +1,13 @@
 #include "logfiles/ErrorLog.h"
 
 #include "QmLogWriter.h"
+#include "logfiles/Append.h"
+#include "zemacore/AppDataManager.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
 #include <ctime>
+#include <mutex>
 #include <new>
 #include <string>
 
@@ -31,12 +34,24 @@ std::string EntryText(const char* message, DWORD error)
     return entry;
 }
 
+// False where there is no folder to put the file into.
+bool MakePath(char* path)
+{
+    if (QmLogMakeFilePath("QmLog.LOG", path))
+        return true;
+    IAppDataManager* const manager = AppDataManager::LoadAppDataManager();
+    IAppDataAccess* const access = manager != nullptr ? manager->GetAccess() : nullptr;
+    char folder[MAX_PATH] = {};
+    return access != nullptr && access->GetFallbackFolder(folder, MAX_PATH) != 0 &&
+           ZEMA_makepath(path, "", folder, "QmLog", "LOG");
+}
+
 // The file is opened for each entry, and its text goes out in one write, so that several processes may
 // append to it. A failure has nowhere to go and is dropped.
 void Append(const std::string& entry)
 {
     char path[MAX_PATH] = {};
-    if (!QmLogMakeFilePath("QmLog.LOG", path))
+    if (!MakePath(path))
         return;
     const HANDLE file = ZEMA_CreateFile(path, GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                                         FILE_FLAG_WRITE_THROUGH | FILE_FLAG_RANDOM_ACCESS |
@@ -47,9 +62,8 @@ void Append(const std::string& entry)
 
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     std::uint64_t position = 0;
-    DWORD written = 0;
     if (files.Seek(file, 0, FILE_END, position)) // else it would write over the entries before
-        files.Write(file, entry.data(), static_cast<DWORD>(entry.size()), written);
+        AppendOrNothing(file, position, entry.data(), entry.size());
     files.Close(file);
 }
 
@@ -82,6 +96,26 @@ bool FailWith(unsigned long error, const char* message)
 {
     ZEMA::FileCalls().SetLastError(static_cast<DWORD>(error));
     return Fail(message);
+}
+
+bool Refuse(unsigned long error, const char* operation, const char* reason, const char* name)
+{
+    static std::mutex mutex;
+    static std::string last;
+    try
+    {
+        const std::string text =
+            std::string(operation) + ": " + reason + ": " + std::string(name).substr(0, MAX_PATH);
+        const std::scoped_lock lock(mutex);
+        if (text != last)
+            FailWith(error, text.c_str());
+        last = text;
+    }
+    catch (const std::bad_alloc&)
+    {
+        // As in Report.
+    }
+    return false;
 }
 
 } // namespace logfiles

@@ -24,8 +24,14 @@ FileWindow::FileWindow(const std::string& path) : m_path(path)
 
 FileWindow::~FileWindow()
 {
+    Close();
+}
+
+void FileWindow::Close()
+{
     if (m_file != nullptr)
-        ZEMA::FileCalls().Close(m_file);
+        ZEMA::FileCalls().Close(std::exchange(m_file, nullptr));
+    m_state = State::kMissing;
 }
 
 std::uint64_t FileWindow::SizeNow() const

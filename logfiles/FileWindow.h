@@ -24,7 +24,7 @@ public:
     };
 
     explicit FileWindow(const std::string& path);
-    ~FileWindow();
+    ~FileWindow(); // closes the file
     FileWindow(const FileWindow&) = delete;
     FileWindow& operator=(const FileWindow&) = delete;
 
@@ -40,6 +40,9 @@ public:
     // The bytes at `position`, BytesFrom(position) of them; null past the end and after a failed read.
     // Valid until the next call. Records of 20 bytes do not cross windows.
     const char* At(std::uint64_t position);
+
+    // Closes the file before its time; nothing can be read afterwards.
+    void Close();
 
     // How many bytes the last At(position) answered; at least one.
     std::uint64_t BytesFrom(std::uint64_t position) const { return m_window.End() - position; }

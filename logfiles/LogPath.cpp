@@ -1,8 +1,10 @@
 #include "logfiles/LogPath.h"
 
 #include "QmLogWriter.h"
+#include "logfiles/ErrorLog.h"
 #include "zemacore/AppDataManager.h"
 #include "zemacore/File.h"
+#include "zemacore/FileCalls.h"
 
 #include <cstring>
 
@@ -66,18 +68,28 @@ PathResult MakeLogPath(const AppDataPath& parts, const char* extension, char* pa
 
 } // namespace
 
-void MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath)
+void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char* logPath, char* rowPath)
 {
     *nameCopy = *logPath = *rowPath = '\0';
-    if (name == nullptr || *name == '\0' || std::strlen(name) >= MAX_PATH)
-        return;
-
-    AppDataPath parts = {};
-    if (IAppDataAccess* access = Access(); access != nullptr)
-        access->SplitPath(name, parts);
-    const PathResult result = MakeLogPath(parts, "LOG", logPath);
-    MakeLogPath(parts, "ROW", rowPath); // as long as the other
-    if (result != PathResult::kTooLong)
+    if (name == nullptr)
+        name = "";
+    PathResult result = PathResult::kTooLong;
+    if (*name != '\0' && std::strlen(name) < MAX_PATH)
+    {
+        AppDataPath parts = {};
+        if (IAppDataAccess* access = Access(); access != nullptr)
+            access->SplitPath(name, parts);
+        ZEMA::FileCalls().SetLastError(ERROR_SUCCESS); // so that the error is that of making the folder
+        result = MakeLogPath(parts, "LOG", logPath);
+        if (result == PathResult::kDone)
+            MakeLogPath(parts, "ROW", rowPath); // as long as the other
+    }
+    if (result == PathResult::kNoFolder)
+        Refuse(ZEMA::FileCalls().LastError(), operation, "there is no log folder, or it cannot be made",
+               name);
+    if (result == PathResult::kTooLong)
+        Refuse(ERROR_SUCCESS, operation, "the name is empty, or too long with the log folder", name);
+    else
         CopyText(nameCopy, name);
 }
 

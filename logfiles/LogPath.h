@@ -8,7 +8,7 @@ namespace logfiles
 
 // Copies `name` and composes the full paths of its "LOG" and "ROW" files, in buffers of MAX_PATH characters.
 // A null or empty name, or one that does not fit, is refused: all three texts are empty. Without a log folder
-// only the paths are: the log cannot be opened.
-void MakeLogPaths(const char* name, char* nameCopy, char* logPath, char* rowPath);
+// only the paths are: the log cannot be opened. Either is reported as `operation`.
+void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char* logPath, char* rowPath);
 
 } // namespace logfiles

@@ -1,25 +1,17 @@
 #include "QmLogWriter.h"
 
+#include "logfiles/Append.h"
 #include "logfiles/Counters.h"
 #include "logfiles/ErrorLog.h"
+#include "logfiles/IndexEnd.h"
+#include "logfiles/LineBuffer.h"
 #include "logfiles/LogPath.h"
+#include "logfiles/QmLogWriterRows.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
-#include <algorithm>
 #include <cstdarg>
-#include <cstdio>
 #include <cstring>
-#include <memory>
-#include <new>
-
-namespace
-{
-
-// Offsets are 32 bits wide, so neither file grows beyond what they reach.
-constexpr std::uint64_t kMaxFileSize = 0xFFFFFFFF;
-
-} // namespace
 
 CQmLogWriter::~CQmLogWriter()
 {
@@ -30,7 +22,7 @@ CQmLogWriter::~CQmLogWriter()
 void CQmLogWriter::SetFilePath(const char* name)
 {
     static_assert(kPathSize == MAX_PATH);
-    logfiles::MakeLogPaths(name, m_name, m_logPath, m_rowPath);
+    logfiles::MakeLogPaths("CQmLogWriter::SetFilePath()", name, m_name, m_logPath, m_rowPath);
 }
 
 const char* CQmLogWriter::GetFilePath() const
@@ -40,63 +32,43 @@ const char* CQmLogWriter::GetFilePath() const
 
 bool CQmLogWriter::Write(const char* text)
 {
-    if (text == nullptr)
-        text = "";
-    if (*text == '\n')
-        m_lineFeedPending = false;
-    else if (m_lineFeedPending)
-        Write("\n");
+    return text != nullptr ? WriteText(text, std::strlen(text)) : WriteText("", 0);
+}
 
-    if (!OpenLogFile())
-        return false;
-    ZEMA::IFileCalls& files = ZEMA::FileCalls();
-    std::uint64_t position = 0;
-    if (!files.Seek(m_logHandle, 0, FILE_END, position))
-        return logfiles::Fail("CQmLogWriter::Write().SetFilePointer()");
-    const std::size_t length = std::strlen(text);
-    if (position + length > kMaxFileSize)
-        return logfiles::FailWith(ERROR_FILE_TOO_LARGE, "CQmLogWriter::Write().WriteFile()");
-
-    // Rows go out before the text they index, so a reader may meet a row whose line is not there yet.
-    WriteTextRows(text, length, static_cast<std::uint32_t>(position));
-    if (length == 0)
-        return true;
-
-    m_lastCharacter = text[length - 1];
-    DWORD written = 0;
-    if (!files.Write(m_logHandle, text, static_cast<DWORD>(length), written))
-        return logfiles::Fail("CQmLogWriter::Write().WriteFile()");
-    if (written != length)
-        return logfiles::FailWith(ERROR_DISK_FULL, "CQmLogWriter::Write().WriteFile()");
-    return true;
+bool CQmLogWriter::WriteLine(const char* text)
+{
+    logfiles::LineBuffer line;
+    return text == nullptr ||
+           (line.Assign(text, std::strlen(text)) && WriteLineText(line.Text(), line.Length()));
 }
 
 bool CQmLogWriter::WriteFormat(const char* format, ...)
 {
-    char shortText[512];
+    logfiles::LineBuffer line;
     std::va_list arguments;
     va_start(arguments, format);
-    const int length = std::vsnprintf(shortText, sizeof(shortText), format, arguments);
+    const bool formatted = line.Format(format, arguments);
     va_end(arguments);
-    if (length < 0)
-        return false;
-    if (static_cast<std::size_t>(length) < sizeof(shortText))
-        return Write(shortText);
+    return formatted && WriteText(line.Text(), line.Length());
+}
 
-    const std::size_t size = static_cast<std::size_t>(length) + 1;
-    const std::unique_ptr<char[]> longText(new (std::nothrow) char[size]);
-    if (longText == nullptr)
-        return false;
+bool CQmLogWriter::WriteLineFormat(const char* format, ...)
+{
+    logfiles::LineBuffer line;
+    std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(longText.get(), size, format, arguments);
+    const bool formatted = line.Format(format, arguments);
     va_end(arguments);
-    return Write(longText.get());
+    return formatted && WriteLineText(line.Text(), line.Length());
 }
 
 bool CQmLogWriter::BlockBegin(QmLogBlockKind kind)
 {
-    if (*m_logPath == '\0' || m_depth == kMaxDepth)
+    if (*m_logPath == '\0')
         return false;
+    if (m_depth == kMaxDepth)
+        return logfiles::Refuse(ERROR_SUCCESS, "CQmLogWriter::BlockBegin()", "no room for a 255th open block",
+                                m_name);
     if (kind == kEnclosingKind)
         kind = GetBlockHeap().kind;
     ++m_depth;
@@ -104,16 +76,18 @@ bool CQmLogWriter::BlockBegin(QmLogBlockKind kind)
     block = CQmLogRow();
     block.indent = logfiles::GlobalIndentIncrement();
     block.kind = kind;
-    Write("\n");
+    if (!Write("\n"))
+        m_lineFeedPending = true;
     return true;
 }
 
 bool CQmLogWriter::BlockEnd()
 {
     if (m_depth == 0)
-        return false;
+        return true;
     logfiles::GlobalIndentDecrement();
     --m_depth;
+    m_onFreshLine = false;
     if (m_lastCharacter != '\n')
         m_lineFeedPending = true;
     return true;
@@ -136,11 +110,6 @@ CQmLogRow& CQmLogWriter::GetBlockHeap()
     return m_blocks[m_depth];
 }
 
-bool CQmLogWriter::WriteRow(CQmLogRow& row)
-{
-    return WriteRows(&row, 1);
-}
-
 void* CQmLogWriter::CreateFileWrite(const char* path)
 {
     return ZEMA_CreateFile(
@@ -148,143 +117,120 @@ void* CQmLogWriter::CreateFileWrite(const char* path)
         FILE_FLAG_RANDOM_ACCESS | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-// An invalid handle is kept until Close, and each later call reports it anew.
+// An invalid handle is kept until Close, and each later call reports it again with what the opening was
+// refused for.
 bool CQmLogWriter::OpenLogFile()
 {
     if (m_logHandle == nullptr)
+    {
         m_logHandle = CreateFileWrite(m_logPath);
+        m_logError = ZEMA::FileCalls().LastError();
+    }
     if (m_logHandle == INVALID_HANDLE_VALUE)
-        return logfiles::Fail("CQmLogWriter::Write().CreateFileWrite(Log)");
+        return logfiles::FailWith(m_logError, "CQmLogWriter::Write().CreateFileWrite(Log)");
     return m_logHandle != nullptr;
 }
 
-bool CQmLogWriter::OpenRowFile()
+// Opens the log. `position` receives the bytes of its text.
+bool CQmLogWriter::FindEnd(std::uint64_t& position)
 {
-    if (m_rowHandle == nullptr)
-        m_rowHandle = CreateFileWrite(m_rowPath);
-    if (m_rowHandle == INVALID_HANDLE_VALUE)
-        return logfiles::Fail("CQmLogWriter::WriteRow().CreateFileWrite(Row)");
-    return m_rowHandle != nullptr;
+    return OpenLogFile() && (ZEMA::FileCalls().Seek(m_logHandle, 0, FILE_END, position) ||
+                             logfiles::Fail("CQmLogWriter::Write().SetFilePointer()"));
 }
 
-// Writes the row of each line that `text` begins when it is written at `position`.
-void CQmLogWriter::WriteTextRows(const char* text, std::size_t length, std::uint32_t position)
+// Where the log was left by another writer, or by this one before it closed, its files are looked at.
+bool CQmLogWriter::IsOnFreshLine(std::uint64_t position)
 {
-    const bool firstLine = position == 0 && *text != '\n';
-    const std::size_t count =
-        static_cast<std::size_t>(std::count(text, text + length, '\n')) + (firstLine ? 1 : 0);
-    if (count == 0)
-        return;
-
-    // All rows go out together; only without memory for them in portions.
-    CQmLogRow few[32];
-    std::unique_ptr<CQmLogRow[]> many;
-    if (count > std::size(few))
-        many.reset(new (std::nothrow) CQmLogRow[count]);
-    CQmLogRow* const rows = many != nullptr ? many.get() : few;
-    const std::size_t capacity = many != nullptr ? count : std::size(few);
-
-    CQmLogRow& line = GetBlockHeap();
-    std::size_t used = 0;
-    const auto add = [&](std::uint32_t offset) {
-        line.offset = offset;
-        rows[used++] = line;
-        if (used == capacity)
-        {
-            WriteRows(rows, used);
-            line.time = rows[used - 1].time;
-            used = 0;
-        }
-    };
-
-    // The row of a log's first line leaves the block mark on: the line that the first line feed begins
-    // is marked as well, and viewers rely on it.
-    if (firstLine)
-        add(0);
-    for (const char* feed = text; (feed = std::strchr(feed, '\n')) != nullptr; ++feed)
-    {
-        add(position + static_cast<std::uint32_t>(feed - text) + 1);
-        line.blockBegin = 0;
-    }
-    if (used > 0)
-    {
-        WriteRows(rows, used);
-        line.time = rows[used - 1].time;
-    }
+    if (position == 0)
+        return true; // the first line needs no line feed
+    if (position == m_end)
+        return m_onFreshLine;
+    return logfiles::EndsOnFreshLine(m_logPath, m_rowPath, position, GetBlockHeap());
 }
 
-// Numbers the rows and appends them: together where every call succeeds, else one by one, so that a
-// failure is reported for, and costs, the rows that it strikes.
-bool CQmLogWriter::WriteRows(CQmLogRow* rows, std::size_t count)
+// `text` is NUL-terminated.
+bool CQmLogWriter::WriteText(const char* text, std::size_t length)
 {
-    bool allWritten = true;
-    for (std::size_t done = 0; done < count;)
-    {
-        if (!OpenRowFile())
-        {
-            allWritten = false;
-            ++done;
-            continue;
-        }
-        CQmLogRow* const next = rows + done;
-        std::uint32_t time = 0;
-        const std::uint32_t taken = logfiles::GlobalTimeTake(static_cast<std::uint32_t>(count - done), time);
-        for (std::uint32_t i = 0; i < taken; ++i)
-            next[i].time = time + i;
-
-        const char* failure = nullptr;
-        if (taken > 1 && !AppendRows(next, taken, failure))
-        {
-            for (std::uint32_t i = 0; i < taken; ++i)
-                allWritten = (AppendRows(next + i, 1, failure) || logfiles::Fail(failure)) && allWritten;
-        }
-        else if (taken == 1 && !AppendRows(next, 1, failure))
-            allWritten = logfiles::Fail(failure);
-        done += taken;
-    }
-    return allWritten;
-}
-
-// Appends whole records or nothing. `failure` receives what to report; the thread's last error is set.
-bool CQmLogWriter::AppendRows(const CQmLogRow* rows, std::size_t count, const char*& failure)
-{
-    ZEMA::IFileCalls& files = ZEMA::FileCalls();
-    std::uint64_t end = 0;
-    failure = "CQmLogWriter::WriteRow().SetFilePointer()";
-    if (!files.Seek(m_rowHandle, 0, FILE_END, end))
-        return false;
-    // A writer that was killed may have left part of a record, which is no row: it is written over.
-    if (const std::uint64_t surplus = end % sizeof(CQmLogRow); surplus != 0)
-    {
-        if (!files.Seek(m_rowHandle, static_cast<std::int64_t>(end - surplus), FILE_BEGIN, end))
-            return false;
-    }
-
-    failure = "CQmLogWriter::WriteRow().WriteFile()";
-    const std::uint64_t size = count * sizeof(CQmLogRow);
-    if (end + size > kMaxFileSize)
-    {
-        files.SetLastError(ERROR_FILE_TOO_LARGE);
-        return false;
-    }
-    DWORD written = 0;
-    const bool accepted = files.Write(m_rowHandle, rows, static_cast<DWORD>(size), written);
-    if (accepted && written == size)
+    // A line feed that is due goes first. When nothing can be written it is still due afterwards.
+    bool due = m_lineFeedPending;
+    m_lineFeedPending = false;
+    if (due && *text != '\n')
+        due = !WriteText("\n", 1);
+    std::uint64_t position = 0;
+    if (FindEnd(position) && WriteAt(position, text, length))
         return true;
-
-    const DWORD error = accepted ? ERROR_DISK_FULL : files.LastError();
-    if (written > 0 && files.Seek(m_rowHandle, static_cast<std::int64_t>(end), FILE_BEGIN, end))
-        files.SetEnd(m_rowHandle);
-    files.SetLastError(error);
+    m_lineFeedPending = due;
     return false;
 }
 
+// `text` is NUL-terminated and may be changed; before it there is room for a line feed.
+bool CQmLogWriter::WriteLineText(char* text, std::size_t length)
+{
+    const auto isLineEnd = [](char character) { return character == '\n' || character == '\r'; };
+    while (length > 0 && isLineEnd(text[length - 1]))
+        text[--length] = '\0';
+    while (length > 0 && isLineEnd(*text))
+    {
+        ++text;
+        --length;
+    }
+    std::uint64_t position = 0;
+    if (length == 0)
+        return true;
+    if (!FindEnd(position))
+        return false;
+    if (!IsOnFreshLine(position))
+    {
+        *--text = '\n';
+        ++length;
+    }
+    if (!WriteAt(position, text, length))
+        return false;
+    m_lineFeedPending = false;
+    return true;
+}
+
+// Appends `text` at `position`, the end of the log, or leaves everything as it was.
+bool CQmLogWriter::WriteAt(std::uint64_t position, const char* text, std::size_t length)
+{
+    if (position + length > logfiles::kMaxFileSize)
+        return logfiles::FailWith(ERROR_FILE_TOO_LARGE, "CQmLogWriter::Write().WriteFile()");
+
+    // Rows go out before the text they index, so a reader may meet a row whose line is not there yet.
+    const CQmLogRow line = GetBlockHeap();
+    RowsWritten written;
+    WriteTextRows(text, length, static_cast<std::uint32_t>(position), written);
+    if (length > 0 && !logfiles::AppendOrNothing(m_logHandle, position, text, length))
+    {
+        const DWORD error = ZEMA::FileCalls().LastError();
+        TakeBack(written);
+        GetBlockHeap() = line;
+        return logfiles::FailWith(error, "CQmLogWriter::Write().WriteFile()");
+    }
+    m_lostRows += written.lost;
+    if (length > 0)
+    {
+        m_lastCharacter = text[length - 1];
+        m_onFreshLine = m_lastCharacter == '\n';
+        m_end = position + length;
+    }
+    return true;
+}
+
+// The index goes first: whoever opens the text next finds the index free as well. The messages keep their
+// order.
 void CQmLogWriter::CloseFiles(const char* logMessage, const char* rowMessage)
 {
-    if (m_logHandle != nullptr && !ZEMA::FileCalls().Close(m_logHandle))
+    if (m_rowHandle == nullptr && m_logHandle == nullptr)
+        return;
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    const bool rowClosed = m_rowHandle == nullptr || files.Close(m_rowHandle);
+    const DWORD rowError = files.LastError();
+    if (m_logHandle != nullptr && !files.Close(m_logHandle))
         logfiles::Report(logMessage);
-    m_logHandle = nullptr;
-    if (m_rowHandle != nullptr && !ZEMA::FileCalls().Close(m_rowHandle))
-        logfiles::Report(rowMessage);
+    if (!rowClosed)
+        logfiles::FailWith(rowError, rowMessage);
     m_rowHandle = nullptr;
+    m_logHandle = nullptr;
+    m_end = kUnknownEnd;
 }

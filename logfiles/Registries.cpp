@@ -9,8 +9,8 @@ namespace
 {
 
 // Made when the library is loaded, destroyed when it is unloaded.
-logfiles::Registry<CQmLogWriter> writers;
-logfiles::Registry<CQmLogReader> readers;
+logfiles::Registry<CQmLogWriter> writers("QmLogWriterDefine()");
+logfiles::Registry<CQmLogReader> readers("QmLogReaderDefine()");
 
 } // namespace
 

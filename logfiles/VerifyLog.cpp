@@ -1,7 +1,8 @@
 #include "logfiles/VerifyLog.h"
 
+#include "logfiles/IndexEnd.h"
+
 #include <algorithm>
-#include <cstring>
 
 namespace logfiles
 {
@@ -48,11 +49,7 @@ VerifyLog::VerifyLog(const std::string& folder, const std::string& name)
 
 bool VerifyLog::ReadRow(std::uint64_t index, CQmLogRow& row)
 {
-    const char* const bytes = m_rows.At(index * sizeof(row));
-    if (bytes == nullptr)
-        return false;
-    std::memcpy(&row, bytes, sizeof(row));
-    return true;
+    return ReadRecord(m_rows, index, row);
 }
 
 void VerifyLog::CheckValues(std::uint64_t index, const CQmLogRow& row)
@@ -171,7 +168,7 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
 
     if (atEnd && lines == 0)
         firstRow = SkipRowsWithLateText(firstRow, endRow);
-    if (atEnd && lines == 0 && !IsOneWrite(firstRow, endRow))
+    if (atEnd && lines == 0 && LieBehindText(firstRow, endRow) && !IsOneWrite(m_rows, firstRow, endRow))
         m_findings.Add(QmLogFindingKind::kTextCut, "LOG", QmLogFinding::kNoRow,
                        "the text ends at byte " + Number(m_text.Size()) +
                            ", but the index goes on with row " + Number(firstRow) + " to row " +
@@ -204,19 +201,12 @@ std::uint64_t VerifyLog::SkipRowsWithLateText(std::uint64_t firstRow, std::uint6
     return firstRow;
 }
 
-// Whether these rows, the last of the index, all lie behind the text and may be those of one write.
-bool VerifyLog::IsOneWrite(std::uint64_t firstRow, std::uint64_t endRow)
+bool VerifyLog::LieBehindText(std::uint64_t firstRow, std::uint64_t endRow)
 {
-    CQmLogRow first;
     CQmLogRow row;
     for (std::uint64_t index = firstRow; index < endRow; ++index)
     {
         if (!ReadRow(index, row) || row.offset <= m_text.Size())
-            return true; // told row by row
-        if (index == firstRow)
-            first = row;
-        else if (row.time - first.time != index - firstRow || row.indent != first.indent ||
-                 row.kind != first.kind || row.blockBegin != 0)
             return false;
     }
     return true;
@@ -245,8 +235,7 @@ void VerifyLog::ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displ
     if (!displaced && atEnd && behindText)
         m_findings.Add(QmLogFindingKind::kRowBeforeText, "ROW", index,
                        reason + ": its text has not come yet");
-    else if (!displaced && !atEnd && ReadRow(liveRow, live) &&
-             (live.offset <= row.offset || live.blockBegin == 1))
+    else if (!displaced && !atEnd && ReadRow(liveRow, live) && live.offset == row.offset)
         m_findings.Add(QmLogFindingKind::kRowWithoutText, "ROW", index, reason + ": its text never came");
     else
         m_findings.Add(descends ? QmLogFindingKind::kOffsetNotAscending : QmLogFindingKind::kOffsetNotAtLine,

@@ -58,7 +58,7 @@ private:
     std::uint64_t CountLineStarts(std::uint64_t after, std::uint64_t before);
     void CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint64_t after, std::uint64_t before);
     std::uint64_t SkipRowsWithLateText(std::uint64_t firstRow, std::uint64_t endRow);
-    bool IsOneWrite(std::uint64_t firstRow, std::uint64_t endRow);
+    bool LieBehindText(std::uint64_t firstRow, std::uint64_t endRow);
     void ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displaced);
 
     std::string m_name;

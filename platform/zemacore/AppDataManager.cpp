@@ -43,6 +43,13 @@ IAppDataAccess::~IAppDataAccess() = default;
 IProfileStore::~IProfileStore() = default;
 IAppDataManager::~IAppDataManager() = default;
 
+DWORD IAppDataAccess::GetFallbackFolder(char* folder, DWORD size)
+{
+    if (folder && size > 0)
+        *folder = '\0';
+    return 0;
+}
+
 bool IAppDataAccess::SplitPath(const char* path, AppDataPath& parts)
 {
     std::string_view rest;

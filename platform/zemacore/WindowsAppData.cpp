@@ -40,24 +40,41 @@ bool MakeFolder(const std::string& path)
         ::CreateDirectoryA(path.c_str(), nullptr))
         return true;
 
-    return IsFolder(path); // another process may have made it meanwhile
+    const DWORD error = ::GetLastError();
+    const bool isThere = IsFolder(path); // another process may have made it meanwhile
+    ::SetLastError(error);
+    return isThere;
+}
+
+// With a backslash at its end; empty without the user's data folder.
+std::string UserFolder()
+{
+    const std::string folder = EnvironmentValue("LOCALAPPDATA");
+    return folder.empty() ? folder : folder + "\\QmLog\\Logs\\";
 }
 
 std::string LogFolder()
 {
     std::string folder = EnvironmentValue("QM_LOG_FOLDER");
     if (folder.empty())
-    {
-        folder = EnvironmentValue("LOCALAPPDATA");
-        if (folder.empty())
-            return {};
-        folder += "\\QmLog\\Logs";
-    }
+        return UserFolder();
     if (folder.back() == '/')
         folder.back() = '\\';
     else if (folder.back() != '\\')
         folder += '\\';
     return folder;
+}
+
+// Makes `path` and copies it into `folder`; answers its length, 0 when it cannot be made or does not fit.
+DWORD GiveFolder(const std::string& path, char* folder, DWORD size)
+{
+    if (!folder || size == 0)
+        return 0;
+    *folder = '\0';
+    if (path.size() >= size || !MakeFolder(path))
+        return 0;
+    *std::copy(path.begin(), path.end(), folder) = '\0';
+    return static_cast<DWORD>(path.size());
 }
 
 // Absolute, because the system looks for an INI file without a folder among its own files.
@@ -129,18 +146,12 @@ std::optional<std::int64_t> ReadProfileNumber(const char* section, const char* k
 class WindowsAppDataAccess : public IAppDataAccess
 {
 public:
-    DWORD GetLogFolder(char* folder, DWORD size) override
+    DWORD GetLogFolder(char* folder, DWORD size) override { return GiveFolder(LogFolder(), folder, size); }
+
+    // For the case that QM_LOG_FOLDER names a folder that cannot be made.
+    DWORD GetFallbackFolder(char* folder, DWORD size) override
     {
-        if (!folder || size == 0)
-            return 0;
-
-        *folder = '\0';
-        const std::string path = LogFolder();
-        if (path.size() >= size || !MakeFolder(path))
-            return 0;
-
-        *std::copy(path.begin(), path.end(), folder) = '\0';
-        return static_cast<DWORD>(path.size());
+        return GiveFolder(UserFolder(), folder, size);
     }
 };
 

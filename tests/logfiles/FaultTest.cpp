@@ -4,12 +4,15 @@
 #include "QmLogVerify.h"
 #include "QmLogWriter.h"
 #include "logfiles/Counters.h"
+#include "logfiles/Registry.h"
 #include "tests/logfiles/ReferenceLog.h"
 #include "tests/support/MemorySession.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
+#include <utility>
 
 namespace
 {
@@ -38,6 +41,17 @@ std::vector<std::string> Reports(const MemorySession& session)
         at = next + 2;
     }
     return reports;
+}
+
+// The entries of an error log without the system's words, each with a bar behind it.
+std::string Messages(const std::string& text)
+{
+    std::istringstream lines(text);
+    std::string messages;
+    std::string line;
+    while (std::getline(lines, line))
+        messages += line.find("()") != std::string::npos ? line + "|" : "";
+    return messages;
 }
 
 // What a session did: answers, everything on disk but the dates, and whether it came to wait for ever.
@@ -231,7 +245,129 @@ TEST(Faults, ADiskOfAnySizeFillsAsInTheReference)
         ASSERT_EQ(expected.answers, outcome.answers) << space << " bytes";
         ASSERT_EQ(expected.files, outcome.files) << space << " bytes";
         ASSERT_EQ(0u, outcome.files[1].size() % 20) << space << " bytes";
+
+        // What a full disk leaves is whole, but for the rows that are counted.
+        MemorySession session;
+        prepare(session);
+        LibraryLogs logs;
+        std::vector<bool> answers;
+        ManyRows(logs, answers);
+        logs.Close();
+        bool damaged = false;
+        for (const QmLogFinding& finding : QmLogVerify("C:\\Logs", {"Main", "SQL"}))
+            damaged = damaged || (QmLogIsDamage(finding.kind) && !finding.file.starts_with("Log"));
+        ASSERT_EQ(damaged, logs.main.GetLostRowCount() + logs.sql.GetLostRowCount() > 0) << space << " bytes";
     }
+}
+
+TEST(Faults, RowsThatCannotBeWrittenAreCountedAndReportedOnceACall)
+{
+    MemorySession session;
+    const HANDLE index =
+        session.files.Create(session.Path("Main.ROW").c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_ALWAYS, 0);
+    CQmLogWriter log;
+    log.SetFilePath("Main");
+    EXPECT_TRUE(log.Write("a\nb\nc\n"));
+    session.files.SetLastError(ERROR_SUCCESS);
+    EXPECT_TRUE(log.Write("d\ne"));
+    EXPECT_EQ(5u, log.GetLostRowCount());
+    const std::vector<std::string> refused(2, "CQmLogWriter::WriteRow().CreateFileWrite(Row)\nError " +
+                                                  std::to_string(ERROR_SHARING_VIOLATION) + ".");
+    EXPECT_EQ(refused, Reports(session)) << "each with what the opening was refused for";
+
+    session.files.Close(index);
+
+    session.files.SetSize(session.Path("Full.ROW"), 0xFFFFFFFF / 20 * 20);
+    CQmLogWriter full;
+    full.SetFilePath("Full");
+    EXPECT_TRUE(full.Write("a\nb\n"));
+    EXPECT_EQ(3u, full.GetLostRowCount());
+    EXPECT_EQ("CQmLogWriter::WriteRow().WriteFile()\nError 223.", Reports(session).back());
+    EXPECT_EQ(3u, Reports(session).size());
+}
+
+// Files whose closing gives a second process its turn, and an index that is let go of later than its text.
+class TurnFiles : public ZEMA::MemoryFiles
+{
+public:
+    bool Close(HANDLE file) override
+    {
+        const bool closed = MemoryFiles::Close(file);
+        if (CanOpen("C:\\Logs\\Main.LOG"))
+            EXPECT_TRUE(CanOpen("C:\\Logs\\Main.ROW")) << "the text is free before the index";
+        return closed;
+    }
+
+    HANDLE Create(const char* path, DWORD access, DWORD share, DWORD disposition, DWORD flags) override
+    {
+        const HANDLE file = MemoryFiles::Create(path, access, share, disposition, flags);
+        if (late != nullptr && file == INVALID_HANDLE_VALUE)
+            MemoryFiles::Close(std::exchange(late, nullptr));
+        return file;
+    }
+
+    HANDLE late = nullptr;
+
+private:
+    bool CanOpen(const char* path)
+    {
+        const HANDLE file = MemoryFiles::Create(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, 0);
+        MemoryFiles::Close(file);
+        return file != INVALID_HANDLE_VALUE;
+    }
+};
+
+TEST(Faults, ProcessesThatTakeTurnsLoseNoRow)
+{
+    MemorySession session;
+    TurnFiles files;
+    ZEMA::SetFileCalls(&files);
+    CQmLogWriter& log = QmLogWriterDefine("Main");
+    EXPECT_TRUE(log.Write("a\n"));
+    QmLogWriterCloseAll();
+
+    files.late = files.Create("C:\\Logs\\Main.ROW", GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, 0);
+    EXPECT_TRUE(log.Write("b\n"));
+    EXPECT_EQ(0u, log.GetLostRowCount()) << "the index of an ended process is waited for";
+    QmLogWriterCloseAll();
+    ZEMA::SetFileCalls(&session.files);
+}
+
+TEST(Faults, EachRefusalLeavesOneEntry)
+{
+    MemorySession session;
+    session.manager.folder = "C:\\Refusals\\";
+    const auto repeat = [](const std::function<void()>& refuse) {
+        refuse();
+        refuse();
+    };
+    CQmLogWriter log;
+    const std::string longName(300, 'n');
+    repeat([&] { log.SetFilePath(longName.c_str()); });
+    CQmLogReader reader;
+    repeat([&] { reader.SetFilePath(""); });
+    logfiles::Registry<CQmLogWriter> writers("Define()");
+    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"})
+        writers.Define(name);
+    repeat([&] { writers.Define("Eleventh").Write("text"); });
+    log.SetFilePath("Deep");
+    for (int depth = 0; depth < CQmLogWriter::kMaxDepth; ++depth)
+        log.BlockBegin(kPlainKind);
+    repeat([&] { EXPECT_FALSE(log.BlockBegin(kPlainKind)); });
+    EXPECT_EQ("CQmLogWriter::SetFilePath(): the name is empty, or too long with the log folder: " +
+                  longName.substr(0, 260) +
+                  "|CQmLogReader::SetFilePath(): the name is empty, or too long with the log folder: |"
+                  "Define(): no room for an eleventh log: Eleventh|"
+                  "CQmLogWriter::BlockBegin(): no room for a 255th open block: Deep|",
+              Messages(session.Text("QmLog")));
+
+    session.manager.folder.clear();
+    session.manager.fallback = "C:\\Fallback\\";
+    repeat([&] { log.SetFilePath("Homeless"); });
+    EXPECT_EQ("CQmLogWriter::SetFilePath(): there is no log folder, or it cannot be made: Homeless|",
+              Messages(session.files.Contents("C:\\Fallback\\QmLog.LOG")));
+    log.Close();
+    QmLogWriterCloseAll();
 }
 
 std::vector<std::string> ReportOf(const char* message)

@@ -4,9 +4,13 @@
 
 #include "QmLogRow.h"
 #include "logfiles/ErrorLog.h"
+#include "logfiles/IndexEnd.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -110,41 +114,18 @@ public:
     {
     }
 
+    // A write whose text fails leaves both files, and the writer, as they were.
     bool Write(const std::string& text)
     {
-        ZEMA::IFileCalls& files = ZEMA::FileCalls();
         const bool startsLine = !text.empty() && text[0] == '\n';
-        if (!startsLine && m_pending)
-            Write("\n");
-        if (startsLine)
-            m_pending = false;
-        if (!Open(m_log, m_logPath, "CQmLogWriter::Write().CreateFileWrite(Log)"))
-            return false;
-        std::uint64_t position = 0;
-        if (!files.Seek(m_log, 0, FILE_END, position))
-            return logfiles::Fail("CQmLogWriter::Write().SetFilePointer()");
-        if (position == 0 && !startsLine)
-        {
-            m_blocks.back().offset = 0;
-            WriteRow(m_blocks.back());
-        }
-        if (text.empty())
+        bool due = m_pending;
+        m_pending = false;
+        if (due && !startsLine)
+            due = !Write("\n");
+        if (Append(text))
             return true;
-        for (std::size_t i = 0; i < text.size(); ++i)
-        {
-            if (text[i] != '\n')
-                continue;
-            m_blocks.back().offset = static_cast<std::uint32_t>(position + i + 1);
-            WriteRow(m_blocks.back());
-            m_blocks.back().blockBegin = 0;
-        }
-        m_last = text.back();
-        DWORD bytes = 0;
-        if (!files.Write(m_log, text.data(), static_cast<DWORD>(text.size()), bytes))
-            return logfiles::Fail("CQmLogWriter::Write().WriteFile()");
-        if (bytes != text.size())
-            return logfiles::FailWith(ERROR_DISK_FULL, "CQmLogWriter::Write().WriteFile()");
-        return true;
+        m_pending = due;
+        return false;
     }
 
     void BlockBegin(std::uint32_t kind)
@@ -154,7 +135,7 @@ public:
         m_blocks.emplace_back();
         m_blocks.back().indent = m_counters.IndentUp();
         m_blocks.back().kind = static_cast<QmLogBlockKind>(kind);
-        Write("\n");
+        m_pending = !Write("\n") || m_pending;
     }
 
     void BlockEnd()
@@ -166,44 +147,115 @@ public:
 
     void Close()
     {
+        const bool rowClosed = m_row == nullptr || ZEMA::FileCalls().Close(m_row);
+        const DWORD error = ZEMA::FileCalls().LastError();
         if (m_log != nullptr && !ZEMA::FileCalls().Close(m_log))
             logfiles::Report("CQmLogWriter::Close().CloseHandle(Log)");
-        if (m_row != nullptr && !ZEMA::FileCalls().Close(m_row))
-            logfiles::Report("CQmLogWriter::Close().CloseHandle(Row)");
+        if (!rowClosed)
+            logfiles::FailWith(error, "CQmLogWriter::Close().CloseHandle(Row)");
         m_log = m_row = nullptr;
     }
 
 private:
-    static bool Open(HANDLE& file, const std::string& path, const char* message)
+    bool Append(const std::string& text)
     {
-        if (file == nullptr)
-            file = ZEMA_CreateFile(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
-                                   kAppendFlags, nullptr);
-        if (file == INVALID_HANDLE_VALUE)
-            return logfiles::Fail(message);
-        return file != nullptr;
+        ZEMA::IFileCalls& files = ZEMA::FileCalls();
+        if (!Open(m_log, m_logPath, m_logError))
+            return m_log != nullptr &&
+                   logfiles::FailWith(m_logError, "CQmLogWriter::Write().CreateFileWrite(Log)");
+        std::uint64_t position = 0;
+        if (!files.Seek(m_log, 0, FILE_END, position))
+            return logfiles::Fail("CQmLogWriter::Write().SetFilePointer()");
+        const CQmLogRow line = m_blocks.back();
+        m_rowsBegin = kNowhere;
+        m_reported = false;
+        if (position == 0 && (text.empty() || text[0] != '\n'))
+        {
+            m_blocks.back().offset = 0;
+            WriteRow(m_blocks.back());
+        }
+        for (std::size_t i = 0; i < text.size(); ++i)
+        {
+            if (text[i] != '\n')
+                continue;
+            m_blocks.back().offset = static_cast<std::uint32_t>(position + i + 1);
+            WriteRow(m_blocks.back());
+            m_blocks.back().blockBegin = 0;
+        }
+        if (text.empty())
+            return true;
+        if (AppendWhole(m_log, text.data(), text.size(), position))
+        {
+            m_last = text.back();
+            return true;
+        }
+        const DWORD error = files.LastError();
+        if (m_rowsBegin != kNowhere &&
+            files.Seek(m_row, static_cast<std::int64_t>(m_rowsBegin), FILE_BEGIN, position))
+            files.SetEnd(m_row);
+        m_blocks.back() = line;
+        return logfiles::FailWith(error, "CQmLogWriter::Write().WriteFile()");
     }
 
-    // A row cut short is taken back.
+    static bool Open(HANDLE& file, const std::string& path, DWORD& error)
+    {
+        if (file == nullptr)
+        {
+            file = ZEMA_CreateFile(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                   kAppendFlags, nullptr);
+            error = ZEMA::FileCalls().LastError();
+        }
+        return file != nullptr && file != INVALID_HANDLE_VALUE;
+    }
+
+    // What is cut short is taken back.
+    static bool AppendWhole(HANDLE file, const void* data, std::size_t size, std::uint64_t end)
+    {
+        ZEMA::IFileCalls& files = ZEMA::FileCalls();
+        DWORD bytes = 0;
+        if (!files.Write(file, data, static_cast<DWORD>(size), bytes))
+            return false;
+        if (bytes == size)
+            return true;
+        if (bytes > 0 && files.Seek(file, static_cast<std::int64_t>(end), FILE_BEGIN, end))
+            files.SetEnd(file);
+        files.SetLastError(ERROR_DISK_FULL);
+        return false;
+    }
+
+    // One message a write, whatever its rows meet.
+    void ReportRow(DWORD error, const char* message)
+    {
+        if (!m_reported)
+            logfiles::FailWith(error, message);
+        m_reported = true;
+    }
+
     void WriteRow(CQmLogRow& row)
     {
         ZEMA::IFileCalls& files = ZEMA::FileCalls();
-        if (!Open(m_row, m_rowPath, "CQmLogWriter::WriteRow().CreateFileWrite(Row)"))
-            return;
-        row.time = m_counters.NextTime();
-        std::uint64_t end = 0;
-        DWORD bytes = 0;
-        if (!files.Seek(m_row, 0, FILE_END, end))
-            logfiles::Report("CQmLogWriter::WriteRow().SetFilePointer()");
-        else if (!files.Write(m_row, &row, 20, bytes))
-            logfiles::Report("CQmLogWriter::WriteRow().WriteFile()");
-        else if (bytes != 20)
+        const bool opening = m_row == nullptr;
+        if (!Open(m_row, m_rowPath, m_rowError))
         {
-            if (bytes > 0 && files.Seek(m_row, static_cast<std::int64_t>(end), FILE_BEGIN, end))
-                files.SetEnd(m_row);
-            logfiles::FailWith(ERROR_DISK_FULL, "CQmLogWriter::WriteRow().WriteFile()");
+            if (m_row != nullptr)
+                ReportRow(m_rowError, "CQmLogWriter::WriteRow().CreateFileWrite(Row)");
+            return;
         }
+        std::uint64_t end = 0;
+        std::uint64_t textSize = 0;
+        if (opening && files.GetSize(m_rowPath.c_str(), end) && end > 0 &&
+            files.GetSize(m_logPath.c_str(), textSize))
+            EXPECT_EQ(0u, logfiles::CountRowsWithoutText(m_rowPath.c_str(), textSize)) << "nobody was killed";
+        row.time = m_counters.NextTime();
+        if (!files.Seek(m_row, 0, FILE_END, end))
+            ReportRow(files.LastError(), "CQmLogWriter::WriteRow().SetFilePointer()");
+        else if (!AppendWhole(m_row, &row, 20, end))
+            ReportRow(files.LastError(), "CQmLogWriter::WriteRow().WriteFile()");
+        else
+            m_rowsBegin = std::min(m_rowsBegin, end);
     }
+
+    static constexpr std::uint64_t kNowhere = ~0ull;
 
     std::string m_logPath;
     std::string m_rowPath;
@@ -213,4 +265,8 @@ private:
     std::vector<CQmLogRow> m_blocks;
     bool m_pending = false;
     char m_last = 0;
+    DWORD m_logError = 0;
+    DWORD m_rowError = 0;
+    std::uint64_t m_rowsBegin = kNowhere; // where the first row of the present write lies
+    bool m_reported = false;
 };

@@ -71,6 +71,18 @@ struct Folder
         });
     }
 
+    // A row of depth 0 with the next number, behind what the index holds.
+    void AddRow(const char* file, std::uint32_t offset)
+    {
+        CQmLogRow row;
+        row.offset = offset;
+        row.blockBegin = 0;
+        logfiles::GlobalTimeTake(1, row.time);
+        Edit(file,
+             [&](std::string& bytes) { bytes.append(reinterpret_cast<const char*>(&row), sizeof(row)); });
+        logfiles::CloseCounters();
+    }
+
     MemorySession session;
 };
 
@@ -206,26 +218,34 @@ TEST(Verify, TellsLeftoversFromDamage)
     Folder folder;
     folder.WriteSession();
     CQmLogWriter sql = Writer("SQL");
-    EXPECT_TRUE(sql.Write("z"));
-
-    // A disk on which the rows find room, but not their text.
-    const auto failText = [&](const char* text, unsigned rows) {
-        folder.session.files.SetFreeSpace(rows * sizeof(CQmLogRow));
-        EXPECT_FALSE(sql.Write(text));
-        folder.session.files.SetFreeSpace(0xFFFFFFFFFFFFFFFF);
+    EXPECT_TRUE(sql.Write("z")); // "x\ny\nz", 5 bytes with rows at 0, 2 and 4
+    const auto goOn = [&](const char* text) {
+        EXPECT_TRUE(sql.Write(text));
+        sql.Close();
+        logfiles::CloseCounters();
     };
-    failText("more text\n\n", 2);
+    goOn("");
+
+    // A disk on which the rows find room, but not their text: they are taken back.
+    folder.session.files.SetFreeSpace(2 * sizeof(CQmLogRow));
+    EXPECT_FALSE(sql.Write("more text\n\n"));
+    folder.session.files.SetFreeSpace(0xFFFFFFFFFFFFFFFF);
+    goOn("");
+    EXPECT_EQ(1u, folder.Verify().size()) << Describe(folder.Verify());
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
+
+    // A killed writer leaves rows without their text, which the next writer takes away.
+    folder.AddRow("SQL.ROW", 15);
+    folder.AddRow("SQL.ROW", 16);
     EXPECT_EQ(2u, Count(folder.Verify(), Kind::kRowBeforeText)) << Describe(folder.Verify());
     EXPECT_FALSE(folder.IsDamaged());
+    goOn("\n");
+    EXPECT_EQ(0u, Count(folder.Verify(), Kind::kRowBeforeText));
+    EXPECT_EQ(1u, folder.Verify().size()) << Describe(folder.Verify());
 
-    // The log goes on with a shorter text, or from a new writer with a longer one.
-    EXPECT_TRUE(sql.Write("short\n"));
-    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
-    failText("x\n", 1);
-    sql.Close();
-    logfiles::CloseCounters();
-    EXPECT_TRUE(Writer("SQL").Write("longer text\n"));
-    EXPECT_EQ(3u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
+    // A row at the very place of the next one shows nothing.
+    folder.AddRow("SQL.ROW", 6);
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
     EXPECT_FALSE(folder.IsDamaged());
 
     // A killed writer leaves part of a record, and numbers it had taken.
@@ -235,6 +255,25 @@ TEST(Verify, TellsLeftoversFromDamage)
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRecordUnfinished));
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
     EXPECT_FALSE(folder.IsDamaged()) << Describe(folder.Verify());
+    goOn("");
+}
+
+// Rows that one write cannot explain stay: they tell of a text that was cut. When text grows under them, they
+// show its lines twice and in slices.
+TEST(Verify, RowsThatPointIntoLaterTextAreDamage)
+{
+    Folder folder;
+    folder.WriteSession();
+    folder.AddRow("SQL.ROW", 9);
+    std::uint32_t first = 0;
+    logfiles::GlobalTimeTake(1, first); // for another log
+    folder.AddRow("SQL.ROW", 12);
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kTextCut)) << Describe(folder.Verify());
+    QmLogWriterCloseAll();
+    EXPECT_TRUE(Writer("SQL").Write("longer text\nand more\n"));
+    EXPECT_EQ(7u, folder.session.files.Contents("C:\\Logs\\SQL.ROW").size() / sizeof(CQmLogRow));
+    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kOffsetNotAtLine)) << Describe(folder.Verify());
+    EXPECT_TRUE(folder.IsDamaged());
 }
 
 // Lets a writer go on between the looks at the text and at the index of a log.

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <sstream>
 #include <thread>
 
 namespace
@@ -78,6 +79,28 @@ TEST_F(WindowsProcessesTest, ShortWritersShareOneSequence)
     EXPECT_EQ(3 * kRounds * logs.size(), *numbers.rbegin());
     EXPECT_EQ(std::string("\0\0\0\0", 4), Contents("Log.DAT").substr(4)) << "blocks were closed";
     EXPECT_EQ("", Damage(logs));
+}
+
+TEST_F(WindowsProcessesTest, ProcessesThatTakeTurnsAtOneLogLoseNoRow)
+{
+    constexpr unsigned kTurns = 150;
+    Child children[3];
+    const std::string names[] = {"a", "b", "c"};
+    for (std::size_t i = 0; i < std::size(children); ++i)
+        children[i].Send("turns Main " + std::to_string(kTurns) + " " + names[i]);
+    for (Child& child : children)
+        EXPECT_EQ("true", child.Answer());
+
+    std::istringstream lines(Contents("Main.LOG"));
+    unsigned left[] = {kTurns, kTurns, kTurns};
+    for (std::string line; std::getline(lines, line);)
+    {
+        ASSERT_TRUE(line.size() > 2 && line[0] >= 'a' && line[0] <= 'c') << "'" << line << "'";
+        EXPECT_EQ(std::to_string(left[line[0] - 'a']--), line.substr(2));
+    }
+    EXPECT_EQ(0u, left[0] + left[1] + left[2]);
+    EXPECT_EQ(3 * kTurns, Rows("Main").size());
+    EXPECT_TRUE(QmLogVerify(Path(""), {"Main"}).empty());
 }
 
 // All of them open the counters at once: one succeeds, and the others must notice.

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 #include <stdexcept>
 
@@ -64,8 +65,159 @@ TEST(Writer, TextAfterABlockBelongsToTheEnclosingBlock)
               "5 indent 2 kind 2\n"
               "7 indent 0 kind 0 begin\n", // the outer level ends its first line only here
               session.Rows("Main"));
-    EXPECT_FALSE(log.BlockEnd()) << "no block is open";
+    EXPECT_TRUE(log.BlockEnd()) << "without an open block";
     EXPECT_EQ(0, logfiles::GlobalIndentGet());
+}
+
+// A line as a viewer shows it: indented by its depth, without its line feed.
+std::vector<std::string> Lines(const char* name)
+{
+    CQmLogReader reader;
+    reader.SetFilePath(name);
+    std::vector<std::string> lines;
+    const char* text = nullptr;
+    unsigned long length = 0;
+    CQmLogRow row;
+    for (unsigned long index = 0; reader.Read(index, text, length, row); ++index)
+    {
+        const std::string line(text, length);
+        lines.push_back(std::string(row.indent, ' ') + line.substr(0, line.find('\n')));
+    }
+    return lines;
+}
+
+TEST(Writer, ALineBeginsWithItsLineFeedWhereTextPrecedesIt)
+{
+    using Log = CQmLogWriter;
+    struct
+    {
+        const char* name;
+        std::function<void(Log&)> write;
+        const char* text;
+        const char* rows;
+    } const cases[] = {
+        {"on an empty log", [](Log& log) { log.WriteLine("a"); }, "a", "0 indent 0 kind 0 begin, 1\n"},
+        {"behind a line", [](Log& log) { log.WriteLine("a"), log.WriteLine("b"); }, "a\nb",
+         "0 indent 0 kind 0 begin, 1\n2 indent 0 kind 0 begin, 2\n"},
+        {"behind a text that ended its line", [](Log& log) { log.Write("a\n"), log.WriteLine("b"); }, "a\nb",
+         "0 indent 0 kind 0 begin, 1\n2 indent 0 kind 0 begin, 2\n"},
+        {"of another writer",
+         [](Log& log) {
+             Writer("Main").Write("a\n");
+             log.WriteLine("b");
+             log.Close();
+             Writer("Main").WriteLine("c");
+         },
+         "a\nb\nc", "0 indent 0 kind 0 begin, 1\n2 indent 0 kind 0 begin, 2\n4 indent 0 kind 0 begin, 3\n"},
+        {"line ends are dropped",
+         [](Log& log) {
+             log.WriteLine("\n\na\r\n"), log.WriteLine(""), log.WriteLine("\n"), log.WriteLine(nullptr),
+                 log.WriteLine("b\n\n");
+         },
+         "a\nb", "0 indent 0 kind 0 begin, 1\n2 indent 0 kind 0 begin, 2\n"},
+        {"several at once", [](Log& log) { log.WriteLine("a\n\nb"), log.WriteLineFormat("%c", 'c'); },
+         "a\n\nb\nc",
+         "0 indent 0 kind 0 begin, 1\n2 indent 0 kind 0 begin, 2\n3 indent 0 kind 0, 3\n5 indent 0 kind 0, "
+         "4\n"},
+        {"around a block",
+         [](Log& log) {
+             log.WriteLine("a");
+             {
+                 QmLogBlock block(log, kErrorKind, "b");
+                 log.WriteLine("c");
+                 log.WriteFormat("%s", "c");
+             }
+             log.WriteLine("d");
+         },
+         "a\nb\ncc\nd",
+         "0 indent 0 kind 0 begin, 1\n2 indent 1 kind 2 begin, 2\n4 indent 1 kind 2, 3\n"
+         "7 indent 0 kind 0 begin, 4\n"},
+        {"as a block's caption",
+         [](Log& log) { log.BlockBegin(kErrorKind), log.WriteLine("a"), log.BlockEnd(), log.Write("b"); },
+         "\na\nb", "1 indent 1 kind 2 begin, 1\n3 indent 0 kind 0 begin, 2\n"},
+        {"not in a block that has ended",
+         [](Log& log) {
+             log.BlockBegin(kErrorKind), log.Write("a\n"), log.BlockEnd(), log.WriteLine("b");
+             log.BlockBegin(kErrorKind), log.Write("c\n"), log.BlockEnd();
+             log.Close(), Writer("Main").WriteLine("d");
+         },
+         "\na\n\nb\nc\n\nd",
+         "1 indent 1 kind 2 begin, 1\n3 indent 1 kind 2, 2\n4 indent 0 kind 0 begin, 3\n"
+         "6 indent 1 kind 2 begin, 4\n8 indent 1 kind 2, 5\n9 indent 0 kind 0 begin, 6\n"},
+        {"a line feed that is due goes once",
+         [](Log& log) {
+             log.BlockBegin(kErrorKind), log.Write("a"), log.BlockEnd(), log.Close();
+             Writer("Main").Write("\nb\n");
+             log.WriteLine("c"), log.Write("d");
+         },
+         "\na\nb\ncd", "1 indent 1 kind 2 begin, 1\n3 indent 0 kind 0 begin, 2\n5 indent 0 kind 0, 3\n"},
+    };
+    for (const auto& [name, write, text, rows] : cases)
+    {
+        MemorySession session;
+        CQmLogWriter log = Writer("Main");
+        write(log);
+        EXPECT_EQ(text, session.Text("Main")) << name;
+        EXPECT_EQ(rows, session.Rows("Main", true)) << name;
+    }
+}
+
+// Whatever opens, closes and takes turns: every line is a row at its depth, and no other row arises.
+TEST(Writer, LinesAndBlocksLeaveNoBlankRow)
+{
+    for (unsigned seed = 1; seed <= 200; ++seed)
+    {
+        MemorySession session;
+        std::mt19937 random(seed);
+        CQmLogWriter log = Writer("Main");
+        std::vector<std::string> expected;
+        std::size_t depth = 0;
+        for (int step = 0; step < 30; ++step)
+        {
+            const std::string text = std::to_string(step) + (random() % 9 == 0 ? std::string(600, 'x') : "");
+            switch (random() % 6)
+            {
+            case 0:
+                ++depth;
+                log.BlockBegin(kDetailKind);
+                log.Write(text.c_str());
+                break;
+            case 1:
+                log.BlockEnd();
+                depth -= depth > 0 ? 1 : 0;
+                continue;
+            case 2:
+                log.Close();
+                continue;
+            case 3:
+                log.Close();
+                Writer("Main").WriteLine(text.c_str());
+                expected.push_back(text);
+                continue;
+            case 4:
+                log.WriteLineFormat("%s\n", text.c_str());
+                break;
+            default:
+                log.WriteLine(text.c_str());
+            }
+            expected.push_back(std::string(depth, ' ') + text);
+        }
+        ASSERT_EQ(expected, Lines("Main")) << "seed " << seed;
+        ASSERT_EQ(expected.size(), session.Time()) << "each line takes a number and nothing else does";
+    }
+}
+
+TEST(Writer, ALineCostsNoMoreCallsThanItsText)
+{
+    MemorySession session;
+    CQmLogWriter log = Writer("Main");
+    log.WriteLine("first");
+    session.files.ForgetCalls();
+    log.Write("\nsecond");
+    const std::vector<std::string> calls = session.files.Calls();
+    session.files.ForgetCalls();
+    log.WriteLine("third");
+    EXPECT_EQ(calls, session.files.Calls());
 }
 
 TEST(Writer, KeepsEveryByteAndReopensAfterClose)
@@ -132,7 +284,7 @@ TEST(Writer, Opens254BlocksAndRefusesMore)
     EXPECT_EQ(254u, session.Text("Main").size());
     for (int depth = 254; depth >= 1; --depth)
         ASSERT_TRUE(log.BlockEnd()) << depth;
-    EXPECT_FALSE(log.BlockEnd());
+    EXPECT_EQ(0, logfiles::GlobalIndentGet());
 }
 
 TEST(Writer, NumbersAndDepthWrap)
@@ -221,7 +373,7 @@ TEST(Writer, NamesThatDoNotFitAreRefused)
         EXPECT_EQ(accepted ? name : "", log.GetFilePath());
         EXPECT_EQ(accepted, log.Write("text")) << name.size();
         EXPECT_EQ(accepted, log.BlockBegin(kPlainKind));
-        EXPECT_EQ(accepted, log.BlockEnd());
+        EXPECT_TRUE(log.BlockEnd());
         EXPECT_EQ(accepted ? "text\n" : "", session.Text(accepted ? name : "Before"));
     }
     EXPECT_EQ("text\n", session.files.Contents("C:\\Logs\\sub\\Main.LOG"));
@@ -258,7 +410,7 @@ TEST(Writer, PathsNeedAManagerAndAFolder)
 TEST(Registry, KnowsTenNamesByteForByte)
 {
     MemorySession session;
-    logfiles::Registry<CQmLogWriter> writers;
+    logfiles::Registry<CQmLogWriter> writers("Define");
     EXPECT_EQ(&writers.Define("Main"), &writers.Define("Main"));
     EXPECT_NE(&writers.Define("Main"), &writers.Define("main"));
     EXPECT_FALSE(writers.Define(nullptr).Write("x"));

@@ -15,17 +15,22 @@ public:
     IAppDataAccess* GetAccess() override { return hasAccess ? this : nullptr; }
     IProfileStore* GetProfileStore() override { return nullptr; }
 
-    DWORD GetLogFolder(char* text, DWORD size) override
-    {
-        *text = '\0';
-        if (folder.size() >= size)
-            return 0;
-        std::memcpy(text, folder.c_str(), folder.size() + 1);
-        return static_cast<DWORD>(folder.size());
-    }
+    DWORD GetLogFolder(char* text, DWORD size) override { return Give(folder, text, size); }
+    DWORD GetFallbackFolder(char* text, DWORD size) override { return Give(fallback, text, size); }
 
     std::string folder = "C:\\Logs\\"; // empty: the query answers 0
+    std::string fallback;              // likewise
     bool hasAccess = true;
+
+private:
+    static DWORD Give(const std::string& path, char* text, DWORD size)
+    {
+        *text = '\0';
+        if (path.size() >= size)
+            return 0;
+        std::memcpy(text, path.c_str(), path.size() + 1);
+        return static_cast<DWORD>(path.size());
+    }
 };
 
 // Installs both for its lifetime. What the library keeps open is closed at the end.

@@ -5,9 +5,10 @@
 //     block LOG            BlockBegin
 //     end LOG              BlockEnd
 //     close                QmLogWriterCloseAll
-//     texts LOG N          writes the texts of the first N mixed steps to LOG
-//     mixed SEED           takes mixed steps until it is killed; answers the index of each that was done
-//     output NAME LENGTH   writes so many characters to an output file
+//     turns LOG N TEXT     N times a line with TEXT and the turn, tried until it is written, and
+//     QmLogWriterCloseAll texts LOG N          writes the texts of the first N mixed steps to LOG mixed SEED
+//     takes mixed steps until it is killed; answers the index of each that was done output NAME LENGTH writes
+//     so many characters to an output file
 
 #include "QmLogOutputFile.h"
 #include "QmLogWriter.h"
@@ -58,6 +59,18 @@ bool Run(std::istringstream line)
     }
 
     CQmLogWriter& log = QmLogWriterDefine(name.c_str());
+    if (command == "turns")
+    {
+        std::istringstream words(text);
+        unsigned turns = 0;
+        for (words >> turns >> text; turns > 0; --turns)
+        {
+            while (!log.WriteLineFormat("%s %u", text.c_str(), turns))
+                log.Close(); // another process has its turn
+            QmLogWriterCloseAll();
+        }
+        return log.GetLostRowCount() == 0;
+    }
     if (command == "block")
         return log.BlockBegin(kNoticeKind);
     if (command == "end")

@@ -24,6 +24,9 @@ public:
     // 0, with an empty text, when there is no folder, it does not fit or cannot be made.
     virtual DWORD GetLogFolder(char* folder, DWORD size) = 0;
 
+    // Likewise the folder for messages about failures where there is no log folder. By default there is none.
+    virtual DWORD GetFallbackFolder(char* folder, DWORD size);
+
     // Takes `path` apart. False, with empty parts, for a null path or one of MAX_PATH characters or more.
     virtual bool SplitPath(const char* path, AppDataPath& parts);
 };

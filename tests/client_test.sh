@@ -35,6 +35,17 @@ rm -rf "$work/readme_logs"
 run "$work/build/readme.exe"
 { run "$work/prefix/bin/logtool.exe" cat --numbers; echo; } | diff - <(sed -n '/^```text$/,/^```$/{/^```/!p}' "$readme")
 
+# Run again, the program goes on in lines of its own, and its blocks leave no blank row.
+run "$work/build/readme.exe"
+[[ $({ run "$work/prefix/bin/logtool.exe" cat; echo; } | wc -l) == 14 ]]
+run "$work/prefix/bin/logtool.exe" verify | grep -qx '2 logs, 14 rows: no damage'
+
+# A parent and its child take turns.
+rm -rf "$work/readme_logs"
+run "$work/build/turns/turns.exe"
+{ run "$work/prefix/bin/logtool.exe" cat --numbers; echo; } |
+    diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
+
 # Quotes, what may stand between them, a short line, and bytes that a cell cannot hold.
 printf '\xEF\xBB\xBFname;size\r\n"a ""b""; c";9\r\n"two\r\nlines";10\r\nbell\x07\x01;1e1\r\nnone\r\n' >"$work/sizes.csv"
 csvsort() { run "$work/build/csvsort/csvsort.exe" "$@"; }

@@ -11,10 +11,10 @@
 // away that a writer had answered true for.
 //
 // Rows at the end whose text has not come are told from a text that was cut by being those of one write: of
-// consecutive numbers, in one block. The next writer takes them away. Within a log that went on, a row whose text
-// never came does no harm when the next row has the same offset; any other points into text that came later,
-// which would be shown twice and in slices, and is damage.
-// A line whose row could not be written looks like one whose row was removed, and counts as damage.
+// consecutive numbers, in one block. The next writer takes them away. Within a log that went on, a row whose
+// text never came does no harm when the next row has the same offset; any other points into text that came
+// later, which would be shown twice and in slices, and is damage. A line whose row could not be written looks
+// like one whose row was removed, and counts as damage.
 enum class QmLogFindingKind
 {
     // Damage.

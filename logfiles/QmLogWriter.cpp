@@ -12,6 +12,7 @@
 
 #include <cstdarg>
 #include <cstring>
+#include <new>
 
 CQmLogWriter::~CQmLogWriter()
 {
@@ -145,7 +146,14 @@ bool CQmLogWriter::IsOnFreshLine(std::uint64_t position)
         return true; // the first line needs no line feed
     if (position == m_end)
         return m_onFreshLine;
-    return logfiles::EndsOnFreshLine(m_logPath, m_rowPath, position, GetBlockHeap());
+    try
+    {
+        return logfiles::EndsOnFreshLine(m_logPath, m_rowPath, position, GetBlockHeap());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false; // operations never throw: a line feed more does no harm
+    }
 }
 
 // `text` is NUL-terminated.

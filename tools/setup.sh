@@ -1,5 +1,6 @@
 #!/bin/bash
-# Makes this machine ready to build and test: Debian packages and the Wine prefix. Quick when all is there.
+# Makes this machine ready to build and test: Debian packages, the libraries in build/deps, and the Wine prefix.
+# Quick when all is there.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -7,6 +8,7 @@ packages=(
     cmake ninja-build git
     g++-mingw-w64-x86-64-posix wine wine64 fonts-wine                # the Windows build
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
+    libcli11-dev                                                    # command lines
     googletest libspdlog-dev                                         # tests; the benchmarks' peer
     xvfb xauth xdotool x11-utils imagemagick xclip                  # windows on a virtual display, their test
     clang-format clang-tidy gcovr
@@ -54,4 +56,5 @@ if ! has_log; then
         echo "No machine log: name files when calling run.sh" >&2
 fi
 
+"$root/tools/dependencies.sh"
 [[ -e $root/build/wine/.ready ]] || "$root/tools/with-wine.sh" true

@@ -1,0 +1,31 @@
+# The libraries that we build on, as tools/dependencies.sh has put them into build/deps. All are linked statically, and
+# none shows in an exported header. Our warnings do not apply to them: imported targets are system headers.
+set(QM_DEPS ${PROJECT_SOURCE_DIR}/build/deps)
+if(NOT EXISTS ${QM_DEPS}/pcre2-10.42/.ready)
+    message(FATAL_ERROR "The libraries in build/deps are missing: run tools/setup.sh")
+endif()
+
+# Command lines.
+add_library(QmDeps::CLI11 INTERFACE IMPORTED GLOBAL)
+target_include_directories(QmDeps::CLI11 INTERFACE ${QM_DEPS}/include)
+
+# Regular expressions. It is built here like a part of ours, with the preset's flags: so the native one has
+# the sanitizers that it can be linked with.
+function(qm_add_pcre2)
+    set(CMAKE_POLICY_DEFAULT_CMP0077 NEW) # its options are what we set here
+    set(CMAKE_POLICY_DEFAULT_CMP0126 NEW)
+    set(CMAKE_WARN_DEPRECATED OFF)
+    set(BUILD_SHARED_LIBS OFF)
+    set(PCRE2_SUPPORT_JIT ON)
+    set(PCRE2_BUILD_PCRE2GREP OFF)
+    set(PCRE2_BUILD_TESTS OFF)
+    set(PCRE2_SHOW_REPORT OFF)
+    add_subdirectory(${QM_DEPS}/pcre2-10.42 ${CMAKE_BINARY_DIR}/pcre2 EXCLUDE_FROM_ALL)
+    add_library(QmDeps::PCRE2 INTERFACE IMPORTED GLOBAL)
+    target_link_libraries(QmDeps::PCRE2 INTERFACE pcre2-8-static)
+    target_include_directories(QmDeps::PCRE2 INTERFACE ${CMAKE_BINARY_DIR}/pcre2)
+    target_compile_definitions(QmDeps::PCRE2 INTERFACE PCRE2_CODE_UNIT_WIDTH=8)
+endfunction()
+qm_add_pcre2()
+
+install(DIRECTORY ${QM_DEPS}/licences DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -13,7 +13,7 @@ namespace
 class Match
 {
 public:
-    explicit Match(const Arguments& arguments) : m_kind(arguments.Kind()), m_text(arguments.Text("--grep")) {}
+    Match(const std::optional<QmLogBlockKind>& kind, const std::string& text) : m_kind(kind), m_text(text) {}
 
     bool operator()(const LogEntry& entry) const
     {
@@ -29,9 +29,9 @@ private:
 class ContextOutput
 {
 public:
-    ContextOutput(const Arguments& arguments, TextOutput& output, const std::vector<std::string>& logs)
-        : m_output(output), m_logs(logs), m_before(arguments.Number("-B", 0)),
-          m_after(arguments.Number("-A", 0))
+    ContextOutput(TextOutput& output, const std::vector<std::string>& logs, std::uint32_t before,
+                  std::uint32_t after)
+        : m_output(output), m_logs(logs), m_before(before), m_after(after)
     {
     }
 
@@ -82,25 +82,58 @@ void ContextOutput::Add(const LogEntry& entry, bool matches)
     m_afterLeft = matches ? m_after : m_afterLeft - 1;
 }
 
-} // namespace
-
-int Cat(const Arguments& arguments, Host& host)
+class Cat : public Command
 {
-    const std::vector<std::string> logs = ChosenLogs(arguments, host);
-    const std::uint32_t from = arguments.Number("--from", 0);
-    const std::uint32_t to = arguments.Number("--to", 0xFFFFFFFF);
-    const Match match(arguments);
+public:
+    Cat()
+        : Command({"cat", "shows the rows of all logs in the order they were written",
+                   "Shows the rows of all logs as one stream by sequence number, indented by depth.\n"
+                   "On a terminal errors are red, notices yellow and details grey; into a pipe or a\n"
+                   "file the bytes go as they are.\n",
+                   "logtool cat --log Main --log Run --grep timeout -B 3 --numbers"})
+    {
+        AddLogOption();
+        Line().AddNumber("--from", "N", m_from, "begin with sequence number N");
+        Line().AddNumber("--to", "N", m_to, "end with sequence number N");
+        AddKindOption(m_kind, "only rows of this kind: plain, notice, error, detail or a number");
+        Line().AddText("--grep", "TEXT", m_grep, "only rows that contain TEXT");
+        Line().AddNumber("-A", "N", m_after, "also N rows after each row found");
+        Line().AddNumber("-B", "N", m_before, "also N rows before each row found");
+        AddNumbersOption();
+    }
+
+private:
+    int Run(Host& host) override;
+
+    std::optional<std::uint32_t> m_from, m_to, m_after, m_before;
+    std::optional<QmLogBlockKind> m_kind;
+    std::optional<std::string> m_grep;
+};
+
+int Cat::Run(Host& host)
+{
+    const std::vector<std::string> logs = ChosenLogs(host);
+    const std::uint32_t from = m_from.value_or(0);
+    const std::uint32_t to = m_to.value_or(0xFFFFFFFF);
     if (from > to)
         throw UsageError("--from", "lies behind --to");
 
-    TextOutput text(host.Output(), StyleOf(arguments, host), logs);
-    ContextOutput output(arguments, text, logs);
+    const Match match(m_kind, m_grep.value_or(""));
+    TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
+    ContextOutput output(text, logs, m_before.value_or(0), m_after.value_or(0));
     LogStream stream(logs, LogStream::Content::kText);
     stream.SetRange(from, to);
     LogEntry entry;
     while (stream.Next(entry))
         output.Add(entry, match(entry));
     return EndOf(stream, host);
+}
+
+} // namespace
+
+std::unique_ptr<Command> MakeCat()
+{
+    return std::make_unique<Cat>();
 }
 
 } // namespace logtool

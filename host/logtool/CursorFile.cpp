@@ -1,6 +1,6 @@
 #include "logtool/CursorFile.h"
 
-#include "logtool/Arguments.h"
+#include "logtool/Command.h"
 
 #include <charconv>
 #include <filesystem>

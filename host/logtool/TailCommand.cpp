@@ -12,48 +12,78 @@ namespace
 
 constexpr std::uint32_t kDefaultRows = 10;
 
-void Start(Follower& follower, const Arguments& arguments)
+class Tail : public Command
+{
+public:
+    Tail()
+        : Command({"tail", "shows the last rows, and new ones as they come",
+                   "Shows the last 10 rows of all logs by sequence number.\n",
+                   "logtool tail -f --cursor-file shown.txt"})
+    {
+        Line().AddNumber("-n", "N", m_rows, "the last N rows");
+        Line().AddNumber("--after", "N", m_after, "all rows with greater sequence numbers instead");
+        Line().AddFlag("-f", m_follow, "go on with new rows as they come, until Ctrl+C");
+        Line().AddText("--cursor-file", "FILE", m_cursorFile,
+                       "go on behind the rows that the last call with this file has shown");
+        AddLogOption();
+        AddNumbersOption();
+    }
+
+private:
+    int Run(Host& host) override;
+    void Start(Follower& follower) const;
+    void ShowNews(Follower& follower, std::ostream& output) const;
+
+    std::optional<std::uint32_t> m_rows, m_after;
+    bool m_follow = false;
+    std::optional<std::string> m_cursorFile;
+};
+
+int Tail::Run(Host& host)
+{
+    if (m_after && (m_rows || m_cursorFile))
+        throw UsageError("--after", "says where to begin, as -n and --cursor-file do: give one of them");
+
+    const std::vector<std::string> logs = ChosenLogs(host);
+    TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
+    Follower follower(logs, text, host.Messages());
+    Start(follower);
+    ShowNews(follower, host.Output());
+    while (m_follow && host.Wait())
+    {
+        if (!NamesLogs())
+            follower.AddLogs(host.ListLogs());
+        ShowNews(follower, host.Output());
+    }
+    return kDone;
+}
+
+void Tail::Start(Follower& follower) const
 {
     Cursor cursor;
-    if (arguments.Has("--cursor-file") && LoadCursor(arguments.Text("--cursor-file"), cursor))
+    if (m_cursorFile && LoadCursor(*m_cursorFile, cursor))
         follower.StartAtCursor(cursor);
-    else if (arguments.Has("--after"))
-        follower.StartAfter(arguments.Number("--after", 0));
+    else if (m_after)
+        follower.StartAfter(*m_after);
     else
-        follower.StartAtLast(arguments.Number("-n", kDefaultRows));
+        follower.StartAtLast(m_rows.value_or(kDefaultRows));
 }
 
 // The cursor moves on only when what it stands for has reached the reader.
-void ShowNews(Follower& follower, const Arguments& arguments, std::ostream& output)
+void Tail::ShowNews(Follower& follower, std::ostream& output) const
 {
     if (!follower.Poll())
         return;
     output.flush();
-    if (arguments.Has("--cursor-file"))
-        SaveCursor(arguments.Text("--cursor-file"), follower.Position());
+    if (m_cursorFile)
+        SaveCursor(*m_cursorFile, follower.Position());
 }
 
 } // namespace
 
-int Tail(const Arguments& arguments, Host& host)
+std::unique_ptr<Command> MakeTail()
 {
-    if (arguments.Has("--after") && (arguments.Has("-n") || arguments.Has("--cursor-file")))
-        throw UsageError("--after", "says where to begin, as -n and --cursor-file do: give one of them");
-    arguments.Number("--after", 0);
-    arguments.Number("-n", kDefaultRows);
-
-    const std::vector<std::string> logs = ChosenLogs(arguments, host);
-    TextOutput text(host.Output(), StyleOf(arguments, host), logs);
-    Follower follower(logs, text, host.Messages());
-    Start(follower, arguments);
-    ShowNews(follower, arguments, host.Output());
-    while (arguments.Has("-f") && host.Wait())
-    {
-        if (!arguments.Has("--log"))
-            follower.AddLogs(host.ListLogs());
-        ShowNews(follower, arguments, host.Output());
-    }
-    return kDone;
+    return std::make_unique<Tail>();
 }
 
 } // namespace logtool

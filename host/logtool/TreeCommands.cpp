@@ -46,9 +46,9 @@ std::string_view Trimmed(std::string_view text)
 class Outline
 {
 public:
-    Outline(const Arguments& arguments, Host& host, Blocks& blocks)
-        : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_blocks(blocks),
-          m_depth(arguments.Number("--depth", 0xFFFFFFFF)), m_onlyErrors(arguments.Has("--errors"))
+    Outline(Host& host, Blocks& blocks, std::uint32_t depth, bool onlyErrors)
+        : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_blocks(blocks), m_depth(depth),
+          m_onlyErrors(onlyErrors)
     {
     }
 
@@ -160,29 +160,71 @@ private:
     std::vector<Step> m_path; // from the top to the block at hand
 };
 
+class Tree : public Command
+{
+public:
+    Tree()
+        : Command({"tree", "outlines the blocks with their rows and errors",
+                   "Shows each block's header line with its log, the rows and the errors in it.\n",
+                   "logtool tree --depth 2"})
+    {
+        Line().AddNumber("--depth", "N", m_depth, "only the outer N levels");
+        Line().AddFlag("--errors", m_onlyErrors, "only what contains errors");
+        AddLogOption();
+    }
+
+private:
+    int Run(Host& host) override
+    {
+        Blocks blocks(ChosenLogs(host));
+        Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors);
+        host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block")
+                      << ", " << Counted(blocks.tree.ErrorCount(), "error") << '\n';
+        outline.PrintBranches(blocks.tree.FirstTop(), 0);
+        return EndOf(blocks.stream, host);
+    }
+
+    std::optional<std::uint32_t> m_depth;
+    bool m_onlyErrors = false;
+};
+
+class Errors : public Command
+{
+public:
+    Errors()
+        : Command({"errors", "shows every error with the blocks around it",
+                   "Shows each error block under the header lines of the blocks it lies in. Exits\n"
+                   "with 1 when there is any.\n",
+                   "logtool errors --log Run"})
+    {
+        AddLogOption();
+    }
+
+private:
+    int Run(Host& host) override
+    {
+        Blocks blocks(ChosenLogs(host));
+        TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), blocks.logs);
+        const bool found = blocks.tree.ErrorCount() > 0;
+        if (found)
+            ErrorReport(text, blocks).PrintBranches(blocks.tree.FirstTop());
+        else
+            text.Line("no errors");
+        const int exitCode = EndOf(blocks.stream, host);
+        return found ? kFoundFaults : exitCode;
+    }
+};
+
 } // namespace
 
-int Tree(const Arguments& arguments, Host& host)
+std::unique_ptr<Command> MakeTree()
 {
-    Blocks blocks(ChosenLogs(arguments, host));
-    Outline outline(arguments, host, blocks);
-    host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block") << ", "
-                  << Counted(blocks.tree.ErrorCount(), "error") << '\n';
-    outline.PrintBranches(blocks.tree.FirstTop(), 0);
-    return EndOf(blocks.stream, host);
+    return std::make_unique<Tree>();
 }
 
-int Errors(const Arguments& arguments, Host& host)
+std::unique_ptr<Command> MakeErrors()
 {
-    Blocks blocks(ChosenLogs(arguments, host));
-    TextOutput text(host.Output(), StyleOf(arguments, host), blocks.logs);
-    const bool found = blocks.tree.ErrorCount() > 0;
-    if (found)
-        ErrorReport(text, blocks).PrintBranches(blocks.tree.FirstTop());
-    else
-        text.Line("no errors");
-    const int exitCode = EndOf(blocks.stream, host);
-    return found ? kFoundFaults : exitCode;
+    return std::make_unique<Errors>();
 }
 
 } // namespace logtool

@@ -123,9 +123,8 @@ void Feed::ShowProgress(std::size_t added)
 using Inputs = std::vector<std::pair<std::string, std::unique_ptr<Input>>>;
 
 // All are opened before anything is written.
-Inputs OpenInputs(const Arguments& arguments, Host& host)
+Inputs OpenInputs(std::vector<std::string> paths, Host& host)
 {
-    std::vector<std::string> paths(arguments.Operands().begin() + 1, arguments.Operands().end());
     if (paths.empty())
         paths.push_back("-");
     Inputs inputs;
@@ -148,44 +147,66 @@ CQmLogWriter& DefineLog(const std::string& name)
     return log;
 }
 
-std::optional<std::string> CaptionOf(const Arguments& arguments)
+class Write : public Command
 {
-    if (!arguments.Has("--block"))
-        return std::nullopt;
-    const std::string caption = arguments.Text("--block");
-    if (caption.find_first_of("\r\n") != std::string::npos)
-        throw UsageError("--block", "a caption is one line");
-    return caption;
-}
+public:
+    Write()
+        : Command({"write", "appends files or standard input to a log",
+                   "Appends the files, one after the other, to log LOG; without a file, or for \"-\",\n"
+                   "standard input, as it comes. The folder is made when it is missing. NUL bytes\n"
+                   "are written as '?'.\n",
+                   "logtool write Run --block \"Nightly build\" --kind notice build.txt"},
+                  FolderUse::kWrite)
+    {
+        Line().AddOperand("LOG", m_log);
+        Line().AddOperands("[FILE...]", m_files);
+        Line().AddText("--block", "CAPTION", m_caption, "put the text into a block with this header line");
+        AddKindOption(m_kind, "the kind of the block: plain, notice, error, detail or a number; without "
+                              "--block the first line of the text is the header");
+    }
 
-} // namespace
+private:
+    int Run(Host& host) override;
 
-int Write(const Arguments& arguments, Host& host)
+    std::optional<std::string> m_log;
+    std::vector<std::string> m_files;
+    std::optional<std::string> m_caption;
+    std::optional<QmLogBlockKind> m_kind;
+};
+
+int Write::Run(Host& host)
 {
-    if (arguments.Operands().empty())
+    if (!m_log)
         throw UsageError("write", "name the log");
-    const std::string& name = arguments.Operands().front();
-    const std::optional<std::string> caption = CaptionOf(arguments);
-    const std::optional<QmLogBlockKind> kind = arguments.Kind();
-    const Inputs inputs = OpenInputs(arguments, host);
+    if (m_caption && m_caption->find_first_of("\r\n") != std::string::npos)
+        throw UsageError("--block", "a caption is one line");
+    const Inputs inputs = OpenInputs(m_files, host);
 
-    Feed feed(DefineLog(name), host.IsMessagesTerminal() ? &host.Messages() : nullptr);
-    if (caption || kind)
-        feed.OpenBlock(kind.value_or(kPlainKind), caption);
+    Feed feed(DefineLog(*m_log), host.IsMessagesTerminal() ? &host.Messages() : nullptr);
+    if (m_caption || m_kind)
+        feed.OpenBlock(m_kind.value_or(kPlainKind), m_caption);
     const auto unreadable = std::find_if(inputs.begin(), inputs.end(),
                                          [&](const auto& input) { return !feed.Append(*input.second); });
     feed.Finish(); // what was read is logged, and the block is closed
     QmLogWriterCloseAll();
 
     if (feed.NulBytes() > 0)
-        host.Messages() << "logtool: " << name << ": " << Counted(feed.NulBytes(), "NUL byte")
+        host.Messages() << "logtool: " << *m_log << ": " << Counted(feed.NulBytes(), "NUL byte")
                         << " written as '?'\n";
     if (unreadable != inputs.end())
         throw UsageError(unreadable->first, "cannot be read");
     if (!feed.HasFailed())
         return kDone;
-    host.Messages() << "logtool: " << name << ": cannot write, see QmLog.LOG in " << LogFolder() << std::endl;
+    host.Messages() << "logtool: " << *m_log << ": cannot write, see QmLog.LOG in " << LogFolder()
+                    << std::endl;
     return kFoundFaults;
+}
+
+} // namespace
+
+std::unique_ptr<Command> MakeWrite()
+{
+    return std::make_unique<Write>();
 }
 
 } // namespace logtool

@@ -11,19 +11,29 @@ TEST_F(LogtoolTest, MisuseIsOneLineAndExitCode2)
         {"write qmlog", "qmlog: holds the messages about failures and is no log"},
         {"write Main none.txt", "none.txt: cannot be opened"},
         {"write Main --block 'a\nb'", "--block: a caption is one line"},
-        {"write Main --kind 4294967295",
-         "--kind: '4294967295' is no kind: plain, notice, error, detail or a number below 4294967295"},
+        {"write Main --kind 4294967295", "--kind: '4294967295' is no number from 0 to 4294967294"},
+        {"write Main --kind bad", "--kind: 'bad' is no kind: plain, notice, error, detail or a number"},
+        {"write Main -- --block", "--block: cannot be opened"},
+        {"write Main [a,b]", "[a,b]: cannot be opened"},
+        {"-x cat", "-x: no option of logtool, see logtool help"},
+        {"sh\x1bow", "sh\\x1bow: no such command, see logtool help"},
         {"cat Main", "Main: not expected by cat"},
         {"cat --from", "--from: needs a value"},
         {"cat --from 1x", "--from: '1x' is no number from 0 to 4294967295"},
         {"cat --to 4294967296", "--to: '4294967296' is no number from 0 to 4294967295"},
         {"cat --from 3 --to 2", "--from: lies behind --to"},
         {"cat -f", "-f: no option of cat, see logtool help cat"},
-        {"cat --numbers --numbers", "--numbers: given twice"},
+        {"cat --numbers=2", "--numbers: takes no value"},
+        {"cat -- -A", "-A: not expected by cat"},
+        {"cat --to 1 --to=1", "--to: given twice"},
+        {"cat --from=0x1", "--from: '0x1' is no number from 0 to 4294967295"},
         {"cat --log Nobody", "Nobody: no such log in C:\\Logs\\"},
         {"cat --folder ''", "--folder: names no folder"},
+        {"--folder= cat", "--folder: names no folder"},
+        {"--folder a cat --folder b", "--folder: given twice"},
         {"cat --folder missing", "missing: no such folder"},
         {"--folder missing cat", "missing: no such folder"},
+        {"cat --folder=missing", "missing: no such folder"},
         {"verify missing", "missing: no such folder"},
         {"verify a --folder b", "a: the folder is given already with --folder"},
         {"tail -n 1 --after 1", "--after: says where to begin, as -n and --cursor-file do: give one of them"},
@@ -51,4 +61,25 @@ TEST_F(LogtoolTest, EveryCommandHasHelpAndTellsWhenTheOutputFails)
         host.outputState = std::ios::badbit;
         EXPECT_EQ("logtool: output: cannot be written\nexit 2", Run(command)) << command;
     }
+}
+
+TEST_F(LogtoolTest, HelpIsAskedForInManyWaysAndFitsATerminal)
+{
+    const std::vector<std::vector<std::string>> sameHelp = {
+        {"help", "--help", "-h", "/?"},
+        {"help cat", "cat --help", "--folder missing cat -h", "cat /?"},
+        {"help write", "write Main x --kind=error -h"},
+        {"help help", "help -h"},
+    };
+    for (const std::vector<std::string>& commands : sameHelp)
+        for (const std::string& command : commands)
+            EXPECT_EQ(Run(commands.front()), Run(command)) << command;
+
+    for (const char* topic : {"", "help", "write", "cat", "tail", "tree", "errors", "verify"})
+    {
+        std::istringstream lines(Run(std::string("help ") + topic));
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_LE(line.size(), 80u) << line;
+    }
+    EXPECT_TRUE(Run("--version").starts_with("logtool ")) << host.output.str();
 }

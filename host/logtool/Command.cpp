@@ -1,0 +1,132 @@
+#include "logtool/Command.h"
+
+#include "logtool/Commands.h"
+
+#include "QmLogWriter.h"
+#include "zemacore/File.h"
+#include "zemacore/FileCalls.h"
+
+#include <algorithm>
+#include <map>
+
+namespace logtool
+{
+
+namespace
+{
+
+// Where the counters cannot be opened, a writer would wait for ever. Another process that has them open is
+// worth waiting for.
+bool CanCount()
+{
+    char path[MAX_PATH] = {};
+    QmLogMakeFilePath("Log.DAT", path);
+    const HANDLE file =
+        ZEMA_CreateFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+        return ZEMA::FileCalls().LastError() == ERROR_SHARING_VIOLATION;
+    ZEMA::FileCalls().Close(file);
+    return true;
+}
+
+QmLogBlockKind ParseKind(const std::string& text)
+{
+    static const std::map<std::string, QmLogBlockKind> names = {
+        {"plain", kPlainKind}, {"notice", kNoticeKind}, {"error", kErrorKind}, {"detail", kDetailKind}};
+    if (const auto name = names.find(text); name != names.end())
+        return name->second;
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+        throw UsageError("--kind", "'" + text + "' is no kind: plain, notice, error, detail or a number");
+    return static_cast<QmLogBlockKind>(
+        commandline::ParseNumber("--kind", text, {0, static_cast<std::uint32_t>(kEnclosingKind) - 1}));
+}
+
+std::vector<std::string>::const_iterator FindName(const std::vector<std::string>& logs,
+                                                  const std::string& name)
+{
+    return std::find_if(logs.begin(), logs.end(),
+                        [&](const std::string& log) { return IsSameName(log, name); });
+}
+
+} // namespace
+
+Command::Command(const Texts& texts, FolderUse use)
+    : m_texts(texts), m_use(use), m_line(texts.name, "logtool help " + std::string(texts.name))
+{
+    if (use != FolderUse::kNone)
+        m_line.AddText("--folder", "DIR", m_folder, kFolderHelp);
+}
+
+std::string Command::Help() const
+{
+    return m_line.Help(std::string("logtool ") + m_texts.name, m_texts.about) +
+           "\nExample: " + m_texts.example + '\n';
+}
+
+int Command::Call(const std::vector<std::string>& words, Host& host)
+{
+    if (!m_line.Parse(words))
+    {
+        host.Output() << Help();
+        return kDone;
+    }
+    if (m_use != FolderUse::kNone)
+        EnterFolder(host);
+    return Run(host);
+}
+
+void Command::AddLogOption()
+{
+    m_line.AddTexts("--log", "NAME", m_logs, "only this log; may be repeated");
+}
+
+void Command::AddNumbersOption()
+{
+    m_line.AddFlag("--numbers", m_numbers, "put sequence number and log name before each row");
+}
+
+void Command::AddKindOption(std::optional<QmLogBlockKind>& kind, const std::string& help)
+{
+    m_line.AddValue(
+        "--kind", "KIND", [&kind](const std::string& text) { kind = ParseKind(text); }, help);
+}
+
+void Command::EnterFolder(Host& host) const
+{
+    const std::optional<std::string> named = NamedFolder();
+    if (named && named->empty())
+        throw UsageError("--folder", "names no folder");
+    if (named)
+        host.UseFolder(*named);
+    const std::string shown = named.value_or("log folder");
+    if (m_use == FolderUse::kLook && !host.FolderExists())
+        throw UsageError(shown, "no such folder");
+    if (LogFolder().empty()) // asking for it makes it
+        throw UsageError(shown, "cannot be made or has too long a name");
+    if (m_use == FolderUse::kWrite && !CanCount())
+        throw UsageError(shown, "cannot be written to");
+}
+
+std::vector<std::string> Command::ChosenLogs(Host& host) const
+{
+    std::vector<std::string> logs = {"Main", "Run", "Source", "SQL", "Service"};
+    for (const std::string& name : host.ListLogs())
+        if (FindName(logs, name) == logs.end())
+            logs.push_back(name);
+    if (!NamesLogs())
+        return logs;
+
+    std::vector<std::string> chosen;
+    for (const std::string& name : m_logs)
+    {
+        const auto log = FindName(logs, name);
+        if (log == logs.end())
+            throw UsageError(name, "no such log in " + LogFolder());
+        if (std::find(chosen.begin(), chosen.end(), *log) == chosen.end())
+            chosen.push_back(*log);
+    }
+    return chosen;
+}
+
+} // namespace logtool

@@ -75,7 +75,7 @@ void TakeStep(DeskFrame& frame, const Step& step)
         return FindText(text, step.text);
     case StepAction::kSelect:
         text.Focus(caret, 0, false);
-        return text.Select(caret + step.count, 0);
+        return text.Select(std::min(step.count, text.GetRowCount() - caret) + caret, 0);
     case StepAction::kSelectAll:
         return text.SelectAll();
     case StepAction::kFollow:

@@ -131,7 +131,9 @@ bool CQmTextCtrl::ShowMatch(bool found, textview::Place match)
     ApplyUser([&] {
         const int length = static_cast<int>(m_findText.size());
         m_view.Focus(match, false);
-        m_view.Select({match.row, match.column + length});
+        const int end = static_cast<int>(
+            std::min<std::int64_t>(std::int64_t{match.column} + length, textview::TextView::kRowEnd));
+        m_view.Select({match.row, end});
         m_view.EnsureVisible(match, 1, length);
     });
     return true;

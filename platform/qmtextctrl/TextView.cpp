@@ -103,7 +103,7 @@ int TextView::GetPageColumns() const
 
 Range TextView::GetVisibleRows()
 {
-    const std::int64_t begun = (m_metrics.height + m_metrics.rowHeight - 1) / m_metrics.rowHeight;
+    const std::int64_t begun = (m_metrics.height - 1) / m_metrics.rowHeight + 1;
     return {m_state.top, Limited(std::min<std::int64_t>(m_state.top + begun, m_rows.GetRowCount()))};
 }
 

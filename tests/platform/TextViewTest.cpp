@@ -25,13 +25,15 @@ public:
     int GetRowLeft(int row) override { return rows.at(static_cast<std::size_t>(row)).left; }
 };
 
-// As many rows as a number holds, three columns each.
-class HugeRows final : public Rows
+// Rows that are all alike, up to as many as a number holds.
+class EqualRows final : public Rows
 {
 public:
-    int GetRowCount() override { return 0x7FFFFFFF; }
-    int GetRowColumnCount(int) override { return 3; }
-    int GetRowLeft(int) override { return 16; }
+    int count = 0x7FFFFFFF;
+    Row row = {3, 16};
+    int GetRowCount() override { return count; }
+    int GetRowColumnCount(int) override { return row.columns; }
+    int GetRowLeft(int) override { return row.left; }
 };
 
 // Every place of the text in reading order.
@@ -256,7 +258,7 @@ TEST_F(TextViewTest, WheelAndAutoscrollCountWholeSteps)
 
 TEST(TextView, CountsToTheLargestRow)
 {
-    HugeRows rows;
+    EqualRows rows;
     TextView view(rows);
     view.SetMetrics({8, 10, 80, 45, 0x7FFFFFFF});
     view.SelectAll();
@@ -273,5 +275,49 @@ TEST(TextView, CountsToTheLargestRow)
     EXPECT_EQ((ScrollRange{0x7FFFFFFE, 4, 0x7FFFFFFB}), view.GetRowScroll());
     EXPECT_EQ((Range{0x7FFFFFFB, 0x7FFFFFFF}), view.GetVisibleRows());
     EXPECT_TRUE(view.IsAtEnd());
+}
+
+// Sizes and positions at the limits of the numbers; the sanitizer ends the test where one overflows.
+TEST(TextView, EveryOperationKeepsWithinTheNumbers)
+{
+    constexpr int kMax = 0x7FFFFFFF;
+    const int values[] = {-kMax - 1, -kMax, -1, 0, 1, 7, kMax - 1, kMax};
+    std::mt19937 random(5);
+    const auto any = [&] { return values[random() % std::size(values)]; };
+    for (int round = 0; round < 3000; ++round)
+    {
+        EqualRows rows;
+        rows.count = std::max(any(), 0);
+        rows.row = {any(), any()};
+        TextView view(rows);
+        view.SetMetrics({any(), any(), any(), any(), any()});
+        for (int step = 0; step < 20; ++step)
+        {
+            Place cell = {any(), any()};
+            const State before = view.GetState();
+            view.Focus(cell, step % 2 == 0);
+            view.Select({any(), any()});
+            view.EnsureVisible(cell, any(), any());
+            view.ScrollToRow(any());
+            view.ScrollToPixel(any());
+            for (int motion = 0; motion <= static_cast<int>(Motion::ScrollDown); ++motion)
+                view.Move(static_cast<Motion>(motion), Caret::Extend);
+            view.Click(any(), any(), Caret::Extend);
+            view.Autoscroll(any(), any());
+            view.Wheel(any(), static_cast<unsigned>(any()));
+            view.WheelAcross(any(), static_cast<unsigned>(any()));
+            view.HitTest(any(), any(), cell);
+            view.GetX({any(), any()});
+            view.GetY(any());
+            view.GetSelectedColumns(any());
+            view.GetPixelScroll();
+            GetChangedRows(before, view.GetState());
+            const Range visible = view.GetVisibleRows();
+            EXPECT_TRUE(visible.begin >= 0 && visible.end <= rows.count) << visible.end;
+            view.MoveRows(any(), any());
+            rows.count = std::max(any(), 0);
+            view.RowsChanged();
+        }
+    }
 }
 } // namespace

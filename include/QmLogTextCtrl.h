@@ -11,6 +11,7 @@
 
 class CQmLogBrowser;
 class CQmLogReader;
+struct CQmLogRow;
 
 namespace logview
 {
@@ -20,7 +21,8 @@ struct ShownRows;
 
 // Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
 // logs behind it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared counter
-// is asked five times a second, and the window follows when it has moved.
+// is looked at five times a second, and the window follows when it has moved. Looking waits for nobody and
+// changes nothing in the log folder.
 //
 // "Displayed rows" are counted from 0 over everything that is unfolded; "rows" and "numbers" (times) are
 // those of the log files. A file index names a log: 0 "Main", 1 "Run", 2 "Source", 3 "SQL", 4 "Service".
@@ -80,6 +82,14 @@ public:
     bool Switch(int row);
     bool SwitchAll(int row);
 
+    // Folds everything, unfolds what leads to a row of a log, and puts the caret there. False, with
+    // everything folded, where nothing leads to the row.
+    bool Reveal(int file, unsigned long fileRow);
+
+    // How many rows of a log nothing leads to: those before the first row of "Main", which are all where
+    // "Main" has none, and those after its last, which unfolds only when "Main" goes on.
+    void GetHiddenRowCounts(int file, unsigned long& before, unsigned long& after);
+
     // The row of any log for number `time`: the log that has it, else the smallest number that the logs'
     // own searches answer.
     using CQmTextCtrl::Find;
@@ -96,6 +106,9 @@ public:
     // The selected text, each line with the line feed it has in the log; and the same into the clipboard.
     std::string GetSelectedText();
     bool Copy();
+
+    // The record of a displayed row; false when it cannot be read, of which nothing is reported.
+    bool ReadStyle(int row, CQmLogRow& record);
 
     // The log of a displayed row, and the row within it.
     CQmLogReader& DefineReader(int row, unsigned long& fileRow);
@@ -147,7 +160,6 @@ private:
     CQmLogBrowser* m_browser = nullptr;
     bool m_startSession = true;
     bool m_sessionStarted = false;
-    bool m_canAskTime = false; // once it can be, it remains so: the counters stay open
     bool m_follow = true;
     bool m_followPauses = false;
     bool m_followPaused = false;

@@ -231,6 +231,25 @@ std::uint32_t GlobalTimeTake(std::uint32_t count, std::uint32_t& first)
     return taken;
 }
 
+bool TryOpenCounters()
+{
+    ZEMA::IFileCalls& files = ZEMA::FileCalls();
+    char path[MAX_PATH] = {};
+    if (updateFile.handle.load() != nullptr)
+        return true;
+    const HANDLE opened = QmLogMakeFilePath("Log.DAT", path) ? Open(updateFile, path) : nullptr;
+    if (opened == nullptr)
+        return false;
+    HANDLE expected = nullptr;
+    const bool isLocked = files.Lock(opened, 0, kWholeFile);
+    if (isLocked)
+        Release(opened);
+    if (isLocked && updateFile.handle.compare_exchange_strong(expected, opened))
+        return true;
+    files.Close(opened);
+    return isLocked; // another thread has opened it meanwhile
+}
+
 void CloseCounters()
 {
     for (SharedFile* shared : {&queryFile, &updateFile})

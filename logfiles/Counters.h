@@ -28,6 +28,10 @@ std::uint8_t GlobalIndentDecrement();
 // number only, as if each had been taken by itself. After a failed seek that number is 0.
 std::uint32_t GlobalTimeTake(std::uint32_t count, std::uint32_t& first);
 
+// Opens the file for updates, without waiting: false where that cannot be done at once, or the lock cannot be
+// taken. After true the operations above wait for no other process but one that asks.
+bool TryOpenCounters();
+
 // Closes and forgets both handles.
 void CloseCounters();
 

@@ -13,6 +13,7 @@ struct RowPlace
 {
     std::uint32_t file = 0;
     std::uint32_t row = 0;
+    bool operator==(const RowPlace&) const = default;
 };
 
 // A stretch of rows of one log, with the stretches that are unfolded within it. The root is the stretch that
@@ -39,6 +40,12 @@ public:
 
     std::uint32_t GetCount() const { return m_count; } // own rows
     void SetCount(std::uint32_t count) { m_count = count; }
+
+    // The stretch's first row; where its header lies in its parent's log, and the header's number.
+    RowPlace GetFirst() const { return {m_file, m_row}; }
+    std::uint32_t GetHeaderRow() const { return m_position - 1; }
+    std::uint32_t GetHeaderNumber() const { return m_header; }
+    const std::vector<CQmLogBranch>& GetChildren() const { return m_children; }
 
     // What lies at `row`: a displayed row when asked of the root.
     RowPlace Translate(std::uint64_t row) const;

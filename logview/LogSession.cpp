@@ -38,14 +38,22 @@ int LogSession::GetRowCount() const
     return static_cast<int>(std::min<std::uint64_t>(m_root.GetSize(), kMaxRows));
 }
 
+std::uint32_t LogSession::CountRows(std::uint32_t file) const
+{
+    return static_cast<std::uint32_t>(std::min<unsigned long>(m_source.GetRowCount(file), kMaxRows));
+}
+
 void LogSession::Refresh(int file)
 {
-    const unsigned long count = m_source.GetRowCount(static_cast<unsigned>(file));
-    const auto rows = static_cast<std::uint32_t>(std::min<unsigned long>(count, kMaxRows));
-    if (file == m_countedFile && rows < m_root.GetCount())
-        m_root = CQmLogBranch(); // what was unfolded belongs to a session that is gone
     m_countedFile = file;
-    m_root.SetCount(rows);
+    m_root.SetCount(CountRows(static_cast<std::uint32_t>(file)));
+    if (IsCut())
+        Restore();
+}
+
+bool LogSession::HasNewCount(int file) const
+{
+    return file != m_countedFile || CountRows(static_cast<std::uint32_t>(file)) != m_root.GetCount();
 }
 
 RowPlace LogSession::Translate(std::int64_t row) const
@@ -83,6 +91,9 @@ bool LogSession::ReadLine(int row, std::string& text) const
     const unsigned long wanted = std::min({static_cast<unsigned long>(length), rest, kMaxColumns});
     text.resize(wanted);
     text.resize(std::min(m_source.ReadText(place.file, record.offset, wanted, text.data()), wanted));
+    CQmLogRow next;
+    if (!pages.Read({place.file, place.row + 1}, next)) // as was known before the text was read
+        text.resize(LastLine(text).size());
     return true;
 }
 
@@ -100,6 +111,7 @@ bool LogSession::Expand(int row, RowChange& change)
     const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
     const bool done = Unfold(pages, row, room, added);
     change = Added(row, added);
+    RememberEnds();
     return done;
 }
 
@@ -122,6 +134,7 @@ bool LogSession::ExpandAll(int row, RowChange& change)
             total += added;
     }
     change = Added(row, total);
+    RememberEnds();
     return done;
 }
 

@@ -18,6 +18,15 @@ struct RowChange
     int delta = 0;
 };
 
+// Rows of a log that nothing leads to: they come before the first row of "Main" (all of them where "Main" has
+// none), or after its last, which unfolds only when "Main" goes on.
+struct HiddenRows
+{
+    std::uint32_t before = 0;
+    std::uint32_t after = 0;
+    bool operator==(const HiddenRows&) const = default;
+};
+
 // A row as its log has it.
 struct PlacedRow
 {
@@ -44,9 +53,15 @@ public:
     // At most kMaxRows.
     int GetRowCount() const;
 
-    // Takes the row count of log `file` for the rows of "Main" at the top. When that log has become shorter,
-    // a new session has begun and nothing remains unfolded.
+    // Takes the row count of log `file` for the rows of "Main" at the top. Logs may have been cut: a writer
+    // takes back what it could not write whole, and a new session begins them again. Then what is unfolded is
+    // unfolded anew, as far as its headers are still there.
     void Refresh(int file);
+
+    // Whether log `file` has another row count than the one taken last, and whether any log that is shown has
+    // become shorter. Both ask for row counts only.
+    bool HasNewCount(int file) const;
+    bool HasShrunk() const;
 
     // The log and row that lie at `row`; a row behind the last one continues the log at the top, and one
     // below 0 does not exist.
@@ -77,6 +92,12 @@ public:
     // Folds. False when nothing is unfolded there.
     bool Collapse(int row, RowChange& change);
 
+    // Folds everything, unfolds what leads to a row of a log and answers where it is displayed; kNoRow, with
+    // everything folded, where nothing leads to it.
+    int Reveal(RowPlace place);
+
+    HiddenRows CountHidden(std::uint32_t file) const;
+
     // The row of any log for number `time`: of the first log that has it, else the smallest number that
     // the logs' own searches answer, whatever the direction.
     bool Find(unsigned long time, bool forward, int& file, unsigned long& fileRow) const;
@@ -93,6 +114,19 @@ public:
     void GetBlock(int current, int row, int& first, int& last) const;
 
 private:
+    // A log's last row, as it was when something was unfolded. Logs only grow unless they are cut, which
+    // always takes the last row.
+    struct LogEnd
+    {
+        std::uint32_t rows = 0;
+        CQmLogRow last;
+    };
+
+    std::uint32_t CountRows(std::uint32_t file) const;
+    void RememberEnds();
+    bool IsCut() const;
+    void Restore();
+    std::int64_t RestoreChildren(RecordPages& pages, const CQmLogBranch& old, std::int64_t first);
     bool IsShown(std::int64_t row) const;
     bool GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
     bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
@@ -102,6 +136,7 @@ private:
     RowSource& m_source;
     CQmLogBranch m_root;
     int m_countedFile = 0;
+    LogEnd m_ends[kFileCount];
 };
 
 } // namespace logview

@@ -1,6 +1,7 @@
 #include "logview/LogSession.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace logview
 {
@@ -8,7 +9,8 @@ namespace logview
 namespace
 {
 constexpr std::uint32_t kWalkRows = 1024;
-}
+constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
+} // namespace
 
 // The row of any log with `number` or the smallest greater one; of logs with the same, the first.
 bool LogSession::FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
@@ -98,6 +100,67 @@ bool LogSession::FindNeighbour(int current, int row, bool up, bool otherFile, in
             return false;
     }
     return true;
+}
+
+int LogSession::Reveal(RowPlace place)
+{
+    CQmLogBranch folded;
+    folded.SetCount(m_root.GetCount());
+    m_root = std::move(folded);
+
+    RecordPages pages(m_source, kWalkRows);
+    CQmLogRow record;
+    std::uint32_t end = 0; // of the rows of the stretch that come before `place`, or are it
+    std::uint32_t next = 0;
+    if (!pages.Read(place, record) || record.time == kMaxNumber)
+        return kNoRow;
+    const std::uint32_t after = record.time + 1;
+    pages.FindFirst(0, after, end, next);
+    end = std::min(end, m_root.GetCount());
+    std::int64_t row = std::int64_t{end} - 1;
+    while (row >= 0 && Translate(row) != place)
+    {
+        std::uint32_t added = 0;
+        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
+        if (!Unfold(pages, row, room, added) || added == 0)
+            return kNoRow;
+        const RowPlace first = Translate(row + 1);
+        pages.FindFirst(first.file, after, end, next);
+        end = std::min(end, first.row + added);
+        if (end <= first.row)
+            return kNoRow;
+        row += std::int64_t{end} - first.row;
+    }
+    RememberEnds();
+    return row >= 0 ? static_cast<int>(row) : kNoRow;
+}
+
+HiddenRows LogSession::CountHidden(std::uint32_t file) const
+{
+    RecordPages pages(m_source, 1);
+    const std::uint32_t count = CountRows(file);
+    const std::uint32_t mainCount = CountRows(0);
+    CQmLogRow first;
+    CQmLogRow last;
+    if (mainCount == 0 || !pages.Read({0, 0}, first) || !pages.Read({0, mainCount - 1}, last))
+        return {count, 0};
+
+    // Most logs need no search: their own first and last rows tell.
+    HiddenRows hidden;
+    CQmLogRow own;
+    std::uint32_t row = 0;
+    std::uint32_t number = 0;
+    if (count > 0 && pages.Read({file, 0}, own) && own.time < first.time)
+    {
+        pages.FindFirst(file, first.time, row, number);
+        hidden.before = row;
+    }
+    if (count > 0 && last.time != kMaxNumber && pages.Read({file, count - 1}, own) && own.time > last.time)
+    {
+        pages.FindFirst(file, last.time + 1, row, number);
+        hidden.after = count - std::min(row, count);
+    }
+    return hidden;
 }
 
 int LogSession::FindError(int row, bool forward) const

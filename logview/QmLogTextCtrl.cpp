@@ -4,6 +4,7 @@
 #include "QmLogBrowser.h"
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
+#include "logview/FileLook.h"
 #include "logview/LogNames.h"
 #include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
@@ -37,8 +38,10 @@ BOOL CQmLogTextCtrl::CreateCommon()
         lastSeenTime = 0; // the new session may come to the very number that was seen last
     }
     m_rows = std::make_unique<logview::ShownRows>();
+    char path[MAX_PATH] = {}; // made once: asking for it makes a folder that is gone
+    if (QmLogMakeFilePath(logview::kCountersFile, path))
+        m_rows->countersPath = path;
     m_rows->session.Refresh(m_file);
-    m_canAskTime = false;
     m_followPaused = false;
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
@@ -136,13 +139,12 @@ bool CQmLogTextCtrl::Browse(int file)
 {
     if (file < 0 || file >= GetFilePathCount())
         return false;
-    m_canAskTime = m_canAskTime || logview::CanAskTime();
-    if (!m_canAskTime)
-        return true; // what lies there remains shown
-    const int time = QmLogGlobalTimeGet();
-    if (time == lastSeenTime)
+    // Where the counter cannot be read, the rows tell; and rows that a writer has taken back move no counter.
+    const std::optional<int> time = logview::AskTime(m_rows->countersPath);
+    const bool isWritten = time ? *time != lastSeenTime : m_rows->session.HasNewCount(m_file);
+    if (!isWritten && !m_rows->session.HasShrunk())
         return true;
-    lastSeenTime = time;
+    lastSeenTime = time.value_or(lastSeenTime);
     RefreshRows();
     return true;
 }
@@ -223,6 +225,30 @@ bool CQmLogTextCtrl::SwitchAll(int row)
     return expanded ? CollapseAll(row) : ExpandAll(row);
 }
 
+bool CQmLogTextCtrl::Reveal(int file, unsigned long fileRow)
+{
+    if (file < 0 || file >= GetFilePathCount())
+        return false;
+    const int row =
+        m_rows->session.Reveal({static_cast<std::uint32_t>(file), static_cast<std::uint32_t>(fileRow)});
+    m_rows->searched.Clear();
+    OnRowsChanged();
+    if (row == logview::LogSession::kNoRow)
+        return false;
+    Focus(row, 0, false);
+    UpdateFollow();
+    return true;
+}
+
+void CQmLogTextCtrl::GetHiddenRowCounts(int file, unsigned long& before, unsigned long& after)
+{
+    logview::HiddenRows hidden;
+    if (file >= 0 && file < GetFilePathCount())
+        hidden = m_rows->session.CountHidden(static_cast<std::uint32_t>(file));
+    before = hidden.before;
+    after = hidden.after;
+}
+
 bool CQmLogTextCtrl::Find(unsigned long time, bool forward, int& file, unsigned long& fileRow)
 {
     return m_rows->session.Find(time, forward, file, fileRow);
@@ -283,6 +309,11 @@ CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
     const logview::RowPlace place = m_rows->session.Translate(row);
     fileRow = place.row;
     return QmLogReaderDefine(GetFilePath(static_cast<int>(place.file)));
+}
+
+bool CQmLogTextCtrl::ReadStyle(int row, CQmLogRow& record)
+{
+    return m_rows->session.ReadStyle(row, record);
 }
 
 int CQmLogTextCtrl::GetRowFile(int row)

@@ -10,6 +10,12 @@ std::uint32_t LineLength(std::uint32_t offset, std::uint64_t end)
     return end < offset ? 0 : static_cast<std::uint32_t>(std::min<std::uint64_t>(end - offset, 0xFFFFFFFF));
 }
 
+std::string_view LastLine(std::string_view text)
+{
+    const std::size_t lineFeed = text.find('\n');
+    return lineFeed == std::string_view::npos ? text : text.substr(0, lineFeed + 1);
+}
+
 bool RecordPages::Read(RowPlace place, CQmLogRow& record)
 {
     if (place.file >= kFileCount)

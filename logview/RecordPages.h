@@ -4,6 +4,7 @@
 #include "logview/Branch.h"
 #include "logview/RowSource.h"
 
+#include <string_view>
 #include <vector>
 
 namespace logview
@@ -11,6 +12,10 @@ namespace logview
 
 // Bytes of a line from `offset` to `end`, where the next line begins; 0 where the end comes first.
 std::uint32_t LineLength(std::uint32_t offset, std::uint64_t end);
+
+// The last line of a log ends with its first line feed: what a writer has added since belongs to rows that
+// were not there yet.
+std::string_view LastLine(std::string_view text);
 
 // Keeps one page of each log. What was read is not read again, so that one operation works on one state of
 // growing logs.

@@ -64,6 +64,8 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
         CachedRow& row = m_rows[i];
         const CachedRow& next = m_rows[i + 1];
         row.text = std::string_view(m_text).substr(m_slices[i].begin, m_slices[i].size);
+        if (row.last)
+            row.text = LastLine(row.text);
         row.foldable = row.readable && next.readable &&
                        IsFoldable({row.place, row.record}, {next.place, next.record}, row.expanded);
     }
@@ -86,6 +88,7 @@ void RowCache::ReadRecords(Order::const_iterator begin, Order::const_iterator en
         if (!row.readable)
             continue;
         row.record = m_records[index];
+        row.last = index + 1 >= count;
         if (index + 1 < count)
             row.length = LineLength(row.record.offset, m_records[index + 1].offset);
         else if (IsDrawn(*at))

@@ -2,6 +2,8 @@
 
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
+#include "logfiles/Counters.h"
+#include "logview/FileLook.h"
 #include "logview/LogNames.h"
 #include "logview/RowSource.h"
 #include "zemacore/File.h"
@@ -12,28 +14,8 @@
 namespace
 {
 
-constexpr char kCountersFile[] = "Log.DAT";
-
-// Whether a file of the log folder can be opened with this access while others have the rights of `share`.
-// The file stays as it is.
-bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
-{
-    const HANDLE file =
-        ZEMA_CreateFile(path, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
-        return false;
-    ZEMA::FileCalls().Close(file);
-    return true;
-}
-
-// Whether a block can be begun at once: without the counters it would wait for ever, and while another
-// process writes, until that one is done.
-bool CanCount()
-{
-    char path[MAX_PATH] = {};
-    return QmLogMakeFilePath(kCountersFile, path) &&
-           CanOpen(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
-}
+using logview::CanOpen;
+using logview::kCountersFile;
 
 // Whether nobody has the file open, so that it can be deleted. One that is missing counts as free.
 bool IsFree(const char* file)
@@ -125,24 +107,19 @@ void WriteSampleJob(const SampleJob& job, CQmLogWriter& main, CQmLogWriter& sour
 namespace logview
 {
 
-bool CanAskTime()
-{
-    char path[MAX_PATH] = {};
-    return QmLogMakeFilePath(kCountersFile, path) &&
-           CanOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
-}
-
 bool StartSession()
 {
     QmLogWriterCloseAll();
     for (int file = 0; file < int{kFileCount}; ++file)
         QmLogReaderDefine(GetLogName(file)).Close();
-    if (!AreLogsFree() || !IsFree(kCountersFile) || !CanCount())
+    char counters[MAX_PATH] = {};
+    if (!QmLogMakeFilePath(kCountersFile, counters) || !AreLogsFree() || !IsFree(kCountersFile) ||
+        !CanOpen(counters, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS))
         return false;
 
-    char counters[MAX_PATH] = {};
-    if (QmLogMakeFilePath(kCountersFile, counters))
-        ZEMA_DeleteFile(counters);
+    ZEMA_DeleteFile(counters);
+    if (!logfiles::TryOpenCounters()) // a process has come between: the header would wait for it
+        return false;
     for (int file = 0; file < int{kFileCount}; ++file)
         QmLogWriterDefine(GetLogName(file)).Clear();
     WriteHeader(QmLogWriterDefine(GetLogName(0)));
@@ -152,7 +129,7 @@ bool StartSession()
 bool WriteSampleSession()
 {
     QmLogWriterCloseAll();
-    if (!CanCount())
+    if (!logfiles::TryOpenCounters())
         return false;
     CQmLogWriter& main = QmLogWriterDefine("Main");
     CQmLogWriter& source = QmLogWriterDefine("Source");

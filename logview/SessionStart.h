@@ -4,10 +4,6 @@
 namespace logview
 {
 
-// Whether the shared counter can be asked. Where "Log.DAT" cannot be opened, as in a folder that may not be
-// written to and has none, asking waits for ever.
-bool CanAskTime();
-
 // Deletes the five logs and the counters of the log folder and writes the header of a new session into
 // "Main". Closes this process's writers, readers and counters, before and after: an open file is not deleted,
 // and while a process keeps the counters, others wait.

@@ -6,6 +6,7 @@
 #include "logview/RowCache.h"
 
 #include <cstdint>
+#include <string>
 
 namespace logview
 {
@@ -16,6 +17,7 @@ constexpr unsigned kRefreshInterval = 200; // milliseconds
 // The logs, what is unfolded of them, the rows of the paint in progress, and those that a search reads ahead.
 struct ShownRows
 {
+    std::string countersPath; // empty without a log folder
     ReaderRows source;
     LogSession session{source};
     RowCache cache{source};

@@ -240,6 +240,101 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     }
 }
 
+// Rows as the letters of their logs and their numbers: "M1 R2 ...".
+std::string Shown(const LogSession& session)
+{
+    std::string shown;
+    CQmLogRow record;
+    for (int row = 0; row < session.GetRowCount(); ++row)
+        shown += session.ReadStyle(row, record)
+                     ? "MROQS"[session.Translate(row).file] + std::to_string(record.time) + ' '
+                     : "? ";
+    return shown;
+}
+
+// Writers take rows back and new sessions replace them; what is unfolded never shows what is gone.
+TEST(LogSession, UnfoldsAnewWhatWasCut)
+{
+    const struct
+    {
+        const char* name;
+        int cut[kFileCount]; // rows that go, from the end
+        int numbers;         // that the counter goes back by; a new session begins at 1
+        const char* then;    // rows that come before the next look
+        const char* shown;
+    } cases[] = {
+        {"nothing", {}, 0, "", "M1 R2 O3 R4 R5 M6 M7 "},
+        {"a growing log", {}, 0, "RM", "M1 R2 O3 R4 R5 M6 M7 M10 "},
+        {"the end of Main", {1}, 0, "", "M1 R2 O3 R4 R5 M6 "},
+        {"the end of Main, others there again", {1}, 0, "MM", "M1 R2 O3 R4 R5 M6 M9 M10 "},
+        {"unfolded rows", {0, 2}, 0, "", "M1 R2 O3 M6 M7 "},
+        {"unfolded rows, later ones in their place", {0, 2}, 0, "RRRM", "M1 R2 O3 M6 M7 M12 "},
+        {"the innermost log", {0, 0, 1}, 0, "O", "M1 R2 R4 R5 M6 M7 "},
+        {"all", {3, 3, 1, 0, 1}, 0, "", ""},
+        {"all, a new session of other rows", {3, 3, 1, 0, 1}, 8, "RMSM", "M2 M4 "},
+        {"all, a longer session", {3, 3, 1, 0, 1}, 8, "MMMRRRRMMM", "M1 M2 M3 M8 M9 M10 "},
+        {"all, the same rows again", {3, 3, 1, 0, 1}, 8, "MRORRMMS", "M1 R2 O3 R4 R5 M6 M7 "},
+    };
+    for (const auto& [name, cut, numbers, then, shown] : cases)
+    {
+        SCOPED_TRACE(name);
+        LogRows logs;
+        logs.AddAll("MRORRMMS");
+        LogSession session(logs);
+        RowCache cache(logs);
+        session.Refresh(0);
+        RowChange change;
+        ASSERT_TRUE(session.Expand(0, change) && session.Expand(1, change));
+        ASSERT_EQ("M1 R2 O3 R4 R5 M6 M7 ", Shown(session));
+
+        for (unsigned file = 0; file < kFileCount; ++file)
+            logs.rows[file].resize(logs.rows[file].size() - static_cast<std::size_t>(cut[file]));
+        EXPECT_EQ(std::any_of(cut, cut + 3, [](int rows) { return rows > 0; }), session.HasShrunk());
+        cache.Prepare(session, 0, 20); // a paint meanwhile
+        logs.time -= static_cast<std::uint32_t>(numbers);
+        logs.AddAll(then);
+        session.Refresh(0);
+        EXPECT_EQ(shown, Shown(session));
+        EXPECT_FALSE(session.HasShrunk());
+    }
+}
+
+TEST(LogSession, RevealsAnyRowBetweenTheFirstAndTheLastOfMain)
+{
+    for (unsigned seed = 0; seed < 40; ++seed)
+    {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        LogRows logs;
+        for (int line = 0; line < 40; ++line)
+            logs.Add(Below(random, kFileCount));
+        LogSession session(logs);
+        session.Refresh(0);
+        ASSERT_FALSE(logs.rows[0].empty());
+        for (std::uint32_t file = 0; file < kFileCount; ++file)
+        {
+            HiddenRows hidden;
+            for (std::uint32_t row = 0; row < logs.rows[file].size(); ++row)
+            {
+                const bool isBefore = logs.rows[file][row].time < logs.rows[0].front().time;
+                const bool isAfter = logs.rows[file][row].time > logs.rows[0].back().time;
+                hidden.before += isBefore;
+                hidden.after += isAfter;
+                const int shown = session.Reveal({file, row});
+                ASSERT_EQ(isBefore || isAfter, shown == LogSession::kNoRow) << file << ' ' << row;
+                ASSERT_TRUE(shown == LogSession::kNoRow || session.Translate(shown) == (RowPlace{file, row}));
+            }
+            EXPECT_EQ(hidden, session.CountHidden(file));
+            EXPECT_EQ(LogSession::kNoRow, session.Reveal({file, 1000}));
+        }
+    }
+    LogRows logs;
+    logs.AddAll("RRQ"); // and no Main
+    LogSession session(logs);
+    session.Refresh(0);
+    EXPECT_TRUE(session.CountHidden(1) == (HiddenRows{2, 0}) && session.Reveal({1, 0}) == LogSession::kNoRow);
+}
+
 TEST(RowCache, ReadsNeighboursTogetherAndLongLinesInPart)
 {
     LogRows logs;
@@ -265,6 +360,22 @@ TEST(RowCache, ReadsNeighboursTogetherAndLongLinesInPart)
     EXPECT_LT(logs.bytesRead, 3u * RowCache::kLineBytes);
     EXPECT_EQ(1'000'001u, cache.Get(session.GetRowCount() - 1)->length); // a last line's is one too many
     EXPECT_EQ(nullptr, cache.Get(session.GetRowCount()));
+}
+
+// A writer goes on between the reads of a row and of its text.
+TEST(RowCache, ShowsNothingOfRowsThatCameLater)
+{
+    LogRows logs;
+    logs.Add(0, "first\n");
+    logs.Add(0, "last\nof a later row");
+    LogSession session(logs);
+    session.Refresh(0);
+    RowCache cache(logs);
+    cache.Prepare(session, 0, 2);
+    std::string line;
+    EXPECT_TRUE(session.ReadLine(1, line) && line == "last\n");
+    EXPECT_EQ("last\n", cache.Get(1)->text);
+    EXPECT_EQ("first\n", cache.Get(0)->text);
 }
 
 TEST(SelectionText, CutsTheFirstAndTheLastLine)

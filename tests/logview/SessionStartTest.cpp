@@ -3,8 +3,11 @@
 #include "logview/SessionStart.h"
 
 #include "QmLogReader.h"
+#include "logview/FileLook.h"
+#include "logview/ReaderRows.h"
 #include "tests/support/MemorySession.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace
@@ -78,6 +81,58 @@ TEST_F(SessionStartTest, TouchesNothingWhileAFileIsInUse)
     session.manager.folder.clear();
     EXPECT_FALSE(logview::StartSession()) << "without a log folder";
     EXPECT_FALSE(logview::WriteSampleSession());
+}
+
+// Nothing here may wait, which the files in memory would turn into an exception, or make or change a file.
+TEST_F(SessionStartTest, LookingWaitsForNobodyAndChangesNothing)
+{
+    const std::string counters = session.Path("Log.DAT");
+    EXPECT_EQ(0, logview::AskTime(counters));
+    EXPECT_EQ(0, logview::AskTime(""));
+    QmLogWriterDefine("Run").Write("a\nb");
+    EXPECT_EQ(2, logview::AskTime(counters)) << "while a process has it open for update";
+    QmLogWriterCloseAll();
+    session.files.SetContents(session.Path("SQL.ROW"), std::string(40, '\0')); // without its text
+    const std::vector<std::string> paths = session.files.Paths();
+
+    logview::ReaderRows rows;
+    for (unsigned file = 0; file < logview::kFileCount + 1; ++file)
+    {
+        CQmLogRow row;
+        char text[10];
+        unsigned long time = 0;
+        unsigned long at = 0;
+        EXPECT_EQ(file == 1 || file == 3, rows.ReadRows(file, 0, 1, &row) == 1) << file;
+        EXPECT_EQ(file == 1 || file == 3, rows.Find(file, 1, true, time, at)) << file;
+        EXPECT_EQ(file == 1 ? 3u : 0u, rows.ReadText(file, 0, sizeof(text), text)) << file;
+    }
+    EXPECT_EQ(paths, session.files.Paths()) << "nothing is reported about logs that are not there";
+
+    const HANDLE keeper = Open("Log.DAT", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    ASSERT_TRUE(session.files.Lock(keeper, 0, 100));
+    EXPECT_EQ(std::nullopt, logview::AskTime(counters));
+    EXPECT_FALSE(logview::WriteSampleSession());
+    EXPECT_EQ(paths, session.files.Paths());
+    session.files.Close(keeper);
+    const HANDLE alone = Open("Log.DAT", GENERIC_READ, 0);
+    EXPECT_EQ(std::nullopt, logview::AskTime(counters));
+    session.files.Close(alone);
+    EXPECT_EQ(2, logview::AskTime(counters));
+}
+
+// A process that takes the counters between their deletion and the header.
+TEST_F(SessionStartTest, DoesNotWaitForAProcessThatComesBetween)
+{
+    ASSERT_TRUE(logview::StartSession());
+    session.files.ForgetCalls();
+    ASSERT_TRUE(logview::StartSession()); // as the third time
+    const std::vector<std::string>& calls = session.files.Calls();
+    const auto deleted = std::find(calls.begin(), calls.end(), "Delete " + session.Path("Log.DAT"));
+    ASSERT_NE(calls.end(), deleted);
+    const auto number = static_cast<unsigned long>(deleted - calls.begin()) + 2; // of the next call
+    session.files.ForgetCalls();
+    session.files.SetFault({number, ZEMA::Fault::kFail, true, ERROR_SHARING_VIOLATION});
+    EXPECT_FALSE(logview::StartSession());
 }
 
 TEST_F(SessionStartTest, TheSampleSessionHasAnErrorAndNoDamage)

@@ -168,6 +168,14 @@ TEST_F(LogTextTest, StartsASessionAndShowsWhatAnotherProcessWrites)
     writer.Ask("write Main |and more|and more");
     Tick();
     EXPECT_TRUE(text.IsAtEnd());
+
+    // Rows that a writer has taken back are not shown, though no number tells.
+    const int rows = text.GetRowCount();
+    writer.Finish();
+    QmLogReaderDefine("Main").Close();
+    SetContents("Main.ROW", Contents("Main.ROW").substr(0, static_cast<std::size_t>(rows - 2) * 20));
+    Tick();
+    EXPECT_EQ(rows - 2, text.GetRowCount());
     text.SetFindText("DEV VERSION");
     EXPECT_TRUE(text.FindNext() && text.IsFollowPaused()) << "what was found stays in view";
 
@@ -195,6 +203,83 @@ TEST_F(LogTextTest, DoesNotWaitForCountersThatCannotBeMade)
     Tick();
     text.UpdateWindow();
     EXPECT_EQ(0, text.GetRowCount());
+}
+
+// Names, sizes and times of the folder's files.
+std::string Listing(const std::string& folder)
+{
+    std::string listing;
+    WIN32_FIND_DATAA file = {};
+    const HANDLE search = ::FindFirstFileA((folder + "*").c_str(), &file);
+    for (BOOL found = search != INVALID_HANDLE_VALUE; found; found = ::FindNextFileA(search, &file))
+        if (std::string(file.cFileName) != "Profile.ini" && file.cFileName[0] != '.')
+            listing += std::string(file.cFileName) + ' ' + std::to_string(file.nFileSizeLow) + ' ' +
+                       std::to_string(file.ftLastWriteTime.dwHighDateTime) + ' ' +
+                       std::to_string(file.ftLastWriteTime.dwLowDateTime) + '\n';
+    ::FindClose(search);
+    return listing;
+}
+
+TEST_F(LogTextTest, LookingChangesNothingAndWaitsForNobody)
+{
+    Child writer;
+    for (const char* line : {"Main |one", "Run |two|three", "SQL |four", "Main |five|six"})
+        ASSERT_EQ("true", writer.Ask(std::string("write ") + line));
+    const auto look = [&] {
+        Open(false);
+        Tick();
+        text.UpdateWindow();
+        text.Focus(0, 0, false);
+        for (const UINT key : {VK_DOWN, VK_UP, VK_NEXT, VK_PRIOR, VK_END, VK_HOME})
+            Press(key, VK_CONTROL);
+        Press(VK_RETURN);
+        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+            text.Reveal(file, 0);
+        Click(WM_LBUTTONDBLCLK, PointIn(1, 1, 7));
+        text.SelectAll();
+        text.GetSelectedText();
+        text.SetFindText("NOWHERE");
+        text.FindNext();
+        QmLogWriterCloseAll(); // a host's, which closes the counters
+        Tick();
+        text.UpdateWindow();
+        browser.DestroyWindow();
+        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+            QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
+    };
+    std::string before = Listing(Path(""));
+    look(); // while a process is writing
+    EXPECT_EQ(before, Listing(Path("")));
+    writer.Finish();
+
+    for (const char* lost : {"Run.LOG", "SQL.ROW", "Log.DAT", "Main.LOG", "Main.ROW"})
+    {
+        ::DeleteFileA(Path(lost).c_str());
+        before = Listing(Path(""));
+        look();
+        EXPECT_EQ(before, Listing(Path(""))) << "without " << lost;
+    }
+}
+
+// A folder that goes is not made again, and what comes into a new one is shown.
+TEST_F(LogTextTest, FollowsAFolderThatGoesAndComes)
+{
+    const std::string folder = Path("Session\\");
+    SetVariable("QM_LOG_FOLDER", folder);
+    CQmLogReader& main = QmLogReaderDefine("Main"); // which an earlier test may have defined
+    main.SetFilePath("Main");
+    Open(false);
+    Tick();
+    ASSERT_TRUE(::RemoveDirectoryA(folder.c_str()));
+    Tick();
+    text.UpdateWindow();
+    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, ::GetFileAttributesA(folder.c_str()));
+    EXPECT_EQ("true", Child().Ask("write Main |here again"));
+    Tick();
+    EXPECT_EQ(1, text.GetRowCount());
+    main.Close();
+    SetVariable("QM_LOG_FOLDER", Path(""));
+    main.SetFilePath("Main");
 }
 
 TEST_F(LogTextTest, SpaceEnterAndClicksFold)

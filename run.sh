@@ -55,7 +55,7 @@ copy_file() {
 
 # picture NAME STEPS: what LogDesk shows after the steps.
 picture() {
-    "$logdesk" --open "$session" --screenshot "$pictures/$1.bmp" --steps "size:900x600,$2"
+    "$logdesk" "$session" --screenshot "$pictures/$1.bmp" --steps "size:900x600,$2"
     convert "$pictures/$1.bmp" "$pictures/$1.png"
     rm "$pictures/$1.bmp"
     echo "    $pictures/$1.png"
@@ -80,7 +80,7 @@ verdict=0
 
 if [[ -n ${DISPLAY-} ]]; then
     printf '\nLogDesk shows it; close its window to go on.\n'
-    "$logdesk" --open "$session"
+    "$logdesk" "$session"
 else
     printf '\nThere is no display; what LogDesk shows stands in\n'
     rm -rf "$pictures"
@@ -91,5 +91,5 @@ else
 fi
 
 printf '\nThe session lies in %s. To look again:\n' "$session"
-printf '    %s cat --numbers\n    %s --open %s\n' "$logtool" "$logdesk" "$session"
+printf '    %s cat --numbers\n    %s %s\n' "$logtool" "$logdesk" "$session"
 exit "$verdict"

@@ -78,7 +78,9 @@ mkdir "$session"
 printf '\nLoad the jobs' | logtool write Main
 printf 'first job\nsecond job\nthird job' | logtool write Run --block 'The jobs'
 printf 'the depot does not answer' | logtool write Main --kind error --block 'Copy failed'
-start --open "$(windows_path "$session")"
+listing() { find "$session" -printf '%f %s %t\n' | sort; }
+before=$(listing)
+start "$(windows_path "$session")"
 until_shown '^title: Z:.*\\session - LogDesk$'
 until_shown '^pane: 4 rows'
 
@@ -108,6 +110,8 @@ echo "The selection as text, through the clipboard"
 keys ctrl+a
 [[ $(copied) == *$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job\n'*'Copy failed'* ]] || fail "copied: $(copied)"
 
+[[ $(listing) == "$before" ]] || fail "looking has changed the folder"
+
 echo "Another program writes: the rows come, and the last one into view"
 printf '\n%s' {1..60} | logtool write Main
 until_shown '^pane: 69 rows'
@@ -122,12 +126,33 @@ until_shown '^pane: Following paused$'
 leave
 grep -q '^FollowPauses=1' "$work/Profile.ini" || fail "the option is not remembered"
 
+echo "A file: the caret on its log's first row, unfolded as far as that needs"
+start "$(windows_path "$session/Run.ROW")"
+until_shown '^pane: Row 2: Run, number 2$'
+until_shown '^pane: Not following$'
+leave
+
+echo "Logs that are not shown are told of, as soon as they come"
+QM_LOG_FOLDER=$(windows_path "$work/other") start
+until_shown '^notice: There are no logs in Z:.*other yet'
+session=$work/other
+printf 'compiling' | logtool write Build
+until_shown '^notice: Build is not shown: .* logtool cat --log Build$'
+printf 'first\nsecond' | logtool write SQL
+until_shown '^notice: Main has no rows, .* SQL \(2 rows\)'
+printf 'main' | logtool write Main
+until_shown '^notice: Not shown, because they are older than the first row of Main: 2 rows of SQL'
+rm -r "$session"
+until_shown '^notice: Z:.*other is not there, or cannot be read'
+leave
+session=$work/session
+
 echo "A new session; the earlier one is kept, and another LogDesk does not delete it"
-start --folder "$(windows_path "$session")" --keep 1
+start --start "$(windows_path "$session")" --keep 1
 until_shown '^pane: Session started$'
 cmp <(cat "$session"/Session*/Main.LOG | head -c 14) <(printf '\nLoad the jobs') || fail "the session is not kept"
 printf 'written meanwhile' | logtool write Service
-wine "$bin/LogDesk.exe" --folder "$(windows_path "$session")" --screenshot "$(windows_path "$work/a.bmp")"
+wine "$bin/LogDesk.exe" --start "$(windows_path "$session")" --screenshot "$(windows_path "$work/a.bmp")"
 [[ $(logtool cat --log Service) == 'written meanwhile' ]] || fail "the session was started again"
 leave
 
@@ -140,7 +165,7 @@ for ((tries = 0; tries < 100; ++tries)); do
     ! grep -q 'still writing' "$session/Service.LOG" || break
     sleep 0.05
 done
-start --folder "$(windows_path "$session")" --keep 1
+start --start "$(windows_path "$session")" --keep 1
 until_shown '^title: .* \(no session started\) - LogDesk$'
 exec 3>&-
 grep -q 'still writing' "$session/Service.LOG" || fail "the log was deleted"

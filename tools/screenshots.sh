@@ -30,7 +30,7 @@ ln -sfn "$work" "$WINEPREFIX/dosdevices/l:"
 
 # picture NAME STEPS: of a fresh session.
 picture() {
-    "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" --folder 'L:\Logs' \
+    "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" --start 'L:\Logs' \
         --screenshot "L:\\$1.bmp" --steps "size:760x420,sample,$2"
     shrink "$1"
 }
@@ -40,6 +40,10 @@ picture opened home
 picture unfolded home,next-fold,unfold-all,next-fold,unfold-all
 picture found 'home,next-fold,unfold-all,next-fold,unfold-all,find:sql 2'
 picture error home,next-error
+echo 'compiling' | wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Logs' write Build
+"$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\Logs' --screenshot 'L:\notice.bmp' \
+    --steps size:760x240,home
+shrink notice
 
 # The report control, by its examples.
 cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"

@@ -12,21 +12,24 @@ namespace
 
 constexpr int kMostKept = 1000;
 
-// The options that are given, with their values.
+// The options that are given, with their values; the word without an option is "--open".
 using Options = std::map<std::string, std::string>;
 
 Options ReadOptions(const std::vector<std::string>& words)
 {
-    const char* const names[] = {"--folder", "--keep", "--open", "--screenshot", "--steps"};
+    const char* const names[] = {"--folder", "--keep", "--open", "--screenshot", "--start", "--steps"};
     Options options;
     for (std::size_t i = 0; i < words.size(); ++i)
     {
-        const std::string& name = words[i];
+        const bool isOption = words[i].starts_with('-');
+        const std::string name = isOption ? words[i] : "--open";
         if (std::find(std::begin(names), std::end(names), name) == std::end(names))
             throw UsageError(name, "no option of LogDesk, see LogDesk --help");
         if (options.count(name) != 0)
-            throw UsageError(name, "given twice");
-        if (++i == words.size() || words[i].empty())
+            throw UsageError(words[i], isOption ? "given twice" : "one folder or file is enough");
+        if (isOption && name != "--start")
+            ++i;
+        if (i == words.size() || words[i].empty())
             throw UsageError(name, "needs a value");
         options[name] = words[i];
     }
@@ -64,9 +67,9 @@ void CheckTogether(const Options& options)
 {
     const auto has = [&](const char* name) { return options.count(name) != 0; };
     if (has("--open") && has("--folder"))
-        throw UsageError("--folder", "names the folder as --open does: give one of them");
-    if (has("--open") && has("--keep"))
-        throw UsageError("--keep", "is for starting a session, and --open starts none");
+        throw UsageError("--folder", "the folder is given already: " + options.at("--open"));
+    if (has("--keep") && !has("--start"))
+        throw UsageError("--keep", "keeps earlier sessions when a new one begins: give --start as well");
     if (has("--steps") && !has("--screenshot"))
         throw UsageError("--steps", "lead to a picture: give --screenshot as well");
 }
@@ -82,8 +85,9 @@ Arguments ParseArguments(const std::vector<std::string>& words)
 
     Options options = ReadOptions(words);
     CheckTogether(options);
-    arguments.open = options.count("--open") != 0;
-    arguments.folder = options[arguments.open ? "--open" : "--folder"];
+    arguments.start = options.count("--start") != 0;
+    arguments.pathIsFolder = options.count("--folder") != 0;
+    arguments.path = options[arguments.pathIsFolder ? "--folder" : "--open"];
     if (options.count("--keep") != 0)
         arguments.keep = ReadKeep(options["--keep"]);
     arguments.screenshot = options["--screenshot"];
@@ -94,16 +98,17 @@ Arguments ParseArguments(const std::vector<std::string>& words)
 
 const char* HelpText()
 {
-    return R"(LogDesk [--folder DIR] [--keep N]
-LogDesk --open DIR
+    return R"(LogDesk [FOLDER | FILE]
+LogDesk --start [FOLDER] [--keep N]
 
-Shows the logs of a session. Starting it begins a new session in the log folder: the logs of the
-earlier one are deleted.
+Shows the logs of the session in FOLDER; without it, in the folder that QM_LOG_FOLDER names or in the user's own.
+With FILE, such as Run.LOG, from the first row of that log on. Nothing is changed.
 
-  --folder DIR  the log folder, instead of the one in QM_LOG_FOLDER or the user's own; made when missing
-  --open DIR    show the session in DIR; nothing is deleted
-  --keep N      before the deletion copy the earlier session into a folder of its own below the log
-                folder, named after its date, and keep the newest N of them
+  --start       begin a new session: the logs of the earlier one are deleted. FOLDER is made when missing
+  --keep N      before that, copy the earlier session into a folder of its own below, named after its date,
+                and keep the newest N of these
+  --folder DIR  the same as FOLDER
+  --open PATH   the same as FOLDER or FILE
 
   --screenshot FILE.bmp  write a picture of the window and end
   --steps STEP,...       before the picture:

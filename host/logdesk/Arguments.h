@@ -19,12 +19,13 @@ public:
 
 struct Arguments
 {
-    bool help = false;       // only the help text is asked for
-    bool open = false;       // show the session in `folder`, start none
-    std::string folder;      // as given; empty for the user's own
-    int keep = 0;            // earlier sessions to keep; 0 for keeping none, touching none
-    std::string screenshot;  // the picture to write before ending; empty for none
-    std::vector<Step> steps; // to take before the picture
+    bool help = false;         // only the help text is asked for
+    bool start = false;        // begin a session; else show what is there
+    std::string path;          // a folder or a file of a log, as given; empty for the user's own folder
+    bool pathIsFolder = false; // and a file would not do
+    int keep = 0;              // earlier sessions to keep; 0 for keeping none, touching none
+    std::string screenshot;    // the picture to write before ending; empty for none
+    std::vector<Step> steps;   // to take before the picture
 };
 
 // `words` are the words behind the program's name. Throws UsageError.

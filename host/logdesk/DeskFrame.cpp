@@ -1,6 +1,6 @@
 #include "logdesk/DeskFrame.h"
 
-#include "QmLogReader.h"
+#include "QmLogRow.h"
 #include "logdesk/Profile.h"
 #include "logdesk/Resource.h"
 
@@ -14,8 +14,10 @@ namespace
 
 constexpr UINT kBrowserId = 100;
 constexpr UINT kStatusId = 101;
+constexpr UINT kNoticesId = 102;
 constexpr UINT_PTR kStatusTimer = 1;
 constexpr UINT kStatusInterval = 250; // milliseconds
+constexpr unsigned kNoticeTicks = 4;  // of that timer
 
 enum Pane
 {
@@ -53,8 +55,8 @@ BEGIN_MESSAGE_MAP(DeskFrame, CWnd)
     ON_WM_TIMER()
 END_MESSAGE_MAP()
 
-DeskFrame::DeskFrame(std::string folder, SessionState session)
-    : m_folder(std::move(folder)), m_session(session),
+DeskFrame::DeskFrame(SessionPlace place, SessionState session)
+    : m_place(std::move(place)), m_session(session),
       m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
       m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); })
@@ -79,16 +81,34 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place)
     bar.Detach(); // the window's now
     if (m_session == SessionState::kStarted && !GetTextCtrl().IsSessionStarted())
         m_session = SessionState::kRefused;
-    SetWindowText(TitleText(m_folder, m_session).c_str());
-    m_status.SetText(SessionText(m_session).c_str(), kSessionPane, 0);
+    SetWindowText(TitleText(m_place.folder, m_session).c_str());
+    RefreshNotices();
     RefreshStatus();
     return TRUE;
+}
+
+// The caret goes on the log's first row that anything leads to. It stays there, for whoever names a log wants
+// to read it and not its end.
+void DeskFrame::ShowWantedLog()
+{
+    CQmLogTextCtrl& text = GetTextCtrl();
+    for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+    {
+        if (!IsSameLog(CQmLogTextCtrl::GetFilePath(file), m_place.log))
+            continue;
+        unsigned long before = 0;
+        unsigned long after = 0;
+        text.GetHiddenRowCounts(file, before, after);
+        text.SetFollow(false);
+        text.Reveal(file, before);
+    }
 }
 
 void DeskFrame::ShowFrame(int show)
 {
     const bool isUsual = show == SW_SHOWNORMAL || show == SW_SHOWDEFAULT || show == SW_SHOW;
     ShowWindow(m_maximised && isUsual ? SW_SHOWMAXIMIZED : show);
+    ShowWantedLog(); // in a window that has its size
     UpdateWindow();
 }
 
@@ -96,6 +116,8 @@ int DeskFrame::OnCreate(LPCREATESTRUCT create)
 {
     const CRect empty;
     if (!m_browser.Create(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, empty, this, kBrowserId))
+        return -1;
+    if (!m_notices.Create(this, kNoticesId))
         return -1;
     if (!m_status.Create(WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, empty, this, kStatusId))
         return -1;
@@ -116,10 +138,19 @@ void DeskFrame::OnSize(UINT type, int width, int height)
     if (type == SIZE_MINIMIZED || !m_status.GetSafeHwnd())
         return;
     m_status.SendMessage(WM_SIZE, type, MAKELPARAM(width, height));
-    CRect status;
-    m_status.GetWindowRect(status);
-    m_browser.MoveWindow(0, 0, width, std::max(0, height - status.Height()));
+    LayOut();
     SetPanes(width);
+}
+
+void DeskFrame::LayOut()
+{
+    CRect client;
+    CRect status;
+    GetClientRect(client);
+    m_status.GetWindowRect(status);
+    const int top = m_notices.GetHeight();
+    m_notices.MoveWindow(0, 0, client.Width(), top);
+    m_browser.MoveWindow(0, top, client.Width(), std::max(0, client.Height() - top - status.Height()));
 }
 
 // The session has what the others leave, which is enough for its long text in a window of usual width.
@@ -168,10 +199,25 @@ void DeskFrame::OnSettingChange(UINT flags, LPCSTR section)
 
 void DeskFrame::OnTimer(UINT_PTR timer)
 {
-    if (timer == kStatusTimer)
-        RefreshStatus();
-    else
+    if (timer != kStatusTimer)
+    {
         Default();
+        return;
+    }
+    if (++m_ticks % kNoticeTicks == 0)
+        RefreshNotices();
+    RefreshStatus();
+}
+
+void DeskFrame::RefreshNotices()
+{
+    const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
+    if (state == m_folder)
+        return;
+    m_folder = state;
+    if (m_notices.SetLines(Notices(state)))
+        LayOut();
+    m_status.SetText(SessionText(m_session, state).c_str(), kSessionPane, 0);
 }
 
 ViewState DeskFrame::ReadView()
@@ -180,9 +226,8 @@ ViewState DeskFrame::ReadView()
     ViewState view;
     view.rows = text.GetRowCount();
     view.caretRow = text.GetCaretRow();
-    unsigned long fileRow = 0;
     CQmLogRow row = {};
-    if (view.caretRow < view.rows && text.DefineReader(view.caretRow, fileRow).ReadStyle(fileRow, row))
+    if (view.caretRow < view.rows && text.ReadStyle(view.caretRow, row))
     {
         view.log = CQmLogTextCtrl::GetFilePath(text.GetRowFile(view.caretRow));
         view.number = row.time;

@@ -1,10 +1,13 @@
-// The frame window: menu bar, log browser, status bar.
+// The frame window: menu bar, notices, log browser, status bar.
 #pragma once
 
 #include "QmLogBrowser.h"
 #include "afxcmn.h"
 #include "logdesk/DeskEntry.h"
 #include "logdesk/DeskText.h"
+#include "logdesk/NoticeBar.h"
+#include "logdesk/Notices.h"
+#include "logdesk/SessionFolder.h"
 #include "logdesk/WindowPlace.h"
 
 #include <optional>
@@ -19,8 +22,9 @@ namespace logdesk
 class DeskFrame : public QmHandler<CWnd>
 {
 public:
-    // With kStarted creating the window starts a session. `folder`, what the title names, is the log folder.
-    DeskFrame(std::string folder, SessionState session);
+    // With kStarted creating the window starts a session; else with the caret on the first row of the log
+    // that `place` names. Its folder is the log folder.
+    DeskFrame(SessionPlace place, SessionState session);
 
     // Makes the hidden window; FALSE when that fails. With a place it goes there and forgets its own: for
     // pictures, which look the same whatever was remembered.
@@ -31,8 +35,10 @@ public:
 
     CQmLogTextCtrl& GetTextCtrl() { return m_browser.GetTextCtrl(); }
 
-    // Brings the status bar up to date at once; else it is four times a second.
+    // Brings status bar and notices up to date at once; else the one is four times a second, the others are
+    // once.
     void RefreshStatus();
+    void RefreshNotices();
 
     // The logs of the menu "Log".
     void Scan(IQmCommand& collector) override;
@@ -51,23 +57,26 @@ protected:
 
 private:
     ViewState ReadView();
+    void LayOut();
     void SetPanes(int width);
-    void ReadOptions();
-    void WriteOptions();
+    void ShowWantedLog();
     static void MakeMenus(CMenu& bar);
     IQmHandler& FocusHandler();
     void ScanFile(IQmCommand& collector);
     void ScanView(IQmCommand& collector);
     void ScanHelp(IQmCommand& collector);
 
-    std::string m_folder;
+    SessionPlace m_place;
     SessionState m_session;
     bool m_remember = true; // place and options
     bool m_maximised = false;
+    NoticeBar m_notices;
     CQmLogBrowser m_browser;
     CStatusBarCtrl m_status;
-    std::optional<ViewState> m_shown; // by the status bar
-    HWND m_focus = nullptr;           // the window within that has, or will get back, the focus
+    std::optional<ViewState> m_shown;    // by the status bar
+    std::optional<FolderState> m_folder; // that the notices tell of
+    unsigned m_ticks = 0;
+    HWND m_focus = nullptr; // the window within that has, or will get back, the focus
     DeskCommands m_fileCommands;
     DeskCommands m_viewCommands;
     DeskCommands m_helpCommands;

@@ -3,15 +3,22 @@
 namespace logdesk
 {
 
-std::string TitleText(const std::string& folder, SessionState session)
+std::string FolderName(const std::string& folder)
 {
-    const bool isRoot = folder.size() <= 3; // "C:\\" keeps its backslash
-    const std::string name = folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
-    const bool isWanting = session == SessionState::kRefused || session == SessionState::kElsewhere;
-    return name + (isWanting ? " (no session started)" : "") + " - LogDesk";
+    const bool isRoot = folder.size() <= 3; // "C:\\"
+    return folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
 }
 
-std::string SessionText(SessionState session)
+std::string TitleText(const std::string& folder, SessionState session)
+{
+    const bool isWanting = session == SessionState::kRefused || session == SessionState::kElsewhere;
+    return FolderName(folder) + (isWanting ? " (no session started)" : "") + " - LogDesk";
+}
+
+namespace
+{
+
+std::string StateText(SessionState session)
 {
     switch (session)
     {
@@ -25,6 +32,14 @@ std::string SessionText(SessionState session)
         break;
     }
     return "No session started: a program is writing here, or nothing can be written";
+}
+
+} // namespace
+
+std::string SessionText(SessionState session, const FolderState& folder)
+{
+    const std::string after = AfterText(folder);
+    return StateText(session) + (after.empty() ? "" : ". " + after);
 }
 
 std::string RowsText(const ViewState& view)

@@ -1,6 +1,8 @@
 // What the title and the status bar say.
 #pragma once
 
+#include "logdesk/Notices.h"
+
 #include <string>
 
 namespace logdesk
@@ -9,7 +11,7 @@ namespace logdesk
 enum class SessionState
 {
     kStarted,   // this program began the session
-    kOpened,    // what lies in the folder was asked for
+    kOpened,    // what lies in the folder is shown
     kElsewhere, // another LogDesk has the folder: a new session would delete the one it shows
     kRefused    // it was to be started and could not be
 };
@@ -32,9 +34,12 @@ struct ViewState
     bool operator==(const ViewState&) const = default;
 };
 
+// A folder as it is shown: without the backslash at its end, unless it is a drive's.
+std::string FolderName(const std::string& folder);
+
 std::string TitleText(const std::string& folder, SessionState session);
 
-std::string SessionText(SessionState session);
+std::string SessionText(SessionState session, const FolderState& folder);
 std::string RowsText(const ViewState& view);
 std::string CaretText(const ViewState& view);
 std::string FollowText(const ViewState& view);

@@ -3,9 +3,7 @@
 #include "logdesk/Messages.h"
 #include "logdesk/Screenshot.h"
 #include "logdesk/SessionFiles.h"
-
-#include <cstdlib>
-#include <cstring>
+#include "logdesk/SessionFolder.h"
 
 // The run-time would replace '*' and '?' in arguments by file names.
 extern "C" int _CRT_glob;
@@ -21,28 +19,6 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kAskedWrongly = 2;
 constexpr Place kPicturePlace = {0, 0, 900, 640};
-
-// The folder becomes the log folder of this process. One to be opened must be there; a session makes its own.
-void UseFolder(const std::string& folder, bool open)
-{
-    char path[MAX_PATH] = {};
-    const DWORD length = ::GetFullPathName(folder.c_str(), MAX_PATH, path, nullptr);
-    const DWORD attributes = ::GetFileAttributes(path);
-    const bool isFolder =
-        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (length == 0 || length >= MAX_PATH || (open && !isFolder))
-        throw UsageError(folder, "no such folder");
-    ::_putenv_s("QM_LOG_FOLDER", path);
-}
-
-// With its backslash; makes the user's own folder when it is missing.
-std::string LogFolder()
-{
-    char path[MAX_PATH] = {};
-    if (!QmLogMakeFilePath("x", path))
-        throw std::runtime_error("there is no log folder, or it cannot be made");
-    return std::string(path).erase(std::strlen(path) - 1);
-}
 
 } // namespace
 
@@ -88,10 +64,8 @@ BOOL DeskApp::InitInstance()
 
 void DeskApp::Start()
 {
-    if (!m_arguments.folder.empty())
-        UseFolder(m_arguments.folder, m_arguments.open);
-    const std::string folder = LogFolder();
-    m_frame = std::make_unique<DeskFrame>(folder, ClaimSession(folder));
+    const SessionPlace place = FindPlace(m_arguments);
+    m_frame = std::make_unique<DeskFrame>(place, ClaimSession(place.folder));
     const bool forPicture = !m_arguments.screenshot.empty();
     if (!m_frame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt))
         throw std::runtime_error("the window cannot be made");
@@ -103,12 +77,12 @@ void DeskApp::Start()
         m_pMainWnd = m_frame.get();
 }
 
-// A session that is only opened claims nothing: any number of programs may show it.
+// Any number of programs may show a session; none begins a new one under the eyes of another.
 SessionState DeskApp::ClaimSession(const std::string& folder)
 {
-    if (m_arguments.open)
-        return SessionState::kOpened;
     m_claim = std::make_unique<FolderClaim>(folder);
+    if (!m_arguments.start)
+        return SessionState::kOpened;
     if (!m_claim->IsFirst())
         return SessionState::kElsewhere;
     if (m_arguments.keep > 0)
@@ -120,6 +94,7 @@ void DeskApp::TakePicture()
 {
     for (const Step& step : m_arguments.steps)
         TakeStep(*m_frame, step);
+    m_frame->RefreshNotices();
     m_frame->RefreshStatus();
     if (!WriteScreenshot(*m_frame, m_arguments.screenshot))
         throw std::runtime_error(m_arguments.screenshot + ": cannot be written");

@@ -21,15 +21,16 @@ logdesk::Arguments Parse(const std::string& line)
 TEST(LogDeskArguments, MisuseIsOneLine)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"session", "session: no option of LogDesk, see LogDesk --help"},
+        {"-session", "-session: no option of LogDesk, see LogDesk --help"},
+        {"a b", "b: one folder or file is enough"},
         {"--open", "--open: needs a value"},
         {"--open ''", "--open: needs a value"},
         {"--open a --open b", "--open: given twice"},
-        {"--open a --folder b", "--folder: names the folder as --open does: give one of them"},
-        {"--open a --keep 2", "--keep: is for starting a session, and --open starts none"},
-        {"--keep 0", "--keep: '0' is no number from 1 to 1000"},
-        {"--keep 3x", "--keep: '3x' is no number from 1 to 1000"},
-        {"--keep 99999999999", "--keep: '99999999999' is no number from 1 to 1000"},
+        {"a --folder b", "--folder: the folder is given already: a"},
+        {"--keep 2", "--keep: keeps earlier sessions when a new one begins: give --start as well"},
+        {"--start --keep 0", "--keep: '0' is no number from 1 to 1000"},
+        {"--start --keep 3x", "--keep: '3x' is no number from 1 to 1000"},
+        {"--start --keep 99999999999", "--keep: '99999999999' is no number from 1 to 1000"},
         {"--steps home", "--steps: lead to a picture: give --screenshot as well"},
     };
     for (const auto& [line, message] : cases)
@@ -56,10 +57,15 @@ TEST(LogDeskArguments, MisuseIsOneLine)
 TEST(LogDeskArguments, TellFolderKeepingAndSteps)
 {
     EXPECT_TRUE(Parse("--nonsense --help").help);
-    EXPECT_FALSE(Parse("--folder c:\\logs --keep 3").open);
-    EXPECT_EQ(3, Parse("--folder c:\\logs --keep 3").keep);
-    EXPECT_EQ("c:\\logs", Parse("--folder c:\\logs --keep 3").folder);
-    EXPECT_TRUE(Parse("--open c:\\old").open);
+    EXPECT_FALSE(Parse("").start) << "nothing is deleted unless asked for";
+    for (const char* line : {"c:\\old", "--open c:\\old", "--folder c:\\old"})
+    {
+        EXPECT_EQ("c:\\old", Parse(line).path) << line;
+        EXPECT_FALSE(Parse(line).start) << line;
+    }
+    EXPECT_TRUE(Parse("--start c:\\logs --keep 3").start);
+    EXPECT_EQ(3, Parse("--keep 3 --start c:\\logs").keep);
+    EXPECT_EQ("c:\\logs", Parse("--start c:\\logs --keep 3").path);
 
     const auto steps = Parse("--screenshot a.bmp --steps size:800x600,find:a:b,down:12,follow:off").steps;
     ASSERT_EQ(4u, steps.size());

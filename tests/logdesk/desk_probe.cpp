@@ -1,5 +1,5 @@
-// Prints what another program's window shows: its title, the panes of its status bar, and where its text
-// window lies on the screen. For the test that drives LogDesk from outside.
+// Prints what another program's window shows: its title, its notices, the panes of its status bar, and where
+// its text window lies on the screen. For the test that drives LogDesk from outside.
 #include "wintypes.h"
 
 #include <commctrl.h>
@@ -9,6 +9,8 @@
 
 namespace
 {
+
+constexpr int kNoticesId = 102;
 
 // A pane's text, which the bar writes into memory of its own process.
 std::string PaneText(HWND bar, WPARAM pane)
@@ -41,6 +43,12 @@ BOOL CALLBACK PrintChild(HWND child, LPARAM)
     if (std::string(className) == STATUSCLASSNAMEA)
         for (WPARAM pane = 0; pane < 4; ++pane)
             std::printf("pane: %s\n", PaneText(child, pane).c_str());
+    if (::GetDlgCtrlID(child) == kNoticesId && ::IsWindowVisible(child))
+    {
+        char text[2000] = {};
+        ::SendMessageA(child, WM_GETTEXT, sizeof(text), reinterpret_cast<LPARAM>(text));
+        std::printf("notice: %s\n", text);
+    }
     return TRUE;
 }
 

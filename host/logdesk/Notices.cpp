@@ -1,0 +1,158 @@
+#include "logdesk/Notices.h"
+
+#include "logdesk/KeptSessions.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace logdesk
+{
+
+namespace
+{
+
+// "1 row", "12 rows".
+std::string Rows(unsigned long count)
+{
+    return std::to_string(count) + (count == 1 ? " row" : " rows");
+}
+
+// "Main, Run and SQL"; of many the first ones.
+std::string List(const std::vector<std::string>& names)
+{
+    constexpr std::size_t kMostNamed = 5;
+    const std::size_t named = names.size() > kMostNamed ? kMostNamed - 1 : names.size();
+    std::string list;
+    for (std::size_t i = 0; i < named; ++i)
+        list += (i == 0 ? "" : i + 1 < names.size() ? ", " : " and ") + names[i];
+    return named < names.size() ? list + " and " + std::to_string(names.size() - named) + " more" : list;
+}
+
+std::vector<std::string> Names(const std::vector<LogCounts>& logs)
+{
+    std::vector<std::string> names;
+    for (const LogCounts& log : logs)
+        names.push_back(log.name);
+    return names;
+}
+
+// How logtool shows a log.
+std::string Command(const FolderState& state, const std::string& log)
+{
+    const bool needsQuotes = log.find(' ') != std::string::npos;
+    return state.logtool + " cat --log " + (needsQuotes ? '"' + log + '"' : log);
+}
+
+const LogCounts* Find(const FolderState& state, const std::string& name)
+{
+    for (const LogCounts& log : state.logs)
+        if (IsSameLog(log.name, name))
+            return &log;
+    return nullptr;
+}
+
+// The rows of other logs while "Main" has none.
+std::string WithoutMain(const FolderState& state)
+{
+    std::vector<std::string> others;
+    for (const LogCounts& log : state.logs)
+        if (log.rows > 0)
+            others.push_back(log.name + " (" + Rows(log.rows) + ")");
+    return "Main has no rows, and the rows of the other logs are shown only among Main's: " + List(others) +
+           ". To read them: " + state.logtool + " cat";
+}
+
+std::string BeforeMain(const FolderState& state)
+{
+    std::vector<std::string> logs;
+    for (const LogCounts& log : state.logs)
+        if (log.before > 0)
+            logs.push_back(Rows(log.before) + " of " + log.name);
+    return "Not shown, because they are older than the first row of Main: " + List(logs) +
+           ". To read them: " + state.logtool + " cat --to " + std::to_string(state.mainNumber - 1);
+}
+
+// `names` are the logs that have rows and are none of ours, the one that the user asked for first.
+std::string Foreign(const FolderState& state, const std::vector<std::string>& names)
+{
+    const bool isOne = names.size() == 1;
+    return List(names) + (isOne ? " is not shown: LogDesk shows " : " are not shown: LogDesk shows ") +
+           List(Names(state.logs)) + (isOne ? ". To read it: " : ". To read one: ") +
+           Command(state, names.front());
+}
+
+// About the log that the user asked for, where nothing else tells why it is not seen.
+std::string Wanted(const FolderState& state)
+{
+    const LogCounts* const log = Find(state, state.wanted);
+    if (log == nullptr || log->rows == 0)
+        return state.wanted + " has no rows: its index, " + state.wanted +
+               ".ROW, is missing or empty. A text in " + state.wanted + ".LOG can be read with an editor";
+    if (log->after == log->rows)
+        return state.wanted +
+               " begins after the last row of Main, and is shown when Main goes on. Until then: " +
+               Command(state, log->name);
+    return "";
+}
+
+bool HasRows(const LogCounts& log)
+{
+    return log.rows > 0;
+}
+
+} // namespace
+
+std::string LogOfFile(const std::string& file)
+{
+    if (!IsSessionFile(file) || IsSameLog(file, "Log.DAT"))
+        return "";
+    return file.substr(0, file.size() - 4);
+}
+
+bool IsSameLog(const std::string& a, const std::string& b)
+{
+    const auto isSame = [](char left, char right) {
+        return std::toupper(static_cast<unsigned char>(left)) ==
+               std::toupper(static_cast<unsigned char>(right));
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
+}
+
+std::vector<std::string> Notices(const FolderState& state)
+{
+    if (!state.isThere)
+        return {state.folder + " is not there, or cannot be read"};
+
+    std::vector<std::string> notices;
+    std::vector<std::string> foreign = state.foreign;
+    const auto isWanted = [&](const std::string& log) { return IsSameLog(log, state.wanted); };
+    std::stable_partition(foreign.begin(), foreign.end(), isWanted);
+    const bool isForeign = !foreign.empty() && isWanted(foreign.front());
+    if (!state.wanted.empty() && !isForeign)
+        if (const std::string wanted = Wanted(state); !wanted.empty())
+            notices.push_back(wanted);
+
+    const bool hasMain = !state.logs.empty() && HasRows(state.logs.front());
+    if (!hasMain && std::any_of(state.logs.begin(), state.logs.end(), HasRows))
+        notices.push_back(WithoutMain(state));
+    else if (!hasMain && foreign.empty() && notices.empty())
+        notices.push_back(
+            "There are no logs in " + state.folder +
+            " yet. What programs write there is shown as it comes; another session: LogDesk FOLDER");
+    if (hasMain && std::any_of(state.logs.begin(), state.logs.end(),
+                               [](const LogCounts& log) { return log.before > 0; }))
+        notices.push_back(BeforeMain(state));
+    if (!foreign.empty())
+        notices.insert(isForeign ? notices.begin() : notices.end(), Foreign(state, foreign));
+    return notices;
+}
+
+std::string AfterText(const FolderState& state)
+{
+    unsigned long rows = 0;
+    for (const LogCounts& log : state.logs)
+        rows += state.logs.front().rows > 0 ? log.after : 0;
+    return rows == 0 ? "" : Rows(rows) + " after Main's last unfold when Main goes on";
+}
+
+} // namespace logdesk

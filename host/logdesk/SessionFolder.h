@@ -1,0 +1,28 @@
+// The folder that LogDesk shows or begins a session in, as it is on the disk.
+#pragma once
+
+#include "QmLogTextCtrl.h"
+#include "logdesk/Arguments.h"
+#include "logdesk/Notices.h"
+
+#include <string>
+
+namespace logdesk
+{
+
+// What the user wants to see.
+struct SessionPlace
+{
+    std::string folder;   // the log folder, with a backslash at its end
+    std::string log;      // named by one of its files; empty for the whole session
+    bool isNamed = false; // else the folder is the user's own, which programs use by themselves
+};
+
+// Makes the folder that the arguments mean the log folder of this process. Only one to begin a session in may
+// be missing, and the user's own; these are made. Throws UsageError.
+SessionPlace FindPlace(const Arguments& arguments);
+
+// Opens no file for longer than the call and changes none.
+FolderState ReadFolderState(CQmLogTextCtrl& text, const SessionPlace& place);
+
+} // namespace logdesk

@@ -1,4 +1,4 @@
-#include "report/InvalidArgument.h"
+#include "report/model/InvalidArgument.h"
 
 #ifdef _WIN32
 #include "afx.h"

@@ -1,6 +1,6 @@
 // The report control: its life, styles, properties and layout.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 #include <cstdlib>

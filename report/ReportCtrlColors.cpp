@@ -1,6 +1,6 @@
 // The report control's colour table, palette and images.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <new>
 #include <stdexcept>

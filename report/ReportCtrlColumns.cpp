@@ -1,6 +1,6 @@
 // The report control's subitems and the columns that show them.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 #include <new>

@@ -3,14 +3,14 @@
 
 #include "ReportCtrl.h"
 #include "ReportSubItemListCtrl.h"
-#include "report/CellCodec.h"
-#include "report/Geometry.h"
-#include "report/Input.h"
-#include "report/ItemStore.h"
-#include "report/ReportHeaderCtrl.h"
-#include "report/RowMap.h"
-#include "report/Selection.h"
-#include "report/Tree.h"
+#include "report/header/ReportHeaderCtrl.h"
+#include "report/model/CellCodec.h"
+#include "report/model/Geometry.h"
+#include "report/model/Input.h"
+#include "report/model/ItemStore.h"
+#include "report/model/RowMap.h"
+#include "report/model/Selection.h"
+#include "report/model/Tree.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 // The report control and its header: what the user does to columns.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // The report control's keys, mouse and focus: messages in, the input model asked.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 

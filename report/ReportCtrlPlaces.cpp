@@ -1,6 +1,6 @@
 // What the report control tells its geometry, and whom it tells where things are.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 

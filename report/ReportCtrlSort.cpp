@@ -1,7 +1,7 @@
 // The report control's sorting and finding.
-#include "report/FindItem.h"
 #include "report/ReportCtrlData.h"
 #include "report/SortRun.h"
+#include "report/model/FindItem.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // The report control's tree and rows, focus and selection.
-#include "report/InvalidArgument.h"
 #include "report/ReportCtrlData.h"
 #include "report/SortRun.h"
+#include "report/model/InvalidArgument.h"
 
 #include <algorithm>
 #include <new>

@@ -1,6 +1,6 @@
 #include "ReportSort.h"
 
-#include "report/KeyOrder.h"
+#include "report/sort/KeyOrder.h"
 
 #include <array>
 #include <map>

@@ -1,7 +1,7 @@
 #include "ReportSubItemListCtrl.h"
 
-#include "report/EscapeHook.h"
 #include "report/ReportCtrlData.h"
+#include "report/header/EscapeHook.h"
 
 #include <algorithm>
 #include <cstdlib>

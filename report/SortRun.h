@@ -1,10 +1,10 @@
 // A sort of a report control while it runs.
 #pragma once
 
-#include "report/FlatSort.h"
 #include "report/ReportCtrlData.h"
-#include "report/SortKeys.h"
-#include "report/TreeSort.h"
+#include "report/sort/FlatSort.h"
+#include "report/sort/SortKeys.h"
+#include "report/sort/TreeSort.h"
 
 #include <utility>
 

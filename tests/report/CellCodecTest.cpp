@@ -1,4 +1,4 @@
-#include "report/CellCodec.h"
+#include "report/model/CellCodec.h"
 
 #include <gtest/gtest.h>
 

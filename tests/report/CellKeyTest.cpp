@@ -1,5 +1,5 @@
 // Cells in order: tables of texts, and random texts against a plain comparison.
-#include "report/CellKey.h"
+#include "report/sort/CellKey.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "report/FindItem.h"
+#include "report/model/FindItem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Where things are, against walks over all rows and pixels.
-#include "report/Geometry.h"
+#include "report/model/Geometry.h"
 
 #include "ReportItem.h"
 

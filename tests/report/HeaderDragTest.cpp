@@ -1,4 +1,4 @@
-#include "report/HeaderDrag.h"
+#include "report/model/HeaderDrag.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // What each key and click does, row by row.
-#include "report/Input.h"
+#include "report/model/Input.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "report/ItemStore.h"
+#include "report/model/ItemStore.h"
 
 #include <gtest/gtest.h>
 

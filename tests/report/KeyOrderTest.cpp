@@ -1,5 +1,5 @@
 // The order of items by several keys, against stable sorts by one key after the other.
-#include "report/KeyOrder.h"
+#include "report/sort/KeyOrder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Which item each row shows, and where focus and selection go when rows come and go.
-#include "report/RowMap.h"
-#include "report/Selection.h"
+#include "report/model/RowMap.h"
+#include "report/model/Selection.h"
 
 #include <gtest/gtest.h>
 

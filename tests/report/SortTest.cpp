@@ -1,9 +1,9 @@
-#include "report/DepthGuard.h"
-#include "report/FlatSort.h"
-#include "report/RowMap.h"
-#include "report/SortKeys.h"
-#include "report/Tree.h"
-#include "report/TreeSort.h"
+#include "report/model/RowMap.h"
+#include "report/model/Tree.h"
+#include "report/sort/DepthGuard.h"
+#include "report/sort/FlatSort.h"
+#include "report/sort/SortKeys.h"
+#include "report/sort/TreeSort.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "report/Tree.h"
+#include "report/model/Tree.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What owners do to a report control that they should not, and how much they put into it.
 #include "tests/report/ReportFixture.h"
 
-#include "report/Tree.h"
+#include "report/model/Tree.h"
 #include "tests/support/GuiCounts.h"
 
 #include <algorithm>

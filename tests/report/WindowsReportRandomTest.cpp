@@ -1,7 +1,7 @@
 // Random sequences of operations on a report control, each step compared with a plain model.
 #include "tests/report/ReportFixture.h"
 
-#include "report/Tree.h"
+#include "report/model/Tree.h"
 
 #include <algorithm>
 #include <map>

@@ -3,7 +3,7 @@
 #include "ReportSort.h"
 #include "tests/report/ReportFixture.h"
 
-#include "report/ReportHeaderCtrl.h"
+#include "report/header/ReportHeaderCtrl.h"
 
 #include <algorithm>
 #include <map>

@@ -1,0 +1,126 @@
+#include "report/header/HeaderFace.h"
+
+#include "vkgrafic/GraphicText.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int kMargin = 6; // left and right of what an item shows
+constexpr int kGap = 4;    // between image, caption and marks
+constexpr int kSeparatorInset = 3;
+constexpr int kMarkWidth = 7;
+
+// Pixel rows from the top, each centred.
+constexpr int kUp[] = {1, 3, 5, 7};
+constexpr int kDown[] = {7, 5, 3, 1};
+constexpr int kFunnel[] = {7, 7, 5, 3, 1, 1, 1};
+
+COLORREF Mix(int color1, int color2)
+{
+    const COLORREF a = ::GetSysColor(color1);
+    const COLORREF b = ::GetSysColor(color2);
+    return RGB((3 * GetRValue(a) + GetRValue(b)) / 4, (3 * GetGValue(a) + GetGValue(b)) / 4,
+               (3 * GetBValue(a) + GetBValue(b)) / 4);
+}
+
+// Cuts a piece off an end of `rest`; empty when there is no room for it.
+CRect Take(CRect& rest, int width, bool right)
+{
+    CRect piece = rest;
+    if (width > rest.Width())
+        piece.right = piece.left;
+    else if (right)
+    {
+        piece.left = piece.right - width;
+        rest.right = std::max(rest.left, piece.left - kGap);
+    }
+    else
+    {
+        piece.right = piece.left + width;
+        rest.left = std::min(rest.right, piece.right + kGap);
+    }
+    return piece;
+}
+
+template <std::size_t height>
+void DrawMark(CDC& dc, const CRect& place, const int (&widths)[height], int color)
+{
+    if (place.IsRectEmpty())
+        return;
+    int y = place.top + (place.Height() - static_cast<int>(height)) / 2;
+    for (const int width : widths)
+        dc.FillSolidRect(place.left + (kMarkWidth - width) / 2, y++, width, 1, ::GetSysColor(color));
+}
+
+void DrawImage(CDC& dc, const CRect& place, const HeaderFace& face, int height)
+{
+    if (!place.IsRectEmpty())
+        ::ImageList_Draw(face.images, face.image, dc, place.left, place.top + (place.Height() - height) / 2,
+                         ILD_TRANSPARENT);
+}
+
+UINT TextAlignment(int format)
+{
+    switch (format & HDF_JUSTIFYMASK)
+    {
+    case HDF_RIGHT:
+        return DT_RIGHT;
+    case HDF_CENTER:
+        return DT_CENTER;
+    default:
+        return DT_LEFT;
+    }
+}
+
+} // namespace
+
+void DrawHeaderGround(CDC& dc, const CRect& rect)
+{
+    dc.FillSolidRect(rect, ::GetSysColor(COLOR_BTNFACE));
+    dc.FillSolidRect(rect.left, rect.bottom - 1, rect.Width(), 1, ::GetSysColor(COLOR_3DSHADOW));
+}
+
+void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
+{
+    const int saved = dc.SaveDC();
+    dc.IntersectClipRect(rect);
+    DrawHeaderGround(dc, rect);
+    const bool pressed = face.look == HeaderLook::kPressed;
+    if (pressed)
+        dc.FillSolidRect(rect.left, rect.top, rect.Width() - 1, rect.Height() - 1,
+                         Mix(COLOR_BTNFACE, COLOR_3DSHADOW));
+    const int inset = pressed ? 0 : kSeparatorInset;
+    dc.FillSolidRect(rect.right - 1, rect.top + inset, 1, rect.Height() - 2 * inset,
+                     ::GetSysColor(COLOR_3DSHADOW));
+
+    CRect rest = rect;
+    rest.left += kMargin;
+    rest.right -= kMargin;
+    rest.bottom -= 1;
+    if (face.format & (HDF_SORTUP | HDF_SORTDOWN))
+    {
+        const CRect place = Take(rest, kMarkWidth, true);
+        if (face.format & HDF_SORTUP)
+            DrawMark(dc, place, kUp, COLOR_3DDKSHADOW);
+        else
+            DrawMark(dc, place, kDown, COLOR_3DDKSHADOW);
+    }
+    if (face.filtered)
+        DrawMark(dc, Take(rest, kMarkWidth, true), kFunnel, COLOR_HIGHLIGHT);
+    int width = 0;
+    int height = 0;
+    if ((face.format & HDF_IMAGE) && ::ImageList_GetIconSize(face.images, &width, &height))
+        DrawImage(dc, Take(rest, width, false), face, height);
+
+    dc.SetBkMode(TRANSPARENT);
+    const bool removed = face.look == HeaderLook::kRemoved;
+    dc.SetTextColor(::GetSysColor(removed ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
+    GraphicText(dc).Draw(face.caption.data(), static_cast<int>(face.caption.size()), rest,
+                         TextAlignment(face.format) | DT_VCENTER | DT_END_ELLIPSIS);
+    if (removed)
+        dc.FillSolidRect(rest.left, rest.top + rest.Height() / 2, rest.Width(), 1,
+                         ::GetSysColor(COLOR_GRAYTEXT));
+    dc.RestoreDC(saved);
+}

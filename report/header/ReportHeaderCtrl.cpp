@@ -1,0 +1,131 @@
+#include "report/header/ReportHeaderCtrl.h"
+
+#include "ReportCtrl.h"
+
+#include <algorithm>
+
+int CReportHeaderCtrl::GetItemOfColumn(int column) const
+{
+    return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
+}
+
+int CReportHeaderCtrl::GetColumn(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_ORDER;
+    return GetItem(headerItem, &item) ? item.iOrder : kNone;
+}
+
+int CReportHeaderCtrl::GetSubItem(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_WIDTH | HDI_LPARAM;
+    return GetItem(headerItem, &item) ? static_cast<int>(item.lParam) : -1;
+}
+
+int CReportHeaderCtrl::GetWidth(int headerItem) const
+{
+    HDITEM item = {};
+    item.mask = HDI_WIDTH | HDI_LPARAM;
+    return GetItem(headerItem, &item) ? item.cxy : 0;
+}
+
+int CReportHeaderCtrl::GetColumnOfSubItem(int subitem) const
+{
+    const int count = m_hWnd ? GetItemCount() : 0;
+    for (int column = 0; column < count; ++column)
+        if (GetSubItem(OrderToIndex(column)) == subitem)
+            return column;
+    return kNone;
+}
+
+int CReportHeaderCtrl::InsertColumn(int column, HDITEM& definition)
+{
+    definition.mask |= HDI_ORDER;
+    definition.iOrder = column;
+    return InsertItem(GetItemCount(), &definition); // the last: the others keep their numbers
+}
+
+void CReportHeaderCtrl::DeleteColumn(int column)
+{
+    const int headerItem = GetItemOfColumn(column);
+    if (headerItem == kNone || !DeleteItem(headerItem))
+        return;
+    if (m_sortItem == headerItem)
+        m_sortItem = kNone;
+    else if (m_sortItem > headerItem)
+        --m_sortItem;
+}
+
+void CReportHeaderCtrl::ReplaceColumn(int headerItem, HDITEM definition)
+{
+    SetItem(headerItem, &definition);
+    if (headerItem == m_sortItem)
+        SetSort(m_sortItem, m_sortAscending);
+}
+
+void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
+{
+    const int count = m_hWnd ? GetItemCount() : 0;
+    for (int i = 0; i < count; ++i)
+    {
+        HDITEM item = {};
+        item.mask = HDI_LPARAM;
+        item.lParam = GetSubItem(i);
+        if (item.lParam < subitem)
+            continue;
+        item.lParam += by;
+        SetItem(i, &item);
+    }
+}
+
+std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
+{
+    std::vector<report::Column> columns;
+    if (!m_hWnd)
+        return columns;
+    for (const int index : GetOrder())
+    {
+        HDITEM item = {};
+        item.mask = HDI_WIDTH | HDI_LPARAM;
+        if (GetItem(index, &item))
+            columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
+    }
+    return columns;
+}
+
+bool CReportHeaderCtrl::IsRemovedByDrop() const
+{
+    return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
+}
+
+std::string CReportHeaderCtrl::GetTip(int headerItem) const
+{
+    auto* const report = dynamic_cast<CReportCtrl*>(GetParent());
+    if (!report || (report->GetStyle() & (RVS_CALLBACK | RVS_NOHEADERSORT)) || !report->GetShowReport())
+        return {};
+    std::string tip = m_sortCaption; // the owner's, and so no format for printing
+    const std::size_t place = tip.find("%s");
+    if (place != std::string::npos)
+        tip.replace(place, 2, GetFace(headerItem).caption);
+    return tip;
+}
+
+void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)
+{
+    if (m_sortItem != headerItem)
+        ShowSortMark(m_sortItem, 0);
+    m_sortItem = headerItem;
+    m_sortAscending = ascending;
+    ShowSortMark(headerItem, ascending ? HDF_SORTUP : HDF_SORTDOWN);
+}
+
+void CReportHeaderCtrl::ShowSortMark(int headerItem, int mark)
+{
+    HDITEM item = {};
+    item.mask = HDI_FORMAT;
+    if (headerItem == kNone || !GetItem(headerItem, &item))
+        return;
+    item.fmt = (item.fmt & ~(HDF_SORTUP | HDF_SORTDOWN)) | mark;
+    SetItem(headerItem, &item);
+}

@@ -1,0 +1,59 @@
+// The header of a report control: one item for each column, which knows its subitem.
+#pragma once
+
+#include "report/header/FlatHeaderCtrl.h"
+#include "report/model/Geometry.h"
+
+#include <string>
+#include <vector>
+
+// Header items are counted in the order in which they came, columns in that of display. One header item may
+// carry the sort mark.
+class CReportHeaderCtrl : public CFlatHeaderCtrl
+{
+public:
+    // The header item in column `column`; kNone outside the columns.
+    int GetItemOfColumn(int column) const;
+
+    // The column that a header item is displayed in; kNone when there is no such item.
+    int GetColumn(int headerItem) const;
+
+    // The subitem and width of a header item; -1 and 0 when there is no such item.
+    int GetSubItem(int headerItem) const;
+    int GetWidth(int headerItem) const;
+
+    // The first column that shows a subitem; kNone when none does.
+    int GetColumnOfSubItem(int subitem) const;
+
+    // `column` is where it is displayed, from 0 to the number of columns. The new header item, or kNone.
+    int InsertColumn(int column, HDITEM& definition);
+    void DeleteColumn(int column);
+
+    // Gives a header item a new definition; its sort mark stays.
+    void ReplaceColumn(int headerItem, HDITEM definition);
+
+    // The subitem numbers of all columns from `subitem` on change by `by`.
+    void RenumberSubItems(int subitem, int by);
+
+    // All columns from left to right.
+    std::vector<report::Column> GetColumns() const;
+
+    // The header item that carries the sort mark; kNone for none.
+    void SetSort(int headerItem, bool ascending);
+    int GetSortItem() const { return m_sortItem; }
+    bool IsSortAscending() const { return m_sortAscending; }
+
+    // What the tip of a column says whose click sorts; the first "%s" stands for its caption.
+    void SetSortCaption(const char* format) { m_sortCaption = format; }
+
+protected:
+    std::string GetTip(int headerItem) const override;
+    bool IsRemovedByDrop() const override;
+
+private:
+    void ShowSortMark(int headerItem, int mark);
+
+    std::string m_sortCaption = "Sort by: %s";
+    int m_sortItem = kNone;
+    bool m_sortAscending = true;
+};

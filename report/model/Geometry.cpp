@@ -1,0 +1,327 @@
+#include "report/model/Geometry.h"
+
+#include "ReportItem.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace report
+{
+
+namespace
+{
+
+int ToInt(std::int64_t number)
+{
+    return static_cast<int>(
+        std::clamp<std::int64_t>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
+void LayOut(View& view, int width, int height, int headerHeight, bool hasFixedRow)
+{
+    const int fixedHeight = hasFixedRow ? view.itemHeight + 2 * view.fixedFrame : 0;
+    view.header = {0, 0, width, headerHeight};
+    view.fixedRow = {0, headerHeight, width, headerHeight + fixedHeight};
+    view.report = {0, view.fixedRow.bottom, width, std::max(view.fixedRow.bottom, height)};
+}
+
+int ContentsWidth(const View& view, const CellContents& contents, int textWidth)
+{
+    std::int64_t width = view.margin;
+    if (contents.image)
+        width += view.imageWidth + view.margin;
+    if (contents.check)
+        width += view.checkWidth + view.margin;
+    if (textWidth >= 0)
+        width += std::int64_t{view.margin} + textWidth;
+    return ToInt(width);
+}
+
+// ---- Rows
+
+int Geometry::HeightOf(int row)
+{
+    return m_view.LineHeight() + (m_view.showPreviews ? m_source.ShapeOf(row).previewHeight : 0);
+}
+
+RowRange Geometry::RowsFrom(int first)
+{
+    const int count = m_source.RowCount();
+    int last = first;
+    int hidden = 0;
+    for (int room = m_view.report.Height(); last < count && hidden <= kMaxHidden; ++last)
+    {
+        const int height = HeightOf(last);
+        room -= height;
+        hidden = height > 0 ? 0 : hidden + 1;
+        if (room < 0)
+            break;
+    }
+    return {first, std::max(first, last - 1)};
+}
+
+RowRange Geometry::RowsUpTo(int last)
+{
+    int first = last;
+    int hidden = 0;
+    int room = m_view.report.Height() - HeightOf(last);
+    while (first > 0 && hidden <= kMaxHidden)
+    {
+        const int height = HeightOf(first - 1);
+        room -= height;
+        hidden = height > 0 ? 0 : hidden + 1;
+        if (room < 0)
+            break;
+        --first;
+    }
+    return {first, last};
+}
+
+int Geometry::EndTop()
+{
+    const int count = m_source.RowCount();
+    return count > 0 ? RowsUpTo(count - 1).first : 0;
+}
+
+int Geometry::FittingTop(int topRow)
+{
+    const int count = m_source.RowCount();
+    topRow = std::clamp(topRow, 0, count);
+    const int line = m_view.LineHeight();
+    const bool farFromEnd = line > 0 && count - topRow > m_view.report.Height() / line;
+    return farFromEnd ? topRow : std::min(topRow, EndTop());
+}
+
+int Geometry::TopToShow(int row)
+{
+    const int top = std::clamp(m_view.topRow, 0, m_source.RowCount());
+    if (row <= top)
+        return row;
+    return row <= RowsFrom(top).last ? top : RowsUpTo(row).first;
+}
+
+bool Geometry::Next(PlacedRow& row, int bottom)
+{
+    const int left = m_view.report.left - m_view.left;
+    if (row.row == kNoRow)
+    {
+        const int width = RowWidth();
+        row.row = std::max(0, m_view.topRow);
+        row.rect = {left, m_view.report.top, ToInt(std::int64_t{left} + width), m_view.report.top};
+    }
+    else
+    {
+        ++row.row;
+        row.rect.top = row.rect.bottom;
+    }
+    for (int hidden = 0; row.row < m_source.RowCount() && row.rect.top < bottom && hidden <= kMaxHidden;
+         ++hidden)
+    {
+        row.shape = m_source.ShapeOf(row.row);
+        const int preview = m_view.showPreviews ? row.shape.previewHeight : 0;
+        row.rect.bottom = row.rect.top + m_view.LineHeight() + preview;
+        if (row.rect.Height() > 0)
+            return true;
+        ++row.row;
+    }
+    return false;
+}
+
+std::optional<PlacedRow> Geometry::Place(int row)
+{
+    PlacedRow placed;
+    if (row == kFixedRow)
+    {
+        const int left = m_view.report.left - m_view.left;
+        placed.row = kFixedRow;
+        placed.rect = {left, m_view.fixedRow.top + m_view.fixedFrame, ToInt(std::int64_t{left} + RowWidth()),
+                       m_view.fixedRow.bottom - m_view.fixedFrame};
+        placed.shape = m_source.ShapeOf(kFixedRow);
+        return placed.rect.Height() > 0 ? std::optional(placed) : std::nullopt;
+    }
+    while (Next(placed, m_view.report.bottom))
+        if (placed.row == row)
+            return placed;
+    return std::nullopt;
+}
+
+// ---- Columns
+
+int Geometry::RowWidth()
+{
+    std::int64_t width = 0;
+    for (const Column& column : m_source.Columns())
+        width += column.width;
+    return ToInt(std::max<std::int64_t>(width, m_view.header.Width()));
+}
+
+int Geometry::EndLeft()
+{
+    return std::max(0, RowWidth() - m_view.report.Width());
+}
+
+int Geometry::LeftToShow(int column)
+{
+    const std::vector<Column>& columns = m_source.Columns();
+    if (column < 0 || static_cast<std::size_t>(column) >= columns.size())
+        return m_view.left;
+    std::int64_t left = 0;
+    for (int i = 0; i < column; ++i)
+        left += columns[static_cast<std::size_t>(i)].width;
+    const std::int64_t right = left + columns[static_cast<std::size_t>(column)].width;
+    const std::int64_t end = std::int64_t{m_view.left} + m_view.report.Width();
+    return right > end || left < m_view.left ? ToInt(left) : m_view.left;
+}
+
+// The fixed row is all line.
+int Geometry::LineBottom(const PlacedRow& row) const
+{
+    return row.row == kFixedRow ? row.rect.bottom : row.rect.top + m_view.LineHeight();
+}
+
+int Geometry::Indentation(const RowShape& shape) const
+{
+    return shape.level > 0 ? ToInt(std::int64_t{shape.level} * m_view.itemHeight) : 0;
+}
+
+bool Geometry::Next(const PlacedRow& row, PlacedCell& cell)
+{
+    const std::vector<Column>& columns = m_source.Columns();
+    const bool first = cell.column == kNoColumn;
+    const bool spanning = row.shape.spanning >= 0;
+    ++cell.column;
+    if (spanning ? !first : static_cast<std::size_t>(cell.column) >= columns.size())
+        return false;
+    const Column column = spanning ? Column{row.shape.spanning, row.rect.Width()}
+                                   : columns[static_cast<std::size_t>(cell.column)];
+    const int left = first ? row.rect.left : cell.rect.right;
+    cell.subitem = column.subitem;
+    cell.left = left;
+    cell.rect = {left, row.rect.top, ToInt(std::int64_t{left} + column.width), LineBottom(row)};
+    cell.box.reset();
+    if (!first || row.shape.level < 0)
+        return true;
+
+    const std::int64_t indented = std::int64_t{left} + Indentation(row.shape);
+    if (row.shape.hasBox && indented <= cell.rect.right)
+        cell.box = {ToInt(indented - m_view.itemHeight), cell.rect.top, ToInt(indented), cell.rect.bottom};
+    cell.rect.left = ToInt(std::min<std::int64_t>(indented, cell.rect.right));
+    return true;
+}
+
+std::optional<PlacedCell> Geometry::Place(const PlacedRow& row, int column)
+{
+    PlacedCell cell;
+    while (Next(row, cell))
+        if (cell.column == column)
+            return cell;
+    return std::nullopt;
+}
+
+CellParts Geometry::PartsOf(const Rect& cell, const CellContents& contents) const
+{
+    CellParts parts;
+    parts.begin = cell.left + m_view.margin;
+    parts.end = cell.right - m_view.margin;
+    parts.imageEnd = parts.begin;
+    if ((contents.image || contents.imagePlace) && m_view.imageWidth > 0)
+        parts.imageEnd += m_view.imageWidth + m_view.margin;
+    parts.checkEnd = parts.imageEnd;
+    const bool hasRoom = parts.end - parts.imageEnd > m_view.checkWidth;
+    if ((contents.check ? hasRoom : contents.checkPlace) && m_view.checkWidth > 0)
+        parts.checkEnd += m_view.checkWidth + m_view.margin;
+    return parts;
+}
+
+Rect Geometry::PreviewOf(const PlacedRow& row) const
+{
+    const std::int64_t left = std::int64_t{row.rect.left} + Indentation(row.shape);
+    return {ToInt(std::min<std::int64_t>(left, row.rect.right)), LineBottom(row), row.rect.right,
+            row.rect.bottom};
+}
+
+// ---- Points
+
+Hit Geometry::HitTest(int x, int y)
+{
+    Hit hit;
+    const Rect& area = m_view.report;
+    if (m_view.fixedRow.Contains(x, y))
+    {
+        hit.flags = RVHT_ONFIXEDROW;
+        if (const std::optional<PlacedRow> row = Place(kFixedRow))
+            HitRow(x, y, *row, hit);
+        return hit;
+    }
+    if (!area.Contains(x, y))
+    {
+        hit.flags |= y < area.top ? RVHT_ABOVE : 0;
+        hit.flags |= y >= area.bottom ? RVHT_BELOW : 0;
+        hit.flags |= x < area.left ? RVHT_TOLEFT : 0;
+        hit.flags |= x >= area.right ? RVHT_TORIGHT : 0;
+        return hit;
+    }
+    for (PlacedRow row; Next(row, y + 1);)
+    {
+        if (!row.rect.Contains(x, y))
+            continue;
+        HitRow(x, y, row, hit);
+        return hit;
+    }
+    hit.flags = RVHT_NOWHERE;
+    return hit;
+}
+
+void Geometry::HitRow(int x, int y, const PlacedRow& row, Hit& hit)
+{
+    hit.row = row.row;
+    hit.rect = row.rect;
+    const Rect preview = PreviewOf(row);
+    const bool belowLine = row.row != kFixedRow && y >= LineBottom(row);
+    if (belowLine && row.shape.hasPreview)
+    {
+        hit.flags |= RVHT_ONITEMPREVIEW;
+        hit.rect = preview;
+        return;
+    }
+    for (PlacedCell cell; Next(row, cell);)
+    {
+        if (x < cell.left || x >= cell.rect.right)
+            continue;
+        hit.column = cell.column;
+        hit.subitem = cell.subitem;
+        if (!belowLine)
+            return HitCell(x, y, row, cell, hit);
+        break;
+    }
+    hit.flags |= RVHT_NOWHERE;
+}
+
+void Geometry::HitCell(int x, int y, const PlacedRow& row, const PlacedCell& cell, Hit& hit)
+{
+    if (cell.box && cell.box->Contains(x, y))
+    {
+        hit.flags |= RVHT_ONITEMTREEBOX;
+        hit.rect = *cell.box;
+        return;
+    }
+    const CellContents contents = m_source.ContentsOf(row.row, cell.subitem);
+    const CellParts parts = PartsOf(cell.rect, contents);
+    const auto hitPart = [&](int left, int right, std::uint32_t flag) {
+        hit.flags |= flag;
+        hit.rect = {left, cell.rect.top, std::min(right, parts.end), cell.rect.bottom};
+    };
+    hit.rect = cell.rect;
+    if (x < parts.begin || x >= parts.end)
+        hit.flags |= RVHT_NOWHERE;
+    else if (x < parts.imageEnd)
+        hitPart(parts.begin, parts.imageEnd, contents.image ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
+    else if (x < parts.checkEnd)
+        hitPart(parts.imageEnd, parts.checkEnd, contents.check ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
+    else
+        hitPart(parts.checkEnd, parts.end, RVHT_ONITEMTEXT);
+}
+
+} // namespace report

@@ -1,0 +1,51 @@
+#include "report/model/HeaderDrag.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace report
+{
+
+HeaderDrag::HeaderDrag(HeaderStrip strip, int left, const std::vector<int>& widths, int column)
+    : m_strip(strip), m_edges{left}, m_column(column)
+{
+    for (const int width : widths)
+        m_edges.push_back(m_edges.back() + width);
+}
+
+HeaderDrop HeaderDrag::DropAt(int x, int y) const
+{
+    // In the left half of a column the gap before it, in the right half the one behind.
+    std::size_t gap = 0;
+    while (gap + 1 < m_edges.size() && x - m_edges[gap] >= m_edges[gap + 1] - x)
+        ++gap;
+
+    HeaderDrop drop = {DropResult::kMoves, static_cast<int>(gap),
+                       std::clamp(m_edges[gap], m_strip.left, std::max(m_strip.left, m_strip.right))};
+    if (x < m_strip.left || x >= m_strip.right || y < m_strip.top || y >= m_strip.bottom)
+        drop.result = DropResult::kOutside;
+    else if (m_column != kNoColumn && PlaceAt(drop.gap) == m_column)
+        drop.result = DropResult::kStays;
+    return drop;
+}
+
+bool HeaderDrag::Begins(int pressX, int pressY, int x, int y, int distanceX, int distanceY) const
+{
+    const bool isFar = std::abs(x - pressX) > distanceX || std::abs(y - pressY) > distanceY;
+    return isFar && DropAt(x, y).result != DropResult::kStays;
+}
+
+int HeaderDrag::PlaceAt(int gap) const
+{
+    return m_column != kNoColumn && gap > m_column ? gap - 1 : gap;
+}
+
+std::vector<int> HeaderDrag::Reorder(std::vector<int> items, int gap) const
+{
+    const int item = items[static_cast<std::size_t>(m_column)];
+    items.erase(items.begin() + m_column);
+    items.insert(items.begin() + PlaceAt(gap), item);
+    return items;
+}
+
+} // namespace report

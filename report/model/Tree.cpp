@@ -1,0 +1,163 @@
+#include "report/model/Tree.h"
+
+namespace report
+{
+
+namespace
+{
+
+bool Stands(const _TREEITEM* handle, const _TREEITEM* place)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle)) ==
+           static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(place));
+}
+
+// The item after `item` in depth-first order below `top`, skipping what is below `item` unless `enter`. Null
+// after the last.
+_TREEITEM* Following(const _TREEITEM* item, const _TREEITEM* top, bool enter)
+{
+    if (enter && item->firstChild != nullptr)
+        return item->firstChild;
+    while (item != nullptr && item != top && item->nextSibling == nullptr)
+        item = item->parent;
+    return item == nullptr || item == top ? nullptr : item->nextSibling;
+}
+
+_TREEITEM* PreviousSibling(const _TREEITEM* item)
+{
+    _TREEITEM* previous = item->parent != nullptr ? item->parent->firstChild : nullptr;
+    while (previous != nullptr && previous->nextSibling != item)
+        previous = previous->nextSibling;
+    return previous;
+}
+
+void LinkInFront(_TREEITEM* parent, _TREEITEM* item)
+{
+    item->nextSibling = parent->firstChild;
+    parent->firstChild = item;
+}
+
+void LinkAfter(_TREEITEM* sibling, _TREEITEM* item)
+{
+    item->nextSibling = sibling->nextSibling;
+    sibling->nextSibling = item;
+}
+
+int LinkSorted(_TREEITEM* parent, _TREEITEM* item, bool ascending, const TreeCompare& compare)
+{
+    _TREEITEM* before = nullptr;
+    for (_TREEITEM* child = parent->firstChild; child != nullptr; child = child->nextSibling)
+    {
+        const int result = compare(item, child);
+        if (ascending ? result <= 0 : result >= 0)
+        {
+            if (before == nullptr)
+            {
+                LinkInFront(parent, item);
+                return result;
+            }
+            break;
+        }
+        before = child;
+    }
+    LinkAfter(before, item);
+    return 0;
+}
+
+} // namespace
+
+_TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
+{
+    if (code == RVGN_FOCUSED)
+        return focused;
+    if (item == nullptr)
+        return nullptr;
+    switch (code)
+    {
+    case RVGN_ROOT:
+        while (item->parent != nullptr && item->parent != &m_root)
+            item = item->parent;
+        return item;
+    case RVGN_NEXT:
+        return item->nextSibling;
+    case RVGN_PREVIOUS:
+        return PreviousSibling(item);
+    case RVGN_PARENT:
+        return item->parent != &m_root ? item->parent : nullptr;
+    case RVGN_CHILD:
+        return item->firstChild;
+    default:
+        return nullptr;
+    }
+}
+
+int Tree::Count(const _TREEITEM* parent, bool recursive)
+{
+    int count = 0;
+    for (const _TREEITEM* item = parent->firstChild; item != nullptr;
+         item = Following(item, parent, recursive))
+        ++count;
+    return count;
+}
+
+bool Tree::IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item)
+{
+    do
+        item = item->parent;
+    while (item != nullptr && item != ancestor);
+    return item != nullptr;
+}
+
+_TREEITEM* Tree::VisibleAncestor(_TREEITEM* item, bool& found)
+{
+    _TREEITEM* visible = item;
+    for (_TREEITEM* above = item->parent; above != nullptr && above != &m_root; above = above->parent)
+    {
+        if (above->expanded == 0)
+            visible = above;
+    }
+    found = visible != item;
+    return visible;
+}
+
+bool Tree::IsPlace(const _TREEITEM* handle)
+{
+    return Stands(handle, kTreeFirst) || Stands(handle, kTreeLast) || Stands(handle, kTreeSort);
+}
+
+int Tree::Link(_TREEITEM* parent, _TREEITEM* after, _TREEITEM* item, bool ascending,
+               const TreeCompare& compare)
+{
+    if (parent->firstChild == nullptr || Stands(after, kTreeFirst))
+        LinkInFront(parent, item);
+    else if (Stands(after, kTreeSort))
+        return LinkSorted(parent, item, ascending, compare);
+    else if (Stands(after, kTreeLast))
+    {
+        _TREEITEM* last = parent->firstChild;
+        while (last->nextSibling != nullptr)
+            last = last->nextSibling;
+        LinkAfter(last, item);
+    }
+    else
+        LinkAfter(after, item);
+    return 0;
+}
+
+void Tree::Unlink(_TREEITEM* item)
+{
+    if (_TREEITEM* previous = PreviousSibling(item))
+        previous->nextSibling = item->nextSibling;
+    else if (item->parent != nullptr && item->parent->firstChild == item)
+        item->parent->firstChild = item->nextSibling;
+    item->nextSibling = nullptr;
+}
+
+void Tree::Walk(_TREEITEM* parent, bool expandedOnly, const std::function<void(_TREEITEM*)>& visit)
+{
+    for (_TREEITEM* item = parent->firstChild; item != nullptr;
+         item = Following(item, parent, !expandedOnly || item->expanded != 0))
+        visit(item);
+}
+
+} // namespace report

@@ -270,7 +270,7 @@ TEST(Verify, RowsThatPointIntoLaterTextAreDamage)
     folder.AddRow("SQL.ROW", 12);
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kTextCut)) << Describe(folder.Verify());
     QmLogWriterCloseAll();
-    EXPECT_TRUE(Writer("SQL").Write("longer text\nand more\n"));
+    EXPECT_TRUE(Writer("SQL").Write("a\nlonger text\n"));
     EXPECT_EQ(7u, folder.session.files.Contents("C:\\Logs\\SQL.ROW").size() / sizeof(CQmLogRow));
     EXPECT_EQ(2u, Count(folder.Verify(), Kind::kOffsetNotAtLine)) << Describe(folder.Verify());
     EXPECT_TRUE(folder.IsDamaged());

@@ -2,6 +2,7 @@
 
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
+#include "logfiles/Append.h"
 #include "logfiles/Counters.h"
 #include "logfiles/Registry.h"
 #include "tests/logfiles/ReferenceLog.h"
@@ -138,12 +139,31 @@ TEST(Writer, ALineBeginsWithItsLineFeedWhereTextPrecedesIt)
         {"not in a block that has ended",
          [](Log& log) {
              log.BlockBegin(kErrorKind), log.Write("a\n"), log.BlockEnd(), log.WriteLine("b");
-             log.BlockBegin(kErrorKind), log.Write("c\n"), log.BlockEnd();
+             log.BlockBegin(kPlainKind), log.Write("c\n"), log.BlockEnd();
              log.Close(), Writer("Main").WriteLine("d");
          },
          "\na\n\nb\nc\n\nd",
          "1 indent 1 kind 2 begin, 1\n3 indent 1 kind 2, 2\n4 indent 0 kind 0 begin, 3\n"
-         "6 indent 1 kind 2 begin, 4\n8 indent 1 kind 2, 5\n9 indent 0 kind 0 begin, 6\n"},
+         "6 indent 1 kind 0 begin, 4\n8 indent 1 kind 0, 5\n9 indent 0 kind 0 begin, 6\n"},
+        {"on a log that another has begun again",
+         [](Log& log) {
+             log.WriteLine("ab"), log.Close(), log.Clear();
+             Writer("Main").Write("x\n");
+             log.WriteLine("c");
+         },
+         "x\nc", "0 indent 0 kind 0 begin, 2\n2 indent 0 kind 0 begin, 3\n"},
+        {"behind a line that has no row",
+         [](Log& log) {
+             log.Write("a"), log.Close();
+             const HANDLE text =
+                 ZEMA_CreateFile("C:\\Logs\\Main.LOG", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+             std::uint64_t end = 0;
+             ZEMA::FileCalls().Seek(text, 0, FILE_END, end);
+             logfiles::AppendOrNothing(text, end, "\n", 1);
+             ZEMA::FileCalls().Close(text);
+             log.WriteLine("b");
+         },
+         "a\n\nb", "0 indent 0 kind 0 begin, 1\n3 indent 0 kind 0 begin, 2\n"},
         {"a line feed that is due goes once",
          [](Log& log) {
              log.BlockBegin(kErrorKind), log.Write("a"), log.BlockEnd(), log.Close();
@@ -247,7 +267,7 @@ TEST(Writer, FormatsTextOfAnyLength)
     MemorySession session;
     CQmLogWriter log = Writer("Main");
     std::string expected;
-    for (const int width : {0, 1, 510, 511, 512, 513, 100000})
+    for (const int width : {0, 1, 504, 505, 506, 507, 508, 100000})
     {
         EXPECT_TRUE(log.WriteFormat("%*s|%d\n", width, "", width));
         expected += std::string(static_cast<std::size_t>(width), ' ') + "|" + std::to_string(width) + "\n";

@@ -27,6 +27,6 @@ struct CQmLogRow
     std::uint32_t time = 0;           // sequence number, increasing over all logs of a folder
 };
 
-static_assert(sizeof(CQmLogRow) == 20);
-static_assert(offsetof(CQmLogRow, indent) == 4 && offsetof(CQmLogRow, kind) == 8);
-static_assert(offsetof(CQmLogRow, blockBegin) == 12 && offsetof(CQmLogRow, time) == 16);
+static_assert(sizeof(CQmLogRow) == 20 && offsetof(CQmLogRow, indent) == 4 && offsetof(CQmLogRow, kind) == 8 &&
+                  offsetof(CQmLogRow, blockBegin) == 12 && offsetof(CQmLogRow, time) == 16,
+              "CQmLogRow must lie in memory as it does in files");

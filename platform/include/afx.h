@@ -1,6 +1,10 @@
 // The root class of the framework, its exceptions and its string.
 #pragma once
 
+#if defined(UNICODE) || defined(_UNICODE)
+#error "The window headers of QmLog take 8-bit text: compile this file without UNICODE and _UNICODE"
+#endif
+
 #include "wintypes.h"
 #include "zemacore/ZemaApi.h"
 

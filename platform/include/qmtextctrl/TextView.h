@@ -34,7 +34,11 @@ struct Metrics
     int height = 0;
     int columnCount = 0;
 
-    bool operator==(const Metrics&) const = default;
+    bool operator==(const Metrics& other) const
+    {
+        return cellWidth == other.cellWidth && rowHeight == other.rowHeight && width == other.width &&
+               height == other.height && columnCount == other.columnCount;
+    }
 };
 
 // Before a column of a row.
@@ -43,7 +47,7 @@ struct Place
     int row = 0;
     int column = 0;
 
-    bool operator==(const Place&) const = default;
+    bool operator==(const Place& other) const { return row == other.row && column == other.column; }
     bool operator<(const Place& other) const
     {
         return row < other.row || (row == other.row && column < other.column);
@@ -57,7 +61,10 @@ struct State
     int top = 0;    // the first row of the window
     int offset = 0; // pixels scrolled to the right
 
-    bool operator==(const State&) const = default;
+    bool operator==(const State& other) const
+    {
+        return caret == other.caret && anchor == other.anchor && top == other.top && offset == other.offset;
+    }
 };
 
 // From begin up to, not including, end.
@@ -66,7 +73,7 @@ struct Range
     int begin = 0;
     int end = 0;
 
-    bool operator==(const Range&) const = default;
+    bool operator==(const Range& other) const { return begin == other.begin && end == other.end; }
 };
 
 // A scroll bar: positions 0 to `last`, of which `page` are in view from `position` on.
@@ -76,7 +83,10 @@ struct ScrollRange
     int page = 0;
     int position = 0;
 
-    bool operator==(const ScrollRange&) const = default;
+    bool operator==(const ScrollRange& other) const
+    {
+        return last == other.last && page == other.page && position == other.position;
+    }
 };
 
 enum class Motion

@@ -1,10 +1,10 @@
 #!/bin/bash
-# Checks built Windows files: their protections, what they import and what they export.
-#   hardening_test.sh BIN_FOLDER HEADER_FOLDER...
+# Checks the installed Windows files: their protections, their symbols, what they import and what they export.
+#   hardening_test.sh PREFIX
 # The DLLs may export only what the headers name.
 set -euo pipefail
-bin=$1
-shift
+bin=$1/bin
+headers=$1/include
 prefix=x86_64-w64-mingw32
 products=(QmLog.dll QmPlatform.dll LogDesk.exe logtool.exe)
 exporting=(QmLog.dll QmPlatform.dll)
@@ -19,7 +19,7 @@ fault() {
 }
 
 # The words of the headers' code, one a line; comments do not declare anything.
-words=$(find "$@" -name '*.h' -exec sed 's://.*::' {} + | grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u)
+words=$(find "$headers" -name '*.h' -exec sed 's://.*::' {} + | grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u)
 
 for file in "${products[@]}"; do
     if [[ ! -s $bin/$file ]]; then
@@ -31,8 +31,13 @@ for file in "${products[@]}"; do
     for flag in DYNAMIC_BASE HIGH_ENTROPY_VA NX_COMPAT; do
         grep -qw "$flag" <<<"$header" || fault "$file: not marked $flag"
     done
-    symbols=$($prefix-nm "$bin/$file")
+
+    # Symbols lie in a file of their own, and by way of the stripped one a debugger finds them.
+    [[ -z $($prefix-nm "$bin/$file" 2>/dev/null) ]] || fault "$file: is not stripped"
+    symbols=$($prefix-nm "$bin/.debug/$file.debug")
     grep -qw __stack_chk_fail <<<"$symbols" || fault "$file: built without stack protector"
+    lines=$(awk '$2 == "T" { print $1 }' <<<"$symbols" | $prefix-addr2line -e "$bin/$file")
+    [[ $lines == *.cpp:* ]] || fault "$file: its symbols are not found"
 
     while read -r dll; do
         [[ ${dll,,} =~ ^($system_dlls)\.dll$ || -e $bin/$dll ]] || fault "$file: imports $dll"

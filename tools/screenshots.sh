@@ -48,15 +48,11 @@ shrink notice
 # The report control, by its examples.
 cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"
 export WINEPATH="Z:${work//\//\\}\\sdk\\bin"
-example() { # NAME: builds it
-    cmake -S "$root/examples/$1" -B "$work/$1" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
-        -DCMAKE_BUILD_TYPE=Release -DQmLog_DIR="$work/sdk/lib/cmake/QmLog" >"$work/$1.log"
-    cmake --build "$work/$1" >>"$work/$1.log"
-}
-example gallery
+cmake -S "$work/sdk/share/doc/QmLog/examples" -B "$work" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_TOOLCHAIN_FILE="$work/sdk/lib/cmake/QmLog/mingw-w64.cmake" -DCMAKE_PREFIX_PATH="$work/sdk" >"$work/examples.log"
+cmake --build "$work" >>"$work/examples.log"
 "$root/tools/run-wine.sh" "$work/gallery/gallery.exe" 'L:\gallery.bmp'
 shrink gallery
-example report
 printf '[Folders]\nSubItems=4\nColumns=0 260  1 90  2 130\nSort=1\nAscending=0\nHiddenColumns=1\nPlace=0 0 700 300\n' >"$work/report.ini"
 mkdir "$work/Project"
 cp -r "$root/include/." "$root/report" "$root/docs" "$work/Project"

@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 packages=(
     cmake ninja-build git
-    g++-mingw-w64-x86-64-posix wine wine64 fonts-wine                # the Windows build
+    g++-mingw-w64-x86-64-posix wine wine64 fonts-wine pkgconf        # the Windows build
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
     libcli11-dev                                                    # command lines
     googletest libspdlog-dev                                         # tests; the benchmarks' peer

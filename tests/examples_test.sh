@@ -1,0 +1,58 @@
+#!/bin/bash
+# Builds the examples of an installed tree as they lie there, and runs them under Wine.
+#   examples_test.sh PREFIX WORK_FOLDER
+set -euo pipefail
+source=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+prefix=$1 work=$2
+mkdir -p "$work"
+
+cmake -S "$prefix/share/doc/QmLog/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+    -DCMAKE_TOOLCHAIN_FILE="$prefix/lib/cmake/QmLog/mingw-w64.cmake" \
+    -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Werror' >"$work/configure.log"
+cmake --build "$work/build" >"$work/build.log" || { cat "$work/build.log"; exit 1; }
+
+export WINEPATH="Z:${prefix//\//\\}\\bin"
+run() { "$source/../tools/run-wine.sh" "$@"; }
+
+# A parent and its child take turns, as the guide shows.
+rm -rf "$work/logs"
+mkdir "$work/logs"
+export QM_LOG_FOLDER="Z:${work//\//\\}\\logs\\"
+run "$work/build/turns/turns.exe"
+{ run "$prefix/bin/logtool.exe" cat --numbers; echo; } |
+    diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
+
+# Quotes, what may stand between them, a short line, and bytes that a cell cannot hold.
+printf '\xEF\xBB\xBFname;size\r\n"a ""b""; c";9\r\n"two\r\nlines";10\r\nbell\x07\x01;1e1\r\nnone\r\n' >"$work/sizes.csv"
+csvsort() { run "$work/build/csvsort/csvsort.exe" "$@"; }
+csvsort "$work/sizes.csv" size --number --desc |
+    diff - <(printf 'name\tsize\ntwo lines\t10\nbell  \t1e1\na "b"; c\t9\nnone\t\n')
+csvsort "$work/sizes.csv" 1 | diff - <(printf 'name\tsize\na "b"; c\t9\nbell  \t1e1\nnone\t\ntwo lines\t10\n')
+
+printf 'a,b\n1,2\n1,2,3\n' >"$work/long.csv"
+code=0
+csvsort "$work/long.csv" 2>"$work/csvsort.err" || code=$?
+[[ $code == 1 && $(tr -d '\r' <"$work/csvsort.err") == "csvsort: $work/long.csv: too long: row 2" ]]
+
+# What a layout says of columns, order and view is taken, and written again with what has been seen since.
+report() { run "$work/build/report/report.exe" "$@"; }
+printf '[Folders]\r\nSubItems=4\r\nColumns=2 130  9 9  0 222\r\nSort=2\r\nAscending=0\r\nStyles=8\r\n' >"$work/layout.ini"
+report "$source" --layout "$work/layout.ini" --screenshot "$work/folder.bmp"
+report "$work/sizes.csv" --layout "$work/layout.ini" --screenshot "$work/sizes.bmp" --size 640x300
+tr -d '\r' <"$work/layout.ini" | sed -n 's/ *$//; /^\[/p; /^\(SubItems\|Columns=2\|Sort\|Ascending\|Styles\|Place\)/p' |
+    diff - <(printf '%s\n' '[Folders]' 'SubItems=4' 'Columns=2 130  0 222' Sort=2 Ascending=0 Styles=8 'Place=100 100 900 600' \
+        "[Z:${work//\//\\}\\sizes.csv]" Styles=48 SubItems=2 Sort=-1 Ascending=1 'Place=100 100 740 400')
+[[ $(stat -c %s "$work/folder.bmp" "$work/sizes.bmp" | xargs) == "$((54 + 800 * 500 * 4)) $((54 + 640 * 300 * 4))" ]]
+
+# report_fails CODE WORD...: with a reason.
+report_fails() {
+    code=0
+    report "${@:2}" 2>"$work/report.err" || code=$?
+    [[ $code == "$1" ]] && grep -q '^report: ' "$work/report.err"
+}
+report_fails 1 "$work/none.csv"
+report_fails 1 "$work/long.csv"
+report_fails 1 "$work/sizes.csv" --screenshot "$work/none/sizes.bmp"
+report_fails 1 "$work/sizes.csv" --layout "$work/none/layout.ini"
+report_fails 2
+report_fails 2 "$work/sizes.csv" --size big

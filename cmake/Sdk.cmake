@@ -16,6 +16,12 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qmlog.pc DESTINATION ${CMAKE_INSTALL_L
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md TYPE DOC)
 install(DIRECTORY docs examples TYPE DOC)
 
-# Of the run-time DLLs, and of what the compiler links from the system's libraries.
+# The examples' command lines come along: a customer need not have them, and where Debian puts them the cross
+# compiler must not look.
+install(DIRECTORY ${QM_DEPS}/include/CLI/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/include/CLI)
+
+# Of the run-time DLLs, and of what the compiler links from the system's libraries. Those of the libraries in
+# build/deps come with them.
 install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR}/licences RENAME gcc.txt)
 install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR}/licences RENAME mingw-w64.txt)
+install(FILES /usr/share/common-licenses/GPL-3 DESTINATION ${CMAKE_INSTALL_DOCDIR}/licences RENAME GPL-3.txt)

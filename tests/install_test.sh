@@ -21,8 +21,8 @@ while IFS=: read -r document link; do
     [[ $target == *://* || -e $(dirname "$document")/${target%%#*} ]] || fault "$document: $target leads nowhere"
 done < <(grep -roE --include='*.md' '\]\([^)]+\)' "$prefix/share")
 
-# Each run-time DLL and library that is shipped has its licence.
-for licence in gcc mingw-w64; do
+# Each library that is in what is shipped has its licence.
+for licence in gcc GPL-3 mingw-w64 CLI pcre2; do
     [[ -s $prefix/share/doc/QmLog/licences/$licence.txt ]] || fault "the licence of $licence is missing"
 done
 

@@ -1,5 +1,5 @@
-// gallery: what a report control can draw, in four controls side by side. `gallery FILE.bmp` writes a picture
-// of the window and ends.
+// gallery: what a report control can draw, in four controls side by side.
+#include "../common/CommandLine.h"
 #include "../common/Picture.h"
 
 #include <ReportCtrl.h>
@@ -198,13 +198,30 @@ class GalleryApp : public CWinApp
     BOOL InitInstance() override
     {
         m_pMainWnd = &m_wnd;
-        if (!m_wnd.Open())
+        CLI::App app("Shows what a report control can draw.", "gallery");
+        try
+        {
+            std::string picture;
+            app.add_option("FILE", picture, "write a picture of the window, as BMP, and end");
+            return ReadWords(app, __argc, __argv) && Start(picture); // FALSE ends the program
+        }
+        catch (const std::exception& error)
+        {
+            m_exitCode = Fail(app, error);
             return FALSE;
-        if (__argc < 2)
-            return TRUE;
-        m_exitCode = WritePicture(m_wnd, __argv[1]) ? 0 : 1;
-        return FALSE;
+        }
     }
+
+    // True when the window is to stay.
+    bool Start(const std::string& picture)
+    {
+        if (!m_wnd.Open())
+            throw std::runtime_error("the window cannot be made");
+        if (!picture.empty() && !WritePicture(m_wnd, picture))
+            throw std::runtime_error(picture + ": cannot be written");
+        return picture.empty();
+    }
+
     int ExitInstance() override { return m_exitCode; }
 
     GalleryWnd m_wnd;

@@ -1,54 +1,28 @@
 // report: shows a CSV file as a list, or a folder as a tree, and remembers how it was shown.
+#include "../common/CommandLine.h"
 #include "../common/Picture.h"
 #include "ReportWnd.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <map>
-#include <stdexcept>
-#include <vector>
 
 namespace
 {
 
-const char* const kHelp =
-    R"(report FILE.csv [OPTION...]    a CSV or TSV file as a list; its first line has the captions
-report FOLDER [OPTION...]      a folder as a tree
-
---layout FILE           the INI file that remembers place, columns, order and view, instead of
-                        %APPDATA%\QmLogReport.ini
---size WxH              the window's size in pixels
---screenshot FILE.bmp   write a picture of the window and end; without --layout nothing is remembered
---help                  this text
+const char* const kUse =
+    R"(Shows a CSV file as a list, or a folder as a tree, and remembers how it was shown: place, columns, order, view.
 
 A click on a column's header sorts by it. Columns can be dragged to another place and off the header;
-from the list that "Hidden Columns" of the menu "View" shows, a drag or a double click brings them back.
+from the list that "Hidden Columns" of the menu "View" shows, a drag or a double click brings them back.)";
 
-Exit code: 0 done, 1 something cannot be read or written, 2 asked wrongly.
-)";
-
-using Options = std::map<std::string, std::string>;
-
-// Options with their values, empty where not given. What is to be shown is the value of "".
-Options ReadOptions(const std::vector<std::string>& words)
+struct Options
 {
-    Options options = {{"", ""}, {"--layout", ""}, {"--screenshot", ""}, {"--size", ""}};
-    for (auto word = words.begin(); word != words.end(); ++word)
-    {
-        const bool isOption = word->starts_with("--");
-        const auto option = options.find(isOption ? *word : "");
-        if (option == options.end() || !option->second.empty())
-            throw std::invalid_argument(*word + ": not understood, see report --help");
-        if (isOption && ++word == words.end())
-            throw std::invalid_argument(option->first + ": needs a value");
-        option->second = *word;
-    }
-    if (options[""].empty())
-        throw std::invalid_argument("FILE or FOLDER is missing, see report --help");
-    return options;
-}
+    std::string path;
+    std::string layout;
+    std::string picture;
+    CSize size;
+};
 
 CSize ReadSize(const std::string& text)
 {
@@ -58,6 +32,21 @@ CSize ReadSize(const std::string& text)
     if (std::sscanf(text.c_str(), "%5dx%5d%c", &width, &height, &rest) != 2 || width < 1 || height < 1)
         throw std::invalid_argument(text + ": no size such as 800x500");
     return {width, height};
+}
+
+void Declare(CLI::App& app, Options& options)
+{
+    app.add_option("PATH", options.path, "a CSV or TSV file, its first line has the captions; or a folder")
+        ->required();
+    app.add_option("--layout", options.layout, "the INI file to remember in, not %APPDATA%\\QmLogReport.ini")
+        ->type_name("FILE");
+    app.add_option_function<std::string>(
+           "--size", [&options](const std::string& text) { options.size = ReadSize(text); },
+           "the window's size in pixels")
+        ->type_name("WxH");
+    app.add_option("--screenshot", options.picture,
+                   "write a picture as BMP and end; without --layout nothing is remembered")
+        ->type_name("FILE");
 }
 
 std::string FullPath(const std::string& path)
@@ -79,25 +68,15 @@ std::string LayoutFile(const std::string& wanted, bool forPicture)
     return FullPath(wanted);
 }
 
-// Where the program was started without standard output or error, in a message box.
-void Tell(DWORD stream, const std::string& text)
+void Start(ReportWnd& wnd, const Options& options)
 {
-    DWORD written = 0;
-    if (!::WriteFile(::GetStdHandle(stream), text.data(), static_cast<DWORD>(text.size()), &written, nullptr))
-        AfxMessageBox(text.c_str());
-}
-
-void Start(ReportWnd& wnd, Options options)
-{
-    const std::string& picture = options["--screenshot"];
-    const CSize size = options["--size"].empty() ? CSize() : ReadSize(options["--size"]);
-    wnd.Open(FullPath(options[""]), LayoutFile(options["--layout"], !picture.empty()));
-    if (size.cx > 0)
-        wnd.SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
-    if (picture.empty())
+    wnd.Open(FullPath(options.path), LayoutFile(options.layout, !options.picture.empty()));
+    if (options.size.cx > 0)
+        wnd.SetWindowPos(nullptr, 0, 0, options.size.cx, options.size.cy, SWP_NOMOVE | SWP_NOZORDER);
+    if (options.picture.empty())
         return;
-    if (!WritePicture(wnd, picture))
-        throw std::runtime_error(picture + ": cannot be written");
+    if (!WritePicture(wnd, options.picture))
+        throw std::runtime_error(options.picture + ": cannot be written");
     wnd.SendMessage(WM_CLOSE);
 }
 
@@ -108,19 +87,18 @@ class ReportApp : public CWinApp
     BOOL InitInstance() override
     {
         m_pMainWnd = &m_wnd;
+        CLI::App app(kUse, "report");
         try
         {
-            const std::vector<std::string> words(__argv + 1, __argv + __argc);
-            if (std::count(words.begin(), words.end(), "--help") > 0)
-                Tell(STD_OUTPUT_HANDLE, kHelp);
-            else
-                Start(m_wnd, ReadOptions(words));
+            Options options;
+            Declare(app, options);
+            if (ReadWords(app, __argc, __argv))
+                Start(m_wnd, options);
             return m_wnd.GetSafeHwnd() != nullptr; // FALSE ends the program
         }
         catch (const std::exception& error)
         {
-            Tell(STD_ERROR_HANDLE, std::string("report: ") + error.what() + "\n");
-            m_exitCode = dynamic_cast<const std::invalid_argument*>(&error) ? 2 : 1;
+            m_exitCode = Fail(app, error);
             return FALSE;
         }
     }

@@ -1,13 +1,10 @@
 // A parent that logs, starts a child that logs into the same folder, and waits for it.
-//   turns           the parent
-//   turns --child   its child
-// Exit code: 0 done, 1 the child cannot be started.
+#include "../common/CommandLine.h"
 
 #include <QmLogWriter.h>
 
 #include <windows.h>
 
-#include <cstring>
 #include <string>
 
 namespace
@@ -54,7 +51,19 @@ int Parent(const std::string& program)
 
 int main(int count, char** words)
 {
-    const int code = count == 2 && std::strcmp(words[1], "--child") == 0 ? Child() : Parent(words[0]);
-    QmLogWriterCloseAll();
-    return code;
+    CLI::App app("Logs, starts a child that logs into the same folder, and waits for it.", "turns");
+    try
+    {
+        bool child = false;
+        app.add_flag("--child", child, "be the child");
+        if (!ReadWords(app, count, words))
+            return 0;
+        const int code = child ? Child() : Parent(words[0]);
+        QmLogWriterCloseAll();
+        return code;
+    }
+    catch (const std::exception& error)
+    {
+        return Fail(app, error);
+    }
 }

@@ -1,8 +1,9 @@
 #include "logdesk/Arguments.h"
 
+#include "commandline/CommandLine.h"
+
 #include <algorithm>
-#include <charconv>
-#include <map>
+#include <optional>
 
 namespace logdesk
 {
@@ -10,41 +11,27 @@ namespace logdesk
 namespace
 {
 
-constexpr int kMostKept = 1000;
+constexpr commandline::Range kKeepRange = {1, 1000};
 
-// The options that are given, with their values; the word without an option is "--open".
-using Options = std::map<std::string, std::string>;
+constexpr char kAbout[] =
+    R"(Shows the logs of the session in FOLDER; without it, in the folder that
+QM_LOG_FOLDER names, else in the user's own. With FILE, such as Run.LOG, from
+the first row of that log on. Nothing there is changed.
+)";
 
-Options ReadOptions(const std::vector<std::string>& words)
-{
-    const char* const names[] = {"--folder", "--keep", "--open", "--screenshot", "--start", "--steps"};
-    Options options;
-    for (std::size_t i = 0; i < words.size(); ++i)
-    {
-        const bool isOption = words[i].starts_with('-');
-        const std::string name = isOption ? words[i] : "--open";
-        if (std::find(std::begin(names), std::end(names), name) == std::end(names))
-            throw UsageError(name, "no option of LogDesk, see LogDesk --help");
-        if (options.count(name) != 0)
-            throw UsageError(words[i], isOption ? "given twice" : "one folder or file is enough");
-        if (isOption && name != "--start")
-            ++i;
-        if (i == words.size() || words[i].empty())
-            throw UsageError(name, "needs a value");
-        options[name] = words[i];
-    }
-    return options;
-}
+constexpr char kStepsHelp[] = "what to do before the picture, one step after the other:\n"
+                              "home, end, up:N, down:N - move the caret\n"
+                              "next-fold - to the next row that can be unfolded\n"
+                              "unfold, unfold-all, fold - the caret's row\n"
+                              "next-error, previous-error - to another error\n"
+                              "find:TEXT - through the find bar; TEXT without comma\n"
+                              "select:N, select-all - N rows from the caret on\n"
+                              "follow:on, follow:off\n"
+                              "size:WxH - of the window, in pixels\n"
+                              "sample - write a sample session into the logs";
 
-int ReadKeep(const std::string& text)
-{
-    int keep = 0;
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result result = std::from_chars(text.data(), end, keep);
-    if (result.ec != std::errc() || result.ptr != end || keep < 1 || keep > kMostKept)
-        throw UsageError("--keep", "'" + text + "' is no number from 1 to " + std::to_string(kMostKept));
-    return keep;
-}
+constexpr char kExitCodes[] =
+    "\nExit code: 0 done, 1 the earlier session cannot be kept or the picture not made,\n2 asked wrongly.\n";
 
 std::vector<Step> ReadSteps(const std::string& text)
 {
@@ -62,68 +49,91 @@ std::vector<Step> ReadSteps(const std::string& text)
     return steps;
 }
 
-// Throws when `option` is given without, or against, what it goes with.
-void CheckTogether(const Options& options)
+// The declarations, and what a command line gives for them.
+struct DeskLine
 {
-    const auto has = [&](const char* name) { return options.count(name) != 0; };
-    if (has("--open") && has("--folder"))
-        throw UsageError("--folder", "the folder is given already: " + options.at("--open"));
-    if (has("--keep") && !has("--start"))
+    DeskLine();
+    Arguments Read() const;
+    void ReadPath(Arguments& arguments) const;
+
+    commandline::CommandLine line{"LogDesk", "LogDesk --help"};
+    bool version = false;
+    bool start = false;
+    std::optional<std::string> path;
+    std::optional<std::string> open;
+    std::optional<std::string> folder;
+    std::optional<std::uint32_t> keep;
+    std::optional<std::string> screenshot;
+    std::vector<Step> steps;
+};
+
+DeskLine::DeskLine()
+{
+    line.AddOperand("[FOLDER | FILE]", path);
+    line.AddFlag("--start", start,
+                 "begin a new session in FOLDER, which is made when missing: the logs of the earlier one are "
+                 "deleted");
+    line.AddNumber("--keep", "N", keep,
+                   "with --start: first copy the earlier session into a folder of its own in FOLDER, named "
+                   "after its date, and keep the newest N of these",
+                   kKeepRange);
+    line.AddText("--open", "PATH", open, "the same as FOLDER or FILE");
+    line.AddText("--folder", "DIR", folder, "the same as FOLDER");
+    line.AddText("--screenshot", "FILE.bmp", screenshot, "write a picture of the window and end");
+    line.AddValue(
+        "--steps", "STEP,...", [this](const std::string& text) { steps = ReadSteps(text); }, kStepsHelp);
+    line.AddFlag("--version", version, "show the version");
+}
+
+Arguments DeskLine::Read() const
+{
+    if (keep && !start)
         throw UsageError("--keep", "keeps earlier sessions when a new one begins: give --start as well");
-    if (has("--steps") && !has("--screenshot"))
+    if (!steps.empty() && !screenshot)
         throw UsageError("--steps", "lead to a picture: give --screenshot as well");
+    if (screenshot && screenshot->empty())
+        throw UsageError("--screenshot", "names no file");
+    Arguments arguments;
+    ReadPath(arguments);
+    arguments.version = version;
+    arguments.start = start;
+    arguments.keep = static_cast<int>(keep.value_or(0));
+    arguments.screenshot = screenshot.value_or("");
+    arguments.steps = steps;
+    return arguments;
+}
+
+// The path can be given in three ways, but only once.
+void DeskLine::ReadPath(Arguments& arguments) const
+{
+    arguments.pathIsFolder = folder.has_value();
+    const std::optional<std::string>* given = nullptr;
+    for (const std::optional<std::string>* const each : {&path, &open, &folder})
+    {
+        if (*each && given != nullptr)
+            throw UsageError(**each, "one folder or file is enough");
+        given = *each ? each : given;
+    }
+    if (given != nullptr && (*given)->empty())
+        throw UsageError("''", "names no folder or file");
+    arguments.path = given != nullptr ? **given : "";
 }
 
 } // namespace
 
 Arguments ParseArguments(const std::vector<std::string>& words)
 {
+    DeskLine desk;
+    if (desk.line.Parse(words))
+        return desk.Read();
     Arguments arguments;
-    arguments.help = std::find(words.begin(), words.end(), "--help") != words.end();
-    if (arguments.help)
-        return arguments;
-
-    Options options = ReadOptions(words);
-    CheckTogether(options);
-    arguments.start = options.count("--start") != 0;
-    arguments.pathIsFolder = options.count("--folder") != 0;
-    arguments.path = options[arguments.pathIsFolder ? "--folder" : "--open"];
-    if (options.count("--keep") != 0)
-        arguments.keep = ReadKeep(options["--keep"]);
-    arguments.screenshot = options["--screenshot"];
-    if (options.count("--steps") != 0)
-        arguments.steps = ReadSteps(options["--steps"]);
+    arguments.help = true;
     return arguments;
 }
 
-const char* HelpText()
+std::string HelpText()
 {
-    return R"(LogDesk [FOLDER | FILE]
-LogDesk --start [FOLDER] [--keep N]
-
-Shows the logs of the session in FOLDER; without it, in the folder that QM_LOG_FOLDER names or in the user's own.
-With FILE, such as Run.LOG, from the first row of that log on. Nothing is changed.
-
-  --start       begin a new session: the logs of the earlier one are deleted. FOLDER is made when missing
-  --keep N      before that, copy the earlier session into a folder of its own below, named after its date,
-                and keep the newest N of these
-  --folder DIR  the same as FOLDER
-  --open PATH   the same as FOLDER or FILE
-
-  --screenshot FILE.bmp  write a picture of the window and end
-  --steps STEP,...       before the picture:
-                           home, end, up:N, down:N          move the caret
-                           next-fold                        to the next row that can be unfolded
-                           unfold, unfold-all, fold         the caret's row
-                           next-error, previous-error       to another error
-                           find:TEXT                        through the find bar; TEXT without comma
-                           select:N, select-all             N rows from the caret on
-                           follow:on, follow:off
-                           size:WxH                         of the window, in pixels
-                           sample                           write a sample session
-
-Exit code: 0 done, 1 the earlier session cannot be kept or the picture not made, 2 asked wrongly.
-)";
+    return DeskLine().line.Help("LogDesk", kAbout) + kExitCodes;
 }
 
 } // namespace logdesk

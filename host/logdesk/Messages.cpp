@@ -30,10 +30,13 @@ bool WriteToConsole(const std::string& text)
 
 } // namespace
 
-void Tell(const std::string& text)
+void Tell(const std::string& text, Tone tone)
 {
-    if (!Write(::GetStdHandle(STD_ERROR_HANDLE), text) && !WriteToConsole(text))
-        ::MessageBoxA(nullptr, text.c_str(), "LogDesk", MB_OK | MB_ICONINFORMATION);
+    const bool isFailure = tone == Tone::kFailure;
+    if (Write(::GetStdHandle(isFailure ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE), text) || WriteToConsole(text))
+        return;
+    ::MessageBoxA(nullptr, text.c_str(), "LogDesk",
+                  MB_OK | (isFailure ? MB_ICONWARNING : MB_ICONINFORMATION));
 }
 
 } // namespace logdesk

@@ -6,8 +6,14 @@
 namespace logdesk
 {
 
-// Goes to standard error where the program was started with one, as from a script, else to the console that
-// it was started from, else into a message box.
-void Tell(const std::string& text);
+enum class Tone
+{
+    kAnswer, // to a question, such as for the help: standard output
+    kFailure // standard error
+};
+
+// Goes to the program's stream where it was started with one, as from a script, else to the console that it
+// was started from, else into a message box.
+void Tell(const std::string& text, Tone tone);
 
 } // namespace logdesk

@@ -1,4 +1,6 @@
 #include "QmLogWriter.h"
+#include "Version.h"
+#include "commandline/Printable.h"
 #include "logdesk/Arguments.h"
 #include "logdesk/Messages.h"
 #include "logdesk/Screenshot.h"
@@ -19,6 +21,12 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kAskedWrongly = 2;
 constexpr Place kPicturePlace = {0, 0, 900, 640};
+
+// What the user typed comes back in it, and may be anything.
+void TellFailure(const std::exception& error)
+{
+    Tell("LogDesk: " + commandline::Printable(error.what()) + "\n", Tone::kFailure);
+}
 
 } // namespace
 
@@ -45,18 +53,20 @@ BOOL DeskApp::InitInstance()
     {
         m_arguments = ParseArguments(std::vector<std::string>(__argv + 1, __argv + __argc));
         if (m_arguments.help)
-            Tell(HelpText());
+            Tell(HelpText(), Tone::kAnswer);
+        else if (m_arguments.version)
+            Tell("LogDesk " LOGDESK_VERSION "\n", Tone::kAnswer);
         else
             Start();
     }
     catch (const UsageError& error)
     {
-        Tell(std::string("LogDesk: ") + error.what() + "\n");
+        TellFailure(error);
         m_exitCode = kAskedWrongly;
     }
     catch (const std::runtime_error& error)
     {
-        Tell(std::string("LogDesk: ") + error.what() + "\n");
+        TellFailure(error);
         m_exitCode = kFailed;
     }
     return m_pMainWnd != nullptr;

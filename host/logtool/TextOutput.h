@@ -1,6 +1,7 @@
 // Rows as text: indentation, numbers, colours, and what a terminal must not be sent.
 #pragma once
 
+#include "commandline/Printable.h"
 #include "logtool/LogStream.h"
 
 #include <iosfwd>
@@ -11,9 +12,7 @@
 namespace logtool
 {
 
-// `text` with every byte that a terminal could obey (control characters, DEL and 0x80 to 0x9F) written
-// as "\x1b"; tabs stay.
-std::string Printable(std::string_view text);
+using commandline::Printable;
 
 struct TextStyle
 {

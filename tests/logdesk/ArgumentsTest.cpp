@@ -22,11 +22,14 @@ TEST(LogDeskArguments, MisuseIsOneLine)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"-session", "-session: no option of LogDesk, see LogDesk --help"},
-        {"a b", "b: one folder or file is enough"},
+        {"a b", "b: not expected by LogDesk"},
         {"--open", "--open: needs a value"},
-        {"--open ''", "--open: needs a value"},
+        {"--open ''", "'': names no folder or file"},
         {"--open a --open b", "--open: given twice"},
-        {"a --folder b", "--folder: the folder is given already: a"},
+        {"a --folder b", "b: one folder or file is enough"},
+        {"''", "'': names no folder or file"},
+        {"--start=1", "--start: takes no value"},
+        {"--screenshot ''", "--screenshot: names no file"},
         {"--keep 2", "--keep: keeps earlier sessions when a new one begins: give --start as well"},
         {"--start --keep 0", "--keep: '0' is no number from 1 to 1000"},
         {"--start --keep 3x", "--keep: '3x' is no number from 1 to 1000"},
@@ -56,7 +59,9 @@ TEST(LogDeskArguments, MisuseIsOneLine)
 
 TEST(LogDeskArguments, TellFolderKeepingAndSteps)
 {
-    EXPECT_TRUE(Parse("--nonsense --help").help);
+    for (const char* line : {"--help", "/?", "a --help", "-h"})
+        EXPECT_TRUE(Parse(line).help) << line;
+    EXPECT_TRUE(Parse("--version").version);
     EXPECT_FALSE(Parse("").start) << "nothing is deleted unless asked for";
     for (const char* line : {"c:\\old", "--open c:\\old", "--folder c:\\old"})
     {

@@ -3,20 +3,14 @@
 namespace logdesk
 {
 
-std::string FolderName(const std::string& folder)
-{
-    const bool isRoot = folder.size() <= 3; // "C:\\"
-    return folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
-}
-
-std::string TitleText(const std::string& folder, SessionState session)
-{
-    const bool isWanting = session == SessionState::kRefused || session == SessionState::kElsewhere;
-    return FolderName(folder) + (isWanting ? " (no session started)" : "") + " - LogDesk";
-}
-
 namespace
 {
+
+// A session was to be started, and was not.
+bool IsWanting(SessionState session)
+{
+    return session == SessionState::kRefused || session == SessionState::kElsewhere;
+}
 
 std::string StateText(SessionState session)
 {
@@ -36,9 +30,20 @@ std::string StateText(SessionState session)
 
 } // namespace
 
+std::string FolderName(const std::string& folder)
+{
+    const bool isRoot = folder.size() <= 3; // "C:\\"
+    return folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
+}
+
+std::string TitleText(const std::string& folder, SessionState session)
+{
+    return FolderName(folder) + (IsWanting(session) ? " (no session started)" : "") + " - LogDesk";
+}
+
 std::string SessionText(SessionState session, const FolderState& folder)
 {
-    const std::string after = AfterText(folder);
+    const std::string after = IsWanting(session) ? "" : AfterText(folder); // there is room for one of them
     return StateText(session) + (after.empty() ? "" : ". " + after);
 }
 

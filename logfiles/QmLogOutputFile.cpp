@@ -58,6 +58,9 @@ unsigned long long FormatText(char* text, unsigned limit, const char* format, st
 
 } // namespace
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr unsigned QmLogOutputFile::kMaxFormatted;
+
 QmLogOutputFile::QmLogOutputFile(const char* name) : m_name(name) {}
 
 QmLogOutputFile::~QmLogOutputFile()

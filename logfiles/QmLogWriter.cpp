@@ -14,6 +14,9 @@
 #include <cstring>
 #include <new>
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr int CQmLogWriter::kMaxDepth;
+
 CQmLogWriter::~CQmLogWriter()
 {
     CloseFiles("CQmLogWriter::~CQmLogWriter().CloseHandle(Log)",

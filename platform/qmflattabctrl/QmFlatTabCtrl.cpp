@@ -36,6 +36,9 @@ CRect RectOf(const flattab::Box& box)
 
 } // namespace
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr UINT CQmFlatTabCtrl::kTabsAtBottom;
+
 BEGIN_MESSAGE_MAP(CQmFlatTabCtrl, CWnd)
     ON_WM_SIZE()
     ON_WM_PAINT()

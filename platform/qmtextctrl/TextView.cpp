@@ -39,6 +39,10 @@ int Brightness(COLORREF color)
 }
 } // namespace
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr int TextView::kRowEnd;
+constexpr unsigned TextView::kWheelPages;
+
 bool IsReadable(COLORREF text, COLORREF background)
 {
     const int difference = Brightness(text) - Brightness(background);

@@ -14,6 +14,9 @@ const char* TextOrEmpty(const char* text)
 
 } // namespace
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr std::size_t String::npos;
+
 String::String(const char* text) : m_text(TextOrEmpty(text)) {}
 
 String::String(const char* text, std::size_t length) : m_text(text, length) {}

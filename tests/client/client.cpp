@@ -1,9 +1,11 @@
 // A customer's program: writes a session, reads it back both ways, and has it verified.
 // Its log folder is QM_LOG_FOLDER, which must be fresh; a mismatch ends it with 1.
+#include "QmLogOutputFile.h"
 #include "QmLogReader.h"
 #include "QmLogVerify.h"
 #include "QmLogWriter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -38,6 +40,14 @@ void Check(bool same, const std::string& what)
         return;
     std::printf("mismatch: %s\n", what.c_str());
     ++g_mismatches;
+}
+
+// Taken by reference, a constant of a class must be in its DLL.
+void CheckConstants()
+{
+    Check(std::max(1, CQmLogWriter::kMaxDepth) == 254, "blocks that may be open");
+    Check(std::max(1u, QmLogOutputFile::kMaxFormatted) == 4095, "characters that may be formatted");
+    Check(std::min(ZEMA::String::npos, ~std::size_t{0}) == ZEMA::String::npos, "no position in a string");
 }
 
 void WriteSession(CQmLogWriter& log)
@@ -108,6 +118,7 @@ int main()
         return 1;
     }
 
+    CheckConstants();
     WriteSession(QmLogWriterDefine("Main"));
     Check(QmLogWriterCloseAll(), "the writers are closed");
     CQmLogReader& log = QmLogReaderDefine("Main");

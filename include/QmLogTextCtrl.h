@@ -66,8 +66,9 @@ public:
     // that shows another log at the top does so by unfolding.
     void SetFilePath(int file);
 
-    // The refresh: does nothing while the shared counter is what any text window of the process saw last.
-    // `file` is only checked: false when there is no such log.
+    // The refresh: does nothing while the shared counter is what any text window of the process saw last,
+    // unless rows that are shown have gone. Where the counter cannot be read, the row count tells. `file` is
+    // only checked: false when there is no such log.
     bool Browse(int file);
 
     // Whether a displayed row has rows behind it, and whether they are shown.

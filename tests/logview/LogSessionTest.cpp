@@ -188,6 +188,9 @@ TEST(LogSession, EndsOnAnyBytes)
             session.FindError(row, step % 2 != 0);
             session.GetBlock(0, std::max(row, 0), file, file);
             GetSelectionText(logs, session, 0, 0, 100, 10);
+            session.CountHidden(Below(random, kFileCount));
+            if (step % 4 == 0)
+                session.Reveal({Below(random, kFileCount), Below(random, 60)});
         }
     }
 }
@@ -263,29 +266,29 @@ TEST(LogSession, UnfoldsAnewWhatWasCut)
         const char* then;    // rows that come before the next look
         const char* shown;
     } cases[] = {
-        {"nothing", {}, 0, "", "M1 R2 O3 R4 R5 M6 M7 "},
-        {"a growing log", {}, 0, "RM", "M1 R2 O3 R4 R5 M6 M7 M10 "},
-        {"the end of Main", {1}, 0, "", "M1 R2 O3 R4 R5 M6 "},
-        {"the end of Main, others there again", {1}, 0, "MM", "M1 R2 O3 R4 R5 M6 M9 M10 "},
-        {"unfolded rows", {0, 2}, 0, "", "M1 R2 O3 M6 M7 "},
-        {"unfolded rows, later ones in their place", {0, 2}, 0, "RRRM", "M1 R2 O3 M6 M7 M12 "},
-        {"the innermost log", {0, 0, 1}, 0, "O", "M1 R2 R4 R5 M6 M7 "},
-        {"all", {3, 3, 1, 0, 1}, 0, "", ""},
-        {"all, a new session of other rows", {3, 3, 1, 0, 1}, 8, "RMSM", "M2 M4 "},
-        {"all, a longer session", {3, 3, 1, 0, 1}, 8, "MMMRRRRMMM", "M1 M2 M3 M8 M9 M10 "},
-        {"all, the same rows again", {3, 3, 1, 0, 1}, 8, "MRORRMMS", "M1 R2 O3 R4 R5 M6 M7 "},
+        {"nothing", {}, 0, "", "M1 R2 O3 R4 R5 M6 R7 M8 "},
+        {"a growing log", {}, 0, "RM", "M1 R2 O3 R4 R5 M6 R7 M8 M11 "},
+        {"the end of Main", {1}, 0, "", "M1 R2 O3 R4 R5 M6 "}, // whose last row does not unfold
+        {"the end of Main, others there again", {1}, 0, "MM", "M1 R2 O3 R4 R5 M6 R7 M10 M11 "},
+        {"unfolded rows", {0, 3}, 0, "", "M1 R2 O3 M6 M8 "},
+        {"unfolded rows, later ones in their place", {0, 3}, 0, "RRRM", "M1 R2 O3 M6 M8 M13 "},
+        {"the innermost log", {0, 0, 1}, 0, "O", "M1 R2 R4 R5 M6 R7 M8 "},
+        {"all", {3, 4, 1, 0, 1}, 0, "", ""},
+        {"all, a new session of other rows", {3, 4, 1, 0, 1}, 9, "RMSM", "M2 M4 "},
+        {"all, a longer session", {3, 4, 1, 0, 1}, 9, "MMMRRRRMMM", "M1 M2 M3 M8 M9 M10 "},
+        {"all, the same rows again", {3, 4, 1, 0, 1}, 9, "MRORRMRMS", "M1 R2 O3 R4 R5 M6 R7 M8 "},
     };
     for (const auto& [name, cut, numbers, then, shown] : cases)
     {
         SCOPED_TRACE(name);
         LogRows logs;
-        logs.AddAll("MRORRMMS");
+        logs.AddAll("MRORRMRMS");
         LogSession session(logs);
         RowCache cache(logs);
         session.Refresh(0);
         RowChange change;
-        ASSERT_TRUE(session.Expand(0, change) && session.Expand(1, change));
-        ASSERT_EQ("M1 R2 O3 R4 R5 M6 M7 ", Shown(session));
+        ASSERT_TRUE(session.Expand(1, change) && session.ExpandAll(0, change));
+        ASSERT_EQ("M1 R2 O3 R4 R5 M6 R7 M8 ", Shown(session));
 
         for (unsigned file = 0; file < kFileCount; ++file)
             logs.rows[file].resize(logs.rows[file].size() - static_cast<std::size_t>(cut[file]));

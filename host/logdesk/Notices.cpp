@@ -30,9 +30,8 @@ std::string List(const std::vector<std::string>& names)
 
 std::vector<std::string> Names(const std::vector<LogCounts>& logs)
 {
-    std::vector<std::string> names;
-    for (const LogCounts& log : logs)
-        names.push_back(log.name);
+    std::vector<std::string> names(logs.size());
+    std::transform(logs.begin(), logs.end(), names.begin(), [](const LogCounts& log) { return log.name; });
     return names;
 }
 

@@ -35,21 +35,19 @@ if [[ ${#files[@]} -eq 0 ]]; then
 fi
 
 # Copies a file's lines into a log. Main tells what happens, and in an error block which lines tell of errors.
-# A log's line begins with a line feed. A block's header is its first line and comes by standard input as well: an
-# argument would lose what the Windows code page does not have.
+# A block's header is its first line and comes by standard input as well: an argument would lose what the Windows code
+# page does not have.
 copy_file() {
     local file=$1 log=$2 count found
     local errors='(^|[^-_A-Za-z])(errors?|fatal|fail(s|ed|ure)?|denied)($|[^-_A-Za-z])'
-    printf '%sReading %s, %s bytes, into %s' "$fresh_line" "$file" "$(wc -c <"$file")" "$log" | "$logtool" write Main
+    printf 'Reading %s, %s bytes, into %s' "$file" "$(wc -c <"$file")" "$log" | "$logtool" write Main
     { printf '%s\n' "$file"; cat -- "$file"; } | "$logtool" write "$log" --kind plain
 
-    fresh_line=$'\n'
     count=$(grep -aciE "$errors" -- "$file" || true)
     if ((count > 0)); then
         found=$(grep -aniE -m 5 "$errors" -- "$file" | tr -d '\0')
         printf 'Errors in %s, on %d lines; the first are\n%s' "$file" "$count" "$found" |
             "$logtool" write Main --kind error
-        fresh_line='' # a block's end has begun one
     fi
 }
 
@@ -61,7 +59,6 @@ picture() {
     echo "    $pictures/$1.png"
 }
 
-fresh_line=$'\n'
 rm -rf "$session"
 mkdir -p "$session"
 for i in "${!files[@]}"; do

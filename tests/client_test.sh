@@ -60,9 +60,9 @@ run "$prefix/bin/logtool.exe" verify
 
 log_folder readme_logs
 run "$work/readme.exe"
-{ run "$prefix/bin/logtool.exe" cat --numbers; echo; } | diff - <(sed -n '/^```text$/,/^```$/{/^```/!p}' "$readme")
+run "$prefix/bin/logtool.exe" cat --numbers | diff - <(sed -n '/^```text$/,/^```$/{/^```/!p}' "$readme")
 
 # Run again, the program goes on in lines of its own, and its blocks leave no blank row.
 run "$work/readme.exe"
-[[ $({ run "$prefix/bin/logtool.exe" cat; echo; } | wc -l) == 14 ]]
+[[ $(run "$prefix/bin/logtool.exe" cat | wc -l) == 14 ]]
 run "$prefix/bin/logtool.exe" verify | grep -qx '2 logs, 14 rows: no damage'

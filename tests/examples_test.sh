@@ -19,7 +19,7 @@ rm -rf "$work/logs"
 mkdir "$work/logs"
 export QM_LOG_FOLDER="Z:${work//\//\\}\\logs\\"
 run "$work/build/turns/turns.exe"
-{ run "$prefix/bin/logtool.exe" cat --numbers; echo; } |
+run "$prefix/bin/logtool.exe" cat --numbers |
     diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
 
 # Quotes, what may stand between them, a short line, and bytes that a cell cannot hold.

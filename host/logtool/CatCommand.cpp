@@ -1,7 +1,10 @@
 #include "logtool/Commands.h"
+#include "logtool/TextMatch.h"
 
 #include <deque>
+#include <memory>
 #include <optional>
+#include <ostream>
 
 namespace logtool
 {
@@ -13,16 +16,14 @@ namespace
 class Match
 {
 public:
-    Match(const std::optional<QmLogBlockKind>& kind, const std::string& text) : m_kind(kind), m_text(text) {}
+    std::optional<QmLogBlockKind> kind;
+    std::unique_ptr<TextMatch> text; // null when every text will do
+    bool withoutText = false;        // rows that do not have the text instead
 
     bool operator()(const LogEntry& entry) const
     {
-        return (!m_kind || entry.row.kind == *m_kind) && entry.text.find(m_text) != std::string_view::npos;
+        return (!kind || entry.row.kind == *kind) && (!text || (*text)(entry.text) != withoutText);
     }
-
-private:
-    std::optional<QmLogBlockKind> m_kind;
-    std::string m_text; // empty when every text will do
 };
 
 // Shows matches with the rows around them.
@@ -96,7 +97,12 @@ public:
         Line().AddNumber("--from", "N", m_from, "begin with sequence number N");
         Line().AddNumber("--to", "N", m_to, "end with sequence number N");
         AddKindOption(m_kind, "only rows of this kind: plain, notice, error, detail or a number");
-        Line().AddText("--grep", "TEXT", m_grep, "only rows that contain TEXT");
+        Line().AddText("--grep", "TEXT", m_grep,
+                       "only rows that contain TEXT; exits with 1 when there is none");
+        Line().AddFlag("-i,--ignore-case", m_ignoreCase, "small and capital letters are the same to --grep");
+        Line().AddFlag("-E,--regexp", m_expression, "TEXT is a regular expression, as PCRE2 has them");
+        Line().AddFlag("-v,--invert-match", m_inverted, "only rows in which --grep finds nothing");
+        Line().AddFlag("-c,--count", m_count, "only the number of rows, not the rows themselves");
         Line().AddNumber("-A", "N", m_after, "also N rows after each row found");
         Line().AddNumber("-B", "N", m_before, "also N rows before each row found");
         AddNumbersOption();
@@ -104,10 +110,14 @@ public:
 
 private:
     int Run(Host& host) override;
+    Match WantedRows() const;
+    static int End(const std::vector<std::string>& logs, const LogStream& stream, const Match& match,
+                   std::uint64_t found, Host& host);
 
     std::optional<std::uint32_t> m_from, m_to, m_after, m_before;
     std::optional<QmLogBlockKind> m_kind;
     std::optional<std::string> m_grep;
+    bool m_ignoreCase = false, m_expression = false, m_inverted = false, m_count = false;
 };
 
 int Cat::Run(Host& host)
@@ -118,15 +128,57 @@ int Cat::Run(Host& host)
     if (from > to)
         throw UsageError("--from", "lies behind --to");
 
-    const Match match(m_kind, m_grep.value_or(""));
+    const Match match = WantedRows();
     TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
     ContextOutput output(text, logs, m_before.value_or(0), m_after.value_or(0));
     LogStream stream(logs, LogStream::Content::kText);
     stream.SetRange(from, to);
+    std::uint64_t found = 0;
     LogEntry entry;
     while (stream.Next(entry))
-        output.Add(entry, match(entry));
-    return EndOf(stream, host);
+    {
+        const bool matches = match(entry);
+        found += matches ? 1 : 0;
+        if (!m_count)
+            output.Add(entry, matches);
+    }
+    text.EndLine();
+    if (m_count)
+        host.Output() << found << '\n';
+    return End(logs, stream, match, found, host);
+}
+
+Match Cat::WantedRows() const
+{
+    if (!m_grep && (m_ignoreCase || m_expression || m_inverted))
+        throw UsageError(m_ignoreCase   ? "-i"
+                         : m_expression ? "-E"
+                                        : "-v",
+                         "says how to --grep, which is missing");
+    Match match;
+    match.kind = m_kind;
+    match.withoutText = m_inverted;
+    if (m_grep)
+        match.text = std::make_unique<TextMatch>(
+            *m_grep, m_expression ? TextMatch::Syntax::kExpression : TextMatch::Syntax::kText,
+            m_ignoreCase ? TextMatch::Case::kIgnored : TextMatch::Case::kKept);
+    return match;
+}
+
+// Rows on which matching gave up are told like a misuse: another expression does better.
+int Cat::End(const std::vector<std::string>& logs, const LogStream& stream, const Match& match,
+             std::uint64_t found, Host& host)
+{
+    if (found == 0)
+        TellNoRows(logs, host);
+    const int exitCode = EndOf(stream, host);
+    if (match.text && match.text->RowsGivenUp() > 0)
+    {
+        host.Output().flush();
+        throw UsageError("--grep", "gave up on " + Counted(match.text->RowsGivenUp(), "row") +
+                                       ", which the expression takes too long for");
+    }
+    return match.text && found == 0 ? kNothingFound : exitCode;
 }
 
 } // namespace

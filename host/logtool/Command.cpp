@@ -1,10 +1,9 @@
 #include "logtool/Command.h"
 
 #include "logtool/Commands.h"
+#include "logtool/Counter.h"
 
-#include "QmLogWriter.h"
-#include "zemacore/File.h"
-#include "zemacore/FileCalls.h"
+#include "wintypes.h"
 
 #include <algorithm>
 #include <map>
@@ -14,21 +13,6 @@ namespace logtool
 
 namespace
 {
-
-// Where the counters cannot be opened, a writer would wait for ever. Another process that has them open is
-// worth waiting for.
-bool CanCount()
-{
-    char path[MAX_PATH] = {};
-    QmLogMakeFilePath("Log.DAT", path);
-    const HANDLE file =
-        ZEMA_CreateFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
-        return ZEMA::FileCalls().LastError() == ERROR_SHARING_VIOLATION;
-    ZEMA::FileCalls().Close(file);
-    return true;
-}
 
 QmLogBlockKind ParseKind(const std::string& text)
 {
@@ -99,13 +83,14 @@ void Command::EnterFolder(Host& host) const
         throw UsageError("--folder", "names no folder");
     if (named)
         host.UseFolder(*named);
-    const std::string shown = named.value_or("log folder");
+    const std::string shown = named.value_or(host.FolderName());
     if (m_use == FolderUse::kLook && !host.FolderExists())
-        throw UsageError(shown, "no such folder");
+        throw UsageError(shown, "cannot be opened: " + SystemReason());
     if (LogFolder().empty()) // asking for it makes it
-        throw UsageError(shown, "cannot be made or has too long a name");
-    if (m_use == FolderUse::kWrite && !CanCount())
-        throw UsageError(shown, "cannot be written to");
+        throw UsageError(shown.empty() ? "log folder" : shown, "cannot be made, or its name is too long");
+    const unsigned long error = m_use == FolderUse::kWrite ? CountersError() : ERROR_SUCCESS;
+    if (error != ERROR_SUCCESS && error != ERROR_SHARING_VIOLATION)
+        throw UsageError(LogFolder(), "cannot be written to: " + SystemReason(error));
 }
 
 std::vector<std::string> Command::ChosenLogs(Host& host) const

@@ -14,7 +14,8 @@ namespace logtool
 // What the program answers to its caller.
 constexpr int kDone = 0;
 constexpr int kFoundFaults = 1; // something is wrong in the logs
-constexpr int kMisuse = 2;      // asked wrongly, or the output cannot be written
+constexpr int kNothingFound = 1;
+constexpr int kMisuse = 2; // asked wrongly, or the output cannot be written
 
 constexpr char kFolderHelp[] = "the log folder, instead of the one in QM_LOG_FOLDER or the user's own";
 
@@ -31,7 +32,14 @@ std::string Totals(const std::vector<std::string>& logs, Host& host);
 // The log folder with its backslash; empty when there is none.
 std::string LogFolder();
 
+// The system's text for an error, as a sentence; the last error's without an argument.
+std::string SystemReason();
+std::string SystemReason(unsigned long error);
+
 TextStyle StyleOf(bool numbers, Host& host);
+
+// Tells when none of `logs` has a row, for otherwise a command would show nothing and say nothing.
+void TellNoRows(const std::vector<std::string>& logs, Host& host);
 
 // Tells how many rows could not be read and answers the exit code.
 int EndOf(const LogStream& stream, Host& host);

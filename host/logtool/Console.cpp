@@ -20,11 +20,13 @@ constexpr DWORD kPollPause = 200; // milliseconds
 HANDLE stopEvent = nullptr;
 HANDLE mainThread = nullptr;
 
+// The second time nothing is waited for: the system ends the process.
 BOOL WINAPI OnControl(DWORD)
 {
+    const BOOL first = ::WaitForSingleObject(stopEvent, 0) == WAIT_TIMEOUT;
     ::SetEvent(stopEvent);
     ::CancelSynchronousIo(mainThread); // wakes a read from an idle pipe
-    return TRUE;
+    return first;
 }
 
 // Commands that do not wait leave Ctrl+C its usual meaning.
@@ -101,7 +103,10 @@ int HandleBuffer::sync()
     {
         DWORD written = 0;
         if (!::WriteFile(m_handle, data, static_cast<DWORD>(end - data), &written, nullptr) || written == 0)
+        {
+            m_error = ::GetLastError();
             return -1;
+        }
         data += written;
     }
     return 0;
@@ -132,6 +137,14 @@ bool Console::IsMessagesTerminal()
     return IsConsole(::GetStdHandle(STD_ERROR_HANDLE));
 }
 
+std::string Console::OutputFault()
+{
+    const DWORD error = m_buffer.Error();
+    const bool closed =
+        error == ERROR_BROKEN_PIPE || error == ERROR_NO_DATA || error == ERROR_PIPE_NOT_CONNECTED;
+    return closed ? "" : SystemReason(error);
+}
+
 // Names are in the system's code page here, as the library takes them: std::filesystem would convert them.
 void Console::UseFolder(const std::string& folder)
 {
@@ -140,14 +153,23 @@ void Console::UseFolder(const std::string& folder)
     ::_putenv_s("QM_LOG_FOLDER", length > 0 && length < MAX_PATH ? path : folder.c_str());
 }
 
+std::string Console::FolderName()
+{
+    const char* folder = std::getenv("QM_LOG_FOLDER");
+    return folder != nullptr ? folder : "";
+}
+
 // The manager makes its own folder when none is named, so only a named one can be missing.
 bool Console::FolderExists()
 {
-    const char* folder = std::getenv("QM_LOG_FOLDER");
-    if (folder == nullptr || *folder == '\0')
+    const std::string folder = FolderName();
+    if (folder.empty())
         return true;
-    const DWORD attributes = ::GetFileAttributesA(folder);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    const DWORD attributes = ::GetFileAttributesA(folder.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return false;
+    ::SetLastError(ERROR_DIRECTORY);
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 std::vector<std::string> Console::ListLogs()
@@ -164,6 +186,9 @@ std::vector<std::string> Console::ListLogs()
         name.resize(name.size() - 4);
         const auto isSame = [&](const std::string& log) { return IsSameName(log, name); };
         const bool foreign = name.find('?') != std::string::npos; // not in the code page, so no log of ours
+        // The library drops what follows the last dot of a name.
+        if (name.find('.') != std::string::npos)
+            name += ".LOG";
         if (!foreign && !IsSameName(name, "QmLog") && std::none_of(logs.begin(), logs.end(), isSame))
             logs.push_back(name);
     }

@@ -16,12 +16,15 @@ class HandleBuffer : public std::streambuf
 public:
     explicit HandleBuffer(void* handle);
 
+    unsigned long Error() const { return m_error; } // of the write that has failed
+
 protected:
     int_type overflow(int_type character) override;
     int sync() override;
 
 private:
     void* m_handle;
+    unsigned long m_error = 0;
     std::array<char, 64 * 1024> m_bytes;
 };
 
@@ -35,7 +38,9 @@ public:
     bool IsOutputTerminal() override;
     bool HasColours() override;
     bool IsMessagesTerminal() override;
+    std::string OutputFault() override;
     void UseFolder(const std::string& folder) override;
+    std::string FolderName() override;
     bool FolderExists() override;
     std::vector<std::string> ListLogs() override;
     std::unique_ptr<Input> OpenInput(const std::string& path) override;

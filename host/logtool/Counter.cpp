@@ -25,4 +25,17 @@ std::optional<std::uint32_t> LastNumber()
     return read ? std::optional(number) : std::nullopt;
 }
 
+unsigned long CountersError()
+{
+    char path[MAX_PATH] = {};
+    if (!QmLogMakeFilePath("Log.DAT", path))
+        return ERROR_PATH_NOT_FOUND;
+    const HANDLE file = ZEMA_CreateFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+        return ZEMA::FileCalls().LastError();
+    ZEMA::FileCalls().Close(file);
+    return ERROR_SUCCESS;
+}
+
 } // namespace logtool

@@ -2,16 +2,24 @@
 
 #include "logtool/Command.h"
 
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 namespace logtool
 {
 
 namespace
 {
+
+// Of the last call of the standard library on a file.
+std::string Reason()
+{
+    return std::generic_category().message(errno) + '.';
+}
 
 // Takes a number off the front of `line`, and the blank behind it.
 template <typename Number> bool TakeNumber(std::string_view& line, Number& number)
@@ -65,7 +73,7 @@ bool LoadCursor(const std::string& path, Cursor& cursor)
         return false;
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        throw UsageError(path, "cannot be read");
+        throw UsageError(path, "cannot be read: " + Reason());
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     if (!ParseCursor(text, cursor))
         throw UsageError(path, "is no cursor file");
@@ -82,12 +90,12 @@ void SaveCursor(const std::string& path, const Cursor& cursor)
             file << lag.number << ' ' << lag.shown << ' ' << lag.log << '\n';
         file.close();
         if (!file)
-            throw UsageError(temporary, "cannot be written");
+            throw UsageError(temporary, "cannot be written: " + Reason());
     }
     std::error_code error;
     std::filesystem::rename(temporary, path, error);
     if (error)
-        throw UsageError(path, "cannot be replaced");
+        throw UsageError(path, "cannot be replaced: " + error.message() + '.');
 }
 
 } // namespace logtool

@@ -1,9 +1,9 @@
 #include "logtool/Follower.h"
 
+#include "logtool/Commands.h"
 #include "logtool/Counter.h"
 
 #include <algorithm>
-#include <functional>
 #include <ostream>
 
 namespace logtool
@@ -16,11 +16,6 @@ bool IsSameRow(const CQmLogRow& left, const CQmLogRow& right)
 {
     return left.offset == right.offset && left.time == right.time && left.kind == right.kind &&
            left.indent == right.indent && left.blockBegin == right.blockBegin;
-}
-
-std::size_t Hash(std::string_view text)
-{
-    return std::hash<std::string_view>()(text);
 }
 
 bool FindRow(const std::string& log, std::uint32_t number, unsigned long& index)
@@ -119,7 +114,6 @@ void Follower::StartAtCursor(const Cursor& cursor)
                 continue;
             entry.text = entry.text.substr(0, lag.shown);
             MarkShown(m_places[log], entry);
-            m_places[log].ended = false;
         }
     }
     m_number = cursor.number;
@@ -136,7 +130,6 @@ bool Follower::Poll()
     const bool shown = Show();
     const bool first = m_first;
     m_first = false;
-    m_shrunk = false;
     return shown || restarted || first;
 }
 
@@ -152,7 +145,6 @@ bool Follower::Look()
         const unsigned long rows = reader.GetRowCount();
         const unsigned long size = reader.GetLogFileSize();
         place.quiet = m_first || (rows == place.rows && size == place.size);
-        m_shrunk = m_shrunk || rows < place.rows || size < place.size;
         place.rows = rows;
         place.size = size;
         changed = changed || !place.quiet;
@@ -164,34 +156,61 @@ bool Follower::HasRestarted()
 {
     const std::uint32_t before = m_counter;
     m_counter = LastNumber().value_or(before);
-    if (m_counter < before || m_shrunk)
+    if (m_counter < before)
         return true;
-    return std::any_of(m_places.begin(), m_places.end(), IsChanged);
+    return std::any_of(m_places.begin(), m_places.end(), [&](Place& place) { return IsChanged(place); });
 }
 
 // A new session may have grown beyond the old one since the last look, so the row shown last is compared.
-bool Follower::IsChanged(const Place& place)
+bool Follower::IsChanged(Place& place)
 {
     if (!place.known)
         return false;
     CQmLogReader reader;
     reader.SetFilePath(place.log.c_str());
-    const char* text = nullptr;
+    if (reader.GetRowCount() <= place.index)
+    {
+        StepBack(place, reader);
+        return false;
+    }
+    const char* bytes = nullptr;
     unsigned long length = 0;
     CQmLogRow row;
-    return !reader.Read(place.index, text, length, row) || !IsSameRow(row, place.row) ||
-           Hash(std::string_view(text, length).substr(0, place.shown)) != place.mark;
+    if (!reader.Read(place.index, bytes, length, row) || !IsSameRow(row, place.row))
+        return true;
+    const std::string_view text(bytes, length);
+    if (text.size() >= place.text.size())
+        return !text.starts_with(place.text);
+    if (!place.text.starts_with(text))
+        return true;
+    place.text = text; // the end was taken back
+    return false;
+}
+
+// The row shown last is gone. Those before it have been shown as well; the last one may go on.
+void Follower::StepBack(Place& place, CQmLogReader& reader)
+{
+    place.known = false;
+    place.text.clear();
+    place.index = reader.GetRowCount();
+    const char* bytes = nullptr;
+    unsigned long length = 0;
+    if (place.index == 0 || !reader.Read(place.index - 1, bytes, length, place.row))
+        return;
+    --place.index;
+    place.known = true;
+    place.text.assign(bytes, length);
 }
 
 void Follower::Restart()
 {
-    m_messages << "logtool: a new session has begun" << std::endl;
+    m_messages << "logtool: a new session has begun in " << LogFolder() << std::endl;
     m_number = 0;
     for (Place& place : m_places)
     {
         place.index = 0;
         place.known = false;
-        place.shown = 0;
+        place.text.clear();
     }
 }
 
@@ -211,7 +230,7 @@ bool Follower::Show()
 bool Follower::ShowEntry(Place& place, const LogEntry& entry)
 {
     const bool begun = place.known && place.index == entry.index;
-    const std::size_t skip = begun ? place.shown : 0;
+    const std::size_t skip = begun ? place.text.size() : 0;
     if (entry.text.size() <= skip)
         return false;
     const bool unfinished = entry.last && !entry.text.ends_with('\n');
@@ -230,9 +249,7 @@ void Follower::MarkShown(Place& place, const LogEntry& entry)
     place.known = true;
     place.index = entry.index;
     place.row = entry.row;
-    place.shown = entry.text.size();
-    place.mark = Hash(entry.text);
-    place.ended = entry.text.ends_with('\n');
+    place.text = entry.text;
     m_number = std::max(m_number, entry.row.time);
 }
 
@@ -244,13 +261,13 @@ Cursor Follower::Position() const
     {
         CQmLogReader reader;
         reader.SetFilePath(place.log.c_str());
-        const bool begun = place.known && !place.ended;
-        const unsigned long index = place.known && place.ended ? place.index + 1 : place.index;
+        const bool ended = place.known && place.text.ends_with('\n');
+        const unsigned long index = ended ? place.index + 1 : place.index;
         CQmLogRow row;
         if (index >= reader.GetRowCount() || !reader.ReadStyle(index, row))
             continue;
         if (row.time <= m_number)
-            cursor.lags.push_back({row.time, begun ? place.shown : 0, place.log});
+            cursor.lags.push_back({row.time, place.known && !ended ? place.text.size() : 0, place.log});
     }
     return cursor;
 }

@@ -46,23 +46,23 @@ public:
 
     // Shows what is new and answers whether the position may have changed. The last line of a log that grows
     // is shown without its end only when nothing came to the log since the call before; the first call shows
-    // all. When files or counter have become less, or others, a new session has
-    // begun, which is shown from its beginning.
+    // all. When the counter has become less, or the row shown last another, a new session has begun, which is
+    // shown from its beginning. Rows that are gone from the end of a log are not: a writer takes back what it
+    // could not write in full, and cuts what a killed one has left. What was shown of them is not shown
+    // again.
     bool Poll();
 
     Cursor Position() const;
 
 private:
-    // Where a log stands. `row` describes row `index` when `known`: then `shown` bytes of it are out.
+    // Where a log stands. `row` describes row `index` when `known`: then its `text` is out.
     struct Place
     {
         std::string log;
         unsigned long index = 0;
         bool known = false;
         CQmLogRow row;
-        std::size_t shown = 0;
-        std::size_t mark = 0;   // hash of those bytes
-        bool ended = false;     // what is out of the row ends with its line feed
+        std::string text;
         unsigned long rows = 0; // sizes as last seen
         unsigned long size = 0;
         bool quiet = true; // sizes are those of the time before
@@ -75,7 +75,8 @@ private:
     bool ShowEntry(Place& place, const LogEntry& entry);
     void MarkShown(Place& place, const LogEntry& entry);
     std::vector<std::string> Logs() const;
-    static bool IsChanged(const Place& place);
+    bool IsChanged(Place& place);
+    void StepBack(Place& place, CQmLogReader& reader);
 
     std::vector<Place> m_places;
     TextOutput& m_output;
@@ -83,7 +84,6 @@ private:
     std::uint32_t m_number = 0;  // the greatest shown
     std::uint32_t m_counter = 0; // the last number given out when rows were last read
     bool m_first = true;
-    bool m_shrunk = false;  // a file has become shorter since rows were last read
     bool m_waiting = false; // an unfinished line is held back
 };
 

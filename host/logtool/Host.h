@@ -42,14 +42,18 @@ public:
     // False on a terminal that shows colour sequences as text.
     virtual bool HasColours() = 0;
     virtual bool IsMessagesTerminal() = 0;
+    // The system's reason why the output has failed; empty when its reader has gone.
+    virtual std::string OutputFault() = 0;
 
     // Makes `folder` the log folder of the process.
     virtual void UseFolder(const std::string& folder) = 0;
-    virtual bool FolderExists() = 0;
+    // As the environment names it; empty for the user's own.
+    virtual std::string FolderName() = 0;
+    virtual bool FolderExists() = 0; // else the system's last error tells why
     // Base names of the log files in the log folder, sorted, the library's error log not among them.
     virtual std::vector<std::string> ListLogs() = 0;
 
-    // "-" is the standard input; null when the file cannot be opened.
+    // "-" is the standard input. Null when the file cannot be opened: the system's last error tells why.
     virtual std::unique_ptr<Input> OpenInput(const std::string& path) = 0;
 
     // Pauses between two looks at growing logs. False when the user wants to end.

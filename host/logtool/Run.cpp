@@ -2,6 +2,7 @@
 #include "logtool/ProgramLine.h"
 
 #include "QmLogWriter.h"
+#include "zemacore/FileCalls.h"
 
 #include <algorithm>
 #include <array>
@@ -56,7 +57,10 @@ int Run(const std::vector<std::string>& words, Host& host)
     }
     catch (const std::ios_base::failure&)
     {
-        failure = "output: cannot be written";
+        failure = host.OutputFault();
+        if (failure.empty())
+            return kDone; // whoever reads has seen enough
+        failure = "output: cannot be written: " + failure;
     }
     catch (const std::bad_alloc&)
     {
@@ -107,13 +111,37 @@ TextStyle StyleOf(bool numbers, Host& host)
     return style;
 }
 
+void TellNoRows(const std::vector<std::string>& logs, Host& host)
+{
+    for (const std::string& name : logs)
+    {
+        CQmLogReader reader;
+        reader.SetFilePath(name.c_str());
+        if (reader.GetRowCount() > 0)
+            return;
+    }
+    host.Messages() << "logtool: no rows in " << LogFolder() << std::endl;
+}
+
 int EndOf(const LogStream& stream, Host& host)
 {
     if (stream.Unreadable() == 0)
         return kDone;
-    host.Messages() << "logtool: " << Counted(stream.Unreadable(), "row")
+    host.Messages() << "logtool: " << LogFolder() << ": " << Counted(stream.Unreadable(), "row")
                     << " cannot be read, see logtool verify" << std::endl;
     return kFoundFaults;
+}
+
+std::string SystemReason()
+{
+    return SystemReason(ZEMA::FileCalls().LastError());
+}
+
+std::string SystemReason(unsigned long error)
+{
+    std::string text = ZEMA::FileCalls().ErrorText(static_cast<DWORD>(error));
+    text.erase(text.find_last_not_of(" \r\n") + 1);
+    return text.empty() ? "error " + std::to_string(error) + '.' : text;
 }
 
 std::string Counted(std::uint64_t count, const std::string& what)

@@ -49,12 +49,14 @@ int Tail::Run(Host& host)
     Follower follower(logs, text, host.Messages());
     Start(follower);
     ShowNews(follower, host.Output());
+    TellNoRows(logs, host);
     while (m_follow && host.Wait())
     {
         if (!NamesLogs())
             follower.AddLogs(host.ListLogs());
         ShowNews(follower, host.Output());
     }
+    text.EndLine();
     return kDone;
 }
 

@@ -61,12 +61,15 @@ TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<
 void TextOutput::Row(const std::string& name, const LogEntry& entry, std::size_t skip)
 {
     const bool continues = skip > 0 && m_lineOpen && m_openLog == entry.log && m_openIndex == entry.index;
+    const std::string_view text = entry.text.substr(skip);
+    // Where other rows came between, the line was ended before them.
+    if (!continues && skip > 0 && (text == "\n" || text == "\r\n"))
+        return;
     if (!continues)
     {
         EndLine();
         Begin(name, entry);
     }
-    const std::string_view text = entry.text.substr(skip);
     m_lineOpen = !text.ends_with('\n');
     m_openLog = entry.log;
     m_openIndex = entry.index;

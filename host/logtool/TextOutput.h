@@ -29,15 +29,17 @@ public:
     TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs);
 
     // Writes a row of log `name`. `skip` bytes of its text went out before; when they are the last thing that
-    // went out the rest goes right behind them. A line that has no line feed gets it only when another
-    // row follows, for it may still grow.
+    // went out the rest goes right behind them, else on a line of its own, unless it is but a line end. A
+    // line that has no line feed gets it only when another row follows, for it may still grow.
     void Row(const std::string& name, const LogEntry& entry, std::size_t skip = 0);
 
     // A line of our own between rows.
     void Line(std::string_view text);
 
-private:
+    // Ends the line that is open, if one is: most logs end within a line, and what comes next is not theirs.
     void EndLine();
+
+private:
     void Begin(const std::string& name, const LogEntry& entry);
 
     std::ostream& m_output;

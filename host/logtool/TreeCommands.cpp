@@ -181,6 +181,7 @@ private:
         host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block")
                       << ", " << Counted(blocks.tree.ErrorCount(), "error") << '\n';
         outline.PrintBranches(blocks.tree.FirstTop(), 0);
+        TellNoRows(blocks.logs, host);
         return EndOf(blocks.stream, host);
     }
 
@@ -210,6 +211,8 @@ private:
             ErrorReport(text, blocks).PrintBranches(blocks.tree.FirstTop());
         else
             text.Line("no errors");
+        text.EndLine();
+        TellNoRows(blocks.logs, host);
         const int exitCode = EndOf(blocks.stream, host);
         return found ? kFoundFaults : exitCode;
     }

@@ -33,13 +33,13 @@ TEST_F(LogtoolTest, MergesRandomSessionsAsASortWould)
 TEST_F(LogtoolTest, OnlyATerminalGetsColoursAndNoControlCharacters)
 {
     Play("'Main:one\x1b[2J\x85\x7f\xe4\ttab%n\r' 'Main!bad\x07\nrow' Main?look 'Extra:end'");
-    EXPECT_EQ("one\x1b[2J\x85\x7f\xe4\ttab%n\r\n  bad\x07\n  row\n    look\nend", Run("cat"));
-    EXPECT_EQ("    4  Main       look\n    5  Extra  end",
+    EXPECT_EQ("one\x1b[2J\x85\x7f\xe4\ttab%n\r\n  bad\x07\n  row\n    look\nend\n", Run("cat"));
+    EXPECT_EQ("    4  Main       look\n    5  Extra  end\n",
               Run("cat --numbers --from 4 --log Main --log Extra"));
     EXPECT_EQ("", Run("cat --from 6")) << "no log has a row that late";
     host.terminal = true;
     EXPECT_EQ("one\\x1b[2J\\x85\\x7f\xe4\ttab%n\n  \x1b[31mbad\\x07\x1b[0m\n  \x1b[31mrow\x1b[0m\n"
-              "    \x1b[33mlook\x1b[0m\nend",
+              "    \x1b[33mlook\x1b[0m\nend\n",
               Run("cat"));
     host.colours = false;
     EXPECT_EQ("  bad\\x07\n  row\n", Run("cat --kind 2"));
@@ -77,10 +77,48 @@ TEST_F(LogtoolTest, FiltersWithContext)
         {"cat --from 10 --to 10", "r10\n"},
         {"cat --kind plain --to 2", "r1\nr2\n"},
         {"cat --log main --log Main --to 1", "r1\n"},
-        {"cat --log Run", ""}, // it may come
+        {"cat --log Run", "logtool: no rows in C:\\Logs\\\n"}, // it may come
     };
     for (const auto& [command, expected] : cases)
         EXPECT_EQ(expected, Run(command)) << command;
+}
+
+// A row in UTF-8, one in Latin-1, one that ends with CR LF.
+TEST_F(LogtoolTest, FindsTextsAndExpressions)
+{
+    Play("'Main:Gr\xC3\xB6\xC3\x9F"
+         "e 10\ngr\xF6\xDF"
+         "e 20\nplain (a+b)\r\n'");
+    const std::string utf8 = "Gr\xC3\xB6\xC3\x9F"
+                             "e 10\n",
+                      latin = "gr\xF6\xDF"
+                              "e 20\n",
+                      plain = "plain (a+b)\r\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {"cat --grep (a+b)", plain},
+        {"cat --grep (A+B) -i", plain},
+        {"cat --grep Plain", "exit 1"},
+        {"cat --grep GR -i", utf8 + latin},
+        {"cat --grep gr\xC3\x96 -i", utf8},
+        {"cat --grep gr..e -E -i", utf8 + latin}, // a character is what it is in its row
+        {"cat --grep ^gr..e -E", latin},
+        {"cat --grep \\)$ -E", plain},
+        {"cat --grep \\d\\d$ -E -v", plain},
+        {"cat --grep a -v", utf8 + latin},
+        {"cat --grep a -v -c", "2\n"},
+        {"cat --grep 'b{2}' -E -c", "0\nexit 1"},
+        {"cat --kind 2 -c", "0\n"},
+        {"cat --grep \xDF", latin}, // no UTF-8
+        {"cat --grep .\xDF -E", latin},
+        {"cat --grep a( -E", "logtool: --grep: 'a(', at character 3: missing closing parenthesis\nexit 2"},
+        {"cat -c -v", "logtool: -v: says how to --grep, which is missing\nexit 2"},
+    };
+    for (const auto& [command, expected] : cases)
+        EXPECT_EQ(expected, Run(command)) << command;
+
+    Play("'Main:" + std::string(40, 'a') + "\n'");
+    EXPECT_EQ("logtool: --grep: gave up on 1 row, which the expression takes too long for\nexit 2",
+              Run("cat --grep (a+)+[bc] -E --from 4"));
 }
 
 TEST_F(LogtoolTest, RowsThatCannotBeReadAreSkippedAndTold)
@@ -89,9 +127,10 @@ TEST_F(LogtoolTest, RowsThatCannotBeReadAreSkippedAndTold)
     std::string rows = session.files.Contents(session.Path("Main.ROW"));
     rows[20 + 3] = '\x70'; // row 1 lies far behind the end of the text
     session.files.SetContents(session.Path("Main.ROW"), rows);
-    EXPECT_EQ("a\nb\nc\nc\nfine\nlogtool: 1 row cannot be read, see logtool verify\nexit 1", Run("cat"));
+    EXPECT_EQ("a\nb\nc\nc\nfine\nlogtool: C:\\Logs\\: 1 row cannot be read, see logtool verify\nexit 1",
+              Run("cat"));
     session.files.Delete(session.Path("Main.LOG").c_str());
-    EXPECT_EQ("fine\nlogtool: 4 rows cannot be read, see logtool verify\nexit 1", Run("cat"));
+    EXPECT_EQ("fine\nlogtool: C:\\Logs\\: 4 rows cannot be read, see logtool verify\nexit 1", Run("cat"));
 }
 
 TEST_F(LogtoolTest, NoDamageOfTheIndexStopsACommand)

@@ -27,7 +27,10 @@ public:
         if (m_pieces.empty())
             return Result::kEnd;
         if (m_pieces.front() == "fail")
+        {
+            ZEMA::FileCalls().SetLastError(23);
             return Result::kError;
+        }
         length = m_pieces.front().copy(data, size);
         m_pieces.front().erase(0, length);
         if (m_pieces.front().empty())
@@ -49,12 +52,19 @@ public:
     bool HasColours() override { return colours; }
     bool IsMessagesTerminal() override { return false; }
     void UseFolder(const std::string& name) override { folder = name; }
-    bool FolderExists() override { return folder != "missing"; }
+    std::string OutputFault() override { return outputFault; }
+    std::string FolderName() override { return folder; }
+    bool FolderExists() override
+    {
+        ZEMA::FileCalls().SetLastError(3);
+        return folder != "missing";
+    }
     std::vector<std::string> ListLogs() override { return {logs.begin(), logs.end()}; }
     bool Wait() override { return wait(); }
 
     std::unique_ptr<logtool::Input> OpenInput(const std::string& path) override
     {
+        ZEMA::FileCalls().SetLastError(2);
         if (!inputs.contains(path))
             return nullptr;
         return std::make_unique<MemoryInput>(inputs[path], onRead);
@@ -65,6 +75,7 @@ public:
     std::string folder;
     std::set<std::string> logs;
     std::ios::iostate outputState = std::ios::goodbit;
+    std::string outputFault = "Error 112.";
     bool terminal = false;
     bool colours = true;
     std::map<std::string, std::deque<std::string>> inputs;
@@ -86,15 +97,15 @@ protected:
                (exitCode == 0 ? "" : "exit " + std::to_string(exitCode));
     }
 
-    // Writes in steps, as another process: "Run:text", "Run+caption" to begin a plain block, "Run!caption" an
-    // error, "Run?caption" a notice, "Run-" to end the block.
+    // Writes in steps, as another process: "Run:text", "Run=line" with WriteLine, "Run+caption" to begin a
+    // plain block, "Run!caption" an error, "Run?caption" a notice, "Run-" to end the block.
     void Play(const std::string& script)
     {
         const std::map<char, QmLogBlockKind> kind = {
             {'+', kPlainKind}, {'!', kErrorKind}, {'?', kNoticeKind}};
         for (const std::string& step : Words(script))
         {
-            const std::size_t mark = step.find_first_of(":+!?-");
+            const std::size_t mark = step.find_first_of(":=+!?-");
             const std::string name = step.substr(0, mark);
             host.logs.insert(name);
             CQmLogWriter& log = m_logs[name];
@@ -103,6 +114,8 @@ protected:
                 log.BlockBegin(kind.at(step[mark]));
             if (step[mark] == '-')
                 log.BlockEnd();
+            else if (step[mark] == '=')
+                log.WriteLine(step.substr(mark + 1).c_str());
             else
                 log.Write(step.substr(mark + 1).c_str());
         }

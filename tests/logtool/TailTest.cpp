@@ -83,9 +83,52 @@ TEST_F(TailTest, FollowsLogsThatGrow)
     EXPECT_EQ("", Follow("tail -f -n 0", looks));
 }
 
+TEST_F(TailTest, ALineEndAloneMakesNoRow)
+{
+    const Looks looks = {
+        {"Main=one", ""},
+        {"", "    1  Main     one"},
+        {"Run=b", ""},
+        {"", "\n    2  Run      b"},
+        {"Main=two", ""}, // it ends the first line, which Run's has ended already
+        {"", "\n    3  Main     two"},
+        {"Main=three", "\n"},
+        {"", "    4  Main     three"},
+    };
+    Follow("tail -f -n 0 --numbers", looks);
+}
+
+// As a writer that could not write in full takes them back, in rows and within one.
+TEST_F(TailTest, WhatIsTakenBackIsNoNewSession)
+{
+    for (const auto& [size, rows, next] :
+         {std::tuple{1u, 1u, "\nd"}, {3u, 2u, "\nd"}, {0u, 0u, "\nd"}, {2u, 2u, "\nd"}})
+    {
+        PlayNew("Main=a Main=b 'Main:\ncd\n'");
+        std::string shown;
+        int looks = 0;
+        host.wait = [&, size = size, rows = rows] {
+            shown += host.output.str();
+            host.output.str("");
+            ++looks;
+            if (looks == 1)
+            {
+                session.files.SetSize(session.Path("Main.LOG"), size);
+                session.files.SetSize(session.Path("Main.ROW"), rows * sizeof(CQmLogRow));
+            }
+            if (looks == 2)
+                Play("Main=d");
+            return looks < 5;
+        };
+        EXPECT_EQ("\n", Run("tail -f"));
+        EXPECT_EQ(std::string("a\nb\ncd\n") + (next + 1), shown) << size << " bytes left";
+        EXPECT_EQ("", host.messages.str());
+    }
+}
+
 TEST_F(TailTest, ANewSessionIsShownFromItsBeginning)
 {
-    const std::string told = "logtool: a new session has begun\n";
+    const std::string told = "logtool: a new session has begun in C:\\Logs\\\n";
     Play("'Main:old1\nold2\nold3\n'");
     const Looks shorterAndLonger = {{"'Main:new\n'", "new\n"}, {"'Main:newer\nest\n'", "newer\nest\n"}};
     EXPECT_EQ(told + told, Follow("tail -f -n 0", shorterAndLonger, kNewSessions));
@@ -103,7 +146,7 @@ TEST_F(TailTest, WithACursorEveryLineIsShownOnce)
     EXPECT_EQ("3\n2 0 Main\n", CursorText());
     EXPECT_EQ("", Run(tail));
     Play("'Main:a2\npart'");
-    EXPECT_EQ("a2\npart", Run(tail)) << "its number is below the one in the file";
+    EXPECT_EQ("a2\npart\n", Run(tail)) << "its number is below the one in the file";
     EXPECT_EQ("5\n5 4 Main\n4 0 Run\n", CursorText());
     Play("'Main:ly\n' 'Run:b2\n'");
     const std::string before = CursorText();
@@ -114,7 +157,7 @@ TEST_F(TailTest, WithACursorEveryLineIsShownOnce)
     EXPECT_EQ("b2\nly\n", Run(tail));
 
     PlayNew("'Main:new\n'");
-    EXPECT_EQ("new\nlogtool: a new session has begun\n", Run(tail));
+    EXPECT_EQ("new\nlogtool: a new session has begun in C:\\Logs\\\n", Run(tail));
     EXPECT_EQ("", Run(tail));
 }
 
@@ -129,5 +172,6 @@ TEST_F(TailTest, ABareNumberIsACursorAndAnythingElseIsDamage)
         EXPECT_EQ("logtool: " + cursorPath + ": is no cursor file\nexit 2", Run(tail)) << damage;
         EXPECT_EQ(damage, CursorText()) << "a damaged file is not overwritten";
     }
-    EXPECT_TRUE(Run(tail + "/no/such/place").ends_with("place.new: cannot be written\nexit 2"));
+    EXPECT_TRUE(
+        Run(tail + "/no/such/place").ends_with("place.new: cannot be written: Not a directory.\nexit 2"));
 }

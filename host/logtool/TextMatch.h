@@ -1,0 +1,52 @@
+// What "cat --grep" looks for in a row.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace logtool
+{
+
+// A text, or an expression as PCRE2 has them. Rows and expressions are UTF-8 where they are valid UTF-8, else
+// bytes.
+class TextMatch
+{
+public:
+    enum class Syntax
+    {
+        kText,
+        kExpression
+    };
+    enum class Case
+    {
+        kKept,
+        kIgnored
+    };
+
+    // Throws UsageError with the position when the expression is none.
+    TextMatch(const std::string& text, Syntax syntax, Case letterCase);
+    ~TextMatch();
+    TextMatch(const TextMatch&) = delete;
+    TextMatch& operator=(const TextMatch&) = delete;
+
+    // `row` may end with its line end, which does not count to it.
+    bool operator()(std::string_view row);
+
+    // A text that every matching row contains, for leaving out others quickly; empty when there is none.
+    std::string_view NeededText() const { return m_text; }
+
+    // Rows that have cost so much that matching gave up; they were answered with false. An expression such as
+    // "(a+)+b" can take years on a row.
+    std::size_t RowsGivenUp() const { return m_givenUp; }
+
+private:
+    struct Expression;
+
+    std::string m_text; // empty for expressions
+    std::unique_ptr<Expression> m_expression;
+    std::size_t m_givenUp = 0;
+};
+
+} // namespace logtool

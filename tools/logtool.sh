@@ -1,6 +1,7 @@
 #!/bin/bash
 # logtool.exe under Wine, with this system's paths. The session in build/session unless --folder names another.
 #   logtool.sh [--folder DIR] COMMAND ...
+# LOGTOOL_EXE names another program than the one in build/windows.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -9,38 +10,46 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QM_LOG_FOLDER=$(windows_path "$root/build/session")
 export QM_LOG_FOLDER
 
-# Paths are the values of two options, the files to write and the folder to verify.
 arguments=()
 command=
-words=0 # behind the command, options left out
+words=0 # after the command, options left out
+
+# Paths are the values of two options, the files to write and the folder to verify. "-" is the standard input.
+add_word() {
+    local word=$1
+    if [[ -z $command ]]; then
+        command=$word
+    else
+        words=$((words + 1))
+        if [[ $word != - && ($command == verify || $command == write && $words -gt 1) ]]; then
+            word=$(windows_path "$word")
+        fi
+    fi
+    arguments+=("$word")
+}
+
 while (($# > 0)); do
     word=$1
     shift
     case $word in
         --folder | --cursor-file)
-            arguments+=("$word")
-            (($# > 0)) || break
-            word=$(windows_path "$1")
-            shift
+            arguments+=("$word" ${1+"$(windows_path "$1")"})
+            shift $(($# > 0))
             ;;
-        --kind | --block)
-            arguments+=("$word")
-            (($# > 0)) || break
-            word=$1
-            shift
+        --folder=?* | --cursor-file=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
+        --kind | --block | --log | --grep | --from | --to | --after | --depth | -[ABn])
+            arguments+=("$word" ${1+"$1"})
+            shift $(($# > 0))
             ;;
-        -*) ;;
-        *)
-            if [[ -z $command ]]; then
-                command=$word
-            else
-                words=$((words + 1))
-                if [[ $command == verify || $command == write && $words -gt 1 ]]; then
-                    word=$(windows_path "$word")
-                fi
-            fi
+        --)
+            arguments+=(--)
+            while (($# > 0)); do
+                add_word "$1"
+                shift
+            done
             ;;
+        -?*) arguments+=("$word") ;;
+        *) add_word "$word" ;;
     esac
-    arguments+=("$word")
 done
-exec "$root/tools/run-wine.sh" "$root/build/windows/bin/logtool.exe" "${arguments[@]}"
+exec "$root/tools/run-wine.sh" "${LOGTOOL_EXE:-$root/build/windows/bin/logtool.exe}" "${arguments[@]}"

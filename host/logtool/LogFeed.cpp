@@ -103,14 +103,15 @@ void LogFeed::Put(std::string text)
 }
 
 // WriteLine knows whether the log needs a line feed before `text`. It drops line ends around what it is
-// given, and ours are to stay, so it gets one character, which leaves `text`.
+// given, and ours are to stay: those at the end are left in `text`, for Write.
 bool LogFeed::Begin(std::string& text)
 {
     if (text.front() == '\n' || text.front() == '\r')
         return !EndsWithinLine() || m_log.Write("\n");
-    const std::string first = text.substr(0, 1);
-    text.erase(0, 1);
-    return m_log.WriteLine(first.c_str());
+    const std::size_t end = text.find_last_not_of("\r\n") + 1;
+    const std::string lines = text.substr(0, end);
+    text.erase(0, end);
+    return m_log.WriteLine(lines.c_str());
 }
 
 bool LogFeed::EndsWithinLine() const

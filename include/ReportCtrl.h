@@ -15,8 +15,6 @@ class CReportSubItemListCtrl;
 
 namespace report
 {
-class RowMap;
-struct Cell;
 struct RowRange;
 } // namespace report
 
@@ -32,7 +30,7 @@ constexpr DWORD RVS_NOHEADERSORT = 0x0080;  // a click on a column header does n
 constexpr DWORD RVS_DRAGCOLUMNS = 0x0100;   // a column dragged off the header is removed
 constexpr DWORD RVS_FIXEDROW = 0x0200;      // the default item is shown above the rows
 constexpr DWORD RVS_EXTENDGRID = 0x0400;    // the grid goes on below the last row
-constexpr DWORD RVS_CALLBACK = 0x0800;      // items are asked for and not stored
+constexpr DWORD RVS_CALLBACK = 0x0800;      // items are asked for and not stored; there is no tree then
 constexpr DWORD RVS_CELLFOCUS = 0x1000;     // a cell and not only a row has the focus
 constexpr DWORD RVS_TIPS = 0x2000;          // texts that are cut off show in a tip
 constexpr DWORD RVS_TREE = 0x4000;          // items form a tree
@@ -156,11 +154,6 @@ constexpr int RVSC_COUNT = 12;
 constexpr unsigned RVRC_WHOLE = 0;
 constexpr unsigned RVRC_EDIT = 3;
 
-// Actions of Expand.
-constexpr unsigned RVE_COLLAPSE = 1;
-constexpr unsigned RVE_EXPAND = 2;
-constexpr unsigned RVE_TOGGLE = 3;
-
 // Compares two cells for a sort: less than, equal to or greater than 0. `value` is what SetSortCallback got.
 using RVSORTCALLBACK = int (*)(int item1, int subitem1, int item2, int subitem2, __int64 value);
 
@@ -205,7 +198,8 @@ public:
     // Stored items; with RVS_CALLBACK what SetItemCount said.
     int GetItemCount();
 
-    // The number of items that the callback answers for. Focus and selection are cut to it.
+    // The number of items that the callback answers for. Focus and selection are cut to it, and the control
+    // is painted at once.
     void SetItemCount(int count);
 
     // Reads a cell and its item: `item` and `subitem` say which, `mask` has RVIM_TEXT when `text` is a buffer
@@ -315,7 +309,8 @@ public:
     _TREEITEM* GetItemHandle(int item);
     int GetItemIndex(_TREEITEM* item);
 
-    // RVGN_*: null where there is none. TVI_ROOT stands for the root wherever a tree item is taken.
+    // RVGN_*: null where there is none. TVI_ROOT stands for the root wherever a tree item is taken. Of null
+    // all of these answer that there is none.
     _TREEITEM* GetNextItem(_TREEITEM* item, unsigned int code);
     int GetItemCount(_TREEITEM* parent, int recursive);
     int HasChildren(_TREEITEM* item);
@@ -350,8 +345,9 @@ public:
     // has read for as long as it holds.
     unsigned GetSortNumber() const;
 
-    // By the sort callback; without one by text, check state, image. Cells are read
-    // once a sort.
+    // By the sort callback; without one by text, check state, image. Cells are read once a sort.
+    // Long lists of siblings sort quickly only as long as this, with one of CReportSorter's orders or
+    // none, is what compares; an override that answers something else has them sorted by insertion.
     virtual int CompareItems(int item1, int subitem1, int item2, int subitem2);
 
     // Two records. Empty texts count as none here, unlike above.
@@ -496,9 +492,8 @@ protected:
     virtual structITEM& GetItemStruct(int item, int subitem, unsigned int mask);
     virtual void SetItemStruct(int item, structITEM& record);
 
-    // Asks OnRvnItemCallbackBypass and puts the answer into `record`; 0 when the item is not available. When
-    // GetItem asks, the cell's values are handed on beside the record and its field stays undefined; an
-    // override that writes the field has the last word.
+    // Asks OnRvnItemCallbackBypass and puts the answer into `record`, whose cells are undefined before;
+    // 0 if the item is not available. What the record holds afterwards is what is read and painted.
     virtual int LoadItemData(structITEM* record, int item, int subitem, unsigned int mask);
 
     // What a subclass answers items from: fills the record's `item` (a _NMRVITEMCALLBACK), its mask and text,
@@ -519,8 +514,9 @@ protected:
     void BuildTree();
     void BuildTree(structTREEITEM* parent);
 
-    // Links a tree item that the caller owns; level, parent and item number are the caller's, and so is
-    // BuildTree. The result of the comparison when TVI_SORT put the item in front, else 0.
+    // Links a tree item that the caller owns under `parent`, null or TVI_ROOT for a top-level item, and sets
+    // its parent and level. Its item number is the caller's, and so is BuildTree. The result of the
+    // comparison when TVI_SORT put the item in front, else 0.
     int InsertTree(int subitem, structTREEITEM* parent, structTREEITEM* after, structTREEITEM* item,
                    int ascending);
     structTREEITEM* GetVisibleAncestor(structTREEITEM* item);
@@ -573,32 +569,16 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    friend class Busy;
     friend class CReportSubItemListCtrl; // which shows captions
-    friend class SortRun;
     struct Data;
-    struct ItemView;
     struct Places;
     class Painting;
     class RowSource;
     class InputPort;
 
-    bool ReadItem(int item, int subitem, unsigned int mask, ItemView& view);
-    structITEM& FetchItem(int item, int subitem, unsigned int mask, report::Cell& cell);
     void FillHeader(NMHDR& header, unsigned int code);
-    bool FillCallbackHeader(NMHDR& header);
-
-    // Makes the rows anew when the tree has changed; so does every look at them.
-    report::RowMap& Rows();
-    void InvalidateRows(); // the tree has changed
-    void ForgetSelection();
-    void ShowAllItems();
-    void RemoveItems(const std::vector<int>& items);
-    std::vector<int> ItemsBelow(_TREEITEM* top);
-    void DeleteSubtree(_TREEITEM* top);
-    void SortTreeRows(int subitem, int ascending);
-    void SortFlatRows(int subitem, int ascending);
-    void AddSortKey(int item, int subitem);
+    void RowsRemoved();
+    int SwapRows(int row, int moved);
     void LayoutClient();
     void FitColumn(int subitem);
     void PlaceHeader();
@@ -632,7 +612,6 @@ private:
     void ToggleBox(const _RVHITTESTINFO& hit);
     void DragSelection(CPoint point);
     bool NotifyKey(UINT key);
-    int MoveDown(int row, int moved);
 
     int SetBackground(HANDLE bitmap, bool none);
 

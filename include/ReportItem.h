@@ -126,6 +126,11 @@ constexpr unsigned RVGN_PARENT = 3;
 constexpr unsigned RVGN_CHILD = 4;
 constexpr unsigned RVGN_FOCUSED = 5;
 
+// Actions of Expand.
+constexpr unsigned RVE_COLLAPSE = 1;
+constexpr unsigned RVE_EXPAND = 2;
+constexpr unsigned RVE_TOGGLE = 3;
+
 namespace report
 {
 

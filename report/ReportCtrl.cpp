@@ -67,7 +67,7 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
 END_MESSAGE_MAP()
 
-CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>())
+CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>(*this))
 {
     RegisterWindowClass();
     m_data->measuring.CreateCompatibleDC(nullptr);
@@ -102,9 +102,9 @@ void CReportCtrl::PreSubclassWindow()
 
 BOOL CReportCtrl::CreateCommon()
 {
-    SetState(m_data->selection.focusRow, 0, RVIS_FOCUSED);
-    ForgetSelection(); // the fixed row has the focus only as long as there is no window
-    m_data->style = GetStyle();
+    SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
+    m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
+    m_data->UseStyle(GetStyle());
     m_data->invalid = {};
     m_data->shown[SB_HORZ] = m_data->shown[SB_VERT] = {};
     m_data->hasFocus = false;
@@ -125,22 +125,13 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     if (!CWnd::ModifyStyle(remove, add, flags))
         return 0;
     const DWORD old = m_data->style;
-    const DWORD changed = old ^ GetStyle();
-    const bool wasTree = m_data->IsTree();
-    const bool isTree = (GetStyle() & RVS_TREEMASK) != 0;
-    if ((changed & RVS_CALLBACK) || wasTree != isTree) // the rows are other ones
-    {
-        SetState(GetCurrentFocus(), 0, RVIS_FOCUSED);
-        ForgetSelection();
-    }
-    m_data->style = GetStyle();
-    if (wasTree != isTree)
-        ShowAllItems();
+    m_data->UseStyle(GetStyle());
+    const DWORD changed = old ^ m_data->style;
     if (changed & RVS_HORIZONTALGRID)
         m_data->view.itemHeight =
             std::max(0, m_data->view.itemHeight + (m_data->style & RVS_HORIZONTALGRID ? 1 : -1));
     if (changed & old & RVS_CELLFOCUS)
-        m_data->selection.focusColumn = -1;
+        m_data->rows.selection.focusColumn = -1;
     LayoutClient();
     return 1;
 }
@@ -224,6 +215,8 @@ void CReportCtrl::Layout(int cx, int cy)
 {
     if (!m_hWnd || !m_data->header.m_hWnd)
         return;
+    const bool sortsByClick = !(m_data->style & (RVS_CALLBACK | RVS_NOHEADERSORT)) && m_data->view.showLines;
+    m_data->header.SetUse((m_data->style & RVS_DRAGCOLUMNS) != 0, sortsByClick);
     CRect rect(0, 0, cx, cy);
     WINDOWPOS position = {};
     HDLAYOUT layout = {&rect, &position};

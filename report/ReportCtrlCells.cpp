@@ -76,10 +76,7 @@ int CReportCtrl::DrawImage(CDC* dc, CRect rect, _RVITEM* item)
     const int width = m_data->view.imageWidth;
     if (item->image < 0)
     {
-        const auto subitem = static_cast<std::size_t>(item->subitem);
-        const bool place =
-            subitem < m_data->subitems.size() && (m_data->subitems[subitem].format & RVSF_IMAGEPLACE);
-        return place ? width : 0;
+        return m_data->items.FormatOf(item->subitem) & RVSF_IMAGEPLACE ? width : 0;
     }
     rect.right = std::min<int>(rect.right, rect.left + width);
     UINT style = ILD_TRANSPARENT | (item->state & kOverlayStates);
@@ -97,10 +94,7 @@ int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
     const int width = m_data->view.checkWidth;
     if (item->check < 0)
     {
-        const auto subitem = static_cast<std::size_t>(item->subitem);
-        const bool place =
-            subitem < m_data->subitems.size() && (m_data->subitems[subitem].format & RVSF_CHECKPLACE);
-        return place ? width : 0;
+        return m_data->items.FormatOf(item->subitem) & RVSF_CHECKPLACE ? width : 0;
     }
     if (rect.Width() <= width)
         return 0;
@@ -128,9 +122,7 @@ int CReportCtrl::DrawText(CDC* dc, CRect rect, _RVITEM* item)
 {
     if (rect.Width() < 1 || !item->text)
         return 0;
-    const auto subitem = static_cast<std::size_t>(item->subitem);
-    const UINT format =
-        subitem < m_data->subitems.size() ? m_data->subitems[subitem].format & RVSF_ALIGNMASK : 0;
+    const UINT format = m_data->items.FormatOf(item->subitem) & RVSF_ALIGNMASK;
     const UINT aligned[] = {DT_LEFT, DT_RIGHT, DT_CENTER, DT_LEFT};
     if (item->backgroundColor >= 0)
         dc->FillSolidRect(rect, m_data->TableColor(item->backgroundColor));

@@ -44,22 +44,13 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     if (subitem < 0 || subitem > GetSubItemCount())
         report::ThrowInvalidArgument();
-    const auto place = m_data->subitems.begin() + subitem;
     try
     {
-        m_data->subitems.insert(place, MakeSubItem(*definition, m_data->defaultColumnWidth));
+        if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->defaultColumnWidth)))
+            return -1;
     }
-    catch (const std::bad_alloc&)
+    catch (const std::bad_alloc&) // the caption
     {
-        return -1;
-    }
-    try
-    {
-        m_data->items.InsertField(subitem);
-    }
-    catch (const std::bad_alloc&)
-    {
-        m_data->subitems.erase(m_data->subitems.begin() + subitem);
         return -1;
     }
     m_data->header.RenumberSubItems(subitem, 1);
@@ -71,14 +62,13 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 
 int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
-    if (subitem < 0 || subitem >= GetSubItemCount())
-        report::ThrowInvalidArgument();
-    structSUBITEM& stored = m_data->subitems[static_cast<std::size_t>(subitem)];
+    structSUBITEM& stored = m_data->items.SubItemAt(subitem);
     stored = MakeSubItem(*definition, m_data->defaultColumnWidth);
     const int headerItem = m_data->header.GetItemOfColumn(GetColumnFromSubItem(subitem));
     if (headerItem != CReportHeaderCtrl::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
+        m_data->header.SetItemValues(headerItem, stored.header1, stored.header2);
         FitScrolling();
     }
     Redraw();
@@ -92,8 +82,7 @@ int CReportCtrl::UndefineSubItem(int subitem)
     if (subitem < 0 || subitem >= GetSubItemCount())
         return 0;
     DeactivateSubItem(subitem, 0);
-    m_data->subitems.erase(m_data->subitems.begin() + subitem);
-    m_data->items.RemoveField(subitem);
+    m_data->items.Undefine(subitem);
     m_data->header.RenumberSubItems(subitem + 1, -1);
     Redraw();
     m_data->RefreshSubItemList();
@@ -108,7 +97,7 @@ void CReportCtrl::UndefineAllSubItems()
 
 int CReportCtrl::GetSubItemCount()
 {
-    return static_cast<int>(m_data->subitems.size());
+    return m_data->items.SubItemCount();
 }
 
 int CReportCtrl::ActivateSubItem(int subitem, int column)
@@ -119,9 +108,12 @@ int CReportCtrl::ActivateSubItem(int subitem, int column)
         return GetColumnFromSubItem(subitem);
     const int columns = GetActiveSubItemCount();
     const int place = column < 0 ? columns : std::min(column, columns);
-    HDITEM item = MakeHeaderItem(m_data->subitems[static_cast<std::size_t>(subitem)], subitem);
-    if (m_data->header.InsertColumn(place, item) == CReportHeaderCtrl::kNone)
+    const structSUBITEM& definition = m_data->items.SubItemAt(subitem);
+    HDITEM item = MakeHeaderItem(definition, subitem);
+    const int headerItem = m_data->header.InsertColumn(place, item);
+    if (headerItem == CReportHeaderCtrl::kNone)
         return -1;
+    m_data->header.SetItemValues(headerItem, definition.header1, definition.header2);
     Redraw();
     m_data->RefreshSubItemList();
     return place;
@@ -132,11 +124,11 @@ int CReportCtrl::DeactivateSubItem(int subitem, int list)
     const int column = GetColumnFromSubItem(subitem);
     if (column < 0)
         return 0;
-    structSUBITEM& definition = m_data->subitems[static_cast<std::size_t>(subitem)];
+    structSUBITEM& definition = m_data->items.SubItemAt(subitem);
     definition.width = GetSubItemWidth(subitem); // comes back as wide as it went
     m_data->header.DeleteColumn(column);
-    if (m_data->selection.focusColumn >= GetActiveSubItemCount())
-        m_data->selection.focusColumn = GetActiveSubItemCount() - 1;
+    if (m_data->rows.selection.focusColumn >= GetActiveSubItemCount())
+        m_data->rows.selection.focusColumn = GetActiveSubItemCount() - 1;
     FitScrolling();
     Redraw();
     if (list)
@@ -176,21 +168,19 @@ int CReportCtrl::GetSubItemFromColumn(int column)
 
 int CReportCtrl::GetSubItemWidth(int subitem)
 {
-    if (subitem < 0 || subitem >= GetSubItemCount())
-        report::ThrowInvalidArgument();
+    const structSUBITEM& definition = m_data->items.SubItemAt(subitem);
     const int column = GetColumnFromSubItem(subitem);
     if (column >= 0)
         return m_data->header.GetWidth(m_data->header.GetItemOfColumn(column));
-    return m_data->subitems[static_cast<std::size_t>(subitem)].width;
+    return definition.width;
 }
 
 int CReportCtrl::SetSubItemWidth(int subitem, int width)
 {
-    if (subitem < 0 || subitem >= GetSubItemCount())
-        report::ThrowInvalidArgument();
+    structSUBITEM& definition = m_data->items.SubItemAt(subitem);
     if (width < 0)
         return 0;
-    m_data->subitems[static_cast<std::size_t>(subitem)].width = width;
+    definition.width = width;
     const int column = GetColumnFromSubItem(subitem);
     if (column >= 0)
     {

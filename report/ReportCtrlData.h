@@ -4,49 +4,34 @@
 #include "ReportCtrl.h"
 #include "ReportSubItemListCtrl.h"
 #include "report/header/ReportHeaderCtrl.h"
-#include "report/model/CellCodec.h"
 #include "report/model/Geometry.h"
 #include "report/model/Input.h"
-#include "report/model/ItemStore.h"
-#include "report/model/RowMap.h"
-#include "report/model/Selection.h"
-#include "report/model/Tree.h"
+#include "report/model/Rows.h"
+#include "report/sort/Sorting.h"
 #include "vkgrafic/GraphicText.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
-class SortRun;
-
-struct CReportCtrl::Data
+// The control's state, each part with those who own it. It is also the way back: the models reach the
+// virtual operations through it.
+struct CReportCtrl::Data : report::Overrides, report::RowsListener
 {
+    explicit Data(CReportCtrl& owner) : control(owner) {}
+    Data(const Data&) = delete;
+    Data& operator=(const Data&) = delete;
+
+    CReportCtrl& control;
+    report::Items items{*this};
+    report::Rows rows{items, *this, *this};
+    report::Sorting sorting{items, rows, *this};
+
     // Of all controls
     static inline char stringSeparator = '\t';
     static inline ZEMA::String treeIndent;
 
-    // Items, rows, subitems
-    report::ItemStore items;
-    report::RowMap rows;
-    report::Tree tree;
-    std::vector<structSUBITEM> subitems;
-    int callbackCount = 0;
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
-    std::string text;          // of the cell that SetItem is writing
-
-    // The rows do not follow the tree yet. These had the focus and the ends of the selection before.
-    bool rowsInvalid = false;
-    _TREEITEM* focused = nullptr;
-    _TREEITEM* firstSelected = nullptr;
-    _TREEITEM* lastSelected = nullptr;
-    _TREEITEM* lastInserted = nullptr; // the last child that InsertTreeItem has added
-
-    report::Selection selection;
-
-    // Sorting
-    SortRun* sort = nullptr; // the running one
-    bool busy = false;       // comparing: items stay
-    RVSORTCALLBACK sortCallback = nullptr;
-    __int64 sortValue = 0;
 
     // Colours, images, fonts
     std::vector<COLORREF> colors;
@@ -106,8 +91,43 @@ struct CReportCtrl::Data
     bool dragging = false;
     CPoint dragPoint;
 
-    bool IsCallback() const { return (style & RVS_CALLBACK) != 0; }
-    bool IsTree() const { return (style & RVS_TREEMASK) != 0; }
+    structITEM& GetItemStruct(int item, int subitem, unsigned mask) override
+    {
+        return control.GetItemStruct(item, subitem, mask);
+    }
+    void SetItemStruct(int item, structITEM& record) override { control.SetItemStruct(item, record); }
+    bool LoadItemData(structITEM& record, int item, int subitem, unsigned mask) override
+    {
+        return control.LoadItemData(&record, item, subitem, mask) != 0;
+    }
+    bool AskOwner(_RVITEM& question) override;
+    int CompareItems(int item1, int subitem1, int item2, int subitem2) override
+    {
+        return control.CompareItems(item1, subitem1, item2, subitem2);
+    }
+    void QuickSort(int subitem, int ascending, int low, int high) override
+    {
+        control.QuickSort(subitem, ascending, low, high);
+    }
+    void TreeSort(int subitem, structTREEITEM* parent, int ascending, int recursive) override
+    {
+        control.TreeSort(subitem, parent, ascending, recursive);
+    }
+    void RowsMade(int count) override
+    {
+        view.topRow = std::min(view.topRow, count);
+        tooFar = true;
+    }
+
+    // The window's style bits, which everything tests here and not at the window.
+    void UseStyle(DWORD bits)
+    {
+        style = bits;
+        rows.SetMode((bits & RVS_CALLBACK) != 0, (bits & RVS_TREEMASK) != 0);
+    }
+
+    // Who asks, in a callback; false without a parent.
+    bool FillCallbackHeader(NMHDR& filled);
 
     void RefreshSubItemList()
     {
@@ -123,13 +143,6 @@ struct CReportCtrl::Data
 
     // A colour of the table, as a device context takes it; black past the end.
     COLORREF TableColor(int index) const;
-};
-
-// A cell, and the item it is in: valid until another item is fetched.
-struct CReportCtrl::ItemView
-{
-    structITEM* item = nullptr;
-    report::Cell cell; // of subitem -1: the preview
 };
 
 // The rows and columns as they are at the moment. Columns are read once, and a row that is asked for again is

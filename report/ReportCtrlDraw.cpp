@@ -122,7 +122,7 @@ COLORREF CReportCtrl::GetPlainColor() const
 
 bool CReportCtrl::IsRowSelected(int row) const
 {
-    return row >= 0 && m_data->selection.IsSelected(row) &&
+    return row >= 0 && m_data->rows.selection.IsSelected(row) &&
            (m_data->hasFocus || (m_data->style & RVS_KEEPSELECTION));
 }
 
@@ -174,8 +174,8 @@ void CReportCtrl::DrawFixedRow(CDC* dc, const CRect& clip, Places& places)
         return;
     DrawRow(dc, ToRect(row->rect), visible, report::kFixedRow, &places.rows.Row(report::kFixedRow).item, 0,
             1);
-    if (m_data->hasFocus && m_data->selection.focusRow == report::kFixedRow &&
-        m_data->selection.focusColumn < 0)
+    if (m_data->hasFocus && m_data->rows.selection.focusRow == report::kFixedRow &&
+        m_data->rows.selection.focusColumn < 0)
         DrawRowFocus(dc, ToRect(row->rect));
 }
 
@@ -198,8 +198,8 @@ int CReportCtrl::DrawRows(CDC* dc, const CRect& clip, Places& places)
         if (m_data->style & RVS_HORIZONTALGRID)
             Line(*dc, std::max(whole.left, clip.left), whole.bottom - 1, std::min(whole.right, clip.right),
                  whole.bottom - 1);
-        const bool cell = (m_data->style & RVS_CELLFOCUS) && m_data->selection.focusColumn >= 0;
-        if (m_data->hasFocus && row.row == m_data->selection.focusRow && !cell)
+        const bool cell = (m_data->style & RVS_CELLFOCUS) && m_data->rows.selection.focusColumn >= 0;
+        if (m_data->hasFocus && row.row == m_data->rows.selection.focusRow && !cell)
             DrawRowFocus(dc, indented);
     }
     return bottom;
@@ -327,7 +327,7 @@ void CReportCtrl::DrawCell(CDC* dc, int row, int column, int subitem, const CRec
     std::string text = std::move(m_data->drawn); // its memory is used again
     if (!painting.places.rows.ReadCell(row, subitem, cell, text))
         return;
-    const report::Selection& selection = m_data->selection;
+    const report::Selection& selection = m_data->rows.selection;
     const bool focused = m_data->hasFocus && row == selection.focusRow && column == selection.focusColumn &&
                          (row == report::kFixedRow || (m_data->style & RVS_CELLFOCUS));
     if (focused)

@@ -19,7 +19,7 @@ int ItemOf(const NMHDR* header)
 int CReportCtrl::Data::SubItemOf(int headerItem) const
 {
     const int subitem = header.GetSubItem(headerItem);
-    if (subitem < 0 || subitem >= static_cast<int>(subitems.size()))
+    if (subitem < 0 || subitem >= items.SubItemCount())
         report::ThrowInvalidArgument();
     return subitem;
 }
@@ -98,7 +98,7 @@ void CReportCtrl::OnHdnItemChanged(NMHDR* header, LRESULT* result)
     if (!changed || !(changed->mask & item.mask) || !m_data->header.GetItem(ItemOf(header), &item))
         return;
     const int subitem = m_data->SubItemOf(ItemOf(header));
-    structSUBITEM& definition = m_data->subitems[static_cast<std::size_t>(subitem)];
+    structSUBITEM& definition = m_data->items.SubItemAt(subitem);
     const auto alignment = static_cast<DWORD>(item.fmt) & RVSF_ALIGNMASK;
     if (!(changed->mask & HDI_WIDTH) && alignment == (definition.format & RVSF_ALIGNMASK))
         return; // the sort mark
@@ -144,12 +144,11 @@ void CReportCtrl::OnHdnDividerDblClick(NMHDR* header, LRESULT* result)
 // Makes a column as wide as its widest cell with its indentation.
 void CReportCtrl::FitColumn(int subitem)
 {
-    if (!IsActiveSubItem(subitem) ||
-        (m_data->subitems[static_cast<std::size_t>(subitem)].format & RVSF_FIXEDWIDTH))
+    if (!IsActiveSubItem(subitem) || (m_data->items.SubItemAt(subitem).format & RVSF_FIXEDWIDTH))
         return;
     int first = 0;
     int last = GetItemCount() - 1;
-    if (m_data->IsCallback()) // all rows are too many to ask for
+    if (m_data->items.IsCallback()) // all rows are too many to ask for
         GetVisibleRows(GetTopIndex(), &first, &last, 0);
     const bool isFirst = GetColumnFromSubItem(subitem) == 0;
     int width = -1;

@@ -51,16 +51,19 @@ public:
     {
         const int subitem = m_control.GetSubItemFromColumn(column);
         return subitem >= 0 && subitem < m_control.GetSubItemCount() &&
-               !(m_data.subitems[static_cast<std::size_t>(subitem)].format & RVSF_NOCELLFOCUS);
+               !(m_data.items.FormatOf(subitem) & RVSF_NOCELLFOCUS);
     }
     bool IsCellFocus() const override { return (m_data.style & RVS_CELLFOCUS) != 0; }
     bool IsFixedRow() const override { return (m_data.style & RVS_FIXEDROW) != 0; }
-    bool IsTree() const override { return m_data.IsTree(); }
+    bool IsTree() const override { return m_data.rows.IsTree(); }
     void SelectRows(int row, int anchor, bool select, bool add, bool toggle) override
     {
         m_control.SelectRows(row, anchor, select, add, toggle, 1);
     }
-    void FocusFixedRow() override { m_control.AdjustFocus(report::kFixedRow, m_data.selection.focusColumn); }
+    void FocusFixedRow() override
+    {
+        m_control.AdjustFocus(report::kFixedRow, m_data.rows.selection.focusColumn);
+    }
     void EnsureVisible(int row) override
     {
         if (row < RowCount())
@@ -80,9 +83,9 @@ public:
     }
     void FocusColumn(int column) override
     {
-        m_data.selection.focusColumn = column;
+        m_data.rows.selection.focusColumn = column;
         m_control.EnsureVisibleColumn(column);
-        m_control.RedrawRows(m_data.selection.focusRow, RVI_NONE, 1);
+        m_control.RedrawRows(m_data.rows.selection.focusRow, RVI_NONE, 1);
     }
     void ChangeTree(int row, report::TreeAction action) override
     {
@@ -104,87 +107,18 @@ private:
     Data& m_data;
 };
 
-// ---- Focus and selection
-
-void CReportCtrl::SelectRows(int row, int anchor, int select, int, int toggle, int redraw)
-{
-    if (row == RVI_DEFAULT || m_data->busy || GetRowCount() == 0)
-        return;
-    if (row < 0 || row >= GetRowCount() || anchor < RVI_DEFAULT || anchor >= GetRowCount())
-        report::ThrowInvalidArgument();
-    report::Selection& selection = m_data->selection;
-    const report::Selection old = selection;
-    SetState(row, RVIS_FOCUSED, RVIS_FOCUSED); // throws, before anything else, when the row shows no item
-    if (selection.focusRow != row)
-        SetState(selection.focusRow, 0, RVIS_FOCUSED);
-    selection.Select(row, m_data->style & RVS_SINGLESELECT ? row : anchor, select != 0, toggle != 0);
-    if (!redraw)
-        return;
-    const report::RowRange changed = report::ChangedRows(old, selection);
-    RedrawRows(changed.first, changed.last, 1);
-}
-
-void CReportCtrl::SelectAll()
-{
-    SelectRows(0, std::max(0, GetRowCount() - 1), 1, 0, 0, 1);
-}
-
-int CReportCtrl::AdjustFocus(int row, int column)
-{
-    const bool isFixed = row == RVI_DEFAULT && (m_data->style & RVS_FIXEDROW);
-    if (m_data->busy || (!isFixed && (row < 0 || row >= GetRowCount())) || column < -1 ||
-        column >= GetActiveSubItemCount())
-        return 0;
-    report::Selection& selection = m_data->selection;
-    const report::Selection old = selection;
-    SetState(row, RVIS_FOCUSED, RVIS_FOCUSED);
-    if (selection.focusRow != row)
-        SetState(selection.focusRow, 0, RVIS_FOCUSED);
-    selection.focusRow = row;
-    selection.focusColumn = column;
-    const report::RowRange changed = report::ChangedRows(old, selection);
-    RedrawRows(changed.first, changed.last, 1);
-    return 1;
-}
+// ---- Focus
 
 void CReportCtrl::PageUp()
 {
     InputPort port(*this);
-    report::Input(m_data->selection, port).PageUp({});
+    report::Input(m_data->rows.selection, port).PageUp({});
 }
 
 void CReportCtrl::PageDown()
 {
     InputPort port(*this);
-    report::Input(m_data->selection, port).PageDown({});
-}
-
-int CReportCtrl::MoveUp(int row)
-{
-    return row > 0 && MoveDown(row - 1, row);
-}
-
-int CReportCtrl::MoveDown(int row)
-{
-    return MoveDown(row, row);
-}
-
-int CReportCtrl::HaveRowsMoved()
-{
-    return m_data->rowsMoved;
-}
-
-// Swaps `row` with the one below; the focus goes with it when it is on `moved`, one of the two.
-int CReportCtrl::MoveDown(int row, int moved)
-{
-    if (m_data->IsCallback() || m_data->busy || row < 0 || row >= GetRowCount() - 1)
-        return 0;
-    Rows().Swap(row, row + 1);
-    if (m_data->selection.focusRow == moved)
-        m_data->selection.focusRow = moved == row ? row + 1 : row;
-    m_data->rowsMoved = true;
-    Redraw();
-    return 1;
+    report::Input(m_data->rows.selection, port).PageDown({});
 }
 
 void CReportCtrl::OnSetFocus(CWnd*)
@@ -214,27 +148,27 @@ bool CReportCtrl::NotifyKey(UINT key)
     FillHeader(notification.hdr, RVN_KEYDOWN);
     notification.keys = key;
     notification.item = GetItemFromRow(GetCurrentFocus());
-    const int column = m_data->selection.focusColumn;
+    const int column = m_data->rows.selection.focusColumn;
     notification.subitem = column < GetActiveSubItemCount() ? GetSubItemFromColumn(column) : -1;
-    notification.treeItem = m_data->IsTree() ? GetItemHandle(notification.item) : nullptr;
+    notification.treeItem = m_data->rows.IsTree() ? GetItemHandle(notification.item) : nullptr;
     return Notify(&notification) != 0;
 }
 
 void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 {
-    m_data->selection.typingMayEdit = false;
+    m_data->rows.selection.typingMayEdit = false;
     const bool handled = NotifyKey(key);
     if (!m_hWnd)
         return;
     InputPort port(*this);
-    if (handled || !report::Input(m_data->selection, port).KeyDown(key, PressedModifiers()))
+    if (handled || !report::Input(m_data->rows.selection, port).KeyDown(key, PressedModifiers()))
         Default();
 }
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
     InputPort port(*this);
-    if (!report::Input(m_data->selection, port).Character(key))
+    if (!report::Input(m_data->rows.selection, port).Character(key))
         Default();
 }
 
@@ -260,7 +194,7 @@ void CReportCtrl::HandleClick(const _RVHITTESTINFO& hit, UINT flags)
     if (hit.row >= GetRowCount()) // gone while the owner was told
         return;
     InputPort port(*this);
-    report::Input(m_data->selection, port).Click(hit.row, hit.column, ModifiersOf(flags));
+    report::Input(m_data->rows.selection, port).Click(hit.row, hit.column, ModifiersOf(flags));
     if (!m_hWnd || hit.row < 0 || hit.row >= GetRowCount())
         return;
     if (hit.flags & RVHT_ONITEMTREEBOX)
@@ -274,7 +208,7 @@ void CReportCtrl::HandleClick(const _RVHITTESTINFO& hit, UINT flags)
 
 void CReportCtrl::ToggleBox(const _RVHITTESTINFO& hit)
 {
-    _TREEITEM* const item = m_data->IsTree() ? GetItemHandle(GetItemFromRow(hit.row)) : nullptr;
+    _TREEITEM* const item = m_data->rows.IsTree() ? GetItemHandle(GetItemFromRow(hit.row)) : nullptr;
     if (item)
         Expand(item, RVE_TOGGLE);
 }
@@ -306,7 +240,7 @@ void CReportCtrl::OnRButtonDown(UINT flags, CPoint point)
     if (handled)
         Default();
     else if (hit.row < GetRowCount())
-        report::Input(m_data->selection, port).RightClick(hit.row, ModifiersOf(flags));
+        report::Input(m_data->rows.selection, port).RightClick(hit.row, ModifiersOf(flags));
 }
 
 // ---- Drag selection
@@ -345,7 +279,7 @@ void CReportCtrl::DragSelection(CPoint point)
         row = Places(*this).geometry.HitTest(area.left, point.y).row;
     }
     InputPort port(*this);
-    report::Input(m_data->selection, port).DragTo(row);
+    report::Input(m_data->rows.selection, port).DragTo(row);
 }
 
 void CReportCtrl::OnTimer(UINT_PTR id)

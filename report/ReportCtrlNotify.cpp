@@ -19,7 +19,7 @@ LRESULT CReportCtrl::Notify(unsigned int code, int item, int subitem, unsigned i
     notification.subitem = subitem;
     notification.value = value;
     notification.itemData = data;
-    notification.treeItem = m_data->IsTree() ? GetItemHandle(item) : nullptr;
+    notification.treeItem = m_data->rows.IsTree() ? GetItemHandle(item) : nullptr;
     return Notify(&notification);
 }
 
@@ -32,8 +32,8 @@ LRESULT CReportCtrl::Notify(unsigned int code, unsigned int keys, _RVHITTESTINFO
     notification.flags = hit->flags;
     notification.item = hit->item;
     notification.subitem = hit->subitem;
-    notification.treeItem = m_data->IsTree() ? GetItemHandle(hit->item) : nullptr;
-    if (!m_data->IsCallback() && hit->item >= 0)
+    notification.treeItem = m_data->rows.IsTree() ? GetItemHandle(hit->item) : nullptr;
+    if (!m_data->items.IsCallback() && hit->item >= 0)
         notification.itemData = GetItemStruct(hit->item, -1, 0).itemData;
     return Notify(&notification);
 }
@@ -50,4 +50,46 @@ void CReportCtrl::FillHeader(NMHDR& header, unsigned int code)
     header.hwndFrom = m_hWnd;
     header.idFrom = m_hWnd ? static_cast<UINT_PTR>(GetDlgCtrlID()) : 0;
     header.code = code;
+}
+
+// ---- Callbacks
+
+// A paint, which asks for hundreds of items, asks the system but once.
+bool CReportCtrl::Data::FillCallbackHeader(NMHDR& filled)
+{
+    if (!control.m_hWnd)
+        return false;
+    NMHDR* const kept = painting ? &painting->rows.callbackHeader : nullptr;
+    if (kept && kept->hwndFrom == control.m_hWnd)
+    {
+        filled = *kept;
+        return true;
+    }
+    if (!::GetParent(control.m_hWnd))
+        return false;
+    control.FillHeader(filled, RVN_ITEMCALLBACK);
+    if (kept)
+        *kept = filled;
+    return true;
+}
+
+bool CReportCtrl::Data::AskOwner(_RVITEM& question)
+{
+    _NMRVITEMCALLBACK callback = {};
+    if (!FillCallbackHeader(callback.hdr))
+        return false;
+    callback.item = question;
+    const __int64 answer = control.OnRvnItemCallbackBypass(reinterpret_cast<_NMREPORTVIEW*>(&callback));
+    question = callback.item;
+    return answer == 0;
+}
+
+__int64 CReportCtrl::OnRvnItemCallbackBypass(_NMREPORTVIEW*)
+{
+    return 0;
+}
+
+__int64 CReportCtrl::OnRvnItemDrawPreviewBypass(_NMREPORTVIEW*)
+{
+    return 0;
 }

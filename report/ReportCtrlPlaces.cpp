@@ -20,18 +20,13 @@ CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
     Data& data = *m_control.m_data;
     m_row = {};
     const int item = m_control.GetItemFromRow(row);
-    ItemView view;
-    if (m_control.ReadItem(item, -1, RVIM_TEXT | RVIM_STATE | RVIM_PREVIEWHEIGHT, view))
+    report::FetchedCell fetched;
+    if (data.items.Fetch(item, -1, RVIM_TEXT | RVIM_STATE | RVIM_PREVIEWHEIGHT, fetched))
     {
-        const structITEM& record = *view.item;
-        m_row.preview = view.cell.text;
-        m_row.item.textColor = view.cell.textColor;
-        m_row.item.backgroundColor = record.backgroundColor;
-        m_row.item.previewHeight = std::clamp(record.previewHeight, 0, kMaxPreview);
-        m_row.item.treeLevel = record.treeLevel;
-        m_row.item.state = record.state;
-        m_row.item.itemData = record.itemData;
-        const _TREEITEM* const treeItem = data.IsTree() ? record.treeItem : nullptr;
+        m_row.preview = fetched.cell.text;
+        report::FillRecord(m_row.item, fetched);
+        m_row.item.previewHeight = std::clamp(m_row.item.previewHeight, 0, kMaxPreview);
+        const _TREEITEM* const treeItem = data.rows.IsTree() ? fetched.item->treeItem : nullptr;
         if (treeItem && treeItem->subitem >= 0 && treeItem->subitem < m_control.GetSubItemCount())
             m_row.shape.spanning = treeItem->subitem;
     }
@@ -39,7 +34,7 @@ CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
     m_row.item.subitem = -1;
     m_row.item.text = m_row.preview.data();
     m_row.item.textMax = static_cast<int>(m_row.preview.size()) + 1;
-    m_row.item.mask = RVIM_TEXT | RVIM_STATE | RVIM_ITEMDATA;
+    m_row.item.mask |= RVIM_TEXT | RVIM_STATE | RVIM_ITEMDATA;
     m_row.shape.previewHeight = m_row.item.previewHeight;
     m_row.shape.hasPreview = !m_row.preview.empty();
     m_row.shape.level = m_row.item.treeLevel;
@@ -50,34 +45,28 @@ CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
 
 bool CReportCtrl::RowSource::ReadCell(int row, int subitem, _RVITEM& cell, std::string& text)
 {
-    const FetchedRow& fetched = Row(row);
-    ItemView view;
-    if (subitem < 0 || !m_control.ReadItem(fetched.item.item, subitem, RVIM_TEXT | RVIM_STATE, view))
+    const int item = Row(row).item.item;
+    report::FetchedCell fetched;
+    if (subitem < 0 || !m_control.m_data->items.Fetch(item, subitem, RVIM_TEXT | RVIM_STATE, fetched))
         return false;
-    text.assign(view.cell.text);
-    cell = fetched.item;
-    cell.backgroundColor = view.item->backgroundColor;
-    cell.state = view.item->state;
+    text.assign(fetched.cell.text);
+    cell = {};
+    cell.item = item;
     cell.subitem = subitem;
-    cell.text = view.cell.hasText ? text.data() : nullptr;
+    cell.text = fetched.cell.hasText ? text.data() : nullptr;
     cell.textMax = static_cast<int>(text.size()) + 1;
-    cell.textColor = view.cell.textColor;
-    cell.image = view.cell.image;
-    cell.check = view.cell.check;
-    cell.extra = view.cell.extra;
-    cell.mask = RVIM_STATE | RVIM_ITEMDATA | (cell.text ? RVIM_TEXT : 0) |
-                (cell.image >= 0 ? RVIM_IMAGE : 0) | (cell.check >= 0 ? RVIM_CHECK : 0) |
-                (cell.textColor >= 0 ? RVIM_TEXTCOLOR : 0);
+    report::FillRecord(cell, fetched);
     return true;
 }
 
 report::CellContents CReportCtrl::RowSource::ContentsOf(int row, int subitem)
 {
-    ItemView view;
-    if (subitem < 0 || !m_control.ReadItem(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, view))
+    report::Items& items = m_control.m_data->items;
+    report::FetchedCell fetched;
+    if (subitem < 0 || !items.Fetch(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, fetched))
         return {};
-    const std::uint32_t format = m_control.m_data->subitems[static_cast<std::size_t>(subitem)].format;
-    return {view.cell.image >= 0, view.cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
+    const unsigned format = items.FormatOf(subitem);
+    return {fetched.cell.image >= 0, fetched.cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
             (format & RVSF_CHECKPLACE) != 0};
 }
 
@@ -102,8 +91,8 @@ bool CReportCtrl::GetRowHeight(int row, int& height)
 int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecorations)
 {
     *rect = {0, 0, m_data->view.margin, m_data->view.LineHeight()};
-    ItemView view;
-    if (subitem < 0 || !ReadItem(item, subitem, RVIM_TEXT | RVIM_STATE, view))
+    report::FetchedCell view;
+    if (subitem < 0 || !m_data->items.Fetch(item, subitem, RVIM_TEXT | RVIM_STATE, view))
         return 1;
     const report::CellContents contents = {!noDecorations && view.cell.image >= 0,
                                            !noDecorations && view.cell.check >= 0};
@@ -195,6 +184,6 @@ int CReportCtrl::HitTest(_RVHITTESTINFO* info)
     info->subitem = hit.subitem;
     info->rect = ToRect(hit.rect);
     info->item = GetItemFromRow(hit.row);
-    info->treeItem = m_data->IsTree() ? GetItemHandle(info->item) : nullptr;
+    info->treeItem = m_data->rows.IsTree() ? GetItemHandle(info->item) : nullptr;
     return info->item;
 }

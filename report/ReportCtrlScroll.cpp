@@ -39,7 +39,7 @@ int CReportCtrl::GetScrollPos32(int bar, int trackPosition)
 int CReportCtrl::SetScrollPos32(int bar, int position, int redraw)
 {
     int& present = IsVertical(bar) ? m_data->view.topRow : m_data->view.left;
-    if (IsVertical(bar) && m_data->rowsInvalid && position == present)
+    if (IsVertical(bar) && !m_data->rows.IsValid() && position == present)
         return 1; // it is cut to the rows when they are made
     const int most = IsVertical(bar) ? GetRowCount() : Places(*this).geometry.RowWidth();
     const int wanted = std::clamp(position, 0, most);
@@ -225,7 +225,7 @@ void CReportCtrl::RedrawRows(int first, int last, int update)
         last = first;
     if (!m_hWnd || !m_data->redraw)
         return;
-    if (first <= report::kFixedRow || m_data->rowsInvalid || m_data->tooFar)
+    if (first <= report::kFixedRow || !m_data->rows.IsValid() || m_data->tooFar)
         Redraw();
     else
         InvalidateRowRange({first, last});
@@ -258,7 +258,7 @@ void CReportCtrl::InvalidateRowRange(report::RowRange rows)
 void CReportCtrl::RedrawItems(int first, int last)
 {
     // Items stand in any order: those of a range may be anywhere.
-    if (!m_data->rowsInvalid && (last == RVI_NONE || first == last))
+    if (m_data->rows.IsValid() && (last == RVI_NONE || first == last))
     {
         const int row = GetRowFromItem(first);
         if (row != RVI_NONE)

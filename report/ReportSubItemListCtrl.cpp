@@ -70,8 +70,7 @@ void CReportSubItemListCtrl::Refresh()
     {
         if (m_report->IsActiveSubItem(subitem) || !AcceptSubItem(subitem))
             continue;
-        const char* const caption =
-            m_report->m_data->subitems[static_cast<std::size_t>(subitem)].text.c_str();
+        const char* const caption = m_report->m_data->items.SubItemAt(subitem).text.c_str();
         const LRESULT entry =
             SendMessage(LB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(caption));
         SendMessage(LB_SETITEMDATA, static_cast<WPARAM>(entry), subitem);

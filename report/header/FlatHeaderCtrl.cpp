@@ -83,6 +83,15 @@ bool CFlatHeaderCtrl::IsItemFiltered(int index) const
            m_extras[static_cast<std::size_t>(index)].filtered;
 }
 
+void CFlatHeaderCtrl::SetItemValues(int index, int value1, int value2)
+{
+    if (index < 0 || index >= static_cast<int>(m_extras.size()))
+        return;
+    _HDITEMEX& extra = m_extras[static_cast<std::size_t>(index)];
+    extra.value1 = value1;
+    extra.value2 = value2;
+}
+
 LRESULT CFlatHeaderCtrl::OnInsertItem(WPARAM, LPARAM)
 {
     EndPress();

@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class CFHDropWnd;
@@ -17,6 +18,8 @@ class CFHDropWnd;
 struct _HDITEMEX
 {
     bool filtered = false;
+    int value1 = 0; // the owner's, kept as they are
+    int value2 = 0;
 };
 
 // Deals with presses on items itself and leaves dividers to the system's control. The parent is told as by
@@ -38,6 +41,15 @@ public:
     // The mark of filtered columns. An index outside the items is ignored.
     void SetItemFiltered(int index, bool filtered);
     bool IsItemFiltered(int index) const;
+
+    // Two numbers of the owner's for an item; 0 where there is no such item.
+    void SetItemValues(int index, int value1, int value2);
+    std::pair<int, int> GetItemValues(int index) const
+    {
+        const bool found = index >= 0 && index < static_cast<int>(m_extras.size());
+        const _HDITEMEX extra = found ? m_extras[static_cast<std::size_t>(index)] : _HDITEMEX();
+        return {extra.value1, extra.value2};
+    }
 
     // Whether a divider is being dragged. The item changes once more when that has ended.
     bool IsTracking() const { return m_trackedItem != kNone; }

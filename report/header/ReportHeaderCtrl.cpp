@@ -1,7 +1,5 @@
 #include "report/header/ReportHeaderCtrl.h"
 
-#include "ReportCtrl.h"
-
 #include <algorithm>
 
 int CReportHeaderCtrl::GetItemOfColumn(int column) const
@@ -96,13 +94,12 @@ std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
 
 bool CReportHeaderCtrl::IsRemovedByDrop() const
 {
-    return (GetParent()->GetStyle() & RVS_DRAGCOLUMNS) != 0;
+    return m_removesByDrop;
 }
 
 std::string CReportHeaderCtrl::GetTip(int headerItem) const
 {
-    auto* const report = dynamic_cast<CReportCtrl*>(GetParent());
-    if (!report || (report->GetStyle() & (RVS_CALLBACK | RVS_NOHEADERSORT)) || !report->GetShowReport())
+    if (!m_sortsByClick)
         return {};
     std::string tip = m_sortCaption; // the owner's, and so no format for printing
     const std::size_t place = tip.find("%s");

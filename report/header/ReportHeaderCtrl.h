@@ -46,6 +46,13 @@ public:
     // What the tip of a column says whose click sorts; the first "%s" stands for its caption.
     void SetSortCaption(const char* format) { m_sortCaption = format; }
 
+    // What the control's styles let the user do here.
+    void SetUse(bool removesByDrop, bool sortsByClick)
+    {
+        m_removesByDrop = removesByDrop;
+        m_sortsByClick = sortsByClick;
+    }
+
 protected:
     std::string GetTip(int headerItem) const override;
     bool IsRemovedByDrop() const override;
@@ -56,4 +63,6 @@ private:
     std::string m_sortCaption = "Sort by: %s";
     int m_sortItem = kNone;
     bool m_sortAscending = true;
+    bool m_removesByDrop = false;
+    bool m_sortsByClick = false;
 };

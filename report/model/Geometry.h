@@ -11,8 +11,6 @@
 namespace report
 {
 
-constexpr int kNoRow = -2;
-constexpr int kFixedRow = -1;
 constexpr int kNoColumn = -1;
 constexpr int kMaxHidden = 65536; // rows without height, one after another, that are looked past
 

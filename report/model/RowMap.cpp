@@ -1,6 +1,7 @@
 #include "report/model/RowMap.h"
 
 #include "report/model/InvalidArgument.h"
+#include "report/model/Selection.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,13 +9,6 @@
 
 namespace report
 {
-
-namespace
-{
-
-constexpr int kNoRow = -2;
-
-} // namespace
 
 int RowMap::ItemAt(int row) const
 {

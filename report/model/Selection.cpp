@@ -9,8 +9,6 @@ namespace report
 namespace
 {
 
-constexpr int kNoRow = -2;
-
 // The number of a row after another came in before row `inserted`.
 int MovedUp(int row, int inserted)
 {

@@ -4,6 +4,9 @@
 namespace report
 {
 
+constexpr int kNoRow = -2;
+constexpr int kFixedRow = -1;
+
 struct RowRange
 {
     int first;
@@ -11,7 +14,7 @@ struct RowRange
     bool operator==(const RowRange&) const = default;
 };
 
-// -2 is no row and -1 the fixed row. The selected rows are one range, `first` to `last`; when none is, these
+// The selected rows are one range, `first` to `last`; when none is, these
 // are 0 and -1.
 struct Selection
 {

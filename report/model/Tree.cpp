@@ -18,17 +18,9 @@ _TREEITEM* Following(const _TREEITEM* item, const _TREEITEM* top, bool enter)
 {
     if (enter && item->firstChild != nullptr)
         return item->firstChild;
-    while (item != nullptr && item != top && item->nextSibling == nullptr)
+    while (item != nullptr && item != kTreeRoot && item != top && item->nextSibling == nullptr)
         item = item->parent;
-    return item == nullptr || item == top ? nullptr : item->nextSibling;
-}
-
-_TREEITEM* PreviousSibling(const _TREEITEM* item)
-{
-    _TREEITEM* previous = item->parent != nullptr ? item->parent->firstChild : nullptr;
-    while (previous != nullptr && previous->nextSibling != item)
-        previous = previous->nextSibling;
-    return previous;
+    return item == nullptr || item == kTreeRoot || item == top ? nullptr : item->nextSibling;
 }
 
 void LinkInFront(_TREEITEM* parent, _TREEITEM* item)
@@ -66,6 +58,22 @@ int LinkSorted(_TREEITEM* parent, _TREEITEM* item, bool ascending, const TreeCom
 
 } // namespace
 
+_TREEITEM* Tree::ParentOf(const _TREEITEM* item)
+{
+    if (item == &m_root)
+        return nullptr;
+    return item->parent != nullptr ? Resolve(item->parent) : &m_root;
+}
+
+_TREEITEM* Tree::PreviousSibling(const _TREEITEM* item)
+{
+    const _TREEITEM* const parent = ParentOf(item);
+    _TREEITEM* previous = parent != nullptr ? parent->firstChild : nullptr;
+    while (previous != nullptr && previous->nextSibling != item)
+        previous = previous->nextSibling;
+    return previous;
+}
+
 _TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
 {
     if (code == RVGN_FOCUSED)
@@ -75,15 +83,15 @@ _TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
     switch (code)
     {
     case RVGN_ROOT:
-        while (item->parent != nullptr && item->parent != &m_root)
-            item = item->parent;
+        for (_TREEITEM* above = ParentOf(item); above != nullptr && above != &m_root; above = ParentOf(item))
+            item = above;
         return item;
     case RVGN_NEXT:
         return item->nextSibling;
     case RVGN_PREVIOUS:
         return PreviousSibling(item);
     case RVGN_PARENT:
-        return item->parent != &m_root ? item->parent : nullptr;
+        return ParentOf(item) != &m_root ? ParentOf(item) : nullptr;
     case RVGN_CHILD:
         return item->firstChild;
     default:
@@ -94,7 +102,7 @@ _TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
 int Tree::Count(const _TREEITEM* parent, bool recursive)
 {
     int count = 0;
-    for (const _TREEITEM* item = parent->firstChild; item != nullptr;
+    for (const _TREEITEM* item = parent != nullptr ? parent->firstChild : nullptr; item != nullptr;
          item = Following(item, parent, recursive))
         ++count;
     return count;
@@ -102,8 +110,10 @@ int Tree::Count(const _TREEITEM* parent, bool recursive)
 
 bool Tree::IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item)
 {
+    if (ancestor == nullptr || item == nullptr)
+        return false;
     do
-        item = item->parent;
+        item = ParentOf(item);
     while (item != nullptr && item != ancestor);
     return item != nullptr;
 }
@@ -111,7 +121,8 @@ bool Tree::IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item)
 _TREEITEM* Tree::VisibleAncestor(_TREEITEM* item, bool& found)
 {
     _TREEITEM* visible = item;
-    for (_TREEITEM* above = item->parent; above != nullptr && above != &m_root; above = above->parent)
+    for (_TREEITEM* above = item != nullptr ? ParentOf(item) : nullptr; above != nullptr && above != &m_root;
+         above = ParentOf(above))
     {
         if (above->expanded == 0)
             visible = above;
@@ -148,14 +159,14 @@ void Tree::Unlink(_TREEITEM* item)
 {
     if (_TREEITEM* previous = PreviousSibling(item))
         previous->nextSibling = item->nextSibling;
-    else if (item->parent != nullptr && item->parent->firstChild == item)
-        item->parent->firstChild = item->nextSibling;
+    else if (_TREEITEM* parent = ParentOf(item); parent != nullptr && parent->firstChild == item)
+        parent->firstChild = item->nextSibling;
     item->nextSibling = nullptr;
 }
 
 void Tree::Walk(_TREEITEM* parent, bool expandedOnly, const std::function<void(_TREEITEM*)>& visit)
 {
-    for (_TREEITEM* item = parent->firstChild; item != nullptr;
+    for (_TREEITEM* item = parent != nullptr ? parent->firstChild : nullptr; item != nullptr;
          item = Following(item, parent, !expandedOnly || item->expanded != 0))
         visit(item);
 }

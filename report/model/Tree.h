@@ -19,7 +19,9 @@ _TREEITEM* const kTreeSort = reinterpret_cast<_TREEITEM*>(static_cast<std::intpt
 // Compares two tree items for a sort: less than, equal to or greater than 0.
 using TreeCompare = std::function<int(_TREEITEM* item1, _TREEITEM* item2)>;
 
-// Does not own the tree items, which may be any number of levels deep: nothing here recurses.
+// Does not own the tree items, which may be any number of levels deep: nothing here recurses. Top-level items
+// hang under the root; an owner, who cannot know its address, may also say kTreeRoot or null for their
+// parent.
 class Tree
 {
 public:
@@ -32,16 +34,20 @@ public:
     // The item that a handle stands for: the root for kTreeRoot, else itself.
     _TREEITEM* Resolve(_TREEITEM* handle) { return handle == kTreeRoot ? &m_root : handle; }
 
+    // The parent of an item; null for the root.
+    _TREEITEM* ParentOf(const _TREEITEM* item);
+
     // RVGN_*; `focused` is the answer to RVGN_FOCUSED. Null for any other code, and next to no item.
     _TREEITEM* Next(_TREEITEM* item, unsigned code, _TREEITEM* focused);
 
-    // Children, or with `recursive` all descendants.
+    // Children, or with `recursive` all descendants; none below null.
     static int Count(const _TREEITEM* parent, bool recursive);
 
-    // Whether `ancestor` stands above `item`; an item is none of itself.
-    static bool IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item);
+    // Whether `ancestor` is above `item`; an item is none of itself, and null has none and is none.
+    bool IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item);
 
-    // The highest collapsed ancestor; the item itself, and `found` false, when all are expanded.
+    // The highest collapsed ancestor; the item itself, and `found` false, when all are expanded. Null for
+    // null.
     _TREEITEM* VisibleAncestor(_TREEITEM* item, bool& found);
 
     // Whether a handle stands for one of the last three places.
@@ -55,13 +61,15 @@ public:
                     const TreeCompare& compare);
 
     // Takes `item`, with all below it, out of its parent's list.
-    static void Unlink(_TREEITEM* item);
+    void Unlink(_TREEITEM* item);
 
     // Calls `visit` for each descendant of `parent` in depth-first order; only what is below expanded items,
     // or all. `visit` may look at and change an item but not the links.
     static void Walk(_TREEITEM* parent, bool expandedOnly, const std::function<void(_TREEITEM*)>& visit);
 
 private:
+    _TREEITEM* PreviousSibling(const _TREEITEM* item);
+
     _TREEITEM m_root;
 };
 

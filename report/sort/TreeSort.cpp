@@ -47,8 +47,8 @@ void MergeRuns(const std::vector<_TREEITEM*>& from, std::vector<_TREEITEM*>& to,
     }
 }
 
-// Links nothing before all comparisons are done.
-void MergeSort(_TREEITEM* parent, int count, bool ascending, const TreeCompare& compare)
+// Links nothing before all comparisons are done; false, and nothing has changed, if they have no order.
+bool MergeSort(SortTree& tree, _TREEITEM* parent, int count, bool ascending, const TreeCompare& compare)
 {
     const std::size_t size = static_cast<std::size_t>(count);
     std::vector<_TREEITEM*> from(size);
@@ -64,6 +64,8 @@ void MergeSort(_TREEITEM* parent, int count, bool ascending, const TreeCompare& 
             MergeRuns(from, to, begin, std::min(begin + width, size), std::min(begin + 2 * width, size),
                       ascending, compare);
         }
+        if (!tree.IsOrdered())
+            return false;
         from.swap(to);
     }
 
@@ -74,6 +76,7 @@ void MergeSort(_TREEITEM* parent, int count, bool ascending, const TreeCompare& 
         end = &child->nextSibling;
     }
     *end = nullptr;
+    return true;
 }
 
 } // namespace
@@ -97,19 +100,22 @@ void TreeSort::Run(SortTree& tree, _TREEITEM* parent, bool ascending, bool recur
         return tree.Compare(item1, item2);
     };
     const int count = Tree::Count(parent, false);
+    bool belowIsSorted = !recursive;
+    bool isSorted = false;
     if (count > kLongList && tree.IsOrdered())
     {
         for (_TREEITEM* child = parent->firstChild; recursive && child != nullptr; child = child->nextSibling)
             SortBelow(tree, child);
-        MergeSort(parent, count, ascending, compare);
+        belowIsSorted = true;
+        isSorted = MergeSort(tree, parent, count, ascending, compare);
     }
-    else
+    if (!isSorted)
     {
         Unsorted rest(parent);
         while (rest.first != nullptr)
         {
             _TREEITEM* child = rest.first;
-            if (recursive)
+            if (!belowIsSorted)
                 SortBelow(tree, child);
             _TREEITEM* next = child->nextSibling;
             Tree::Link(parent, kTreeSort, child, ascending, compare);

@@ -1,0 +1,115 @@
+#include "report/model/CallbackItems.h"
+
+#include "report/model/CellCodec.h"
+#include "report/model/Record.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace report
+{
+
+namespace
+{
+
+constexpr std::size_t kTextMax = 65536;
+constexpr std::size_t kBuffer = kTextMax + 1;
+constexpr std::size_t kChunk = 1024;
+
+bool IsZero(const char* bytes, std::size_t count)
+{
+    return bytes[0] == '\0' && std::memcmp(bytes, bytes + 1, count - 1) == 0;
+}
+
+// Makes the buffer NUL again. Clearing 64 KiB would cost more than the rest of a cell, so it ends at the
+// first chunk that nobody has written to, and looks at the end, where some put a terminator in advance.
+char* ClearedText(std::vector<char>& text)
+{
+    if (text.empty())
+        text.resize(kBuffer);
+    std::size_t begin = 0;
+    for (std::size_t count = kChunk; begin < kBuffer; begin += count)
+    {
+        count = std::min(kChunk, kBuffer - begin);
+        if (IsZero(text.data() + begin, count))
+            break;
+        std::memset(text.data() + begin, 0, count);
+    }
+    text[kTextMax - 1] = text[kTextMax] = '\0';
+    return text.data();
+}
+
+// Makes a record one of an item of which nothing is known. Its memory is used again.
+void Reset(Item& record, int fields)
+{
+    ResetCells(record.cells, fields);
+    record.backgroundColor = record.treeLevel = record.previewTextColor = -1;
+    record.previewHeight = 0;
+    record.state = 0;
+    record.itemData = 0;
+    record.previewText.assign("", 0);
+    record.treeItem = nullptr;
+}
+
+} // namespace
+
+class CallbackItems::Entered
+{
+public:
+    explicit Entered(std::size_t& depth) : m_depth(depth) { ++m_depth; }
+    ~Entered() { --m_depth; }
+    Entered(const Entered&) = delete;
+    Entered& operator=(const Entered&) = delete;
+
+private:
+    std::size_t& m_depth;
+};
+
+CallbackItems::Level& CallbackItems::Current()
+{
+    if (m_levels.size() <= m_depth)
+        m_levels.resize(m_depth + 1);
+    return m_levels[m_depth];
+}
+
+Item* CallbackItems::Fetch(int item, int subitem, unsigned mask, int fields)
+{
+    Item& record = Current().item;
+    Reset(record, fields);
+    const Entered entered(m_depth);
+    return m_overrides.LoadItemData(record, item, subitem, mask | RVIM_TEXTCOLOR) ? &record : nullptr;
+}
+
+bool CallbackItems::Load(Item& record, int item, int subitem, unsigned mask)
+{
+    _RVITEM question;
+    question.item = item;
+    question.subitem = subitem;
+    question.mask = mask;
+    if (subitem >= -1)
+    {
+        question.mask |= RVIM_TEXT;
+        question.text = ClearedText(Current().text);
+        question.textMax = static_cast<int>(kTextMax);
+    }
+    const Entered entered(m_depth);
+    if (!m_overrides.AskOwner(question))
+        return false;
+
+    const auto value = [&question](unsigned bit, auto field, auto none) {
+        return (question.mask & bit) != 0 ? field : none;
+    };
+    const Cell cell = CellOf(question, kTextMax);
+    record.backgroundColor = value(RVIM_BACKGROUNDCOLOR, question.backgroundColor, -1);
+    record.previewHeight = value(RVIM_PREVIEWHEIGHT, question.previewHeight, 0);
+    record.treeLevel = value(RVIM_TREELEVEL, question.treeLevel, -1);
+    record.state = value(RVIM_STATE, question.state, 0u);
+    record.itemData = value(RVIM_ITEMDATA, question.itemData, std::int64_t{0});
+    record.previewText.assign(cell.text.data(), cell.text.size());
+    record.previewTextColor = cell.textColor;
+    if (subitem >= 0)
+        WriteCell(record.cells, subitem, cell);
+    return true;
+}
+
+} // namespace report

@@ -1,0 +1,226 @@
+// Items as callers, subclasses and owners see them: the record is what is read.
+#include "tests/report/ModelControl.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+namespace
+{
+
+using report::FetchedCell;
+
+// Whatever a subclass answers, its record or a copy, is what is read and written.
+TEST(Items, ReadsAndWritesTheRecordThatIsAnswered)
+{
+    for (const bool copies : {false, true})
+    {
+        ModelControl control;
+        control.copies = copies;
+        control.Define(2);
+        control.rows.InsertItem(0);
+        const std::string text(100, 'x'); // beyond what a string holds within itself
+        EXPECT_TRUE(control.SetText(0, 1, text));
+        _RVITEM change;
+        change.subitem = 1;
+        change.mask = RVIM_IMAGE | RVIM_STATE | RVIM_PREVIEWHEIGHT;
+        change.image = 3;
+        change.state = ~0u;
+        change.previewHeight = 9;
+        EXPECT_TRUE(control.items.Write(change));
+        FetchedCell fetched;
+        ASSERT_TRUE(control.items.Fetch(0, 1, 0, fetched));
+        EXPECT_EQ(text, fetched.cell.text) << copies;
+        EXPECT_EQ(3, fetched.cell.image);
+        EXPECT_EQ(RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED, fetched.item->state);
+        EXPECT_EQ(9, fetched.item->previewHeight);
+    }
+}
+
+TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
+{
+    for (const bool copies : {false, true})
+    {
+        ModelControl control;
+        control.copies = copies;
+        control.Define(2);
+        control.rows.SetMode(true, false);
+        control.rows.SetCallbackCount(10);
+        control.answer = [&](_RVITEM& question) {
+            if (question.item == 9)
+                return false;
+            if (question.item == 5)
+                EXPECT_EQ("6", control.Text(6, 1).substr(0, 1)); // which leaves this one alone
+            const char text[] = {static_cast<char>('0' + question.item), '\x07', 'x', '\0'};
+            std::strcpy(question.text, text);
+            question.mask = RVIM_TEXT | RVIM_IMAGE | RVIM_TEXTCOLOR;
+            question.image = question.subitem;
+            question.textColor = 4;
+            question.check = 1; // not in the mask
+            return true;
+        };
+        FetchedCell fetched;
+        ASSERT_TRUE(control.items.Fetch(5, 1, RVIM_TEXT, fetched));
+        EXPECT_EQ("5", fetched.cell.text) << copies; // a text ends at the separator
+        EXPECT_EQ(1, fetched.cell.image);
+        EXPECT_EQ(-1, fetched.cell.check);
+        EXPECT_EQ(4, fetched.cell.textColor);
+        EXPECT_STREQ("5\x07x", fetched.item->previewText.c_str());
+        ASSERT_TRUE(control.items.Fetch(9, 1, RVIM_TEXT, fetched));
+        EXPECT_FALSE(fetched.cell.hasText); // the default item's
+        EXPECT_FALSE(control.items.Fetch(10, 1, RVIM_TEXT, fetched));
+        EXPECT_FALSE(control.SetText(0, 0, "x"));
+    }
+}
+
+TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
+{
+    const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};
+    ModelControl control;
+    control.Define(1);
+    control.rows.SetMode(true, false);
+    control.rows.SetCallbackCount(1);
+    for (const auto& [begin, end] : written)
+    {
+        control.answer = [&, first = begin, last = end](_RVITEM& question) {
+            EXPECT_EQ(65536, question.textMax);
+            EXPECT_EQ(65537, std::count(question.text, question.text + 65537, '\0')) << first;
+            std::fill(question.text + first, question.text + last, 'x');
+            question.text[1] = '\0'; // what is behind it stays there
+            return true;
+        };
+        control.Text(0, 0);
+    }
+}
+
+TEST(Items, FindsWithAllThatItMayCompare)
+{
+    ModelControl control;
+    control.Define(1);
+    control.rows.InsertItem(0);
+    _RVFINDINFO info = {RVFI_ITEMDATA, nullptr, 0, 0, 0};
+    EXPECT_EQ(0, control.items.Find(info, 0, -1));
+    EXPECT_EQ(RVIM_TEXT | RVIM_IMAGE | RVIM_CHECK | RVIM_ITEMDATA, control.mask);
+}
+
+// A tree item of an owner knows the root only as a handle, or not at all.
+TEST(Rows, LinkAnOwnersTreeItems)
+{
+    for (_TREEITEM* const parent : {report::kTreeRoot, static_cast<_TREEITEM*>(nullptr)})
+    {
+        _TREEITEM own[4];
+        ModelControl control;
+        control.Define(1);
+        report::Rows& rows = control.rows;
+        rows.SetMode(false, true);
+        for (int item = 0; item < 4; ++item)
+        {
+            rows.InsertItem(item);
+            own[item].item = item;
+            control.items.Stored().At(item).treeItem = &own[item];
+        }
+        own[0].expanded = 1;
+        rows.InsertTree(0, parent, report::kTreeLast, &own[0], true);
+        rows.InsertTree(0, &own[0], nullptr, &own[1], true); // as at the end
+        rows.InsertTree(0, parent, report::kTreeLast, &own[2], true);
+        rows.InsertTree(0, parent, report::kTreeFirst, &own[3], true);
+        EXPECT_EQ(1, own[2].level);
+        EXPECT_EQ(2, own[1].level);
+        EXPECT_EQ(0, rows.InsertTree(0, parent, nullptr, nullptr, true));
+        for (const int topLevel : {0, 2, 3})
+            own[topLevel].parent = parent; // as an owner may say afterwards
+        rows.Build();
+        EXPECT_EQ((std::vector<int>{3, 0, 1, 2}), rows.Map().Items());
+
+        report::Tree& tree = rows.GetTree();
+        bool isHidden = true;
+        EXPECT_EQ(&own[0], rows.Next(&own[1], RVGN_ROOT));
+        EXPECT_EQ(&own[3], rows.Next(&own[0], RVGN_PREVIOUS));
+        EXPECT_EQ(nullptr, rows.Next(&own[2], RVGN_PARENT));
+        EXPECT_EQ(&own[1], rows.VisibleAncestor(&own[1], isHidden));
+        EXPECT_TRUE(tree.IsDescendant(tree.Root(), &own[2]));
+        EXPECT_EQ(nullptr, rows.Next(nullptr, RVGN_ROOT));
+        EXPECT_EQ(nullptr, rows.VisibleAncestor(nullptr, isHidden));
+        EXPECT_FALSE(tree.IsDescendant(nullptr, &own[2]));
+        EXPECT_FALSE(tree.IsDescendant(tree.Root(), nullptr));
+        EXPECT_EQ(0, report::Tree::Count(nullptr, true));
+        rows.Build(nullptr); // appends nothing
+        EXPECT_FALSE(rows.DeleteTreeItem(nullptr));
+
+        EXPECT_TRUE(rows.DeleteItem(3)); // the first child of the root
+        EXPECT_TRUE(rows.DeleteTreeItem(&own[0]));
+        EXPECT_EQ(1, rows.Count());
+        EXPECT_EQ(&own[2], tree.Root()->firstChild);
+        EXPECT_EQ(0, own[2].item);
+    }
+}
+
+TEST(Rows, FormNoTreeInCallbackMode)
+{
+    ModelControl control;
+    control.Define(1);
+    control.rows.SetMode(true, true);
+    control.rows.SetCallbackCount(3);
+    EXPECT_FALSE(control.rows.IsTree());
+    EXPECT_EQ(3, control.rows.Count());
+    EXPECT_EQ(nullptr, control.rows.InsertTreeItem(nullptr, nullptr, "x", 0, true));
+    EXPECT_TRUE(control.rows.Select(2, 1, false, true, false));
+    control.rows.SetCallbackCount(2);
+    EXPECT_EQ(1, control.rows.FocusedRow());
+    EXPECT_EQ((report::RowRange{1, 2}), control.rows.SelectedRows()); // the next new row is selected
+
+    // Of the same stored items there are a list and a tree.
+    control.rows.SetMode(false, false);
+    EXPECT_EQ(report::kNoRow, control.rows.FocusedRow());
+    control.rows.InsertItem(0);
+    EXPECT_EQ(1, control.rows.Count());
+    control.rows.SetMode(false, true);
+    EXPECT_EQ(0, control.rows.Count());
+    control.rows.SetMode(false, false);
+    EXPECT_EQ(1, control.rows.Count());
+}
+
+// A comparison that is no order gives what insertion gives, and only insertion: however long the list is.
+TEST(Sorting, MergesOnlyWhatItComparesItself)
+{
+    constexpr int kItems = 200;
+    const auto number = [](int item) { return item * 37 % 101; };
+    const auto tolerant = [=](int item1, int item2) {
+        const int difference = number(item1) - number(item2);
+        return difference > 10 ? 1 : difference < -10 ? -1 : 0;
+    };
+    for (const int way : {0, 1, 2, 3}) // of comparing: itself, by an override, a callback, a ready one
+    {
+        ModelControl control;
+        control.Define(1);
+        control.rows.SetMode(false, true);
+        for (int item = 0; item < kItems; ++item)
+        {
+            const std::string text = std::to_string(1000 + number(item));
+            ASSERT_TRUE(control.rows.InsertTreeItem(nullptr, nullptr, text.c_str(), 0, true));
+        }
+        static int (*callback)(int, int) = nullptr;
+        callback = [](int item1, int item2) { return item1 * 37 % 101 - item2 * 37 % 101; };
+        if (way == 1)
+            control.compare = tolerant;
+        else if (way >= 2)
+            control.sorting.SetCallback(
+                [](int item1, int, int item2, int, std::int64_t) { return callback(item1, item2); }, 0,
+                way == 3);
+        std::vector<int> expected;
+        for (int item = 0; item < kItems; ++item)
+        {
+            const auto place = std::find_if(expected.begin(), expected.end(), [&](int other) {
+                return (way == 1 ? tolerant(item, other) : number(item) - number(other)) <= 0;
+            });
+            expected.insert(place, item);
+        }
+        control.sorting.Sort(0, 1);
+        EXPECT_EQ(expected, control.rows.Map().Items()) << way;
+        EXPECT_EQ(0u, control.sorting.Number());
+    }
+}
+
+} // namespace

@@ -3,6 +3,7 @@
 
 #include "QmLogApi.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ enum class QmLogFindingKind
     kKindInvalid,        // a row's kind is the reserved value
     kCountersMissing,    // there are rows, but no "Log.DAT"
     kCountersSize,       // there are rows, but "Log.DAT" does not have its 8 bytes
-    kMoreDamage,         // further findings in this log, damage among them
+    kMoreDamage,         // further findings in this log, damage among them, or so many that it was given up
     // Not damage.
     kRowBeforeText,    // a row at the end whose text has not come yet
     kRowWithoutText,   // a row whose text never came
@@ -56,10 +57,15 @@ struct QmLogFinding
     std::string reason; // a sentence without a full stop
 };
 
+// Hears now and then how much of the work is done, in percent, and answers false to end it.
+using QmLogVerifyProgress = std::function<bool(int percent)>;
+
 // Checks the logs named in `logs` (base names without extension) of `folder`, and "Log.DAT", against each
 // other. Reads only, in constant memory, and the files may grow meanwhile. Findings come log by log, in
-// ascending row order; of more than 1,000 in one log the rest is counted in one more.
+// ascending row order; of more than 1,000 in one log the rest is counted in one more, and a log with more
+// than a hundred thousand is given up. When `progress` ends the work, the findings are those up to there.
 // Without files there are no findings. A number without a row can be told only when `logs` names every log of
 // the folder.
 QMLOG_API std::vector<QmLogFinding> QmLogVerify(const std::string& folder,
-                                                const std::vector<std::string>& logs);
+                                                const std::vector<std::string>& logs,
+                                                const QmLogVerifyProgress& progress = {});

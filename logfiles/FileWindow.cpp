@@ -9,7 +9,19 @@
 namespace logfiles
 {
 
-FileWindow::FileWindow(const std::string& path) : m_path(path)
+// Asking whether to go on may cost as much as reading a window.
+void ReadProgress::Add(std::uint64_t bytes)
+{
+    constexpr std::uint64_t kStep = 4 * 1024 * 1024;
+    m_done += bytes;
+    if (!m_tell || m_stopped || m_done - m_told < kStep)
+        return;
+    m_told = m_done;
+    m_stopped = !m_tell(
+        static_cast<int>(100 * std::min(m_done, m_expected) / std::max<std::uint64_t>(m_expected, 1)));
+}
+
+FileWindow::FileWindow(const std::string& path, ReadProgress* progress) : m_path(path), m_progress(progress)
 {
     if (!ZEMA::FileCalls().GetSize(path.c_str(), m_size))
         return;
@@ -42,7 +54,7 @@ std::uint64_t FileWindow::SizeNow() const
 
 const char* FileWindow::At(std::uint64_t position)
 {
-    if (m_state != State::kOpen || position >= m_size)
+    if (m_state != State::kOpen || position >= m_size || (m_progress != nullptr && m_progress->IsStopped()))
         return nullptr;
     if (!m_window.Holds(position))
     {
@@ -61,6 +73,8 @@ bool FileWindow::ReadWindow(std::uint64_t position)
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     m_window.start = position - position % kWindowSize;
     m_window.bytes.resize(static_cast<std::size_t>(std::min(kWindowSize, m_size - m_window.start)));
+    if (m_progress != nullptr)
+        m_progress->Add(m_window.bytes.size());
     std::uint64_t reached = 0;
     DWORD bytes = 0;
     return files.Seek(m_file, static_cast<std::int64_t>(m_window.start), FILE_BEGIN, reached) &&

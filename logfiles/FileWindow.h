@@ -4,11 +4,32 @@
 #include "wintypes.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace logfiles
 {
+
+// How far reading has come, told now and then to whoever asked for it, who can end it.
+class ReadProgress
+{
+public:
+    // `tell` gets the percent and answers false to end; it may be empty.
+    explicit ReadProgress(std::function<bool(int)> tell) : m_tell(std::move(tell)) {}
+
+    void Expect(std::uint64_t bytes) { m_expected += bytes; }
+    void Add(std::uint64_t bytes);
+    bool IsStopped() const { return m_stopped; }
+
+private:
+    std::function<bool(int)> m_tell;
+    std::uint64_t m_expected = 0;
+    std::uint64_t m_done = 0;
+    std::uint64_t m_told = 0;
+    bool m_stopped = false;
+};
 
 // A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later
 // is not there. Bytes are read in windows, of which the last two are kept: walking through the file in
@@ -23,7 +44,8 @@ public:
         kUnreadable
     };
 
-    explicit FileWindow(const std::string& path);
+    // With a `progress`, which outlives the window, nothing can be read any more once that is stopped.
+    explicit FileWindow(const std::string& path, ReadProgress* progress = nullptr);
     ~FileWindow(); // closes the file
     FileWindow(const FileWindow&) = delete;
     FileWindow& operator=(const FileWindow&) = delete;
@@ -62,6 +84,7 @@ private:
     bool ReadWindow(std::uint64_t position);
 
     std::string m_path;
+    ReadProgress* m_progress;
     std::uint64_t m_size = 0;
     HANDLE m_file = nullptr;
     State m_state = State::kMissing;

@@ -12,6 +12,7 @@ namespace
 {
 
 using logfiles::FileWindow;
+using logfiles::ReadProgress;
 using logfiles::VerifyLog;
 
 // "Log.DAT" of the folder.
@@ -62,7 +63,7 @@ public:
     {
         const std::uint32_t last = m_row.time;
         CQmLogRow row;
-        while (m_index < m_log.RowCount() && m_log.ReadRow(m_index, row))
+        while (!m_log.IsGivenUp() && m_index < m_log.RowCount() && m_log.ReadRow(m_index, row))
         {
             m_log.CheckValues(m_index, row);
             const bool right = CheckNumber(last, row);
@@ -194,18 +195,20 @@ bool QmLogIsDamage(QmLogFindingKind kind)
     return kind < QmLogFindingKind::kRowBeforeText;
 }
 
-std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vector<std::string>& logs)
+std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vector<std::string>& logs,
+                                      const QmLogVerifyProgress& progress)
 {
     std::string prefix = folder;
     if (!prefix.empty() && prefix.back() != '\\' && prefix.back() != '/')
         prefix += '\\';
 
+    ReadProgress reading(progress);
     // The counters last: they move on before the rows do.
     std::deque<VerifyLog> open;
     bool anyRows = false;
     for (const std::string& log : logs)
     {
-        open.emplace_back(prefix, log);
+        open.emplace_back(prefix, log, reading);
         anyRows = anyRows || open.back().RowCount() > 0;
     }
     const CounterFile counters = ReadCounterFile(prefix + "Log.DAT");
@@ -218,9 +221,11 @@ std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vect
     const MissingNumbers missing = CheckNumbers(open, counter);
 
     std::vector<QmLogFinding> findings;
+    bool complete = true;
     for (VerifyLog& log : open)
     {
         log.CheckReadable();
+        complete = complete && !log.IsGivenUp();
         log.GetFindings().AppendTo(findings);
     }
     const auto addCounters = [&](QmLogFindingKind kind, const std::string& reason) {
@@ -233,6 +238,7 @@ std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vect
     else if (anyRows && counters.size != 8)
         addCounters(QmLogFindingKind::kCountersSize,
                     "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
-    missing.AppendTo(findings);
+    if (complete)
+        missing.AppendTo(findings);
     return findings;
 }

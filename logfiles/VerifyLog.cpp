@@ -36,15 +36,20 @@ void Findings::AppendTo(std::vector<QmLogFinding>& all)
     all.insert(all.end(), m_findings.begin(), m_findings.end());
     if (m_more > 0)
     {
-        const auto kind = m_moreDamage ? QmLogFindingKind::kMoreDamage : QmLogFindingKind::kMoreNotes;
-        all.push_back(
-            {kind, m_log + ".ROW", QmLogFinding::kNoRow, Number(m_more) + " more findings like these"});
+        const bool damage = m_moreDamage || IsGivenUp();
+        all.push_back({damage ? QmLogFindingKind::kMoreDamage : QmLogFindingKind::kMoreNotes, m_log + ".ROW",
+                       QmLogFinding::kNoRow,
+                       Number(m_more) + " more findings like these" +
+                           (IsGivenUp() ? ", and the rest of the log was not checked" : "")});
     }
 }
 
-VerifyLog::VerifyLog(const std::string& folder, const std::string& name)
-    : m_name(name), m_text(folder + name + ".LOG"), m_rows(folder + name + ".ROW"), m_findings(name)
+// The index is read twice, once from each end.
+VerifyLog::VerifyLog(const std::string& folder, const std::string& name, ReadProgress& progress)
+    : m_name(name), m_progress(progress), m_text(folder + name + ".LOG", &progress),
+      m_rows(folder + name + ".ROW", &progress), m_findings(name)
 {
+    m_progress.Expect(m_text.Size() + 2 * m_rows.Size());
 }
 
 bool VerifyLog::ReadRow(std::uint64_t index, CQmLogRow& row)
@@ -94,6 +99,8 @@ void VerifyLog::CheckOffsets()
             IsLineStart(before.offset))
             continue;
         CheckGap(index + 1, gapEnd, row.offset, next);
+        if (IsGivenUp())
+            return;
         next = row.offset;
         gapEnd = index;
     }
@@ -175,10 +182,12 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
                            Number(endRow - 1));
     else
     {
-        for (std::uint64_t index = firstRow; index < endRow; ++index)
+        for (std::uint64_t index = firstRow; index < endRow && !IsGivenUp(); ++index)
             ReportRow(index, endRow, lines > 0);
     }
 
+    if (IsGivenUp())
+        return;
     const bool cut = atEnd && m_rows.Size() % sizeof(CQmLogRow) != 0;
     if (lines > rows)
         m_findings.Add(cut ? QmLogFindingKind::kIndexCut : QmLogFindingKind::kLineWithoutRow, "ROW", endRow,

@@ -11,7 +11,8 @@
 namespace logfiles
 {
 
-// The findings of one log, in the order in which they came up; beyond a limit only their number is kept.
+// The findings of one log, in the order in which they came up; beyond a limit only their number is kept, and
+// beyond another the log is given up: each of its rows would be one more.
 class Findings
 {
 public:
@@ -20,11 +21,14 @@ public:
     // `extension` is "LOG" or "ROW".
     void Add(QmLogFindingKind kind, const char* extension, std::uint64_t row, const std::string& reason);
 
+    bool IsGivenUp() const { return m_more >= kHopeless; }
+
     // Appends the findings to `all` in ascending row order.
     void AppendTo(std::vector<QmLogFinding>& all);
 
 private:
     static constexpr std::size_t kLimit = 1000;
+    static constexpr unsigned long kHopeless = 100000;
 
     std::string m_log;
     std::vector<QmLogFinding> m_findings;
@@ -36,7 +40,7 @@ class VerifyLog
 {
 public:
     // Both files as they are now: the text first, because rows go out before their text.
-    VerifyLog(const std::string& folder, const std::string& name);
+    VerifyLog(const std::string& folder, const std::string& name, ReadProgress& progress);
 
     // Compares the index with the text, walking through both from the end.
     void CheckOffsets();
@@ -45,6 +49,9 @@ public:
     std::uint64_t RowCount() const { return m_rows.Size() / sizeof(CQmLogRow); }
     bool ReadRow(std::uint64_t index, CQmLogRow& row);
     void CheckValues(std::uint64_t index, const CQmLogRow& row);
+
+    // True when nothing further is to be looked at, and the log may be checked in part.
+    bool IsGivenUp() const { return m_findings.IsGivenUp() || m_progress.IsStopped(); }
 
     Findings& GetFindings() { return m_findings; }
     std::string RowFile() const { return m_name + ".ROW"; }
@@ -62,6 +69,7 @@ private:
     void ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displaced);
 
     std::string m_name;
+    ReadProgress& m_progress;
     FileWindow m_text;
     FileWindow m_rows;
     Findings m_findings;

@@ -379,4 +379,37 @@ TEST(Verify, CountsWhatIsTooMuchToTell)
     EXPECT_EQ(1u, Count(findings, Kind::kMoreDamage));
 }
 
+// An index of zeros: each row is a finding, and the first hundred thousand say all that there is to say.
+TEST(Verify, GivesUpALogOfNothingButFindings)
+{
+    Folder folder;
+    folder.WriteSession();
+    folder.session.files.SetSize("C:\\Logs\\Run.LOG", 100);
+    folder.session.files.SetSize("C:\\Logs\\Run.ROW", 20 * 110000);
+    const std::vector<QmLogFinding> findings = folder.Verify();
+    ASSERT_EQ(1001u, findings.size()) << "nothing is told of numbers that the rest may have";
+    EXPECT_EQ(Kind::kMoreDamage, findings.back().kind);
+    EXPECT_EQ("100000 more findings like these, and the rest of the log was not checked",
+              findings.back().reason);
+}
+
+TEST(Verify, TellsHowFarItIsAndEndsWhenToldTo)
+{
+    Folder folder;
+    folder.WriteSession();
+    folder.session.files.SetSize("C:\\Logs\\SQL.LOG", 100 << 20);
+    std::vector<int> told;
+    const auto verify = [&](std::size_t last) {
+        told.clear();
+        return QmLogVerify("C:\\Logs", {"Main", "SQL"}, [&](int percent) {
+            told.push_back(percent);
+            return told.size() < last;
+        });
+    };
+    verify(1000);
+    EXPECT_TRUE(told.size() > 20 && told.back() > 90 && std::is_sorted(told.begin(), told.end()));
+    EXPECT_TRUE(verify(3).empty()) << "what was not read is no finding";
+    EXPECT_EQ((std::vector<int>{4, 8, 12}), told);
+}
+
 } // namespace

@@ -1,5 +1,7 @@
 #include "Bench.h"
 
+#include "wintypes.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -50,23 +52,38 @@ void PrintRow(const Measure& measure)
                 Number(measure.goal, 2, "").c_str(), measure.goal ? (Met(measure) ? "met" : "MISSED") : "");
 }
 
-} // namespace
-
-double Microseconds(const Variant& variant)
+// Microseconds since a moment that stays the same.
+double Now(Clock clock)
 {
-    using Clock = std::chrono::steady_clock;
-    if (variant.prepare)
-        variant.prepare();
-    const Clock::time_point begin = Clock::now();
-    variant.run();
-    const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
-    return time.count() / variant.units;
+    if (clock == Clock::kWall)
+    {
+        const auto time = std::chrono::steady_clock::now().time_since_epoch();
+        return std::chrono::duration<double, std::micro>(time).count();
+    }
+    constexpr double kUnit = 0.1; // of FILETIME
+    FILETIME start, exit, kernel, user;
+    ::GetProcessTimes(::GetCurrentProcess(), &start, &exit, &kernel, &user);
+    const auto microseconds = [](const FILETIME& time) {
+        return kUnit * (4294967296.0 * time.dwHighDateTime + time.dwLowDateTime);
+    };
+    return microseconds(kernel) + microseconds(user);
 }
 
-Comparison::Comparison(std::vector<Variant> variants, unsigned rounds) : m_times(variants.size())
+} // namespace
+
+double Microseconds(const Variant& variant, Clock clock)
+{
+    if (variant.prepare)
+        variant.prepare();
+    const double begin = Now(clock);
+    variant.run();
+    return (Now(clock) - begin) / variant.units;
+}
+
+Comparison::Comparison(std::vector<Variant> variants, unsigned rounds, Clock clock) : m_times(variants.size())
 {
     for (const Variant& variant : variants)
-        Microseconds(variant);
+        Microseconds(variant, clock);
 
     const std::size_t count = variants.size();
     for (unsigned round = 0; round < rounds; ++round)
@@ -76,7 +93,7 @@ Comparison::Comparison(std::vector<Variant> variants, unsigned rounds) : m_times
         {
             const std::size_t turn = (i + round) % count;
             const std::size_t variant = backward ? count - 1 - turn : turn;
-            m_times[variant].push_back(Microseconds(variants[variant]));
+            m_times[variant].push_back(Microseconds(variants[variant], clock));
         }
     }
 }

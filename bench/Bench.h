@@ -19,8 +19,17 @@ struct Variant
     std::function<void()> prepare = {};
 };
 
+// What is counted: the time that passes, or what this process had of the processor, its system calls
+// included. The latter holds on a busy machine too, but not below tens of milliseconds, and without what the
+// system's server does for a call.
+enum class Clock
+{
+    kWall,
+    kProcessor
+};
+
 // Microseconds a unit of one run.
-double Microseconds(const Variant& variant);
+double Microseconds(const Variant& variant, Clock clock = Clock::kWall);
 
 // Times variants in rounds. Absolute times drift with the machine's load, so each round times every
 // variant once, and ratios are taken within a round. The order changes from round to round: none of them
@@ -29,7 +38,7 @@ class Comparison
 {
 public:
     // The first variant is the reference. Each is run once untimed, to open its files.
-    Comparison(std::vector<Variant> variants, unsigned rounds);
+    Comparison(std::vector<Variant> variants, unsigned rounds, Clock clock = Clock::kWall);
 
     // Medians over the rounds: microseconds a unit, and the multiple of another variant's.
     double Time(std::size_t variant) const;

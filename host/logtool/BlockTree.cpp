@@ -12,10 +12,22 @@ void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
     EndBlocks(log, index, row);
     if (row.blockBegin != 0 && row.indent > 0)
         OpenBlock(log, index, row);
-    if (!own.open.empty())
-        ++m_nodes[own.open.back()].rows;
-    else if (!m_open.empty())
-        ++m_nodes[m_open.back()].rows;
+    const std::uint32_t block = Innermost(log);
+    if (block != kNone)
+        ++m_nodes[block].rows;
+}
+
+std::uint32_t BlockTree::Innermost(std::size_t log) const
+{
+    if (!m_logs[log].open.empty())
+        return m_logs[log].open.back();
+    return m_open.empty() ? kNone : m_open.back().node;
+}
+
+bool BlockTree::IsOpen(std::uint32_t block) const
+{
+    return std::any_of(m_open.begin(), m_open.end(),
+                       [block](const OpenNode& open) { return open.node == block; });
 }
 
 void BlockTree::EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row)
@@ -24,39 +36,45 @@ void BlockTree::EndBlocks(std::size_t log, unsigned long index, const CQmLogRow&
     while (!open.empty())
     {
         const std::uint32_t block = open.back();
-        const std::uint8_t indent = m_nodes[block].indent;
+        const std::uint32_t indent = m_nodes[block].indent;
         if (row.indent > indent || (row.indent == indent && row.blockBegin == 0))
             return;
-        m_nodes[block].end = index;
+        m_nodes[block].end = static_cast<std::uint32_t>(index);
         open.pop_back();
-        m_open.erase(std::find(m_open.begin(), m_open.end(), block));
+        m_open.erase(std::find_if(m_open.begin(), m_open.end(),
+                                  [block](const OpenNode& other) { return other.node == block; }));
     }
 }
 
 void BlockTree::OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    const auto parent = std::find_if(m_open.rbegin(), m_open.rend(),
-                                     [&](std::uint32_t node) { return m_nodes[node].indent < row.indent; });
-    Node node;
-    node.log = log;
-    node.begin = index;
+    const auto parent = std::find_if(m_open.rbegin(), m_open.rend(), [&](const OpenNode& open) {
+        return m_nodes[open.node].indent < row.indent;
+    });
+    Node node = {};
+    node.log = static_cast<std::uint32_t>(log) & 0x7FFFFF; // as many logs as a folder may have
+    node.begin = static_cast<std::uint32_t>(index);
     node.isError = row.kind == kErrorKind;
-    node.errors = node.isError ? 1 : 0;
+    node.errors = node.isError;
     node.indent = row.indent;
     m_nodes.push_back(node);
     const auto block = static_cast<std::uint32_t>(m_nodes.size() - 1);
-    Append(block, parent == m_open.rend() ? kNone : *parent);
+    Append(block, parent == m_open.rend() ? nullptr : &*parent);
     m_logs[log].open.push_back(block);
-    m_open.push_back(block);
+    m_open.push_back({block, kNone});
     m_errorCount += node.errors;
 }
 
-void BlockTree::Append(std::uint32_t node, std::uint32_t parent)
+// The last child of a block is known as long as the block is open, and it gets no further ones afterwards.
+void BlockTree::Append(std::uint32_t node, OpenNode* parent)
 {
-    m_nodes[node].parent = parent;
-    std::uint32_t& first = parent == kNone ? m_firstTop : m_nodes[parent].firstChild;
-    std::uint32_t& last = parent == kNone ? m_lastTop : m_nodes[parent].lastChild;
-    (last == kNone ? first : m_nodes[last].nextSibling) = node;
+    std::uint32_t& last = parent == nullptr ? m_lastTop : parent->lastChild;
+    if (parent != nullptr)
+        m_nodes[node].parent = parent->node;
+    if (last != kNone)
+        m_nodes[last].nextSibling = node;
+    else
+        (parent == nullptr ? m_firstTop : m_nodes[parent->node].firstChild) = node;
     last = node;
 }
 
@@ -65,7 +83,7 @@ void BlockTree::Finish()
     for (Log& log : m_logs)
     {
         for (const std::uint32_t block : log.open)
-            m_nodes[block].end = log.rows;
+            m_nodes[block].end = static_cast<std::uint32_t>(log.rows);
         log.open.clear();
     }
     m_open.clear();

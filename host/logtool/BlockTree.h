@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 namespace logtool
@@ -21,20 +22,21 @@ class BlockTree
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
+    // A session can have millions, so they are kept small.
     struct Node
     {
-        std::size_t log = 0;
-        unsigned long begin = 0; // row of the header in its log
-        unsigned long end = 0;   // row of its log behind the block
-        bool isError = false;
-        std::uint8_t indent = 0;
+        std::uint32_t log : 23;
+        std::uint32_t isError : 1;
+        std::uint32_t indent : 8;
+        std::uint32_t begin = 0;  // row of the header in its log
+        std::uint32_t end = 0;    // row of its log behind the block
         std::uint32_t rows = 0;   // in the block and the blocks below it, the headers counted
         std::uint32_t errors = 0; // headers of errors, its own counted
         std::uint32_t parent = kNone;
         std::uint32_t firstChild = kNone;
-        std::uint32_t lastChild = kNone;
         std::uint32_t nextSibling = kNone;
     };
+    static_assert(sizeof(Node) == 32);
 
     explicit BlockTree(std::size_t logs) : m_logs(logs) {}
 
@@ -44,6 +46,11 @@ public:
     void EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row);
     // Ends all blocks and sums up; after the last row.
     void Finish();
+
+    // The block that a row of `log` belongs to, if it came now; kNone when it belongs to none. For the row
+    // just added that is its own.
+    std::uint32_t Innermost(std::size_t log) const;
+    bool IsOpen(std::uint32_t block) const;
 
     const Node& At(std::uint32_t node) const { return m_nodes[node]; }
     std::size_t BlockCount() const { return m_nodes.size(); }
@@ -58,12 +65,18 @@ private:
         unsigned long rows = 0;
     };
 
-    void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
-    void Append(std::uint32_t node, std::uint32_t parent);
+    struct OpenNode
+    {
+        std::uint32_t node;
+        std::uint32_t lastChild;
+    };
 
-    std::vector<Node> m_nodes; // a block stands behind its parent
+    void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
+    void Append(std::uint32_t node, OpenNode* parent);
+
+    std::deque<Node> m_nodes; // a block stands behind its parent
     std::vector<Log> m_logs;
-    std::vector<std::uint32_t> m_open; // the open blocks of all logs in the order they were opened
+    std::vector<OpenNode> m_open; // the open blocks of all logs in the order they were opened
     std::uint32_t m_firstTop = kNone;
     std::uint32_t m_lastTop = kNone;
     std::uint32_t m_errorCount = 0;

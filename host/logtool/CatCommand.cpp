@@ -45,6 +45,8 @@ private:
         std::string text;
     };
 
+    void Keep(const LogEntry& entry);
+    void ShowKept();
     void Show(const LogEntry& entry) { m_output.Row(m_logs[entry.log], entry); }
 
     TextOutput& m_output;
@@ -61,26 +63,44 @@ void ContextOutput::Add(const LogEntry& entry, bool matches)
 {
     if (!matches && m_afterLeft == 0)
     {
-        m_kept.push_back({entry, std::string(entry.text)});
-        if (m_kept.size() > m_before)
-        {
-            m_kept.pop_front();
-            m_gap = true;
-        }
+        Keep(entry);
         return;
     }
     if (m_gap && m_shown && (m_before > 0 || m_after > 0))
         m_output.Line("--");
+    if (!m_kept.empty())
+        ShowKept();
+    m_gap = false;
+    m_shown = true;
+    Show(entry);
+    m_afterLeft = matches ? m_after : m_afterLeft - 1;
+}
+
+void ContextOutput::ShowKept()
+{
     for (Kept& kept : m_kept)
     {
         kept.entry.text = kept.text;
         Show(kept.entry);
     }
     m_kept.clear();
-    m_gap = false;
-    m_shown = true;
-    Show(entry);
-    m_afterLeft = matches ? m_after : m_afterLeft - 1;
+}
+
+// The memory of the row that drops out is that of the one that comes in.
+void ContextOutput::Keep(const LogEntry& entry)
+{
+    m_gap = m_gap || m_kept.size() == m_before;
+    if (m_before == 0)
+        return;
+    Kept kept;
+    if (m_kept.size() == m_before)
+    {
+        kept = std::move(m_kept.front());
+        m_kept.pop_front();
+    }
+    kept.entry = entry;
+    kept.text = entry.text;
+    m_kept.push_back(std::move(kept));
 }
 
 class Cat : public Command
@@ -133,16 +153,18 @@ int Cat::Run(Host& host)
     ContextOutput output(text, logs, m_before.value_or(0), m_after.value_or(0));
     LogStream stream(logs, LogStream::Content::kText);
     stream.SetRange(from, to);
+    if (match.text && !match.withoutText && !m_after && !m_before)
+        stream.SetWanted(match.text->NeededText());
     std::uint64_t found = 0;
-    LogEntry entry;
-    while (stream.Next(entry))
+    while (const LogEntry* const entry = stream.Next())
     {
-        const bool matches = match(entry);
+        const bool matches = match(*entry);
         found += matches ? 1 : 0;
         if (!m_count)
-            output.Add(entry, matches);
+            output.Add(*entry, matches);
     }
     text.EndLine();
+    text.Flush();
     if (m_count)
         host.Output() << found << '\n';
     return End(logs, stream, match, found, host);

@@ -65,9 +65,9 @@ void Command::AddLogOption()
     m_line.AddTexts("--log", "NAME", m_logs, "only this log; may be repeated");
 }
 
-void Command::AddNumbersOption()
+void Command::AddNumbersOption(const char* help)
 {
-    m_line.AddFlag("--numbers", m_numbers, "put sequence number and log name before each row");
+    m_line.AddFlag("--numbers", m_numbers, help);
 }
 
 void Command::AddKindOption(std::optional<QmLogBlockKind>& kind, const std::string& help)
@@ -93,12 +93,18 @@ void Command::EnterFolder(Host& host) const
         throw UsageError(LogFolder(), "cannot be written to: " + SystemReason(error));
 }
 
-std::vector<std::string> Command::ChosenLogs(Host& host) const
+std::vector<std::string> Command::AllLogs(Host& host)
 {
     std::vector<std::string> logs = {"Main", "Run", "Source", "SQL", "Service"};
     for (const std::string& name : host.ListLogs())
         if (FindName(logs, name) == logs.end())
             logs.push_back(name);
+    return logs;
+}
+
+std::vector<std::string> Command::ChosenLogs(Host& host) const
+{
+    const std::vector<std::string> logs = AllLogs(host);
     if (!NamesLogs())
         return logs;
 

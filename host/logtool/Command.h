@@ -56,13 +56,15 @@ protected:
     virtual std::optional<std::string> NamedFolder() const { return m_folder; }
 
     commandline::CommandLine& Line() { return m_line; }
-    void AddLogOption();     // see ChosenLogs
-    void AddNumbersOption(); // see TextStyle
+    void AddLogOption(); // see ChosenLogs
+    // See TextStyle.
+    void AddNumbersOption(const char* help = "put sequence number and log name before each row");
     // Block kinds by name or number.
     void AddKindOption(std::optional<QmLogBlockKind>& kind, const std::string& help);
 
     // The logs named with "--log"; without, the five of a session and whatever else the folder holds.
     std::vector<std::string> ChosenLogs(Host& host) const;
+    static std::vector<std::string> AllLogs(Host& host);
     bool NamesLogs() const { return !m_logs.empty(); }
     bool ShowsNumbers() const { return m_numbers; }
 

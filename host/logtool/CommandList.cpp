@@ -11,6 +11,7 @@ namespace logtool
     COMMAND(MakeTail)                                                                                        \
     COMMAND(MakeTree)                                                                                        \
     COMMAND(MakeErrors)                                                                                      \
+    COMMAND(MakeDuring)                                                                                      \
     COMMAND(MakeVerify)                                                                                      \
     COMMAND(MakeHelp)
 

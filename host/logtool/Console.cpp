@@ -94,22 +94,35 @@ HandleBuffer::int_type HandleBuffer::overflow(int_type character)
     return traits_type::not_eof(character);
 }
 
+// What would fill the buffer goes past it.
+std::streamsize HandleBuffer::xsputn(const char* data, std::streamsize size)
+{
+    if (size < static_cast<std::streamsize>(m_bytes.size()))
+        return std::streambuf::xsputn(data, size);
+    return sync() == 0 && WriteAll(data, data + size) ? size : 0;
+}
+
 int HandleBuffer::sync()
 {
-    const char* data = pbase();
+    const char* const data = pbase();
     const char* const end = pptr();
     setp(m_bytes.data(), m_bytes.data() + m_bytes.size()); // what fails is not tried again at the end
+    return WriteAll(data, end) ? 0 : -1;
+}
+
+bool HandleBuffer::WriteAll(const char* data, const char* end)
+{
     while (data < end)
     {
         DWORD written = 0;
         if (!::WriteFile(m_handle, data, static_cast<DWORD>(end - data), &written, nullptr) || written == 0)
         {
             m_error = ::GetLastError();
-            return -1;
+            return false;
         }
         data += written;
     }
-    return 0;
+    return true;
 }
 
 Console::Console() : m_buffer(::GetStdHandle(STD_OUTPUT_HANDLE)), m_output(&m_buffer) {}
@@ -208,6 +221,12 @@ std::unique_ptr<Input> Console::OpenInput(const std::string& path)
     if (file == INVALID_HANDLE_VALUE)
         return nullptr;
     return std::make_unique<HandleInput>(file, true);
+}
+
+bool Console::IsEndWanted()
+{
+    CatchControl();
+    return ::WaitForSingleObject(stopEvent, 0) == WAIT_OBJECT_0;
 }
 
 bool Console::Wait()

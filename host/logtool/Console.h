@@ -20,9 +20,12 @@ public:
 
 protected:
     int_type overflow(int_type character) override;
+    std::streamsize xsputn(const char* data, std::streamsize size) override;
     int sync() override;
 
 private:
+    bool WriteAll(const char* data, const char* end);
+
     void* m_handle;
     unsigned long m_error = 0;
     std::array<char, 64 * 1024> m_bytes;
@@ -44,6 +47,7 @@ public:
     bool FolderExists() override;
     std::vector<std::string> ListLogs() override;
     std::unique_ptr<Input> OpenInput(const std::string& path) override;
+    bool IsEndWanted() override;
     bool Wait() override;
 
 private:

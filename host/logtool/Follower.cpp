@@ -63,11 +63,12 @@ void Follower::StartAtLast(std::uint32_t rows)
         m_places[log].index = count - kept;
         candidates += kept;
     }
-    LogEntry entry;
-    while (candidates > rows && stream.Next(entry))
+    for (; candidates > rows; --candidates)
     {
-        MarkShown(m_places[entry.log], entry);
-        --candidates;
+        const LogEntry* const entry = stream.Next();
+        if (entry == nullptr)
+            break;
+        MarkShown(m_places[entry->log], *entry);
     }
 }
 
@@ -221,9 +222,9 @@ bool Follower::Show()
         stream.StartAt(log, m_places[log].index);
     bool shown = false;
     m_waiting = false;
-    LogEntry entry;
-    while (stream.Next(entry))
-        shown = ShowEntry(m_places[entry.log], entry) || shown;
+    while (const LogEntry* const entry = stream.Next())
+        shown = ShowEntry(m_places[entry->log], *entry) || shown;
+    m_output.Flush();
     return shown;
 }
 

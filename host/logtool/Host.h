@@ -56,6 +56,9 @@ public:
     // "-" is the standard input. Null when the file cannot be opened: the system's last error tells why.
     virtual std::unique_ptr<Input> OpenInput(const std::string& path) = 0;
 
+    // Whether the user has pressed Ctrl+C. From the first call on that no longer ends the program at once.
+    virtual bool IsEndWanted() = 0;
+
     // Pauses between two looks at growing logs. False when the user wants to end.
     virtual bool Wait() = 0;
 };

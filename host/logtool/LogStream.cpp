@@ -17,94 +17,106 @@ LogStream::LogStream(const std::vector<std::string>& logs, Content content) : m_
 {
     for (const std::string& name : logs)
     {
-        m_logs.push_back(std::make_unique<Log>());
-        m_logs.back()->entry.log = m_logs.size() - 1;
-        Open(*m_logs.back(), name);
+        m_logs.push_back(std::make_unique<Log>(name, m_logs.size()));
+        Log& log = *m_logs.back();
+        log.end = content == Content::kRows ? log.pages.RowCount() : log.pages.TextEnd();
+        if (log.pages.TextSize() == 0 && log.pages.RowCount() > 1)
+            m_unreadable +=
+                log.pages.RowCount(); // the text is gone: one row may wait for its first, not many
     }
-}
-
-// Rows are written before their text, so the last ones may have none yet. They are found from the end
-// and not by bisection: a single damaged offset must not hide the rows behind it.
-void LogStream::Open(Log& log, const std::string& name)
-{
-    log.reader.SetFilePath(name.c_str());
-    const unsigned long count = log.reader.GetRowCount();
-    const unsigned long size = log.reader.GetLogFileSize();
-    log.textEnd = count;
-    CQmLogRow row;
-    while (log.textEnd > 0 && log.reader.ReadStyle(log.textEnd - 1, row) && row.offset >= size)
-        --log.textEnd;
-    log.end = m_content == Content::kRows ? count : log.textEnd;
-    if (size == 0 && count > 1)
-        m_unreadable += count; // the text file is gone: one row may wait for a first text, not many
 }
 
 void LogStream::SetRange(std::uint32_t from, std::uint32_t to)
 {
     m_from = from;
     m_to = to;
+    // On a damaged index the answer may be any row; so the rows are looked at again when they are read.
     for (const std::unique_ptr<Log>& log : m_logs)
+        if (from > 0 && log->end > 0)
+            log->next = log->pages.FindRow(from);
+}
+
+// A row is read when the one before it in its log is no longer needed: reading it ends the validity of a
+// text.
+const LogEntry* LogStream::Next()
+{
+    if (!m_begun)
+        for (std::size_t log = 0; log < m_logs.size(); ++log)
+            m_keys.push_back(Advance(log));
+    else
+        m_keys[m_current] = Advance(m_current);
+    // A log stays the right one as long as its keys are below those of the others.
+    if (!m_begun || m_keys[m_current] > m_nextKey)
+        ChooseLog();
+    m_begun = true;
+    return m_logs.empty() || m_keys[m_current] == kEnded ? nullptr : &m_logs[m_current]->entry;
+}
+
+void LogStream::ChooseLog()
+{
+    Key lowest = kEnded;
+    m_nextKey = kEnded;
+    for (std::size_t log = 0; log < m_keys.size(); ++log)
     {
-        // The answer is the last row when none is late enough, and on a damaged index any row; so the
-        // rows are looked at again when they are read.
-        unsigned long found = 0;
-        unsigned long index = 0;
-        if (from > 0 && log->end > 0 && log->reader.Find(from, true, found, index))
-            log->next = index;
+        const Key key = m_keys[log];
+        m_nextKey = std::min(m_nextKey, std::max(lowest, key));
+        m_current = key < lowest ? log : m_current;
+        lowest = std::min(lowest, key);
     }
 }
 
-bool LogStream::Next(LogEntry& entry)
+LogStream::Key LogStream::Advance(std::size_t log)
 {
-    Log* first = nullptr;
-    for (const std::unique_ptr<Log>& log : m_logs)
-        if (Load(*log) && (first == nullptr || log->entry.row.time < first->entry.row.time))
-            first = log.get();
-    if (first == nullptr)
-        return false;
-    entry = first->entry;
-    first->loaded = false;
-    return true;
+    Log& own = *m_logs[log];
+    return Load(own) ? Key{own.entry.row.time} << 32 | log : kEnded;
 }
 
-// The next row is read only when it is asked for: reading it ends the validity of the text given out.
+// Reads the next row of `log` that is to be given out. False when there is none.
 bool LogStream::Load(Log& log)
 {
-    while (!log.loaded && log.next < log.end)
+    while (log.next < log.end)
     {
+        if (!m_wanted.empty() && (log.next = log.pages.Skip(log.next, m_wanted)) >= log.end)
+            break;
         const bool read = Read(log);
         ++log.next;
         if (!read)
             ++m_unreadable;
         else if (log.entry.row.time > m_to)
             log.next = log.end;
-        else
-            log.loaded = log.entry.row.time >= m_from;
+        else if (log.entry.row.time >= m_from)
+            return true;
     }
-    return log.loaded;
+    return false;
 }
 
-// Up to `textEnd` every row has text, so one without cannot be read.
+// Up to its end every row has text, so one without cannot be read.
 bool LogStream::Read(Log& log)
 {
+    if (m_content == Content::kText)
+        return ReadEntry(log.entry.log, log.next, log.entry) && !log.entry.text.empty();
     log.entry.index = log.next;
-    log.entry.hasText = log.next < log.textEnd;
-    if (m_content == Content::kRows)
-        return log.reader.ReadStyle(log.next, log.entry.row);
-    return ReadEntry(log.entry.log, log.next, log.entry) && !log.entry.text.empty();
+    log.entry.hasText = log.next < log.pages.TextEnd();
+    return log.pages.ReadRow(log.next, log.entry.row);
 }
 
 bool LogStream::ReadEntry(std::size_t log, unsigned long index, LogEntry& entry)
 {
-    const char* text = nullptr;
-    unsigned long length = 0;
-    if (!m_logs[log]->reader.Read(index, text, length, entry.row))
+    LogPages& pages = m_logs[log]->pages;
+    if (!pages.Read(index, entry.row, entry.text))
         return false;
     entry.log = log;
     entry.index = index;
-    entry.last = index + 1 == m_logs[log]->textEnd;
-    entry.text = std::string_view(text, length);
+    entry.last = index + 1 == pages.TextEnd();
     return true;
+}
+
+std::uint64_t LogStream::Unreadable() const
+{
+    std::uint64_t count = m_unreadable;
+    for (const std::unique_ptr<Log>& log : m_logs)
+        count += log->pages.LinesWithoutRow();
+    return count;
 }
 
 } // namespace logtool

@@ -1,7 +1,7 @@
 // The rows of several logs as one stream in the order of their sequence numbers.
 #pragma once
 
-#include "QmLogReader.h"
+#include "logtool/LogPages.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,12 +23,11 @@ struct LogEntry
     bool hasText = true;     // false for a row at the log's end whose text has not come
     bool last = false;       // no later row of the log has text
     CQmLogRow row;
-    std::string_view text; // with its line feed; valid until the stream's next Next
+    std::string_view text; // with its line feed; valid as long as the entry
 };
 
-// Merges what the logs hold at the moment of construction. One row of each log is in memory at a time,
-// whatever the logs' sizes. Rows that cannot be read are left out and counted. Files stay open for the life
-// of the stream.
+// Merges what the logs hold at the moment of construction, in the memory of a page of each log. Rows that
+// cannot be read are left out and counted. Files stay open for the life of the stream.
 class LogStream
 {
 public:
@@ -41,41 +40,55 @@ public:
     LogStream(const std::vector<std::string>& logs, Content content);
 
     // Rows of `log` up to the last one that has text.
-    unsigned long RowCount(std::size_t log) const { return m_logs[log]->textEnd; }
+    unsigned long RowCount(std::size_t log) const { return m_logs[log]->pages.TextEnd(); }
     // Begins `log` at row `index`. Before the first Next.
     void StartAt(std::size_t log, unsigned long index) { m_logs[log]->next = index; }
     // Leaves out all rows with numbers outside of `from` to `to`. Before the first Next.
     void SetRange(std::uint32_t from, std::uint32_t to);
+    // Only rows with `text` are wanted: others may be left out, and most are without a look at each of them.
+    // For Content::kText, before the first Next.
+    void SetWanted(std::string_view text) { m_wanted = text; }
 
-    // False at the end.
-    bool Next(LogEntry& entry);
+    // The next row, valid until the next call; null at the end.
+    const LogEntry* Next();
 
     // Any row with its text, apart from the stream. False when it cannot be read. Ends the validity of the
     // text given out last for this log.
     bool ReadEntry(std::size_t log, unsigned long index, LogEntry& entry);
 
-    unsigned long Unreadable() const { return m_unreadable; }
+    // Rows left out because they cannot be read, and lines that have no rows.
+    std::uint64_t Unreadable() const;
 
 private:
     struct Log
     {
-        CQmLogReader reader;
+        Log(const std::string& name, std::size_t position) : pages(name) { entry.log = position; }
+
+        LogPages pages;
         unsigned long next = 0;
         unsigned long end = 0;
-        unsigned long textEnd = 0;
-        bool loaded = false; // `entry` waits to be given out
         LogEntry entry;
     };
 
-    void Open(Log& log, const std::string& name);
+    // Orders by number, and among equal ones by the log's position.
+    using Key = std::uint64_t;
+    static constexpr Key kEnded = ~Key{0};
+
+    void ChooseLog();
+    Key Advance(std::size_t log);
     bool Load(Log& log);
     bool Read(Log& log);
 
     Content m_content;
     std::uint32_t m_from = 0;
     std::uint32_t m_to = 0xFFFFFFFF;
-    unsigned long m_unreadable = 0;
-    std::vector<std::unique_ptr<Log>> m_logs; // readers are not to be copied
+    std::string m_wanted;
+    std::uint64_t m_unreadable = 0;
+    std::vector<std::unique_ptr<Log>> m_logs;
+    std::vector<Key> m_keys;   // of the row that each log goes on with
+    std::size_t m_current = 0; // the log that the row given out last is of; its key is out of date
+    Key m_nextKey = 0;         // the lowest of the others
+    bool m_begun = false;
 };
 
 } // namespace logtool

@@ -57,6 +57,7 @@ int Tail::Run(Host& host)
         ShowNews(follower, host.Output());
     }
     text.EndLine();
+    text.Flush();
     return kDone;
 }
 

@@ -14,6 +14,9 @@ namespace logtool
 
 using commandline::Printable;
 
+// How wide a column of sequence numbers is.
+std::size_t NumberWidth();
+
 struct TextStyle
 {
     bool terminal = false; // make control characters harmless
@@ -21,7 +24,8 @@ struct TextStyle
     bool numbers = false; // sequence number and log name before each row
 };
 
-// Off a terminal the text's bytes go out as they are.
+// Off a terminal the text's bytes go out as they are. Output is collected and goes to the stream in large
+// pieces; the last one with Flush.
 class TextOutput
 {
 public:
@@ -39,10 +43,17 @@ public:
     // Ends the line that is open, if one is: most logs end within a line, and what comes next is not theirs.
     void EndLine();
 
+    void Flush();
+
 private:
+    void Put(std::string_view text);
+    void PutBlanks(std::size_t count);
+    void PutNumber(const std::string& name, std::uint32_t time);
     void Begin(const std::string& name, const LogEntry& entry);
 
     std::ostream& m_output;
+    std::vector<char> m_buffer;
+    std::size_t m_size = 0; // bytes in it
     TextStyle m_style;
     std::size_t m_numberWidth = 0;
     std::size_t m_nameWidth = 0;

@@ -19,13 +19,12 @@ struct Blocks
     explicit Blocks(const std::vector<std::string>& names)
         : logs(names), stream(names, LogStream::Content::kRows), tree(names.size())
     {
-        LogEntry entry;
-        while (stream.Next(entry))
+        while (const LogEntry* const entry = stream.Next())
         {
-            if (entry.hasText)
-                tree.Add(entry.log, entry.index, entry.row);
+            if (entry->hasText)
+                tree.Add(entry->log, entry->index, entry->row);
             else
-                tree.EndBlocks(entry.log, entry.index, entry.row);
+                tree.EndBlocks(entry->log, entry->index, entry->row);
         }
         tree.Finish();
     }
@@ -46,9 +45,9 @@ std::string_view Trimmed(std::string_view text)
 class Outline
 {
 public:
-    Outline(Host& host, Blocks& blocks, std::uint32_t depth, bool onlyErrors)
+    Outline(Host& host, Blocks& blocks, std::uint32_t depth, bool onlyErrors, bool numbers)
         : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_blocks(blocks), m_depth(depth),
-          m_onlyErrors(onlyErrors)
+          m_onlyErrors(onlyErrors), m_numberWidth(numbers ? NumberWidth() : 0)
     {
     }
 
@@ -71,18 +70,24 @@ public:
 private:
     void PrintNode(const BlockTree::Node& node, std::uint32_t depth)
     {
-        m_output << std::string(2 * std::size_t{depth}, ' ') << Caption(node) << "  ["
-                 << m_blocks.logs[node.log] << ", " << Counted(node.rows, "row");
+        LogEntry header;
+        m_blocks.stream.ReadEntry(node.log, node.begin, header);
+        std::string line;
+        if (m_numberWidth > 0)
+        {
+            const std::string number = std::to_string(header.row.time);
+            line = std::string(m_numberWidth - std::min(m_numberWidth, number.size()), ' ') + number + "  ";
+        }
+        line += std::string(2 * std::size_t{depth}, ' ') + Caption(header.text) + "  [" +
+                m_blocks.logs[node.log] + ", " + Counted(node.rows, "row");
         if (node.errors > 0)
-            m_output << ", " << Counted(node.errors, "error");
-        m_output << "]\n";
+            line += ", " + Counted(node.errors, "error");
+        m_output << line << "]\n";
     }
 
-    std::string Caption(const BlockTree::Node& node)
+    std::string Caption(std::string_view line) const
     {
-        LogEntry entry;
-        m_blocks.stream.ReadEntry(node.log, node.begin, entry);
-        const std::string_view text = Trimmed(entry.text);
+        const std::string_view text = Trimmed(line);
         if (!m_terminal)
             return std::string(text);
         const bool cut = text.size() > kCaptionLimit;
@@ -94,6 +99,7 @@ private:
     Blocks& m_blocks;
     std::uint32_t m_depth;
     bool m_onlyErrors;
+    std::size_t m_numberWidth; // 0 without numbers
 };
 
 // Shows error blocks and, once, the header lines on the way to them.
@@ -171,13 +177,14 @@ public:
         Line().AddNumber("--depth", "N", m_depth, "only the outer N levels");
         Line().AddFlag("--errors", m_onlyErrors, "only what contains errors");
         AddLogOption();
+        AddNumbersOption("put the sequence number of its header line before each block");
     }
 
 private:
     int Run(Host& host) override
     {
         Blocks blocks(ChosenLogs(host));
-        Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors);
+        Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors, ShowsNumbers());
         host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block")
                       << ", " << Counted(blocks.tree.ErrorCount(), "error") << '\n';
         outline.PrintBranches(blocks.tree.FirstTop(), 0);
@@ -199,6 +206,7 @@ public:
                    "logtool errors --log Run"})
     {
         AddLogOption();
+        AddNumbersOption();
     }
 
 private:
@@ -212,6 +220,7 @@ private:
         else
             text.Line("no errors");
         text.EndLine();
+        text.Flush();
         TellNoRows(blocks.logs, host);
         const int exitCode = EndOf(blocks.stream, host);
         return found ? kFoundFaults : exitCode;

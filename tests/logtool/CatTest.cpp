@@ -133,6 +133,62 @@ TEST_F(LogtoolTest, RowsThatCannotBeReadAreSkippedAndTold)
     EXPECT_EQ("fine\nlogtool: C:\\Logs\\: 4 rows cannot be read, see logtool verify\nexit 1", Run("cat"));
 }
 
+TEST_F(LogtoolTest, LinesBehindTheLastRowAreMissed)
+{
+    Play("'Main:a\nb\nc\nd'");
+    const std::string rows = session.files.Contents(session.Path("Main.ROW"));
+    session.files.SetContents(session.Path("Main.ROW"), rows.substr(0, 2 * 20));
+    EXPECT_EQ("a\nb\nlogtool: C:\\Logs\\: 2 rows cannot be read, see logtool verify\nexit 1", Run("cat"));
+}
+
+// Of many rows some are as long as several pages, and in every second round some offsets are damaged.
+TEST_F(LogtoolTest, PagesHoldWhatSingleRowsHold)
+{
+    std::mt19937 random(5);
+    for (int round = 0; round < 6; ++round)
+    {
+        std::string text;
+        for (int lines = 0; lines < 5000; ++lines)
+        {
+            for (std::size_t left = random() % 1000 == 0 ? random() % 200000 : random() % 30; left > 0;
+                 --left)
+                text += "abc"[random() % 3];
+            text += '\n';
+        }
+        PlayNew("'Main:" + text + "'");
+        std::string rows = session.files.Contents(session.Path("Main.ROW"));
+        for (int damages = round % 2 * 5; damages > 0; --damages)
+            rows[random() % (rows.size() / 20) * 20 + random() % 3] = static_cast<char>(random());
+        session.files.SetContents(session.Path("Main.ROW"), rows);
+
+        const std::string wanted = round < 3 ? "abcabca" : "abc";
+        std::string all;
+        std::string found;
+        CQmLogReader reader;
+        reader.SetFilePath("Main");
+        const char* line = nullptr;
+        unsigned long length = 0;
+        CQmLogRow row;
+        for (unsigned long index = 0; reader.Read(index, line, length, row); ++index)
+        {
+            const auto add = [&](std::string& lines) {
+                lines += (lines.empty() || lines.ends_with('\n') || length == 0 ? "" : "\n");
+                lines.append(line, length);
+            };
+            add(all);
+            if (std::string_view(line, length).find(wanted) != std::string_view::npos)
+                add(found);
+        }
+        all += all.ends_with('\n') ? "" : "\n";
+        found += found.ends_with('\n') ? "" : "\n";
+        Run("cat");
+        EXPECT_TRUE(all == host.output.str()) << "round " << round;
+        Run("cat --grep " + wanted);
+        EXPECT_TRUE(found == host.output.str()) << "round " << round;
+        EXPECT_GT(found.size(), 200u);
+    }
+}
+
 TEST_F(LogtoolTest, NoDamageOfTheIndexStopsACommand)
 {
     std::mt19937 random(11);

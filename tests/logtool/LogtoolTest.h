@@ -60,6 +60,7 @@ public:
         return folder != "missing";
     }
     std::vector<std::string> ListLogs() override { return {logs.begin(), logs.end()}; }
+    bool IsEndWanted() override { return endWanted; }
     bool Wait() override { return wait(); }
 
     std::unique_ptr<logtool::Input> OpenInput(const std::string& path) override
@@ -78,6 +79,7 @@ public:
     std::string outputFault = "Error 112.";
     bool terminal = false;
     bool colours = true;
+    bool endWanted = false;
     std::map<std::string, std::deque<std::string>> inputs;
     std::function<void()> onRead = [] {};
     std::function<bool()> wait = [] { return false; };

@@ -58,10 +58,39 @@ TEST_F(LogtoolTest, ErrorsComeUnderTheirHeadersAndOnce)
     EXPECT_EQ("no errors\n", Run("errors --log Service"));
 }
 
+TEST_F(LogtoolTest, DuringShowsABlockWithAllLogs)
+{
+    Play("'Main:before\n' Main+Load 'SQL:open\n' 'Main:\nstep' 'Run!No file' 'Run:\nwhere' SQL:select Main- "
+         "'Main:after\n' 'SQL:\nclose' Run- Run:next");
+    const std::pair<const char*, const char*> cases[] = {
+        {"tree --numbers", "3 logs, 12 rows, 2 blocks, 1 error\n    3  Load  [Main, 8 rows, 1 error]\n"
+                           "    7    No file  [Run, 4 rows, 1 error]\n"},
+        {"errors --numbers --log Run", "    7  Run      No file\n    8  Run      where\nexit 1"},
+        {"during 3", "  Load\nopen\nselect\n  step\n    No file\n    where\n"},
+        {"during 6", "  Load\nopen\nselect\n  step\n    No file\n    where\n"},
+        {"during 5", "  Load\nopen\nselect\n  step\n    No file\n    where\n"}, // SQL has no block itself
+        {"during 8 --log SQL --log Main --numbers", "    9  Main  after\n   11  SQL   close\n"},
+        {"during 2", "logtool: C:\\Logs\\: 2: this row of Main lies in no block\nexit 1"},
+        {"during 13", "logtool: C:\\Logs\\: 13: no row has this number; the one before is 12 in Run\nexit 1"},
+        {"during 0", "logtool: C:\\Logs\\: 0: no row has this number; the one behind is 1 in Main\nexit 1"},
+        {"during", "logtool: during: name the number of a row\nexit 2"},
+        {"during x", "logtool: during: 'x' is no number from 0 to 4294967295\nexit 2"},
+    };
+    for (const auto& [command, expected] : cases)
+        EXPECT_EQ(expected, Run(command)) << command;
+}
+
 TEST_F(LogtoolTest, VerifyTellsDamageAndAVerdict)
 {
     Play(kBlocks);
     EXPECT_TRUE(Run("verify").ends_with("3 logs, 14 rows: no damage\n")) << host.output.str();
+    session.files.SetSize(session.Path("Big.LOG"), 20 << 20);
+    session.files.SetSize(session.Path("Big.ROW"), 20);
+    host.logs.insert("Big");
+    host.endWanted = true;
+    EXPECT_EQ("4 logs, 15 rows: no damage so far, ended at 20 %\nexit 2", Run("verify"));
+    host.logs.erase("Big");
+    host.endWanted = false;
     const std::string text = session.Text("Main");
     session.files.SetContents(session.Path("Main.LOG"), "X" + text.substr(0, 5) + "X" + text.substr(7));
     const std::string found = Run("verify");

@@ -115,7 +115,7 @@ private:
     }
 
     void Cat() { Check(RunCommand({"cat"}, logtool::kDone) > m_session.TextBytes(), "cat"); }
-    void Grep() { Check(RunCommand({"cat", "--grep", kAbsent}, 0) == 0, "cat --grep"); }
+    void Grep() { Check(RunCommand({"cat", "--grep", kAbsent}, logtool::kNothingFound) == 0, "cat --grep"); }
     void Tree() { Check(RunCommand({"tree"}, logtool::kDone) > m_session.RowCount(), "tree"); }
     void Errors() { Check(RunCommand({"errors"}, logtool::kFoundFaults) > 0, "errors"); }
 

@@ -105,7 +105,7 @@ BOOL CReportCtrl::CreateCommon()
     SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->UseStyle(GetStyle());
-    m_data->invalid = {};
+    m_data->dirty.Painted();
     m_data->shown[SB_HORZ] = m_data->shown[SB_VERT] = {};
     m_data->hasFocus = false;
     const CRect nowhere;

@@ -4,6 +4,7 @@
 #include "ReportCtrl.h"
 #include "ReportSubItemListCtrl.h"
 #include "report/header/ReportHeaderCtrl.h"
+#include "report/model/DirtyRows.h"
 #include "report/model/Geometry.h"
 #include "report/model/Input.h"
 #include "report/model/Rows.h"
@@ -69,14 +70,8 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     bool rowsMoved = false;
     unsigned wheelLines = 3;
 
-    // What has been invalidated since the last paint: all, or some ranges of rows, of which the last is kept.
-    struct
-    {
-        bool all = false;
-        int ranges = 0;
-        report::RowRange rows{0, -1};
-    } invalid;
-    bool tooFar = false; // rows or room have changed: what is scrolled may go past the end
+    report::DirtyRows dirty; // since the last paint
+    bool tooFar = false;     // rows or room have changed: what is scrolled may go past the end
 
     // Painting
     Places* painting = nullptr;

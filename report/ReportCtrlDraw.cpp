@@ -81,7 +81,7 @@ void CReportCtrl::OnPaint()
 {
     if (m_data->painting) // a callback asks for a paint in the midst of one
     {
-        m_data->invalid = {};
+        m_data->dirty.Painted();
         const CPaintDC validated(this);
         m_data->paintAgain = true;
         return;
@@ -90,7 +90,7 @@ void CReportCtrl::OnPaint()
     GetRowCount(); // the rows are made
     if (std::exchange(m_data->tooFar, false))
         ScrollWindow(SB_VERT, painting.places.geometry.FittingTop(m_data->view.topRow));
-    m_data->invalid = {};
+    m_data->dirty.Painted();
     {
         CPaintDC dc(this);
         const CRect header = ToRect(m_data->view.header);

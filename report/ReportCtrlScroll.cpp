@@ -1,16 +1,16 @@
 // The report control's scrolling, and what is painted anew when something changes.
 #include "report/ReportCtrlData.h"
+#include "report/model/ScrollPosition.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstdlib>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
 namespace
 {
 
-constexpr int kMaxRanges = 4;       // of rows invalidated one by one before all of the window is
 constexpr __int64 kMaxSteps = 1000; // of a wheel's turn: more would fill the queue of messages
 constexpr unsigned kMaxWheel = 100; // lines a notch, to the side
 
@@ -129,48 +129,22 @@ void CReportCtrl::UpdateScrollBar(int bar, int count, int page, int position)
     SetScrollInfo(bar, &info);
 }
 
-// What the scroll bar wants, no farther than the end.
 void CReportCtrl::Scroll(int bar, UINT code)
 {
-    Places places(*this);
-    report::Geometry& geometry = places.geometry;
-    const report::View& view = m_data->view;
-    const bool rows = IsVertical(bar);
-    const int line = rows ? 1 : std::max(1, view.itemHeight);
-    const int width = view.report.Width();
-    int position = rows ? view.topRow : view.left;
-    switch (code)
-    {
-    case SB_LINEUP:
-        position -= line;
-        break;
-    case SB_LINEDOWN:
-        position += position < INT_MAX - line ? line : 0;
-        break;
-    case SB_PAGEUP:
-        position = rows ? (position > 0 ? geometry.RowsUpTo(position - 1).first : 0) : position - width;
-        break;
-    case SB_PAGEDOWN:
-        position =
-            rows ? geometry.RowsFrom(position).last + 1 : position + std::min(width, INT_MAX - position);
-        break;
-    case SB_TOP:
-        position = 0;
-        break;
-    case SB_BOTTOM:
-        position = INT_MAX;
-        break;
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        position = GetScrollPos32(bar, 1);
-        break;
-    default:
+    using Request = report::ScrollRequest;
+    const std::pair<UINT, Request> requests[] = {
+        {SB_LINEUP, Request::LineBack},  {SB_LINEDOWN, Request::LineForward},
+        {SB_PAGEUP, Request::PageBack},  {SB_PAGEDOWN, Request::PageForward},
+        {SB_TOP, Request::Begin},        {SB_BOTTOM, Request::End},
+        {SB_THUMBTRACK, Request::Thumb}, {SB_THUMBPOSITION, Request::Thumb}};
+    const auto* const found = std::find_if(std::begin(requests), std::end(requests),
+                                           [code](const auto& each) { return each.first == code; });
+    if (found == std::end(requests))
         return;
-    }
-    // Where a program has scrolled past the end, that is as far as it goes.
-    const int end = rows ? std::max(view.topRow, geometry.FittingTop(position))
-                         : std::max(view.left, std::min(position, geometry.EndLeft()));
-    ScrollWindow(bar, std::min(std::max(0, position), end));
+    const int thumb = found->second == Request::Thumb ? GetScrollPos32(bar, 1) : 0;
+    Places places(*this);
+    const auto after = IsVertical(bar) ? report::RowAfter : report::LeftAfter;
+    ScrollWindow(bar, after(found->second, thumb, m_data->view, places.geometry));
 }
 
 void CReportCtrl::OnVScroll(UINT code, UINT, CScrollBar*)
@@ -210,13 +184,10 @@ void CReportCtrl::SetRedraw(int redraw)
     Redraw();
 }
 
-// Every invalidation is a call to the system's server: one does until the next paint.
 void CReportCtrl::Redraw()
 {
-    if (!m_hWnd || !m_data->redraw || m_data->invalid.all)
-        return;
-    m_data->invalid.all = true;
-    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
+    if (m_hWnd && m_data->redraw && m_data->dirty.AddAll() == report::DirtyRows::Request::All)
+        RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
 }
 
 void CReportCtrl::RedrawRows(int first, int last, int update)
@@ -235,24 +206,19 @@ void CReportCtrl::RedrawRows(int first, int last, int update)
 
 void CReportCtrl::InvalidateRowRange(report::RowRange rows)
 {
-    const report::View& view = m_data->view;
-    const report::RowRange& done = m_data->invalid.rows;
-    const int line = view.LineHeight(); // the least height of a row
-    const bool above = rows.last < view.topRow;
-    const bool below = line > 0 && rows.first - view.topRow > view.report.Height() / line;
-    if (m_data->invalid.all || above || below || (done.first <= rows.first && rows.last <= done.last))
+    const report::DirtyRows::Request request = m_data->dirty.Add(rows, m_data->view);
+    if (request == report::DirtyRows::Request::All)
+        RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+    if (request != report::DirtyRows::Request::Rows)
         return;
-    if (++m_data->invalid.ranges > kMaxRanges)
-        return Redraw();
     CRect changed;
     Places places(*this);
-    for (report::PlacedRow row; places.geometry.Next(row, view.report.bottom) && row.row <= rows.last;)
+    for (report::PlacedRow row;
+         places.geometry.Next(row, m_data->view.report.bottom) && row.row <= rows.last;)
         if (row.row >= rows.first)
             changed.UnionRect(changed, ToRect(row.rect));
-    if (changed.IsRectEmpty())
-        return;
-    m_data->invalid.rows = rows;
-    InvalidateRect(changed, FALSE);
+    if (!changed.IsRectEmpty())
+        InvalidateRect(changed, FALSE);
 }
 
 void CReportCtrl::RedrawItems(int first, int last)

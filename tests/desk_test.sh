@@ -58,10 +58,16 @@ leave() {
 
 keys() { xdotool key --delay 20 "$@"; }
 
-# The clipboard's text, as it is after Ctrl+C.
-copied() {
+# until_copied PATTERN: waits until Ctrl+C has brought such a text to the clipboard.
+until_copied() {
+    local tries text
     keys ctrl+c
-    xclip -o -selection clipboard
+    for ((tries = 0; tries < 40; ++tries)); do
+        text=$(xclip -o -selection clipboard 2>/dev/null || true)
+        [[ $text != $1 ]] || return 0
+        sleep 0.05
+    done
+    fail "copied: $text"
 }
 
 text_window() { sed -n "s/^QmTextCtrl \([0-9 ]*\) visible$/\1/p" <<<"$shown"; }
@@ -106,9 +112,9 @@ until_shown '^pane: Row 5: Run, number 5$'
 keys Escape
 
 echo "The selection as text, through the clipboard"
-[[ $(copied) == 'third job' ]] || fail "copied: $(copied)"
+until_copied 'third job'
 keys ctrl+a
-[[ $(copied) == *$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job'*'Copy failed'* ]] || fail "copied: $(copied)"
+until_copied '*'$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job''*Copy failed*'
 
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
 

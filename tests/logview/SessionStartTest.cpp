@@ -4,6 +4,7 @@
 
 #include "QmLogReader.h"
 #include "logview/FileLook.h"
+#include "logview/LogNames.h"
 #include "logview/ReaderRows.h"
 #include "tests/support/MemorySession.h"
 
@@ -107,6 +108,8 @@ TEST_F(SessionStartTest, LookingWaitsForNobodyAndChangesNothing)
         EXPECT_EQ(file == 1 ? 3u : 0u, rows.ReadText(file, 0, sizeof(text), text)) << file;
     }
     EXPECT_EQ(paths, session.files.Paths()) << "nothing is reported about logs that are not there";
+    for (unsigned file = 0; file < logview::kFileCount; ++file)
+        QmLogReaderDefine(logview::GetLogName(static_cast<int>(file))).Close(); // while its files are there
 
     const HANDLE keeper = Open("Log.DAT", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_TRUE(session.files.Lock(keeper, 0, 100));

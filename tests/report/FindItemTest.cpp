@@ -75,6 +75,7 @@ TEST(FindItem, MatchesWhenEachCriterionHolds)
         {{kAll, "Text", 3, 1, 7}, false, false},
         {{kAll, "Text", 4, 0, 7}, false, false},
         {{RVFI_TEXT, "text"}, false, false},
+        {{RVFI_TEXT, "Tex"}, false, false},
         {{RVFI_TEXT | RVFI_PREFIX, "Tex"}, true, false},
         {{RVFI_TEXT | RVFI_PREFIX, "Texts"}, false, false},
         {{RVFI_TEXT | RVFI_PREFIX, nullptr}, true, false},

@@ -4,6 +4,7 @@
 #include "report/model/Overrides.h"
 
 #include <deque>
+#include <string>
 #include <vector>
 
 namespace report
@@ -35,10 +36,14 @@ private:
     class Entered;
 
     Level& Current();
+    const ZEMA::String& UndefinedCells(int fields);
 
     Overrides& m_overrides;
     std::deque<Level> m_levels; // addresses stay good while it grows
     std::size_t m_depth = 0;    // of questions that wait for an answer
+    ZEMA::String m_undefined;   // cells: so many,
+    int m_fields = -1;
+    std::string m_field; // of this one
 };
 
 } // namespace report

@@ -62,6 +62,12 @@ bool Skip(std::string_view& text, char byte)
 // False when there is none; one that int does not hold leaves `number` alone.
 bool ReadNumber(std::string_view& text, int& number)
 {
+    if (text.starts_with("-1,")) // as most are
+    {
+        number = -1;
+        text.remove_prefix(2);
+        return true;
+    }
     while (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r')))
         text.remove_prefix(1);
     if (Skip(text, '+') && !text.empty() && text.front() == '-')
@@ -111,6 +117,11 @@ public:
 private:
     void AddNumber(int number)
     {
+        if (number == -1) // as most are
+        {
+            m_text.append("-1", 2);
+            return;
+        }
         char digits[11]; // the lowest int has as many
         m_text.append(digits, std::to_chars(digits, digits + sizeof(digits), number).ptr);
     }

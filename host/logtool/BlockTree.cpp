@@ -11,7 +11,10 @@ void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
     own.rows = index + 1;
     EndBlocks(log, index, row);
     if (row.blockBegin != 0 && row.indent > 0)
+    {
+        EndDeeper(row.indent);
         OpenBlock(log, index, row);
+    }
     const std::uint32_t block = Innermost(log);
     if (block != kNone)
         ++m_nodes[block].rows;
@@ -44,6 +47,19 @@ void BlockTree::EndBlocks(std::size_t log, unsigned long index, const CQmLogRow&
         m_open.erase(std::find_if(m_open.begin(), m_open.end(),
                                   [block](const OpenNode& other) { return other.node == block; }));
     }
+}
+
+void BlockTree::EndDeeper(std::uint32_t indent)
+{
+    std::erase_if(m_open, [&](const OpenNode& open) {
+        Node& block = m_nodes[open.node];
+        if (block.indent < indent)
+            return false;
+        Log& own = m_logs[block.log];
+        block.end = static_cast<std::uint32_t>(own.rows);
+        std::erase(own.open, open.node);
+        return true;
+    });
 }
 
 void BlockTree::OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row)

@@ -14,9 +14,9 @@ namespace logtool
 // Built by adding the rows of all logs in the order of their sequence numbers. Keeps one node for each
 // block header and nothing for other rows. Makes a tree of any rows, damaged ones as well.
 //
-// A block begins with a header: a row with a block mark and a depth above 0. It ends when its own log has
-// a row of lower depth, or another header of the same depth. Its parent is the block opened last,
-// in whichever log, that is still open and of lower depth.
+// A block begins with a header: a row with a block mark and a depth above 0. It ends when its own log has a
+// row of lower depth, or any log a header of its depth or a lower one, because depth counts over all logs.
+// Its parent is the block opened last, in whichever log, that is still open and of lower depth.
 class BlockTree
 {
 public:
@@ -71,6 +71,7 @@ private:
         std::uint32_t lastChild;
     };
 
+    void EndDeeper(std::uint32_t indent); // blocks of this depth or more, of all logs
     void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
     void Append(std::uint32_t node, OpenNode* parent);
 

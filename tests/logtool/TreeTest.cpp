@@ -9,10 +9,11 @@ TEST_F(LogtoolTest, TreeFindsTheBlockOfEachRow)
         {"A+a A- A+b 'A:\nx'", "a  [A, 1 row]\nb  [A, 2 rows]\n"},        // ended by the next header
         {"A+a A+b 'A:\nx' A- A:y", "a  [A, 4 rows]\n  b  [A, 2 rows]\n"}, // nested
         {"A+a B+b A+c B- A- A+d", "a  [A, 4 rows]\n  b  [B, 2 rows]\n    c  [A, 1 row]\n  d  [A, 1 row]\n"},
-        {"A+a 'B:x\ny'", "a  [A, 3 rows]\n"},                                   // B has no block of its own
-        {"A+a A- A:x B:y", "a  [A, 1 row]\n"},                                  // no block is open any more
-        {"A+a B+b A- A:x 'B:\ny'", "a  [A, 4 rows]\n  b  [B, 3 rows]\n"},       // outlives its parent
-        {"B+a A+b 'B:\nx' C:y", "a  [B, 4 rows]\n  b  [A, 2 rows]\n"},          // C: the one opened last
+        {"A+a 'B:x\ny'", "a  [A, 3 rows]\n"},                             // B has no block of its own
+        {"A+a A- A:x B:y", "a  [A, 1 row]\n"},                            // no block is open any more
+        {"A+a B+b A- A:x 'B:\ny'", "a  [A, 4 rows]\n  b  [B, 3 rows]\n"}, // outlives its parent
+        {"B+a A+b 'B:\nx' C:y", "a  [B, 4 rows]\n  b  [A, 2 rows]\n"},    // C: the one opened last
+        {"A+a A- B+b B- B:y C:z", "a  [A, 1 row]\nb  [B, 1 row]\n"},      // ended by a header of its depth
         {"A+a A- B+b C+c", "a  [A, 1 row]\nb  [B, 2 rows]\n  c  [C, 1 row]\n"}, // equal depth is no parent
     };
     for (const auto& [script, blocks] : cases)

@@ -67,6 +67,7 @@ for i in "${!files[@]}"; do
     echo "$file -> $log"
     copy_file "$file" "$log"
 done
+printf 'Read %d files' "${#files[@]}" | "$logtool" write Main # rows after Main's last could not be unfolded
 
 printf '\nThe blocks (logtool tree):\n'
 "$logtool" tree

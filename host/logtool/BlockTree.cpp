@@ -5,26 +5,15 @@
 namespace logtool
 {
 
-void BlockTree::Add(std::size_t log, unsigned long index, const CQmLogRow& row)
+// A row that ends blocks or begins one; few do.
+void BlockTree::AddEdge(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    Log& own = m_logs[log];
-    own.rows = index + 1;
     EndBlocks(log, index, row);
     if (row.blockBegin != 0 && row.indent > 0)
     {
         EndDeeper(row.indent);
         OpenBlock(log, index, row);
     }
-    const std::uint32_t block = Innermost(log);
-    if (block != kNone)
-        ++m_nodes[block].rows;
-}
-
-std::uint32_t BlockTree::Innermost(std::size_t log) const
-{
-    if (!m_logs[log].open.empty())
-        return m_logs[log].open.back();
-    return m_open.empty() ? kNone : m_open.back().node;
 }
 
 bool BlockTree::IsOpen(std::uint32_t block) const

@@ -41,7 +41,16 @@ public:
     explicit BlockTree(std::size_t logs) : m_logs(logs) {}
 
     // `index` is the row's place in its log.
-    void Add(std::size_t log, unsigned long index, const CQmLogRow& row);
+    void Add(std::size_t log, unsigned long index, const CQmLogRow& row)
+    {
+        Log& own = m_logs[log];
+        own.rows = index + 1;
+        if (row.blockBegin != 0 || (!own.open.empty() && row.indent < m_nodes[own.open.back()].indent))
+            AddEdge(log, index, row);
+        const std::uint32_t block = Innermost(log);
+        if (block != kNone)
+            ++m_nodes[block].rows;
+    }
     // Ends the blocks that `row` ends, and counts nothing: for a row whose text has not come.
     void EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row);
     // Ends all blocks and sums up; after the last row.
@@ -49,7 +58,12 @@ public:
 
     // The block that a row of `log` belongs to, if it came now; kNone when it belongs to none. For the row
     // just added that is its own.
-    std::uint32_t Innermost(std::size_t log) const;
+    std::uint32_t Innermost(std::size_t log) const
+    {
+        if (!m_logs[log].open.empty())
+            return m_logs[log].open.back();
+        return m_open.empty() ? kNone : m_open.back().node;
+    }
     bool IsOpen(std::uint32_t block) const;
 
     const Node& At(std::uint32_t node) const { return m_nodes[node]; }
@@ -72,6 +86,7 @@ private:
     };
 
     void EndDeeper(std::uint32_t indent); // blocks of this depth or more, of all logs
+    void AddEdge(std::size_t log, unsigned long index, const CQmLogRow& row);
     void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
     void Append(std::uint32_t node, OpenNode* parent);
 

@@ -12,6 +12,8 @@ constexpr unsigned long kPageRows = 3276; // close to 64 KiB
 constexpr unsigned long kPageText = 64 * 1024;
 constexpr unsigned long kFewRows = 16; // around a row that is not read in sequence
 constexpr unsigned long kFewText = 512;
+constexpr unsigned long kNearRows = kPageRows / 8; // when so many are left out, it is still a sequence
+constexpr unsigned long kNearText = kPageText / 8;
 
 } // namespace
 
@@ -71,12 +73,13 @@ unsigned long LogPages::Skip(unsigned long index, std::string_view wanted)
     return m_firstRow + static_cast<unsigned long>(behind - rows) - 1;
 }
 
-// What is asked for in sequence, its successor included, is read by the page.
+// What is asked for in sequence, its successor included, is read by the page. So are the headers of small
+// blocks: to read what lies between them costs less than a read for each of them.
 bool LogPages::LoadRows(unsigned long index)
 {
     if (m_failed || index >= m_rowCount)
         return false;
-    const bool onward = HoldsRow(index) || index == m_firstRow + m_rowsHeld;
+    const bool onward = index - m_firstRow <= m_rowsHeld + kNearRows;
     const bool backward = index + 1 == m_firstRow;
     const unsigned long count = onward || backward ? kPageRows : kFewRows;
     m_firstRow = backward ? index + 1 - std::min(index + 1, count) : index;
@@ -89,12 +92,13 @@ bool LogPages::LoadRows(unsigned long index)
 
 bool LogPages::LoadText(unsigned long begin, unsigned long end)
 {
-    const bool touches = begin >= m_textStart && begin - m_textStart <= m_textHeld;
-    if (begin == end || (touches && end - m_textStart <= m_textHeld))
+    const unsigned long from = begin - m_textStart; // wraps, to more than there is, for one before it
+    if (begin == end || (from <= m_textHeld && end - begin <= m_textHeld - from))
         return true;
     if (m_failed)
         return false;
-    const unsigned long page = touches ? kPageText : kFewText;
+    const bool onward = begin >= m_textStart && from <= m_textHeld + kNearText;
+    const unsigned long page = onward ? kPageText : kFewText;
     const unsigned long size = std::min(std::max(end - begin, page), m_textSize - begin);
     if (m_text.size() < size)
     {

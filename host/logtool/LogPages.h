@@ -32,18 +32,28 @@ public:
     // Row `index`. False when it cannot be read.
     bool ReadRow(unsigned long index, CQmLogRow& row)
     {
-        if (!HoldsRow(index) && !LoadRows(index))
-            return false;
-        row = Row(index);
-        return true;
+        return ReadHeldRow(index, row) || (LoadRows(index) && ReadHeldRow(index, row));
     }
 
     // Row `index` with its text, which ends with its line feed; empty when there is none. The text is valid
     // until the next call. In a damaged index it may be several lines, or those of other rows.
     bool Read(unsigned long index, CQmLogRow& row, std::string_view& text)
     {
+        return ReadHeld(index, row, text) || ReadApart(index, row, text);
+    }
+
+    // The same two for a row that is at hand; false, though it may well exist, when it is not.
+    bool ReadHeldRow(unsigned long index, CQmLogRow& row) const
+    {
+        if (!HoldsRow(index))
+            return false;
+        row = Row(index);
+        return true;
+    }
+    bool ReadHeld(unsigned long index, CQmLogRow& row, std::string_view& text) const
+    {
         if (index < m_stretchBegin || index >= m_stretchEnd)
-            return ReadApart(index, row, text);
+            return false;
         const CQmLogRow* const rows = m_rows.data() + (index - m_firstRow);
         row = rows[0];
         text = {m_text.data() + (rows[0].offset - m_textStart), rows[1].offset - rows[0].offset};

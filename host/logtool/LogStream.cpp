@@ -30,26 +30,22 @@ void LogStream::SetRange(std::uint32_t from, std::uint32_t to)
 {
     m_from = from;
     m_to = to;
+    m_filtered = m_filtered || from > 0 || to < 0xFFFFFFFF;
     // On a damaged index the answer may be any row; so the rows are looked at again when they are read.
     for (const std::unique_ptr<Log>& log : m_logs)
         if (from > 0 && log->end > 0)
             log->next = log->pages.FindRow(from);
 }
 
-// A row is read when the one before it in its log is no longer needed: reading it ends the validity of a
-// text.
-const LogEntry* LogStream::Next()
+// Without logs there is one key all the same, so that Next has one to look at.
+void LogStream::Begin()
 {
-    if (!m_begun)
-        for (std::size_t log = 0; log < m_logs.size(); ++log)
-            m_keys.push_back(Advance(log));
-    else
-        m_keys[m_current] = Advance(m_current);
-    // A log stays the right one as long as its keys are below those of the others.
-    if (!m_begun || m_keys[m_current] > m_nextKey)
-        ChooseLog();
+    for (std::size_t log = 0; log < m_logs.size(); ++log)
+        m_keys.push_back(Advance(log));
+    if (m_logs.empty())
+        m_keys.push_back(kEnded);
     m_begun = true;
-    return m_logs.empty() || m_keys[m_current] == kEnded ? nullptr : &m_logs[m_current]->entry;
+    ChooseLog();
 }
 
 void LogStream::ChooseLog()
@@ -63,12 +59,6 @@ void LogStream::ChooseLog()
         m_current = key < lowest ? log : m_current;
         lowest = std::min(lowest, key);
     }
-}
-
-LogStream::Key LogStream::Advance(std::size_t log)
-{
-    Log& own = *m_logs[log];
-    return Load(own) ? Key{own.entry.row.time} << 32 | log : kEnded;
 }
 
 // Reads the next row of `log` that is to be given out. False when there is none.

@@ -47,10 +47,24 @@ public:
     void SetRange(std::uint32_t from, std::uint32_t to);
     // Only rows with `text` are wanted: others may be left out, and most are without a look at each of them.
     // For Content::kText, before the first Next.
-    void SetWanted(std::string_view text) { m_wanted = text; }
+    void SetWanted(std::string_view text)
+    {
+        m_wanted = text;
+        m_filtered = m_filtered || !text.empty();
+    }
 
     // The next row, valid until the next call; null at the end.
-    const LogEntry* Next();
+    const LogEntry* Next()
+    {
+        if (!m_begun)
+            Begin();
+        else
+            m_keys[m_current] = Advance(m_current);
+        // A log stays the right one as long as its keys are below those of the others.
+        if (m_keys[m_current] > m_nextKey)
+            ChooseLog();
+        return m_keys[m_current] == kEnded ? nullptr : &m_logs[m_current]->entry;
+    }
 
     // Any row with its text, apart from the stream. False when it cannot be read. Ends the validity of the
     // text given out last for this log.
@@ -74,8 +88,31 @@ private:
     using Key = std::uint64_t;
     static constexpr Key kEnded = ~Key{0};
 
+    static Key KeyOf(const LogEntry& entry) { return Key{entry.row.time} << 32 | entry.log; }
+
+    // A row is read when the one before it in its log is no longer needed: reading it ends the validity of a
+    // text.
+    Key Advance(std::size_t log)
+    {
+        Log& own = *m_logs[log];
+        return LoadHeld(own) || Load(own) ? KeyOf(own.entry) : kEnded;
+    }
+
+    // Goes on within a page, which is what most rows take. The last row with text is left to Load.
+    bool LoadHeld(Log& log)
+    {
+        if (m_filtered || log.next + 1 >= log.pages.TextEnd())
+            return false;
+        LogEntry& entry = log.entry;
+        if (m_content == Content::kText ? !log.pages.ReadHeld(log.next, entry.row, entry.text)
+                                        : !log.pages.ReadHeldRow(log.next, entry.row))
+            return false;
+        entry.index = log.next++;
+        return true;
+    }
+
+    void Begin();
     void ChooseLog();
-    Key Advance(std::size_t log);
     bool Load(Log& log);
     bool Read(Log& log);
 
@@ -83,6 +120,7 @@ private:
     std::uint32_t m_from = 0;
     std::uint32_t m_to = 0xFFFFFFFF;
     std::string m_wanted;
+    bool m_filtered = false; // by number or text
     std::uint64_t m_unreadable = 0;
     std::vector<std::unique_ptr<Log>> m_logs;
     std::vector<Key> m_keys;   // of the row that each log goes on with

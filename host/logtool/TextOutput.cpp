@@ -13,21 +13,27 @@ namespace
 {
 
 constexpr std::size_t kPiece = 64 * 1024;
+constexpr std::size_t kUsualBlanks = 32; // more before a line are rare
 
-// Lines are short, and a call to the run-time library's copy costs more than to copy one. Sixteen bytes a
-// step; what is left over is copied with the bytes before it.
-void Copy(char* to, const char* from, std::size_t size)
+// At least kStep bytes, kStep at a time; what is left over is copied with the bytes before it.
+template <std::size_t kStep> void CopySteps(char* to, const char* from, std::size_t size)
 {
-    constexpr std::size_t kStep = 16;
-    if (size < kStep)
-    {
-        for (std::size_t i = 0; i < size; ++i)
-            to[i] = from[i];
-        return;
-    }
     for (std::size_t i = 0; i + kStep <= size; i += kStep)
         std::memcpy(to + i, from + i, kStep);
     std::memcpy(to + size - kStep, from + size - kStep, kStep);
+}
+
+// Lines are short, and a call to the run-time library's copy costs more than to copy one. The lengths of
+// lines cannot be predicted, so the steps are long and few.
+void Copy(char* to, const char* from, std::size_t size)
+{
+    if (size >= 64)
+        CopySteps<64>(to, from, size);
+    else if (size >= 16)
+        CopySteps<16>(to, from, size);
+    else
+        for (std::size_t i = 0; i < size; ++i)
+            to[i] = from[i];
 }
 
 const char* Colour(QmLogBlockKind kind)
@@ -73,7 +79,7 @@ std::size_t NumberWidth()
 }
 
 TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs)
-    : m_output(output), m_buffer(kPiece), m_style(style)
+    : m_output(output), m_buffer(kPiece), m_style(style), m_onlyBytes(!style.terminal && !style.numbers)
 {
     if (!m_style.numbers)
         return;
@@ -82,7 +88,7 @@ TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<
         m_nameWidth = std::max(m_nameWidth, log.size());
 }
 
-void TextOutput::Row(const std::string& name, const LogEntry& entry, std::size_t skip)
+void TextOutput::PutRow(const std::string& name, const LogEntry& entry, std::size_t skip)
 {
     const bool continues = skip > 0 && m_lineOpen && m_openLog == entry.log && m_openIndex == entry.index;
     const std::string_view text = entry.text.substr(skip);
@@ -143,6 +149,22 @@ void TextOutput::PutBlanks(std::size_t count)
     for (; count > kBlanks.size(); count -= kBlanks.size())
         Put(kBlanks);
     Put(kBlanks.substr(0, count));
+}
+
+// A line as most are, in one step: nothing but its bytes behind a few blanks, and room for it. More blanks
+// are written than may be needed, because their number cannot be predicted; the line goes over them.
+bool TextOutput::PutUsual(const LogEntry& entry)
+{
+    const std::size_t blanks = 2 * std::size_t{entry.row.indent};
+    const std::size_t room = kPiece - m_size;
+    if (!m_onlyBytes || m_lineOpen || blanks > kUsualBlanks || room < kUsualBlanks ||
+        entry.text.size() > room - kUsualBlanks || !entry.text.ends_with('\n'))
+        return false;
+    char* const to = m_buffer.data() + m_size;
+    std::memset(to, ' ', kUsualBlanks);
+    Copy(to + blanks, entry.text.data(), entry.text.size());
+    m_size += blanks + entry.text.size();
+    return true;
 }
 
 void TextOutput::EndLine()

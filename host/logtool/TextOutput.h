@@ -35,7 +35,11 @@ public:
     // Writes a row of log `name`. `skip` bytes of its text went out before; when they are the last thing that
     // went out the rest goes right behind them, else on a line of its own, unless it is but a line end. A
     // line that has no line feed gets it only when another row follows, for it may still grow.
-    void Row(const std::string& name, const LogEntry& entry, std::size_t skip = 0);
+    void Row(const std::string& name, const LogEntry& entry, std::size_t skip = 0)
+    {
+        if (skip > 0 || !PutUsual(entry))
+            PutRow(name, entry, skip);
+    }
 
     // A line of our own between rows.
     void Line(std::string_view text);
@@ -49,12 +53,15 @@ private:
     void Put(std::string_view text);
     void PutBlanks(std::size_t count);
     void PutNumber(const std::string& name, std::uint32_t time);
+    bool PutUsual(const LogEntry& entry);
+    void PutRow(const std::string& name, const LogEntry& entry, std::size_t skip);
     void Begin(const std::string& name, const LogEntry& entry);
 
     std::ostream& m_output;
     std::vector<char> m_buffer;
     std::size_t m_size = 0; // bytes in it
     TextStyle m_style;
+    bool m_onlyBytes; // and indentation
     std::size_t m_numberWidth = 0;
     std::size_t m_nameWidth = 0;
     bool m_lineOpen = false; // the last row had no line feed

@@ -51,6 +51,15 @@ public:
     {
     }
 
+    void Print()
+    {
+        PrintBranches(m_blocks.tree.FirstTop(), 0);
+        m_output << m_text;
+    }
+
+private:
+    static constexpr std::size_t kPiece = 64 * 1024;
+
     // `node` and its siblings, and what lies in them. The recursion ends: a block's depth is above its
     // parent's and fits a byte.
     void PrintBranches(std::uint32_t node, std::uint32_t depth)
@@ -67,31 +76,37 @@ public:
         }
     }
 
-private:
+    // Lines are collected and go out in large pieces.
     void PrintNode(const BlockTree::Node& node, std::uint32_t depth)
     {
         LogEntry header;
         m_blocks.stream.ReadEntry(node.log, node.begin, header);
-        std::string line;
         if (m_numberWidth > 0)
         {
             const std::string number = std::to_string(header.row.time);
-            line = std::string(m_numberWidth - std::min(m_numberWidth, number.size()), ' ') + number + "  ";
+            m_text.append(m_numberWidth - std::min(m_numberWidth, number.size()), ' ');
+            m_text.append(number).append("  ");
         }
-        line += std::string(2 * std::size_t{depth}, ' ') + Caption(header.text) + "  [" +
-                m_blocks.logs[node.log] + ", " + Counted(node.rows, "row");
+        m_text.append(2 * std::size_t{depth}, ' ');
+        AddCaption(Trimmed(header.text));
+        m_text.append("  [").append(m_blocks.logs[node.log]).append(", ").append(Counted(node.rows, "row"));
         if (node.errors > 0)
-            line += ", " + Counted(node.errors, "error");
-        m_output << line << "]\n";
+            m_text.append(", ").append(Counted(node.errors, "error"));
+        m_text.append("]\n");
+        if (m_text.size() < kPiece)
+            return;
+        m_output << m_text;
+        m_text.clear();
     }
 
-    std::string Caption(std::string_view line) const
+    void AddCaption(std::string_view text)
     {
-        const std::string_view text = Trimmed(line);
-        if (!m_terminal)
-            return std::string(text);
-        const bool cut = text.size() > kCaptionLimit;
-        return Printable(text.substr(0, cut ? kCaptionLimit - 3 : kCaptionLimit)) + (cut ? "..." : "");
+        const bool cut = m_terminal && text.size() > kCaptionLimit;
+        if (m_terminal)
+            m_text += Printable(text.substr(0, cut ? kCaptionLimit - 3 : kCaptionLimit));
+        else
+            m_text += text;
+        m_text += cut ? "..." : "";
     }
 
     std::ostream& m_output;
@@ -100,6 +115,7 @@ private:
     std::uint32_t m_depth;
     bool m_onlyErrors;
     std::size_t m_numberWidth; // 0 without numbers
+    std::string m_text;        // not yet in m_output
 };
 
 // Shows error blocks and, once, the header lines on the way to them.
@@ -187,7 +203,7 @@ private:
         Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors, ShowsNumbers());
         host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block")
                       << ", " << Counted(blocks.tree.ErrorCount(), "error") << '\n';
-        outline.PrintBranches(blocks.tree.FirstTop(), 0);
+        outline.Print();
         TellNoRows(blocks.logs, host);
         return EndOf(blocks.stream, host);
     }

@@ -189,6 +189,27 @@ TEST_F(LogtoolTest, PagesHoldWhatSingleRowsHold)
     }
 }
 
+// A page of text ends before, at and behind the end of a line; the rows after it are known already. Lines
+// are indented by no, some and very many blanks, and the output's pieces end somewhere within them.
+TEST_F(LogtoolTest, PagesAndPiecesEndAnywhereInALine)
+{
+    for (const std::size_t length : {65528, 65529, 65530, 65531})
+    {
+        PlayNew("'Main:" + std::string(length, 'x') + "\nsecond\nthird\n'");
+        EXPECT_TRUE(session.Text("Main") == Run("cat")) << length;
+    }
+    PlayNew("'Main:x" + std::string(1500, '\n') + "'");
+    std::string rows = session.files.Contents(session.Path("Main.ROW"));
+    std::string expected = "x\n";
+    for (std::size_t row = 1; row < 1500; ++row)
+    {
+        rows[20 * row + offsetof(CQmLogRow, indent)] = static_cast<char>(row % 40);
+        expected += std::string(2 * (row % 40), ' ') + '\n';
+    }
+    session.files.SetContents(session.Path("Main.ROW"), rows);
+    EXPECT_EQ(expected, Run("cat"));
+}
+
 TEST_F(LogtoolTest, NoDamageOfTheIndexStopsACommand)
 {
     std::mt19937 random(11);

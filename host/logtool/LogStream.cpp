@@ -37,27 +37,23 @@ void LogStream::SetRange(std::uint32_t from, std::uint32_t to)
             log->next = log->pages.FindRow(from);
 }
 
-// Without logs there is one key all the same, so that Next has one to look at.
 void LogStream::Begin()
 {
-    for (std::size_t log = 0; log < m_logs.size(); ++log)
-        m_keys.push_back(Advance(log));
-    if (m_logs.empty())
-        m_keys.push_back(kEnded);
-    m_begun = true;
+    for (const std::unique_ptr<Log>& log : m_logs)
+        Advance(*log);
     ChooseLog();
 }
 
+// Without logs there is none to choose.
 void LogStream::ChooseLog()
 {
     Key lowest = kEnded;
     m_nextKey = kEnded;
-    for (std::size_t log = 0; log < m_keys.size(); ++log)
+    for (const std::unique_ptr<Log>& log : m_logs)
     {
-        const Key key = m_keys[log];
-        m_nextKey = std::min(m_nextKey, std::max(lowest, key));
-        m_current = key < lowest ? log : m_current;
-        lowest = std::min(lowest, key);
+        m_nextKey = std::min(m_nextKey, std::max(lowest, log->key));
+        m_current = log->key < lowest || !m_current ? log.get() : m_current;
+        lowest = std::min(lowest, log->key);
     }
 }
 

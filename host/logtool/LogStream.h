@@ -56,14 +56,14 @@ public:
     // The next row, valid until the next call; null at the end.
     const LogEntry* Next()
     {
-        if (!m_begun)
-            Begin();
+        if (m_current)
+            Advance(*m_current);
         else
-            m_keys[m_current] = Advance(m_current);
+            Begin();
         // A log stays the right one as long as its keys are below those of the others.
-        if (m_keys[m_current] > m_nextKey)
+        if (m_current && m_current->key > m_nextKey)
             ChooseLog();
-        return m_keys[m_current] == kEnded ? nullptr : &m_logs[m_current]->entry;
+        return m_current && m_current->key != kEnded ? &m_current->entry : nullptr;
     }
 
     // Any row with its text, apart from the stream. False when it cannot be read. Ends the validity of the
@@ -74,6 +74,12 @@ public:
     std::uint64_t Unreadable() const;
 
 private:
+    // Orders by number, and among equal ones by the log's position.
+    using Key = std::uint64_t;
+    static constexpr Key kEnded = ~Key{0};
+
+    static Key KeyOf(const LogEntry& entry) { return Key{entry.row.time} << 32 | entry.log; }
+
     struct Log
     {
         Log(const std::string& name, std::size_t position) : pages(name) { entry.log = position; }
@@ -82,21 +88,12 @@ private:
         unsigned long next = 0;
         unsigned long end = 0;
         LogEntry entry;
+        Key key = kEnded; // of the entry
     };
-
-    // Orders by number, and among equal ones by the log's position.
-    using Key = std::uint64_t;
-    static constexpr Key kEnded = ~Key{0};
-
-    static Key KeyOf(const LogEntry& entry) { return Key{entry.row.time} << 32 | entry.log; }
 
     // A row is read when the one before it in its log is no longer needed: reading it ends the validity of a
     // text.
-    Key Advance(std::size_t log)
-    {
-        Log& own = *m_logs[log];
-        return LoadHeld(own) || Load(own) ? KeyOf(own.entry) : kEnded;
-    }
+    void Advance(Log& log) { log.key = LoadHeld(log) || Load(log) ? KeyOf(log.entry) : kEnded; }
 
     // Goes on within a page, which is what most rows take. The last row with text is left to Load.
     bool LoadHeld(Log& log)
@@ -123,10 +120,8 @@ private:
     bool m_filtered = false; // by number or text
     std::uint64_t m_unreadable = 0;
     std::vector<std::unique_ptr<Log>> m_logs;
-    std::vector<Key> m_keys;   // of the row that each log goes on with
-    std::size_t m_current = 0; // the log that the row given out last is of; its key is out of date
-    Key m_nextKey = 0;         // the lowest of the others
-    bool m_begun = false;
+    Log* m_current = nullptr; // the log that the row given out last is of; null before the first row
+    Key m_nextKey = 0;        // the lowest of the others
 };
 
 } // namespace logtool

@@ -3,7 +3,6 @@
 #include "logtool/Counter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <ostream>
 
 namespace logtool
@@ -11,30 +10,6 @@ namespace logtool
 
 namespace
 {
-
-constexpr std::size_t kPiece = 64 * 1024;
-constexpr std::size_t kUsualBlanks = 32; // more before a line are rare
-
-// At least kStep bytes, kStep at a time; what is left over is copied with the bytes before it.
-template <std::size_t kStep> void CopySteps(char* to, const char* from, std::size_t size)
-{
-    for (std::size_t i = 0; i + kStep <= size; i += kStep)
-        std::memcpy(to + i, from + i, kStep);
-    std::memcpy(to + size - kStep, from + size - kStep, kStep);
-}
-
-// Lines are short, and a call to the run-time library's copy costs more than to copy one. The lengths of
-// lines cannot be predicted, so the steps are long and few.
-void Copy(char* to, const char* from, std::size_t size)
-{
-    if (size >= 64)
-        CopySteps<64>(to, from, size);
-    else if (size >= 16)
-        CopySteps<16>(to, from, size);
-    else
-        for (std::size_t i = 0; i < size; ++i)
-            to[i] = from[i];
-}
 
 const char* Colour(QmLogBlockKind kind)
 {
@@ -149,22 +124,6 @@ void TextOutput::PutBlanks(std::size_t count)
     for (; count > kBlanks.size(); count -= kBlanks.size())
         Put(kBlanks);
     Put(kBlanks.substr(0, count));
-}
-
-// A line as most are, in one step: nothing but its bytes behind a few blanks, and room for it. More blanks
-// are written than may be needed, because their number cannot be predicted; the line goes over them.
-bool TextOutput::PutUsual(const LogEntry& entry)
-{
-    const std::size_t blanks = 2 * std::size_t{entry.row.indent};
-    const std::size_t room = kPiece - m_size;
-    if (!m_onlyBytes || m_lineOpen || blanks > kUsualBlanks || room < kUsualBlanks ||
-        entry.text.size() > room - kUsualBlanks || !entry.text.ends_with('\n'))
-        return false;
-    char* const to = m_buffer.data() + m_size;
-    std::memset(to, ' ', kUsualBlanks);
-    Copy(to + blanks, entry.text.data(), entry.text.size());
-    m_size += blanks + entry.text.size();
-    return true;
 }
 
 void TextOutput::EndLine()

@@ -4,6 +4,7 @@
 #include "commandline/Printable.h"
 #include "logtool/LogStream.h"
 
+#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -23,6 +24,27 @@ struct TextStyle
     bool colours = false;
     bool numbers = false; // sequence number and log name before each row
 };
+
+// At least kStep bytes, kStep at a time; what is left over is copied with the bytes before it.
+template <std::size_t kStep> void CopySteps(char* to, const char* from, std::size_t size)
+{
+    for (std::size_t i = 0; i + kStep <= size; i += kStep)
+        std::memcpy(to + i, from + i, kStep);
+    std::memcpy(to + size - kStep, from + size - kStep, kStep);
+}
+
+// Lines are short, and a call to the run-time library's copy costs more than to copy one. The lengths of
+// lines cannot be predicted, so the steps are long and few.
+inline void Copy(char* to, const char* from, std::size_t size)
+{
+    if (size >= 64)
+        CopySteps<64>(to, from, size);
+    else if (size >= 16)
+        CopySteps<16>(to, from, size);
+    else
+        for (std::size_t i = 0; i < size; ++i)
+            to[i] = from[i];
+}
 
 // Off a terminal the text's bytes go out as they are. Output is collected and goes to the stream in large
 // pieces; the last one with Flush.
@@ -50,6 +72,9 @@ public:
     void Flush();
 
 private:
+    static constexpr std::size_t kPiece = 64 * 1024;
+    static constexpr std::size_t kUsualBlanks = 32; // more before a line are rare
+
     void Put(std::string_view text);
     void PutBlanks(std::size_t count);
     void PutNumber(const std::string& name, std::uint32_t time);
@@ -68,5 +93,21 @@ private:
     std::size_t m_openLog = 0;
     unsigned long m_openIndex = 0;
 };
+
+// A line as most are, in one step: nothing but its bytes behind a few blanks, and room for it. More blanks
+// are written than may be needed, because their number cannot be predicted; the line goes over them.
+inline bool TextOutput::PutUsual(const LogEntry& entry)
+{
+    const std::size_t blanks = 2 * std::size_t{entry.row.indent};
+    const std::size_t room = kPiece - m_size;
+    if (!m_onlyBytes || m_lineOpen || blanks > kUsualBlanks || room < kUsualBlanks ||
+        entry.text.size() > room - kUsualBlanks || !entry.text.ends_with('\n'))
+        return false;
+    char* const to = m_buffer.data() + m_size;
+    std::memset(to, ' ', kUsualBlanks);
+    Copy(to + blanks, entry.text.data(), entry.text.size());
+    m_size += blanks + entry.text.size();
+    return true;
+}
 
 } // namespace logtool

@@ -4,7 +4,7 @@
 namespace logtool
 {
 
-// The makers stand in the commands' own files. The help lists them in this order.
+// Each maker is in its command's own file. The help lists the commands in this order.
 #define LOGTOOL_COMMANDS(COMMAND)                                                                            \
     COMMAND(MakeWrite)                                                                                       \
     COMMAND(MakeCat)                                                                                         \

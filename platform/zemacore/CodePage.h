@@ -1,0 +1,13 @@
+// The system's code page, for texts that are not UTF-8.
+#pragma once
+
+#include "zemacore/WideText.h"
+
+namespace ZEMA
+{
+
+// As ToWide, for a text in the code page. Bytes that it does not define become some character, none is left
+// out.
+void CodePageToWide(const char* text, std::size_t length, WideString& wide);
+
+} // namespace ZEMA

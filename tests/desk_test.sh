@@ -30,16 +30,21 @@ fail() {
 logtool() { wine "$bin/logtool.exe" --folder "$(windows_path "$session")" "$@"; }
 probe() { wine "$bin/desk_probe.exe" LogDeskFrame | tr -d '\r'; }
 
-# until_shown PATTERN: waits until a line of the window's state matches.
-until_shown() {
-    local tries
-    for ((tries = 0; tries < 40; ++tries)); do
-        shown=$(probe || true)
-        ! grep -qE -- "$1" <<<"$shown" || return 0
+# until_true COMMAND...: tries it again and again, for so long that a busy machine gets there, too.
+until_true() {
+    local end=$((SECONDS + 30))
+    until "$@"; do
+        ((SECONDS < end)) || return 1
         sleep 0.05
     done
-    fail "$1 is not shown"
 }
+
+# until_shown PATTERN: waits until a line of the window's state matches.
+is_shown() {
+    shown=$(probe || true)
+    grep -qE -- "$1" <<<"$shown"
+}
+until_shown() { until_true is_shown "$1" || fail "$1 is not shown"; }
 
 # start OPTION...: LogDesk, in the foreground once this returns.
 start() {
@@ -59,15 +64,13 @@ leave() {
 keys() { xdotool key --delay 20 "$@"; }
 
 # until_copied PATTERN: waits until Ctrl+C has brought such a text to the clipboard.
+is_copied() {
+    copied=$(xclip -o -selection clipboard 2>/dev/null || true)
+    [[ $copied == $1 ]]
+}
 until_copied() {
-    local tries text
     keys ctrl+c
-    for ((tries = 0; tries < 40; ++tries)); do
-        text=$(xclip -o -selection clipboard 2>/dev/null || true)
-        [[ $text != $1 ]] || return 0
-        sleep 0.05
-    done
-    fail "copied: $text"
+    until_true is_copied "$1" || fail "copied: $copied"
 }
 
 text_window() { sed -n "s/^QmTextCtrl \([0-9 ]*\) visible$/\1/p" <<<"$shown"; }
@@ -165,14 +168,13 @@ leave
 echo "While a program is writing, no session is started and nothing deleted"
 mkfifo "$work/pipe"
 logtool write Service <"$work/pipe" &
+writer=$!
 exec 3>"$work/pipe"
 printf '\nstill writing' >&3
-for ((tries = 0; tries < 100; ++tries)); do
-    ! grep -q 'still writing' "$session/Service.LOG" || break
-    sleep 0.05
-done
-start --start "$(windows_path "$session")" --keep 1
+until_true grep -q 'still writing' "$session/Service.LOG"
+start --start "$(windows_path "$session")" --keep 1 3>&- # or it would keep the pipe open
 until_shown '^title: .* \(no session started\) - LogDesk$'
 exec 3>&-
+wait "$writer" || fail "writing has failed"
 grep -q 'still writing' "$session/Service.LOG" || fail "the log was deleted"
 leave

@@ -2,6 +2,29 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace
+{
+
+// On a busy machine Wine now and then gives up on a process that is not set up in time, and answers this
+// error. The process never ran then, so that it can be started again.
+PROCESS_INFORMATION Start(const std::string& program, STARTUPINFOA& startup)
+{
+    PROCESS_INFORMATION process = {};
+    for (int attempt = 0; attempt < 5; ++attempt)
+    {
+        if (::CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                             &process))
+            return process;
+        if (::GetLastError() != ERROR_INTERNAL_ERROR)
+            break;
+    }
+    // Thrown, so that the test ends here: without its child nothing that follows means anything.
+    throw std::runtime_error(program + " does not start, error " + std::to_string(::GetLastError()));
+}
+
+} // namespace
 
 Child::Child()
 {
@@ -24,10 +47,7 @@ Child::Child()
     char path[MAX_PATH] = {};
     ::GetModuleFileNameA(nullptr, path, MAX_PATH);
     const std::string program = std::filesystem::path(path).replace_filename("writer_child.exe").string();
-    PROCESS_INFORMATION process = {};
-    if (!::CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                          &process))
-        ADD_FAILURE() << program << " does not start, error " << ::GetLastError();
+    const PROCESS_INFORMATION process = Start(program, startup);
     m_process.reset(process.hProcess);
     const Handle thread(process.hThread);
 }

@@ -9,7 +9,7 @@
 class Child
 {
 public:
-    Child();
+    Child(); // throws if the child does not start
     ~Child() { Kill(); }
 
     void Send(const std::string& command);

@@ -213,7 +213,8 @@ void Input::Click(int row, int column, Modifiers modifiers)
 {
     const int oldRow = m_selection.focusRow;
     const int oldColumn = m_selection.focusColumn;
-    const bool canFocus = column >= 0 && m_target.CanFocus(column);
+    // Columns may have gone since the click; and a row that one cell spans is shown without any.
+    const bool canFocus = column >= 0 && column < m_target.ColumnCount() && m_target.CanFocus(column);
     m_selection.focusColumn = canFocus && (m_target.IsCellFocus() || row == kFixedRow) ? column : kNoColumn;
     if (row == kNoRow)
         return;

@@ -22,7 +22,11 @@ public:
     bool HasHeight(int row) override { return !hidden.contains(row); }
     RowRange WholeRows() override { return {top, std::max(top, std::min(top + page, rows) - 1)}; }
     int ColumnCount() override { return columns; }
-    bool CanFocus(int column) override { return column != 1; }
+    bool CanFocus(int column) override
+    {
+        EXPECT_LT(column, columns);
+        return column != 1;
+    }
     bool IsCellFocus() const override { return cellFocus; }
     bool IsFixedRow() const override { return fixedRow; }
     bool IsTree() const override { return tree; }
@@ -210,6 +214,7 @@ TEST(Input, ClicksSelectAndEdit)
         {__LINE__, 7, 2, none, "7,2 anchor 7: select 7..7", true},
         {__LINE__, 5, 1, none, "5,-1 anchor 5: select 5..5", true}, // which cannot have the focus
         {__LINE__, 5, 3, none, "5,3 anchor 5: select 5..5", true},
+        {__LINE__, 5, 4, none, "5,-1 anchor 5: select 5..5", true}, // gone since the click
         {__LINE__, 5, 2, none, "5,2 anchor 5: select 5..5 edit 5,2 1", true},
         {__LINE__, 5, 2, control, "5,2 anchor 5: select 5..5 toggle", true},
     };

@@ -158,6 +158,15 @@ TEST_F(ReportInput, NothingBreaksWhenTheParentTakesRowsOrWindowAway)
     }
 }
 
+TEST_F(ReportInput, ARowThatOneCellSpansIsClickedWithoutAnyColumn)
+{
+    Show(RVS_TREE | RVS_CELLFOCUS, 2);
+    report.SetTreeSubItem(report.GetItemHandle(1), 0);
+    report.DeactivateAllSubItems();
+    Click(60, kItemHeight + 5);
+    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+}
+
 TEST_F(ReportInput, TreeOpensByBoxAndKeypad)
 {
     Show(RVS_TREE, 2);

@@ -3,6 +3,7 @@
 #include "afxtempl.h"
 #include "afxwin.h"
 #include "tests/support/GuiCounts.h"
+#include "tests/support/WindowApp.h"
 
 #include <gtest/gtest.h>
 
@@ -115,6 +116,7 @@ TEST(MfcDialog, RunsModallyAndExchangesItsData)
     dialog.endAtOnce = true;
     EXPECT_EQ(9, dialog.DoModal());
     dialog.endAtOnce = false;
+    const SilentApp app;
     dialog.absent = 99;
     EXPECT_EQ(IDCANCEL, dialog.DoModal()) << "an exception ends the initialisation only";
     EXPECT_EQ(-1, CDialog(4711).DoModal()); // no such template

@@ -1,6 +1,7 @@
 // Windows, their objects and their message maps.
 #include "afxcmn.h"
 #include "tests/support/GuiCounts.h"
+#include "tests/support/WindowApp.h"
 
 #include <gtest/gtest.h>
 
@@ -285,6 +286,7 @@ TEST(MfcWindow, AnExceptionEndsTheMessageAndNothingElse)
     EXPECT_EQ(-1, CWinApp().ProcessWndProcException(&told, &message));
     EXPECT_EQ(0, told.reports) << "the user knows";
 
+    const SilentApp app;
     ThrowingWnd wnd;
     ASSERT_TRUE(wnd.Show());
     EXPECT_EQ(0, wnd.SendMessage(WM_APP, 0));
@@ -342,6 +344,7 @@ TEST(MfcWindow, MessagesArePreTranslatedFromTheirWindowUpwards)
     middle.consume = TRUE;
     EXPECT_EQ("seen\n|seen\n|", walk(top, TRUE));
     middle.fail = true;
+    const SilentApp app;
     MSG message = {child, WM_KEYDOWN, VK_F3, 0, 0, {}};
     EXPECT_TRUE(AfxPreTranslateMessage(&message)) << "an exception ends with the message";
 }

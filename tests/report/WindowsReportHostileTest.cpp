@@ -175,6 +175,14 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
     EXPECT_LT(report.GetCurrentFocus(), 1);
     EXPECT_EQ("0 to -1", Selected());
     EXPECT_EQ("1 2 3 4", Rows());
+
+    // So does another window of the same object.
+    const std::pair<DWORD, int> windows[] = {{RVS_TREE, 1}, {RVS_CALLBACK, 1000}, {RVS_TREE, 1}, {0, 4}};
+    for (const auto& [style, rows] : windows)
+    {
+        Create(style);
+        EXPECT_EQ(rows, report.GetRowCount()) << style;
+    }
 }
 
 TEST_F(ReportHostile, AnswersNumbersAtTheLimits)

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// A cell's or item's fields: which of them are valid (_RVITEM::mask).
+// Which fields of a cell or an item are valid (_RVITEM::mask).
 constexpr std::uint32_t RVIM_TEXT = 0x0001;
 constexpr std::uint32_t RVIM_TEXTCOLOR = 0x0002;
 constexpr std::uint32_t RVIM_IMAGE = 0x0004;
@@ -20,18 +20,18 @@ constexpr std::uint32_t RVIM_EXTRA = 0x0200;
 
 // An item's state.
 constexpr std::uint32_t RVIS_FOCUSED = 0x01;
-constexpr std::uint32_t RVIS_SELECTED = 0x02; // answered from the selected rows, never stored
+constexpr std::uint32_t RVIS_SELECTED = 0x02; // comes from the selected rows and is never stored
 constexpr std::uint32_t RVIS_BOLD = 0x04;
-constexpr std::uint32_t RVIS_READONLY = 0x08;
+constexpr std::uint32_t RVIS_READONLY = 0x08;   // the owner's: the control itself never edits
 constexpr std::uint32_t RVIS_OWNERDRAWN = 0x10; // RVN_ITEMDRAW is sent for its cells
 constexpr std::uint32_t RVIS_COLLAPSED = 0x20;  // has children that are not shown
 constexpr std::uint32_t RVIS_EXPANDED = 0x40;   // has children that are shown
 
-// Numbers of items and rows that are none.
+// Item numbers with a meaning of their own.
 constexpr int RVI_DEFAULT = -1; // the default item, shown as the fixed row
-constexpr int RVI_NONE = -2;
+constexpr int RVI_NONE = -2;    // no item, and no row
 
-// One cell, or what is asked of and said about it. A subitem of -1 addresses the item's preview.
+// One cell and its item, read or to be changed. A subitem of -1 addresses the item's preview.
 struct _RVITEM
 {
     std::uint32_t mask = 0;
@@ -52,7 +52,7 @@ struct _RVITEM
 static_assert(sizeof(void*) != 8 || (sizeof(_RVITEM) == 72 && offsetof(_RVITEM, text) == 16 &&
                                      offsetof(_RVITEM, state) == 52 && offsetof(_RVITEM, extra) == 64));
 
-// A subitem's format, beside the header's alignment (bits 0-1: 0 left, 1 right, 2 centred).
+// A subitem's format. Bits 0 and 1 are the alignment: 0 left, 1 right, 2 centred.
 constexpr std::uint32_t RVSF_ALIGNMASK = 0x00000003;
 constexpr std::uint32_t RVSF_IMAGE = 0x00000800;       // the header shows `image`
 constexpr std::uint32_t RVSF_FIXEDWIDTH = 0x00040000;  // not fitted by a double click on its divider
@@ -65,16 +65,17 @@ struct _RVSUBITEM
 {
     std::uint32_t format = 0;
     std::int32_t width = -1;  // pixels; negative: the default column width
-    std::int32_t header1 = 0; // kept, and handed to the header as they are
+    std::int32_t header1 = 0; // both are the owner's; the header keeps them, too
     std::int32_t header2 = 0;
     std::int32_t image = 0; // read only with RVSF_IMAGE
     const char* text = nullptr;
 };
 static_assert(sizeof(void*) != 8 || (sizeof(_RVSUBITEM) == 32 && offsetof(_RVSUBITEM, text) == 24));
 
-// What FindItem looks for: each criterion in `flags` has to hold.
+// What FindItem looks for: an item must meet each criterion in `flags`.
 constexpr std::uint32_t RVFI_TEXT = 0x0001;
-constexpr std::uint32_t RVFI_PREFIX = 0x0002; // with RVFI_TEXT: the cell's text need only begin with `text`
+constexpr std::uint32_t RVFI_PREFIX =
+    0x0002; // with RVFI_TEXT: it is enough that the cell's text begins with `text`
 constexpr std::uint32_t RVFI_IMAGE = 0x0004;
 constexpr std::uint32_t RVFI_CHECK = 0x0008;
 constexpr std::uint32_t RVFI_ITEMDATA = 0x0010;
@@ -91,7 +92,7 @@ struct _RVFINDINFO
 };
 static_assert(sizeof(void*) != 8 || (sizeof(_RVFINDINFO) == 32 && offsetof(_RVFINDINFO, itemData) == 24));
 
-// Where a point lies (_RVHITTESTINFO::flags). The last four may combine.
+// Where a point is (_RVHITTESTINFO::flags). The last four can be combined.
 constexpr std::uint32_t RVHT_NOWHERE = 0x0001;
 constexpr std::uint32_t RVHT_ONITEMIMAGE = 0x0002;
 constexpr std::uint32_t RVHT_ONITEMCHECK = 0x0004;
@@ -104,22 +105,21 @@ constexpr std::uint32_t RVHT_BELOW = 0x0200;
 constexpr std::uint32_t RVHT_TORIGHT = 0x0400;
 constexpr std::uint32_t RVHT_TOLEFT = 0x0800;
 
-// An item's place in the tree. Siblings form a list; top-level items hang under the control's root.
+// An item of the tree. Siblings form a list; the parent of top-level items is the control's root.
 struct _TREEITEM
 {
     _TREEITEM* parent = nullptr;
     _TREEITEM* firstChild = nullptr;
     _TREEITEM* nextSibling = nullptr;
     std::int32_t item = RVI_NONE; // the stored item that it shows
-    std::int32_t subitem =
-        -1; // when >= 0, the row shows this subitem across its whole width, and sorts by it
+    std::int32_t subitem = -1;    // if >= 0, the row shows this subitem alone, and is sorted by it
     std::int32_t expanded = 0;
     std::int32_t level = 0;
 };
 static_assert(sizeof(void*) != 8 || (sizeof(_TREEITEM) == 40 && offsetof(_TREEITEM, item) == 24));
 
-// What GetNextItem answers.
-constexpr unsigned RVGN_ROOT = 0; // the top-level ancestor; the item itself when it has no parent
+// What GetNextItem returns.
+constexpr unsigned RVGN_ROOT = 0; // the top-level ancestor, which can be the item itself
 constexpr unsigned RVGN_NEXT = 1;
 constexpr unsigned RVGN_PREVIOUS = 2;
 constexpr unsigned RVGN_PARENT = 3;

@@ -8,13 +8,13 @@
 
 class CReportCtrl;
 
-// A list box of the system with an entry for each such subitem, its caption, in the order of the definitions;
-// the entry's data is the subitem's number. An entry that is dragged onto the control's header becomes a
-// column there, one that is double-clicked becomes the last column; Esc ends a drag. A column dragged off the
-// header onto the list comes back here when the control has RVS_DRAGCOLUMNS.
+// A list box of the system that shows the caption of each such subitem, in the order of the definitions; the
+// data of an entry is the subitem's number. An entry that is dragged onto the control's header becomes a
+// column there, and one that is double-clicked becomes the last column; Esc ends a drag. If the control has
+// RVS_DRAGCOLUMNS, a column that is dragged off the header comes back to the list.
 //
-// CReportCtrl::SetReportSubItemListCtrl joins the two, and keeps the list filled from then on. Either may end
-// first. The window's thread only.
+// CReportCtrl::SetReportSubItemListCtrl joins the two, and keeps the list up to date from then on. Either may
+// end first. Use the list on its window's thread only.
 class QMLOG_API CReportSubItemListCtrl : public CWnd
 {
 public:
@@ -22,17 +22,17 @@ public:
     ~CReportSubItemListCtrl() override;
 
     using CWnd::Create;
-    // A child of `parent`, or SubclassWindow for a list box of a dialog. LBS styles: without LBS_SORT and the
-    // owner-drawn ones. FALSE on failure.
+    // Makes a child of `parent`; SubclassWindow takes over a list box of a dialog. The style must not have
+    // LBS_SORT or an owner-drawn style. Returns FALSE on failure.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
-    // Fills the list anew: needed where AcceptSubItem has changed its mind.
+    // Fills the list again. It is needed only if AcceptSubItem would answer differently.
     void Refresh();
 
     CReportCtrl* GetReportCtrl() const { return m_report; }
 
 protected:
-    // Whether the list offers a subitem that is not shown.
+    // Returns whether the list offers a subitem that is not shown.
     virtual bool AcceptSubItem(int subitem);
 
     afx_msg void OnDestroy();

@@ -1,0 +1,80 @@
+// The notifications of the report control, and the records that they carry.
+#pragma once
+
+#include "ReportItem.h"
+#include "afxwin.h"
+
+// Codes of notifications. All but RVN_ITEMDRAWPREVIEW and RVN_ITEMCALLBACK go to the parent as WM_NOTIFY. A
+// non-zero answer to an input cancels what the control would do.
+constexpr UINT RVN_ITEMDRAWPREVIEW = static_cast<UINT>(-2048); // only to OnRvnItemDrawPreviewBypass
+constexpr UINT RVN_ITEMCLICK = static_cast<UINT>(-2049);
+constexpr UINT RVN_ITEMDBLCLICK = static_cast<UINT>(-2050);
+constexpr UINT RVN_COLUMNCLICK = static_cast<UINT>(-2053);
+constexpr UINT RVN_COLUMNCHANGED = static_cast<UINT>(-2054);
+constexpr UINT RVN_ITEMCALLBACK = static_cast<UINT>(-2056); // only to OnRvnItemCallbackBypass
+constexpr UINT RVN_BEGINITEMEDIT = static_cast<UINT>(-2057);
+constexpr UINT RVN_ENDITEMEDIT = static_cast<UINT>(-2058);
+constexpr UINT RVN_KEYDOWN = static_cast<UINT>(-2059);
+constexpr UINT RVN_DIVIDERDBLCLICK = static_cast<UINT>(-2060);
+constexpr UINT RVN_ITEMRCLICK = static_cast<UINT>(-2061);
+constexpr UINT RVN_EDITTEXT = static_cast<UINT>(-2062);
+constexpr UINT RVN_ITEMDRAW = static_cast<UINT>(-2063);
+constexpr UINT RVN_HEADERRCLICK = static_cast<UINT>(-2066);
+
+// What lies at a point: HitTest fills all but `pt`.
+struct _RVHITTESTINFO
+{
+    POINT pt;            // in client coordinates
+    UINT flags;          // RVHT_*
+    _TREEITEM* treeItem; // null without a tree style
+    int item;            // RVI_NONE for none, RVI_DEFAULT for the fixed row
+    int subitem;         // -1 for none
+    int row;             // RVI_NONE for none, -1 for the fixed row
+    int column;          // in display order; -1 for none
+    RECT rect;           // of the part that was hit
+};
+static_assert(sizeof(void*) != 8 || sizeof(_RVHITTESTINFO) == 56);
+
+// A notification about a row. Fields that its sender does not fill are zero.
+struct _NMREPORTVIEW
+{
+    NMHDR hdr;
+    UINT keys;   // the keys of the mouse message, or the key of RVN_KEYDOWN
+    POINT point; // in client coordinates
+    UINT flags;  // RVHT_*
+    _TREEITEM* treeItem;
+    int item;
+    int subitem;
+    UINT value;
+    __int64 itemData;
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMREPORTVIEW) == 72);
+
+// A notification about a column.
+struct _NMRVHEADER
+{
+    NMHDR hdr;
+    int subitem;
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMRVHEADER) == 32);
+
+// RVN_ITEMCALLBACK: `item` says what is asked for, and takes the answer.
+struct _NMRVITEMCALLBACK
+{
+    NMHDR hdr;
+    _RVITEM item;
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMCALLBACK) == 96);
+
+// RVN_ITEMDRAW: an owner-drawn cell is about to be painted in `rect`; after a non-zero answer the control
+// draws nothing there. RVN_ITEMDRAWPREVIEW: a preview is about to be painted in `rect`, which is below its
+// item's line; the device context has the preview's colour and font, and after a non-zero answer the control
+// does not draw the text.
+struct _NMRVITEMDRAW
+{
+    NMHDR hdr;
+    _RVITEM* item;
+    HDC dc;
+    RECT rect;
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMDRAW) == 56);

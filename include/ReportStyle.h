@@ -1,0 +1,75 @@
+// Styles, properties and further constants of the report control.
+#pragma once
+
+#include "afxwin.h"
+
+// Styles of the control. They are bits of the window style.
+constexpr DWORD RVS_SINGLESELECT = 0x0001;
+constexpr DWORD RVS_KEEPSELECTION = 0x0002;  // selected rows stay highlighted without the focus
+constexpr DWORD RVS_KEEPTEXTCOLOR = 0x0004;  // an item keeps its own text colour when it is selected
+constexpr DWORD RVS_ALTERNATEROWS = 0x0008;  // odd rows have colour 0 of the colour table
+constexpr DWORD RVS_HORIZONTALGRID = 0x0010; // switching it on adds 1 to the item height
+constexpr DWORD RVS_VERTICALGRID = 0x0020;
+constexpr DWORD RVS_NOHEADER = 0x0040;
+constexpr DWORD RVS_NOHEADERSORT = 0x0080;  // a click on a column header does not sort
+constexpr DWORD RVS_DRAGCOLUMNS = 0x0100;   // a column that is dragged off the header is removed
+constexpr DWORD RVS_FIXEDROW = 0x0200;      // the default item is shown above the rows
+constexpr DWORD RVS_EXTENDGRID = 0x0400;    // the grid continues below the last row
+constexpr DWORD RVS_CALLBACK = 0x0800;      // items are asked for and not stored; there is no tree then
+constexpr DWORD RVS_CELLFOCUS = 0x1000;     // the focus can be on a cell, not only on a row
+constexpr DWORD RVS_TIPS = 0x2000;          // a tip shows a text that is cut off
+constexpr DWORD RVS_TREE = 0x4000;          // items form a tree
+constexpr DWORD RVS_TREEALTERNATE = 0x8000; // items form a tree, exactly as with RVS_TREE
+constexpr DWORD RVS_TREEMASK = RVS_TREE | RVS_TREEALTERNATE;
+constexpr DWORD RVS_FACEBACKGROUND = 0x08000000; // the background has the colour of dialogs
+
+// Properties of CReportCtrl::ModifyProperty. Each comment says what the value is, and its default.
+constexpr unsigned __int64 RVP_MARGIN = 1;      // pixels left and right of a cell's contents: 6
+constexpr unsigned __int64 RVP_CHECKSIZE = 2;   // low 16 bits the width, next 16 bits the height: 8 and 8
+constexpr unsigned __int64 RVP_EMPTYTEXT = 3;   // const char*, shown by an empty list: "<Empty list>"
+constexpr unsigned __int64 RVP_GRIDSTYLE = 4;   // 0 dotted, 1 dashed, 2 solid: 2
+constexpr unsigned __int64 RVP_SORTCAPTION = 5; // const char*, "%s" for the column's caption: "Sort by: %s"
+constexpr unsigned __int64 RVP_NOTIFYMASK = 6;  // 32 bits; bit k lets code -2048 - k through: all set
+constexpr unsigned __int64 RVP_UNUSED = 7;      // accepted and ignored
+
+// The byte that ends each cell in an item's encoded cells (ReportItem.h), for all controls of the process: 7.
+// Bytes that the encoding itself uses (0, 1, 2, digits, ',' and '-') are refused. Cells that exist already
+// keep the old byte: all of an item's cells then read as the text of its first one. Set it before the first
+// item.
+constexpr unsigned __int64 RVP_CELLSEPARATOR = 8;
+
+constexpr unsigned __int64 RVP_SHOWPREVIEW = 9;   // flag: items show their previews: 1
+constexpr unsigned __int64 RVP_DOUBLEBUFFER = 10; // flag: painted off the screen and copied in one piece: 1
+constexpr unsigned __int64 RVP_TREESTYLE = 11;    // 0, 1 or 2; kept for the owner, no effect: 0
+constexpr unsigned __int64 RVP_IMAGEMODE = 12;    // RVIB_*, images of selected and focused rows: RVIB_NONE
+constexpr unsigned __int64 RVP_COLOR = 13;        // COLORREF; kept for the owner, no effect: 0xFFFFFF
+constexpr unsigned __int64 RVP_STRINGSEPARATOR = 14; // a byte for all controls; kept, no effect: 9, the tab
+
+// const char*, what each indentation level begins with in GetItemString, for all controls: ""
+constexpr unsigned __int64 RVP_TREEINDENT = 15;
+
+// Values of RVP_IMAGEMODE: the share of the highlight colour in the images of selected rows, and of the
+// window's colour in those of the focused row.
+constexpr __int64 RVIB_NONE = 0;
+constexpr __int64 RVIB_BLEND25 = 1;
+constexpr __int64 RVIB_BLEND50 = 2;
+
+// The system's colours that a control is drawn in (GetSystemColor).
+constexpr int RVSC_WINDOW = 0;
+constexpr int RVSC_HIGHLIGHT = 1;
+constexpr int RVSC_INACTIVEHIGHLIGHT = 2; // selected rows without the focus
+constexpr int RVSC_TEXT = 3;
+constexpr int RVSC_HIGHLIGHTTEXT = 4;
+constexpr int RVSC_INACTIVEHIGHLIGHTTEXT = 5;
+constexpr int RVSC_GRID = 6;
+constexpr int RVSC_FACE = 7;
+constexpr int RVSC_LIGHT = 8;
+constexpr int RVSC_SHADOW = 9;
+constexpr int RVSC_HIGHLIGHTEDGE = 10; // of the fixed row, left and top
+constexpr int RVSC_DARKSHADOW = 11;    // of the fixed row, right and bottom
+constexpr int RVSC_COUNT = 12;
+
+// What GetRowRect and GetItemRect answer: the whole row with its preview, or the whole cell of its line; or
+// the rectangle that editing a cell starts from, which is the same.
+constexpr unsigned RVRC_WHOLE = 0;
+constexpr unsigned RVRC_EDIT = 3;

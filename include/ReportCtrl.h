@@ -535,8 +535,7 @@ private:
     void DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected);
     void DrawPreview(CDC* dc, const CRect& rect, int row);
     bool NotifyDraw(CDC* dc, _RVITEM* cell, const CRect& rect);
-    void DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, int height, UINT style,
-                       int blend);
+    void DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, UINT style, int blend);
 
     // Input
     void HandleClick(const _RVHITTESTINFO& hit, UINT flags);

@@ -154,7 +154,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         break;
     case RVP_CHECKSIZE:
         m_data->view.checkWidth = static_cast<int>(value & 0xFFFF);
-        m_data->checkHeight = static_cast<int>(value >> 16 & 0xFFFF);
+        m_data->view.checkHeight = static_cast<int>(value >> 16 & 0xFFFF);
         break;
     case RVP_EMPTYTEXT:
         m_data->emptyText = text;

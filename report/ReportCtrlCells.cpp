@@ -12,8 +12,7 @@ namespace
 
 constexpr COLORREF kCrossColor = RGB(255, 0, 0);
 constexpr int kCrossWidth = 2;
-constexpr int kBoxReach = 4;                // of a tree box's frame from its middle
-constexpr int kSignReach = 2;               // of its sign
+constexpr int kSignReach = 2;               // of a tree box's sign from its middle
 constexpr unsigned kOverlayStates = 0x0F00; // of an item: the number of an overlay image
 
 // A check state's bits, up to kLastCheck; higher states look like 0.
@@ -21,12 +20,6 @@ constexpr int kChecked = 1;
 constexpr int kCrossed = 2;
 constexpr int kRadio = 4;
 constexpr int kLastCheck = 7;
-
-CRect CenteredBox(const CRect& rect, int width, int height)
-{
-    const int top = (rect.top + rect.bottom) / 2 - height / 2 + 1;
-    return {rect.left, top, rect.left + width, top + height};
-}
 
 void DrawCross(CDC& dc, CRect box)
 {
@@ -43,17 +36,16 @@ void DrawCross(CDC& dc, CRect box)
 
 void CReportCtrl::DrawItem(CDC* dc, CRect rect, _RVITEM* item)
 {
-    if (const int used = DrawImage(dc, rect, item))
-        rect.left += used + m_data->view.margin;
-    if (const int used = DrawCheck(dc, rect, item))
-        rect.left += used + m_data->view.margin;
+    const report::CellLayout layout(m_data->view);
+    rect.left = layout.After(rect.left, DrawImage(dc, rect, item));
+    rect.left = layout.After(rect.left, DrawCheck(dc, rect, item));
     DrawText(dc, rect, item);
 }
 
 // The image of a list, as wide as there is room; nothing for a number that the list does not have. `blend` is
 // the colour to blend with, if `style` says so.
-void CReportCtrl::DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, int height,
-                                UINT style, int blend)
+void CReportCtrl::DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, UINT style,
+                                int blend)
 {
     if (!list || image < 0 || image >= list->GetImageCount() || rect.Width() <= 0)
         return;
@@ -62,7 +54,7 @@ void CReportCtrl::DrawListImage(CDC* dc, const CRect& rect, CImageList* list, in
     drawing.i = image;
     drawing.hdcDst = *dc;
     drawing.x = rect.left;
-    drawing.y = CenteredBox(rect, 0, height).top;
+    drawing.y = rect.top;
     drawing.cx = rect.Width();
     drawing.rgbBk = CLR_NONE;
     drawing.rgbFg = GetSystemColor(blend);
@@ -73,40 +65,35 @@ void CReportCtrl::DrawListImage(CDC* dc, const CRect& rect, CImageList* list, in
 
 int CReportCtrl::DrawImage(CDC* dc, CRect rect, _RVITEM* item)
 {
-    const int width = m_data->view.imageWidth;
+    const report::CellLayout layout(m_data->view);
+    const int width = layout.ImageWidth(m_data->ContentsOf(*item));
     if (item->image < 0)
-    {
-        return m_data->items.FormatOf(item->subitem) & RVSF_IMAGEPLACE ? width : 0;
-    }
-    rect.right = std::min<int>(rect.right, rect.left + width);
+        return width;
+    CRect picture = ToRect(layout.ImageIn(ToRect(rect)));
+    picture.right = std::min(rect.right, picture.right);
     UINT style = ILD_TRANSPARENT | (item->state & kOverlayStates);
     const bool isSelected = (item->state & RVIS_SELECTED) != 0;
     const bool isFocused = m_data->hasFocus && (item->state & RVIS_FOCUSED);
     if (m_data->imageMode != RVIB_NONE && (isSelected || isFocused))
         style |= m_data->imageMode == RVIB_BLEND25 ? ILD_BLEND25 : ILD_BLEND50;
-    DrawListImage(dc, rect, m_data->itemImages, item->image, m_data->imageHeight, style,
+    DrawListImage(dc, picture, m_data->itemImages, item->image, style,
                   isSelected ? RVSC_HIGHLIGHT : RVSC_WINDOW);
     return width;
 }
 
 int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
 {
-    const int width = m_data->view.checkWidth;
-    if (item->check < 0)
-    {
-        return m_data->items.FormatOf(item->subitem) & RVSF_CHECKPLACE ? width : 0;
-    }
-    if (rect.Width() <= width)
-        return 0;
+    const report::CellLayout layout(m_data->view);
+    const int width = layout.CheckWidth(m_data->ContentsOf(*item), rect.Width());
+    if (item->check < 0 || width == 0)
+        return width;
+    CRect box = ToRect(layout.CheckIn(ToRect(rect)));
     if (m_data->checkImages)
     {
-        rect.right = rect.left + width;
-        DrawListImage(dc, rect, m_data->checkImages, item->check, m_data->checkHeight, ILD_TRANSPARENT,
-                      RVSC_WINDOW);
+        DrawListImage(dc, box, m_data->checkImages, item->check, ILD_TRANSPARENT, RVSC_WINDOW);
         return width;
     }
     const int state = item->check <= kLastCheck ? item->check : 0;
-    CRect box = CenteredBox(rect, width, m_data->checkHeight);
     dc->DrawFrameControl(box, DFC_BUTTON,
                          static_cast<UINT>((state & kRadio ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK) |
                                            (state & kChecked ? DFCS_CHECKED : 0)));
@@ -152,16 +139,14 @@ int CReportCtrl::DrawTreeBox(CDC* dc, CRect rect, int expanded)
 {
     if (rect.right < rect.left || rect.bottom < rect.top)
         return rect.right;
-    rect.right = rect.left + rect.Height();
-    const CPoint middle((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
+    const CRect box = ToRect(report::CellLayout::TreeBoxIn(ToRect(rect)));
+    const CPoint middle(box.left + box.Width() / 2, box.top + box.Height() / 2);
     const COLORREF sign = GetSystemColor(RVSC_TEXT);
-    const auto square = [&](int reach, COLORREF color) {
-        dc->FillSolidRect(middle.x - reach, middle.y - reach, 2 * reach + 1, 2 * reach + 1, color);
-    };
-    square(kBoxReach, GetSystemColor(RVSC_SHADOW));
-    square(kBoxReach - 1, GetSystemColor(RVSC_WINDOW));
+    dc->FillSolidRect(box, GetSystemColor(RVSC_SHADOW));
+    dc->FillSolidRect(CRect(box.left + 1, box.top + 1, box.right - 1, box.bottom - 1),
+                      GetSystemColor(RVSC_WINDOW));
     dc->FillSolidRect(middle.x - kSignReach, middle.y, 2 * kSignReach + 1, 1, sign);
     if (!expanded)
         dc->FillSolidRect(middle.x, middle.y - kSignReach, 1, 2 * kSignReach + 1, sign);
-    return rect.Width();
+    return rect.Height(); // it is a square
 }

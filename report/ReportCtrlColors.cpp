@@ -144,12 +144,12 @@ void CReportCtrl::SetImageList(CImageList* items, CImageList* checks)
     };
     const CSize image = sizeOf(items, CSize(0, 0));
     m_data->view.imageWidth = image.cx;
-    m_data->imageHeight = image.cy;
+    m_data->view.imageHeight = image.cy;
     if (checks || m_data->checkImages) // else boxes are drawn, and keep the size they were given
     {
         const CSize check = sizeOf(checks, CSize(8, 8));
         m_data->view.checkWidth = check.cx;
-        m_data->checkHeight = check.cy;
+        m_data->view.checkHeight = check.cy;
     }
     m_data->itemImages = items;
     m_data->checkImages = checks;

@@ -40,8 +40,6 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     CBitmap background;
     CImageList* itemImages = nullptr;
     CImageList* checkImages = nullptr;
-    int imageHeight = 0;
-    int checkHeight = 8;
     HFONT font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT)); // not owned
     CFont boldFont;
     GraphicFont fontMeasures;
@@ -130,6 +128,9 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
             subitemList->Refresh();
     }
 
+    // What a cell shows, by its record.
+    report::CellContents ContentsOf(const _RVITEM& cell) const;
+
     // The subitem of a header item; invalid argument when there is no such definition.
     int SubItemOf(int headerItem) const;
 
@@ -206,6 +207,11 @@ public:
 };
 
 inline CRect ToRect(const report::Rect& rect)
+{
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+inline report::Rect ToRect(const RECT& rect)
 {
     return {rect.left, rect.top, rect.right, rect.bottom};
 }

@@ -169,7 +169,7 @@ void CReportCtrl::DrawFixedRow(CDC* dc, const CRect& clip, Places& places)
         return;
     dc->FillSolidRect(strip, GetSystemColor(RVSC_FACE));
     dc->Draw3dRect(strip, GetSystemColor(RVSC_HIGHLIGHTEDGE), GetSystemColor(RVSC_DARKSHADOW));
-    const std::optional<report::PlacedRow> row = places.geometry.Place(report::kFixedRow);
+    const std::optional<report::ShownRow> row = places.geometry.FindRow(report::kFixedRow);
     if (!row)
         return;
     DrawRow(dc, ToRect(row->rect), visible, report::kFixedRow, &places.rows.Row(report::kFixedRow).item, 0,
@@ -183,14 +183,14 @@ void CReportCtrl::DrawFixedRow(CDC* dc, const CRect& clip, Places& places)
 int CReportCtrl::DrawRows(CDC* dc, const CRect& clip, Places& places)
 {
     int bottom = m_data->view.report.top;
-    for (report::PlacedRow row; places.geometry.Next(row, clip.bottom);)
+    for (report::ShownRow row; places.geometry.Next(row, clip.bottom);)
     {
         bottom = row.rect.bottom;
         if (row.rect.bottom <= clip.top)
             continue;
         const CRect whole = ToRect(row.rect);
         CRect indented = whole;
-        indented.left += places.geometry.Indentation(row.shape);
+        indented.left += report::CellLayout(m_data->view).Indentation(row.shape.level);
         _RVITEM item = places.rows.Row(row.row).item;
         DrawRow(dc, indented, clip, row.row, &item, row.row & 1, 0);
         if (m_data->view.showPreviews && row.shape.hasPreview)
@@ -306,12 +306,12 @@ void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVIT
 
     const Painting painting(*this);
     report::Geometry& geometry = painting.places.geometry;
-    report::PlacedRow placed;
+    report::ShownRow placed;
     placed.row = row;
     placed.shape = painting.places.rows.ShapeOf(row);
-    const int left = rowRect.left - geometry.Indentation(placed.shape);
+    const int left = rowRect.left - report::CellLayout(m_data->view).Indentation(placed.shape.level);
     placed.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
-    for (report::PlacedCell cell; geometry.Next(placed, cell) && cell.rect.left < clipRect.right;)
+    for (report::ShownCell cell; geometry.Next(placed, cell) && cell.rect.left < clipRect.right;)
     {
         if (cell.box && cell.box->right > clipRect.left)
             DrawTreeBox(dc, ToRect(*cell.box), (item->state & RVIS_EXPANDED) != 0);

@@ -65,8 +65,16 @@ report::CellContents CReportCtrl::RowSource::ContentsOf(int row, int subitem)
     report::FetchedCell fetched;
     if (subitem < 0 || !items.Fetch(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, fetched))
         return {};
-    const unsigned format = items.FormatOf(subitem);
-    return {fetched.cell.image >= 0, fetched.cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
+    _RVITEM cell;
+    cell.subitem = subitem;
+    report::FillRecord(cell, fetched);
+    return m_control.m_data->ContentsOf(cell);
+}
+
+report::CellContents CReportCtrl::Data::ContentsOf(const _RVITEM& cell) const
+{
+    const unsigned format = items.FormatOf(cell.subitem);
+    return {cell.image >= 0, cell.check >= 0, (format & RVSF_IMAGEPLACE) != 0,
             (format & RVSF_CHECKPLACE) != 0};
 }
 
@@ -103,7 +111,7 @@ int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecoration
         width = (bold ? m_data->boldMeasures : m_data->fontMeasures)
                     .GetWidth(view.cell.text.data(), static_cast<int>(view.cell.text.size()));
     }
-    rect->right = report::ContentsWidth(m_data->view, contents, width);
+    rect->right = report::CellLayout(m_data->view).ContentsWidth(contents, width);
     return 1;
 }
 
@@ -113,7 +121,7 @@ int CReportCtrl::GetRowRect(int row, int column, RECT* rect, unsigned int)
     const bool fixed = row == RVI_DEFAULT && (m_data->style & RVS_FIXEDROW);
     if (!fixed && (row < 0 || row >= GetRowCount()))
         return 0;
-    const std::optional<report::PlacedRow> placed = places.geometry.Place(row);
+    const std::optional<report::ShownRow> placed = places.geometry.FindRow(row);
     if (!placed)
         return 0;
     if (column < 0)
@@ -121,7 +129,7 @@ int CReportCtrl::GetRowRect(int row, int column, RECT* rect, unsigned int)
         *rect = ToRect(placed->rect);
         return 1;
     }
-    const std::optional<report::PlacedCell> cell = places.geometry.Place(*placed, column);
+    const std::optional<report::ShownCell> cell = places.geometry.FindCell(*placed, column);
     if (!cell)
         return 0;
     *rect = CRect(cell->left, cell->rect.top, cell->rect.right, cell->rect.bottom);
@@ -161,7 +169,7 @@ int CReportCtrl::GetVisibleCount(int partly)
     int count = 0;
     Places places(*this);
     const int bottom = m_data->view.report.bottom;
-    for (report::PlacedRow row; places.geometry.Next(row, bottom);)
+    for (report::ShownRow row; places.geometry.Next(row, bottom);)
         count += partly || row.rect.bottom <= bottom;
     return count;
 }

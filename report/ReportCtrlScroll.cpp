@@ -213,8 +213,7 @@ void CReportCtrl::InvalidateRowRange(report::RowRange rows)
         return;
     CRect changed;
     Places places(*this);
-    for (report::PlacedRow row;
-         places.geometry.Next(row, m_data->view.report.bottom) && row.row <= rows.last;)
+    for (report::ShownRow row; places.geometry.Next(row, m_data->view.report.bottom) && row.row <= rows.last;)
         if (row.row >= rows.first)
             changed.UnionRect(changed, ToRect(row.rect));
     if (!changed.IsRectEmpty())

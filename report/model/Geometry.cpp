@@ -8,35 +8,12 @@
 namespace report
 {
 
-namespace
-{
-
-int ToInt(std::int64_t number)
-{
-    return static_cast<int>(
-        std::clamp<std::int64_t>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
-
-} // namespace
-
 void LayOut(View& view, int width, int height, int headerHeight, bool hasFixedRow)
 {
     const int fixedHeight = hasFixedRow ? view.itemHeight + 2 * view.fixedFrame : 0;
     view.header = {0, 0, width, headerHeight};
     view.fixedRow = {0, headerHeight, width, headerHeight + fixedHeight};
     view.report = {0, view.fixedRow.bottom, width, std::max(view.fixedRow.bottom, height)};
-}
-
-int ContentsWidth(const View& view, const CellContents& contents, int textWidth)
-{
-    std::int64_t width = view.margin;
-    if (contents.image)
-        width += view.imageWidth + view.margin;
-    if (contents.check)
-        width += view.checkWidth + view.margin;
-    if (textWidth >= 0)
-        width += std::int64_t{view.margin} + textWidth;
-    return ToInt(width);
 }
 
 // ---- Rows
@@ -102,7 +79,7 @@ int Geometry::TopToShow(int row)
     return row <= RowsFrom(top).last ? top : RowsUpTo(row).first;
 }
 
-bool Geometry::Next(PlacedRow& row, int bottom)
+bool Geometry::Next(ShownRow& row, int bottom)
 {
     const int left = m_view.report.left - m_view.left;
     if (row.row == kNoRow)
@@ -129,21 +106,21 @@ bool Geometry::Next(PlacedRow& row, int bottom)
     return false;
 }
 
-std::optional<PlacedRow> Geometry::Place(int row)
+std::optional<ShownRow> Geometry::FindRow(int row)
 {
-    PlacedRow placed;
+    ShownRow found;
     if (row == kFixedRow)
     {
         const int left = m_view.report.left - m_view.left;
-        placed.row = kFixedRow;
-        placed.rect = {left, m_view.fixedRow.top + m_view.fixedFrame, ToInt(std::int64_t{left} + RowWidth()),
-                       m_view.fixedRow.bottom - m_view.fixedFrame};
-        placed.shape = m_source.ShapeOf(kFixedRow);
-        return placed.rect.Height() > 0 ? std::optional(placed) : std::nullopt;
+        found.row = kFixedRow;
+        found.rect = {left, m_view.fixedRow.top + m_view.fixedFrame, ToInt(std::int64_t{left} + RowWidth()),
+                      m_view.fixedRow.bottom - m_view.fixedFrame};
+        found.shape = m_source.ShapeOf(kFixedRow);
+        return found.rect.Height() > 0 ? std::optional(found) : std::nullopt;
     }
-    while (Next(placed, m_view.report.bottom))
-        if (placed.row == row)
-            return placed;
+    while (Next(found, m_view.report.bottom))
+        if (found.row == row)
+            return found;
     return std::nullopt;
 }
 
@@ -176,17 +153,12 @@ int Geometry::LeftToShow(int column)
 }
 
 // The fixed row is all line.
-int Geometry::LineBottom(const PlacedRow& row) const
+int Geometry::LineBottom(const ShownRow& row) const
 {
     return row.row == kFixedRow ? row.rect.bottom : row.rect.top + m_view.LineHeight();
 }
 
-int Geometry::Indentation(const RowShape& shape) const
-{
-    return shape.level > 0 ? ToInt(std::int64_t{shape.level} * m_view.itemHeight) : 0;
-}
-
-bool Geometry::Next(const PlacedRow& row, PlacedCell& cell)
+bool Geometry::Next(const ShownRow& row, ShownCell& cell)
 {
     const std::vector<Column>& columns = m_source.Columns();
     const bool first = cell.column == kNoColumn;
@@ -204,42 +176,26 @@ bool Geometry::Next(const PlacedRow& row, PlacedCell& cell)
     if (!first || row.shape.level < 0)
         return true;
 
-    const std::int64_t indented = std::int64_t{left} + Indentation(row.shape);
+    const int indented = ToInt(std::int64_t{left} + m_cells.Indentation(row.shape.level));
     if (row.shape.hasBox && indented <= cell.rect.right)
-        cell.box = {ToInt(indented - m_view.itemHeight), cell.rect.top, ToInt(indented), cell.rect.bottom};
-    cell.rect.left = ToInt(std::min<std::int64_t>(indented, cell.rect.right));
+        cell.box = m_cells.TreeBoxOf({indented, cell.rect.top, cell.rect.right, cell.rect.bottom});
+    cell.rect.left = std::min(indented, cell.rect.right);
     return true;
 }
 
-std::optional<PlacedCell> Geometry::Place(const PlacedRow& row, int column)
+std::optional<ShownCell> Geometry::FindCell(const ShownRow& row, int column)
 {
-    PlacedCell cell;
+    ShownCell cell;
     while (Next(row, cell))
         if (cell.column == column)
             return cell;
     return std::nullopt;
 }
 
-CellParts Geometry::PartsOf(const Rect& cell, const CellContents& contents) const
+Rect Geometry::PreviewOf(const ShownRow& row) const
 {
-    CellParts parts;
-    parts.begin = cell.left + m_view.margin;
-    parts.end = cell.right - m_view.margin;
-    parts.imageEnd = parts.begin;
-    if ((contents.image || contents.imagePlace) && m_view.imageWidth > 0)
-        parts.imageEnd += m_view.imageWidth + m_view.margin;
-    parts.checkEnd = parts.imageEnd;
-    const bool hasRoom = parts.end - parts.imageEnd > m_view.checkWidth;
-    if ((contents.check ? hasRoom : contents.checkPlace) && m_view.checkWidth > 0)
-        parts.checkEnd += m_view.checkWidth + m_view.margin;
-    return parts;
-}
-
-Rect Geometry::PreviewOf(const PlacedRow& row) const
-{
-    const std::int64_t left = std::int64_t{row.rect.left} + Indentation(row.shape);
-    return {ToInt(std::min<std::int64_t>(left, row.rect.right)), LineBottom(row), row.rect.right,
-            row.rect.bottom};
+    const int left = ToInt(std::int64_t{row.rect.left} + m_cells.Indentation(row.shape.level));
+    return {std::min(left, row.rect.right), LineBottom(row), row.rect.right, row.rect.bottom};
 }
 
 // ---- Points
@@ -251,7 +207,7 @@ Hit Geometry::HitTest(int x, int y)
     if (m_view.fixedRow.Contains(x, y))
     {
         hit.flags = RVHT_ONFIXEDROW;
-        if (const std::optional<PlacedRow> row = Place(kFixedRow))
+        if (const std::optional<ShownRow> row = FindRow(kFixedRow))
             HitRow(x, y, *row, hit);
         return hit;
     }
@@ -263,7 +219,7 @@ Hit Geometry::HitTest(int x, int y)
         hit.flags |= x >= area.right ? RVHT_TORIGHT : 0;
         return hit;
     }
-    for (PlacedRow row; Next(row, y + 1);)
+    for (ShownRow row; Next(row, y + 1);)
     {
         if (!row.rect.Contains(x, y))
             continue;
@@ -274,7 +230,7 @@ Hit Geometry::HitTest(int x, int y)
     return hit;
 }
 
-void Geometry::HitRow(int x, int y, const PlacedRow& row, Hit& hit)
+void Geometry::HitRow(int x, int y, const ShownRow& row, Hit& hit)
 {
     hit.row = row.row;
     hit.rect = row.rect;
@@ -286,7 +242,7 @@ void Geometry::HitRow(int x, int y, const PlacedRow& row, Hit& hit)
         hit.rect = preview;
         return;
     }
-    for (PlacedCell cell; Next(row, cell);)
+    for (ShownCell cell; Next(row, cell);)
     {
         if (x < cell.left || x >= cell.rect.right)
             continue;
@@ -299,7 +255,7 @@ void Geometry::HitRow(int x, int y, const PlacedRow& row, Hit& hit)
     hit.flags |= RVHT_NOWHERE;
 }
 
-void Geometry::HitCell(int x, int y, const PlacedRow& row, const PlacedCell& cell, Hit& hit)
+void Geometry::HitCell(int x, int y, const ShownRow& row, const ShownCell& cell, Hit& hit)
 {
     if (cell.box && cell.box->Contains(x, y))
     {
@@ -308,20 +264,19 @@ void Geometry::HitCell(int x, int y, const PlacedRow& row, const PlacedCell& cel
         return;
     }
     const CellContents contents = m_source.ContentsOf(row.row, cell.subitem);
-    const CellParts parts = PartsOf(cell.rect, contents);
-    const auto hitPart = [&](int left, int right, std::uint32_t flag) {
-        hit.flags |= flag;
-        hit.rect = {left, cell.rect.top, std::min(right, parts.end), cell.rect.bottom};
+    const CellParts parts = m_cells.PartsOf(cell.rect, contents);
+    const auto isHit = [&](const Rect& part, bool isShown, std::uint32_t flag) {
+        if (!part.Contains(x, y))
+            return false;
+        hit.flags |= isShown ? flag : RVHT_NOWHERE;
+        hit.rect = part;
+        return true;
     };
+    if (isHit(parts.image, contents.hasImage, RVHT_ONITEMIMAGE) ||
+        isHit(parts.check, contents.hasCheck, RVHT_ONITEMCHECK) || isHit(parts.text, true, RVHT_ONITEMTEXT))
+        return;
+    hit.flags |= RVHT_NOWHERE;
     hit.rect = cell.rect;
-    if (x < parts.begin || x >= parts.end)
-        hit.flags |= RVHT_NOWHERE;
-    else if (x < parts.imageEnd)
-        hitPart(parts.begin, parts.imageEnd, contents.image ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
-    else if (x < parts.checkEnd)
-        hitPart(parts.imageEnd, parts.checkEnd, contents.check ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
-    else
-        hitPart(parts.checkEnd, parts.end, RVHT_ONITEMTEXT);
 }
 
 } // namespace report

@@ -1,8 +1,10 @@
 // What lies where in a report control, what a point hits, and how far scrolling goes. Plain integers; no
-// window system. All places are pixels of the client area.
+// window system.
 #pragma once
 
+#include "report/model/CellLayout.h"
 #include "report/model/Selection.h"
+#include "report/model/View.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,46 +15,6 @@ namespace report
 
 constexpr int kNoColumn = -1;
 constexpr int kMaxHidden = 65536; // rows without height, one after another, that are looked past
-
-// Right and bottom edges lie outside.
-struct Rect
-{
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    bool Contains(int x, int y) const { return left <= x && x < right && top <= y && y < bottom; }
-    bool operator==(const Rect&) const = default;
-};
-
-// The size of things, and what is scrolled where.
-struct View
-{
-    int itemHeight = 10; // of a row's line, and a level of indentation
-    int margin = 6;      // left and right of a cell's contents, and between them
-    int imageWidth = 0;
-    int checkWidth = 8;
-    int fixedFrame = 0;       // above and below the line of the fixed row
-    bool showLines = true;    // else rows are their previews alone
-    bool showPreviews = true; // below the lines
-
-    // Areas, from LayOut
-    Rect header;
-    Rect fixedRow;
-    Rect report;
-
-    int topRow = 0; // the first row shown
-    int left = 0;   // pixels scrolled
-
-    int LineHeight() const { return showLines ? itemHeight : 0; }
-};
-
-// Divides the client area among header, fixed row and rows. Each begins below the one before, and the rows
-// have what is left.
-void LayOut(View& view, int width, int height, int headerHeight, bool hasFixedRow);
 
 struct Column
 {
@@ -69,15 +31,6 @@ struct RowShape
     int spanning = -1;       // the subitem whose cell takes the whole row; -1 when each column has its cell
 };
 
-// What a cell shows beside its text, and what its subitem keeps room for in any case.
-struct CellContents
-{
-    bool image = false;
-    bool check = false;
-    bool imagePlace = false;
-    bool checkPlace = false;
-};
-
 // What the geometry asks about rows and columns.
 class GeometrySource
 {
@@ -90,29 +43,20 @@ public:
 };
 
 // A row where it is shown.
-struct PlacedRow
+struct ShownRow
 {
     int row = kNoRow;
     Rect rect; // with the preview; as wide as all columns, or the header when that is wider
     RowShape shape;
 };
 
-struct PlacedCell
+struct ShownCell
 {
     int column = kNoColumn;
     int subitem = -1;
     int left = 0;            // where its column begins
     Rect rect;               // right of the indentation, in the row's line
     std::optional<Rect> box; // the tree box's square
-};
-
-// The room of a cell's parts, from left to right; each ends where the next begins, a margin included.
-struct CellParts
-{
-    int begin;    // behind the left margin
-    int imageEnd; // equal to `begin` when there is no image and no room for one
-    int checkEnd;
-    int end; // before the right margin
 };
 
 // What a point hits: flags are RVHT_*.
@@ -128,7 +72,7 @@ struct Hit
 class Geometry
 {
 public:
-    Geometry(const View& view, GeometrySource& source) : m_view(view), m_source(source) {}
+    Geometry(const View& view, GeometrySource& source) : m_view(view), m_cells(view), m_source(source) {}
 
     // ---- Rows. Their heights are asked for one by one, and only of rows near those shown.
 
@@ -147,10 +91,10 @@ public:
 
     // Goes to the first row shown, or the row below `row`; false at `bottom`, behind the last row and where
     // kMaxHidden is passed.
-    bool Next(PlacedRow& row, int bottom);
+    bool Next(ShownRow& row, int bottom);
 
     // The fixed row, or one that is in view.
-    std::optional<PlacedRow> Place(int row);
+    std::optional<ShownRow> FindRow(int row);
 
     // ---- Columns
 
@@ -160,33 +104,26 @@ public:
 
     // Goes to the first cell, or the one right of `cell`; false behind the last. A spanning cell is the only
     // one of its row, in column 0.
-    bool Next(const PlacedRow& row, PlacedCell& cell);
+    bool Next(const ShownRow& row, ShownCell& cell);
 
     // A cell; none outside the columns.
-    std::optional<PlacedCell> Place(const PlacedRow& row, int column);
-
-    CellParts PartsOf(const Rect& cell, const CellContents& contents) const;
-
-    // How much further right the first cell of a row and its preview begin.
-    int Indentation(const RowShape& shape) const;
+    std::optional<ShownCell> FindCell(const ShownRow& row, int column);
 
     // Below the line, right of the indentation.
-    Rect PreviewOf(const PlacedRow& row) const;
+    Rect PreviewOf(const ShownRow& row) const;
 
     // ---- Points
 
     Hit HitTest(int x, int y);
 
 private:
-    int LineBottom(const PlacedRow& row) const;
-    void HitRow(int x, int y, const PlacedRow& row, Hit& hit);
-    void HitCell(int x, int y, const PlacedRow& row, const PlacedCell& cell, Hit& hit);
+    int LineBottom(const ShownRow& row) const;
+    void HitRow(int x, int y, const ShownRow& row, Hit& hit);
+    void HitCell(int x, int y, const ShownRow& row, const ShownCell& cell, Hit& hit);
 
     const View& m_view;
+    CellLayout m_cells;
     GeometrySource& m_source;
 };
-
-// How wide a cell's contents and their margins are, `textWidth` -1 for no text.
-int ContentsWidth(const View& view, const CellContents& contents, int textWidth);
 
 } // namespace report

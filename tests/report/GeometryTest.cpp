@@ -165,10 +165,10 @@ void PaintRow(Picture& picture, Sheet& sheet, int row, const Rect& rect, const R
             Paint(picture, view, {at, cell.top, std::min(at + width, end), cell.bottom}, clip, hit);
             at += width;
         };
-        if (view.imageWidth > 0 && (contents.image || contents.imagePlace))
-            part(view.imageWidth + view.margin, contents.image ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
-        if (contents.check ? end - at > view.checkWidth : contents.checkPlace)
-            part(view.checkWidth + view.margin, contents.check ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
+        if (view.imageWidth > 0 && (contents.hasImage || contents.keepsImageRoom))
+            part(view.imageWidth + view.margin, contents.hasImage ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
+        if (contents.hasCheck ? end - at > view.checkWidth : contents.keepsCheckRoom)
+            part(view.checkWidth + view.margin, contents.hasCheck ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
         part(std::max(0, end - at), RVHT_ONITEMTEXT);
         if (i == 0 && shape.level >= 0 && shape.hasBox && x + indentation <= right)
         {
@@ -303,11 +303,11 @@ TEST_F(GeometryTest, StandsSizesAtTheirLimits)
 
     sheet.view.showLines = false; // nothing to be seen anywhere
     sheet.view.topRow = 0;
-    PlacedRow row;
+    ShownRow row;
     EXPECT_FALSE(geometry.Next(row, 1000));
     EXPECT_GT(100000, sheet.asked);
     sheet.previewHeight = 0x7FFF;
-    PlacedRow shown;
+    ShownRow shown;
     EXPECT_TRUE(geometry.Next(shown, 1000));
 }
 

@@ -56,9 +56,11 @@ public:
     bool IsCellFocus() const override { return (m_data.style & RVS_CELLFOCUS) != 0; }
     bool IsFixedRow() const override { return (m_data.style & RVS_FIXEDROW) != 0; }
     bool IsTree() const override { return m_data.rows.IsTree(); }
-    void SelectRows(int row, int anchor, bool select, bool add, bool toggle) override
+    void SelectRows(int row, int anchor, report::SelectMode mode) override
     {
-        m_control.SelectRows(row, anchor, select, add, toggle, 1);
+        const bool toggle = mode == report::SelectMode::Toggle;
+        const bool add = toggle || mode == report::SelectMode::Add;
+        m_control.SelectRows(row, anchor, mode != report::SelectMode::None, add, toggle, 1);
     }
     void FocusFixedRow() override
     {

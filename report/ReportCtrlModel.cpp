@@ -248,12 +248,14 @@ void CReportCtrl::GetSelectedRows(int* first, int* last)
     *last = rows.last;
 }
 
-void CReportCtrl::SelectRows(int row, int anchor, int select, int, int toggle, int redraw)
+void CReportCtrl::SelectRows(int row, int anchor, int select, int add, int toggle, int redraw)
 {
+    using Mode = report::SelectMode;
+    const Mode mode = !select ? Mode::None : toggle ? Mode::Toggle : add ? Mode::Add : Mode::Alone;
     const bool isSingle = (m_data->style & RVS_SINGLESELECT) != 0;
     m_data->rows.Count(); // makes the rows: what is compared below are rows of one kind
     const report::Selection old = m_data->rows.selection;
-    if (!m_data->rows.Select(row, anchor, isSingle, select != 0, toggle != 0) || !redraw)
+    if (!m_data->rows.Select(row, anchor, mode, isSingle) || !redraw)
         return;
     const report::RowRange changed = report::ChangedRows(old, m_data->rows.selection);
     RedrawRows(changed.first, changed.last, 1);

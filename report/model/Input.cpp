@@ -26,7 +26,8 @@ bool Input::KeyDown(unsigned key, Modifiers modifiers)
     {
     case Key::Space:
         if (m_selection.focusRow >= 0)
-            m_target.SelectRows(m_selection.focusRow, m_selection.focusRow, true, true, modifiers.control);
+            m_target.SelectRows(m_selection.focusRow, m_selection.focusRow,
+                                modifiers.control ? SelectMode::Toggle : SelectMode::Add);
         return true;
     case Key::PageUp:
     case Key::PageDown:
@@ -121,7 +122,7 @@ void Input::Move(int row, Modifiers modifiers)
         return;
     const bool extend = modifiers.shift;
     const bool select = extend || !modifiers.control;
-    m_target.SelectRows(row, extend ? Anchor(row) : row, select, false, false);
+    m_target.SelectRows(row, extend ? Anchor(row) : row, select ? SelectMode::Alone : SelectMode::None);
     if (!extend)
         m_selection.anchor = row;
     m_target.EnsureVisible(row);
@@ -224,7 +225,8 @@ void Input::Click(int row, int column, Modifiers modifiers)
     else
     {
         const int anchor = modifiers.shift ? Anchor(row) : row;
-        m_target.SelectRows(row, anchor, true, modifiers.control, modifiers.control && !modifiers.shift);
+        const SelectMode mode = modifiers.shift ? SelectMode::Add : SelectMode::Toggle;
+        m_target.SelectRows(row, anchor, modifiers.control ? mode : SelectMode::Alone);
         if (alone || modifiers.control)
             m_selection.anchor = row;
     }
@@ -237,14 +239,14 @@ void Input::RightClick(int row, Modifiers modifiers)
 {
     if (row < 0 || modifiers.shift || modifiers.control)
         return;
-    m_target.SelectRows(row, row, true, false, false);
+    m_target.SelectRows(row, row, SelectMode::Alone);
     m_selection.anchor = row;
 }
 
 void Input::DragTo(int row)
 {
     if (row >= 0 && row < m_target.RowCount() && row != m_selection.focusRow)
-        m_target.SelectRows(row, Anchor(row), true, false, false);
+        m_target.SelectRows(row, Anchor(row), SelectMode::Alone);
 }
 
 } // namespace report

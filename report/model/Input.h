@@ -61,9 +61,8 @@ public:
     virtual bool IsFixedRow() const = 0;
     virtual bool IsTree() const = 0;
 
-    // Focus on `row` and, with `select`, the selection from there to `anchor`.
-    virtual void SelectRows(int row, int anchor, bool select, bool add, bool toggle) = 0;
-    virtual void FocusFixedRow() = 0; // and its cell in the focused column
+    virtual void SelectRows(int row, int anchor, SelectMode mode) = 0; // the focus on `row`
+    virtual void FocusFixedRow() = 0;                                  // and its cell in the focused column
     virtual void EnsureVisible(int row) = 0;
     virtual void Scroll(RowScroll how) = 0;
     virtual void ScrollColumns(int direction) = 0; // by an eighth of the area, -1 to the left

@@ -148,14 +148,14 @@ void Rows::MoveFocus(int row)
         SetState(selection.focusRow, 0, RVIS_FOCUSED);
 }
 
-bool Rows::Select(int row, int anchor, bool isSingle, bool select, bool toggle)
+bool Rows::Select(int row, int anchor, SelectMode mode, bool isSingle)
 {
     if (row == kFixedRow || m_isBusy || Count() == 0)
         return false;
     if (row < 0 || row >= Count() || anchor < kFixedRow || anchor >= Count())
         ThrowInvalidArgument();
     MoveFocus(row);
-    selection.Select(row, isSingle ? row : anchor, select, toggle);
+    selection.Select(row, anchor, mode, isSingle);
     return true;
 }
 

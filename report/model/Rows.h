@@ -71,10 +71,8 @@ public:
     int FocusedRow();
     RowRange SelectedRows();
 
-    // Moves the focus to `row` and, with `select`, the selection to the rows between it and `anchor`. False
-    // for row -1 and without rows; invalid argument outside them.
-    // `isSingle`: at most one row can be selected.
-    bool Select(int row, int anchor, bool isSingle, bool select, bool toggle);
+    // As Selection::Select. False for row -1 and without rows; invalid argument outside them.
+    bool Select(int row, int anchor, SelectMode mode, bool isSingle);
     bool Focus(int row, int column); // column -1: the whole row
 
     // The number of items in callback mode. Focus and selection are cut to it.

@@ -27,18 +27,36 @@ int AfterRemoval(int row, int removed, int rowsLeft)
 
 } // namespace
 
-void Selection::Select(int row, int anchorRow, bool select, bool toggle)
+void Selection::Select(int row, int anchorRow, SelectMode mode, bool isSingle)
 {
     focusRow = row;
-    if (!select)
+    if (mode == SelectMode::None)
         return;
-    if (toggle && first == row && last == row)
-        SelectNone();
-    else
+    if (mode == SelectMode::Toggle && IsSelected(row))
     {
-        first = std::min(row, anchorRow);
-        last = std::max(row, anchorRow);
+        isSingle ? SelectNone() : TakeOut(row);
+        return;
     }
+    const int other = isSingle ? row : anchorRow;
+    RowRange chosen = {std::min(row, other), std::max(row, other)};
+    const bool isOneRange = first <= last && chosen.first - 1 <= last && first - 1 <= chosen.last;
+    if (mode != SelectMode::Alone && !isSingle && isOneRange)
+        chosen = {std::min(first, chosen.first), std::max(last, chosen.last)};
+    first = chosen.first;
+    last = chosen.last;
+}
+
+void Selection::TakeOut(int row)
+{
+    const int above = row - first;
+    const int below = last - row;
+    const bool isAnchorBelow = row < anchor && anchor <= last;
+    if (below > above || (below == above && isAnchorBelow))
+        first = row + 1;
+    else
+        last = row - 1;
+    if (first > last)
+        SelectNone();
 }
 
 void Selection::SelectNone()

@@ -14,6 +14,15 @@ struct RowRange
     bool operator==(const RowRange&) const = default;
 };
 
+// What becomes of the selected rows when one is chosen.
+enum class SelectMode
+{
+    None,   // they stay as they are, and only the focus moves
+    Alone,  // the chosen rows, and no others
+    Add,    // they stay, too, if they and the chosen ones are one range; else as Alone
+    Toggle, // a selected row is taken out; otherwise as Add
+};
+
 // The selected rows are one range, `first` to `last`; when none is, these
 // are 0 and -1.
 struct Selection
@@ -31,9 +40,10 @@ struct Selection
     bool IsFocusAlone() const { return first == focusRow && last == focusRow; }
     void SelectFocusAlone() { first = last = anchor = focusRow; }
 
-    // The focus goes to `row`. With `select` the rows between `row` and `anchor` are selected; with `toggle`
-    // a row that was the only selected one is taken out instead.
-    void Select(int row, int anchorRow, bool select, bool toggle);
+    // The focus goes to `row`, and the rows between it and `anchorRow` are chosen; with `isSingle`, at most
+    // that one row. A row taken out from within the range leaves the longer part, of two equal ones that with
+    // the anchor, or else the first.
+    void Select(int row, int anchorRow, SelectMode mode, bool isSingle);
 
     // A row came in before `row`, or went.
     void RowInserted(int row);
@@ -48,6 +58,7 @@ struct Selection
 
 private:
     void SelectNone();
+    void TakeOut(int row);
 };
 
 // The least range that has all rows which focus and selection have come to or left.

@@ -30,11 +30,12 @@ public:
     bool IsCellFocus() const override { return cellFocus; }
     bool IsFixedRow() const override { return fixedRow; }
     bool IsTree() const override { return tree; }
-    void SelectRows(int row, int anchor, bool select, bool add, bool toggle) override
+    void SelectRows(int row, int anchor, SelectMode mode) override
     {
-        log += " select " + std::to_string(row) + ".." + std::to_string(anchor);
-        log += select ? (toggle ? " toggle" : add ? " add" : "") : " focus only";
-        selection.Select(row, anchor, select, toggle);
+        const char* const modes[] = {" focus only", "", " add", " toggle"};
+        log +=
+            " select " + std::to_string(row) + ".." + std::to_string(anchor) + modes[static_cast<int>(mode)];
+        selection.Select(row, anchor, mode, false);
     }
     void FocusFixedRow() override
     {

@@ -166,7 +166,7 @@ TEST(Rows, FormNoTreeInCallbackMode)
     EXPECT_FALSE(control.rows.IsTree());
     EXPECT_EQ(3, control.rows.Count());
     EXPECT_EQ(nullptr, control.rows.InsertTreeItem(nullptr, nullptr, "x", 0, true));
-    EXPECT_TRUE(control.rows.Select(2, 1, false, true, false));
+    EXPECT_TRUE(control.rows.Select(2, 1, report::SelectMode::Alone, false));
     control.rows.SetCallbackCount(2);
     EXPECT_EQ(1, control.rows.FocusedRow());
     EXPECT_EQ((report::RowRange{1, 2}), control.rows.SelectedRows()); // the next new row is selected

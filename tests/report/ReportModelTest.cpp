@@ -205,15 +205,12 @@ protected:
         const int other = Below(names.size());
         const bool single = Below(8) == 0;
         const bool select = Below(4) != 0;
-        const bool toggle = Below(2) != 0;
-        ASSERT_TRUE(control.rows.Select(row, other, single, select, toggle));
+        ASSERT_TRUE(control.rows.Select(
+            row, other, select ? report::SelectMode::Alone : report::SelectMode::None, single));
         control.rows.selection.anchor = other;
         focus = At(names, row);
         anchor = At(names, other);
-        const bool takenOut = toggle && first == focus && last == focus;
-        if (select && takenOut)
-            first = last = 0;
-        else if (select)
+        if (select)
         {
             first = At(names, single ? row : std::min(row, other));
             last = At(names, single ? row : std::max(row, other));

@@ -285,11 +285,11 @@ public:
     // `last` is less than `first` if no row is selected.
     void GetSelectedRows(int* first, int* last);
 
-    // Moves the focus to `row` and, with `select`, the selection to the rows between `row` and `anchor`. Every
-    // key, click and drag comes through here. The selected rows are always one range.
+    // Moves the focus to `row` and, with `select`, the selection to the rows between `row` and `anchor`.
+    // Every key, click and drag comes through here. The selected rows are always one range.
     //
-    // With `add`, rows selected before stay if they and the new ones overlap or are neighbours. Otherwise only
-    // the new ones are selected, and never the rows in between, which nobody named.
+    // With `add`, rows selected before stay if they and the new ones overlap or are neighbours. Otherwise
+    // only the new ones are selected, and never the rows in between, which nobody named.
     //
     // With `toggle`, a selected `row` is taken out. At an end of the range the others stay, and in the middle
     // the longer part does, of two equal parts the one with the anchor. A row that is not selected is added.

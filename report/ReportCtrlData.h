@@ -12,6 +12,7 @@
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -111,6 +112,16 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
         view.topRow = std::min(view.topRow, count);
         tooFar = true;
     }
+
+    // Changes focus or selection, and has the rows painted that look different then. Nothing else changes
+    // them unless it has everything painted.
+    enum class Painted
+    {
+        AtOnce,
+        Later,
+        ByCaller
+    };
+    bool ChangeSelection(Painted painted, const std::function<bool()>& change);
 
     // The window's style bits, which everything tests here and not at the window.
     void UseStyle(DWORD bits)

@@ -85,10 +85,12 @@ public:
     }
     void FocusColumn(int column) override
     {
-        m_data.rows.selection.focusColumn = column;
-        m_control.EnsureVisibleColumn(column);
-        m_control.RedrawRows(m_data.rows.selection.focusRow, RVI_NONE, 1);
+        m_data.ChangeSelection(Data::Painted::Later, [&] {
+            m_data.rows.selection.focusColumn = column;
+            return true;
+        });
     }
+    void EnsureVisibleColumn(int column) override { m_control.EnsureVisibleColumn(column); }
     void ChangeTree(int row, report::TreeAction action) override
     {
         _TREEITEM* const item = m_control.GetItemHandle(m_control.GetItemFromRow(row));

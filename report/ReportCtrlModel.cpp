@@ -253,12 +253,20 @@ void CReportCtrl::SelectRows(int row, int anchor, int select, int add, int toggl
     using Mode = report::SelectMode;
     const Mode mode = !select ? Mode::None : toggle ? Mode::Toggle : add ? Mode::Add : Mode::Alone;
     const bool isSingle = (m_data->style & RVS_SINGLESELECT) != 0;
-    m_data->rows.Count(); // makes the rows: what is compared below are rows of one kind
-    const report::Selection old = m_data->rows.selection;
-    if (!m_data->rows.Select(row, anchor, mode, isSingle) || !redraw)
-        return;
-    const report::RowRange changed = report::ChangedRows(old, m_data->rows.selection);
-    RedrawRows(changed.first, changed.last, 1);
+    m_data->ChangeSelection(redraw ? Data::Painted::AtOnce : Data::Painted::ByCaller,
+                            [&] { return m_data->rows.Select(row, anchor, mode, isSingle); });
+}
+
+bool CReportCtrl::Data::ChangeSelection(Painted painted, const std::function<bool()>& change)
+{
+    rows.Count(); // makes the rows: what is compared below are rows of one kind
+    const report::Selection old = rows.selection;
+    if (!change())
+        return false;
+    const report::RowRange changed = report::ChangedRows(old, rows.selection);
+    if (painted != Painted::ByCaller)
+        control.RedrawRows(changed.first, changed.last, painted == Painted::AtOnce);
+    return true;
 }
 
 void CReportCtrl::SelectAll()
@@ -271,13 +279,7 @@ int CReportCtrl::AdjustFocus(int row, int column)
     const bool isHidden = row == RVI_DEFAULT && !(m_data->style & RVS_FIXEDROW);
     if (isHidden || column < -1 || column >= GetActiveSubItemCount())
         return 0;
-    m_data->rows.Count();
-    const report::Selection old = m_data->rows.selection;
-    if (!m_data->rows.Focus(row, column))
-        return 0;
-    const report::RowRange changed = report::ChangedRows(old, m_data->rows.selection);
-    RedrawRows(changed.first, changed.last, 1);
-    return 1;
+    return m_data->ChangeSelection(Data::Painted::AtOnce, [&] { return m_data->rows.Focus(row, column); });
 }
 
 int CReportCtrl::MoveUp(int row)
@@ -381,14 +383,22 @@ int CReportCtrl::InsertTree(int subitem, structTREEITEM* parent, structTREEITEM*
 
 CReportCtrl::structTREEITEM* CReportCtrl::GetTreeFocus()
 {
-    return m_data->rows.TakeFocus();
+    structTREEITEM* focused = nullptr;
+    m_data->ChangeSelection(Data::Painted::Later, [&] {
+        focused = m_data->rows.TakeFocus();
+        return true;
+    });
+    return focused;
 }
 
 void CReportCtrl::SetTreeFocus(structTREEITEM* item)
 {
     if (!item)
         return;
-    m_data->rows.PutFocus(item);
+    m_data->ChangeSelection(Data::Painted::Later, [&] {
+        m_data->rows.PutFocus(item);
+        return true;
+    });
     ShowRow(m_data->rows.selection.focusRow);
 }
 

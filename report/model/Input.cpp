@@ -159,8 +159,10 @@ void Input::MoveColumn(int direction)
         return;
     }
     const int column = NextColumn(m_selection.focusColumn, direction);
-    if (column != m_selection.focusColumn)
-        m_target.FocusColumn(column);
+    if (column == m_selection.focusColumn)
+        return;
+    m_target.FocusColumn(column);
+    m_target.EnsureVisibleColumn(column);
 }
 
 // To the left of the first such column lies the whole row; to the right of the last, nothing.
@@ -216,7 +218,7 @@ void Input::Click(int row, int column, Modifiers modifiers)
     const int oldColumn = m_selection.focusColumn;
     // Columns may have gone since the click; and a row that one cell spans is shown without any.
     const bool canFocus = column >= 0 && column < m_target.ColumnCount() && m_target.CanFocus(column);
-    m_selection.focusColumn = canFocus && (m_target.IsCellFocus() || row == kFixedRow) ? column : kNoColumn;
+    m_target.FocusColumn(canFocus && (m_target.IsCellFocus() || row == kFixedRow) ? column : kNoColumn);
     if (row == kNoRow)
         return;
     const bool alone = !modifiers.shift && !modifiers.control;

@@ -66,7 +66,8 @@ public:
     virtual void EnsureVisible(int row) = 0;
     virtual void Scroll(RowScroll how) = 0;
     virtual void ScrollColumns(int direction) = 0; // by an eighth of the area, -1 to the left
-    virtual void FocusColumn(int column) = 0;      // of the focused row, brought into view
+    virtual void FocusColumn(int column) = 0;      // of the focused row
+    virtual void EnsureVisibleColumn(int column) = 0;
     virtual void ChangeTree(int row, TreeAction action) = 0;
     virtual bool BeginEdit(int row, int column, unsigned key) = 0;
 };

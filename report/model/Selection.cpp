@@ -106,8 +106,9 @@ RowRange ChangedRows(const Selection& before, const Selection& after)
         changed.first = std::min(changed.first, first);
         changed.last = std::max(changed.last, last);
     };
+    const bool isFocusKept = before.focusRow == after.focusRow && before.focusColumn == after.focusColumn;
     for (const Selection* each : {&before, &after})
-        if (each->focusRow != kNoRow)
+        if (each->focusRow != kNoRow && !isFocusKept)
             add(each->focusRow, each->focusRow);
     const bool wasNone = before.first > before.last;
     const bool isNone = after.first > after.last;

@@ -61,7 +61,7 @@ private:
     void TakeOut(int row);
 };
 
-// The least range that has all rows which focus and selection have come to or left.
+// The least range that has all rows which focus and selection have come to or left; empty if there are none.
 RowRange ChangedRows(const Selection& before, const Selection& after);
 
 } // namespace report

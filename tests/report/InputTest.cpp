@@ -58,7 +58,12 @@ public:
                   : std::clamp(top + (how == RowScroll::PageUp ? -page : page), 0, end);
     }
     void ScrollColumns(int direction) override { log += direction < 0 ? " left" : " right"; }
-    void FocusColumn(int column) override { selection.focusColumn = column; }
+    void FocusColumn(int column) override
+    {
+        selection.focusColumn = column;
+        shownColumn = column;
+    }
+    void EnsureVisibleColumn(int column) override { EXPECT_EQ(column, selection.focusColumn); }
     void ChangeTree(int row, TreeAction action) override
     {
         log += " tree " + std::to_string(row) + "+*-"[static_cast<int>(action)];
@@ -78,6 +83,7 @@ public:
     bool fixedRow = false;
     bool tree = false;
     bool edits = true;
+    int shownColumn = kNoColumn; // that the target has been told of
     std::set<int> hidden;
     std::string log;
 };
@@ -229,6 +235,7 @@ TEST(Input, ClicksSelectAndEdit)
                                      std::to_string(list.selection.focusColumn) + " anchor " +
                                      std::to_string(list.selection.anchor) + ':' + list.log)
             << "line " << each.line;
+        EXPECT_EQ(list.shownColumn, list.selection.focusColumn) << "line " << each.line;
     }
 
     List list;

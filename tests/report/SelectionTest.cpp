@@ -69,6 +69,19 @@ TEST(Selection, IsOneRangeThatRowsAreAddedToAndTakenOutOf)
         ASSERT_EQ(expected.empty() ? -1 : *expected.rbegin(), selection.last);
         ASSERT_EQ(row, selection.focusRow);
         selection.anchor = below(9);
+        selection.focusColumn = below(3) - 1;
+
+        // The rows that look different now, and no others at the ends.
+        std::set<int> changed;
+        for (int each = 0; each < 9; ++each)
+            if (old.IsSelected(each) != selection.IsSelected(each))
+                changed.insert(each);
+        if (old.focusRow != selection.focusRow || old.focusColumn != selection.focusColumn)
+            changed.insert({old.focusRow, selection.focusRow});
+        const RowRange rows = ChangedRows(old, selection);
+        ASSERT_EQ(changed.empty(), rows.first > rows.last);
+        if (!changed.empty())
+            ASSERT_EQ((RowRange{*changed.begin(), *changed.rbegin()}), rows);
     }
 }
 

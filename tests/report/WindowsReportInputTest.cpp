@@ -2,6 +2,8 @@
 // has to say about them.
 #include "tests/report/ReportFixture.h"
 
+#include <random>
+
 namespace
 {
 
@@ -38,6 +40,26 @@ protected:
         return Selected() + " focus " + std::to_string(report.GetCurrentFocus()) + ',' +
                std::to_string(report.GetCurrentFocusColumn()) + " top " +
                std::to_string(report.GetTopIndex());
+    }
+    // What the window shows.
+    std::vector<DWORD> Pixels()
+    {
+        constexpr int kWidth = 300, kHeight = 200;
+        BITMAPINFO info = {};
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, kHeight, 1, 32, 0, 0, 0, 0, 0, 0};
+        std::vector<DWORD> pixels(kWidth * kHeight);
+        CClientDC dc(&report);
+        CDC memory;
+        memory.CreateCompatibleDC(&dc);
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(&dc, kWidth, kHeight);
+        {
+            const auto old = ::SelectObject(memory, bitmap.GetSafeHandle());
+            memory.BitBlt(0, 0, kWidth, kHeight, &dc, 0, 0, SRCCOPY);
+            ::SelectObject(memory, old);
+        }
+        EXPECT_NE(0, ::GetDIBits(memory, bitmap, 0, kHeight, pixels.data(), &info, DIB_RGB_COLORS));
+        return pixels;
     }
     static int Posted(UINT message)
     {
@@ -91,6 +113,34 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
     for (const UINT key : {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_SPACE, VK_LEFT, VK_RIGHT})
         Key(key);
     EXPECT_EQ("0 to -1 focus -2,-1 top 0", State());
+}
+
+TEST_F(ReportInput, WhatHasChangedIsPainted)
+{
+    Show(RVS_CELLFOCUS | RVS_TREE, 8);
+    report.SetFocus();
+    std::mt19937 random(7);
+    const auto below = [&random](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    const UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_SPACE, VK_HOME, VK_END};
+    const WPARAM modifiers[] = {0, 0, MK_SHIFT, MK_CONTROL};
+    for (int step = 0; step < 200; ++step)
+    {
+        const int what = below(20);
+        if (what < 9)
+            Key(keys[below(static_cast<int>(std::size(keys)))]);
+        else if (what < 18) // on cells, right of them and below them
+            Click(below(300), below(200), modifiers[below(4)]);
+        else if (what == 18)
+            report.SetTreeFocus(report.GetItemHandle(below(8)));
+        else
+            report.GetTreeFocus();
+        report.UpdateWindow();
+        const std::vector<DWORD> shown = Pixels();
+        report.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        ASSERT_TRUE(shown == Pixels()) << "step " << step << ": " << what << ", " << State();
+    }
 }
 
 TEST_F(ReportInput, ParentIsAskedFirst)

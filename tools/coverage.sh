@@ -14,6 +14,6 @@ count() {
     gcovr -r . --gcov-executable "$gcov" -f include/ -f logfiles/ -f platform/ -f host/ \
         --json "build/$preset.json" "build/$preset"
 }
-count native-coverage gcov env
+count native-coverage 'llvm-cov gcov' env
 count windows-coverage x86_64-w64-mingw32-gcov-posix tools/with-wine.sh
 gcovr -r . -a build/native-coverage.json -a build/windows-coverage.json

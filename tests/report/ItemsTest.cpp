@@ -13,32 +13,6 @@ namespace
 using report::FetchedCell;
 
 // Whatever a subclass answers, its record or a copy, is what is read and written.
-TEST(Items, ReadsAndWritesTheRecordThatIsAnswered)
-{
-    for (const bool copies : {false, true})
-    {
-        ModelControl control;
-        control.copies = copies;
-        control.Define(2);
-        control.rows.InsertItem(0);
-        const std::string text(100, 'x'); // beyond what a string holds within itself
-        EXPECT_TRUE(control.SetText(0, 1, text));
-        _RVITEM change;
-        change.subitem = 1;
-        change.mask = RVIM_IMAGE | RVIM_STATE | RVIM_PREVIEWHEIGHT;
-        change.image = 3;
-        change.state = ~0u;
-        change.previewHeight = 9;
-        EXPECT_TRUE(control.items.Write(change));
-        FetchedCell fetched;
-        ASSERT_TRUE(control.items.Fetch(0, 1, 0, fetched));
-        EXPECT_EQ(text, fetched.cell.text) << copies;
-        EXPECT_EQ(3, fetched.cell.image);
-        EXPECT_EQ(RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED, fetched.item->state);
-        EXPECT_EQ(9, fetched.item->previewHeight);
-    }
-}
-
 TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
 {
     for (const bool copies : {false, true})

@@ -122,9 +122,9 @@ void CReportCtrl::OnHdnItemChanged(NMHDR* header, LRESULT* result)
 
 void CReportCtrl::OnHdnEndDrag(NMHDR* header, LRESULT* result)
 {
-    const bool moves = m_data->header.GetDropResult() == report::DropResult::kMoves;
-    *result = !moves;
-    if (moves)
+    const bool isOnHeader = m_data->header.GetDropResult() == report::DropResult::OnHeader;
+    *result = !isOnHeader;
+    if (isOnHeader)
         Redraw();
     else if (m_data->style & RVS_DRAGCOLUMNS)
         DeactivateSubItem(m_data->SubItemOf(ItemOf(header)));

@@ -124,5 +124,5 @@ private:
     int m_trackedItem = kNone;
     CPoint m_trackPoint; // where the mouse was last
     int m_rightClickedItem = kNone;
-    report::DropResult m_dropResult = report::DropResult::kMoves;
+    report::DropResult m_dropResult = report::DropResult::OnHeader;
 };

@@ -58,7 +58,7 @@ bool CFlatHeaderCtrl::BeginDrag()
 void CFlatHeaderCtrl::MoveDrag(CPoint point)
 {
     const report::HeaderDrop drop = GetDrag(m_press->index).DropAt(point.x, point.y);
-    const bool removes = drop.result != DropResult::kMoves && IsRemovedByDrop();
+    const bool removes = drop.result == DropResult::Outside && IsRemovedByDrop();
     CPoint topLeft(point.x - m_press->grip.x, point.y - m_press->grip.y);
     ClientToScreen(&topLeft);
     m_press->window.MoveTo(topLeft, removes ? HeaderLook::kRemoved : HeaderLook::kPlain);
@@ -75,9 +75,9 @@ void CFlatHeaderCtrl::Drop(CPoint point)
 
     HDITEM item = {};
     item.mask = HDI_ORDER;
-    item.iOrder = drop.result == DropResult::kOutside ? -1 : drag.PlaceAt(drop.gap);
+    item.iOrder = drop.result == DropResult::Outside ? -1 : drag.PlaceAt(drop.gap);
     LRESULT cancelled = 0;
-    if (!Notify(HDN_ENDDRAG, index, &item, cancelled) || cancelled || drop.result != DropResult::kMoves)
+    if (!Notify(HDN_ENDDRAG, index, &item, cancelled) || cancelled || !drop.moves)
         return;
     std::vector<int> order = drag.Reorder(GetOrder(), drop.gap);
     SetOrderArray(static_cast<int>(order.size()), order.data());
@@ -86,7 +86,7 @@ void CFlatHeaderCtrl::Drop(CPoint point)
 
 void CFlatHeaderCtrl::ShowMark(const report::HeaderDrop& drop)
 {
-    if (drop.result != DropResult::kMoves)
+    if (!drop.moves)
         return HideDropMark();
     CRect client;
     GetClientRect(client);
@@ -108,7 +108,7 @@ int CFlatHeaderCtrl::ShowDropMark(CPoint screen)
     ScreenToClient(&screen);
     const report::HeaderDrop drop = GetDrag(kNone).DropAt(screen.x, screen.y);
     ShowMark(drop);
-    return drop.result == DropResult::kMoves ? drop.gap : kNone;
+    return drop.moves ? drop.gap : kNone;
 }
 
 void CFlatHeaderCtrl::HideDropMark()

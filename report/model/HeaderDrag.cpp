@@ -15,24 +15,26 @@ HeaderDrag::HeaderDrag(HeaderStrip strip, int left, const std::vector<int>& widt
 
 HeaderDrop HeaderDrag::DropAt(int x, int y) const
 {
-    // In the left half of a column the gap before it, in the right half the one behind.
+    // The left half of a column is the gap before it, the right half the one after it.
     std::size_t gap = 0;
     while (gap + 1 < m_edges.size() && x - m_edges[gap] >= m_edges[gap + 1] - x)
         ++gap;
 
-    HeaderDrop drop = {DropResult::kMoves, static_cast<int>(gap),
-                       std::clamp(m_edges[gap], m_strip.left, std::max(m_strip.left, m_strip.right))};
-    if (x < m_strip.left || x >= m_strip.right || y < m_strip.top || y >= m_strip.bottom)
-        drop.result = DropResult::kOutside;
-    else if (m_column != kNoColumn && PlaceAt(drop.gap) == m_column)
-        drop.result = DropResult::kStays;
+    const bool isOutside = x < m_strip.left || x >= m_strip.right || y < m_strip.top || y >= m_strip.bottom;
+    HeaderDrop drop = {};
+    drop.result = isOutside ? DropResult::Outside : DropResult::OnHeader;
+    drop.gap = static_cast<int>(gap);
+    drop.moves = !isOutside && (m_column == kNoColumn || PlaceAt(drop.gap) != m_column);
+    drop.x = static_cast<int>(
+        std::clamp<std::int64_t>(m_edges[gap], m_strip.left, std::max(m_strip.left, m_strip.right)));
     return drop;
 }
 
 bool HeaderDrag::Begins(int pressX, int pressY, int x, int y, int distanceX, int distanceY) const
 {
     const bool isFar = std::abs(x - pressX) > distanceX || std::abs(y - pressY) > distanceY;
-    return isFar && DropAt(x, y).result != DropResult::kStays;
+    const HeaderDrop drop = DropAt(x, y);
+    return isFar && (drop.moves || drop.result == DropResult::Outside);
 }
 
 int HeaderDrag::PlaceAt(int gap) const

@@ -1,17 +1,17 @@
 // Where a dragged column lands in a header. Plain integers; no window system.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace report
 {
 
-// What dropping a column would do.
+// Where a column is dropped.
 enum class DropResult
 {
-    kOutside = -1, // off the header
-    kMoves = 0,    // at another place
-    kStays = 1,    // at the place that it has
+    Outside = -1, // off the header
+    OnHeader = 0,
 };
 
 // The part of a header that is seen; right and bottom lie outside.
@@ -23,8 +23,9 @@ struct HeaderStrip
 struct HeaderDrop
 {
     DropResult result;
-    int gap; // the column that would come behind it, of those there are now; their number for the end
-    int x;   // of that gap, within the strip
+    bool moves; // the columns are in another order then
+    int gap;    // the column that would come after it, of those there are now; their number for the end
+    int x;      // of that gap, within the strip
 };
 
 // Follows one column, or an entry from elsewhere, over the columns of a header. Columns are counted in
@@ -40,7 +41,7 @@ public:
     HeaderDrop DropAt(int x, int y) const;
 
     // Whether a press at the one point has become a drag at the other: the mouse is more than the distance
-    // away, and dropping would do something. A click with a wobble is none.
+    // away, and dropping would not leave the column where it is. A click with a wobble is none.
     bool Begins(int pressX, int pressY, int x, int y, int distanceX, int distanceY) const;
 
     // The place of the dragged column after it has come to a gap.
@@ -51,7 +52,7 @@ public:
 
 private:
     HeaderStrip m_strip;
-    std::vector<int> m_edges; // left of each column, and right of the last
+    std::vector<std::int64_t> m_edges; // left of each column, and right of the last
     int m_column;
 };
 

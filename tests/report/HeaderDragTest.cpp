@@ -1,6 +1,7 @@
 #include "report/model/HeaderDrag.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -33,22 +34,23 @@ TEST(HeaderDrag, LandsAtTheNearestGapAndMovesOnlyTheDraggedColumn)
 
         for (int x = -25; x < 70; ++x)
         {
-            const auto [result, gap, markX] = drag.DropAt(x, x % 12);
+            const auto [result, moves, gap, markX] = drag.DropAt(x, x % 12);
+            const bool isOnHeader = result == DropResult::OnHeader;
             SCOPED_TRACE(testing::Message() << "round " << round << ", x " << x << ", gap " << gap);
             ASSERT_TRUE(gap >= 0 && gap <= count);
             const int edge = edges[static_cast<std::size_t>(gap)];
             for (const int other : edges)
                 EXPECT_LE(std::abs(x - edge), std::abs(x - other));
             EXPECT_EQ(std::clamp(edge, 0, 40), markX);
-            EXPECT_EQ(x < 0 || x >= 40 || x % 12 >= 10, result == DropResult::kOutside);
+            EXPECT_EQ(x < 0 || x >= 40 || x % 12 >= 10, !isOnHeader);
             if (column == HeaderDrag::kNoColumn)
             {
-                EXPECT_NE(DropResult::kStays, result);
+                EXPECT_EQ(isOnHeader, moves);
                 EXPECT_EQ(gap, drag.PlaceAt(gap));
                 continue;
             }
             std::vector<int> order = drag.Reorder(items, gap);
-            EXPECT_TRUE(result == DropResult::kOutside || (result == DropResult::kStays) == (order == items));
+            EXPECT_EQ(isOnHeader && order != items, moves);
             EXPECT_EQ(column, order[static_cast<std::size_t>(drag.PlaceAt(gap))]);
             EXPECT_EQ(gap - (gap > column), drag.PlaceAt(gap));
             order.erase(std::find(order.begin(), order.end(), column));
@@ -68,6 +70,8 @@ TEST(HeaderDrag, BeginsOnlyFarFromThePressAndAtAnotherPlace)
     };
     for (const auto& [x, y, begins] : cases)
         EXPECT_EQ(begins, drag.Begins(30, 10, x, y, 4, 4)) << x << ", " << y;
+    const HeaderDrag wide({0, 0, 100, 20}, 0, {INT_MAX, INT_MAX, INT_MAX}, 2);
+    EXPECT_EQ(0, wide.DropAt(99, 10).gap);
     EXPECT_FALSE(drag.Begins(30, 18, 31, 21, 4, 4)); // off the strip, but not far
     EXPECT_TRUE(drag.Begins(30, 18, 31, 23, 4, 4));
 }

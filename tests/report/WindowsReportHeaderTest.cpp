@@ -265,7 +265,7 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
         Send(header, WM_MOUSEMOVE, 25, kY);
         EXPECT_TRUE(DragWindow() && !DropWindow());
         Send(header, WM_LBUTTONUP, 25, kY);
-        EXPECT_EQ(style ? "bc" : "abc", Columns());
+        EXPECT_EQ("abc", Columns()) << "which changes nothing";
     }
 }
 

@@ -30,10 +30,10 @@ int RowAfter(ScrollRequest request, int thumb, const View& view, Geometry& geome
         row = Forward(row, 1);
         break;
     case ScrollRequest::PageBack:
-        row = row > 0 ? geometry.RowsUpTo(row - 1).first : 0;
+        row = row > 0 ? std::min(row - 1, geometry.RowsUpTo(row).first) : 0;
         break;
     case ScrollRequest::PageForward:
-        row = Forward(geometry.RowsFrom(row).last, 1);
+        row = std::max(Forward(row, 1), geometry.RowsFrom(row).last);
         break;
     case ScrollRequest::Begin:
         row = 0;

@@ -81,9 +81,9 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
     EXPECT_EQ("10 to 10 focus 10,-1 top 1", State());
     EXPECT_EQ(0u, report.Struct(0).state);
     Key(VK_NEXT);
-    EXPECT_EQ("21 to 21 focus 21,-1 top 12", State());
+    EXPECT_EQ("20 to 20 focus 20,-1 top 11", State());
     Key(VK_PRIOR);
-    EXPECT_EQ("11 to 11 focus 11,-1 top 11", State());
+    EXPECT_EQ("10 to 10 focus 10,-1 top 10", State());
     Key(VK_END);
     EXPECT_EQ("99 to 99 focus 99,-1 top 90", State());
     Key(VK_HOME);
@@ -272,8 +272,8 @@ TEST_F(ReportInput, BarsAndWheelScrollToTheEndAndNoFurther)
     {
         WPARAM code;
         int from, to;
-    } cases[] = {{SB_LINEDOWN, 5, 6},   {SB_LINEUP, 5, 4},     {SB_LINEUP, 0, 0},   {SB_PAGEDOWN, 5, 15},
-                 {SB_PAGEUP, 25, 15},   {SB_PAGEDOWN, 85, 90}, {SB_BOTTOM, 5, 90},  {SB_TOP, 5, 0},
+    } cases[] = {{SB_LINEDOWN, 5, 6},   {SB_LINEUP, 5, 4},     {SB_LINEUP, 0, 0},   {SB_PAGEDOWN, 5, 14},
+                 {SB_PAGEUP, 25, 16},   {SB_PAGEDOWN, 85, 90}, {SB_BOTTOM, 5, 90},  {SB_TOP, 5, 0},
                  {SB_LINEDOWN, 90, 90}, {SB_LINEDOWN, 97, 97}, {SB_ENDSCROLL, 7, 7}};
     for (const auto& each : cases)
     {

@@ -15,11 +15,6 @@
 class CReportHeaderCtrl;
 class CReportSubItemListCtrl;
 
-namespace report
-{
-struct RowRange;
-} // namespace report
-
 // Compares two cells for a sort: less than, equal to or greater than 0. `value` is what SetSortCallback got.
 using RVSORTCALLBACK = int (*)(int item1, int subitem1, int item2, int subitem2, __int64 value);
 
@@ -510,48 +505,5 @@ protected:
 private:
     friend class CReportSubItemListCtrl; // which shows captions
     struct Data;
-    struct Places;
-    class Painting;
-    class RowSource;
-    class InputPort;
-
-    void FillHeader(NMHDR& header, unsigned int code);
-    void RowsRemoved();
-    int SwapRows(int row, int moved);
-    void LayoutClient();
-    void FitColumn(int subitem);
-    void PlaceHeader();
-    void ShowRow(int row);
-    void FitScrolling();
-    void UpdateScrollBars();
-    void UpdateScrollBar(int bar, int count, int page, int position);
-    void Scroll(int bar, UINT code);
-    void Redraw();
-    void InvalidateRowRange(report::RowRange rows);
-    void ReadSystem();
-    void UseFont(HFONT font);
-
-    // Painting
-    COLORREF GetPlainColor() const;
-    COLORREF GetTextColorOf(int index, bool selected) const;
-    bool IsRowSelected(int row) const;
-    void DrawFixedRow(CDC* dc, const CRect& clip, Places& places);
-    int DrawRows(CDC* dc, const CRect& clip, Places& places);
-    void DrawRowFocus(CDC* dc, CRect rect);
-    void DrawGrid(CDC* dc, const CRect& clip, Places& places, int bottom);
-    void DrawEmptyText(CDC* dc);
-    void DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected);
-    void DrawPreview(CDC* dc, const CRect& rect, int row);
-    bool NotifyDraw(CDC* dc, _RVITEM* cell, const CRect& rect);
-    void DrawListImage(CDC* dc, const CRect& rect, CImageList* list, int image, UINT style, int blend);
-
-    // Input
-    void HandleClick(const _RVHITTESTINFO& hit, UINT flags);
-    void ToggleBox(const _RVHITTESTINFO& hit);
-    void DragSelection(CPoint point);
-    bool NotifyKey(UINT key);
-
-    int SetBackground(HANDLE bitmap, bool none);
-
     std::unique_ptr<Data> m_data;
 };

@@ -70,9 +70,7 @@ END_MESSAGE_MAP()
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>(*this))
 {
     RegisterWindowClass();
-    m_data->measuring.CreateCompatibleDC(nullptr);
-    UseFont(m_data->font);
-    ReadSystem();
+    m_data->ReadSystem();
 }
 
 CReportCtrl::~CReportCtrl()
@@ -83,9 +81,9 @@ CReportCtrl::~CReportCtrl()
 
 BOOL CReportCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id, CCreateContext* context)
 {
-    m_data->creating = true;
+    m_data->window.isCreating = true;
     const BOOL created = CWnd::Create(kWindowClass, nullptr, style, rect, parent, id, context);
-    m_data->creating = false;
+    m_data->window.isCreating = false;
     if (!created)
         return FALSE;
     if (CreateCommon())
@@ -96,7 +94,7 @@ BOOL CReportCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id, C
 
 void CReportCtrl::PreSubclassWindow()
 {
-    if (!m_data->creating && !CreateCommon())
+    if (!m_data->window.isCreating && !CreateCommon())
         AfxThrowResourceException();
 }
 
@@ -105,19 +103,25 @@ BOOL CReportCtrl::CreateCommon()
     SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->UseStyle(GetStyle());
-    m_data->dirty.Painted();
-    m_data->shown[SB_HORZ] = m_data->shown[SB_VERT] = {};
-    m_data->hasFocus = false;
+    m_data->painting.dirty.Painted();
+    m_data->bars.Forget();
+    m_data->window.hasFocus = false;
     const CRect nowhere;
     if (!m_data->header.Create(WS_CHILD | WS_VISIBLE | HDS_BUTTONS | HDS_HORZ | HDS_FULLDRAG, nowhere, this,
                                kHeaderId))
         return FALSE;
-    m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), FALSE);
-    ReadSystem();
+    m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->look.fonts.Plain()), FALSE);
+    m_data->ReadSystem();
     m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
-    LayoutClient();
+    m_data->LayoutClient();
     m_data->RefreshSubItemList();
     return TRUE;
+}
+
+void CReportCtrl::Data::UseStyle(DWORD bits)
+{
+    style = bits;
+    rows.SetMode((bits & RVS_CALLBACK) != 0, (bits & RVS_TREEMASK) != 0);
 }
 
 int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
@@ -132,7 +136,7 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
             std::max(0, m_data->view.itemHeight + (m_data->style & RVS_HORIZONTALGRID ? 1 : -1));
     if (changed & old & RVS_CELLFOCUS)
         m_data->rows.selection.focusColumn = -1;
-    LayoutClient();
+    m_data->LayoutClient();
     return 1;
 }
 
@@ -157,16 +161,16 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         m_data->view.checkHeight = static_cast<int>(value >> 16 & 0xFFFF);
         break;
     case RVP_EMPTYTEXT:
-        m_data->emptyText = text;
+        m_data->properties.emptyText = text;
         break;
     case RVP_GRIDSTYLE:
-        m_data->gridPenStyle = grids[value];
+        m_data->properties.gridPenStyle = grids[value];
         break;
     case RVP_SORTCAPTION:
         m_data->header.SetSortCaption(text);
         break;
     case RVP_NOTIFYMASK:
-        m_data->notifyMask = static_cast<DWORD>(value);
+        m_data->properties.notifyMask = static_cast<DWORD>(value);
         break;
     case RVP_UNUSED:
         break;
@@ -178,37 +182,37 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         m_data->view.showPreviews = value != 0;
         break;
     case RVP_DOUBLEBUFFER:
-        m_data->doubleBuffer = value != 0;
+        m_data->properties.doubleBuffer = value != 0;
         break;
     case RVP_TREESTYLE:
-        m_data->treeStyle = trees[value];
+        m_data->properties.treeStyle = trees[value];
         break;
     case RVP_IMAGEMODE:
-        m_data->imageMode = value;
+        m_data->properties.imageMode = value;
         break;
     case RVP_COLOR:
-        m_data->color = static_cast<COLORREF>(value);
+        m_data->properties.color = static_cast<COLORREF>(value);
         break;
     case RVP_STRINGSEPARATOR:
-        Data::stringSeparator = static_cast<char>(value);
+        report::Properties::stringSeparator = static_cast<char>(value);
         break;
     case RVP_TREEINDENT:
-        Data::treeIndent = text;
+        report::Properties::treeIndent = text;
         break;
     default:
         return 0;
     }
-    LayoutClient();
+    m_data->LayoutClient();
     return 1;
 }
 
-void CReportCtrl::LayoutClient()
+void CReportCtrl::Data::LayoutClient()
 {
-    if (!m_hWnd)
+    if (!control.m_hWnd)
         return;
     CRect client;
-    GetClientRect(client);
-    Layout(client.Width(), client.Height());
+    control.GetClientRect(client);
+    control.Layout(client.Width(), client.Height());
 }
 
 void CReportCtrl::Layout(int cx, int cy)
@@ -223,20 +227,19 @@ void CReportCtrl::Layout(int cx, int cy)
     const bool hasHeader = !(m_data->style & RVS_NOHEADER) && m_data->header.Layout(&layout);
     m_data->view.fixedFrame = ::GetSystemMetrics(SM_CYFIXEDFRAME);
     report::LayOut(m_data->view, cx, cy, hasHeader ? position.cy : 0, (m_data->style & RVS_FIXEDROW) != 0);
-    m_data->shownHeight = -1; // rows may be of another height
-    FitScrolling();
-    PlaceHeader();
-    Redraw();
+    m_data->bars.MarkPageStale(); // rows may be of another height
+    m_data->FitScrolling();
+    m_data->PlaceHeader();
+    m_data->Redraw();
 }
 
 // Where the columns are scrolled to; its right end reaches at least to that of the client area.
-void CReportCtrl::PlaceHeader()
+void CReportCtrl::Data::PlaceHeader()
 {
-    const report::Rect& place = m_data->view.header;
-    const int left = m_data->view.left;
-    m_data->header.SetWindowPos(nullptr, -left, place.top, place.Width() + left, place.Height(),
-                                SWP_NOZORDER | SWP_NOACTIVATE |
-                                    (place.Height() > 0 ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+    const report::Rect& area = view.header;
+    header.SetWindowPos(
+        nullptr, -view.left, area.top, report::ToInt(std::int64_t{area.Width()} + view.left), area.Height(),
+        SWP_NOZORDER | SWP_NOACTIVATE | (area.Height() > 0 ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
 int CReportCtrl::SetItemHeight(int height)
@@ -244,7 +247,7 @@ int CReportCtrl::SetItemHeight(int height)
     if (height < 0 || height > kMaxHeight)
         return 0;
     m_data->view.itemHeight = height;
-    LayoutClient();
+    m_data->LayoutClient();
     return 1;
 }
 
@@ -257,7 +260,7 @@ void CReportCtrl::SetShowReport(int show)
 {
     m_data->view.showLines = show != 0;
     m_data->view.showPreviews = show == 0;
-    LayoutClient();
+    m_data->LayoutClient();
 }
 
 int CReportCtrl::GetShowReport()
@@ -272,29 +275,21 @@ void CReportCtrl::OnSize(UINT, int cx, int cy)
 
 // ---- The system's colours, fonts and settings
 
-void CReportCtrl::ReadSystem()
+void CReportCtrl::Data::ReadSystem()
 {
-    GetSysColors();
-    m_data->wheelLines = GetMouseScrollLines();
-    const HDC screen = ::GetDC(nullptr);
-    m_data->onPalette = (::GetDeviceCaps(screen, RASTERCAPS) & RC_PALETTE) != 0;
-    ::ReleaseDC(nullptr, screen);
+    control.GetSysColors();
+    window.wheelLines = control.GetMouseScrollLines();
+    look.colors.ReadDisplay();
 }
 
 void CReportCtrl::GetSysColors()
 {
-    const int sources[RVSC_COUNT] = {COLOR_WINDOW,     COLOR_HIGHLIGHT,     COLOR_BTNFACE,
-                                     COLOR_WINDOWTEXT, COLOR_HIGHLIGHTTEXT, COLOR_WINDOWTEXT,
-                                     COLOR_BTNFACE,    COLOR_BTNFACE,       COLOR_3DLIGHT,
-                                     COLOR_BTNSHADOW,  COLOR_BTNHIGHLIGHT,  COLOR_3DDKSHADOW};
-    std::transform(std::begin(sources), std::end(sources), m_data->systemColors, ::GetSysColor);
+    m_data->look.colors.ReadSystem();
 }
 
 COLORREF CReportCtrl::GetSystemColor(int slot) const
 {
-    if (slot < 0 || slot >= RVSC_COUNT)
-        report::ThrowInvalidArgument();
-    return m_data->systemColors[slot];
+    return m_data->look.colors.System(slot);
 }
 
 unsigned int CReportCtrl::GetMouseScrollLines()
@@ -312,58 +307,39 @@ void CReportCtrl::OnSysColorChange()
 {
     CWnd::OnSysColorChange();
     GetSysColors();
-    Redraw();
+    m_data->Redraw();
 }
 
 void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
-    m_data->wheelLines = GetMouseScrollLines();
-}
-
-// The font is the owner's, null for the system's; its bold variant is made here.
-void CReportCtrl::UseFont(HFONT font)
-{
-    m_data->font = font ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-    LOGFONT description = {};
-    ::GetObject(m_data->font, sizeof(description), &description);
-    description.lfWeight = FW_BOLD;
-    m_data->boldFont.DeleteObject();
-    m_data->boldFont.CreateFontIndirect(&description);
-    const auto measure = [this](HGDIOBJ object) {
-        const HGDIOBJ old = ::SelectObject(m_data->measuring, object);
-        const GraphicFont measures(m_data->measuring);
-        ::SelectObject(m_data->measuring, old);
-        return measures;
-    };
-    m_data->fontMeasures = measure(m_data->font);
-    m_data->boldMeasures = measure(m_data->boldFont.GetSafeHandle());
+    m_data->window.wheelLines = GetMouseScrollLines();
 }
 
 LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)
 {
-    UseFont(reinterpret_cast<HFONT>(font));
+    m_data->look.fonts.Use(reinterpret_cast<HFONT>(font));
     if (m_data->header.m_hWnd)
-        m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->font), redraw);
-    LayoutClient();
+        m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->look.fonts.Plain()), redraw);
+    m_data->LayoutClient();
     return 0;
 }
 
 LRESULT CReportCtrl::OnGetFont(WPARAM, LPARAM)
 {
-    return reinterpret_cast<LRESULT>(m_data->font);
+    return reinterpret_cast<LRESULT>(m_data->look.fonts.Plain());
 }
 
 BOOL CReportCtrl::OnQueryNewPalette()
 {
-    if (!m_data->onPalette || !CreatePalette())
+    if (!m_data->look.colors.NeedsPalette() || !CreatePalette())
         return FALSE;
-    Redraw();
+    m_data->Redraw();
     return TRUE;
 }
 
 void CReportCtrl::OnPaletteChanged(CWnd* changed)
 {
-    if (m_data->onPalette && changed != this && CreatePalette())
-        Redraw();
+    if (m_data->look.colors.NeedsPalette() && changed != this && CreatePalette())
+        m_data->Redraw();
 }

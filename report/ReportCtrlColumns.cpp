@@ -46,7 +46,7 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
         report::ThrowInvalidArgument();
     try
     {
-        if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->defaultColumnWidth)))
+        if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->properties.defaultColumnWidth)))
             return -1;
     }
     catch (const std::bad_alloc&) // the caption
@@ -54,7 +54,7 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
         return -1;
     }
     m_data->header.RenumberSubItems(subitem, 1);
-    Redraw();
+    m_data->Redraw();
     if (list)
         m_data->RefreshSubItemList();
     return subitem;
@@ -63,15 +63,15 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     structSUBITEM& stored = m_data->items.SubItemAt(subitem);
-    stored = MakeSubItem(*definition, m_data->defaultColumnWidth);
+    stored = MakeSubItem(*definition, m_data->properties.defaultColumnWidth);
     const int headerItem = m_data->header.GetItemOfColumn(GetColumnFromSubItem(subitem));
     if (headerItem != CReportHeaderCtrl::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
         m_data->header.SetItemValues(headerItem, stored.header1, stored.header2);
-        FitScrolling();
+        m_data->FitScrolling();
     }
-    Redraw();
+    m_data->Redraw();
     if (list)
         m_data->RefreshSubItemList();
     return subitem;
@@ -84,7 +84,7 @@ int CReportCtrl::UndefineSubItem(int subitem)
     DeactivateSubItem(subitem, 0);
     m_data->items.Undefine(subitem);
     m_data->header.RenumberSubItems(subitem + 1, -1);
-    Redraw();
+    m_data->Redraw();
     m_data->RefreshSubItemList();
     return 1;
 }
@@ -114,7 +114,7 @@ int CReportCtrl::ActivateSubItem(int subitem, int column)
     if (headerItem == CReportHeaderCtrl::kNone)
         return -1;
     m_data->header.SetItemValues(headerItem, definition.header1, definition.header2);
-    Redraw();
+    m_data->Redraw();
     m_data->RefreshSubItemList();
     return place;
 }
@@ -129,8 +129,8 @@ int CReportCtrl::DeactivateSubItem(int subitem, int list)
     m_data->header.DeleteColumn(column);
     if (m_data->rows.selection.focusColumn >= GetActiveSubItemCount())
         m_data->rows.selection.focusColumn = GetActiveSubItemCount() - 1;
-    FitScrolling();
-    Redraw();
+    m_data->FitScrolling();
+    m_data->Redraw();
     if (list)
         m_data->RefreshSubItemList();
     return 1;
@@ -188,8 +188,8 @@ int CReportCtrl::SetSubItemWidth(int subitem, int width)
         item.mask = HDI_WIDTH;
         item.cxy = width;
         m_data->header.SetItem(m_data->header.GetItemOfColumn(column), &item);
-        FitScrolling();
-        Redraw();
+        m_data->FitScrolling();
+        m_data->Redraw();
     }
     return 1;
 }

@@ -3,53 +3,26 @@
 
 #include "ReportCtrl.h"
 #include "ReportSubItemListCtrl.h"
+#include "report/Background.h"
+#include "report/PaintColors.h"
+#include "report/PaintFonts.h"
+#include "report/ScrollBars.h"
 #include "report/header/ReportHeaderCtrl.h"
 #include "report/model/DirtyRows.h"
 #include "report/model/Geometry.h"
-#include "report/model/Input.h"
 #include "report/model/Rows.h"
+#include "report/model/ScrollPosition.h"
 #include "report/sort/Sorting.h"
-#include "vkgrafic/GraphicText.h"
 
-#include <algorithm>
 #include <functional>
-#include <optional>
 #include <string>
 
-// The control's state, each part with those who own it. It is also the way back: the models reach the
-// virtual operations through it.
-struct CReportCtrl::Data : report::Overrides, report::RowsListener
+namespace report
 {
-    explicit Data(CReportCtrl& owner) : control(owner) {}
-    Data(const Data&) = delete;
-    Data& operator=(const Data&) = delete;
 
-    CReportCtrl& control;
-    report::Items items{*this};
-    report::Rows rows{items, *this, *this};
-    report::Sorting sorting{items, rows, *this};
-
-    // Of all controls
-    static inline char stringSeparator = '\t';
-    static inline ZEMA::String treeIndent;
-
-    CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
-
-    // Colours, images, fonts
-    std::vector<COLORREF> colors;
-    CPalette palette;
-    CBitmap background;
-    CImageList* itemImages = nullptr;
-    CImageList* checkImages = nullptr;
-    HFONT font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT)); // not owned
-    CFont boldFont;
-    GraphicFont fontMeasures;
-    GraphicFont boldMeasures;
-    COLORREF systemColors[RVSC_COUNT] = {};
-    bool onPalette = false; // the window's display shows only the colours of palettes
-
-    // Properties and styles
-    DWORD style = 0;
+// What ModifyProperty sets and nothing else keeps.
+struct Properties
+{
     int defaultColumnWidth = 200;
     ZEMA::String emptyText = "<Empty list>";
     int gridPenStyle = PS_SOLID;
@@ -59,31 +32,79 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     __int64 imageMode = RVIB_NONE;
     COLORREF color = RGB(255, 255, 255);
 
-    // The window
-    CReportHeaderCtrl header;
-    bool creating = false;
-    CReportSubItemListCtrl* subitemList = nullptr;
-    report::View view;
-    bool redraw = true;
+    // Of all controls
+    static inline char stringSeparator = '\t';
+    static inline ZEMA::String treeIndent;
+};
+
+// What a control is painted with.
+struct Look
+{
+    PaintColors colors;
+    PaintFonts fonts;
+    Background background;
+    CImageList* itemImages = nullptr; // the owner's, like the next
+    CImageList* checkImages = nullptr;
+};
+
+struct WindowState
+{
+    bool isCreating = false;
     bool hasFocus = false;
-    bool rowsMoved = false;
+    bool isRedrawOn = true; // SetRedraw
+    bool hasMovedRows = false;
     unsigned wheelLines = 3;
+    CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
+};
 
-    report::DirtyRows dirty; // since the last paint
-    bool tooFar = false;     // rows or room have changed: what is scrolled may go past the end
+// The timer scrolls while the mouse is outside.
+struct DragSelection
+{
+    bool isActive = false;
+    CPoint point;
+};
 
-    // Painting
-    Places* painting = nullptr;
-    bool drawing = false;     // DrawCtrl is at work
-    bool paintAgain = false;  // a paint was asked for in the midst of one
-    std::string drawn;        // the text being drawn
-    CDC measuring;            // a memory device context
-    SCROLLINFO shown[2] = {}; // by the scroll bars
-    int shownHeight = -1;     // of the rows' area when the vertical one was told
+} // namespace report
 
-    // A drag selection: the timer scrolls while the mouse is outside.
-    bool dragging = false;
-    CPoint dragPoint;
+// The control's state, each part with its rules. It is also the way back: the models reach the virtual
+// operations through it.
+struct CReportCtrl::Data : report::Overrides, report::RowsListener
+{
+    explicit Data(CReportCtrl& owner) : control(owner) {}
+    Data(const Data&) = delete;
+    Data& operator=(const Data&) = delete;
+
+    class FetchedRows;
+    struct Snapshot;
+    class Painter;
+    class InputPort;
+
+    struct Painting
+    {
+        Snapshot* snapshot = nullptr; // of the paint at work
+        bool isDrawing = false;       // DrawCtrl is at work
+        bool again = false;           // a paint was asked for in the midst of one
+        std::string text;             // of the cell being drawn
+        report::DirtyRows dirty;      // since the last paint
+    };
+
+    CReportCtrl& control;
+    report::Items items{*this};
+    report::Rows rows{items, *this, *this};
+    report::Sorting sorting{items, rows, *this};
+    report::View view;
+    report::ScrollPosition scroll{view};
+    DWORD style = 0; // the window's style bits, which everything tests here and not at the window
+    report::Properties properties;
+    report::Look look;
+    CReportHeaderCtrl header;
+    CReportSubItemListCtrl* subitemList = nullptr;
+    report::WindowState window;
+    report::ScrollBars bars;
+    Painting painting;
+    report::DragSelection drag;
+
+    // ---- What the models call
 
     structITEM& GetItemStruct(int item, int subitem, unsigned mask) override
     {
@@ -109,8 +130,8 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     }
     void RowsMade(int count) override
     {
-        view.topRow = std::min(view.topRow, count);
-        tooFar = true;
+        scroll.SetTop(view.topRow, count);
+        scroll.MarkTooFar();
     }
 
     // Changes focus or selection, and has the rows painted that look different then. Nothing else changes
@@ -123,98 +144,41 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     };
     bool ChangeSelection(Painted painted, const std::function<bool()>& change);
 
-    // The window's style bits, which everything tests here and not at the window.
-    void UseStyle(DWORD bits)
-    {
-        style = bits;
-        rows.SetMode((bits & RVS_CALLBACK) != 0, (bits & RVS_TREEMASK) != 0);
-    }
+    // ---- The window
 
-    // Who asks, in a callback; false without a parent.
-    bool FillCallbackHeader(NMHDR& filled);
+    void UseStyle(DWORD bits);
+    void ReadSystem();
+    void LayoutClient();
+    void PlaceHeader();
+    void RefreshSubItemList();
 
-    void RefreshSubItemList()
-    {
-        if (subitemList)
-            subitemList->Refresh();
-    }
+    // The subitem of a header item; invalid argument when there is no such definition.
+    int SubItemOf(int headerItem) const;
+    void FitColumn(int subitem);
 
     // What a cell shows, by its record.
     report::CellContents ContentsOf(const _RVITEM& cell) const;
 
-    // The subitem of a header item; invalid argument when there is no such definition.
-    int SubItemOf(int headerItem) const;
+    // ---- Scrolling, and what is painted again
 
-    // Null where the display shows all colours.
-    HPALETTE PaletteToRealize() const { return onPalette ? static_cast<HPALETTE>(palette) : nullptr; }
+    void ShowRow(int row);
+    void FitScrolling();
+    void Scroll(int bar, UINT code);
+    void UpdateScrollBars();
+    void Redraw();
+    void InvalidateRows(report::RowRange range);
+    void RowsRemoved();
+    int SwapRows(int row, int moved);
+    int UseBackground(HANDLE bitmap, bool none);
 
-    // A colour of the table, as a device context takes it; black past the end.
-    COLORREF TableColor(int index) const;
-};
+    // ---- Input and notifications
 
-// The rows and columns as they are at the moment. Columns are read once, and a row that is asked for again is
-// not fetched again: an object for one operation, or one paint.
-class CReportCtrl::RowSource : public report::GeometrySource
-{
-public:
-    explicit RowSource(CReportCtrl& control) : m_control(control) {}
-
-    int RowCount() override { return m_control.GetRowCount(); }
-    report::RowShape ShapeOf(int row) override { return Row(row).shape; }
-    report::CellContents ContentsOf(int row, int subitem) override;
-    const std::vector<report::Column>& Columns() override;
-
-    struct FetchedRow
-    {
-        int row = report::kNoRow;
-        report::RowShape shape;
-        _RVITEM item; // its text is the preview
-        std::string preview;
-    };
-    FetchedRow& Row(int row);
-
-    // A cell of a row, with its text in `text`; false when there is none.
-    bool ReadCell(int row, int subitem, _RVITEM& cell, std::string& text);
-
-    NMHDR callbackHeader = {}; // filled when a callback is first asked
-
-private:
-    CReportCtrl& m_control;
-    std::vector<report::Column> m_columns;
-    bool m_columnsRead = false;
-    FetchedRow m_row;
-};
-
-// Where everything is at the moment.
-struct CReportCtrl::Places
-{
-    explicit Places(CReportCtrl& control) : rows(control), geometry(control.m_data->view, rows) {}
-    RowSource rows;
-    report::Geometry geometry;
-};
-
-// A paint, or a part of one that a subclass asks for by itself: rows and columns are looked at once for all
-// of it.
-class CReportCtrl::Painting
-{
-public:
-    explicit Painting(CReportCtrl& control)
-        : m_painting(control.m_data->painting), m_outer(m_painting),
-          places(m_outer ? *m_outer : m_own.emplace(control))
-    {
-        m_painting = &places;
-    }
-    ~Painting() { m_painting = m_outer; }
-    Painting(const Painting&) = delete;
-    Painting& operator=(const Painting&) = delete;
-
-private:
-    std::optional<Places> m_own; // when there is no outer one
-    Places*& m_painting;         // the control's
-    Places* m_outer;
-
-public:
-    Places& places;
+    void HandleClick(const _RVHITTESTINFO& hit, UINT flags);
+    void ToggleBox(const _RVHITTESTINFO& hit);
+    void DragSelectionTo(CPoint point);
+    bool NotifyKey(UINT key);
+    void FillHeader(NMHDR& filled, UINT code);
+    bool FillCallbackHeader(NMHDR& filled); // false without a parent
 };
 
 inline CRect ToRect(const report::Rect& rect)

@@ -1,71 +1,49 @@
-// The report control's painting: all of it, its rows and its grid.
-#include "report/ReportCtrlData.h"
+// The report control's painting: the messages, and what a subclass may draw in another way.
+#include "report/DrawingGuards.h"
+#include "report/ReportPainter.h"
 
 #include "afxcontrolbarutil.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace
 {
 
-constexpr int kEmptyTextTop = 2; // below the top of the rows' area
+constexpr COLORREF kCrossColor = RGB(255, 0, 0);
+constexpr int kCrossWidth = 2;
+constexpr int kSignReach = 2;               // of a tree box's sign from its middle
+constexpr unsigned kOverlayStates = 0x0F00; // of an item: the number of an overlay image
 
-// Selects a drawing object for as long as it lives.
-class Selected
+// A check state's bits, up to kLastCheck; higher states look like 0.
+constexpr int kChecked = 1;
+constexpr int kCrossed = 2;
+constexpr int kRadio = 4;
+constexpr int kLastCheck = 7;
+
+// Sets a flag for as long as it lives.
+class Flagged
 {
 public:
-    Selected(CDC& dc, HGDIOBJ object) : m_dc(dc), m_old(::SelectObject(dc, object)) {}
-    ~Selected() { ::SelectObject(m_dc, m_old); }
-    Selected(const Selected&) = delete;
-    Selected& operator=(const Selected&) = delete;
-
-private:
-    CDC& m_dc;
-    HGDIOBJ m_old;
-};
-
-// Has a device context show the colours of a palette.
-class Realized
-{
-public:
-    Realized(CDC& dc, HPALETTE palette) : m_dc(dc) // null for none
-    {
-        if (!palette)
-            return;
-        m_old = ::SelectPalette(dc, palette, FALSE);
-        dc.RealizePalette();
-    }
-    ~Realized()
-    {
-        if (m_old)
-            ::SelectPalette(m_dc, m_old, FALSE);
-    }
-    Realized(const Realized&) = delete;
-    Realized& operator=(const Realized&) = delete;
-
-private:
-    CDC& m_dc;
-    HPALETTE m_old = nullptr;
-};
-
-class Drawing
-{
-public:
-    explicit Drawing(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Drawing() { m_flag = false; }
-    Drawing(const Drawing&) = delete;
-    Drawing& operator=(const Drawing&) = delete;
+    explicit Flagged(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Flagged() { m_flag = false; }
+    Flagged(const Flagged&) = delete;
+    Flagged& operator=(const Flagged&) = delete;
 
 private:
     bool& m_flag;
 };
 
-void Line(CDC& dc, int x1, int y1, int x2, int y2)
+void DrawCross(CDC& dc, const CRect& box)
 {
-    dc.MoveTo(x1, y1);
-    dc.LineTo(x2, y2);
+    const CPen pen(PS_SOLID, kCrossWidth, kCrossColor);
+    const report::Selected selected(dc, pen.GetSafeHandle());
+    dc.MoveTo(box.left, box.top);
+    dc.LineTo(box.right, box.bottom);
+    dc.MoveTo(box.right, box.top);
+    dc.LineTo(box.left, box.bottom);
 }
 
 } // namespace
@@ -79,305 +57,190 @@ BOOL CReportCtrl::OnEraseBkgnd(CDC*)
 
 void CReportCtrl::OnPaint()
 {
-    if (m_data->painting) // a callback asks for a paint in the midst of one
+    Data::Painting& painting = m_data->painting;
+    if (painting.snapshot) // a callback asks for a paint in the midst of one
     {
-        m_data->dirty.Painted();
+        painting.dirty.Painted();
         const CPaintDC validated(this);
-        m_data->paintAgain = true;
+        painting.again = true;
         return;
     }
-    const Painting painting(*this);
+    Data::Painter painter(*m_data);
     GetRowCount(); // the rows are made
-    if (std::exchange(m_data->tooFar, false))
-        ScrollWindow(SB_VERT, painting.places.geometry.FittingTop(m_data->view.topRow));
-    m_data->dirty.Painted();
+    if (m_data->scroll.Fit(painter.snapshot.geometry))
+        m_data->Redraw();
+    painting.dirty.Painted();
     {
         CPaintDC dc(this);
         const CRect header = ToRect(m_data->view.header);
         ::ExcludeClipRect(dc, header.left, header.top, header.right, header.bottom);
-        const Realized realized(dc, m_data->PaletteToRealize());
+        const HPALETTE palette = m_data->look.colors.PaletteToRealize();
+        const report::Realized realized(dc, palette);
         CRect clip;
         dc.GetClipBox(clip);
-        if (m_data->doubleBuffer && !clip.IsRectEmpty())
+        if (m_data->properties.doubleBuffer && !clip.IsRectEmpty())
         {
             CMemDC memory(dc, clip);
-            const Realized inMemory(memory.GetDC(), m_data->PaletteToRealize());
+            const report::Realized inMemory(memory.GetDC(), palette);
             DrawCtrl(&memory.GetDC());
         }
         else
             DrawCtrl(&dc);
     }
     if (m_hWnd)
-        UpdateScrollBars();
-    if (m_hWnd && std::exchange(m_data->paintAgain, false))
-        Redraw();
+        m_data->UpdateScrollBars();
+    if (m_hWnd && std::exchange(painting.again, false))
+        m_data->Redraw();
 }
 
-// ---- The control
-
-COLORREF CReportCtrl::GetPlainColor() const
-{
-    return GetSystemColor(m_data->style & RVS_FACEBACKGROUND ? RVSC_FACE : RVSC_WINDOW);
-}
-
-bool CReportCtrl::IsRowSelected(int row) const
-{
-    return row >= 0 && m_data->rows.selection.IsSelected(row) &&
-           (m_data->hasFocus || (m_data->style & RVS_KEEPSELECTION));
-}
-
-// The colour of a text with this index of the colour table.
-COLORREF CReportCtrl::GetTextColorOf(int index, bool selected) const
-{
-    if (selected && (index < 0 || !(m_data->style & RVS_KEEPTEXTCOLOR)))
-        return GetSystemColor(m_data->hasFocus ? RVSC_HIGHLIGHTTEXT : RVSC_INACTIVEHIGHLIGHTTEXT);
-    return index >= 0 ? m_data->TableColor(index) : GetSystemColor(RVSC_TEXT);
-}
+// ---- The control and its rows
 
 void CReportCtrl::DrawCtrl(CDC* dc)
 {
     CRect clip;
     dc->GetClipBox(clip);
-    if (clip.IsRectEmpty() || m_data->drawing)
+    if (clip.IsRectEmpty() || m_data->painting.isDrawing)
         return;
-    const Painting painting(*this);
-    const Drawing drawing(m_data->drawing);
-    Places& places = painting.places;
-    DrawBkgnd(dc, clip, GetPlainColor());
-    CPen grid(m_data->gridPenStyle, 1, GetSystemColor(RVSC_GRID));
-    const Selected pen(*dc, grid.GetSafeHandle());
-    const Selected font(*dc, m_data->font);
+    Data::Painter painter(*m_data);
+    const Flagged drawing(m_data->painting.isDrawing);
+    DrawBkgnd(dc, clip, painter.PlainColor());
+    const CPen grid(m_data->properties.gridPenStyle, 1, GetSystemColor(RVSC_GRID));
+    const report::Selected pen(*dc, grid.GetSafeHandle());
+    const report::Selected font(*dc, m_data->look.fonts.Plain());
     dc->SetBkMode(TRANSPARENT);
     if (m_data->style & RVS_FIXEDROW)
-        DrawFixedRow(dc, clip, places);
-    const CRect area = ToRect(m_data->view.report);
+        painter.DrawFixedRow(*dc, clip);
     CRect rowsClip;
-    if (!rowsClip.IntersectRect(clip, area))
+    if (!rowsClip.IntersectRect(clip, ToRect(m_data->view.report)))
         return;
-    const int bottom = DrawRows(dc, rowsClip, places);
+    const int bottom = painter.DrawRows(*dc, rowsClip);
     if (m_data->style & (RVS_HORIZONTALGRID | RVS_VERTICALGRID))
-        DrawGrid(dc, rowsClip, places, bottom);
-    if (GetRowCount() == 0 && !m_data->emptyText.IsEmpty())
-        DrawEmptyText(dc);
-}
-
-void CReportCtrl::DrawFixedRow(CDC* dc, const CRect& clip, Places& places)
-{
-    const CRect strip = ToRect(m_data->view.fixedRow);
-    CRect visible;
-    if (!visible.IntersectRect(strip, clip))
-        return;
-    dc->FillSolidRect(strip, GetSystemColor(RVSC_FACE));
-    dc->Draw3dRect(strip, GetSystemColor(RVSC_HIGHLIGHTEDGE), GetSystemColor(RVSC_DARKSHADOW));
-    const std::optional<report::ShownRow> row = places.geometry.FindRow(report::kFixedRow);
-    if (!row)
-        return;
-    DrawRow(dc, ToRect(row->rect), visible, report::kFixedRow, &places.rows.Row(report::kFixedRow).item, 0,
-            1);
-    if (m_data->hasFocus && m_data->rows.selection.focusRow == report::kFixedRow &&
-        m_data->rows.selection.focusColumn < 0)
-        DrawRowFocus(dc, ToRect(row->rect));
-}
-
-// Draws the rows within `clip`; the bottom of the last one.
-int CReportCtrl::DrawRows(CDC* dc, const CRect& clip, Places& places)
-{
-    int bottom = m_data->view.report.top;
-    for (report::ShownRow row; places.geometry.Next(row, clip.bottom);)
-    {
-        bottom = row.rect.bottom;
-        if (row.rect.bottom <= clip.top)
-            continue;
-        const CRect whole = ToRect(row.rect);
-        CRect indented = whole;
-        indented.left += report::CellLayout(m_data->view).Indentation(row.shape.level);
-        _RVITEM item = places.rows.Row(row.row).item;
-        DrawRow(dc, indented, clip, row.row, &item, row.row & 1, 0);
-        if (m_data->view.showPreviews && row.shape.hasPreview)
-            DrawPreview(dc, ToRect(places.geometry.PreviewOf(row)), row.row);
-        if (m_data->style & RVS_HORIZONTALGRID)
-            Line(*dc, std::max(whole.left, clip.left), whole.bottom - 1, std::min(whole.right, clip.right),
-                 whole.bottom - 1);
-        const bool cell = (m_data->style & RVS_CELLFOCUS) && m_data->rows.selection.focusColumn >= 0;
-        if (m_data->hasFocus && row.row == m_data->rows.selection.focusRow && !cell)
-            DrawRowFocus(dc, indented);
-    }
-    return bottom;
-}
-
-void CReportCtrl::DrawRowFocus(CDC* dc, CRect rect)
-{
-    if (m_data->style & (RVS_HORIZONTALGRID | RVS_VERTICALGRID))
-        rect = CRect(rect.left + 1, rect.top, rect.right - 1, rect.bottom - 1);
-    dc->SetTextColor(GetSystemColor(RVSC_TEXT));
-    dc->SetBkColor(GetSystemColor(RVSC_WINDOW));
-    dc->DrawFocusRect(rect);
-}
-
-// The frame of the rows, what goes on below them, and the columns.
-void CReportCtrl::DrawGrid(CDC* dc, const CRect& clip, Places& places, int bottom)
-{
-    const report::View& view = m_data->view;
-    const int left = view.report.left - view.left;
-    const int end = m_data->style & RVS_EXTENDGRID ? view.report.bottom : bottom;
-    const auto vertical = [&](int x) {
-        if (clip.left <= x && x < clip.right)
-            Line(*dc, x, std::max<int>(view.report.top, clip.top), x, std::min<int>(end, clip.bottom));
-    };
-    const std::vector<report::Column>& columns = places.rows.Columns();
-    const int width = places.geometry.RowWidth();
-    vertical(left);
-    vertical(left + width - 1);
-    const bool extended = (m_data->style & RVS_HORIZONTALGRID) && (m_data->style & RVS_EXTENDGRID);
-    for (int y = bottom + view.itemHeight - 1; extended && view.itemHeight > 0 && y < clip.bottom;
-         y += view.itemHeight)
-        Line(*dc, std::max<int>(left, clip.left), y, std::min<int>(left + width, clip.right), y);
-    if (!(m_data->style & RVS_VERTICALGRID))
-        return;
-    __int64 right = left;
-    for (const report::Column& column : columns)
-    {
-        right += column.width;
-        if (right - 1 >= clip.right)
-            break;
-        vertical(static_cast<int>(right - 1));
-    }
-}
-
-void CReportCtrl::DrawEmptyText(CDC* dc)
-{
-    const report::View& view = m_data->view;
-    const CRect rect(view.report.left - view.left, view.report.top + kEmptyTextTop,
-                     view.report.left - view.left + Places(*this).geometry.RowWidth(),
-                     view.report.top + kEmptyTextTop + view.itemHeight);
-    dc->SetTextColor(GetSystemColor(RVSC_TEXT));
-    GraphicText(*dc).Draw(m_data->emptyText.c_str(), static_cast<int>(m_data->emptyText.GetLength()), rect,
-                          DT_CENTER | DT_END_ELLIPSIS);
+        painter.DrawGrid(*dc, rowsClip, bottom);
+    if (GetRowCount() == 0 && !m_data->properties.emptyText.IsEmpty())
+        painter.DrawEmptyText(*dc);
 }
 
 // Without a picture, or where there is no row, the colour alone.
 void CReportCtrl::DrawBkgnd(CDC* dc, CRect rect, unsigned long color)
 {
     dc->FillSolidRect(rect, color);
-    BITMAP picture = {};
-    CRect part;
-    if (!m_data->background.GetSafeHandle() || !m_data->background.GetObject(sizeof(picture), &picture) ||
-        picture.bmWidth <= 0 || picture.bmHeight <= 0 ||
-        !part.IntersectRect(rect, ToRect(m_data->view.report)))
-        return;
-    CDC source;
-    if (!source.CreateCompatibleDC(dc))
-        return;
-    const Selected bitmap(source, m_data->background.GetSafeHandle());
-    const int saved = dc->SaveDC();
-    dc->IntersectClipRect(part);
-    // The picture is repeated, and goes with the columns when they are scrolled.
-    const report::View& view = m_data->view;
-    const int left = view.report.left - view.left % picture.bmWidth;
-    for (int y = view.report.top; y < part.bottom; y += picture.bmHeight)
-        for (int x = left; x < part.right; x += picture.bmWidth)
-            if (x + picture.bmWidth > part.left && y + picture.bmHeight > part.top)
-                dc->BitBlt(x, y, picture.bmWidth, picture.bmHeight, &source, 0, 0, SRCCOPY);
-    dc->RestoreDC(saved);
+    m_data->look.background.Draw(*dc, rect, m_data->view);
 }
-
-// ---- Rows
 
 void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVITEM* item, int odd, int fixed)
 {
-    const bool selected = !fixed && IsRowSelected(row);
-    const COLORREF plain = GetPlainColor();
+    Data::Painter painter(*m_data);
+    const report::PaintColors& colors = m_data->look.colors;
+    const bool isSelected = !fixed && painter.IsSelected(row);
+    const COLORREF plain = painter.PlainColor();
     COLORREF color = plain;
     if (odd && (m_data->style & RVS_ALTERNATEROWS))
-        color = m_data->TableColor(0);
+        color = colors.ForDrawing(0);
     if (item->backgroundColor >= 0)
-        color = m_data->TableColor(item->backgroundColor);
-    if (selected)
-        color = GetSystemColor(m_data->hasFocus ? RVSC_HIGHLIGHT : RVSC_INACTIVEHIGHLIGHT);
+        color = colors.ForDrawing(item->backgroundColor);
+    if (isSelected)
+        color = GetSystemColor(m_data->window.hasFocus ? RVSC_HIGHLIGHT : RVSC_INACTIVEHIGHLIGHT);
     CRect visible;
     visible.IntersectRect(rowRect, clipRect);
     if (color != plain) // which is there already
         dc->FillSolidRect(visible, color);
-    if (!m_data->view.showLines && !fixed)
+    if (m_data->view.showLines || fixed)
+        painter.DrawCells(*dc, rowRect, clipRect, row, *item, isSelected);
+    else
+        dc->SetTextColor(painter.TextColorOf(item->textColor, isSelected));
+}
+
+// ---- A cell
+
+void CReportCtrl::DrawItem(CDC* dc, CRect rect, _RVITEM* item)
+{
+    const report::CellLayout layout(m_data->view);
+    rect.left = layout.After(rect.left, DrawImage(dc, rect, item));
+    rect.left = layout.After(rect.left, DrawCheck(dc, rect, item));
+    DrawText(dc, rect, item);
+}
+
+int CReportCtrl::DrawImage(CDC* dc, CRect rect, _RVITEM* item)
+{
+    const report::CellLayout layout(m_data->view);
+    const int width = layout.ImageWidth(m_data->ContentsOf(*item));
+    if (item->image < 0)
+        return width;
+    CRect picture = ToRect(layout.ImageIn(ToRect(rect)));
+    picture.right = std::min(rect.right, picture.right);
+    UINT style = ILD_TRANSPARENT | (item->state & kOverlayStates);
+    const bool isSelected = (item->state & RVIS_SELECTED) != 0;
+    const bool isFocused = m_data->window.hasFocus && (item->state & RVIS_FOCUSED);
+    if (m_data->properties.imageMode != RVIB_NONE && (isSelected || isFocused))
+        style |= m_data->properties.imageMode == RVIB_BLEND25 ? ILD_BLEND25 : ILD_BLEND50;
+    Data::Painter(*m_data).DrawListImage(*dc, picture, m_data->look.itemImages, item->image, style,
+                                         isSelected ? RVSC_HIGHLIGHT : RVSC_WINDOW);
+    return width;
+}
+
+int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
+{
+    const report::CellLayout layout(m_data->view);
+    const int width = layout.CheckWidth(m_data->ContentsOf(*item), rect.Width());
+    if (item->check < 0 || width == 0)
+        return width;
+    CRect box = ToRect(layout.CheckIn(ToRect(rect)));
+    if (CImageList* const images = m_data->look.checkImages)
     {
-        dc->SetTextColor(GetTextColorOf(item->textColor, selected));
-        return;
+        Data::Painter(*m_data).DrawListImage(*dc, box, images, item->check, ILD_TRANSPARENT, RVSC_WINDOW);
+        return width;
     }
-
-    const Painting painting(*this);
-    report::Geometry& geometry = painting.places.geometry;
-    report::ShownRow placed;
-    placed.row = row;
-    placed.shape = painting.places.rows.ShapeOf(row);
-    const int left = rowRect.left - report::CellLayout(m_data->view).Indentation(placed.shape.level);
-    placed.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
-    for (report::ShownCell cell; geometry.Next(placed, cell) && cell.rect.left < clipRect.right;)
+    const int state = item->check <= kLastCheck ? item->check : 0;
+    dc->DrawFrameControl(box, DFC_BUTTON,
+                         static_cast<UINT>((state & kRadio ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK) |
+                                           (state & kChecked ? DFCS_CHECKED : 0)));
+    if (state & kCrossed)
     {
-        if (cell.box && cell.box->right > clipRect.left)
-            DrawTreeBox(dc, ToRect(*cell.box), (item->state & RVIS_EXPANDED) != 0);
-        if (cell.rect.right > clipRect.left)
-            DrawCell(dc, row, cell.column, cell.subitem, ToRect(cell.rect), selected);
+        const int right = state & kRadio ? 1 : 0;
+        DrawCross(*dc, CRect(box.left + 1 + right, box.top + 1, box.right - 1 + right, box.bottom - 1));
     }
+    return width;
 }
 
-void CReportCtrl::DrawCell(CDC* dc, int row, int column, int subitem, const CRect& rect, bool selected)
+int CReportCtrl::DrawText(CDC* dc, CRect rect, _RVITEM* item)
 {
-    _RVITEM cell;
-    const Painting painting(*this);
-    std::string text = std::move(m_data->drawn); // its memory is used again
-    if (!painting.places.rows.ReadCell(row, subitem, cell, text))
-        return;
-    const report::Selection& selection = m_data->rows.selection;
-    const bool focused = m_data->hasFocus && row == selection.focusRow && column == selection.focusColumn &&
-                         (row == report::kFixedRow || (m_data->style & RVS_CELLFOCUS));
-    if (focused)
-        DrawBkgnd(dc, rect, GetPlainColor());
-    cell.state |= selected ? RVIS_SELECTED : 0;
-    cell.state |= row == selection.focusRow ? RVIS_FOCUSED : 0;
-    // A colour of the item's own would hide what is selected and focused.
-    if (selected || focused)
-        cell.backgroundColor = -1;
-    dc->SetTextColor(focused ? GetSystemColor(RVSC_TEXT) : GetTextColorOf(cell.textColor, selected));
-
-    CRect contents(rect.left + m_data->view.margin, rect.top, rect.right - m_data->view.margin, rect.bottom);
-    if (!(cell.state & RVIS_OWNERDRAWN) || !NotifyDraw(dc, &cell, rect))
-        DrawItem(dc, contents, &cell);
-    if (focused)
-        DrawRowFocus(dc, rect);
-    m_data->drawn = std::move(text);
+    if (rect.Width() < 1 || !item->text)
+        return 0;
+    const UINT format = m_data->items.FormatOf(item->subitem) & RVSF_ALIGNMASK;
+    const UINT aligned[] = {DT_LEFT, DT_RIGHT, DT_CENTER, DT_LEFT};
+    if (item->backgroundColor >= 0)
+        dc->FillSolidRect(rect, m_data->look.colors.ForDrawing(item->backgroundColor));
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    std::string_view text = item->text;
+    std::string printable;
+    if (std::any_of(text.begin(), text.end(), isControl))
+    {
+        printable = text;
+        std::replace_if(printable.begin(), printable.end(), isControl, ' ');
+        text = printable;
+    }
+    const report::PaintFonts& fonts = m_data->look.fonts;
+    const bool isBold = (item->state & RVIS_BOLD) != 0;
+    const report::Selected font(*dc, isBold ? fonts.Bold() : nullptr);
+    const bool isOwnFont = !isBold && ::GetCurrentObject(*dc, OBJ_FONT) != fonts.Plain(); // a subclass's
+    const int width = GraphicText(*dc, isOwnFont ? nullptr : &fonts.Measures(isBold))
+                          .Draw(text.data(), static_cast<int>(text.size()), rect,
+                                aligned[format] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    return std::max(0, std::min(width, rect.Width()));
 }
 
-void CReportCtrl::DrawPreview(CDC* dc, const CRect& rect, int row)
+int CReportCtrl::DrawTreeBox(CDC* dc, CRect rect, int expanded)
 {
-    const Painting painting(*this);
-    RowSource::FetchedRow& fetched = painting.places.rows.Row(row);
-    std::string preview = fetched.preview;
-    _RVITEM item = fetched.item;
-    item.text = preview.data();
-    item.state |= IsRowSelected(row) ? RVIS_SELECTED : 0;
-    dc->SetTextColor(GetTextColorOf(item.textColor, IsRowSelected(row)));
-    _NMRVITEMDRAW notification = {};
-    FillHeader(notification.hdr, RVN_ITEMDRAWPREVIEW);
-    notification.item = &item;
-    notification.dc = *dc;
-    notification.rect = rect;
-    if (OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0)
-        return;
-    CRect text(rect.left + m_data->view.margin, rect.top, rect.right - m_data->view.margin, rect.bottom);
-    ::DrawText(*dc, preview.data(), static_cast<int>(preview.size()), text,
-               DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
-}
-
-// Whether the owner has drawn an owner-drawn cell itself.
-bool CReportCtrl::NotifyDraw(CDC* dc, _RVITEM* cell, const CRect& rect)
-{
-    _NMRVITEMDRAW notification = {};
-    FillHeader(notification.hdr, RVN_ITEMDRAW);
-    notification.item = cell;
-    notification.dc = *dc;
-    notification.rect = rect;
-    const int saved = dc->SaveDC();
-    const LRESULT answer = Notify(reinterpret_cast<_NMREPORTVIEW*>(&notification));
-    dc->RestoreDC(saved);
-    return answer != 0;
+    if (rect.right < rect.left || rect.bottom < rect.top)
+        return rect.right;
+    const CRect box = ToRect(report::CellLayout::TreeBoxIn(ToRect(rect)));
+    const CPoint middle(box.left + box.Width() / 2, box.top + box.Height() / 2);
+    const COLORREF sign = GetSystemColor(RVSC_TEXT);
+    dc->FillSolidRect(box, GetSystemColor(RVSC_SHADOW));
+    dc->FillSolidRect(CRect(box.left + 1, box.top + 1, box.right - 1, box.bottom - 1),
+                      GetSystemColor(RVSC_WINDOW));
+    dc->FillSolidRect(middle.x - kSignReach, middle.y, 2 * kSignReach + 1, 1, sign);
+    if (!expanded)
+        dc->FillSolidRect(middle.x, middle.y - kSignReach, 1, 2 * kSignReach + 1, sign);
+    return rect.Height(); // it is a square
 }

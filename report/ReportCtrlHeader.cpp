@@ -64,6 +64,12 @@ int CReportCtrl::SetReportSubItemListCtrl(CReportSubItemListCtrl* list)
     return 1;
 }
 
+void CReportCtrl::Data::RefreshSubItemList()
+{
+    if (subitemList)
+        subitemList->Refresh();
+}
+
 CReportSubItemListCtrl* CReportCtrl::GetReportSubItemListCtrl()
 {
     return m_data->subitemList;
@@ -105,13 +111,13 @@ void CReportCtrl::OnHdnItemChanged(NMHDR* header, LRESULT* result)
     definition.format = (definition.format & ~RVSF_ALIGNMASK) | alignment;
     definition.width = item.cxy;
     if (!m_data->header.IsTracking())
-        FitScrolling();
-    Redraw();
+        m_data->FitScrolling();
+    m_data->Redraw();
 
     m_data->header.WhenIdle([this, subitem] {
         static_assert(offsetof(_NMREPORTVIEW, keys) == offsetof(_NMRVHEADER, subitem));
         _NMREPORTVIEW notification = {};
-        FillHeader(notification.hdr, RVN_COLUMNCHANGED);
+        m_data->FillHeader(notification.hdr, RVN_COLUMNCHANGED);
         notification.item = RVI_NONE;
         notification.subitem = subitem;
         notification.keys = static_cast<UINT>(subitem); // so that it can be read as a _NMRVHEADER, too
@@ -125,7 +131,7 @@ void CReportCtrl::OnHdnEndDrag(NMHDR* header, LRESULT* result)
     const bool isOnHeader = m_data->header.GetDropResult() == report::DropResult::OnHeader;
     *result = !isOnHeader;
     if (isOnHeader)
-        Redraw();
+        m_data->Redraw();
     else if (m_data->style & RVS_DRAGCOLUMNS)
         DeactivateSubItem(m_data->SubItemOf(ItemOf(header)));
 }
@@ -137,30 +143,30 @@ void CReportCtrl::OnHdnDividerDblClick(NMHDR* header, LRESULT* result)
     m_data->header.WhenIdle([this, subitem] {
         _NMRVHEADER click = {};
         if (NotifyHdr(&click, RVN_DIVIDERDBLCLICK, GetColumnFromSubItem(subitem)) == 0)
-            FitColumn(subitem);
+            m_data->FitColumn(subitem);
     });
 }
 
 // Makes a column as wide as its widest cell with its indentation.
-void CReportCtrl::FitColumn(int subitem)
+void CReportCtrl::Data::FitColumn(int subitem)
 {
-    if (!IsActiveSubItem(subitem) || (m_data->items.SubItemAt(subitem).format & RVSF_FIXEDWIDTH))
+    if (!control.IsActiveSubItem(subitem) || (items.SubItemAt(subitem).format & RVSF_FIXEDWIDTH))
         return;
     int first = 0;
-    int last = GetItemCount() - 1;
-    if (m_data->items.IsCallback()) // all rows are too many to ask for
-        GetVisibleRows(GetTopIndex(), &first, &last, 0);
-    const bool isFirst = GetColumnFromSubItem(subitem) == 0;
+    int last = control.GetItemCount() - 1;
+    if (items.IsCallback()) // all rows are too many to ask for
+        control.GetVisibleRows(control.GetTopIndex(), &first, &last, 0);
+    const bool isFirst = control.GetColumnFromSubItem(subitem) == 0;
     int width = -1;
-    for (int item = first; item <= last && item < GetItemCount(); ++item)
+    for (int item = first; item <= last && item < control.GetItemCount(); ++item)
     {
         CRect rect;
-        MeasureItem(item, subitem, rect, 0);
-        const int level = isFirst ? GetItemStruct(item, -1, RVIM_TREELEVEL).treeLevel : 0;
-        width = std::max(width, rect.Width() + std::max(0, level) * m_data->view.itemHeight);
+        control.MeasureItem(item, subitem, rect, 0);
+        const int level = isFirst ? control.GetItemStruct(item, -1, RVIM_TREELEVEL).treeLevel : 0;
+        width = std::max(width, rect.Width() + std::max(0, level) * view.itemHeight);
     }
-    if (width >= 0 && IsActiveSubItem(subitem))
-        SetSubItemWidth(subitem, width);
+    if (width >= 0 && control.IsActiveSubItem(subitem))
+        control.SetSubItemWidth(subitem, width);
 }
 
 void CReportCtrl::OnHeaderRClick(NMHDR*, LRESULT* result)

@@ -1,5 +1,6 @@
 // The report control's keys, mouse and focus: messages in, the input model asked.
-#include "report/ReportCtrlData.h"
+#include "report/ReportSnapshot.h"
+#include "report/model/Input.h"
 #include "report/model/InvalidArgument.h"
 
 #include <algorithm>
@@ -29,15 +30,15 @@ report::Modifiers ModifiersOf(UINT flags)
 } // namespace
 
 // The control as the input model sees it.
-class CReportCtrl::InputPort : public report::InputTarget
+class CReportCtrl::Data::InputPort : public report::InputTarget
 {
 public:
-    explicit InputPort(CReportCtrl& control) : m_control(control), m_data(*control.m_data) {}
+    explicit InputPort(Data& data) : m_control(data.control), m_data(data) {}
 
     int RowCount() override { return m_control.GetRowCount(); }
     bool HasHeight(int row) override
     {
-        return !m_data.view.showPreviews || Places(m_control).geometry.HeightOf(row) > 0;
+        return !m_data.view.showPreviews || Snapshot(m_data).geometry.HeightOf(row) > 0;
     }
     report::RowRange WholeRows() override
     {
@@ -79,7 +80,7 @@ public:
     void ScrollColumns(int direction) override
     {
         const report::View& view = m_data.view;
-        const int end = std::max(view.left, Places(m_control).geometry.EndLeft());
+        const int end = std::max(view.left, Snapshot(m_data).geometry.EndLeft());
         const int position = view.left + direction * (view.report.Width() / kColumnScroll);
         m_control.ScrollWindow(SB_HORZ, std::min(position, end));
     }
@@ -115,28 +116,28 @@ private:
 
 void CReportCtrl::PageUp()
 {
-    InputPort port(*this);
+    Data::InputPort port(*m_data);
     report::Input(m_data->rows.selection, port).PageUp({});
 }
 
 void CReportCtrl::PageDown()
 {
-    InputPort port(*this);
+    Data::InputPort port(*m_data);
     report::Input(m_data->rows.selection, port).PageDown({});
 }
 
 void CReportCtrl::OnSetFocus(CWnd*)
 {
-    m_data->hasFocus = true;
-    Redraw();
+    m_data->window.hasFocus = true;
+    m_data->Redraw();
 }
 
 void CReportCtrl::OnKillFocus(CWnd* focused)
 {
     Default();
     if (!focused || !CWnd::IsChild(focused))
-        m_data->hasFocus = false;
-    Redraw();
+        m_data->window.hasFocus = false;
+    m_data->Redraw();
 }
 
 // ---- Keys
@@ -146,32 +147,33 @@ UINT CReportCtrl::OnGetDlgCode()
     return DLGC_WANTARROWS | DLGC_WANTCHARS;
 }
 
-bool CReportCtrl::NotifyKey(UINT key)
+bool CReportCtrl::Data::NotifyKey(UINT key)
 {
     _NMREPORTVIEW notification = {};
     FillHeader(notification.hdr, RVN_KEYDOWN);
     notification.keys = key;
-    notification.item = GetItemFromRow(GetCurrentFocus());
-    const int column = m_data->rows.selection.focusColumn;
-    notification.subitem = column < GetActiveSubItemCount() ? GetSubItemFromColumn(column) : -1;
-    notification.treeItem = m_data->rows.IsTree() ? GetItemHandle(notification.item) : nullptr;
-    return Notify(&notification) != 0;
+    notification.item = control.GetItemFromRow(control.GetCurrentFocus());
+    const int column = rows.selection.focusColumn;
+    notification.subitem =
+        column < control.GetActiveSubItemCount() ? control.GetSubItemFromColumn(column) : -1;
+    notification.treeItem = rows.IsTree() ? control.GetItemHandle(notification.item) : nullptr;
+    return control.Notify(&notification) != 0;
 }
 
 void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 {
     m_data->rows.selection.typingMayEdit = false;
-    const bool handled = NotifyKey(key);
+    const bool handled = m_data->NotifyKey(key);
     if (!m_hWnd)
         return;
-    InputPort port(*this);
+    Data::InputPort port(*m_data);
     if (handled || !report::Input(m_data->rows.selection, port).KeyDown(key, PressedModifiers()))
         Default();
 }
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
-    InputPort port(*this);
+    Data::InputPort port(*m_data);
     if (!report::Input(m_data->rows.selection, port).Character(key))
         Default();
 }
@@ -190,31 +192,31 @@ void CReportCtrl::OnLButtonDown(UINT flags, CPoint point)
     if (handled)
         Default();
     else
-        HandleClick(hit, flags);
+        m_data->HandleClick(hit, flags);
 }
 
-void CReportCtrl::HandleClick(const _RVHITTESTINFO& hit, UINT flags)
+void CReportCtrl::Data::HandleClick(const _RVHITTESTINFO& hit, UINT flags)
 {
-    if (hit.row >= GetRowCount()) // gone while the owner was told
+    if (hit.row >= control.GetRowCount()) // gone while the owner was told
         return;
     InputPort port(*this);
-    report::Input(m_data->rows.selection, port).Click(hit.row, hit.column, ModifiersOf(flags));
-    if (!m_hWnd || hit.row < 0 || hit.row >= GetRowCount())
+    report::Input(rows.selection, port).Click(hit.row, hit.column, ModifiersOf(flags));
+    if (!control.m_hWnd || hit.row < 0 || hit.row >= control.GetRowCount())
         return;
     if (hit.flags & RVHT_ONITEMTREEBOX)
         ToggleBox(hit);
     else if (IsDown(VK_LBUTTON) && !(flags & MK_CONTROL))
     {
-        ::SetCapture(m_hWnd);
-        m_data->dragging = true;
+        ::SetCapture(control.m_hWnd);
+        drag.isActive = true;
     }
 }
 
-void CReportCtrl::ToggleBox(const _RVHITTESTINFO& hit)
+void CReportCtrl::Data::ToggleBox(const _RVHITTESTINFO& hit)
 {
-    _TREEITEM* const item = m_data->rows.IsTree() ? GetItemHandle(GetItemFromRow(hit.row)) : nullptr;
+    _TREEITEM* const item = rows.IsTree() ? control.GetItemHandle(control.GetItemFromRow(hit.row)) : nullptr;
     if (item)
-        Expand(item, RVE_TOGGLE);
+        control.Expand(item, RVE_TOGGLE);
 }
 
 void CReportCtrl::OnLButtonDblClk(UINT flags, CPoint point)
@@ -228,7 +230,7 @@ void CReportCtrl::OnLButtonDblClk(UINT flags, CPoint point)
     if (handled)
         Default();
     else if ((hit.flags & RVHT_ONITEMTREEBOX) && hit.row < GetRowCount())
-        ToggleBox(hit); // of two quick clicks each counts
+        m_data->ToggleBox(hit); // of two quick clicks each counts
 }
 
 void CReportCtrl::OnRButtonDown(UINT flags, CPoint point)
@@ -240,7 +242,7 @@ void CReportCtrl::OnRButtonDown(UINT flags, CPoint point)
     const LRESULT handled = Notify(RVN_ITEMRCLICK, flags, &hit);
     if (!m_hWnd)
         return;
-    InputPort port(*this);
+    Data::InputPort port(*m_data);
     if (handled)
         Default();
     else if (hit.row < GetRowCount())
@@ -251,61 +253,61 @@ void CReportCtrl::OnRButtonDown(UINT flags, CPoint point)
 
 void CReportCtrl::OnMouseMove(UINT flags, CPoint point)
 {
-    if (m_data->dragging && (flags & MK_LBUTTON))
-        DragSelection(point);
+    if (m_data->drag.isActive && (flags & MK_LBUTTON))
+        m_data->DragSelectionTo(point);
     else
         Default();
 }
 
 // Selects up to the row at the mouse. Above and below the rows it is the next one there, and a timer goes on.
-void CReportCtrl::DragSelection(CPoint point)
+void CReportCtrl::Data::DragSelectionTo(CPoint point)
 {
-    m_data->dragPoint = point;
-    const report::Rect& area = m_data->view.report;
+    drag.point = point;
+    const report::Rect& area = view.report;
     const bool above = point.y < area.top;
     const bool below = point.y >= area.bottom;
     int row = report::kNoRow;
     if (above || below)
     {
-        const int top = m_data->view.topRow;
-        ::SetTimer(m_hWnd, kDragTimer, kDragMilliseconds, nullptr);
+        const int top = view.topRow;
+        ::SetTimer(control.m_hWnd, kDragTimer, kDragMilliseconds, nullptr);
         Scroll(SB_VERT, above ? SB_LINEUP : SB_LINEDOWN);
         int first = 0;
         int last = -1;
-        GetVisibleRows(m_data->view.topRow, &first, &last, 0);
+        control.GetVisibleRows(view.topRow, &first, &last, 0);
         row = above ? first : last;
-        if (top == m_data->view.topRow)
-            KillTimer(kDragTimer);
+        if (top == view.topRow)
+            control.KillTimer(kDragTimer);
     }
     else
     {
-        KillTimer(kDragTimer);
-        row = Places(*this).geometry.HitTest(area.left, point.y).row;
+        control.KillTimer(kDragTimer);
+        row = Snapshot(*this).geometry.HitTest(area.left, point.y).row;
     }
     InputPort port(*this);
-    report::Input(m_data->rows.selection, port).DragTo(row);
+    report::Input(rows.selection, port).DragTo(row);
 }
 
 void CReportCtrl::OnTimer(UINT_PTR id)
 {
     if (id != kDragTimer)
         Default();
-    else if (m_data->dragging)
-        DragSelection(m_data->dragPoint);
+    else if (m_data->drag.isActive)
+        m_data->DragSelectionTo(m_data->drag.point);
 }
 
 void CReportCtrl::OnLButtonUp(UINT, CPoint)
 {
-    if (m_data->dragging)
+    if (m_data->drag.isActive)
         ::ReleaseCapture();
     Default();
 }
 
 void CReportCtrl::OnCaptureChanged(CWnd*)
 {
-    if (!m_data->dragging)
+    if (!m_data->drag.isActive)
         return;
-    m_data->dragging = false;
+    m_data->drag.isActive = false;
     KillTimer(kDragTimer);
 }
 

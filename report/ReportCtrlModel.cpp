@@ -36,7 +36,7 @@ int CReportCtrl::GetItemCount()
 void CReportCtrl::SetItemCount(int count)
 {
     m_data->rows.SetCallbackCount(count);
-    m_data->tooFar = true;
+    m_data->scroll.MarkTooFar();
     RedrawRows(report::kFixedRow, INT_MAX, 1);
     ScrollWindow(SB_VERT, m_data->view.topRow);
 }
@@ -58,7 +58,7 @@ int CReportCtrl::SetItem(_RVITEM* item)
     if (!m_data->items.Write(*item))
         return 0;
     ScrollWindow(SB_VERT, m_data->view.topRow);
-    if (m_data->redraw)
+    if (m_data->window.isRedrawOn)
         RedrawItems(item->item, RVI_NONE);
     return 1;
 }
@@ -139,7 +139,8 @@ ZEMA::String CReportCtrl::GetItemString(int item, char separator)
     std::vector<int> subitems;
     for (const report::Column& column : m_data->header.GetColumns())
         subitems.push_back(column.subitem);
-    const report::Items::LineForm form = {separator, m_data->rows.IsTree(), Data::treeIndent.c_str()};
+    const report::Items::LineForm form = {separator, m_data->rows.IsTree(),
+                                          report::Properties::treeIndent.c_str()};
     const std::string line = m_data->items.Line(item, subitems, form);
     return ZEMA::String(line.data(), line.size());
 }
@@ -151,7 +152,7 @@ int CReportCtrl::InsertItem(int item, const char* text)
         return -1;
     if (text && GetSubItemCount() > 0)
         SetItemText(inserted, 0, text);
-    Redraw();
+    m_data->Redraw();
     return inserted;
 }
 
@@ -159,7 +160,7 @@ int CReportCtrl::DeleteItem(int item)
 {
     if (!m_data->rows.DeleteItem(item))
         return 0;
-    RowsRemoved();
+    m_data->RowsRemoved();
     return 1;
 }
 
@@ -167,14 +168,14 @@ int CReportCtrl::DeleteAllItems()
 {
     if (!m_data->rows.DeleteAllItems())
         return 0;
-    RowsRemoved();
+    m_data->RowsRemoved();
     return 1;
 }
 
-void CReportCtrl::RowsRemoved()
+void CReportCtrl::Data::RowsRemoved()
 {
-    ScrollWindow(SB_VERT, m_data->view.topRow);
-    m_data->tooFar = true;
+    control.ScrollWindow(SB_VERT, view.topRow);
+    scroll.MarkTooFar();
     Redraw();
 }
 
@@ -213,16 +214,16 @@ int CReportCtrl::GetItemFromRow(int row)
 CArray<int, int>* CReportCtrl::GetItemRowArray()
 {
     const std::vector<int>& items = m_data->rows.Map().Items();
-    m_data->rowArray.SetSize(static_cast<INT_PTR>(items.size()));
-    std::copy(items.begin(), items.end(), m_data->rowArray.GetData());
-    return &m_data->rowArray;
+    m_data->window.rowArray.SetSize(static_cast<INT_PTR>(items.size()));
+    std::copy(items.begin(), items.end(), m_data->window.rowArray.GetData());
+    return &m_data->window.rowArray;
 }
 
 int CReportCtrl::SetItemRowArray(CArray<int, int>& items)
 {
     if (!m_data->rows.SetOrder(std::vector<int>(items.GetData(), items.GetData() + items.GetSize())))
         return 0;
-    Redraw();
+    m_data->Redraw();
     return 1;
 }
 
@@ -284,26 +285,26 @@ int CReportCtrl::AdjustFocus(int row, int column)
 
 int CReportCtrl::MoveUp(int row)
 {
-    return SwapRows(row - 1, row);
+    return m_data->SwapRows(row - 1, row);
 }
 
 int CReportCtrl::MoveDown(int row)
 {
-    return SwapRows(row, row);
+    return m_data->SwapRows(row, row);
 }
 
-int CReportCtrl::SwapRows(int row, int moved)
+int CReportCtrl::Data::SwapRows(int row, int moved)
 {
-    if (!m_data->rows.MoveDown(row, moved))
+    if (!rows.MoveDown(row, moved))
         return 0;
-    m_data->rowsMoved = true;
+    window.hasMovedRows = true;
     Redraw();
     return 1;
 }
 
 int CReportCtrl::HaveRowsMoved()
 {
-    return m_data->rowsMoved;
+    return m_data->window.hasMovedRows;
 }
 
 // ---- Tree
@@ -399,7 +400,7 @@ void CReportCtrl::SetTreeFocus(structTREEITEM* item)
         m_data->rows.PutFocus(item);
         return true;
     });
-    ShowRow(m_data->rows.selection.focusRow);
+    m_data->ShowRow(m_data->rows.selection.focusRow);
 }
 
 _TREEITEM* CReportCtrl::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, const char* text)
@@ -410,7 +411,7 @@ _TREEITEM* CReportCtrl::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, cons
     _TREEITEM* const item =
         m_data->rows.InsertTreeItem(parent, after, text, isSorted ? subitem : 0, !isSorted || ascending);
     if (item)
-        Redraw();
+        m_data->Redraw();
     return item;
 }
 
@@ -418,7 +419,7 @@ int CReportCtrl::DeleteTreeItem(_TREEITEM* item)
 {
     if (!m_data->rows.DeleteTreeItem(item))
         return 0;
-    RowsRemoved();
+    m_data->RowsRemoved();
     return 1;
 }
 
@@ -426,8 +427,8 @@ int CReportCtrl::Expand(_TREEITEM* item, unsigned int action)
 {
     if (!m_data->rows.Expand(item, action))
         return 0;
-    m_data->tooFar = true;
-    Redraw();
+    m_data->scroll.MarkTooFar();
+    m_data->Redraw();
     return 1;
 }
 
@@ -447,11 +448,11 @@ int CReportCtrl::SortItems(int subitem, int ascending)
     }
     catch (...)
     {
-        Redraw(); // some rows may have moved
+        m_data->Redraw(); // some rows may have moved
         throw;
     }
-    ShowRow(m_data->rows.selection.focusRow);
-    Redraw();
+    m_data->ShowRow(m_data->rows.selection.focusRow);
+    m_data->Redraw();
     return 1;
 }
 

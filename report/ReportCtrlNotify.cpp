@@ -1,11 +1,11 @@
 // What the report control tells its parent.
-#include "report/ReportCtrlData.h"
+#include "report/ReportSnapshot.h"
 
 LRESULT CReportCtrl::Notify(_NMREPORTVIEW* notification)
 {
     const UINT bit = (RVN_ITEMDRAWPREVIEW - notification->hdr.code) & 31;
     const HWND parent = m_hWnd ? ::GetParent(m_hWnd) : nullptr;
-    if (!(m_data->notifyMask >> bit & 1) || !parent)
+    if (!(m_data->properties.notifyMask >> bit & 1) || !parent)
         return 0;
     return ::SendMessage(parent, WM_NOTIFY, static_cast<WPARAM>(GetDlgCtrlID()),
                          reinterpret_cast<LPARAM>(notification));
@@ -14,7 +14,7 @@ LRESULT CReportCtrl::Notify(_NMREPORTVIEW* notification)
 LRESULT CReportCtrl::Notify(unsigned int code, int item, int subitem, unsigned int value, __int64 data)
 {
     _NMREPORTVIEW notification = {};
-    FillHeader(notification.hdr, code);
+    m_data->FillHeader(notification.hdr, code);
     notification.item = item;
     notification.subitem = subitem;
     notification.value = value;
@@ -26,7 +26,7 @@ LRESULT CReportCtrl::Notify(unsigned int code, int item, int subitem, unsigned i
 LRESULT CReportCtrl::Notify(unsigned int code, unsigned int keys, _RVHITTESTINFO* hit)
 {
     _NMREPORTVIEW notification = {};
-    FillHeader(notification.hdr, code);
+    m_data->FillHeader(notification.hdr, code);
     notification.keys = keys;
     notification.point = hit->pt;
     notification.flags = hit->flags;
@@ -40,16 +40,16 @@ LRESULT CReportCtrl::Notify(unsigned int code, unsigned int keys, _RVHITTESTINFO
 
 LRESULT CReportCtrl::NotifyHdr(_NMRVHEADER* notification, unsigned int code, int column)
 {
-    FillHeader(notification->hdr, code);
+    m_data->FillHeader(notification->hdr, code);
     notification->subitem = m_data->header.GetSubItem(m_data->header.GetItemOfColumn(column));
     return Notify(reinterpret_cast<_NMREPORTVIEW*>(notification));
 }
 
-void CReportCtrl::FillHeader(NMHDR& header, unsigned int code)
+void CReportCtrl::Data::FillHeader(NMHDR& filled, UINT code)
 {
-    header.hwndFrom = m_hWnd;
-    header.idFrom = m_hWnd ? static_cast<UINT_PTR>(GetDlgCtrlID()) : 0;
-    header.code = code;
+    filled.hwndFrom = control.m_hWnd;
+    filled.idFrom = control.m_hWnd ? static_cast<UINT_PTR>(control.GetDlgCtrlID()) : 0;
+    filled.code = code;
 }
 
 // ---- Callbacks
@@ -59,7 +59,7 @@ bool CReportCtrl::Data::FillCallbackHeader(NMHDR& filled)
 {
     if (!control.m_hWnd)
         return false;
-    NMHDR* const kept = painting ? &painting->rows.callbackHeader : nullptr;
+    NMHDR* const kept = painting.snapshot ? &painting.snapshot->rows.callbackHeader : nullptr;
     if (kept && kept->hwndFrom == control.m_hWnd)
     {
         filled = *kept;
@@ -67,7 +67,7 @@ bool CReportCtrl::Data::FillCallbackHeader(NMHDR& filled)
     }
     if (!::GetParent(control.m_hWnd))
         return false;
-    control.FillHeader(filled, RVN_ITEMCALLBACK);
+    FillHeader(filled, RVN_ITEMCALLBACK);
     if (kept)
         *kept = filled;
     return true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace report
 {
@@ -16,7 +17,31 @@ int Forward(int position, int by)
     return position + std::min(by, kMost - position);
 }
 
+bool MoveTo(int& position, int wanted, int most)
+{
+    const int old = std::exchange(position, std::clamp(wanted, 0, most));
+    return position != old;
+}
+
 } // namespace
+
+bool ScrollPosition::SetTop(int row, int rowCount)
+{
+    return MoveTo(m_view.topRow, row, rowCount);
+}
+
+bool ScrollPosition::SetLeft(int pixels, int rowWidth)
+{
+    return MoveTo(m_view.left, pixels, rowWidth);
+}
+
+bool ScrollPosition::Fit(Geometry& geometry)
+{
+    if (!std::exchange(m_isTooFar, false))
+        return false;
+    const int old = std::exchange(m_view.topRow, geometry.FittingTop(m_view.topRow));
+    return m_view.topRow != old;
+}
 
 int RowAfter(ScrollRequest request, int thumb, const View& view, Geometry& geometry)
 {

@@ -1,4 +1,4 @@
-// Where a scroll bar's requests lead.
+// What is scrolled where, and where a scroll bar's requests lead.
 #pragma once
 
 #include "report/model/Geometry.h"
@@ -15,6 +15,27 @@ enum class ScrollRequest
     Begin,
     End,
     Thumb // to a given position
+};
+
+// The position of a view. Positions are cut to the rows and their width. After rows have gone, or room has
+// come, they may lie further than the last row needs: how far is found out by one look at the rows, before
+// the next paint, however many changes come before it.
+class ScrollPosition
+{
+public:
+    explicit ScrollPosition(View& view) : m_view(view) {}
+
+    // These answer whether anything has moved.
+    bool SetTop(int row, int rowCount);
+    bool SetLeft(int pixels, int rowWidth);
+    bool Fit(Geometry& geometry);
+
+    void MarkTooFar() { m_isTooFar = true; }
+    bool IsTooFar() const { return m_isTooFar; } // or may be
+
+private:
+    View& m_view;
+    bool m_isTooFar = false;
 };
 
 // The first row, or the pixels scrolled, that a request leads to from where `view` is: no farther than the

@@ -1,5 +1,5 @@
 // What the report control tells its geometry, and whom it tells where things are.
-#include "report/ReportCtrlData.h"
+#include "report/ReportSnapshot.h"
 #include "report/model/InvalidArgument.h"
 
 #include <algorithm>
@@ -13,21 +13,20 @@ constexpr int kMaxPreview = 0x7FFF; // pixels
 
 // ---- Rows and columns as the geometry asks for them
 
-CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
+CReportCtrl::Data::FetchedRows::Fetched& CReportCtrl::Data::FetchedRows::Row(int row)
 {
     if (m_row.row == row)
         return m_row;
-    Data& data = *m_control.m_data;
     m_row = {};
-    const int item = m_control.GetItemFromRow(row);
+    const int item = m_data.rows.ItemAt(row);
     report::FetchedCell fetched;
-    if (data.items.Fetch(item, -1, RVIM_TEXT | RVIM_STATE | RVIM_PREVIEWHEIGHT, fetched))
+    if (m_data.items.Fetch(item, -1, RVIM_TEXT | RVIM_STATE | RVIM_PREVIEWHEIGHT, fetched))
     {
         m_row.preview = fetched.cell.text;
         report::FillRecord(m_row.item, fetched);
         m_row.item.previewHeight = std::clamp(m_row.item.previewHeight, 0, kMaxPreview);
-        const _TREEITEM* const treeItem = data.rows.IsTree() ? fetched.item->treeItem : nullptr;
-        if (treeItem && treeItem->subitem >= 0 && treeItem->subitem < m_control.GetSubItemCount())
+        const _TREEITEM* const treeItem = m_data.rows.IsTree() ? fetched.item->treeItem : nullptr;
+        if (treeItem && treeItem->subitem >= 0 && treeItem->subitem < m_data.items.SubItemCount())
             m_row.shape.spanning = treeItem->subitem;
     }
     m_row.item.item = item;
@@ -43,11 +42,11 @@ CReportCtrl::RowSource::FetchedRow& CReportCtrl::RowSource::Row(int row)
     return m_row;
 }
 
-bool CReportCtrl::RowSource::ReadCell(int row, int subitem, _RVITEM& cell, std::string& text)
+bool CReportCtrl::Data::FetchedRows::ReadCell(int row, int subitem, _RVITEM& cell, std::string& text)
 {
     const int item = Row(row).item.item;
     report::FetchedCell fetched;
-    if (subitem < 0 || !m_control.m_data->items.Fetch(item, subitem, RVIM_TEXT | RVIM_STATE, fetched))
+    if (subitem < 0 || !m_data.items.Fetch(item, subitem, RVIM_TEXT | RVIM_STATE, fetched))
         return false;
     text.assign(fetched.cell.text);
     cell = {};
@@ -59,16 +58,15 @@ bool CReportCtrl::RowSource::ReadCell(int row, int subitem, _RVITEM& cell, std::
     return true;
 }
 
-report::CellContents CReportCtrl::RowSource::ContentsOf(int row, int subitem)
+report::CellContents CReportCtrl::Data::FetchedRows::ContentsOf(int row, int subitem)
 {
-    report::Items& items = m_control.m_data->items;
     report::FetchedCell fetched;
-    if (subitem < 0 || !items.Fetch(m_control.GetItemFromRow(row), subitem, RVIM_TEXT, fetched))
+    if (subitem < 0 || !m_data.items.Fetch(m_data.rows.ItemAt(row), subitem, RVIM_TEXT, fetched))
         return {};
     _RVITEM cell;
     cell.subitem = subitem;
     report::FillRecord(cell, fetched);
-    return m_control.m_data->ContentsOf(cell);
+    return m_data.ContentsOf(cell);
 }
 
 report::CellContents CReportCtrl::Data::ContentsOf(const _RVITEM& cell) const
@@ -78,11 +76,11 @@ report::CellContents CReportCtrl::Data::ContentsOf(const _RVITEM& cell) const
             (format & RVSF_CHECKPLACE) != 0};
 }
 
-const std::vector<report::Column>& CReportCtrl::RowSource::Columns()
+const std::vector<report::Column>& CReportCtrl::Data::FetchedRows::Columns()
 {
-    if (!m_columnsRead)
-        m_columns = m_control.m_data->header.GetColumns();
-    m_columnsRead = true;
+    if (!m_areColumnsRead)
+        m_columns = m_data.header.GetColumns();
+    m_areColumnsRead = true;
     return m_columns;
 }
 
@@ -92,7 +90,7 @@ bool CReportCtrl::GetRowHeight(int row, int& height)
 {
     if (row < 0 || row >= GetRowCount())
         return false;
-    height = Places(*this).geometry.HeightOf(row);
+    height = Data::Snapshot(*m_data).geometry.HeightOf(row);
     return true;
 }
 
@@ -108,8 +106,8 @@ int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecoration
     if (view.cell.hasText)
     {
         const bool bold = (view.item->state & RVIS_BOLD) != 0;
-        width = (bold ? m_data->boldMeasures : m_data->fontMeasures)
-                    .GetWidth(view.cell.text.data(), static_cast<int>(view.cell.text.size()));
+        width = m_data->look.fonts.Measures(bold).GetWidth(view.cell.text.data(),
+                                                           static_cast<int>(view.cell.text.size()));
     }
     rect->right = report::CellLayout(m_data->view).ContentsWidth(contents, width);
     return 1;
@@ -117,19 +115,19 @@ int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecoration
 
 int CReportCtrl::GetRowRect(int row, int column, RECT* rect, unsigned int)
 {
-    Places places(*this);
+    Data::Snapshot snapshot(*m_data);
     const bool fixed = row == RVI_DEFAULT && (m_data->style & RVS_FIXEDROW);
     if (!fixed && (row < 0 || row >= GetRowCount()))
         return 0;
-    const std::optional<report::ShownRow> placed = places.geometry.FindRow(row);
-    if (!placed)
+    const std::optional<report::ShownRow> found = snapshot.geometry.FindRow(row);
+    if (!found)
         return 0;
     if (column < 0)
     {
-        *rect = ToRect(placed->rect);
+        *rect = ToRect(found->rect);
         return 1;
     }
-    const std::optional<report::ShownCell> cell = places.geometry.FindCell(*placed, column);
+    const std::optional<report::ShownCell> cell = snapshot.geometry.FindCell(*found, column);
     if (!cell)
         return 0;
     *rect = CRect(cell->left, cell->rect.top, cell->rect.right, cell->rect.bottom);
@@ -156,9 +154,9 @@ int CReportCtrl::GetVisibleRows(int fromRow, int* first, int* last, int reverse)
     *last = -1;
     if (fromRow < 0 || fromRow >= GetRowCount())
         return 0;
-    Places places(*this);
+    Data::Snapshot snapshot(*m_data);
     const report::RowRange rows =
-        reverse ? places.geometry.RowsUpTo(fromRow) : places.geometry.RowsFrom(fromRow);
+        reverse ? snapshot.geometry.RowsUpTo(fromRow) : snapshot.geometry.RowsFrom(fromRow);
     *first = rows.first;
     *last = rows.last;
     return rows.last - rows.first + 1;
@@ -167,9 +165,9 @@ int CReportCtrl::GetVisibleRows(int fromRow, int* first, int* last, int reverse)
 int CReportCtrl::GetVisibleCount(int partly)
 {
     int count = 0;
-    Places places(*this);
+    Data::Snapshot snapshot(*m_data);
     const int bottom = m_data->view.report.bottom;
-    for (report::ShownRow row; places.geometry.Next(row, bottom);)
+    for (report::ShownRow row; snapshot.geometry.Next(row, bottom);)
         count += partly || row.rect.bottom <= bottom;
     return count;
 }
@@ -184,8 +182,8 @@ int CReportCtrl::IsItemVisible(int item, int subitem)
 
 int CReportCtrl::HitTest(_RVHITTESTINFO* info)
 {
-    Places places(*this);
-    const report::Hit hit = places.geometry.HitTest(info->pt.x, info->pt.y);
+    Data::Snapshot snapshot(*m_data);
+    const report::Hit hit = snapshot.geometry.HitTest(info->pt.x, info->pt.y);
     info->flags = hit.flags;
     info->row = hit.row;
     info->column = hit.column;

@@ -1,0 +1,32 @@
+#include "report/PaintFonts.h"
+
+#include "report/DrawingGuards.h"
+
+namespace report
+{
+
+PaintFonts::PaintFonts()
+{
+    m_measuring.CreateCompatibleDC(nullptr);
+    Use(nullptr);
+}
+
+void PaintFonts::Use(HFONT font)
+{
+    m_font = font ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    LOGFONT description = {};
+    ::GetObject(m_font, sizeof(description), &description);
+    description.lfWeight = FW_BOLD;
+    m_bold.DeleteObject();
+    m_bold.CreateFontIndirect(&description);
+    m_measures = Measure(m_font);
+    m_boldMeasures = Measure(Bold());
+}
+
+GraphicFont PaintFonts::Measure(HGDIOBJ font)
+{
+    const Selected selected(m_measuring, font);
+    return GraphicFont(m_measuring);
+}
+
+} // namespace report

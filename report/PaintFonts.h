@@ -1,0 +1,33 @@
+// The fonts that a report control is painted in.
+#pragma once
+
+#include "afxwin.h"
+#include "vkgrafic/GraphicText.h"
+
+namespace report
+{
+
+// The owner's font or the system's, its bold variant, and how wide their characters are.
+class PaintFonts
+{
+public:
+    PaintFonts();
+
+    // Null for the system's font. It stays the owner's.
+    void Use(HFONT font);
+
+    HFONT Plain() const { return m_font; }
+    HGDIOBJ Bold() const { return m_bold.GetSafeHandle(); }
+    const GraphicFont& Measures(bool bold) const { return bold ? m_boldMeasures : m_measures; }
+
+private:
+    GraphicFont Measure(HGDIOBJ font);
+
+    CDC m_measuring; // a memory device context
+    HFONT m_font = nullptr;
+    CFont m_bold;
+    GraphicFont m_measures;
+    GraphicFont m_boldMeasures;
+};
+
+} // namespace report

@@ -1,0 +1,235 @@
+#include "report/ReportPainter.h"
+
+#include "report/DrawingGuards.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int kEmptyTextTop = 2; // below the top of the rows' area
+
+void Line(CDC& dc, int x1, int y1, int x2, int y2)
+{
+    dc.MoveTo(x1, y1);
+    dc.LineTo(x2, y2);
+}
+
+} // namespace
+
+COLORREF CReportCtrl::Data::Painter::PlainColor() const
+{
+    return m_data.look.colors.System(m_data.style & RVS_FACEBACKGROUND ? RVSC_FACE : RVSC_WINDOW);
+}
+
+bool CReportCtrl::Data::Painter::IsSelected(int row) const
+{
+    return row >= 0 && m_data.rows.selection.IsSelected(row) &&
+           (m_data.window.hasFocus || (m_data.style & RVS_KEEPSELECTION));
+}
+
+COLORREF CReportCtrl::Data::Painter::TextColorOf(int index, bool isSelected) const
+{
+    const report::PaintColors& colors = m_data.look.colors;
+    if (isSelected && (index < 0 || !(m_data.style & RVS_KEEPTEXTCOLOR)))
+        return colors.System(m_data.window.hasFocus ? RVSC_HIGHLIGHTTEXT : RVSC_INACTIVEHIGHLIGHTTEXT);
+    return index >= 0 ? colors.ForDrawing(index) : colors.System(RVSC_TEXT);
+}
+
+// ---- Rows
+
+void CReportCtrl::Data::Painter::DrawFixedRow(CDC& dc, const CRect& clip)
+{
+    const CRect strip = ToRect(m_data.view.fixedRow);
+    CRect visible;
+    if (!visible.IntersectRect(strip, clip))
+        return;
+    const report::PaintColors& colors = m_data.look.colors;
+    dc.FillSolidRect(strip, colors.System(RVSC_FACE));
+    dc.Draw3dRect(strip, colors.System(RVSC_HIGHLIGHTEDGE), colors.System(RVSC_DARKSHADOW));
+    const std::optional<report::ShownRow> row = snapshot.geometry.FindRow(report::kFixedRow);
+    if (!row)
+        return;
+    _RVITEM& item = snapshot.rows.Row(report::kFixedRow).item;
+    m_data.control.DrawRow(&dc, ToRect(row->rect), visible, report::kFixedRow, &item, 0, 1);
+    const report::Selection& selection = m_data.rows.selection;
+    if (m_data.window.hasFocus && selection.focusRow == report::kFixedRow && selection.focusColumn < 0)
+        DrawFocus(dc, ToRect(row->rect));
+}
+
+int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
+{
+    const report::CellLayout layout(m_data.view);
+    int bottom = m_data.view.report.top;
+    for (report::ShownRow row; snapshot.geometry.Next(row, clip.bottom);)
+    {
+        bottom = row.rect.bottom;
+        if (row.rect.bottom <= clip.top)
+            continue;
+        const CRect whole = ToRect(row.rect);
+        CRect indented = whole;
+        indented.left += layout.Indentation(row.shape.level);
+        _RVITEM item = snapshot.rows.Row(row.row).item;
+        m_data.control.DrawRow(&dc, indented, clip, row.row, &item, row.row & 1, 0);
+        if (m_data.view.showPreviews && row.shape.hasPreview)
+            DrawPreview(dc, ToRect(snapshot.geometry.PreviewOf(row)), row.row);
+        if (m_data.style & RVS_HORIZONTALGRID)
+            Line(dc, std::max(whole.left, clip.left), whole.bottom - 1, std::min(whole.right, clip.right),
+                 whole.bottom - 1);
+        const report::Selection& selection = m_data.rows.selection;
+        const bool isCell = (m_data.style & RVS_CELLFOCUS) && selection.focusColumn >= 0;
+        if (m_data.window.hasFocus && row.row == selection.focusRow && !isCell)
+            DrawFocus(dc, indented);
+    }
+    return bottom;
+}
+
+void CReportCtrl::Data::Painter::DrawFocus(CDC& dc, CRect rect) const
+{
+    if (m_data.style & (RVS_HORIZONTALGRID | RVS_VERTICALGRID))
+        rect = CRect(rect.left + 1, rect.top, rect.right - 1, rect.bottom - 1);
+    dc.SetTextColor(m_data.look.colors.System(RVSC_TEXT));
+    dc.SetBkColor(m_data.look.colors.System(RVSC_WINDOW));
+    dc.DrawFocusRect(rect);
+}
+
+void CReportCtrl::Data::Painter::DrawPreview(CDC& dc, const CRect& rect, int row)
+{
+    const FetchedRows::Fetched& fetched = snapshot.rows.Row(row);
+    std::string preview = fetched.preview;
+    _RVITEM item = fetched.item;
+    item.text = preview.data();
+    item.state |= IsSelected(row) ? RVIS_SELECTED : 0;
+    dc.SetTextColor(TextColorOf(item.textColor, IsSelected(row)));
+    _NMRVITEMDRAW notification = {};
+    m_data.FillHeader(notification.hdr, RVN_ITEMDRAWPREVIEW);
+    notification.item = &item;
+    notification.dc = dc;
+    notification.rect = rect;
+    if (m_data.control.OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0)
+        return;
+    CRect text = ToRect(report::CellLayout(m_data.view).Inner(ToRect(rect)));
+    ::DrawText(dc, preview.data(), static_cast<int>(preview.size()), text,
+               DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
+}
+
+// ---- The grid, and an empty list
+
+// The frame of the rows, what goes on below them, and the columns.
+void CReportCtrl::Data::Painter::DrawGrid(CDC& dc, const CRect& clip, int bottom)
+{
+    const report::View& view = m_data.view;
+    const int left = view.report.left - view.left;
+    const int end = m_data.style & RVS_EXTENDGRID ? view.report.bottom : bottom;
+    const auto vertical = [&](int x) {
+        if (clip.left <= x && x < clip.right)
+            Line(dc, x, std::max<int>(view.report.top, clip.top), x, std::min<int>(end, clip.bottom));
+    };
+    const int width = snapshot.geometry.RowWidth();
+    vertical(left);
+    vertical(left + width - 1);
+    const bool extended = (m_data.style & RVS_HORIZONTALGRID) && (m_data.style & RVS_EXTENDGRID);
+    for (int y = bottom + view.itemHeight - 1; extended && view.itemHeight > 0 && y < clip.bottom;
+         y += view.itemHeight)
+        Line(dc, std::max<int>(left, clip.left), y, std::min<int>(left + width, clip.right), y);
+    if (!(m_data.style & RVS_VERTICALGRID))
+        return;
+    __int64 right = left;
+    for (const report::Column& column : snapshot.rows.Columns())
+    {
+        right += column.width;
+        if (right - 1 >= clip.right)
+            break;
+        vertical(static_cast<int>(right - 1));
+    }
+}
+
+void CReportCtrl::Data::Painter::DrawEmptyText(CDC& dc)
+{
+    const report::View& view = m_data.view;
+    const int left = view.report.left - view.left;
+    const int top = view.report.top + kEmptyTextTop;
+    const CRect rect(left, top, left + snapshot.geometry.RowWidth(), top + view.itemHeight);
+    const ZEMA::String& text = m_data.properties.emptyText;
+    dc.SetTextColor(m_data.look.colors.System(RVSC_TEXT));
+    GraphicText(dc).Draw(text.c_str(), static_cast<int>(text.GetLength()), rect, DT_CENTER | DT_END_ELLIPSIS);
+}
+
+// ---- Cells
+
+void CReportCtrl::Data::Painter::DrawCells(CDC& dc, const CRect& rowRect, const CRect& clip, int row,
+                                           const _RVITEM& item, bool isSelected)
+{
+    report::ShownRow shown;
+    shown.row = row;
+    shown.shape = snapshot.rows.ShapeOf(row);
+    const int left = rowRect.left - report::CellLayout(m_data.view).Indentation(shown.shape.level);
+    shown.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
+    for (report::ShownCell cell; snapshot.geometry.Next(shown, cell) && cell.rect.left < clip.right;)
+    {
+        if (cell.box && cell.box->right > clip.left)
+            m_data.control.DrawTreeBox(&dc, ToRect(*cell.box), (item.state & RVIS_EXPANDED) != 0);
+        if (cell.rect.right > clip.left)
+            DrawCell(dc, row, cell, isSelected);
+    }
+}
+
+void CReportCtrl::Data::Painter::DrawCell(CDC& dc, int row, const report::ShownCell& shown, bool isSelected)
+{
+    _RVITEM cell;
+    std::string text = std::move(m_data.painting.text); // its memory is used again
+    if (!snapshot.rows.ReadCell(row, shown.subitem, cell, text))
+        return;
+    const CRect rect = ToRect(shown.rect);
+    const report::Selection& selection = m_data.rows.selection;
+    const bool isFocused = m_data.window.hasFocus && row == selection.focusRow &&
+                           shown.column == selection.focusColumn &&
+                           (row == report::kFixedRow || (m_data.style & RVS_CELLFOCUS));
+    if (isFocused)
+        m_data.control.DrawBkgnd(&dc, rect, PlainColor());
+    cell.state |= isSelected ? RVIS_SELECTED : 0;
+    cell.state |= row == selection.focusRow ? RVIS_FOCUSED : 0;
+    // A colour of the item's own would hide what is selected and focused.
+    if (isSelected || isFocused)
+        cell.backgroundColor = -1;
+    dc.SetTextColor(isFocused ? m_data.look.colors.System(RVSC_TEXT)
+                              : TextColorOf(cell.textColor, isSelected));
+
+    if (!(cell.state & RVIS_OWNERDRAWN) || !NotifyDraw(dc, cell, rect))
+        m_data.control.DrawItem(&dc, ToRect(report::CellLayout(m_data.view).Inner(shown.rect)), &cell);
+    if (isFocused)
+        DrawFocus(dc, rect);
+    m_data.painting.text = std::move(text);
+}
+
+// Whether the owner has drawn an owner-drawn cell itself.
+bool CReportCtrl::Data::Painter::NotifyDraw(CDC& dc, _RVITEM& cell, const CRect& rect)
+{
+    _NMRVITEMDRAW notification = {};
+    m_data.FillHeader(notification.hdr, RVN_ITEMDRAW);
+    notification.item = &cell;
+    notification.dc = dc;
+    notification.rect = rect;
+    const report::SavedState saved(dc);
+    return m_data.control.Notify(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0;
+}
+
+void CReportCtrl::Data::Painter::DrawListImage(CDC& dc, const CRect& picture, CImageList* list, int image,
+                                               UINT style, int blend) const
+{
+    if (!list || image < 0 || image >= list->GetImageCount() || picture.Width() <= 0)
+        return;
+    IMAGELISTDRAWPARAMS drawing = {};
+    drawing.cbSize = sizeof(drawing);
+    drawing.i = image;
+    drawing.hdcDst = dc;
+    drawing.x = picture.left;
+    drawing.y = picture.top;
+    drawing.cx = picture.Width();
+    drawing.rgbBk = CLR_NONE;
+    drawing.rgbFg = m_data.look.colors.System(blend);
+    drawing.fStyle = style;
+    drawing.dwRop = SRCCOPY;
+    list->DrawIndirect(&drawing);
+}

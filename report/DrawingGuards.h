@@ -38,6 +38,32 @@ private:
     int m_saved;
 };
 
+// Keeps what is drawn within its room, if it is larger.
+class Clipped
+{
+public:
+    Clipped(HDC dc, const CRect& room, const CRect& drawn) : m_dc(dc)
+    {
+        CRect both;
+        both.UnionRect(room, drawn);
+        if (both == room)
+            return;
+        m_saved = ::SaveDC(dc);
+        ::IntersectClipRect(dc, room.left, room.top, room.right, room.bottom);
+    }
+    ~Clipped()
+    {
+        if (m_saved != 0)
+            ::RestoreDC(m_dc, m_saved);
+    }
+    Clipped(const Clipped&) = delete;
+    Clipped& operator=(const Clipped&) = delete;
+
+private:
+    HDC m_dc;
+    int m_saved = 0;
+};
+
 // Has a device context show the colours of a palette; null for none.
 class Realized
 {

@@ -166,14 +166,13 @@ int CReportCtrl::DrawImage(CDC* dc, CRect rect, _RVITEM* item)
     const int width = layout.ImageWidth(m_data->ContentsOf(*item));
     if (item->image < 0)
         return width;
-    CRect picture = ToRect(layout.ImageIn(ToRect(rect)));
-    picture.right = std::min(rect.right, picture.right);
+    const CRect picture = ToRect(layout.ImageIn(ToRect(rect)));
     UINT style = ILD_TRANSPARENT | (item->state & kOverlayStates);
     const bool isSelected = (item->state & RVIS_SELECTED) != 0;
     const bool isFocused = m_data->window.hasFocus && (item->state & RVIS_FOCUSED);
     if (m_data->properties.imageMode != RVIB_NONE && (isSelected || isFocused))
         style |= m_data->properties.imageMode == RVIB_BLEND25 ? ILD_BLEND25 : ILD_BLEND50;
-    Data::Painter(*m_data).DrawListImage(*dc, picture, m_data->look.itemImages, item->image, style,
+    Data::Painter(*m_data).DrawListImage(*dc, rect, picture, m_data->look.itemImages, item->image, style,
                                          isSelected ? RVSC_HIGHLIGHT : RVSC_WINDOW);
     return width;
 }
@@ -187,9 +186,11 @@ int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
     CRect box = ToRect(layout.CheckIn(ToRect(rect)));
     if (CImageList* const images = m_data->look.checkImages)
     {
-        Data::Painter(*m_data).DrawListImage(*dc, box, images, item->check, ILD_TRANSPARENT, RVSC_WINDOW);
+        Data::Painter(*m_data).DrawListImage(*dc, rect, box, images, item->check, ILD_TRANSPARENT,
+                                             RVSC_WINDOW);
         return width;
     }
+    const report::Clipped clipped(*dc, rect, box);
     const int state = item->check <= kLastCheck ? item->check : 0;
     dc->DrawFrameControl(box, DFC_BUTTON,
                          static_cast<UINT>((state & kRadio ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK) |
@@ -236,6 +237,7 @@ int CReportCtrl::DrawTreeBox(CDC* dc, CRect rect, int expanded)
     const CRect box = ToRect(report::CellLayout::TreeBoxIn(ToRect(rect)));
     const CPoint middle(box.left + box.Width() / 2, box.top + box.Height() / 2);
     const COLORREF sign = GetSystemColor(RVSC_TEXT);
+    const report::Clipped clipped(*dc, rect, box);
     dc->FillSolidRect(box, GetSystemColor(RVSC_SHADOW));
     dc->FillSolidRect(CRect(box.left + 1, box.top + 1, box.right - 1, box.bottom - 1),
                       GetSystemColor(RVSC_WINDOW));

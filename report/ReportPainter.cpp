@@ -10,10 +10,31 @@ namespace
 
 constexpr int kEmptyTextTop = 2; // below the top of the rows' area
 
-void Line(CDC& dc, int x1, int y1, int x2, int y2)
+// Where to begin a line that begins at `from`, to see it from `clip` on: its dashes stay where they are.
+int BeginOfLine(int from, int clip)
 {
-    dc.MoveTo(x1, y1);
-    dc.LineTo(x2, y2);
+    constexpr int kPattern = 24; // the patterns of all pens are as long or a part of it
+    return from < clip ? report::ToInt(clip - (std::int64_t{clip} - from) % kPattern) : from;
+}
+
+void HorizontalLine(CDC& dc, int left, int right, int y, const CRect& clip)
+{
+    left = BeginOfLine(left, clip.left);
+    right = std::min<int>(right, clip.right);
+    if (left >= right || y < clip.top || y >= clip.bottom)
+        return;
+    dc.MoveTo(left, y);
+    dc.LineTo(right, y);
+}
+
+void VerticalLine(CDC& dc, int x, int top, int bottom, const CRect& clip)
+{
+    top = BeginOfLine(top, clip.top);
+    bottom = std::min<int>(bottom, clip.bottom);
+    if (top >= bottom || x < clip.left || x >= clip.right)
+        return;
+    dc.MoveTo(x, top);
+    dc.LineTo(x, bottom);
 }
 
 } // namespace
@@ -75,8 +96,7 @@ int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
         if (m_data.view.showPreviews && row.shape.hasPreview)
             DrawPreview(dc, ToRect(snapshot.geometry.PreviewOf(row)), row.row);
         if (m_data.style & RVS_HORIZONTALGRID)
-            Line(dc, std::max(whole.left, clip.left), whole.bottom - 1, std::min(whole.right, clip.right),
-                 whole.bottom - 1);
+            HorizontalLine(dc, whole.left, whole.right, whole.bottom - 1, clip);
         const report::Selection& selection = m_data.rows.selection;
         const bool isCell = (m_data.style & RVS_CELLFOCUS) && selection.focusColumn >= 0;
         if (m_data.window.hasFocus && row.row == selection.focusRow && !isCell)
@@ -122,17 +142,13 @@ void CReportCtrl::Data::Painter::DrawGrid(CDC& dc, const CRect& clip, int bottom
     const report::View& view = m_data.view;
     const int left = view.report.left - view.left;
     const int end = m_data.style & RVS_EXTENDGRID ? view.report.bottom : bottom;
-    const auto vertical = [&](int x) {
-        if (clip.left <= x && x < clip.right)
-            Line(dc, x, std::max<int>(view.report.top, clip.top), x, std::min<int>(end, clip.bottom));
-    };
     const int width = snapshot.geometry.RowWidth();
-    vertical(left);
-    vertical(left + width - 1);
+    VerticalLine(dc, left, view.report.top, end, clip);
+    VerticalLine(dc, left + width - 1, view.report.top, end, clip);
     const bool extended = (m_data.style & RVS_HORIZONTALGRID) && (m_data.style & RVS_EXTENDGRID);
     for (int y = bottom + view.itemHeight - 1; extended && view.itemHeight > 0 && y < clip.bottom;
          y += view.itemHeight)
-        Line(dc, std::max<int>(left, clip.left), y, std::min<int>(left + width, clip.right), y);
+        HorizontalLine(dc, left, report::ToInt(std::int64_t{left} + width), y, clip);
     if (!(m_data.style & RVS_VERTICALGRID))
         return;
     __int64 right = left;
@@ -141,7 +157,7 @@ void CReportCtrl::Data::Painter::DrawGrid(CDC& dc, const CRect& clip, int bottom
         right += column.width;
         if (right - 1 >= clip.right)
             break;
-        vertical(static_cast<int>(right - 1));
+        VerticalLine(dc, static_cast<int>(right - 1), view.report.top, end, clip);
     }
 }
 
@@ -166,11 +182,11 @@ void CReportCtrl::Data::Painter::DrawCells(CDC& dc, const CRect& rowRect, const 
     shown.shape = snapshot.rows.ShapeOf(row);
     const int left = rowRect.left - report::CellLayout(m_data.view).Indentation(shown.shape.level);
     shown.rect = {left, rowRect.top, rowRect.right, rowRect.bottom};
-    for (report::ShownCell cell; snapshot.geometry.Next(shown, cell) && cell.rect.left < clip.right;)
+    for (report::ShownCell cell; snapshot.geometry.Next(shown, cell) && cell.left < clip.right;)
     {
-        if (cell.box && cell.box->right > clip.left)
+        if (cell.box && cell.box->right > clip.left && cell.box->left < clip.right)
             m_data.control.DrawTreeBox(&dc, ToRect(*cell.box), (item.state & RVIS_EXPANDED) != 0);
-        if (cell.rect.right > clip.left)
+        if (cell.rect.right > clip.left && cell.rect.left < clip.right)
             DrawCell(dc, row, cell, isSelected);
     }
 }
@@ -215,18 +231,20 @@ bool CReportCtrl::Data::Painter::NotifyDraw(CDC& dc, _RVITEM& cell, const CRect&
     return m_data.control.Notify(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0;
 }
 
-void CReportCtrl::Data::Painter::DrawListImage(CDC& dc, const CRect& picture, CImageList* list, int image,
-                                               UINT style, int blend) const
+void CReportCtrl::Data::Painter::DrawListImage(CDC& dc, const CRect& room, const CRect& picture,
+                                               CImageList* list, int image, UINT style, int blend) const
 {
-    if (!list || image < 0 || image >= list->GetImageCount() || picture.Width() <= 0)
+    const int width = std::min(picture.Width(), room.Width());
+    if (!list || image < 0 || image >= list->GetImageCount() || width <= 0)
         return;
+    const report::Clipped clipped(dc, room, picture);
     IMAGELISTDRAWPARAMS drawing = {};
     drawing.cbSize = sizeof(drawing);
     drawing.i = image;
     drawing.hdcDst = dc;
     drawing.x = picture.left;
     drawing.y = picture.top;
-    drawing.cx = picture.Width();
+    drawing.cx = width;
     drawing.rgbBk = CLR_NONE;
     drawing.rgbFg = m_data.look.colors.System(blend);
     drawing.fStyle = style;

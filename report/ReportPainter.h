@@ -34,10 +34,10 @@ public:
     void DrawCells(CDC& dc, const CRect& rowRect, const CRect& clip, int row, const _RVITEM& item,
                    bool isSelected);
 
-    // The image of a list, no wider than `room` and in the middle of its height; nothing for a number that
-    // the list does not have. `blend` is the colour to blend with, if `style` says so.
-    void DrawListImage(CDC& dc, const CRect& picture, CImageList* list, int image, UINT style,
-                       int blend) const;
+    // The image of a list, where it is within the room that it has; nothing for a number that the list does
+    // not have. `blend` is the colour to blend with, if `style` says so.
+    void DrawListImage(CDC& dc, const CRect& room, const CRect& picture, CImageList* list, int image,
+                       UINT style, int blend) const;
 
 private:
     void DrawCell(CDC& dc, int row, const report::ShownCell& shown, bool isSelected);

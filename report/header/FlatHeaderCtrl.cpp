@@ -285,9 +285,21 @@ void CFlatHeaderCtrl::OnLButtonUp(UINT flags, CPoint point)
         Notify(HDN_ITEMCLICKA, index, nullptr, answer);
 }
 
+// The system's hit test names the left neighbour within some pixels of a divider.
+int CFlatHeaderCtrl::ItemUnder(CPoint point) const
+{
+    for (const int index : GetOrder())
+    {
+        CRect rect;
+        if (GetItemRect(index, rect) && rect.PtInRect(point))
+            return index;
+    }
+    return kNone;
+}
+
 void CFlatHeaderCtrl::OnRButtonUp(UINT flags, CPoint point)
 {
-    m_rightClickedItem = Hit(point).iItem;
+    m_rightClickedItem = ItemUnder(point);
     CHeaderCtrl::OnRButtonUp(flags, point);
 }
 

@@ -104,6 +104,7 @@ private:
     void StopTracking();
     report::HeaderDrag GetDrag(int index) const;
     HDHITTESTINFO Hit(CPoint point) const;
+    int ItemUnder(CPoint point) const; // kNone for none
     void ShowTip(CPoint point);
     void BeginPress(int index, CPoint point);
     bool BeginDrag();

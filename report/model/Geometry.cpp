@@ -10,9 +10,9 @@ namespace report
 
 void LayOut(View& view, int width, int height, int headerHeight, bool hasFixedRow)
 {
-    const int fixedHeight = hasFixedRow ? view.itemHeight + 2 * view.fixedFrame : 0;
+    const std::int64_t fixedHeight = hasFixedRow ? view.itemHeight + std::int64_t{2} * view.fixedFrame : 0;
     view.header = {0, 0, width, headerHeight};
-    view.fixedRow = {0, headerHeight, width, headerHeight + fixedHeight};
+    view.fixedRow = {0, headerHeight, width, ToInt(headerHeight + fixedHeight)};
     view.report = {0, view.fixedRow.bottom, width, std::max(view.fixedRow.bottom, height)};
 }
 
@@ -20,7 +20,8 @@ void LayOut(View& view, int width, int height, int headerHeight, bool hasFixedRo
 
 int Geometry::HeightOf(int row)
 {
-    return m_view.LineHeight() + (m_view.showPreviews ? m_source.ShapeOf(row).previewHeight : 0);
+    const int preview = m_view.showPreviews ? m_source.ShapeOf(row).previewHeight : 0;
+    return ToInt(std::int64_t{m_view.LineHeight()} + preview);
 }
 
 RowRange Geometry::RowsFrom(int first)
@@ -28,11 +29,11 @@ RowRange Geometry::RowsFrom(int first)
     const int count = m_source.RowCount();
     int last = first;
     int hidden = 0;
-    for (int room = m_view.report.Height(); last < count && hidden <= kMaxHidden; ++last)
+    for (std::int64_t room = m_view.report.Height(); last < count && hidden <= kMaxHidden; ++last)
     {
         const int height = HeightOf(last);
         room -= height;
-        hidden = height > 0 ? 0 : hidden + 1;
+        hidden += height == 0;
         if (room < 0)
             break;
     }
@@ -43,12 +44,12 @@ RowRange Geometry::RowsUpTo(int last)
 {
     int first = last;
     int hidden = 0;
-    int room = m_view.report.Height() - HeightOf(last);
+    std::int64_t room = std::int64_t{m_view.report.Height()} - HeightOf(last);
     while (first > 0 && hidden <= kMaxHidden)
     {
         const int height = HeightOf(first - 1);
         room -= height;
-        hidden = height > 0 ? 0 : hidden + 1;
+        hidden += height == 0;
         if (room < 0)
             break;
         --first;
@@ -81,7 +82,7 @@ int Geometry::TopToShow(int row)
 
 bool Geometry::Next(ShownRow& row, int bottom)
 {
-    const int left = m_view.report.left - m_view.left;
+    const int left = ToInt(std::int64_t{m_view.report.left} - m_view.left);
     if (row.row == kNoRow)
     {
         const int width = RowWidth();
@@ -93,13 +94,12 @@ bool Geometry::Next(ShownRow& row, int bottom)
         ++row.row;
         row.rect.top = row.rect.bottom;
     }
-    for (int hidden = 0; row.row < m_source.RowCount() && row.rect.top < bottom && hidden <= kMaxHidden;
-         ++hidden)
+    for (; row.row < m_source.RowCount() && row.rect.top < bottom && row.hidden <= kMaxHidden; ++row.hidden)
     {
         row.shape = m_source.ShapeOf(row.row);
         const int preview = m_view.showPreviews ? row.shape.previewHeight : 0;
-        row.rect.bottom = row.rect.top + m_view.LineHeight() + preview;
-        if (row.rect.Height() > 0)
+        row.rect.bottom = ToInt(std::int64_t{row.rect.top} + m_view.LineHeight() + preview);
+        if (row.rect.bottom > row.rect.top)
             return true;
         ++row.row;
     }
@@ -111,10 +111,11 @@ std::optional<ShownRow> Geometry::FindRow(int row)
     ShownRow found;
     if (row == kFixedRow)
     {
-        const int left = m_view.report.left - m_view.left;
+        const int left = ToInt(std::int64_t{m_view.report.left} - m_view.left);
         found.row = kFixedRow;
-        found.rect = {left, m_view.fixedRow.top + m_view.fixedFrame, ToInt(std::int64_t{left} + RowWidth()),
-                      m_view.fixedRow.bottom - m_view.fixedFrame};
+        found.rect = {left, ToInt(std::int64_t{m_view.fixedRow.top} + m_view.fixedFrame),
+                      ToInt(std::int64_t{left} + RowWidth()),
+                      ToInt(std::int64_t{m_view.fixedRow.bottom} - m_view.fixedFrame)};
         found.shape = m_source.ShapeOf(kFixedRow);
         return found.rect.Height() > 0 ? std::optional(found) : std::nullopt;
     }
@@ -155,7 +156,7 @@ int Geometry::LeftToShow(int column)
 // The fixed row is all line.
 int Geometry::LineBottom(const ShownRow& row) const
 {
-    return row.row == kFixedRow ? row.rect.bottom : row.rect.top + m_view.LineHeight();
+    return row.row == kFixedRow ? row.rect.bottom : ToInt(std::int64_t{row.rect.top} + m_view.LineHeight());
 }
 
 bool Geometry::Next(const ShownRow& row, ShownCell& cell)
@@ -234,12 +235,11 @@ void Geometry::HitRow(int x, int y, const ShownRow& row, Hit& hit)
 {
     hit.row = row.row;
     hit.rect = row.rect;
-    const Rect preview = PreviewOf(row);
     const bool belowLine = row.row != kFixedRow && y >= LineBottom(row);
     if (belowLine && row.shape.hasPreview)
     {
         hit.flags |= RVHT_ONITEMPREVIEW;
-        hit.rect = preview;
+        hit.rect.top = LineBottom(row); // and all of the row's width, as the flag
         return;
     }
     for (ShownCell cell; Next(row, cell);)

@@ -14,7 +14,7 @@ namespace report
 {
 
 constexpr int kNoColumn = -1;
-constexpr int kMaxHidden = 65536; // rows without height, one after another, that are looked past
+constexpr int kMaxHidden = 1000; // rows without height that a walk looks past: more than fit on a screen
 
 struct Column
 {
@@ -48,6 +48,7 @@ struct ShownRow
     int row = kNoRow;
     Rect rect; // with the preview; as wide as all columns, or the header when that is wider
     RowShape shape;
+    int hidden = 0; // rows without height that the walk has looked past
 };
 
 struct ShownCell
@@ -89,8 +90,8 @@ public:
     // The first row to show so that all of `row` is seen, scrolling no more than needed.
     int TopToShow(int row);
 
-    // Goes to the first row shown, or the row below `row`; false at `bottom`, behind the last row and where
-    // kMaxHidden is passed.
+    // Goes to the first row shown, or the row below `row`; false at `bottom`, after the last row, and where
+    // kMaxHidden rows have been looked past.
     bool Next(ShownRow& row, int bottom);
 
     // The fixed row, or one that is in view.

@@ -1,6 +1,7 @@
 #include "report/model/HeaderDrag.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 namespace report
@@ -32,7 +33,8 @@ HeaderDrop HeaderDrag::DropAt(int x, int y) const
 
 bool HeaderDrag::Begins(int pressX, int pressY, int x, int y, int distanceX, int distanceY) const
 {
-    const bool isFar = std::abs(x - pressX) > distanceX || std::abs(y - pressY) > distanceY;
+    const bool isFar =
+        std::abs(std::int64_t{x} - pressX) > distanceX || std::abs(std::int64_t{y} - pressY) > distanceY;
     const HeaderDrop drop = DropAt(x, y);
     return isFar && (drop.moves || drop.result == DropResult::Outside);
 }

@@ -48,6 +48,11 @@ public:
     int asked = 0;
 };
 
+int RowsOf(RowRange range)
+{
+    return range.last - range.first + 1;
+}
+
 class GeometryTest : public testing::Test
 {
 protected:
@@ -229,8 +234,8 @@ TEST_F(GeometryTest, EveryPointHitsWhatIsDrawnThere)
                 ASSERT_EQ(drawn.row, hit.row) << round << ": " << px << ' ' << py;
                 ASSERT_EQ(drawn.subitem, hit.subitem) << round << ": " << px << ' ' << py;
                 ASSERT_EQ(drawn.column, hit.column) << round << ": " << px << ' ' << py;
-                if ((drawn.flags &
-                     (RVHT_ONITEMIMAGE | RVHT_ONITEMCHECK | RVHT_ONITEMTEXT | RVHT_ONITEMTREEBOX)) != 0)
+                if ((drawn.flags & (RVHT_ONITEMIMAGE | RVHT_ONITEMCHECK | RVHT_ONITEMTEXT |
+                                    RVHT_ONITEMTREEBOX | RVHT_ONITEMPREVIEW)) != 0)
                 {
                     ASSERT_EQ(drawn.rect, hit.rect) << round << ": " << px << ' ' << py;
                 }
@@ -301,14 +306,74 @@ TEST_F(GeometryTest, StandsSizesAtTheirLimits)
     EXPECT_NE(kNoColumn, geometry.HitTest(5, 900).column);
     EXPECT_GT(10000, sheet.asked);
 
-    sheet.view.showLines = false; // nothing to be seen anywhere
-    sheet.view.topRow = 0;
-    ShownRow row;
-    EXPECT_FALSE(geometry.Next(row, 1000));
-    EXPECT_GT(100000, sheet.asked);
+    sheet.view.showLines = false;
     sheet.previewHeight = 0x7FFF;
     ShownRow shown;
     EXPECT_TRUE(geometry.Next(shown, 1000));
+    EXPECT_EQ(RVHT_ONITEMPREVIEW, geometry.HitTest(5, 900).flags);
+
+    // Sizes that no window has: what matters is that nothing overflows.
+    for (const int size : {INT_MAX - 1, INT_MAX})
+    {
+        View& view = sheet.view;
+        view.showLines = true;
+        view.itemHeight = view.margin = view.imageWidth = view.checkWidth = view.fixedFrame = size;
+        LayOut(view, size, size, size, true);
+        view.fixedRow = view.report = {0, 0, size, size};
+        sheet.previewHeight = sheet.columns[0].width = size;
+        for (const int scrolled : {0, size})
+        {
+            view.left = view.topRow = scrolled;
+            for (const int point : {INT_MIN, -1, 0, size - 1, size})
+            {
+                geometry.HitTest(point, point);
+                view.fixedRow = {};
+                geometry.HitTest(point, point);
+                view.fixedRow = view.report;
+            }
+            for (const int row : {kFixedRow, 0, INT_MAX - 1})
+                if (const std::optional<ShownRow> found = geometry.FindRow(row))
+                    EXPECT_TRUE(geometry.FindCell(*found, 1));
+            geometry.HeightOf(0);
+            geometry.RowsFrom(0);
+            geometry.RowsUpTo(INT_MAX - 1);
+            geometry.TopToShow(INT_MAX - 1);
+            geometry.LeftToShow(1);
+            geometry.EndLeft();
+            geometry.FittingTop(INT_MAX);
+        }
+    }
+}
+
+// Previews alone, of which there are none but one of a row in 400: a walk asks of what fits on a screen.
+TEST_F(GeometryTest, LooksPastFewRowsWithoutHeight)
+{
+    for (const bool hasSome : {false, true})
+    {
+        Sheet sheet;
+        sheet.rows.resize(100000);
+        for (std::size_t row = 0; hasSome && row < sheet.rows.size(); row += 400)
+            sheet.rows[row] = {10, true, -1, false, -1};
+        sheet.view.showLines = false;
+        LayOut(sheet.view, 100, 700, 0, false);
+        sheet.view.topRow = 5000;
+        Geometry geometry(sheet.view, sheet);
+        const auto asks = [&](const auto& walk) {
+            sheet.asked = 0;
+            walk();
+            return sheet.asked;
+        };
+        EXPECT_GE(kMaxHidden + 70, asks([&] { EXPECT_GT(RowsOf(geometry.RowsFrom(5000)), 100); }));
+        EXPECT_GE(kMaxHidden + 70, asks([&] { EXPECT_GT(RowsOf(geometry.RowsUpTo(5000)), 100); }));
+        EXPECT_GE(kMaxHidden + 70, asks([&] { geometry.FittingTop(5000); }));
+        EXPECT_GE(kMaxHidden + 70, asks([&] { geometry.HitTest(5, 650); }));
+        int shown = 0;
+        EXPECT_GE(kMaxHidden + 70, asks([&] {
+                      for (ShownRow row; geometry.Next(row, 700);)
+                          ++shown;
+                  }));
+        EXPECT_EQ(hasSome ? 3 : 0, shown);
+    }
 }
 
 } // namespace

@@ -414,9 +414,9 @@ TEST_F(ReportHeader, TellsOfARightClickWithItsColumn)
         return 0;
     };
     report.DeactivateSubItem(0);
-    Send(header, WM_RBUTTONUP, 25, kY);
-    Send(header, WM_RBUTTONUP, 200, kY);
-    EXPECT_EQ((std::vector<int>{1, -1}), subitems);
+    for (const int x : {25, 49, 50, 52, 99, 102, 200}) // some are near a divider
+        Send(header, WM_RBUTTONUP, x, kY);
+    EXPECT_EQ((std::vector<int>{1, 1, 2, 2, 2, -1, -1}), subitems);
 }
 
 TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <random>
+#include <vector>
 
 namespace
 {
@@ -110,6 +112,7 @@ protected:
                 count += At(x, y) == color;
         return count;
     }
+    std::vector<DWORD> Pixels() const { return {m_bits, m_bits + kWidth * kHeight}; }
     CRect Cell(int row, int column)
     {
         CRect rect;
@@ -399,6 +402,71 @@ TEST_F(ReportPaint, PaintsNoMoreThanTheClipBoxAsksFor)
     m_dc.RestoreDC(saved);
 }
 
+// Controls of any looks, painted as a whole and then again in parts of any size: nothing may change.
+TEST_F(ReportPaint, PartsLookLikeTheWhole)
+{
+    std::minstd_rand random(7);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const DWORD styles[] = {RVS_HORIZONTALGRID, RVS_VERTICALGRID,  RVS_EXTENDGRID, RVS_TREE,
+                            RVS_ALTERNATEROWS,  RVS_KEEPSELECTION, RVS_CELLFOCUS,  RVS_FIXEDROW};
+    CImageList images;
+    ASSERT_TRUE(images.Create(15, 15, ILC_COLOR32, 1, 1));
+    CBitmap picture;
+    const std::vector<DWORD> pixels(15 * 15, 0x0000FF00);
+    picture.CreateBitmap(15, 15, 1, 32, pixels.data());
+    images.Add(&picture, static_cast<CBitmap*>(nullptr));
+    for (int round = 0; round < 150; ++round)
+    {
+        DWORD style = 0;
+        for (const DWORD each : styles)
+            style |= below(2) ? each : 0;
+        Show(style, {"abc", "defg", "hi", "jklmnopqr", "s", "tu"});
+        report.SetImageList(below(2) ? &images : nullptr, nullptr);
+        report.SetItemHeight(3 + below(25));
+        report.ModifyProperty(RVP_MARGIN, below(4) * 2);
+        report.ModifyProperty(RVP_CHECKSIZE, (5 + below(12)) * 0x10001);
+        report.ModifyProperty(RVP_GRIDSTYLE, below(3));
+        report.SetSubItemWidth(0, below(120));
+        report.SetSubItemWidth(1, below(60));
+        for (int item = 0; item < 6; ++item)
+        {
+            report.SetItemText(item, 1, below(2) ? "text" : nullptr);
+            report.SetItemImage(item, below(2), below(2) - 1);
+            report.SetItemCheck(item, below(2), below(9) - 1);
+            report.SetColors(item, below(3) - 1, below(6) ? -1 : 1);
+            if (below(3) == 0)
+                report.SetPreview(item, "previewed", 5 + below(30));
+            if ((style & RVS_TREE) && item > 0 && below(2))
+                report.InsertTreeItem(report.GetItemHandle(item - 1), TVI_LAST, "below");
+            if ((style & RVS_TREE) && below(2))
+                report.Expand(report.GetItemHandle(item), RVE_EXPAND);
+        }
+        Select(below(report.GetRowCount()), below(report.GetRowCount()));
+        report.AdjustFocus(below(report.GetRowCount()), below(3) - 1);
+        Focus(below(2) != 0);
+        report.ScrollWindow(SB_HORZ, below(40));
+        report.ScrollWindow(SB_VERT, below(3));
+        Paint();
+        const std::vector<DWORD> whole = Pixels();
+        for (int part = 0; part < 15; ++part)
+        {
+            const int x = below(kWidth - 100);
+            const int y = below(kHeight);
+            const CRect clip(x, y, x + 1 + below(100), y + 1 + below(50));
+            const int saved = m_dc.SaveDC();
+            m_dc.IntersectClipRect(clip);
+            Paint();
+            m_dc.RestoreDC(saved);
+            const std::vector<DWORD> now = Pixels();
+            const auto differs = std::mismatch(whole.begin(), whole.end(), now.begin()).first - whole.begin();
+            ASSERT_TRUE(whole == now)
+                << "round " << round << ", clip " << clip.left << ' ' << clip.top << ' ' << clip.right << ' '
+                << clip.bottom << ", at " << differs % kWidth << ' ' << differs / kWidth << ", style "
+                << std::hex << style << std::dec << ", item height " << report.GetItemHeight();
+        }
+    }
+}
+
 // A window that is shown, in a parent that is.
 class ReportWindow : public ReportPaint
 {
@@ -472,6 +540,30 @@ TEST_F(ReportWindow, AsksForPaintsOfWhatChanges)
     for (int item = 20; item < 30; ++item)
         report.SetItemText(item, 0, "z");
     EXPECT_EQ("0..10", changed());
+}
+
+// With previews alone and rows that have none there is nothing to see, and so little to ask for.
+TEST_F(ReportWindow, AsksForFewRowsThatHaveNoHeight)
+{
+    ShowWindows(RVS_CALLBACK);
+    int asked = 0;
+    report.load = [&](_RVITEM& item) {
+        ++asked;
+        item.mask = 0;
+        return 0;
+    };
+    report.SetShowReport(FALSE);
+    report.SetItemCount(1000000);
+    report.UpdateWindow();
+    const auto asks = [&](const auto& act) {
+        asked = 0;
+        act();
+        report.UpdateWindow();
+        return asked;
+    };
+    EXPECT_GE(2010, asks([&] { report.RedrawWindow(); }));
+    EXPECT_GE(5020, asks([&] { report.SendMessage(WM_VSCROLL, SB_PAGEDOWN); }));
+    EXPECT_LT(500, report.GetTopIndex());
 }
 
 TEST_F(ReportWindow, LeavesNothingBehindHoweverOftenItPaints)

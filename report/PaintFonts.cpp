@@ -29,4 +29,10 @@ GraphicFont PaintFonts::Measure(HGDIOBJ font)
     return GraphicFont(m_measuring);
 }
 
+int PaintFonts::WidthOf(std::string_view text, bool bold)
+{
+    const Selected selected(m_measuring, HandleOf(bold));
+    return GraphicText(m_measuring, &Measures(bold)).GetWidth(text.data(), static_cast<int>(text.size()));
+}
+
 } // namespace report

@@ -4,6 +4,8 @@
 #include "afxwin.h"
 #include "vkgrafic/GraphicText.h"
 
+#include <string_view>
+
 namespace report
 {
 
@@ -20,8 +22,12 @@ public:
     HGDIOBJ Bold() const { return m_bold.GetSafeHandle(); }
     const GraphicFont& Measures(bool bold) const { return bold ? m_boldMeasures : m_measures; }
 
+    // Pixels, as GraphicText draws it.
+    int WidthOf(std::string_view text, bool bold);
+
 private:
     GraphicFont Measure(HGDIOBJ font);
+    HGDIOBJ HandleOf(bool bold) const { return bold ? Bold() : m_font; }
 
     CDC m_measuring; // a memory device context
     HFONT m_font = nullptr;

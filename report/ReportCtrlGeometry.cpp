@@ -106,8 +106,7 @@ int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecoration
     if (view.cell.hasText)
     {
         const bool bold = (view.item->state & RVIS_BOLD) != 0;
-        width = m_data->look.fonts.Measures(bold).GetWidth(view.cell.text.data(),
-                                                           static_cast<int>(view.cell.text.size()));
+        width = m_data->look.fonts.WidthOf(view.cell.text, bold);
     }
     rect->right = report::CellLayout(m_data->view).ContentsWidth(contents, width);
     return 1;

@@ -129,9 +129,8 @@ void CReportCtrl::Data::Painter::DrawPreview(CDC& dc, const CRect& rect, int row
     notification.rect = rect;
     if (m_data.control.OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0)
         return;
-    CRect text = ToRect(report::CellLayout(m_data.view).Inner(ToRect(rect)));
-    ::DrawText(dc, preview.data(), static_cast<int>(preview.size()), text,
-               DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
+    const CRect text = ToRect(report::CellLayout(m_data.view).Inner(ToRect(rect)));
+    GraphicText(dc).DrawLines(preview.data(), static_cast<int>(preview.size()), text);
 }
 
 // ---- The grid, and an empty list

@@ -1,6 +1,7 @@
 #include "vkgrafic/GraphicText.h"
 
 #include "vkgrafic/TextCells.h"
+#include "vkgrafic/WideLine.h"
 
 #include <algorithm>
 #include <array>
@@ -9,20 +10,22 @@
 #include <limits>
 #include <numeric>
 #include <string>
+#include <vector>
 
 using vkgrafic::Align;
 using vkgrafic::AlignedBegin;
+using vkgrafic::WideLine;
 
 namespace
 {
 
-// Characters a call: the system's text functions have limits of their own, the lowest at 8,192.
-constexpr int kRunLength = 512;
+// Units a call: the system's text functions have limits of their own, the lowest at 8,192.
+constexpr std::size_t kRunLength = 512;
 
 constexpr WORD kNoGlyph = 0xFFFF;
+static_assert(sizeof(wchar_t) == sizeof(WORD)); // glyphs go where characters would
 
-// Characters are converted one by one, because the 8-bit functions take a lead byte of the code page together
-// with the byte after it. It is the one place where 16-bit text is drawn.
+// Cells are converted byte by byte, because a lead byte of the code page is a cell of its own too.
 constexpr std::size_t kBytes = 256;
 using Characters = std::array<wchar_t, kBytes>;
 
@@ -50,71 +53,6 @@ const Characters& GetCharacters()
     return characters;
 }
 
-// A bounded run of a text, ready to be drawn.
-class Run
-{
-public:
-    Run(const char* text, int length) : m_length(std::clamp(length, 0, kRunLength))
-    {
-        const Characters& characters = GetCharacters();
-        for (int i = 0; i < m_length; ++i)
-            m_text[static_cast<std::size_t>(i)] = characters[static_cast<unsigned char>(text[i])];
-    }
-
-    const wchar_t* Text() const { return m_text.data(); }
-    UINT Length() const { return static_cast<UINT>(m_length); }
-
-    SIZE Extent(HDC dc) const
-    {
-        SIZE size = {};
-        ::GetTextExtentPoint32W(dc, m_text.data(), m_length, &size);
-        return size;
-    }
-
-    // How many characters fit into `width` pixels.
-    int Fitting(HDC dc, int width) const
-    {
-        int count = 0;
-        SIZE size = {};
-        ::GetTextExtentExPointW(dc, m_text.data(), m_length, std::max(width, 0), &count, nullptr, &size);
-        return count;
-    }
-
-private:
-    int m_length;
-    std::array<wchar_t, kRunLength> m_text;
-};
-
-// How many bytes of `text` fit into `width` pixels.
-int FittingLength(HDC dc, const char* text, int length, int width)
-{
-    int fitting = 0;
-    while (fitting < length)
-    {
-        const Run run(text + fitting, length - fitting);
-        const int count = run.Fitting(dc, width);
-        fitting += count;
-        width -= run.Extent(dc).cx;
-        if (width < 0 || count < static_cast<int>(run.Length()))
-            break;
-    }
-    return fitting;
-}
-
-// Draws from (x, y) and answers where the text ends. Runs out of `rect` are only measured.
-int DrawRuns(HDC dc, const char* text, int length, int x, int y, const RECT& rect)
-{
-    for (int done = 0; done < length && x < rect.right; done += kRunLength)
-    {
-        const Run run(text + done, length - done);
-        const int end = x + run.Extent(dc).cx;
-        if (end >= rect.left)
-            ::ExtTextOutW(dc, x, y, ETO_CLIPPED, &rect, run.Text(), run.Length(), nullptr);
-        x = end;
-    }
-    return x;
-}
-
 Align Horizontal(UINT flags)
 {
     if ((flags & DT_CENTER) != 0)
@@ -131,100 +69,222 @@ Align Vertical(UINT flags)
 
 } // namespace
 
-GraphicFont::GraphicFont(HDC dc)
+// A font's characters in pages of 256, each asked for when one of its characters is first met.
+struct GraphicFont::Data
 {
-    constexpr int kCount = static_cast<int>(kBytes);
-    const Characters& characters = GetCharacters();
-    SIZE size = {};
-    if (!::GetTextExtentExPointW(dc, characters.data(), kCount, 0, nullptr, m_widths, &size))
-        return;
-    m_height = size.cy;
-    std::adjacent_difference(std::begin(m_widths), std::end(m_widths), std::begin(m_widths));
-    if (::GetGlyphIndicesW(dc, characters.data(), kCount, m_glyphs, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR)
-        std::fill(std::begin(m_glyphs), std::end(m_glyphs), kNoGlyph); // a font of bitmaps
-}
-
-int GraphicFont::GetWidth(const char* text, int length) const
-{
-    std::int64_t width = 0;
-    for (int i = 0; i < length; ++i)
-        width += m_widths[static_cast<unsigned char>(text[i])];
-    return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
-}
-
-GraphicText::GraphicText(HDC dc, const GraphicFont* font) : m_dc(dc), m_font(font) {}
-
-// Draws a short text that fits, in one call that has nothing left to look up. Clipping costs as much again,
-// and is left out where there is nothing to clip.
-bool GraphicText::DrawByFont(const char* text, int length, const RECT& rect, UINT flags, int& width) const
-{
-    if (length > kRunLength)
-        return false;
-    width = m_font->GetWidth(text, length);
-    if (width > rect.right - rect.left)
-        return false;
-    std::array<WORD, kRunLength> glyphs;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(length); ++i)
+    static constexpr std::size_t kPageSize = 256;
+    struct Page
     {
-        glyphs[i] = m_font->m_glyphs[static_cast<unsigned char>(text[i])];
-        if (glyphs[i] == kNoGlyph)
-            return false;
+        int widths[kPageSize]; // -1: not simple, has to be measured with its neighbours
+        WORD glyphs[kPageSize];
+    };
+
+    const Page& PageOf(HDC dc, wchar_t unit)
+    {
+        std::unique_ptr<Page>& page = pages[unit / kPageSize];
+        if (!page)
+            page = MakePage(dc, static_cast<wchar_t>(unit / kPageSize * kPageSize));
+        return *page;
     }
-    const int x = AlignedBegin({rect.left, rect.right}, width, Horizontal(flags));
-    const int y = AlignedBegin({rect.top, rect.bottom}, m_font->m_height, Vertical(flags));
-    static_assert(sizeof(wchar_t) == sizeof(WORD)); // glyphs go where characters would
-    ::ExtTextOutW(m_dc, x, y, ETO_GLYPH_INDEX | ETO_CLIPPED, &rect,
-                  reinterpret_cast<const wchar_t*>(glyphs.data()), static_cast<UINT>(length), nullptr);
+
+    static std::unique_ptr<Page> MakePage(HDC dc, wchar_t first);
+
+    int height = 0;
+    std::unique_ptr<Page> pages[0x10000 / kPageSize];
+};
+
+// What is not simple is measured as a blank, so that it does nothing to its neighbours.
+std::unique_ptr<GraphicFont::Data::Page> GraphicFont::Data::MakePage(HDC dc, wchar_t first)
+{
+    auto page = std::make_unique<Page>();
+    wchar_t units[kPageSize];
+    for (std::size_t i = 0; i < kPageSize; ++i)
+    {
+        const wchar_t unit = vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i));
+        units[i] = vkgrafic::IsSimple(unit) ? unit : L' ';
+    }
+    constexpr int kCount = static_cast<int>(kPageSize);
+    SIZE size = {};
+    const bool isMeasured = ::GetTextExtentExPointW(dc, units, kCount, 0, nullptr, page->widths, &size) != 0;
+    std::adjacent_difference(std::begin(page->widths), std::end(page->widths), std::begin(page->widths));
+    for (std::size_t i = 0; i < kPageSize; ++i)
+        if (!isMeasured || !vkgrafic::IsSimple(vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i))))
+            page->widths[i] = -1;
+    if (::GetGlyphIndicesW(dc, units, kCount, page->glyphs, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR)
+        std::fill(std::begin(page->glyphs), std::end(page->glyphs), kNoGlyph); // a font of bitmaps
+    return page;
+}
+
+GraphicFont::GraphicFont(HDC dc) : m_data(std::make_shared<Data>())
+{
+    TEXTMETRICW metrics = {};
+    ::GetTextMetricsW(dc, &metrics);
+    m_data->height = metrics.tmHeight;
+}
+
+namespace
+{
+
+// A text on its way into a device context.
+class Line
+{
+public:
+    // Takes a text that has not been measured.
+    void Take(const char* text, int length);
+
+    // Measures all, or at least until it is clear that it is wider than `enough`.
+    void Measure(HDC dc, GraphicFont::Data* font, std::int64_t enough);
+
+    void CutTo(HDC dc, GraphicFont::Data* font, int width);
+    void Draw(HDC dc, int x, int y, const RECT& clip) const;
+    int Width() const { return m_line.Width(); }
+
+private:
+    bool MeasureByFont(HDC dc, GraphicFont::Data& font);
+    std::int64_t MeasureRun(HDC dc, std::size_t begin, std::size_t end);
+
+    WideLine m_line;
+    std::vector<WORD> m_glyphs;
+    bool m_hasGlyphs = false;
+};
+
+void Line::Take(const char* text, int length)
+{
+    ZEMA::ToWide(text, static_cast<std::size_t>(std::max(length, 0)), m_line.text);
+    std::transform(m_line.text.begin(), m_line.text.end(), m_line.text.begin(), vkgrafic::VisibleUnit);
+    m_line.advances.clear();
+    m_hasGlyphs = false;
+}
+
+void Line::Measure(HDC dc, GraphicFont::Data* font, std::int64_t enough)
+{
+    if (font && MeasureByFont(dc, *font))
+        return;
+    const std::size_t length = m_line.text.size();
+    m_line.advances.reserve(length);
+    std::int64_t width = 0;
+    for (std::size_t begin = 0; begin < length && width <= enough;)
+    {
+        const std::size_t end = vkgrafic::EndOfPiece(m_line.text.data(), length, begin, kRunLength);
+        width += MeasureRun(dc, begin, end);
+        begin = end;
+    }
+}
+
+// False if some character is not simple.
+bool Line::MeasureByFont(HDC dc, GraphicFont::Data& font)
+{
+    const std::size_t length = m_line.text.size();
+    m_line.advances.resize(length);
+    m_glyphs.resize(length);
+    m_hasGlyphs = true;
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        const wchar_t unit = m_line.text[i];
+        const GraphicFont::Data::Page& page = font.PageOf(dc, unit);
+        m_line.advances[i] = page.widths[unit % font.kPageSize];
+        m_glyphs[i] = page.glyphs[unit % font.kPageSize];
+        m_hasGlyphs = m_hasGlyphs && m_glyphs[i] != kNoGlyph;
+        if (m_line.advances[i] >= 0)
+            continue;
+        m_line.advances.clear();
+        m_hasGlyphs = false;
+        return false;
+    }
     return true;
+}
+
+// The system answers with the ends of the units, counted from the first.
+std::int64_t Line::MeasureRun(HDC dc, std::size_t begin, std::size_t end)
+{
+    m_line.advances.resize(end);
+    const auto first = m_line.advances.begin() + static_cast<std::ptrdiff_t>(begin);
+    SIZE size = {};
+    if (!::GetTextExtentExPointW(dc, m_line.text.data() + begin, static_cast<int>(end - begin), 0, nullptr,
+                                 &*first, &size))
+        std::fill(first, m_line.advances.end(), 0);
+    const int width = m_line.advances.back();
+    std::adjacent_difference(first, m_line.advances.end(), first);
+    return width;
+}
+
+void Line::CutTo(HDC dc, GraphicFont::Data* font, int width)
+{
+    Line point;
+    point.Take(".", 1);
+    point.Measure(dc, font, 0);
+    m_line.CutTo(width, point.Width());
+    m_glyphs.resize(m_line.text.size());
+    if (m_hasGlyphs)
+        std::fill_n(m_glyphs.rbegin(), std::min<std::size_t>(3, m_glyphs.size()), point.m_glyphs[0]);
+}
+
+// Told the advances that were measured: left to itself the system draws some fonts with other ones.
+void Line::Draw(HDC dc, int x, int y, const RECT& clip) const
+{
+    const std::size_t length = m_line.text.size();
+    for (std::size_t begin = 0; begin < length && x < clip.right;)
+    {
+        const std::size_t end = vkgrafic::EndOfPiece(m_line.text.data(), length, begin, kRunLength);
+        const int* const advances = m_line.advances.data() + begin;
+        const int right = x + std::accumulate(advances, advances + (end - begin), 0);
+        const wchar_t* const units =
+            (m_hasGlyphs ? reinterpret_cast<const wchar_t*>(m_glyphs.data()) : m_line.text.data()) + begin;
+        if (right >= clip.left)
+            ::ExtTextOutW(dc, x, y, ETO_CLIPPED | (m_hasGlyphs ? ETO_GLYPH_INDEX : 0), &clip, units,
+                          static_cast<UINT>(end - begin), advances);
+        x = right;
+        begin = end;
+    }
+}
+
+// One for all texts of a thread: its memory is used again. Nothing that it calls draws text in turn.
+Line& TakeLine(const char* text, int length)
+{
+    static thread_local Line line;
+    line.Take(text, length);
+    return line;
+}
+
+int HeightOf(HDC dc)
+{
+    TEXTMETRICW metrics = {};
+    ::GetTextMetricsW(dc, &metrics);
+    return metrics.tmHeight;
+}
+
+} // namespace
+
+GraphicText::GraphicText(HDC dc, const GraphicFont* font)
+    : m_dc(dc), m_font(font ? font->m_data.get() : nullptr)
+{
 }
 
 int GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags) const
 {
     const int room = std::max(0, static_cast<int>(rect.right - rect.left));
-    int width = 0;
-    if (m_font != nullptr && DrawByFont(text, length, rect, flags, width))
-        return width;
-    if (length <= kRunLength) // measured at once, and drawn so when it fits
-    {
-        const Run run(text, length);
-        int fitting = 0;
-        SIZE size = {};
-        ::GetTextExtentExPointW(m_dc, run.Text(), static_cast<int>(run.Length()), room, &fitting, nullptr,
-                                &size);
-        if (fitting == length || (flags & DT_END_ELLIPSIS) == 0)
-        {
-            const int x = AlignedBegin({rect.left, rect.right}, size.cx, Horizontal(flags));
-            const int y = AlignedBegin({rect.top, rect.bottom}, size.cy, Vertical(flags));
-            ::ExtTextOutW(m_dc, x, y, ETO_CLIPPED, &rect, run.Text(), run.Length(), nullptr);
-            return std::min(static_cast<int>(size.cx), room);
-        }
-    }
-    return DrawLong(text, length, rect, flags);
+    const Align align = Horizontal(flags);
+    const bool cutsOff = (flags & DT_END_ELLIPSIS) != 0;
+    Line& line = TakeLine(text, length);
+    line.Measure(m_dc, m_font,
+                 cutsOff || align == Align::Begin ? room : std::numeric_limits<std::int64_t>::max());
+    if (cutsOff && line.Width() > room)
+        line.CutTo(m_dc, m_font, room);
+    const int width = line.Width();
+    const int x = AlignedBegin({rect.left, rect.right}, width, align);
+    const int y =
+        AlignedBegin({rect.top, rect.bottom}, m_font ? m_font->height : HeightOf(m_dc), Vertical(flags));
+    line.Draw(m_dc, x, y, rect);
+    return std::min(width, room);
 }
 
-// A text of several runs, or one that has to be cut.
-int GraphicText::DrawLong(const char* text, int length, const RECT& rect, UINT flags) const
+void GraphicText::DrawLines(const char* text, int length, const RECT& rect) const
 {
-    constexpr char kEllipsis[] = "...";
-    constexpr int kEllipsisLength = 3;
-
-    const int room = std::max(0, static_cast<int>(rect.right - rect.left));
-    std::string cut;
-    if ((flags & DT_END_ELLIPSIS) != 0 && FittingLength(m_dc, text, length, room) < length)
-    {
-        const int left = room - GetWidth(kEllipsis, kEllipsisLength);
-        cut.assign(text, static_cast<std::size_t>(FittingLength(m_dc, text, length, left)));
-        cut += kEllipsis; // drawn as one text, whose parts lie together whatever they measure
-        text = cut.c_str();
-        length = static_cast<int>(cut.size());
-    }
-    const int width = (flags & (DT_CENTER | DT_RIGHT)) != 0 ? GetWidth(text, length) : 0;
-    TEXTMETRICA metrics = {};
-    ::GetTextMetricsA(m_dc, &metrics);
-    const int y = AlignedBegin({rect.top, rect.bottom}, metrics.tmHeight, Vertical(flags));
-    const int x = AlignedBegin({rect.left, rect.right}, width, Horizontal(flags));
-    const int end = DrawRuns(m_dc, text, length, x, y, rect);
-    return cut.empty() ? std::min(end - x, room) : room;
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text, static_cast<std::size_t>(std::max(length, 0)), wide);
+    RECT room = rect;
+    ::DrawTextW(m_dc, wide.data(), static_cast<int>(wide.size()), &room,
+                DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
 }
 
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const
@@ -232,23 +292,27 @@ void GraphicText::DrawCells(const char* text, int length, int x, int y, int cell
     RECT clip = {};
     if (::GetClipBox(m_dc, &clip) == ERROR)
         return;
+    constexpr int kCells = static_cast<int>(kRunLength); // a call
     const vkgrafic::Part part = vkgrafic::VisibleCells(x, length, cellWidth, {clip.left, clip.right});
     std::array<INT, kRunLength> widths;
+    std::array<wchar_t, kRunLength> units;
     widths.fill(cellWidth);
-    for (int done = 0; done < part.count; done += kRunLength)
+    for (int done = 0; done < part.count; done += kCells)
     {
         const int first = part.first + done;
-        const Run run(text + first, part.count - done);
+        const int count = std::min(kCells, part.count - done);
+        std::transform(text + first, text + first + count, units.begin(),
+                       [](char byte) { return GetCharacters()[static_cast<unsigned char>(byte)]; });
         // The sum is near the clip box, while the product may be beyond the range of int.
         const std::int64_t left = x + static_cast<std::int64_t>(first) * cellWidth;
-        ::ExtTextOutW(m_dc, static_cast<int>(left), y, 0, nullptr, run.Text(), run.Length(), widths.data());
+        ::ExtTextOutW(m_dc, static_cast<int>(left), y, 0, nullptr, units.data(), static_cast<UINT>(count),
+                      widths.data());
     }
 }
 
 int GraphicText::GetWidth(const char* text, int length) const
 {
-    int width = 0;
-    for (int done = 0; done < length; done += kRunLength)
-        width += static_cast<int>(Run(text + done, length - done).Extent(m_dc).cx);
-    return width;
+    Line& line = TakeLine(text, length);
+    line.Measure(m_dc, m_font, std::numeric_limits<std::int64_t>::max());
+    return line.Width();
 }

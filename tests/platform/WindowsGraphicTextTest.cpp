@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -107,27 +109,58 @@ TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
     EXPECT_TRUE(clipped.left >= rect.left && clipped.right <= rect.right);
 }
 
-// What is kept of a font is what the system would answer, control characters included.
+// A text is drawn and measured as a whole: UTF-8, else the system's code page.
+TEST_F(GraphicTextTest, DrawsTextOfAnyLanguage)
+{
+    const auto picture = [&](const std::string& text) {
+        std::vector<COLORREF> pixels;
+        GraphicText(m_dc).Draw(text.data(), static_cast<int>(text.size()), m_all, 0);
+        for (int y = 0; y < m_charHeight; ++y)
+            for (int x = 0; x < m_all.right; ++x)
+                pixels.push_back(::GetPixel(m_dc, x, y));
+        TakeInk();
+        return pixels;
+    };
+    ::SelectObject(m_dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    for (const char* const text : {"\u65E5", "\u0416", "\u00E4"})
+    {
+        EXPECT_NE(picture("?"), picture(text)) << text;
+        EXPECT_NE(picture(std::string(std::strlen(text), '?')), picture(text)) << text;
+    }
+    EXPECT_EQ(picture("\u00E4\u00DF"), picture("\xE4\xDF"));
+    EXPECT_EQ(picture("\u00E2\u20AC\u00A6 \u00E4"), picture("\xE2\x80\xA6 \xE4")); // not "\u2026"
+}
+
+// What is kept of a font is what the system would answer, control characters included, for text that is
+// simple and text that is not.
 TEST_F(GraphicTextTest, DrawsTheSameByAFontThatItKnows)
 {
+    std::vector<std::string> texts = {"",         "\u0416\u03C9\u00E4", "\u65E5\u672C x",
+                                      "e\u0301x", "a\U0001F600b",       std::string(2000, 'i')};
+    for (int byte = 1; byte < 256; ++byte)
+        texts.push_back({static_cast<char>(byte), 'x', static_cast<char>(256 - byte)});
     for (const int stock : {ANSI_FIXED_FONT, DEFAULT_GUI_FONT, SYSTEM_FONT})
     {
         ::SelectObject(m_dc, ::GetStockObject(stock));
         const GraphicFont font(m_dc);
-        for (int byte = 1; byte < 256; byte += 5)
+        for (const std::string& text : texts)
         {
-            std::string text;
-            for (int i = byte; i < std::min(byte + 5, 256); ++i)
-                text += static_cast<char>(i);
             const int length = static_cast<int>(text.size());
-            EXPECT_EQ(GraphicText(m_dc).GetWidth(text.data(), length), font.GetWidth(text.data(), length))
-                << byte;
-            const int width =
-                GraphicText(m_dc, &font).Draw(text.data(), length, m_all, DT_RIGHT | DT_VCENTER);
-            EXPECT_EQ(font.GetWidth(text.data(), length), width) << byte;
-            const RECT known = TakeInk();
-            const RECT asked = Draw(text, DT_RIGHT | DT_VCENTER, m_all);
-            EXPECT_TRUE(::EqualRect(&asked, &known)) << stock << ' ' << byte;
+            const GraphicText known(m_dc, &font);
+            EXPECT_EQ(GraphicText(m_dc).GetWidth(text.data(), length), known.GetWidth(text.data(), length))
+                << text;
+            for (const LONG width : {120, 20})
+            {
+                const RECT rect = {0, 0, width, 40};
+                const UINT flags = DT_RIGHT | DT_VCENTER | DT_END_ELLIPSIS;
+                const int drawn = known.Draw(text.data(), length, rect, flags);
+                EXPECT_GE(std::min<int>(width, known.GetWidth(text.data(), length)), drawn) << text;
+                const RECT byFont = TakeInk();
+                const RECT asked = Draw(text, flags, rect);
+                EXPECT_TRUE(::EqualRect(&asked, &byFont))
+                    << stock << " " << width << " " << text << " " << asked.left << "-" << asked.right << " "
+                    << byFont.left << "-" << byFont.right << " d" << drawn;
+            }
         }
     }
 }

@@ -1,12 +1,13 @@
-// Draws 8-bit text of any length and content.
+// Draws 8-bit text of any language, length and content.
 #pragma once
 
 #include "zemacore/ZemaApi.h"
 
+#include <memory>
 #include <windows.h>
 
-// How wide each byte is in a font, and its glyph: lets GraphicText draw many short texts without asking the
-// system about each of them.
+// How wide characters are in a font, and their glyphs: lets GraphicText draw many short texts without asking
+// the system about each of them. Copies share what they know. One thread at a time.
 class QMPLATFORM_API GraphicFont
 {
 public:
@@ -15,23 +16,20 @@ public:
     // The font that is selected in `dc`.
     explicit GraphicFont(HDC dc);
 
-    // Pixels; 0 for an empty text.
-    int GetWidth(const char* text, int length) const;
+    struct Data;
 
 private:
     friend class GraphicText;
 
-    int m_height = 0;
-    int m_widths[256] = {};
-    WORD m_glyphs[256] = {}; // 0xFFFF: has to be drawn as a character
+    std::shared_ptr<Data> m_data; // null for no font
 };
 
 // Draws into a device context, in its font, colours and background mode; the text alignment is the default
 // one (left, top). A CDC converts to the handle taken here.
 //
-// Text is `length` bytes in the system's ANSI code page, not terminated, and every byte is one character: no
-// two are taken for a pair, and none is left out. A tab shows as a blank, a control character or a byte that
-// the code page does not define as a middle dot.
+// Text is `length` bytes, not terminated: UTF-8 if all of it is, else in the system's code page, as
+// zemacore/WideText.h has it. A tab shows as a blank, a control character as a middle dot. A character that
+// the font does not have is drawn in one that the system links with it; where there is none, as a box.
 class QMPLATFORM_API GraphicText
 {
 public:
@@ -40,21 +38,23 @@ public:
 
     // One line within `rect`, clipped to it. `flags` are those of DrawText: DT_LEFT, DT_CENTER or DT_RIGHT;
     // DT_TOP, DT_VCENTER or DT_BOTTOM; DT_END_ELLIPSIS, which shows the beginning and "..." when the text
-    // does not fit. "&" is an ordinary character and DT_SINGLELINE goes without saying; other flags are
-    // ignored. The width of the text, no more than that of `rect`.
+    // does not fit, and never a part of a character. "&" is an ordinary character and DT_SINGLELINE goes
+    // without saying; other flags are ignored. The width of the text, no more than that of `rect`.
     int Draw(const char* text, int length, const RECT& rect, UINT flags) const;
 
-    // One line from (x, y), every byte in a cell `cellWidth` pixels wide; only what lies within the clip box
-    // is drawn, however long the text is.
+    // As many lines as there are, broken between words where `rect` is too narrow, with a tab every eight
+    // characters; if they do not fit, the last one ends in "...".
+    void DrawLines(const char* text, int length, const RECT& rect) const;
+
+    // One line from (x, y) of bytes in the system's code page, every byte a character in a cell `cellWidth`
+    // pixels wide: no two are taken for a pair, and none is left out. Only what lies within the clip box is
+    // drawn, however long the text is.
     void DrawCells(const char* text, int length, int x, int y, int cellWidth) const;
 
-    // Pixels; 0 for an empty text.
+    // Pixels; 0 for an empty text. As wide as Draw draws it.
     int GetWidth(const char* text, int length) const;
 
 private:
-    bool DrawByFont(const char* text, int length, const RECT& rect, UINT flags, int& width) const;
-    int DrawLong(const char* text, int length, const RECT& rect, UINT flags) const;
-
     HDC m_dc;
-    const GraphicFont* m_font;
+    GraphicFont::Data* m_font; // null for none
 };

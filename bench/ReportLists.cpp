@@ -35,6 +35,17 @@ CellText MakeText(int row, int column)
     return text;
 }
 
+std::string MakeMixedText(int row, int column)
+{
+    constexpr const char* kWords[kColumns][2] = {{"Größe   ", " der Teile."},
+                                                 {"Μήνυμα  ", " της άλλης "},
+                                                 {"Событие ", " от узла 7 "},
+                                                 {"第一条系统消息", "来自其他的单元组件。"},
+                                                 {"Message ", " of \U0001F600 unit "}};
+    const CellText plain = MakeText(row, column);
+    return kWords[column][0] + std::string(plain.data() + 8, 8) + kWords[column][1];
+}
+
 Frame::Frame()
 {
     CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr, nullptr);

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <commctrl.h>
+#include <string>
 #include <vector>
 
 namespace bench
@@ -21,6 +22,10 @@ constexpr int kHeight = 740;
 // The text of a cell: 27 bytes and a NUL, no two alike, in no order.
 using CellText = std::array<char, 28>;
 CellText MakeText(int row, int column);
+
+// The same number of characters in the script of the column: Latin, Greek, Cyrillic, Chinese, emoji among
+// Latin. They need more bytes.
+std::string MakeMixedText(int row, int column);
 
 // The parent of all lists. It answers an owner-data list view's questions with the cells' texts.
 class Frame : public CWnd

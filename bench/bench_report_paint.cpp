@@ -187,6 +187,20 @@ private:
         Judge("repaint " + cells, comparison, 0.5);
         m_report.Add({"repaint " + cells + ", stored", comparison.Time(2), "us", "the list view",
                       comparison.Ratio(2), 0.5});
+        MeasureMixedScripts(stored);
+    }
+
+    void MeasureMixedScripts(ReportList& plain)
+    {
+        ReportList mixed(m_frame);
+        mixed.SetItemHeight(m_rowHeight);
+        mixed.Fill(1000);
+        for (int item = 0; item < mixed.GetItemCount(); ++item)
+            for (int subitem = 0; subitem < kColumns; ++subitem)
+                mixed.SetItemText(item, subitem, bench::MakeMixedText(item, subitem).c_str());
+        const auto repaint = [](auto& list) { bench::Repaint(Window(list)); };
+        Judge("repaint, mixed scripts",
+              Comparison({On(plain, 20, repaint), On(mixed, 20, repaint)}, Rounds(51)), 1.3, "ASCII");
     }
 
     void MeasureScrolling()

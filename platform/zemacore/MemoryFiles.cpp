@@ -1,6 +1,7 @@
 #include "MemoryFiles.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace ZEMA
 {
@@ -99,7 +100,10 @@ bool MemoryFiles::Read(HANDLE file, void* data, DWORD size, DWORD& bytesRead)
 {
     bytesRead = 0;
     if (!CountCall("Read"))
+    {
+        std::memset(data, 0x5A, size); // what a failed call leaves there is nobody's business
         return false;
+    }
     OpenFile* const open = FindFor(file, GENERIC_READ);
     if (!open)
         return false;

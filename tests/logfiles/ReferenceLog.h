@@ -89,7 +89,10 @@ private:
         if (!files.Seek(m_file, 0, FILE_BEGIN, position))
             return logfiles::Report(seek), 0;
         if (!files.Read(m_file, &record, 8, bytes))
+        {
             logfiles::Report(read);
+            record = {};
+        }
         const std::uint32_t value = change(record);
         if (!files.Seek(m_file, 0, FILE_BEGIN, position))
             return logfiles::Report(seekAgain), 0;

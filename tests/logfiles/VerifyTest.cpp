@@ -155,6 +155,12 @@ TEST(Verify, NamesEachKindOfDamage)
          Kind::kNumberNotAscending, "Main.ROW", 2},
         {"offset too low", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 1; }); },
          Kind::kOffsetNotAscending, "Main.ROW", 3},
+        {"two offsets alike, within a line",
+         [](Folder& t) {
+             for (const std::size_t row : {2, 3})
+                 t.EditRow("Main.ROW", row, [](auto& r) { r.offset = 11; });
+         },
+         Kind::kOffsetNotAscending, "Main.ROW", 3},
         {"offset within a line", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 11; }); },
          Kind::kOffsetNotAtLine, "Main.ROW", 3},
         {"last offset within a line",
@@ -210,6 +216,35 @@ TEST(Verify, NamesEachKindOfDamage)
         EXPECT_TRUE(named) << c.name << ":\n" << Describe(findings);
         EXPECT_LE(findings.size(), 8u) << c.name << ": one fault is told in few words\n"
                                        << Describe(findings);
+    }
+}
+
+TEST(Verify, NamesTheNumbersThatNoRowHas)
+{
+    // How many numbers are lost before each row, and at the end.
+    const std::pair<std::vector<std::uint32_t>, const char*> cases[] = {
+        {{0, 1}, "10 (1 in all)"},
+        {{1, 0}, "9 (1 in all)"},
+        {{2, 1, 0}, "9 to 10, 12 (3 in all)"},
+        {{1, 1, 1, 1, 1}, "9, 11, 13, 15, 17 (5 in all)"},
+        {{1, 1, 1, 1, 1, 2}, "9, 11, 13, 15, 17, ... (7 in all)"},
+    };
+    for (const auto& [lost, expected] : cases)
+    {
+        Folder folder;
+        folder.WriteSession(); // with the numbers up to 8
+        std::uint32_t first = 0;
+        for (std::size_t i = 0; i < lost.size(); ++i)
+        {
+            if (lost[i] > 0)
+                logfiles::GlobalTimeTake(lost[i], first);
+            if (i + 1 < lost.size())
+                EXPECT_TRUE(Writer("SQL").Write("z\n"));
+        }
+        QmLogWriterCloseAll();
+        const std::vector<QmLogFinding> findings = folder.Verify();
+        ASSERT_EQ(1u, findings.size()) << Describe(findings);
+        EXPECT_EQ(std::string("no row has the number ") + expected, findings[0].reason);
     }
 }
 

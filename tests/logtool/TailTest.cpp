@@ -133,6 +133,15 @@ TEST_F(TailTest, ANewSessionIsShownFromItsBeginning)
     const Looks shorterAndLonger = {{"'Main:new\n'", "new\n"}, {"'Main:newer\nest\n'", "newer\nest\n"}};
     EXPECT_EQ(told + told, Follow("tail -f -n 0", shorterAndLonger, kNewSessions));
 
+    // With the same row, but a text that is shorter and another one.
+    int looks = 0;
+    host.wait = [&] {
+        if (++looks == 1)
+            session.files.SetContents(session.Path("Main.LOG"), "newer\nx");
+        return looks < 4;
+    };
+    EXPECT_EQ("newer\nx\n" + told, Run("tail -f -n 0"));
+
     PlayNew("'Run:r1\n' 'Main:m1\nm2\nm3\n'");
     const Looks likeTheOldOne = {{"'Run:r1\nr2\n'", "r1\nr2\n"}}; // only the counter tells
     EXPECT_EQ(told, Follow("tail -f -n 0 --log Run", likeTheOldOne, kNewSessions));

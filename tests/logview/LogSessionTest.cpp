@@ -243,6 +243,19 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     }
 }
 
+// Otherwise a damaged log, in which a number comes again, would unfold into itself.
+TEST(LogSession, UnfoldsWithinABranchOnlyWhatBeganLater)
+{
+    for (const auto& [header, done] : {std::pair{6u, false}, {7u, false}, {8u, true}})
+    {
+        CQmLogBranch root;
+        root.SetCount(10);
+        ASSERT_TRUE(root.Insert(2, CQmLogBranch({1, 0}, 5, 7)));
+        EXPECT_EQ(done, root.Insert(4, CQmLogBranch({2, 0}, 3, header))) << header;
+        EXPECT_EQ(done ? 18u : 15u, root.GetSize());
+    }
+}
+
 // Rows as the letters of their logs and their numbers: "M1 R2 ...".
 std::string Shown(const LogSession& session)
 {

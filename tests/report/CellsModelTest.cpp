@@ -234,6 +234,8 @@ TEST_P(CellsModel, AgreesWithATable)
         EXPECT_THROW(control.items.SubItemAt(subitem), std::invalid_argument);
     for (const int subitem : {-1, columns + 1})
         EXPECT_THROW(control.items.Define(subitem, {}), std::invalid_argument);
+    ASSERT_TRUE(control.SetText(-1, 0, std::string(70000, 'x')));
+    EXPECT_EQ(65535u, control.Text(-1, 0).size()) << "a longer text is cut";
     report::ItemStore& stored = control.items.Stored();
     for (const int item : {-2, ItemCount()})
         EXPECT_THROW(stored.At(item), std::invalid_argument);

@@ -49,6 +49,44 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
     }
 }
 
+TEST(Items, TakesFromAnAnswerWhatItsMaskNames)
+{
+    ModelControl control;
+    control.Define(1);
+    control.rows.SetMode(true, false);
+    control.rows.SetCallbackCount(1);
+    for (unsigned mask = 1; mask <= RVIM_EXTRA; mask *= 2)
+    {
+        control.answer = [mask](_RVITEM& question) {
+            std::strcpy(question.text, "a");
+            question.textColor = question.image = question.check = question.backgroundColor = 1;
+            question.previewHeight = question.treeLevel = question.extra = 1;
+            question.state = 1;
+            question.itemData = 1;
+            question.mask = mask;
+            return true;
+        };
+        FetchedCell fetched;
+        ASSERT_TRUE(control.items.Fetch(0, 0, 0, fetched));
+        const report::Item& item = *fetched.item;
+        const report::Cell& cell = fetched.cell;
+        const std::pair<unsigned, std::int64_t> taken[] = {
+            {RVIM_TEXT, cell.hasText},
+            {RVIM_TEXTCOLOR, cell.textColor + 1},
+            {RVIM_IMAGE, cell.image + 1},
+            {RVIM_CHECK, cell.check + 1},
+            {RVIM_EXTRA, cell.extra + 1},
+            {RVIM_BACKGROUNDCOLOR, item.backgroundColor + 1},
+            {RVIM_PREVIEWHEIGHT, item.previewHeight},
+            {RVIM_TREELEVEL, item.treeLevel + 1},
+            {RVIM_STATE, item.state},
+            {RVIM_ITEMDATA, item.itemData},
+        };
+        for (const auto& [bit, value] : taken)
+            EXPECT_EQ(bit == mask, value != 0) << bit << " of " << mask;
+    }
+}
+
 TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
 {
     const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};

@@ -146,6 +146,21 @@ protected:
         }
         for (const int name : tree ? names : Names())
             ExpectNode(NodeOf(name));
+        std::vector<Node*> all;
+        AddBelow(root, true, all);
+        for (const Node* each : all)
+            ExpectVisibleAncestor(*each);
+    }
+
+    // The outermost of those that hide a node, or the node itself.
+    void ExpectVisibleAncestor(const Node& node)
+    {
+        const Node* visible = &node;
+        for (const Node* above = node.parent; above != &root; above = above->parent)
+            visible = above->expanded ? visible : above;
+        bool isHidden = false;
+        ASSERT_EQ(visible->handle, control.rows.VisibleAncestor(node.handle, isHidden));
+        ASSERT_EQ(visible != &node, isHidden);
     }
 
     void ExpectNode(const Node& node)

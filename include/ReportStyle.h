@@ -48,6 +48,38 @@ constexpr unsigned __int64 RVP_STRINGSEPARATOR = 14; // a byte for all controls;
 // const char*, what each indentation level begins with in GetItemString, for all controls: ""
 constexpr unsigned __int64 RVP_TREEINDENT = 15;
 
+// RVK_* bits: keys that users expect and that the control leaves alone otherwise: 0.
+constexpr unsigned __int64 RVP_KEYS = 257;
+
+// Values of RVP_KEYS. The parent is told of each key first, as of all others (RVN_KEYDOWN).
+//
+// In a tree, Left folds the focused item or goes to its parent, and Right unfolds it or goes to its first
+// child. Where neither can be done, and on a focused cell, they do what they do without this.
+constexpr __int64 RVK_FOLD = 0x01;
+
+// A double click on a tree item folds or unfolds it, unless it is on its check box.
+constexpr __int64 RVK_DOUBLECLICK = 0x02;
+
+// Ctrl+A selects all rows. Not with RVS_SINGLESELECT.
+constexpr __int64 RVK_SELECTALL = 0x04;
+
+// Ctrl+C and Ctrl+Insert copy the selected rows: the texts of the columns from left to right with tabs
+// between them, a line for each row, as Unicode.
+constexpr __int64 RVK_COPY = 0x08;
+
+// Typing goes to the next row that begins with what is typed, in the column that is sorted by, or else in the
+// first one. Capitals do not matter, a pause of a second begins a new text, and one letter typed again and
+// again goes from row to row. At most 100,000 rows are looked at. Where typing edits a cell, it does that.
+constexpr __int64 RVK_TYPEAHEAD = 0x10;
+
+// The columns by keys: Ctrl+Left and Ctrl+Right mark one in the header. Ctrl+Shift+Left and Ctrl+Shift+Right
+// move it, Ctrl with + or - makes it wider or narrower, Ctrl with * of the numeric keypad fits it to its
+// texts, and Ctrl+Shift+Space is a click on its header. With a focused cell the marked column is that of the
+// cell.
+constexpr __int64 RVK_COLUMNS = 0x20;
+
+constexpr __int64 RVK_ALL = 0x3F;
+
 // Values of RVP_IMAGEMODE: the share of the highlight colour in the images of selected rows, and of the
 // window's colour in those of the focused row.
 constexpr __int64 RVIB_NONE = 0;

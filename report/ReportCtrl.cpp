@@ -10,6 +10,11 @@ namespace
 
 constexpr char kWindowClass[] = "QmReportCtrl";
 constexpr UINT kHeaderId = 0;
+static_assert(RVK_FOLD == report::kFoldKeys && RVK_DOUBLECLICK == report::kDoubleClickToggles &&
+              RVK_SELECTALL == report::kSelectAllKey && RVK_COPY == report::kCopyKeys &&
+              RVK_TYPEAHEAD == report::kTypeAheadKeys && RVK_COLUMNS == report::kColumnKeys &&
+              RVK_ALL == report::kAllExtraKeys);
+
 constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
 
 void RegisterWindowClass()
@@ -195,6 +200,13 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         break;
     case RVP_STRINGSEPARATOR:
         report::Properties::stringSeparator = static_cast<char>(value);
+        break;
+    case RVP_KEYS:
+        if (value < 0 || value > RVK_ALL)
+            return 0;
+        m_data->extraKeys.switchedOn = static_cast<unsigned>(value);
+        if (!(value & RVK_COLUMNS))
+            m_data->header.MarkItem(CReportHeaderCtrl::kNone);
         break;
     case RVP_TREEINDENT:
         report::Properties::treeIndent = text;

@@ -9,6 +9,7 @@
 #include "report/ScrollBars.h"
 #include "report/header/ReportHeaderCtrl.h"
 #include "report/model/DirtyRows.h"
+#include "report/model/ExtraKeys.h"
 #include "report/model/Geometry.h"
 #include "report/model/Rows.h"
 #include "report/model/ScrollPosition.h"
@@ -78,6 +79,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     struct Snapshot;
     class Painter;
     class InputPort;
+    class KeysPort;
 
     struct Painting
     {
@@ -103,6 +105,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     report::ScrollBars bars;
     Painting painting;
     report::DragSelection drag;
+    report::ExtraKeysState extraKeys;
 
     // ---- What the models call
 

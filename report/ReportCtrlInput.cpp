@@ -1,6 +1,6 @@
 // The report control's keys, mouse and focus: messages in, the input model asked.
+#include "report/ReportKeysPort.h"
 #include "report/ReportSnapshot.h"
-#include "report/model/Input.h"
 #include "report/model/InvalidArgument.h"
 
 #include <algorithm>
@@ -25,6 +25,11 @@ report::Modifiers PressedModifiers()
 report::Modifiers ModifiersOf(UINT flags)
 {
     return {(flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0};
+}
+
+std::uint32_t MessageTime()
+{
+    return static_cast<std::uint32_t>(::GetMessageTime());
 }
 
 } // namespace
@@ -167,14 +172,21 @@ void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
     if (!m_hWnd)
         return;
     Data::InputPort port(*m_data);
-    if (handled || !report::Input(m_data->rows.selection, port).KeyDown(key, PressedModifiers()))
+    Data::KeysPort keys(*m_data);
+    const report::Modifiers modifiers = PressedModifiers();
+    report::ExtraKeys extra(m_data->extraKeys, m_data->rows.selection, port, keys);
+    if (!handled && extra.KeyDown(key, modifiers, MessageTime()))
+        return;
+    if (handled || !report::Input(m_data->rows.selection, port).KeyDown(key, modifiers))
         Default();
 }
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
     Data::InputPort port(*m_data);
-    if (!report::Input(m_data->rows.selection, port).Character(key))
+    Data::KeysPort keys(*m_data);
+    report::ExtraKeys extra(m_data->extraKeys, m_data->rows.selection, port, keys);
+    if (!report::Input(m_data->rows.selection, port).Character(key) && !extra.Character(key, MessageTime()))
         Default();
 }
 
@@ -228,9 +240,20 @@ void CReportCtrl::OnLButtonDblClk(UINT flags, CPoint point)
     if (!m_hWnd)
         return;
     if (handled)
+    {
         Default();
-    else if ((hit.flags & RVHT_ONITEMTREEBOX) && hit.row < GetRowCount())
-        m_data->ToggleBox(hit); // of two quick clicks each counts
+        return;
+    }
+    if (hit.flags & RVHT_ONITEMTREEBOX)
+    {
+        if (hit.row < GetRowCount())
+            m_data->ToggleBox(hit); // of two quick clicks each counts
+        return;
+    }
+    Data::InputPort port(*m_data);
+    Data::KeysPort keys(*m_data);
+    if (!(hit.flags & RVHT_ONITEMCHECK))
+        report::ExtraKeys(m_data->extraKeys, m_data->rows.selection, port, keys).DoubleClick(hit.row);
 }
 
 void CReportCtrl::OnRButtonDown(UINT flags, CPoint point)

@@ -15,7 +15,7 @@ includes_only() {
         failed=1
     fi
 }
-items='ReportItem\.h|zemacore/String\.h'
+items='ReportItem\.h|zemacore/(String|WideText)\.h'
 window='afx[a-z_]*\.h|vkgrafic/[A-Za-z]+\.h'
 includes_only "$items|report/model/[A-Za-z]+\.h" model/*.h model/*.cpp
 includes_only "$items|report/(model|sort)/[A-Za-z]+\.h" sort/*.h sort/*.cpp

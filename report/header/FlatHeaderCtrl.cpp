@@ -92,6 +92,21 @@ void CFlatHeaderCtrl::SetItemValues(int index, int value1, int value2)
     extra.value2 = value2;
 }
 
+void CFlatHeaderCtrl::MarkItem(int index)
+{
+    if (index == m_markedItem)
+        return;
+    RedrawItem(std::exchange(m_markedItem, index));
+    RedrawItem(index);
+}
+
+void CFlatHeaderCtrl::ClickItem(int index)
+{
+    LRESULT answer = 0;
+    if (index >= 0 && index < GetItemCount())
+        Notify(HDN_ITEMCLICKA, index, nullptr, answer);
+}
+
 LRESULT CFlatHeaderCtrl::OnInsertItem(WPARAM, LPARAM)
 {
     EndPress();
@@ -100,6 +115,7 @@ LRESULT CFlatHeaderCtrl::OnInsertItem(WPARAM, LPARAM)
         return index;
     ++m_itemChanges;
     m_extras.insert(m_extras.begin() + index, _HDITEMEX());
+    m_markedItem += m_markedItem >= index ? 1 : 0;
     return index;
 }
 
@@ -113,6 +129,9 @@ LRESULT CFlatHeaderCtrl::OnDeleteItem(WPARAM index, LPARAM)
         {
             ++m_itemChanges;
             m_extras.erase(m_extras.begin() + static_cast<std::ptrdiff_t>(index));
+            const int deletedItem = static_cast<int>(index);
+            if (m_markedItem >= deletedItem)
+                m_markedItem = m_markedItem == deletedItem ? kNone : m_markedItem - 1;
         }
         return deleted;
     });
@@ -123,7 +142,7 @@ void CFlatHeaderCtrl::OnDestroy()
     EndPress();
     HideDropMark();
     m_tip.End();
-    m_trackedItem = kNone;
+    m_trackedItem = m_markedItem = kNone;
     m_extras.clear();
     ++m_itemChanges;
     CHeaderCtrl::OnDestroy();
@@ -146,6 +165,7 @@ HeaderFace CFlatHeaderCtrl::GetFace(int index) const
     face.images = Header_GetImageList(m_hWnd);
     face.image = item.iImage;
     face.filtered = IsItemFiltered(index);
+    face.marked = index == m_markedItem;
     if (m_press && m_press->index == index && (m_press->inside || m_press->IsDrag()))
         face.look = HeaderLook::kPressed;
     return face;

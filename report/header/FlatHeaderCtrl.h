@@ -42,6 +42,13 @@ public:
     void SetItemFiltered(int index, bool filtered);
     bool IsItemFiltered(int index) const;
 
+    // The item that keys change, drawn with a frame; kNone for none. It goes with the item.
+    void MarkItem(int index);
+    int GetMarkedItem() const { return m_markedItem; }
+
+    // Tells the parent of a click on an item, which may be kNone.
+    void ClickItem(int index);
+
     // Two numbers of the owner's for an item; 0 where there is no such item.
     void SetItemValues(int index, int value1, int value2);
     std::pair<int, int> GetItemValues(int index) const
@@ -76,7 +83,7 @@ protected:
     // The items from left to right.
     std::vector<int> GetOrder() const;
 
-    // Whether the owner takes a column away that is dropped off the header or at its own place.
+    // Whether the owner takes a column away that is dropped off the header.
     virtual bool IsRemovedByDrop() const { return false; }
 
     // What a tip over the item says; empty for no tip.
@@ -123,6 +130,7 @@ private:
     int m_systemCalls = 0; // one within the other
     std::deque<std::function<void()>> m_whenIdle;
     int m_trackedItem = kNone;
+    int m_markedItem = kNone;
     CPoint m_trackPoint; // where the mouse was last
     int m_rightClickedItem = kNone;
     report::DropResult m_dropResult = report::DropResult::OnHeader;

@@ -122,5 +122,7 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     if (removed)
         dc.FillSolidRect(rest.left, rest.top + rest.Height() / 2, rest.Width(), 1,
                          ::GetSysColor(COLOR_GRAYTEXT));
+    if (face.marked)
+        dc.DrawFocusRect(CRect(rect.left + 1, rect.top + 1, rect.right - 2, rect.bottom - 2));
     dc.RestoreDC(saved);
 }

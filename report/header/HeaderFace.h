@@ -20,6 +20,7 @@ struct HeaderFace
     HIMAGELIST images = nullptr; // of the header; not owned
     int image = 0;
     bool filtered = false;
+    bool marked = false; // keys change this column
     HeaderLook look = HeaderLook::kPlain;
 };
 

@@ -55,6 +55,16 @@ void CReportHeaderCtrl::DeleteColumn(int column)
         --m_sortItem;
 }
 
+void CReportHeaderCtrl::MoveColumn(int from, int to)
+{
+    std::vector<int> order = GetOrder();
+    const int moved = order[static_cast<std::size_t>(from)];
+    order.erase(order.begin() + from);
+    order.insert(order.begin() + to, moved);
+    SetOrderArray(static_cast<int>(order.size()), order.data());
+    Invalidate();
+}
+
 void CReportHeaderCtrl::ReplaceColumn(int headerItem, HDITEM definition)
 {
     SetItem(headerItem, &definition);

@@ -29,6 +29,9 @@ public:
     int InsertColumn(int column, HDITEM& definition);
     void DeleteColumn(int column);
 
+    // Puts a column at another place; both are columns that there are.
+    void MoveColumn(int from, int to);
+
     // Gives a header item a new definition; its sort mark stays.
     void ReplaceColumn(int headerItem, HDITEM definition);
 

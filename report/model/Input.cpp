@@ -67,14 +67,14 @@ bool Input::MoveByKey(Key key, Modifiers modifiers)
         if (focus < m_target.RowCount() - 1)
         {
             m_target.Scroll(RowScroll::Bottom);
-            Move(NextRow(m_target.RowCount(), -1), modifiers);
+            MoveTo(NextRow(m_target.RowCount(), -1), modifiers);
         }
         break;
     case Key::Home:
         if (focus > 0)
         {
             m_target.Scroll(RowScroll::Top);
-            Move(NextRow(-1, 1), modifiers);
+            MoveTo(NextRow(-1, 1), modifiers);
         }
         break;
     case Key::Left:
@@ -85,13 +85,13 @@ bool Input::MoveByKey(Key key, Modifiers modifiers)
         break;
     case Key::Up:
         if (focus > 0)
-            Move(NextRow(focus, -1), modifiers);
+            MoveTo(NextRow(focus, -1), modifiers);
         else if (focus == 0 && m_target.IsFixedRow())
-            Move(0, modifiers);
+            MoveTo(0, modifiers);
         break;
     default:
         if (focus < m_target.RowCount() - 1)
-            Move(NextRow(std::max(focus, kFixedRow), 1), modifiers);
+            MoveTo(NextRow(std::max(focus, kFixedRow), 1), modifiers);
         break;
     }
     return true;
@@ -103,7 +103,7 @@ void Input::PageUp(Modifiers modifiers)
         return;
     if (m_selection.focusRow == m_target.WholeRows().first)
         m_target.Scroll(RowScroll::PageUp);
-    Move(NextRow(m_target.WholeRows().first, -1), modifiers);
+    MoveTo(NextRow(m_target.WholeRows().first, -1), modifiers);
 }
 
 void Input::PageDown(Modifiers modifiers)
@@ -112,11 +112,10 @@ void Input::PageDown(Modifiers modifiers)
         return;
     if (m_selection.focusRow == m_target.WholeRows().last)
         m_target.Scroll(RowScroll::PageDown);
-    Move(NextRow(m_target.WholeRows().last, 1), modifiers);
+    MoveTo(NextRow(m_target.WholeRows().last, 1), modifiers);
 }
 
-// Moves the focus, and the selection with it.
-void Input::Move(int row, Modifiers modifiers)
+void Input::MoveTo(int row, Modifiers modifiers)
 {
     if (row < 0 || row >= m_target.RowCount())
         return;

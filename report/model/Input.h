@@ -93,8 +93,11 @@ public:
     void PageUp(Modifiers modifiers);
     void PageDown(Modifiers modifiers);
 
+    // The focus moves to a row, and the selection with it, as by an arrow key. Nothing happens outside the
+    // rows.
+    void MoveTo(int row, Modifiers modifiers);
+
 private:
-    void Move(int row, Modifiers modifiers);
     int NextRow(int row, int direction);
     int NextColumn(int column, int direction);
     int Anchor(int row);

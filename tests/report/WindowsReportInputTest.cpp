@@ -239,6 +239,63 @@ TEST_F(ReportInput, TreeOpensByBoxAndKeypad)
     EXPECT_EQ(2, report.GetRowCount());
 }
 
+TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
+{
+    Show(RVS_TREE, 0);
+    Fill({"b", "\xC3\xA4z", "c"});
+    report.InsertTreeItem(report.GetItemHandle(0), nullptr, "child\t1");
+    report.SetItemText(1, 1, "x");
+    const auto control = [this](UINT key, bool shift = false) {
+        BYTE keys[256] = {};
+        keys[VK_CONTROL] = 0x80;
+        keys[VK_SHIFT] = shift ? 0x80 : 0;
+        ::SetKeyboardState(keys);
+        Key(key);
+        keys[VK_CONTROL] = keys[VK_SHIFT] = 0;
+        ::SetKeyboardState(keys);
+    };
+    EXPECT_EQ(0, report.ModifyProperty(RVP_KEYS, RVK_ALL + 1));
+    EXPECT_EQ(1, report.ModifyProperty(RVP_KEYS, RVK_ALL));
+    Key(VK_DOWN);
+    Key(VK_RIGHT);
+    EXPECT_EQ(4, report.GetRowCount());
+    Mouse(WM_LBUTTONDBLCLK, 60, 5);
+    EXPECT_EQ(3, report.GetRowCount());
+    Mouse(WM_LBUTTONDBLCLK, 60, 5);
+    for (const UINT byte : {0xC3u, 0x84u}) // a capital
+    {
+        Key('Q');
+        report.SendMessage(WM_CHAR, byte);
+    }
+    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
+    Key(VK_UP);
+    Key(VK_LEFT);
+    EXPECT_EQ("0 to 0 focus 0,-1 top 0", State());
+
+    control(VK_RIGHT);
+    control(VK_RIGHT, true); // "b a c"
+    control(VK_ADD);
+    EXPECT_EQ(1, report.GetColumnFromSubItem(0));
+    EXPECT_EQ(58, report.GetSubItemWidth(0));
+    EXPECT_EQ(std::vector<UINT>{RVN_COLUMNCHANGED},
+              std::vector<UINT>(parent.codes.end() - 1, parent.codes.end()));
+    control(VK_SPACE, true);
+    int subitem = -1;
+    int ascending = 0;
+    EXPECT_TRUE(report.GetSortSettings(&subitem, &ascending) && subitem == 0 && ascending);
+    report.DeactivateSubItem(1); // what is marked goes along
+    control(VK_MULTIPLY);
+    EXPECT_NE(58, report.GetSubItemWidth(0));
+    report.ActivateSubItem(1, 0);
+
+    control('A');
+    control('C');
+    ASSERT_TRUE(::OpenClipboard(report));
+    EXPECT_EQ(std::wstring(L"\tb\t\r\n\tchild 1\t\r\n\tc\t\r\nx\t\u00E4z\t\r\n"),
+              static_cast<const wchar_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT))));
+    ::CloseClipboard();
+}
+
 TEST_F(ReportInput, DragSelectsAndScrolls)
 {
     Show(0, 100);

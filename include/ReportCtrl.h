@@ -335,7 +335,8 @@ public:
 
     // ---- Geometry, in client pixels
 
-    // The height of a row with its preview. False when there is no such row.
+    // The height of a row with its preview. Raises outside the rows, unless no previews are shown: all rows
+    // have one height then. With RVS_CALLBACK it returns false if the callback does not have the item.
     bool GetRowHeight(int row, int& height);
 
     // Measures what a cell's contents need, from (0, 0): the text between margins and, unless
@@ -476,6 +477,7 @@ protected:
     afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* bar);
     afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
     afx_msg void OnMouseHWheel(UINT flags, short delta, CPoint point);
+    afx_msg LRESULT OnEnable(WPARAM enable, LPARAM);
     afx_msg void OnSysColorChange();
     afx_msg void OnSettingChange(UINT flags, LPCSTR section);
     afx_msg BOOL OnQueryNewPalette();

@@ -3,7 +3,7 @@
 
 #include "afxwin.h"
 
-// Styles of the control. They are bits of the window style.
+// Styles of the control. All but the last one are bits of the window style.
 constexpr DWORD RVS_SINGLESELECT = 0x0001;
 constexpr DWORD RVS_KEEPSELECTION = 0x0002;  // selected rows stay highlighted without the focus
 constexpr DWORD RVS_KEEPTEXTCOLOR = 0x0004;  // an item keeps its own text colour when it is selected
@@ -21,7 +21,12 @@ constexpr DWORD RVS_TIPS = 0x2000;          // a tip shows a text that is cut of
 constexpr DWORD RVS_TREE = 0x4000;          // items form a tree
 constexpr DWORD RVS_TREEALTERNATE = 0x8000; // items form a tree, exactly as with RVS_TREE
 constexpr DWORD RVS_TREEMASK = RVS_TREE | RVS_TREEALTERNATE;
-constexpr DWORD RVS_FACEBACKGROUND = 0x08000000; // the background has the colour of dialogs
+
+// The background has the colour of dialogs. The window style has the same bit for "disabled" (WS_DISABLED).
+// The control therefore keeps this style to itself: it is not a bit of GetStyle, and a control made or taken
+// over with it is enabled. Disable a control with EnableWindow; it has this background, too, as long as it is
+// disabled.
+constexpr DWORD RVS_FACEBACKGROUND = 0x08000000;
 
 // Properties of CReportCtrl::ModifyProperty. Each comment says what the value is, and its default.
 constexpr unsigned __int64 RVP_MARGIN = 1;      // pixels left and right of a cell's contents: 6

@@ -43,6 +43,7 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_WM_VSCROLL()
     ON_WM_MOUSEWHEEL()
     ON_WM_MOUSEHWHEEL()
+    ON_MESSAGE(WM_ENABLE, &CReportCtrl::OnEnable)
     ON_WM_SYSCOLORCHANGE()
     ON_WM_SETTINGCHANGE()
     ON_WM_QUERYNEWPALETTE()
@@ -107,6 +108,8 @@ BOOL CReportCtrl::CreateCommon()
 {
     SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
+    m_data->window.hasFaceBackground = (GetStyle() & RVS_FACEBACKGROUND) != 0;
+    EnableWindow(TRUE); // the same bit has made a disabled window
     m_data->UseStyle(GetStyle());
     m_data->painting.dirty.Painted();
     m_data->bars.Forget();
@@ -125,13 +128,17 @@ BOOL CReportCtrl::CreateCommon()
 
 void CReportCtrl::Data::UseStyle(DWORD bits)
 {
-    style = bits;
+    style = bits | (window.hasFaceBackground ? RVS_FACEBACKGROUND : 0);
     rows.SetMode((bits & RVS_CALLBACK) != 0, (bits & RVS_TREEMASK) != 0);
 }
 
 int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 {
-    if (!CWnd::ModifyStyle(remove, add, flags))
+    const bool hadFaceBackground = m_data->window.hasFaceBackground;
+    m_data->window.hasFaceBackground =
+        (add & RVS_FACEBACKGROUND) || (hadFaceBackground && !(remove & RVS_FACEBACKGROUND));
+    if (!CWnd::ModifyStyle(remove & ~RVS_FACEBACKGROUND, add & ~RVS_FACEBACKGROUND, flags) &&
+        m_data->window.hasFaceBackground == hadFaceBackground)
         return 0;
     const DWORD old = m_data->style;
     m_data->UseStyle(GetStyle());
@@ -313,6 +320,13 @@ unsigned int CReportCtrl::GetMouseScrollLines()
                          nullptr, text, &size) == ERROR_SUCCESS
                ? static_cast<unsigned>(std::strtoul(text, nullptr, 10))
                : kDefault;
+}
+
+LRESULT CReportCtrl::OnEnable(WPARAM, LPARAM)
+{
+    m_data->UseStyle(GetStyle());
+    m_data->Redraw();
+    return 0;
 }
 
 void CReportCtrl::OnSysColorChange()

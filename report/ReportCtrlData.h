@@ -51,6 +51,7 @@ struct Look
 struct WindowState
 {
     bool isCreating = false;
+    bool hasFaceBackground = false; // the owner wants it
     bool hasFocus = false;
     bool isRedrawOn = true; // SetRedraw
     bool hasMovedRows = false;
@@ -149,7 +150,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
 
     // ---- The window
 
-    void UseStyle(DWORD bits);
+    void UseStyle(DWORD bits); // of the window; a disabled one has that of the face background, too
     void ReadSystem();
     void LayoutClient();
     void PlaceHeader();

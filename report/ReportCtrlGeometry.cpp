@@ -88,10 +88,18 @@ const std::vector<report::Column>& CReportCtrl::Data::FetchedRows::Columns()
 
 bool CReportCtrl::GetRowHeight(int row, int& height)
 {
-    if (row < 0 || row >= GetRowCount())
+    height = m_data->view.LineHeight();
+    if (!m_data->view.showPreviews)
+        return true;
+    const int item = GetItemFromRow(row);
+    const bool isCallback = m_data->items.IsCallback();
+    if (item < RVI_DEFAULT && !isCallback)
+        report::ThrowInvalidArgument();
+    report::FetchedCell fetched;
+    if (!m_data->items.Fetch(item, -1, RVIM_PREVIEWHEIGHT, fetched))
         return false;
-    height = Data::Snapshot(*m_data).geometry.HeightOf(row);
-    return true;
+    height += std::clamp(fetched.item->previewHeight, 0, kMaxPreview);
+    return !isCallback || item == RVI_DEFAULT || !m_data->items.IsDefault(*fetched.item);
 }
 
 int CReportCtrl::MeasureItem(int item, int subitem, RECT* rect, int noDecorations)

@@ -49,6 +49,9 @@ public:
     bool Read(_RVITEM& record);
     bool Write(const _RVITEM& change);
 
+    // Whether a record is the default item, which GetItemStruct also answers for one that the owner has not.
+    bool IsDefault(const Item& record) { return &record == &m_stored.At(RVI_DEFAULT); }
+
     // Changes the state of an item; nothing in callback mode.
     void SetState(int item, unsigned bits, unsigned mask);
 

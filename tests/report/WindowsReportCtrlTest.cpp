@@ -23,6 +23,58 @@ TEST_F(ReportTest, TakesOverAWindowOfADialog)
     EXPECT_EQ(200, taken.GetSubItemWidth(0));
 }
 
+TEST_F(ReportTest, TellsTheHeightsOfRowsThatThereAre)
+{
+    Define({"a"});
+    Fill({"1", "2"});
+    report.SetItemHeight(20);
+    report.Struct(1).previewHeight = 30;
+    const auto heightOf = [this](int row) {
+        int height = 0;
+        return report.GetRowHeight(row, height) ? height : -1;
+    };
+    EXPECT_EQ(50, heightOf(1));
+    EXPECT_EQ(20, heightOf(RVI_DEFAULT));
+    for (const int row : {-2, 2})
+        EXPECT_THROW(heightOf(row), CInvalidArgException*) << row;
+    report.SetShowReport(TRUE); // no previews: all rows have one height, and none is looked at
+    EXPECT_EQ(20, heightOf(2));
+
+    Create(RVS_CALLBACK);
+    report.ModifyProperty(RVP_SHOWPREVIEW, 1);
+    report.load = [](_RVITEM& item) -> __int64 { return item.item == 1; };
+    report.SetItemCount(2);
+    EXPECT_EQ(20, heightOf(0));
+    for (const int row : {-2, 1, 2}) // the callback has no item 1
+        EXPECT_EQ(-1, heightOf(row)) << row;
+}
+
+TEST_F(ReportTest, TakesInputOnTheBackgroundOfDialogs)
+{
+    const auto background = [this] {
+        ::RedrawWindow(report, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        return ::GetPixel(CClientDC(&report), 250, 150);
+    };
+    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
+    const COLORREF window = ::GetSysColor(COLOR_WINDOW);
+    parent.ShowWindow(SW_SHOWNA);
+    Create(WS_VISIBLE | RVS_FACEBACKGROUND);
+    EXPECT_TRUE(report.IsWindowEnabled());
+    EXPECT_EQ(face, background());
+    EXPECT_EQ(1, report.ModifyStyle(0, RVS_NOHEADER));
+    EXPECT_EQ(face, background()) << "another style has changed";
+    EXPECT_EQ(1, report.ModifyStyle(RVS_FACEBACKGROUND, 0));
+    EXPECT_EQ(0, report.ModifyStyle(RVS_FACEBACKGROUND, 0));
+    EXPECT_EQ(window, background());
+    report.EnableWindow(FALSE);
+    EXPECT_EQ(face, background()) << "disabled";
+    EXPECT_EQ(1, report.ModifyStyle(RVS_NOHEADER, 0));
+    EXPECT_FALSE(report.IsWindowEnabled());
+    EXPECT_EQ(1, report.ModifyStyle(0, RVS_FACEBACKGROUND));
+    report.EnableWindow(TRUE);
+    EXPECT_EQ(face, background());
+}
+
 TEST_F(ReportTest, KeepsTheOdditiesOfItems)
 {
     Define({"a", "b"});

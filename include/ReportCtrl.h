@@ -58,6 +58,10 @@ public:
     // then.
     int ModifyProperty(unsigned __int64 id, __int64 value);
 
+    // Reads a property. Returns 0 for an unknown id. The address of a text is valid until the property
+    // changes.
+    int GetProperty(unsigned __int64 id, __int64* value);
+
     // ---- Items
 
     // Returns the number of stored items; with RVS_CALLBACK the number given to SetItemCount.
@@ -96,10 +100,25 @@ public:
     // Returns the low 32 bits.
     unsigned long GetItemData(int item);
 
+    // Changes the bits in `mask` of an item's state: RVIS_BOLD, RVIS_READONLY, RVIS_OWNERDRAWN, and any other
+    // than those of focus, selection and tree, which the control sets itself. Returns 0 wherever SetItem
+    // does.
+    int SetItemState(int item, unsigned int bits, unsigned int mask);
+
+    // Returns all bits, RVIS_SELECTED included; 0 if there is no such item.
+    unsigned int GetItemState(int item);
+
+    // Sets what is shown below an item's line: a text, or null for none, in a height in pixels and with an
+    // index of the colour table. GetItem reads it as subitem -1. Returns 0 wherever SetItem does.
+    int SetItemPreview(int item, const char* text, int height, int textColor = -1);
+
     // Returns the item's cells in the order of the columns, with a separator after each and a line feed after
     // the last. Separators within a text become blanks. An item of a tree begins with its indentation
     // (RVP_TREEINDENT) and a sign: '-' if it has children, else a blank.
     virtual ZEMA::String GetItemString(int item, char separator);
+
+    // The same, with the separator of RVP_STRINGSEPARATOR.
+    ZEMA::String GetItemString(int item);
 
     // Inserts a stored item before `item`, or at the end if `item` is not below the count. If `text` is not
     // null it becomes the text of subitem 0. The new row comes before the row of the item that was there; in
@@ -138,6 +157,10 @@ public:
 
     // Replaces a definition; columns that show it follow. Returns the number. Raises outside the definitions.
     int RedefineSubItem(int subitem, _RVSUBITEM* definition, int list = 1);
+
+    // Reads a definition; its width is that of the column that shows it. The caption is valid until the
+    // definition changes. Returns 0 outside the definitions.
+    int GetSubItem(int subitem, _RVSUBITEM* definition);
 
     // Takes a definition and its cells away. Returns 0 if there is no such subitem.
     int UndefineSubItem(int subitem);
@@ -180,6 +203,7 @@ public:
     // Returns 0 past the end. Raises if negative.
     int DeleteColor(int index);
     void DeleteAllColors();
+    int GetColorCount();
 
     // Sets the images of cells and of check states; null means none. The control does not own them.
     void SetImageList(CImageList* items, CImageList* checks);
@@ -188,6 +212,7 @@ public:
     // away. Returns 0 if the picture cannot be loaded; there is none then.
     int SetBkImage(const char* path);
     int SetBkImage(unsigned int resourceId);
+    int SetBkImage(int resourceId) { return SetBkImage(static_cast<unsigned int>(resourceId)); }
 
     // ---- Tree
 
@@ -232,6 +257,10 @@ public:
 
     // Returns 1 if a column has the sort mark; else 0, and `subitem` becomes -1.
     int GetSortSettings(int* subitem, int* ascending);
+
+    // Takes the sort mark away; the rows stay in their order.
+    void ClearSortSettings();
+
     int SetSortCallback(RVSORTCALLBACK callback, __int64 value);
     RVSORTCALLBACK GetSortCallback();
 
@@ -259,6 +288,8 @@ public:
     // shown.
     void SetShowHeader(int show);
     int GetShowHeader();
+
+    // Returns the header (ReportHeaderCtrl.h), which lives as long as the control, with or without a window.
     CReportHeaderCtrl* GetHeaderCtrl();
 
     // Returns the pixels of its rectangle, not of its columns.
@@ -294,6 +325,9 @@ public:
     virtual void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw);
     void SelectAll();
 
+    // Takes all rows out of the selection; the focus stays. Returns 0 during a sort.
+    int SelectNone();
+
     // Moves the focus to a cell, or with column -1 to the whole row, and leaves the selection alone. Row -1
     // is the fixed row. Returns 0 outside rows and columns.
     int AdjustFocus(int row, int column);
@@ -314,7 +348,9 @@ public:
 
     void Layout(int cx, int cy);
 
-    // The height of an item's line in pixels, 10 at first. Returns 0 below 0 and above 32,767.
+    // The height of an item's line in pixels. At first it is 10, or more at a higher resolution. That cuts
+    // the text of any usual font: set RVP_FITITEMHEIGHT, which has the control find the height out, or a
+    // height. Returns 0 below 0 and above 32,767.
     int SetItemHeight(int height);
     int GetItemHeight();
 
@@ -371,6 +407,10 @@ public:
 
     // Returns a colour that the control is drawn in (RVSC_*). Raises for other numbers.
     COLORREF GetSystemColor(int slot) const;
+
+    // Returns the dots per inch of the window's display; without a window those of the system. Sizes that the
+    // owner has not set grow with it.
+    virtual int GetResolution();
 
     // Sends a notification to the parent and returns its answer; 0 if its code is switched off
     // (RVP_NOTIFYMASK) or there is no parent.
@@ -478,6 +518,7 @@ protected:
     afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
     afx_msg void OnMouseHWheel(UINT flags, short delta, CPoint point);
     afx_msg LRESULT OnEnable(WPARAM enable, LPARAM);
+    afx_msg LRESULT OnDpiChanged(WPARAM, LPARAM);
     afx_msg void OnSysColorChange();
     afx_msg void OnSettingChange(UINT flags, LPCSTR section);
     afx_msg BOOL OnQueryNewPalette();

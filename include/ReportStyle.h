@@ -1,7 +1,9 @@
-// Styles, properties and further constants of the report control.
+// Styles, properties and further constants of the report control. No window system.
 #pragma once
 
-#include "afxwin.h"
+#include "wintypes.h"
+
+#include <cstdint>
 
 // Styles of the control. All but the last one are bits of the window style.
 constexpr DWORD RVS_SINGLESELECT = 0x0001;
@@ -28,68 +30,75 @@ constexpr DWORD RVS_TREEMASK = RVS_TREE | RVS_TREEALTERNATE;
 // disabled.
 constexpr DWORD RVS_FACEBACKGROUND = 0x08000000;
 
-// Properties of CReportCtrl::ModifyProperty. Each comment says what the value is, and its default.
-constexpr unsigned __int64 RVP_MARGIN = 1;      // pixels left and right of a cell's contents: 6
-constexpr unsigned __int64 RVP_CHECKSIZE = 2;   // low 16 bits the width, next 16 bits the height: 8 and 8
-constexpr unsigned __int64 RVP_EMPTYTEXT = 3;   // const char*, shown by an empty list: "<Empty list>"
-constexpr unsigned __int64 RVP_GRIDSTYLE = 4;   // 0 dotted, 1 dashed, 2 solid: 2
-constexpr unsigned __int64 RVP_SORTCAPTION = 5; // const char*, "%s" for the column's caption: "Sort by: %s"
-constexpr unsigned __int64 RVP_NOTIFYMASK = 6;  // 32 bits; bit k lets code -2048 - k through: all set
-constexpr unsigned __int64 RVP_UNUSED = 7;      // accepted and ignored
+// Properties of CReportCtrl::ModifyProperty. Each comment says what the value is, and its default. The
+// default sizes are those at 96 dots per inch: unless the owner sets them, they grow with the resolution.
+constexpr std::uint64_t RVP_MARGIN = 1;      // pixels left and right of a cell's contents: 6
+constexpr std::uint64_t RVP_CHECKSIZE = 2;   // low 16 bits the width, next 16 bits the height: 8 and 8
+constexpr std::uint64_t RVP_EMPTYTEXT = 3;   // const char*, shown by an empty list: "<Empty list>"
+constexpr std::uint64_t RVP_GRIDSTYLE = 4;   // 0 dotted, 1 dashed, 2 solid: 2
+constexpr std::uint64_t RVP_SORTCAPTION = 5; // const char*, "%s" for the column's caption: "Sort by: %s"
+constexpr std::uint64_t RVP_NOTIFYMASK = 6;  // 32 bits; bit k lets code -2048 - k through: all set
+constexpr std::uint64_t RVP_UNUSED = 7;      // accepted and ignored
 
 // The byte that ends each cell in an item's encoded cells (ReportItem.h), for all controls of the process: 7.
 // Bytes that the encoding itself uses (0, 1, 2, digits, ',' and '-') are refused. Cells that exist already
 // keep the old byte: all of an item's cells then read as the text of its first one. Set it before the first
 // item.
-constexpr unsigned __int64 RVP_CELLSEPARATOR = 8;
+constexpr std::uint64_t RVP_CELLSEPARATOR = 8;
 
-constexpr unsigned __int64 RVP_SHOWPREVIEW = 9;   // flag: items show their previews: 1
-constexpr unsigned __int64 RVP_DOUBLEBUFFER = 10; // flag: painted off the screen and copied in one piece: 1
-constexpr unsigned __int64 RVP_TREESTYLE = 11;    // 0, 1 or 2; kept for the owner, no effect: 0
-constexpr unsigned __int64 RVP_IMAGEMODE = 12;    // RVIB_*, images of selected and focused rows: RVIB_NONE
-constexpr unsigned __int64 RVP_COLOR = 13;        // COLORREF; kept for the owner, no effect: 0xFFFFFF
-constexpr unsigned __int64 RVP_STRINGSEPARATOR = 14; // a byte for all controls; kept, no effect: 9, the tab
+constexpr std::uint64_t RVP_SHOWPREVIEW = 9;   // flag: items show their previews: 1
+constexpr std::uint64_t RVP_DOUBLEBUFFER = 10; // flag: painted off the screen and copied in one piece: 1
+constexpr std::uint64_t RVP_TREESTYLE = 11;    // 0, 1 or 2; kept for the owner, no effect: 0
+constexpr std::uint64_t RVP_IMAGEMODE = 12;    // RVIB_*, images of selected and focused rows: RVIB_NONE
+constexpr std::uint64_t RVP_COLOR = 13;        // COLORREF; kept for the owner, no effect: 0xFFFFFF
+constexpr std::uint64_t RVP_STRINGSEPARATOR =
+    14; // a byte, for all controls, of GetItemString(item): 9, the tab
 
 // const char*, what each indentation level begins with in GetItemString, for all controls: ""
-constexpr unsigned __int64 RVP_TREEINDENT = 15;
+constexpr std::uint64_t RVP_TREEINDENT = 15;
+
+// Flag: an item's line is as high as font, images and check boxes need, and stays so when these change, until
+// SetItemHeight is called: 0. Without this property a line has 10 pixels, which cuts the text of any usual
+// font.
+constexpr std::uint64_t RVP_FITITEMHEIGHT = 256;
 
 // RVK_* bits: keys that users expect and that the control leaves alone otherwise: 0.
-constexpr unsigned __int64 RVP_KEYS = 257;
+constexpr std::uint64_t RVP_KEYS = 257;
 
 // Values of RVP_KEYS. The parent is told of each key first, as of all others (RVN_KEYDOWN).
 //
 // In a tree, Left folds the focused item or goes to its parent, and Right unfolds it or goes to its first
 // child. Where neither can be done, and on a focused cell, they do what they do without this.
-constexpr __int64 RVK_FOLD = 0x01;
+constexpr std::int64_t RVK_FOLD = 0x01;
 
 // A double click on a tree item folds or unfolds it, unless it is on its check box.
-constexpr __int64 RVK_DOUBLECLICK = 0x02;
+constexpr std::int64_t RVK_DOUBLECLICK = 0x02;
 
 // Ctrl+A selects all rows. Not with RVS_SINGLESELECT.
-constexpr __int64 RVK_SELECTALL = 0x04;
+constexpr std::int64_t RVK_SELECTALL = 0x04;
 
 // Ctrl+C and Ctrl+Insert copy the selected rows: the texts of the columns from left to right with tabs
 // between them, a line for each row, as Unicode.
-constexpr __int64 RVK_COPY = 0x08;
+constexpr std::int64_t RVK_COPY = 0x08;
 
 // Typing goes to the next row that begins with what is typed, in the column that is sorted by, or else in the
 // first one. Capitals do not matter, a pause of a second begins a new text, and one letter typed again and
 // again goes from row to row. At most 100,000 rows are looked at. Where typing edits a cell, it does that.
-constexpr __int64 RVK_TYPEAHEAD = 0x10;
+constexpr std::int64_t RVK_TYPEAHEAD = 0x10;
 
 // The columns by keys: Ctrl+Left and Ctrl+Right mark one in the header. Ctrl+Shift+Left and Ctrl+Shift+Right
 // move it, Ctrl with + or - makes it wider or narrower, Ctrl with * of the numeric keypad fits it to its
 // texts, and Ctrl+Shift+Space is a click on its header. With a focused cell the marked column is that of the
 // cell.
-constexpr __int64 RVK_COLUMNS = 0x20;
+constexpr std::int64_t RVK_COLUMNS = 0x20;
 
-constexpr __int64 RVK_ALL = 0x3F;
+constexpr std::int64_t RVK_ALL = 0x3F;
 
 // Values of RVP_IMAGEMODE: the share of the highlight colour in the images of selected rows, and of the
 // window's colour in those of the focused row.
-constexpr __int64 RVIB_NONE = 0;
-constexpr __int64 RVIB_BLEND25 = 1;
-constexpr __int64 RVIB_BLEND50 = 2;
+constexpr std::int64_t RVIB_NONE = 0;
+constexpr std::int64_t RVIB_BLEND25 = 1;
+constexpr std::int64_t RVIB_BLEND50 = 2;
 
 // The system's colours that a control is drawn in (GetSystemColor).
 constexpr int RVSC_WINDOW = 0;

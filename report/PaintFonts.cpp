@@ -2,6 +2,8 @@
 
 #include "report/DrawingGuards.h"
 
+#include <algorithm>
+
 namespace report
 {
 
@@ -19,6 +21,7 @@ void PaintFonts::Use(HFONT font)
     description.lfWeight = FW_BOLD;
     m_bold.DeleteObject();
     m_bold.CreateFontIndirect(&description);
+    m_height = 0;
     m_measures = Measure(m_font);
     m_boldMeasures = Measure(Bold());
 }
@@ -26,6 +29,9 @@ void PaintFonts::Use(HFONT font)
 GraphicFont PaintFonts::Measure(HGDIOBJ font)
 {
     const Selected selected(m_measuring, font);
+    TEXTMETRIC metrics = {};
+    if (::GetTextMetrics(m_measuring, &metrics))
+        m_height = std::max<int>(m_height, metrics.tmHeight);
     return GraphicFont(m_measuring);
 }
 

@@ -20,6 +20,7 @@ public:
 
     HFONT Plain() const { return m_font; }
     HGDIOBJ Bold() const { return m_bold.GetSafeHandle(); }
+    int Height() const { return m_height; } // of a line in either
     const GraphicFont& Measures(bool bold) const { return bold ? m_boldMeasures : m_measures; }
 
     // Pixels, as GraphicText draws it.
@@ -32,6 +33,7 @@ private:
     CDC m_measuring; // a memory device context
     HFONT m_font = nullptr;
     CFont m_bold;
+    int m_height = 0;
     GraphicFont m_measures;
     GraphicFont m_boldMeasures;
 };

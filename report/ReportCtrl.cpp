@@ -15,8 +15,6 @@ static_assert(RVK_FOLD == report::kFoldKeys && RVK_DOUBLECLICK == report::kDoubl
               RVK_TYPEAHEAD == report::kTypeAheadKeys && RVK_COLUMNS == report::kColumnKeys &&
               RVK_ALL == report::kAllExtraKeys);
 
-constexpr int kMaxHeight = 0x7FFF; // pixels of an item line and of a preview
-
 void RegisterWindowClass()
 {
     WNDCLASS windowClass = {};
@@ -44,6 +42,7 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_WM_MOUSEWHEEL()
     ON_WM_MOUSEHWHEEL()
     ON_MESSAGE(WM_ENABLE, &CReportCtrl::OnEnable)
+    ON_MESSAGE(WM_DPICHANGED_AFTERPARENT, &CReportCtrl::OnDpiChanged)
     ON_WM_SYSCOLORCHANGE()
     ON_WM_SETTINGCHANGE()
     ON_WM_QUERYNEWPALETTE()
@@ -77,6 +76,8 @@ CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>(*this))
 {
     RegisterWindowClass();
     m_data->ReadSystem();
+    m_data->UseFont(nullptr);
+    m_data->UseResolution();
 }
 
 CReportCtrl::~CReportCtrl()
@@ -120,7 +121,8 @@ BOOL CReportCtrl::CreateCommon()
         return FALSE;
     m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->look.fonts.Plain()), FALSE);
     m_data->ReadSystem();
-    m_data->header.SetSort(CReportHeaderCtrl::kNone, true); // not that of a window before
+    m_data->UseResolution();
+    m_data->header.SetSort(ReportHeaderWnd::kNone, true); // not that of a window before
     m_data->LayoutClient();
     m_data->RefreshSubItemList();
     return TRUE;
@@ -144,8 +146,7 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     m_data->UseStyle(GetStyle());
     const DWORD changed = old ^ m_data->style;
     if (changed & RVS_HORIZONTALGRID)
-        m_data->view.itemHeight =
-            std::max(0, m_data->view.itemHeight + (m_data->style & RVS_HORIZONTALGRID ? 1 : -1));
+        m_data->sizes.ChangeItemHeight(m_data->style & RVS_HORIZONTALGRID ? 1 : -1);
     if (changed & old & RVS_CELLFOCUS)
         m_data->rows.selection.focusColumn = -1;
     m_data->LayoutClient();
@@ -154,74 +155,22 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 
 int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
 {
-    const char* const text = reinterpret_cast<const char*>(value);
-    const int grids[] = {PS_DOT, PS_DASH, PS_SOLID};
-    const DWORD trees[] = {RVS_TREE, RVS_TREEALTERNATE, 0};
-    const bool isText = id == RVP_EMPTYTEXT || id == RVP_SORTCAPTION || id == RVP_TREEINDENT;
-    if ((isText && !text) || ((id == RVP_GRIDSTYLE || id == RVP_TREESTYLE) && (value < 0 || value > 2)))
+    if (!m_data->properties.Set(id, value))
         return 0;
-
-    switch (id)
-    {
-    case RVP_MARGIN:
-        if (value < 0 || value > kMaxHeight)
-            return 0;
-        m_data->view.margin = static_cast<int>(value);
-        break;
-    case RVP_CHECKSIZE:
-        m_data->view.checkWidth = static_cast<int>(value & 0xFFFF);
-        m_data->view.checkHeight = static_cast<int>(value >> 16 & 0xFFFF);
-        break;
-    case RVP_EMPTYTEXT:
-        m_data->properties.emptyText = text;
-        break;
-    case RVP_GRIDSTYLE:
-        m_data->properties.gridPenStyle = grids[value];
-        break;
-    case RVP_SORTCAPTION:
-        m_data->header.SetSortCaption(text);
-        break;
-    case RVP_NOTIFYMASK:
-        m_data->properties.notifyMask = static_cast<DWORD>(value);
-        break;
-    case RVP_UNUSED:
-        break;
-    case RVP_CELLSEPARATOR:
-        if (!report::SetCellSeparator(static_cast<char>(value)))
-            return 0;
-        break;
-    case RVP_SHOWPREVIEW:
-        m_data->view.showPreviews = value != 0;
-        break;
-    case RVP_DOUBLEBUFFER:
-        m_data->properties.doubleBuffer = value != 0;
-        break;
-    case RVP_TREESTYLE:
-        m_data->properties.treeStyle = trees[value];
-        break;
-    case RVP_IMAGEMODE:
-        m_data->properties.imageMode = value;
-        break;
-    case RVP_COLOR:
-        m_data->properties.color = static_cast<COLORREF>(value);
-        break;
-    case RVP_STRINGSEPARATOR:
-        report::Properties::stringSeparator = static_cast<char>(value);
-        break;
-    case RVP_KEYS:
-        if (value < 0 || value > RVK_ALL)
-            return 0;
-        m_data->extraKeys.switchedOn = static_cast<unsigned>(value);
-        if (!(value & RVK_COLUMNS))
-            m_data->header.MarkItem(CReportHeaderCtrl::kNone);
-        break;
-    case RVP_TREEINDENT:
-        report::Properties::treeIndent = text;
-        break;
-    default:
-        return 0;
-    }
+    m_data->header.SetSortCaption(m_data->properties.sortCaption.c_str());
+    m_data->extraKeys.switchedOn = m_data->properties.keys;
+    if (!(m_data->properties.keys & RVK_COLUMNS))
+        m_data->header.MarkItem(ReportHeaderWnd::kNone);
     m_data->LayoutClient();
+    return 1;
+}
+
+int CReportCtrl::GetProperty(unsigned __int64 id, __int64* value)
+{
+    std::int64_t read = 0;
+    if (!m_data->properties.Get(id, read))
+        return 0;
+    *value = read;
     return 1;
 }
 
@@ -263,9 +212,8 @@ void CReportCtrl::Data::PlaceHeader()
 
 int CReportCtrl::SetItemHeight(int height)
 {
-    if (height < 0 || height > kMaxHeight)
+    if (!m_data->sizes.SetItemHeight(height))
         return 0;
-    m_data->view.itemHeight = height;
     m_data->LayoutClient();
     return 1;
 }
@@ -342,9 +290,39 @@ void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
     m_data->window.wheelLines = GetMouseScrollLines();
 }
 
+// The window's monitor may have another resolution than the system; older systems know one alone.
+int CReportCtrl::GetResolution()
+{
+    using GetDpi = UINT(WINAPI*)(HWND);
+    static const auto getDpi = reinterpret_cast<GetDpi>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle("user32.dll"), "GetDpiForWindow")));
+    const UINT ofWindow = m_hWnd && getDpi ? getDpi(m_hWnd) : 0;
+    return ofWindow ? static_cast<int>(ofWindow) : CClientDC(nullptr).GetDeviceCaps(LOGPIXELSY);
+}
+
+void CReportCtrl::Data::UseResolution()
+{
+    const int dpi = control.GetResolution();
+    sizes.SetResolution(dpi);
+    header.SetResolution(dpi);
+}
+
+LRESULT CReportCtrl::OnDpiChanged(WPARAM, LPARAM)
+{
+    m_data->UseResolution();
+    m_data->LayoutClient();
+    return 0;
+}
+
+void CReportCtrl::Data::UseFont(HFONT font)
+{
+    look.fonts.Use(font);
+    sizes.SetFontHeight(look.fonts.Height());
+}
+
 LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)
 {
-    m_data->look.fonts.Use(reinterpret_cast<HFONT>(font));
+    m_data->UseFont(reinterpret_cast<HFONT>(font));
     if (m_data->header.m_hWnd)
         m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->look.fonts.Plain()), redraw);
     m_data->LayoutClient();

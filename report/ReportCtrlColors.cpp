@@ -55,6 +55,11 @@ void CReportCtrl::DeleteAllColors()
     m_data->Redraw();
 }
 
+int CReportCtrl::GetColorCount()
+{
+    return static_cast<int>(m_data->look.colors.Count());
+}
+
 int CReportCtrl::CreatePalette()
 {
     return m_data->look.colors.MakePalette(m_data->look.background.Picture());
@@ -62,23 +67,21 @@ int CReportCtrl::CreatePalette()
 
 void CReportCtrl::SetImageList(CImageList* items, CImageList* checks)
 {
-    const auto sizeOf = [](const CImageList* list, CSize none) {
+    const auto sizeOf = [](const CImageList* list) {
         int cx = 0;
         int cy = 0;
-        return list && ::ImageList_GetIconSize(list->GetSafeHandle(), &cx, &cy) ? CSize(cx, cy) : none;
+        return list && ::ImageList_GetIconSize(list->GetSafeHandle(), &cx, &cy) ? CSize(cx, cy) : CSize(0, 0);
     };
-    const CSize image = sizeOf(items, CSize(0, 0));
-    m_data->view.imageWidth = image.cx;
-    m_data->view.imageHeight = image.cy;
-    if (checks || m_data->look.checkImages) // else boxes are drawn, and keep the size they were given
-    {
-        const CSize check = sizeOf(checks, CSize(8, 8));
-        m_data->view.checkWidth = check.cx;
-        m_data->view.checkHeight = check.cy;
-    }
+    const CSize image = sizeOf(items);
+    m_data->sizes.SetImageSize(image.cx, image.cy);
+    const CSize check = sizeOf(checks);
+    if (check.cx > 0)
+        m_data->sizes.SetCheckSize(check.cx, check.cy);
+    else if (m_data->look.checkImages) // else boxes are drawn, and keep the size they were given
+        m_data->sizes.ResetCheckSize();
     m_data->look.itemImages = items;
     m_data->look.checkImages = checks;
-    m_data->Redraw();
+    m_data->LayoutClient();
 }
 
 int CReportCtrl::SetBkImage(const char* path)

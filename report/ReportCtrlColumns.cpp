@@ -46,7 +46,7 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
         report::ThrowInvalidArgument();
     try
     {
-        if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->properties.defaultColumnWidth)))
+        if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->sizes.DefaultColumnWidth())))
             return -1;
     }
     catch (const std::bad_alloc&) // the caption
@@ -63,9 +63,9 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     structSUBITEM& stored = m_data->items.SubItemAt(subitem);
-    stored = MakeSubItem(*definition, m_data->properties.defaultColumnWidth);
+    stored = MakeSubItem(*definition, m_data->sizes.DefaultColumnWidth());
     const int headerItem = m_data->header.GetItemOfColumn(GetColumnFromSubItem(subitem));
-    if (headerItem != CReportHeaderCtrl::kNone)
+    if (headerItem != ReportHeaderWnd::kNone)
     {
         m_data->header.ReplaceColumn(headerItem, MakeHeaderItem(stored, subitem));
         m_data->header.SetItemValues(headerItem, stored.header1, stored.header2);
@@ -75,6 +75,20 @@ int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
     if (list)
         m_data->RefreshSubItemList();
     return subitem;
+}
+
+int CReportCtrl::GetSubItem(int subitem, _RVSUBITEM* definition)
+{
+    if (subitem < 0 || subitem >= GetSubItemCount())
+        return 0;
+    const structSUBITEM& stored = m_data->items.SubItemAt(subitem);
+    definition->format = stored.format;
+    definition->width = GetSubItemWidth(subitem);
+    definition->header1 = stored.header1;
+    definition->header2 = stored.header2;
+    definition->image = stored.image;
+    definition->text = stored.text.c_str();
+    return 1;
 }
 
 int CReportCtrl::UndefineSubItem(int subitem)
@@ -111,7 +125,7 @@ int CReportCtrl::ActivateSubItem(int subitem, int column)
     const structSUBITEM& definition = m_data->items.SubItemAt(subitem);
     HDITEM item = MakeHeaderItem(definition, subitem);
     const int headerItem = m_data->header.InsertColumn(place, item);
-    if (headerItem == CReportHeaderCtrl::kNone)
+    if (headerItem == ReportHeaderWnd::kNone)
         return -1;
     m_data->header.SetItemValues(headerItem, definition.header1, definition.header2);
     m_data->Redraw();

@@ -7,10 +7,11 @@
 #include "report/PaintColors.h"
 #include "report/PaintFonts.h"
 #include "report/ScrollBars.h"
-#include "report/header/ReportHeaderCtrl.h"
+#include "report/header/ReportHeaderWnd.h"
 #include "report/model/DirtyRows.h"
 #include "report/model/ExtraKeys.h"
 #include "report/model/Geometry.h"
+#include "report/model/Properties.h"
 #include "report/model/Rows.h"
 #include "report/model/ScrollPosition.h"
 #include "report/sort/Sorting.h"
@@ -20,23 +21,6 @@
 
 namespace report
 {
-
-// What ModifyProperty sets and nothing else keeps.
-struct Properties
-{
-    int defaultColumnWidth = 200;
-    ZEMA::String emptyText = "<Empty list>";
-    int gridPenStyle = PS_SOLID;
-    DWORD notifyMask = 0xFFFFFFFF;
-    DWORD treeStyle = RVS_TREE;
-    bool doubleBuffer = true;
-    __int64 imageMode = RVIB_NONE;
-    COLORREF color = RGB(255, 255, 255);
-
-    // Of all controls
-    static inline char stringSeparator = '\t';
-    static inline ZEMA::String treeIndent;
-};
 
 // What a control is painted with.
 struct Look
@@ -98,9 +82,10 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     report::View view;
     report::ScrollPosition scroll{view};
     DWORD style = 0; // the window's style bits, which everything tests here and not at the window
-    report::Properties properties;
+    report::Sizes sizes{view};
+    report::Properties properties{view, sizes};
     report::Look look;
-    CReportHeaderCtrl header;
+    ReportHeaderWnd header;
     CReportSubItemListCtrl* subitemList = nullptr;
     report::WindowState window;
     report::ScrollBars bars;
@@ -152,6 +137,8 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
 
     void UseStyle(DWORD bits); // of the window; a disabled one has that of the face background, too
     void ReadSystem();
+    void UseFont(HFONT font); // null for the system's
+    void UseResolution();
     void LayoutClient();
     void PlaceHeader();
     void RefreshSubItemList();

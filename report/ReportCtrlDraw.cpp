@@ -13,8 +13,8 @@ namespace
 {
 
 constexpr COLORREF kCrossColor = RGB(255, 0, 0);
-constexpr int kCrossWidth = 2;
-constexpr int kSignReach = 2;               // of a tree box's sign from its middle
+constexpr int kCrossWidth = 2;              // at 96 dots per inch, like the next
+constexpr int kSignLength = 5;              // of a tree box
 constexpr unsigned kOverlayStates = 0x0F00; // of an item: the number of an overlay image
 
 // A check state's bits, up to kLastCheck; higher states look like 0.
@@ -36,9 +36,9 @@ private:
     bool& m_flag;
 };
 
-void DrawCross(CDC& dc, const CRect& box)
+void DrawCross(CDC& dc, const CRect& box, int dpi)
 {
-    const CPen pen(PS_SOLID, kCrossWidth, kCrossColor);
+    const CPen pen(PS_SOLID, report::Scale(kCrossWidth, dpi), kCrossColor);
     const report::Selected selected(dc, pen.GetSafeHandle());
     dc.MoveTo(box.left, box.top);
     dc.LineTo(box.right, box.bottom);
@@ -104,7 +104,8 @@ void CReportCtrl::DrawCtrl(CDC* dc)
     Data::Painter painter(*m_data);
     const Flagged drawing(m_data->painting.isDrawing);
     DrawBkgnd(dc, clip, painter.PlainColor());
-    const CPen grid(m_data->properties.gridPenStyle, 1, GetSystemColor(RVSC_GRID));
+    const int pens[] = {PS_DOT, PS_DASH, PS_SOLID};
+    const CPen grid(pens[m_data->properties.gridStyle], 1, GetSystemColor(RVSC_GRID));
     const report::Selected pen(*dc, grid.GetSafeHandle());
     const report::Selected font(*dc, m_data->look.fonts.Plain());
     dc->SetBkMode(TRANSPARENT);
@@ -197,8 +198,12 @@ int CReportCtrl::DrawCheck(CDC* dc, CRect rect, _RVITEM* item)
                                            (state & kChecked ? DFCS_CHECKED : 0)));
     if (state & kCrossed)
     {
-        const int right = state & kRadio ? 1 : 0;
-        DrawCross(*dc, CRect(box.left + 1 + right, box.top + 1, box.right - 1 + right, box.bottom - 1));
+        const int inset = report::Scale(1, m_data->view.dpi);
+        const int right = state & kRadio ? inset : 0;
+        DrawCross(
+            *dc,
+            CRect(box.left + inset + right, box.top + inset, box.right - inset + right, box.bottom - inset),
+            m_data->view.dpi);
     }
     return width;
 }
@@ -234,15 +239,19 @@ int CReportCtrl::DrawTreeBox(CDC* dc, CRect rect, int expanded)
 {
     if (rect.right < rect.left || rect.bottom < rect.top)
         return rect.right;
-    const CRect box = ToRect(report::CellLayout::TreeBoxIn(ToRect(rect)));
-    const CPoint middle(box.left + box.Width() / 2, box.top + box.Height() / 2);
+    const CRect box = ToRect(report::CellLayout(m_data->view).TreeBoxIn(ToRect(rect)));
+    const int line = report::Scale(1, m_data->view.dpi);
+    const int length = report::Scale(kSignLength, m_data->view.dpi);
     const COLORREF sign = GetSystemColor(RVSC_TEXT);
     const report::Clipped clipped(*dc, rect, box);
+    const auto fillMiddle = [&](int width, int height, COLORREF color) {
+        dc->FillSolidRect(box.left + (box.Width() - width) / 2, box.top + (box.Height() - height) / 2, width,
+                          height, color);
+    };
     dc->FillSolidRect(box, GetSystemColor(RVSC_SHADOW));
-    dc->FillSolidRect(CRect(box.left + 1, box.top + 1, box.right - 1, box.bottom - 1),
-                      GetSystemColor(RVSC_WINDOW));
-    dc->FillSolidRect(middle.x - kSignReach, middle.y, 2 * kSignReach + 1, 1, sign);
+    fillMiddle(box.Width() - 2 * line, box.Height() - 2 * line, GetSystemColor(RVSC_WINDOW));
+    fillMiddle(length, line, sign);
     if (!expanded)
-        dc->FillSolidRect(middle.x, middle.y - kSignReach, 1, 2 * kSignReach + 1, sign);
+        fillMiddle(line, length, sign);
     return rect.Height(); // it is a square
 }

@@ -145,6 +145,39 @@ ZEMA::String CReportCtrl::GetItemString(int item, char separator)
     return ZEMA::String(line.data(), line.size());
 }
 
+ZEMA::String CReportCtrl::GetItemString(int item)
+{
+    return GetItemString(item, report::Properties::stringSeparator);
+}
+
+int CReportCtrl::SetItemState(int item, unsigned int bits, unsigned int mask)
+{
+    constexpr unsigned kOwn = RVIS_FOCUSED | RVIS_SELECTED | RVIS_COLLAPSED | RVIS_EXPANDED;
+    if (m_data->items.IsCallback() || item < RVI_DEFAULT || item >= GetItemCount())
+        return 0;
+    m_data->items.SetState(item, bits, mask & ~kOwn);
+    RedrawItems(item, RVI_NONE);
+    return 1;
+}
+
+unsigned int CReportCtrl::GetItemState(int item)
+{
+    _RVITEM read;
+    read.item = item;
+    read.subitem = -1;
+    read.mask = RVIM_STATE;
+    return GetItem(&read) ? read.state : 0;
+}
+
+int CReportCtrl::SetItemPreview(int item, const char* text, int height, int textColor)
+{
+    if (!m_data->items.SetPreview(item, text ? text : "", height, textColor))
+        return 0;
+    m_data->scroll.MarkTooFar(); // rows below it move
+    m_data->Redraw();
+    return 1;
+}
+
 int CReportCtrl::InsertItem(int item, const char* text)
 {
     const int inserted = m_data->rows.InsertItem(item);
@@ -273,6 +306,16 @@ bool CReportCtrl::Data::ChangeSelection(Painted painted, const std::function<boo
 void CReportCtrl::SelectAll()
 {
     SelectRows(0, std::max(0, GetRowCount() - 1), 1, 0, 0, 1);
+}
+
+int CReportCtrl::SelectNone()
+{
+    return m_data->ChangeSelection(Data::Painted::AtOnce, [this] {
+        if (m_data->rows.IsBusy())
+            return false;
+        m_data->rows.selection.SelectNone();
+        return true;
+    });
 }
 
 int CReportCtrl::AdjustFocus(int row, int column)
@@ -466,11 +509,16 @@ int CReportCtrl::ResortItems()
 int CReportCtrl::GetSortSettings(int* subitem, int* ascending)
 {
     const int headerItem = m_data->header.GetSortItem();
-    *subitem = headerItem == CReportHeaderCtrl::kNone ? -1 : m_data->header.GetSubItem(headerItem);
+    *subitem = headerItem == ReportHeaderWnd::kNone ? -1 : m_data->header.GetSubItem(headerItem);
     if (*subitem < 0)
         return 0;
     *ascending = m_data->header.IsSortAscending();
     return 1;
+}
+
+void CReportCtrl::ClearSortSettings()
+{
+    m_data->header.SetSort(ReportHeaderWnd::kNone, true);
 }
 
 int CReportCtrl::SetSortCallback(RVSORTCALLBACK callback, __int64 value)

@@ -49,9 +49,9 @@ private:
 // Where the rows are not sorted, the first column is what one reads.
 int CReportCtrl::Data::KeysPort::TypingSubItem()
 {
-    const CReportHeaderCtrl& header = m_data.header;
+    const ReportHeaderWnd& header = m_data.header;
     const int sorted = header.GetSortItem();
-    return header.GetSubItem(sorted != CReportHeaderCtrl::kNone ? sorted : header.GetItemOfColumn(0));
+    return header.GetSubItem(sorted != ReportHeaderWnd::kNone ? sorted : header.GetItemOfColumn(0));
 }
 
 bool CReportCtrl::Data::KeysPort::BeginsWith(int row, const std::string& typed)

@@ -159,7 +159,7 @@ int CReportSubItemListCtrl::ColumnUnder(CPoint point)
 {
     if (!m_report)
         return -1;
-    CReportHeaderCtrl& header = m_report->m_data->header;
+    ReportHeaderWnd& header = m_report->m_data->header;
     ClientToScreen(&point);
     if (::WindowFromPoint(point) != m_hWnd) // the list may lie over the header
         return header.ShowDropMark(point);

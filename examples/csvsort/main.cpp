@@ -66,7 +66,7 @@ void Run(const Options& options)
         Sort(list, sorter, lines.front(), options);
     ::_setmode(::_fileno(stdout), _O_BINARY);
     for (int row = RVI_DEFAULT; row < list.GetRowCount(); ++row) // the captions before all
-        std::cout << list.GetItemString(list.GetItemFromRow(row), '\t').c_str();
+        std::cout << list.GetItemString(list.GetItemFromRow(row)).c_str();
     if (!std::cout.flush())
         throw std::runtime_error("the output cannot be written");
 }

@@ -3,14 +3,13 @@
 #include "../common/Picture.h"
 
 #include <ReportCtrl.h>
+#include <ReportHeaderCtrl.h>
 
 #include <string>
 #include <vector>
 
 namespace
 {
-
-constexpr int kItemHeight = 18;
 
 // Places in the colour table. The first is that of alternating rows.
 enum Color
@@ -21,15 +20,15 @@ enum Color
     kYellow
 };
 
-// A control with three columns, and with a preview below an item when there is one.
+// A control with three columns. All sizes are for 96 dots per inch.
 class GalleryReport : public CReportCtrl
 {
 public:
     void Start(CWnd& parent, UINT id, DWORD style)
     {
         Create(WS_CHILD | WS_VISIBLE | WS_BORDER | style, CRect(), &parent, id);
-        SetItemHeight(kItemHeight);
-        ModifyProperty(RVP_CHECKSIZE, 13 | 13 << 16);
+        ModifyProperty(RVP_FITITEMHEIGHT, 1);
+        ModifyProperty(RVP_CHECKSIZE, Scaled(13) | Scaled(13) << 16);
         InsertColor(kStripe, RGB(235, 242, 250));
         InsertColor(kRed, RGB(180, 0, 0));
         InsertColor(kGreen, RGB(0, 128, 0));
@@ -44,7 +43,7 @@ public:
         {
             _RVSUBITEM subitem;
             subitem.text = column.caption;
-            subitem.width = column.width;
+            subitem.width = Scaled(column.width);
             subitem.format = column.format;
             ActivateSubItem(DefineSubItem(GetSubItemCount(), &subitem), -1);
         }
@@ -63,13 +62,7 @@ public:
         change.backgroundColor = background;
         SetItem(&change);
     }
-    void SetBold(int item) { GetItemStruct(item, -1, 0).state |= RVIS_BOLD; }
-    void SetPreview(int item, const char* text, int height)
-    {
-        structITEM& record = GetItemStruct(item, -1, 0);
-        record.previewText = text;
-        record.previewHeight = height;
-    }
+    int Scaled(int pixels) { return ::MulDiv(pixels, GetResolution(), 96); }
 };
 
 class GalleryWnd : public CWnd
@@ -78,7 +71,8 @@ public:
     bool Open()
     {
         if (!CreateEx(0, AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), nullptr), "gallery",
-                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 50, 50, 720, 540, nullptr, nullptr))
+                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 50, 50, m_reports[0].Scaled(720),
+                      m_reports[0].Scaled(540), nullptr, nullptr))
             return false;
         FillList();
         FillTree();
@@ -119,6 +113,7 @@ private:
         }
         report.SelectRows(6, 5, 1, 0, 0, 0);
         report.SortItems(2, 1);
+        report.GetHeaderCtrl()->SetItemFiltered(0, true);
     }
 
     // Boxes, levels, a row of one cell, the focus on a cell.
@@ -136,7 +131,8 @@ private:
             report.Expand(item, RVE_EXPAND);
         item = report.InsertTreeItem(nullptr, nullptr, "a group of its own, across all columns");
         report.SetTreeSubItem(item, 0);
-        report.SetBold(report.GetItemIndex(report.InsertTreeItem(item, nullptr, "in the group")));
+        const int inGroup = report.GetItemIndex(report.InsertTreeItem(item, nullptr, "in the group"));
+        report.SetItemState(inGroup, RVIS_BOLD, RVIS_BOLD);
         report.Expand(item, RVE_EXPAND);
         item = report.InsertTreeItem(nullptr, nullptr, "folded");
         report.InsertTreeItem(item, nullptr, "not to be seen");
@@ -153,31 +149,32 @@ private:
                                      "green", "selected"};
         for (const char* const name : names)
             report.Fill(report.InsertItem(report.GetItemCount(), name), "", 12345);
-        report.SetBold(3);
+        report.SetItemState(3, RVIS_BOLD, RVIS_BOLD);
         report.SetColors(4, kRed, -1);
         report.SetColors(5, -1, kYellow);
         report.SetColors(6, kGreen, -1);
-        report.SetPreview(1, "The preview below a line may have\nas many lines as there is room for.", 32);
+        report.SetItemPreview(1, "The preview below a line may have\nas many lines as there is room for.",
+                              report.Scaled(32), kGreen);
         report.SelectRows(7, 7, 1, 0, 0, 0);
     }
 
     // Discs on a background that is not drawn.
     void MakeImages()
     {
-        constexpr int kSize = 12;
-        m_images.Create(kSize, kSize, ILC_COLOR32 | ILC_MASK, 2, 1);
+        const int size = m_reports[0].Scaled(12);
+        m_images.Create(size, size, ILC_COLOR32 | ILC_MASK, 2, 1);
         for (const DWORD color : {0x3070C0u, 0xE08020u})
         {
             std::vector<DWORD> pixels;
-            for (int y = 0; y < kSize; ++y)
-                for (int x = 0; x < kSize; ++x)
+            for (int y = 0; y < size; ++y)
+                for (int x = 0; x < size; ++x)
                 {
-                    const int dx = 2 * x - kSize + 1;
-                    const int dy = 2 * y - kSize + 1;
-                    pixels.push_back(dx * dx + dy * dy < kSize * kSize ? color : 0xFFFFFF);
+                    const int dx = 2 * x - size + 1;
+                    const int dy = 2 * y - size + 1;
+                    pixels.push_back(dx * dx + dy * dy < size * size ? color : 0xFFFFFF);
                 }
             CBitmap disc;
-            disc.CreateBitmap(kSize, kSize, 1, 32, pixels.data());
+            disc.CreateBitmap(size, size, 1, 32, pixels.data());
             m_images.Add(&disc, RGB(255, 255, 255));
         }
     }

@@ -54,17 +54,23 @@ Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
     return Order::kNatural;
 }
 
+// Pixels at 96 dots per inch, as so many of the control's display.
+int Scaled(CReportCtrl& report, int pixels)
+{
+    return ::MulDiv(pixels, report.GetResolution(), 96);
+}
+
 // As wide as the caption and the texts that are looked at, within bounds.
 int FitWidth(CReportCtrl& report, int subitem)
 {
-    int width = 40;
+    int width = Scaled(report, 40);
     for (int item = RVI_DEFAULT; item < std::min(report.GetItemCount(), kSample); ++item)
     {
         CRect rect;
         report.MeasureItem(item, subitem, rect, 0);
         width = std::max(width, rect.Width());
     }
-    return std::min(width, 400);
+    return std::min(width, Scaled(report, 400));
 }
 
 std::string SizeText(const WIN32_FIND_DATA& entry)
@@ -178,7 +184,7 @@ void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order)
     {
         _RVSUBITEM subitem;
         subitem.text = column.caption;
-        subitem.width = column.width;
+        subitem.width = Scaled(report, column.width);
         subitem.format = column.format;
         const int number = report.DefineSubItem(report.GetSubItemCount(), &subitem);
         report.ActivateSubItem(number, -1);

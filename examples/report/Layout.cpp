@@ -70,6 +70,7 @@ void LoadColumns(const Layout& layout, CReportCtrl& report)
         report.SetSubItemWidth(subitem, width);
         report.ActivateSubItem(subitem, -1);
     }
+    report.ClearSortSettings();
     report.SortItems(layout.GetNumber("Sort", -1), layout.GetNumber("Ascending", 1));
 }
 

@@ -9,8 +9,7 @@ namespace
 
 constexpr UINT kReportId = 1;
 constexpr UINT kHiddenListId = 2;
-constexpr int kHiddenListWidth = 150;
-constexpr int kRowSpace = 4; // pixels above and below a text together
+constexpr int kHiddenListWidth = 150; // pixels at 96 dots per inch
 
 // The items of the menu "View" that switch styles of the control.
 const struct
@@ -62,7 +61,7 @@ void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
     const LPCSTR windowClass =
         AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1));
     if (!CreateEx(0, windowClass, (path + " - report").c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100,
-                  100, 800, 500, nullptr, MakeMenu()))
+                  100, Scaled(800), Scaled(500), nullptr, MakeMenu()))
         throw std::runtime_error("the window cannot be made");
     m_report.SetRedraw(0);
     (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order);
@@ -80,11 +79,7 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
                              kHiddenListId))
         return -1;
     m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
-    TEXTMETRIC metrics = {};
-    CClientDC dc(this);
-    dc.SelectObject(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
-    dc.GetTextMetrics(&metrics);
-    m_report.SetItemHeight(metrics.tmHeight + kRowSpace);
+    m_report.ModifyProperty(RVP_FITITEMHEIGHT, 1);
     m_report.InsertColor(0, RGB(240, 245, 250)); // of alternating rows
     return 0;
 }
@@ -122,9 +117,10 @@ void ReportWnd::Arrange()
 {
     CRect client;
     GetClientRect(client);
-    const int reportWidth = std::max(0, client.Width() - (m_showHiddenList ? kHiddenListWidth : 0));
+    const int listWidth = Scaled(kHiddenListWidth);
+    const int reportWidth = std::max(0, client.Width() - (m_showHiddenList ? listWidth : 0));
     m_report.MoveWindow(0, 0, reportWidth, client.Height());
-    m_hiddenList.MoveWindow(reportWidth, 0, kHiddenListWidth, client.Height());
+    m_hiddenList.MoveWindow(reportWidth, 0, listWidth, client.Height());
     m_hiddenList.ShowWindow(m_showHiddenList ? SW_SHOW : SW_HIDE);
 }
 

@@ -29,6 +29,7 @@ private:
     void LoadView();
     void SaveView();
     void Arrange();
+    int Scaled(int pixels) { return ::MulDiv(pixels, m_report.GetResolution(), 96); }
     bool HasStyle(DWORD style) const { return (m_report.GetStyle() & style) != 0; }
 
     CReportCtrl m_report;

@@ -158,6 +158,7 @@ HeaderFace CFlatHeaderCtrl::GetFace(int index) const
     item.pszText = text;
     item.cchTextMax = sizeof(text);
     HeaderFace face;
+    face.dpi = m_dpi;
     if (!GetItem(index, &item))
         return face;
     face.caption = item.pszText ? item.pszText : "";

@@ -1,7 +1,7 @@
 // A header that is drawn flat, with marks for sorted and filtered columns, and whose columns can be dragged.
 #pragma once
 
-#include "afxcmn.h"
+#include "ReportHeaderCtrl.h"
 #include "report/header/HeaderFace.h"
 #include "report/header/HeaderTip.h"
 #include "report/model/HeaderDrag.h"
@@ -30,17 +30,14 @@ struct _HDITEMEX
 //                 FALSE, a column that moves does so
 // Esc, the loss of the mouse and a change of the items end a drag without a drop. The owner scrolls the
 // header by moving it beyond its parent's client area: the part that is seen takes drops.
-class CFlatHeaderCtrl : public CHeaderCtrl
+class CFlatHeaderCtrl : public CReportHeaderCtrl
 {
 public:
-    static constexpr int kNone = -1;
-
     CFlatHeaderCtrl();
     ~CFlatHeaderCtrl() override;
 
-    // The mark of filtered columns. An index outside the items is ignored.
-    void SetItemFiltered(int index, bool filtered);
-    bool IsItemFiltered(int index) const;
+    void SetItemFiltered(int index, bool filtered) override;
+    bool IsItemFiltered(int index) const override;
 
     // The item that keys change, drawn with a frame; kNone for none. It goes with the item.
     void MarkItem(int index);
@@ -49,14 +46,16 @@ public:
     // Tells the parent of a click on an item, which may be kNone.
     void ClickItem(int index);
 
-    // Two numbers of the owner's for an item; 0 where there is no such item.
-    void SetItemValues(int index, int value1, int value2);
-    std::pair<int, int> GetItemValues(int index) const
+    void SetItemValues(int index, int value1, int value2); // ignored if there is no such item
+    std::pair<int, int> GetItemValues(int index) const override
     {
         const bool found = index >= 0 && index < static_cast<int>(m_extras.size());
         const _HDITEMEX extra = found ? m_extras[static_cast<std::size_t>(index)] : _HDITEMEX();
         return {extra.value1, extra.value2};
     }
+
+    // Dots per inch, by which margins and marks grow.
+    void SetResolution(int dpi) { m_dpi = dpi; }
 
     // Whether a divider is being dragged. The item changes once more when that has ended.
     bool IsTracking() const { return m_trackedItem != kNone; }
@@ -133,5 +132,6 @@ private:
     int m_markedItem = kNone;
     CPoint m_trackPoint; // where the mouse was last
     int m_rightClickedItem = kNone;
+    int m_dpi = 96;
     report::DropResult m_dropResult = report::DropResult::OnHeader;
 };

@@ -1,21 +1,19 @@
 #include "report/header/HeaderFace.h"
 
+#include "report/model/HeaderMark.h"
+#include "report/model/View.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace
 {
 
+// Pixels at 96 dots per inch
 constexpr int kMargin = 6; // left and right of what an item shows
 constexpr int kGap = 4;    // between image, caption and marks
 constexpr int kSeparatorInset = 3;
-constexpr int kMarkWidth = 7;
-
-// Pixel rows from the top, each centred.
-constexpr int kUp[] = {1, 3, 5, 7};
-constexpr int kDown[] = {7, 5, 3, 1};
-constexpr int kFunnel[] = {7, 7, 5, 3, 1, 1, 1};
 
 COLORREF Mix(int color1, int color2)
 {
@@ -25,8 +23,8 @@ COLORREF Mix(int color1, int color2)
                (3 * GetBValue(a) + GetBValue(b)) / 4);
 }
 
-// Cuts a piece off an end of `rest`; empty when there is no room for it.
-CRect Take(CRect& rest, int width, bool right)
+// Cuts a piece off an end of `rest`, and the gap beside it; empty if there is no room for it.
+CRect Take(CRect& rest, int width, int gap, bool right)
 {
     CRect piece = rest;
     if (width > rest.Width())
@@ -34,24 +32,26 @@ CRect Take(CRect& rest, int width, bool right)
     else if (right)
     {
         piece.left = piece.right - width;
-        rest.right = std::max(rest.left, piece.left - kGap);
+        rest.right = std::max(rest.left, piece.left - gap);
     }
     else
     {
         piece.right = piece.left + width;
-        rest.left = std::min(rest.right, piece.right + kGap);
+        rest.left = std::min(rest.right, piece.right + gap);
     }
     return piece;
 }
 
-template <std::size_t height>
-void DrawMark(CDC& dc, const CRect& place, const int (&widths)[height], int color)
+// Draws a mark at the right end of `rest`.
+void DrawMark(CDC& dc, CRect& rest, report::HeaderMark mark, int dpi, int color)
 {
+    const CRect place = Take(rest, report::MarkWidth(dpi), report::Scale(kGap, dpi), true);
     if (place.IsRectEmpty())
         return;
-    int y = place.top + (place.Height() - static_cast<int>(height)) / 2;
+    const std::vector<int> widths = report::MarkRows(mark, dpi);
+    int y = place.top + (place.Height() - static_cast<int>(widths.size())) / 2;
     for (const int width : widths)
-        dc.FillSolidRect(place.left + (kMarkWidth - width) / 2, y++, width, 1, ::GetSysColor(color));
+        dc.FillSolidRect(place.left + (place.Width() - width) / 2, y++, width, 1, ::GetSysColor(color));
 }
 
 void DrawImage(CDC& dc, const CRect& place, const HeaderFace& face, int height)
@@ -91,28 +91,24 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     if (pressed)
         dc.FillSolidRect(rect.left, rect.top, rect.Width() - 1, rect.Height() - 1,
                          Mix(COLOR_BTNFACE, COLOR_3DSHADOW));
-    const int inset = pressed ? 0 : kSeparatorInset;
+    const int inset = pressed ? 0 : report::Scale(kSeparatorInset, face.dpi);
     dc.FillSolidRect(rect.right - 1, rect.top + inset, 1, rect.Height() - 2 * inset,
                      ::GetSysColor(COLOR_3DSHADOW));
 
     CRect rest = rect;
-    rest.left += kMargin;
-    rest.right -= kMargin;
+    rest.left += report::Scale(kMargin, face.dpi);
+    rest.right -= report::Scale(kMargin, face.dpi);
     rest.bottom -= 1;
-    if (face.format & (HDF_SORTUP | HDF_SORTDOWN))
-    {
-        const CRect place = Take(rest, kMarkWidth, true);
-        if (face.format & HDF_SORTUP)
-            DrawMark(dc, place, kUp, COLOR_3DDKSHADOW);
-        else
-            DrawMark(dc, place, kDown, COLOR_3DDKSHADOW);
-    }
+    if (face.format & HDF_SORTUP)
+        DrawMark(dc, rest, report::HeaderMark::kAscending, face.dpi, COLOR_3DDKSHADOW);
+    else if (face.format & HDF_SORTDOWN)
+        DrawMark(dc, rest, report::HeaderMark::kDescending, face.dpi, COLOR_3DDKSHADOW);
     if (face.filtered)
-        DrawMark(dc, Take(rest, kMarkWidth, true), kFunnel, COLOR_HIGHLIGHT);
+        DrawMark(dc, rest, report::HeaderMark::kFiltered, face.dpi, COLOR_HIGHLIGHT);
     int width = 0;
     int height = 0;
     if ((face.format & HDF_IMAGE) && ::ImageList_GetIconSize(face.images, &width, &height))
-        DrawImage(dc, Take(rest, width, false), face, height);
+        DrawImage(dc, Take(rest, width, report::Scale(kGap, face.dpi), false), face, height);
 
     dc.SetBkMode(TRANSPARENT);
     const bool removed = face.look == HeaderLook::kRemoved;

@@ -21,6 +21,7 @@ struct HeaderFace
     int image = 0;
     bool filtered = false;
     bool marked = false; // keys change this column
+    int dpi = 96;        // dots per inch, by which margins and marks grow
     HeaderLook look = HeaderLook::kPlain;
 };
 

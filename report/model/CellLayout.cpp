@@ -6,8 +6,6 @@ namespace report
 namespace
 {
 
-constexpr int kTreeBoxSize = 9;
-
 std::int64_t Middle(int begin, int end)
 {
     return (std::int64_t{begin} + end) >> 1; // rounded down, left of the client area too
@@ -76,12 +74,12 @@ Rect CellLayout::TreeBoxOf(const Rect& indentedCell) const
             indentedCell.bottom};
 }
 
-Rect CellLayout::TreeBoxIn(const Rect& room)
+Rect CellLayout::TreeBoxIn(const Rect& room) const
 {
-    const int left =
-        ToInt(Middle(room.left, ToInt(std::int64_t{room.left} + room.Height())) - kTreeBoxSize / 2);
-    const int top = ToInt(Middle(room.top, room.bottom) - kTreeBoxSize / 2);
-    return {left, top, ToInt(std::int64_t{left} + kTreeBoxSize), ToInt(std::int64_t{top} + kTreeBoxSize)};
+    const int size = Scale(kTreeBoxSize, m_view.dpi);
+    const int left = ToInt(Middle(room.left, ToInt(std::int64_t{room.left} + room.Height())) - size / 2);
+    const int top = ToInt(Middle(room.top, room.bottom) - size / 2);
+    return {left, top, ToInt(std::int64_t{left} + size), ToInt(std::int64_t{top} + size)};
 }
 
 Rect CellLayout::Centered(const Rect& room, int width, int height)

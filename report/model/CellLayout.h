@@ -60,7 +60,7 @@ public:
     // The square left of an indented cell that the tree box is for, and the box in the middle of a square
     // that begins where `room` does.
     Rect TreeBoxOf(const Rect& indentedCell) const;
-    static Rect TreeBoxIn(const Rect& room);
+    Rect TreeBoxIn(const Rect& room) const;
 
 private:
     static Rect Centered(const Rect& room, int width, int height);

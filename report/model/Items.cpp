@@ -128,6 +128,18 @@ void Items::SetState(int item, unsigned bits, unsigned mask)
     m_overrides.SetItemStruct(item, record);
 }
 
+bool Items::SetPreview(int item, const char* text, int height, int textColor)
+{
+    if (m_isCallback || item < RVI_DEFAULT || item >= Count())
+        return false;
+    Item& record = m_overrides.GetItemStruct(item, -1, RVIM_TEXT | RVIM_PREVIEWHEIGHT);
+    record.previewText = text;
+    record.previewHeight = height;
+    record.previewTextColor = textColor;
+    m_overrides.SetItemStruct(item, record);
+    return true;
+}
+
 void Items::AppendIndent(std::string& line, const Item& item, const LineForm& form) const
 {
     if (!form.isTree || item.treeLevel < 0)

@@ -55,6 +55,9 @@ public:
     // Changes the state of an item; nothing in callback mode.
     void SetState(int item, unsigned bits, unsigned mask);
 
+    // Gives an item a preview; false in callback mode, and if there is no such item.
+    bool SetPreview(int item, const char* text, int height, int textColor);
+
     // The cells of these subitems, with `separator` between them and a line feed after the last. An item of a
     // tree begins with its indentation and a sign.
     struct LineForm

@@ -56,8 +56,9 @@ struct Selection
     // selected.
     void CutTo(int rows);
 
+    void SelectNone(); // the focus stays
+
 private:
-    void SelectNone();
     void TakeOut(int row);
 };
 

@@ -30,8 +30,17 @@ struct Rect
     bool operator==(const Rect&) const = default;
 };
 
+// So many pixels at 96 dots per inch are how many at another resolution; a half counts as one.
+constexpr int Scale(int pixels, int dpi)
+{
+    return ToInt((std::int64_t{pixels} * dpi + 48) / 96);
+}
+
+constexpr int kTreeBoxSize = 9; // at 96 dots per inch
+
 struct View
 {
+    int dpi = 96;        // dots per inch
     int itemHeight = 10; // of a row's line, and a level of indentation
     int margin = 6;      // left and right of a cell's contents, and between them
     int imageWidth = 0;

@@ -69,8 +69,11 @@ TEST(CellLayout, PutsPicturesInTheMiddleOfTheLine)
     EXPECT_EQ((Rect{100, 8, 116, 24}), layout.ImageIn({100, 10, 300, 20})) << "higher than the line";
 
     // The tree box's middle is the pixel in the middle of its square, left of the window too.
-    EXPECT_EQ((Rect{106, 16, 115, 25}), CellLayout::TreeBoxIn({100, 10, 300, 31}));
-    EXPECT_EQ((Rect{-95, 16, -86, 25}), CellLayout::TreeBoxIn({-101, 10, -81, 31}));
+    EXPECT_EQ((Rect{106, 16, 115, 25}), CellLayout(View()).TreeBoxIn({100, 10, 300, 31}));
+    EXPECT_EQ((Rect{-95, 16, -86, 25}), CellLayout(View()).TreeBoxIn({-101, 10, -81, 31}));
+    View fine;
+    fine.dpi = 192;
+    EXPECT_EQ((Rect{106, 16, 124, 34}), CellLayout(fine).TreeBoxIn({100, 10, 300, 41}));
     EXPECT_EQ((Rect{20, 10, 30, 40}), layout.TreeBoxOf({30, 10, 90, 40}));
     EXPECT_EQ(0, layout.Indentation(-1));
     EXPECT_EQ(30, layout.Indentation(3));
@@ -92,7 +95,7 @@ TEST(CellLayout, StandsSizesAtTheirLimits)
         layout.ImageIn(cell);
         layout.CheckIn(cell);
         layout.TreeBoxOf(cell);
-        CellLayout::TreeBoxIn(cell);
+        CellLayout(View()).TreeBoxIn(cell);
     }
 }
 

@@ -1,4 +1,5 @@
-#include "report/header/ReportHeaderCtrl.h"
+#include "ReportCell.h"
+#include "ReportHeaderCtrl.h"
 #include "tests/report/ReportFixture.h"
 
 #include <cstdio>
@@ -75,53 +76,179 @@ TEST_F(ReportTest, TakesInputOnTheBackgroundOfDialogs)
     EXPECT_EQ(face, background());
 }
 
-TEST_F(ReportTest, KeepsTheOdditiesOfItems)
-{
-    Define({"a", "b"});
-    Fill({"one"});
-
-    // The preview is not what SetItemText writes, though the item changes.
-    report.Struct(0).previewText = "preview";
-    report.Struct(0).previewTextColor = 3;
-    EXPECT_EQ(1, report.SetItemText(0, -1, "x"));
-    EXPECT_EQ(3, Read(0, -1).textColor);
-    EXPECT_STREQ("preview", text);
-    char small[4] = "";
-    EXPECT_EQ(3, report.GetItemText(0, -1, small, sizeof(small)));
-    EXPECT_STREQ("pre", small);
-
-    report.SetItemText(0, 1, "cut\x07here");
-    Read(0, 1);
-    EXPECT_STREQ("cut", text);
-    report.SetItemText(0, 0, nullptr);
-    EXPECT_EQ(0u, Read(0, 0).mask & RVIM_TEXT);
-
-    _RVITEM change;
-    change.mask = RVIM_STATE | RVIM_ITEMDATA;
-    change.state = 0xFF;
-    change.itemData = 0x123456789;
-    EXPECT_EQ(1, report.SetItem(&change));
-    EXPECT_EQ(RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED, report.Struct(0).state);
-    EXPECT_EQ(0x23456789ul, report.GetItemData(0));
-}
-
 TEST_F(ReportTest, HandsOutTextsThatFit)
 {
     Define({"a"});
     Fill({"text"});
-    const std::pair<int, std::string> cases[] = {{-1, "------"},      {0, "------"},
-                                                 {1, {"\0-----", 6}}, {2, {"t\0----", 6}},
-                                                 {5, {"text\0-", 6}}, {6, {"text\0-", 6}}};
-    for (const auto& [size, expected] : cases)
+    report.SetItemPreview(0, "a preview", 10, 3);
+    const struct
     {
-        std::string buffer(6, '-');
+        int subitem, size;
+        std::string expected;
+    } cases[] = {{0, -1, "------"},      {0, 0, "------"},
+                 {0, 1, {"\0-----", 6}}, {0, 2, {"t\0----", 6}},
+                 {0, 5, {"text\0-", 6}}, {-1, 2, {"a preview\0", 10}}}; // which is not cut
+    for (const auto& [subitem, size, expected] : cases)
+    {
+        std::string buffer(expected.size(), '-');
         _RVITEM read;
+        read.subitem = subitem;
         read.mask = RVIM_TEXT;
         read.text = buffer.data();
         read.textMax = size;
         EXPECT_EQ(1, report.GetItem(&read));
         EXPECT_EQ(expected, buffer) << size;
+        EXPECT_EQ(subitem < 0 ? 3 : -1, read.textColor);
     }
+    char small[4] = "";
+    EXPECT_EQ(3, report.GetItemText(0, -1, small, sizeof(small)));
+    EXPECT_STREQ("a p", small);
+    EXPECT_EQ(1, report.SetItemText(0, -1, "x")); // changes no preview
+    EXPECT_STREQ("a preview", report.GetItemText(0, -1).c_str());
+    _RVITEM change;
+    change.mask = RVIM_ITEMDATA;
+    change.itemData = 0x123456789;
+    EXPECT_EQ(1, report.SetItem(&change));
+    EXPECT_EQ(0x23456789ul, report.GetItemData(0));
+}
+
+TEST_F(ReportTest, NeedsNoSubclassForStatesAndPreviews)
+{
+    Define({"a"});
+    Fill({"1", "2"});
+    report.SetItemHeight(20);
+    Select(1, 1);
+    EXPECT_EQ(1, report.SetItemState(1, ~0u, RVIS_BOLD | RVIS_READONLY | RVIS_OWNERDRAWN | RVIS_COLLAPSED));
+    EXPECT_EQ(1, report.SetItemState(1, 0, RVIS_READONLY | RVIS_FOCUSED));
+    EXPECT_EQ(RVIS_FOCUSED | RVIS_SELECTED | RVIS_BOLD | RVIS_OWNERDRAWN, report.GetItemState(1));
+    EXPECT_EQ(1, report.SetItemPreview(1, "below", 30));
+    int height = 0;
+    EXPECT_TRUE(report.GetRowHeight(1, height) && height == 50);
+    EXPECT_EQ(1, report.SetItemPreview(1, nullptr, 0));
+    EXPECT_TRUE(report.GetRowHeight(1, height) && height == 20);
+    EXPECT_STREQ("", report.GetItemText(1, -1).c_str());
+    EXPECT_EQ(1, report.SetItemState(RVI_DEFAULT, RVIS_BOLD, RVIS_BOLD));
+    EXPECT_EQ(1, report.SelectNone());
+    EXPECT_EQ("0 to -1", Selected());
+    EXPECT_EQ(1, report.GetCurrentFocus());
+
+    const auto refused = [this](int item) {
+        return report.SetItemState(item, 4, 4) + report.SetItemPreview(item, "x", 1) +
+               static_cast<int>(report.GetItemState(item));
+    };
+    for (const int item : {-2, 2})
+        EXPECT_EQ(0, refused(item)) << item;
+    Create(RVS_CALLBACK);
+    report.SetItemCount(1);
+    EXPECT_EQ(0, report.SetItemState(0, 4, 4) + report.SetItemPreview(0, "x", 1));
+}
+
+TEST_F(ReportTest, ReadsBackWhatItWasGiven)
+{
+    Define({"a", "b"});
+    _RVSUBITEM definition;
+    definition.text = "caption";
+    definition.format = HDF_RIGHT | RVSF_IMAGE;
+    definition.header1 = 5;
+    definition.header2 = -6;
+    definition.image = 3;
+    report.RedefineSubItem(1, &definition);
+    report.SetSubItemWidth(1, 77);
+    _RVSUBITEM read;
+    EXPECT_EQ(1, report.GetSubItem(1, &read));
+    EXPECT_STREQ("caption", read.text);
+    EXPECT_EQ(std::tuple(HDF_RIGHT | RVSF_IMAGE, 77, 5, -6, 3),
+              std::tuple(read.format, read.width, read.header1, read.header2, read.image));
+    EXPECT_EQ(0, report.GetSubItem(-1, &read) + report.GetSubItem(2, &read));
+
+    __int64 value = 0;
+    EXPECT_EQ(1, report.ModifyProperty(RVP_MARGIN, 9));
+    EXPECT_TRUE(report.GetProperty(RVP_MARGIN, &value) && value == 9);
+    EXPECT_EQ(0, report.GetProperty(99, &value));
+    report.ModifyProperty(RVP_STRINGSEPARATOR, ';');
+    Fill({"1"});
+    EXPECT_STREQ("1;\n", report.GetItemString(0).c_str());
+    report.ModifyProperty(RVP_STRINGSEPARATOR, '\t');
+    report.InsertColor(1, RGB(1, 2, 3));
+    EXPECT_EQ(2, report.GetColorCount());
+    EXPECT_EQ(1, report.SetBkImage(0)); // none
+
+    CReportHeaderCtrl& header = *report.GetHeaderCtrl();
+    EXPECT_EQ(std::tuple(1, 1, 1),
+              std::tuple(header.GetItemOfColumn(1), header.GetColumn(1), header.GetSubItem(1)));
+    header.SetItemFiltered(1, true);
+    EXPECT_TRUE(header.IsItemFiltered(1) && !header.IsItemFiltered(0));
+}
+
+// As a subclass that keeps items by itself needs them.
+TEST_F(ReportTest, ReadsCellsThatAnotherHasEncoded)
+{
+    Define({"a", "b", "c"});
+    Fill({nullptr});
+    ZEMA::String cells;
+    CReportCell::Reset(cells, 1);
+    _RVITEM cell;
+    cell.mask = RVIM_TEXT | RVIM_CHECK;
+    cell.subitem = 2; // number 1 is added
+    cell.text = text;
+    cell.check = 1;
+    std::strcpy(text, "a text");
+    EXPECT_EQ(1, CReportCell::Write(cells, &cell));
+    EXPECT_EQ(1, CReportCell::Insert(cells, 0));
+    EXPECT_EQ(1, CReportCell::Remove(cells, 1));
+    report.Struct(0).cells = cells;
+    EXPECT_EQ(1, report.GetItemCheck(0, 2));
+    EXPECT_STREQ("a text", report.GetItemText(0, 2).c_str());
+
+    const std::tuple<int, int, const char*, unsigned> reads[] = {
+        {2, 6, "a t", RVIM_TEXT | RVIM_CHECK}, {1, -1, "", 0}, {3, -1, "", 0}, {-1, -1, "", 0}};
+    for (const auto& [subitem, length, expected, mask] : reads)
+    {
+        char small[4] = "";
+        cell.mask = RVIM_TEXT;
+        cell.subitem = subitem;
+        cell.text = small;
+        cell.textMax = sizeof(small);
+        EXPECT_EQ(length, CReportCell::Read(cells, &cell)) << subitem;
+        EXPECT_STREQ(expected, small) << subitem;
+        EXPECT_EQ(mask, cell.mask) << subitem;
+    }
+    EXPECT_EQ(0, CReportCell::Write(cells, &cell) + CReportCell::Insert(cells, -1) +
+                     CReportCell::Remove(cells, -1));
+}
+
+class FineReport : public TestReport
+{
+public:
+    int dpi = 192;
+    int GetResolution() override { return dpi; }
+};
+
+using ReportResolution = ReportTestOf<FineReport>;
+
+TEST_F(ReportResolution, MakesWhatTheOwnerHasNotSetLarger)
+{
+    EXPECT_EQ(20, report.GetItemHeight());
+    _RVSUBITEM wide;
+    report.ActivateSubItem(report.DefineSubItem(0, &wide), -1);
+    EXPECT_EQ(400, report.GetSubItemWidth(0));
+    report.SetItemHeight(30);
+    report.dpi = 96;
+    report.SendMessage(WM_DPICHANGED_AFTERPARENT);
+    EXPECT_EQ(30, report.GetItemHeight());
+    __int64 margin = 0;
+    EXPECT_TRUE(report.GetProperty(RVP_MARGIN, &margin) && margin == 6);
+
+    // Whatever the font needs.
+    report.ModifyProperty(RVP_FITITEMHEIGHT, 1);
+    const int plain = report.GetItemHeight();
+    CFont font;
+    LOGFONT large = {};
+    large.lfHeight = 60;
+    font.CreateFontIndirect(&large);
+    report.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font.GetSafeHandle()));
+    EXPECT_GT(plain, 13);
+    EXPECT_GT(report.GetItemHeight(), plain + 40);
 }
 
 TEST_F(ReportTest, MovesColumnsCellsAndTheSortMarkWithTheirSubItems)
@@ -214,14 +341,6 @@ TEST_F(ReportTest, AsksForItemsWithoutStoringThem)
     hit.pt = {10, 60};
     EXPECT_LT(0, report.HitTest(&hit));
     EXPECT_EQ(0, report.SortItems(0, 1));
-
-    // The text goes on into a shorter one without a terminator of its own.
-    report.load = [](_RVITEM& item) -> __int64 {
-        std::memcpy(item.text, "abc", 3);
-        item.mask = RVIM_TEXT;
-        return 0;
-    };
-    EXPECT_STREQ("abc", report.GetItemText(0, 0).c_str());
 
     report.load = [&](_RVITEM&) -> __int64 {
         report.DestroyWindow();

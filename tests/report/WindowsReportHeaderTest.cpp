@@ -1,7 +1,7 @@
 // The header of a report control and its list of hidden subitems, by the messages of the mouse.
 #include "ReportSubItemListCtrl.h"
 #include "tests/report/ReportFixture.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 
 #include <commctrl.h>
 
@@ -323,35 +323,36 @@ TEST_F(ReportHeader, LivesThroughWhatNotificationsDo)
         [this] { report.DeactivateSubItem(0); },
         [this] { Show(RVS_DRAGCOLUMNS); },
     };
+    const struct
+    {
+        std::function<void()> act;
+        UINT told; // 0: whatever the parent is told
+    } steps[] = {
+        {[this] { Click(25); }, 0},
+        {[this] { Send(header, WM_LBUTTONDBLCLK, 50, kY); }, 0},
+        {[this] { Drag(50, 80); }, 0},
+        {[this] { report.SetSubItemWidth(0, 70); }, 0},
+        {[this] { Drag(25, 130); }, HDN_BEGINDRAG},
+        {[this] { Drag(25, 130); }, HDN_ENDDRAG},
+    };
     for (const auto& action : actions)
     {
-        for (int step = 0; step < 6; ++step)
+        for (const auto& step : steps)
         {
-            SCOPED_TRACE(testing::Message() << &action - actions << ", step " << step);
-            SCOPED_TRACE(testing::Message() << &action - actions << ", step " << step);
+            SCOPED_TRACE(testing::Message() << &action - actions << ", step " << &step - steps);
             Show(RVS_DRAGCOLUMNS);
             Fill({"1", "2"});
             bool done = false;
-            const auto once = [&](UINT code) {
+            const auto once = [&] {
                 if (!std::exchange(done, true))
                     action();
-                return code == 0;
+                return false;
             };
-            parent.answer = [&](NMHDR& told) { return once(told.code); };
-            if (step >= 4)
-                report.toldByHeader = [&](UINT code) {
-                    return code == (step == 4 ? HDN_BEGINDRAG : HDN_ENDDRAG) && once(code);
-                };
-            if (step == 0)
-                Click(25);
-            else if (step == 1)
-                Send(header, WM_LBUTTONDBLCLK, 50, kY);
-            else if (step == 2)
-                Drag(50, 80);
-            else if (step == 3)
-                report.SetSubItemWidth(0, 70);
+            if (step.told)
+                report.toldByHeader = [&](UINT code) { return code == step.told && once(); };
             else
-                Drag(25, 130);
+                parent.answer = [&](NMHDR&) { return once(); };
+            step.act();
             EXPECT_TRUE(done);
             parent.answer = nullptr;
             report.toldByHeader = nullptr;
@@ -366,15 +367,7 @@ TEST_F(ReportHeader, LivesThroughWhatNotificationsDo)
 
 TEST_F(ReportHeader, LeavesNothingBehind)
 {
-    int objects = 0;
-    int windows = 0;
-    for (int round = 0; round < 100; ++round)
-    {
-        if (round == 3) // the first ones make what is kept for all
-        {
-            objects = GdiObjectCount();
-            windows = WindowCount();
-        }
+    ExpectNothingLeft([this] {
         Send(header, WM_LBUTTONDOWN, 25, kY);
         for (const int x : {70, 130, 200, 130})
         {
@@ -383,9 +376,7 @@ TEST_F(ReportHeader, LeavesNothingBehind)
             ::UpdateWindow(DragWindow());
         }
         Send(header, WM_LBUTTONUP, 130, kY);
-    }
-    EXPECT_EQ(objects, GdiObjectCount());
-    EXPECT_EQ(windows, WindowCount());
+    });
     EXPECT_EQ("bca", Columns());
 }
 

@@ -2,7 +2,7 @@
 #include "tests/report/ReportFixture.h"
 
 #include "report/model/Tree.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 
 #include <algorithm>
 #include <climits>
@@ -391,44 +391,9 @@ TEST_F(ReportHostile, KeepsColours)
         EXPECT_EQ(expected[index], report.GetColor(index)) << index;
 }
 
-TEST_F(ReportHostile, RefusesPropertiesThatAreNone)
-{
-    const std::pair<unsigned __int64, __int64> none[] = {{0, 0},
-                                                         {16, 0},
-                                                         {~0ull, 0},
-                                                         {RVP_EMPTYTEXT, 0},
-                                                         {RVP_GRIDSTYLE, 3},
-                                                         {RVP_GRIDSTYLE, -1},
-                                                         {RVP_TREESTYLE, 3},
-                                                         {RVP_TREESTYLE, 1LL << 32}};
-    for (const auto& [id, value] : none)
-        EXPECT_EQ(0, report.ModifyProperty(id, value)) << id << ' ' << value;
-    for (unsigned id = RVP_MARGIN; id <= RVP_TREEINDENT; ++id)
-    {
-        const bool isText = id == RVP_EMPTYTEXT || id == RVP_SORTCAPTION || id == RVP_TREEINDENT;
-        const __int64 value = isText ? reinterpret_cast<__int64>("") : id == RVP_CELLSEPARATOR ? '\x08' : 1;
-        EXPECT_EQ(1, report.ModifyProperty(id, value)) << id;
-    }
-    report.ModifyProperty(RVP_STRINGSEPARATOR, '\t');
-
-    Define({"a", "b"});
-    Fill({"2\x07"});
-    EXPECT_STREQ("2\x07", report.GetItemText(0, 0).c_str());
-    EXPECT_EQ(0u, Read(0, 1).mask & RVIM_TEXT);
-    EXPECT_EQ(1, report.ModifyProperty(RVP_CELLSEPARATOR, '\x07'));
-}
-
 TEST_F(ReportHostile, LivesThroughManyWindows)
 {
-    int objects = 0;
-    int windows = 0;
-    for (int round = 0; round < 100; ++round)
-    {
-        if (round == 10) // the first ones make what is kept for all
-        {
-            objects = GdiObjectCount();
-            windows = WindowCount();
-        }
+    ExpectNothingLeft([this] {
         report.UndefineAllSubItems();
         report.DeleteAllColors();
         Create();
@@ -437,9 +402,7 @@ TEST_F(ReportHostile, LivesThroughManyWindows)
         report.SetColor(0, 2);
         report.SetBkImage("no such file");
         report.SortItems(1, 0);
-    }
-    EXPECT_EQ(objects, GdiObjectCount());
-    EXPECT_EQ(windows, WindowCount());
+    });
 
     // Another window of the same object begins without columns, sort mark and focus, but has the items.
     Fill({"1", "2"});

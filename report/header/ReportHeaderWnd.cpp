@@ -1,34 +1,34 @@
-#include "report/header/ReportHeaderCtrl.h"
+#include "report/header/ReportHeaderWnd.h"
 
 #include <algorithm>
 
-int CReportHeaderCtrl::GetItemOfColumn(int column) const
+int ReportHeaderWnd::GetItemOfColumn(int column) const
 {
     return column >= 0 && column < GetItemCount() ? OrderToIndex(column) : kNone;
 }
 
-int CReportHeaderCtrl::GetColumn(int headerItem) const
+int ReportHeaderWnd::GetColumn(int headerItem) const
 {
     HDITEM item = {};
     item.mask = HDI_ORDER;
     return GetItem(headerItem, &item) ? item.iOrder : kNone;
 }
 
-int CReportHeaderCtrl::GetSubItem(int headerItem) const
+int ReportHeaderWnd::GetSubItem(int headerItem) const
 {
     HDITEM item = {};
     item.mask = HDI_WIDTH | HDI_LPARAM;
     return GetItem(headerItem, &item) ? static_cast<int>(item.lParam) : -1;
 }
 
-int CReportHeaderCtrl::GetWidth(int headerItem) const
+int ReportHeaderWnd::GetWidth(int headerItem) const
 {
     HDITEM item = {};
     item.mask = HDI_WIDTH | HDI_LPARAM;
     return GetItem(headerItem, &item) ? item.cxy : 0;
 }
 
-int CReportHeaderCtrl::GetColumnOfSubItem(int subitem) const
+int ReportHeaderWnd::GetColumnOfSubItem(int subitem) const
 {
     const int count = m_hWnd ? GetItemCount() : 0;
     for (int column = 0; column < count; ++column)
@@ -37,14 +37,14 @@ int CReportHeaderCtrl::GetColumnOfSubItem(int subitem) const
     return kNone;
 }
 
-int CReportHeaderCtrl::InsertColumn(int column, HDITEM& definition)
+int ReportHeaderWnd::InsertColumn(int column, HDITEM& definition)
 {
     definition.mask |= HDI_ORDER;
     definition.iOrder = column;
     return InsertItem(GetItemCount(), &definition); // the last: the others keep their numbers
 }
 
-void CReportHeaderCtrl::DeleteColumn(int column)
+void ReportHeaderWnd::DeleteColumn(int column)
 {
     const int headerItem = GetItemOfColumn(column);
     if (headerItem == kNone || !DeleteItem(headerItem))
@@ -55,7 +55,7 @@ void CReportHeaderCtrl::DeleteColumn(int column)
         --m_sortItem;
 }
 
-void CReportHeaderCtrl::MoveColumn(int from, int to)
+void ReportHeaderWnd::MoveColumn(int from, int to)
 {
     std::vector<int> order = GetOrder();
     const int moved = order[static_cast<std::size_t>(from)];
@@ -65,14 +65,14 @@ void CReportHeaderCtrl::MoveColumn(int from, int to)
     Invalidate();
 }
 
-void CReportHeaderCtrl::ReplaceColumn(int headerItem, HDITEM definition)
+void ReportHeaderWnd::ReplaceColumn(int headerItem, HDITEM definition)
 {
     SetItem(headerItem, &definition);
     if (headerItem == m_sortItem)
         SetSort(m_sortItem, m_sortAscending);
 }
 
-void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
+void ReportHeaderWnd::RenumberSubItems(int subitem, int by)
 {
     const int count = m_hWnd ? GetItemCount() : 0;
     for (int i = 0; i < count; ++i)
@@ -87,7 +87,7 @@ void CReportHeaderCtrl::RenumberSubItems(int subitem, int by)
     }
 }
 
-std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
+std::vector<report::Column> ReportHeaderWnd::GetColumns() const
 {
     std::vector<report::Column> columns;
     if (!m_hWnd)
@@ -102,12 +102,12 @@ std::vector<report::Column> CReportHeaderCtrl::GetColumns() const
     return columns;
 }
 
-bool CReportHeaderCtrl::IsRemovedByDrop() const
+bool ReportHeaderWnd::IsRemovedByDrop() const
 {
     return m_removesByDrop;
 }
 
-std::string CReportHeaderCtrl::GetTip(int headerItem) const
+std::string ReportHeaderWnd::GetTip(int headerItem) const
 {
     if (!m_sortsByClick)
         return {};
@@ -118,7 +118,7 @@ std::string CReportHeaderCtrl::GetTip(int headerItem) const
     return tip;
 }
 
-void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)
+void ReportHeaderWnd::SetSort(int headerItem, bool ascending)
 {
     if (m_sortItem != headerItem)
         ShowSortMark(m_sortItem, 0);
@@ -127,7 +127,7 @@ void CReportHeaderCtrl::SetSort(int headerItem, bool ascending)
     ShowSortMark(headerItem, ascending ? HDF_SORTUP : HDF_SORTDOWN);
 }
 
-void CReportHeaderCtrl::ShowSortMark(int headerItem, int mark)
+void ReportHeaderWnd::ShowSortMark(int headerItem, int mark)
 {
     HDITEM item = {};
     item.mask = HDI_FORMAT;

@@ -9,17 +9,14 @@
 
 // Header items are counted in the order in which they came, columns in that of display. One header item may
 // carry the sort mark.
-class CReportHeaderCtrl : public CFlatHeaderCtrl
+class ReportHeaderWnd : public CFlatHeaderCtrl
 {
 public:
-    // The header item in column `column`; kNone outside the columns.
-    int GetItemOfColumn(int column) const;
+    int GetItemOfColumn(int column) const override;
+    int GetColumn(int headerItem) const override;
+    int GetSubItem(int headerItem) const override;
 
-    // The column that a header item is displayed in; kNone when there is no such item.
-    int GetColumn(int headerItem) const;
-
-    // The subitem and width of a header item; -1 and 0 when there is no such item.
-    int GetSubItem(int headerItem) const;
+    // Returns the width of a header item; 0 if there is no such item.
     int GetWidth(int headerItem) const;
 
     // The first column that shows a subitem; kNone when none does.

@@ -36,7 +36,8 @@ public:
         kNumber,       // "-1,234.5", "1e-3"
         kDecimalComma, // "-1.234,5"
         kDate,         // "2026-11-21 14:05:06.25"; a date that ends with the year begins with the month
-        kDateDayFirst  // the same, but a date that ends with the year begins with the day
+        kDateDayFirst, // the same, but a date that ends with the year begins with the day
+        kLocale        // as the language of the user sorts words, by bytes where that finds no difference
     };
 
     explicit CReportSorter(CReportCtrl& control);

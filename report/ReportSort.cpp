@@ -1,9 +1,34 @@
 #include "ReportSort.h"
 
 #include "report/sort/KeyOrder.h"
+#include "zemacore/WideText.h"
 
 #include <array>
 #include <map>
+#include <string_view>
+
+namespace
+{
+
+// The system's sort key stands for its comparison of the texts: the keys' bytes compare as CompareStringEx
+// does. The key ends with its only NUL, so the text after it decides only between texts with equal keys.
+report::CellKey LocaleTextKey(std::string_view text)
+{
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text.data(), text.size(), wide);
+    const int length = static_cast<int>(wide.size());
+    const auto map = [&](char* key, int size) {
+        return ::LCMapStringEx(LOCALE_NAME_USER_DEFAULT, LCMAP_SORTKEY, wide.data(), length,
+                               reinterpret_cast<wchar_t*>(key), size, nullptr, nullptr, 0);
+    };
+    report::CellKey key = report::TextKey({});
+    key.text.resize(static_cast<std::size_t>(length > 0 ? map(nullptr, 0) : 0));
+    map(key.text.data(), static_cast<int>(key.text.size()));
+    key.text += text;
+    return key;
+}
+
+} // namespace
 
 struct CReportSorter::Data
 {
@@ -59,6 +84,8 @@ report::CellKey CReportSorter::Data::ReadKey(int item, int subitem)
         return report::DateKey(cell.text, report::DateOrder::kMonthFirst);
     case Order::kDateDayFirst:
         return report::DateKey(cell.text, report::DateOrder::kDayFirst);
+    case Order::kLocale:
+        return LocaleTextKey(cell.text);
     default:
         return report::TextKey(cell.text);
     }

@@ -1,5 +1,7 @@
 #include "report/header/HeaderTip.h"
 
+#include "zemacore/WideText.h"
+
 #include <commctrl.h>
 #include <utility>
 
@@ -12,19 +14,21 @@ void HeaderTip::Follow(const MSG& message, int headerItem, const RECT& rect, con
         if (text.empty())
             return;
         if (!m_hwnd)
-            m_hwnd = ::CreateWindowEx(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
-                                      WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, message.hwnd,
-                                      nullptr, nullptr, nullptr);
+            m_hwnd = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                       WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, message.hwnd,
+                                       nullptr, nullptr, nullptr);
         m_header = message.hwnd;
         m_headerItem = headerItem;
         m_text = text;
         m_rect = rect;
-        TOOLINFO tool = {};
-        tool.cbSize = TTTOOLINFOA_V1_SIZE; // which every version of the control knows
+        TOOLINFOW tool = {};
+        tool.cbSize = TTTOOLINFOW_V1_SIZE; // which every version of the control knows
         tool.hwnd = message.hwnd;
         tool.rect = rect;
-        tool.lpszText = m_text.data();
-        ::SendMessage(m_hwnd, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+        ZEMA::WideString wide;
+        ZEMA::ToWide(text.data(), text.size(), wide);
+        tool.lpszText = wide.data(); // the control takes a copy
+        ::SendMessage(m_hwnd, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     }
     MSG relayed = message;
     ::SendMessage(m_hwnd, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
@@ -34,10 +38,10 @@ void HeaderTip::Hide()
 {
     if (std::exchange(m_headerItem, -1) < 0)
         return;
-    TOOLINFO tool = {};
-    tool.cbSize = TTTOOLINFOA_V1_SIZE;
+    TOOLINFOW tool = {};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
     tool.hwnd = m_header;
-    ::SendMessage(m_hwnd, TTM_DELTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+    ::SendMessage(m_hwnd, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void HeaderTip::End()

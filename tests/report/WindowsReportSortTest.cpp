@@ -3,6 +3,9 @@
 #include "ReportHeaderCtrl.h"
 #include "ReportSort.h"
 #include "tests/report/ReportFixture.h"
+#include "zemacore/WideText.h"
+
+#include <cstring>
 
 namespace
 {
@@ -172,6 +175,36 @@ TEST_F(ReportSort, SorterGivesEachColumnItsOrder)
     _RVFINDINFO find = {RVFI_TEXT, "x", 0, 0, 0};
     report.SetItemCount(9);
     EXPECT_EQ(0, report.FindItem(&find, 0, 5));
+}
+
+// Words of both encodings among each other, each pair as the system compares it.
+TEST_F(ReportSort, SorterComparesWordsByTheUsersLanguage)
+{
+    const char* const words[] = {"Zug", "\u00D6l", "apfel",  "Apfel", "\u00C4pfel", "\xC4pfel",
+                                 "",    "\u0416",  "\u65E5", "z",     "co-op",      "coop"};
+    Define({"word"});
+    for (const char* const word : words)
+        Fill({word});
+    CReportSorter sorter(report);
+    sorter.SetOrder(0, CReportSorter::Order::kLocale);
+    report.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
+    const std::string apples = Sorted(0, 1);
+    EXPECT_NE(std::string::npos, apples.find("apfel Apfel \u00C4pfel \xC4pfel ")) << apples;
+    for (int i = 0; i < report.GetItemCount(); ++i)
+        for (int j = 0; j < report.GetItemCount(); ++j)
+        {
+            ZEMA::WideString wide[2];
+            ZEMA::ToWide(words[i], std::strlen(words[i]), wide[0]);
+            ZEMA::ToWide(words[j], std::strlen(words[j]), wide[1]);
+            const int system = ::CompareStringEx(LOCALE_NAME_USER_DEFAULT, 0, wide[0].c_str(), -1,
+                                                 wide[1].c_str(), -1, nullptr, nullptr, 0) -
+                               CSTR_EQUAL;
+            const int byBytes = std::strcmp(words[i], words[j]);
+            const int expected = system != 0 ? system : byBytes;
+            const int order = report.CompareItems(i, 0, j, 0);
+            EXPECT_EQ(expected < 0, order < 0) << words[i] << ' ' << words[j];
+            EXPECT_EQ(expected > 0, order > 0) << words[i] << ' ' << words[j];
+        }
 }
 
 } // namespace

@@ -22,18 +22,6 @@ enum Column
     kType
 };
 
-// A text that is not UTF-8 is taken to be in the system's code page already, which needs no more bytes.
-void ConvertFromUtf8(std::string& text)
-{
-    const int size = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    const int length =
-        ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, wide.data(), size);
-    if (length > 0)
-        text.resize(static_cast<std::size_t>(
-            ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, text.data(), size, nullptr, nullptr)));
-}
-
 // The first order that fits all texts of a column but empty ones.
 Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
 {
@@ -149,10 +137,7 @@ int RowOrder::Compare(int item1, int subitem1, int item2, int subitem2, __int64 
 
 void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order)
 {
-    std::vector<Line> lines = ReadCsv(path);
-    for (Line& line : lines)
-        for (std::string& text : line)
-            ConvertFromUtf8(text);
+    const std::vector<Line> lines = ReadCsv(path);
     Fill(report, lines);
     for (int i = 0; i < report.GetSubItemCount(); ++i)
     {

@@ -26,7 +26,7 @@ private:
 
 // These fill an empty control, and say how its columns are ordered.
 
-// Texts in UTF-8 are shown in the system's code page. Throws std::runtime_error when the file cannot be read.
+// Throws std::runtime_error when the file cannot be read.
 void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order);
 
 // Makes the control a tree. A folder that cannot be looked into shows as an empty one.

@@ -87,6 +87,28 @@ TEST(Items, TakesFromAnAnswerWhatItsMaskNames)
     }
 }
 
+TEST(Items, TakesPreviewsOfItemsThatItStores)
+{
+    for (const bool copies : {false, true})
+    {
+        ModelControl control;
+        control.copies = copies;
+        control.rows.InsertItem(0);
+        EXPECT_TRUE(control.items.SetPreview(0, "below", 9, 3));
+        FetchedCell fetched;
+        ASSERT_TRUE(control.items.Fetch(0, -1, 0, fetched));
+        EXPECT_EQ("below", fetched.cell.text) << copies;
+        EXPECT_EQ(3, fetched.cell.textColor);
+        EXPECT_EQ(9, fetched.item->previewHeight);
+        EXPECT_TRUE(control.items.SetPreview(RVI_DEFAULT, "", 0, -1));
+        for (const int none : {-2, 1})
+            EXPECT_FALSE(control.items.SetPreview(none, "", 0, -1)) << none;
+        control.rows.SetMode(true, false);
+        control.rows.SetCallbackCount(1);
+        EXPECT_FALSE(control.items.SetPreview(0, "", 0, -1));
+    }
+}
+
 TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
 {
     const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <stdexcept>
 #include <string>
@@ -65,8 +66,9 @@ inline std::vector<Line> ReadCsv(const std::string& path)
 }
 
 // A subitem for each caption, shown as a column, and an item for each further line. The default item holds
-// the captions once more.
-inline void Fill(CReportCtrl& report, const std::vector<Line>& lines)
+// the captions once more. `progress` is told now and then how many items there are.
+inline void Fill(CReportCtrl& report, const std::vector<Line>& lines,
+                 const std::function<void(int items)>& progress = {})
 {
     for (const std::string& caption : lines.front())
     {
@@ -79,5 +81,7 @@ inline void Fill(CReportCtrl& report, const std::vector<Line>& lines)
         const int item = &line == &lines.front() ? RVI_DEFAULT : report.InsertItem(report.GetItemCount());
         for (std::size_t i = 0; i < line.size(); ++i)
             report.SetItemText(item, static_cast<int>(i), line[i].c_str());
+        if (progress && item % 1000 == 999)
+            progress(item + 1);
     }
 }

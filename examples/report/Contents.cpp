@@ -48,11 +48,11 @@ int Scaled(CReportCtrl& report, int pixels)
     return ::MulDiv(pixels, report.GetResolution(), 96);
 }
 
-// As wide as the caption and the texts that are looked at, within bounds.
+// As wide as the caption and all texts, within bounds.
 int FitWidth(CReportCtrl& report, int subitem)
 {
     int width = Scaled(report, 40);
-    for (int item = RVI_DEFAULT; item < std::min(report.GetItemCount(), kSample); ++item)
+    for (int item = RVI_DEFAULT; item < report.GetItemCount(); ++item)
     {
         CRect rect;
         report.MeasureItem(item, subitem, rect, 0);
@@ -82,7 +82,7 @@ std::string TimeText(const FILETIME& time)
     return text;
 }
 
-void AddEntries(const std::string& folder, CReportCtrl& report, _TREEITEM* parent)
+void AddEntries(const std::string& folder, CReportCtrl& report, _TREEITEM* parent, const Progress& progress)
 {
     WIN32_FIND_DATA entry;
     const std::unique_ptr<void, decltype(&::FindClose)> find(
@@ -107,8 +107,9 @@ void AddEntries(const std::string& folder, CReportCtrl& report, _TREEITEM* paren
         report.SetItemText(item, kType, "folder");
         report.SetItemData(item, RowOrder::kFolder);
         if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) // it may lead back to where we are
-            AddEntries(folder + "\\" + name, report, treeItem);
+            AddEntries(folder + "\\" + name, report, treeItem, progress);
     } while (::FindNextFile(find.get(), &entry));
+    progress(report.GetItemCount());
 }
 
 } // namespace
@@ -135,10 +136,10 @@ int RowOrder::Compare(int item1, int subitem1, int item2, int subitem2, __int64 
     return isFolder1 == (order.m_ascending != 0) ? -1 : 1; // a descending sort turns answers round
 }
 
-void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order)
+void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress)
 {
     const std::vector<Line> lines = ReadCsv(path);
-    Fill(report, lines);
+    Fill(report, lines, progress);
     for (int i = 0; i < report.GetSubItemCount(); ++i)
     {
         const auto column = static_cast<std::size_t>(i);
@@ -153,7 +154,7 @@ void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order)
     }
 }
 
-void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order)
+void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress)
 {
     const struct
     {
@@ -176,7 +177,7 @@ void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order)
         order.GetSorter().SetOrder(number, column.order);
     }
     report.ModifyStyle(0, RVS_TREE);
-    AddEntries(path, report, nullptr);
+    AddEntries(path, report, nullptr, progress);
     order.GetSorter().AddFurtherKey(kName, 1);
     report.SortItems(kName, 1);
 }

@@ -3,6 +3,7 @@
 
 #include <ReportSort.h>
 
+#include <functional>
 #include <string>
 
 // The order of a report control's rows while this object lives: by their cells, but folders, whose item data
@@ -24,10 +25,12 @@ private:
     int m_ascending = 1;
 };
 
-// These fill an empty control, and say how its columns are ordered.
+// These fill an empty control, and say how its columns are ordered. `progress` is told now and then how many
+// items there are.
+using Progress = std::function<void(int items)>;
 
 // Throws std::runtime_error when the file cannot be read.
-void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order);
+void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress);
 
 // Makes the control a tree. A folder that cannot be looked into shows as an empty one.
-void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order);
+void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress);

@@ -23,21 +23,39 @@ constexpr DWORD kSwitched = RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_ALTERNAT
 constexpr UINT kFirstStyleCommand = 100;
 constexpr UINT kLastStyleCommand = kFirstStyleCommand + static_cast<UINT>(std::size(kSwitches)) - 1;
 constexpr UINT kHiddenListCommand = kLastStyleCommand + 1;
+constexpr UINT kSelectAllCommand = kHiddenListCommand + 1;
 
-HMENU MakeMenu()
+void FillViewMenu(CMenu& view)
 {
-    CMenu view;
     view.CreatePopupMenu();
     UINT id = kFirstStyleCommand;
     for (const auto& item : kSwitches)
         view.AppendMenu(MF_STRING, id++, item.caption);
     view.AppendMenu(MF_STRING, kHiddenListCommand, "Hidden &Columns");
+}
 
+HMENU MakeMenu()
+{
+    CMenu view;
+    FillViewMenu(view);
     CMenu bar;
     bar.CreateMenu();
     bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), "&View");
     return bar.Detach(); // the window's now
 }
+
+// The wait cursor for as long as it lives.
+class WaitCursor
+{
+public:
+    WaitCursor() : m_old(::SetCursor(::LoadCursor(nullptr, IDC_WAIT))) {}
+    ~WaitCursor() { ::SetCursor(m_old); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+private:
+    HCURSOR m_old;
+};
 
 } // namespace
 
@@ -47,8 +65,10 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
     ON_WM_INITMENUPOPUP()
+    ON_WM_CONTEXTMENU()
     ON_COMMAND_RANGE(kFirstStyleCommand, kLastStyleCommand, &ReportWnd::OnSwitchStyle)
     ON_COMMAND(kHiddenListCommand, &ReportWnd::OnSwitchHiddenList)
+    ON_COMMAND(kSelectAllCommand, &ReportWnd::OnSelectAll)
 END_MESSAGE_MAP()
 
 void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
@@ -63,12 +83,24 @@ void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
     if (!CreateEx(0, windowClass, (path + " - report").c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100,
                   100, Scaled(800), Scaled(500), nullptr, MakeMenu()))
         throw std::runtime_error("the window cannot be made");
-    m_report.SetRedraw(0);
-    (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order);
     m_layout = Layout(layoutFile, isFolder ? "Folders" : path);
+    LoadPlace(m_layout, *this);
+    Load(path, isFolder);
     LoadView();
     m_report.SetReportSubItemListCtrl(&m_hiddenList); // now that all columns are there it is filled once
+}
+
+// The window is there already, and its title tells how far it is.
+void ReportWnd::Load(const std::string& path, bool isFolder)
+{
+    const WaitCursor waiting;
+    UpdateWindow();
+    m_report.SetRedraw(0);
+    (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order, [&](int items) {
+        SetWindowText((std::to_string(items) + " rows - " + path).c_str());
+    });
     m_report.SetRedraw(1);
+    SetWindowText((path + " - report").c_str());
 }
 
 int ReportWnd::OnCreate(LPCREATESTRUCT)
@@ -80,6 +112,7 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
         return -1;
     m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
     m_report.ModifyProperty(RVP_FITITEMHEIGHT, 1);
+    m_report.ModifyProperty(RVP_KEYS, RVK_ALL);
     m_report.InsertColor(0, RGB(240, 245, 250)); // of alternating rows
     return 0;
 }
@@ -91,7 +124,6 @@ void ReportWnd::LoadView()
     m_showHiddenList = m_layout.GetNumber("HiddenColumns", 0) != 0;
     LoadColumns(m_layout, m_report);
     Arrange();
-    LoadPlace(m_layout, *this);
 }
 
 void ReportWnd::SaveView()
@@ -148,4 +180,29 @@ void ReportWnd::OnSwitchHiddenList()
 {
     m_showHiddenList = !m_showHiddenList;
     Arrange();
+}
+
+void ReportWnd::OnSelectAll()
+{
+    m_report.SelectAll();
+}
+
+// With a right click or the menu key, at a point of the screen.
+void ReportWnd::OnContextMenu(CWnd*, CPoint point)
+{
+    CMenu menu;
+    FillViewMenu(menu);
+    menu.AppendMenu(MF_STRING, kSelectAllCommand, "Select &All\tCtrl+A");
+    menu.TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, this);
+}
+
+BOOL ReportWnd::PreTranslateMessage(MSG* message)
+{
+    if (message->message != WM_KEYDOWN || message->wParam != VK_TAB || !m_showHiddenList)
+        return CWnd::PreTranslateMessage(message);
+    if (::GetFocus() == m_hiddenList)
+        m_report.SetFocus();
+    else
+        m_hiddenList.SetFocus();
+    return TRUE;
 }

@@ -16,6 +16,7 @@ public:
     void Open(const std::string& path, const std::string& layoutFile);
 
 protected:
+    BOOL PreTranslateMessage(MSG* message) override; // Tab goes from the report to the list and back
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnClose();
     afx_msg void OnSize(UINT type, int width, int height);
@@ -23,9 +24,12 @@ protected:
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
     afx_msg void OnSwitchStyle(UINT id);
     afx_msg void OnSwitchHiddenList();
+    afx_msg void OnSelectAll();
+    afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
     DECLARE_MESSAGE_MAP()
 
 private:
+    void Load(const std::string& path, bool isFolder);
     void LoadView();
     void SaveView();
     void Arrange();

@@ -73,6 +73,9 @@ TEST(WideText, IsUtf8OrCodePageAsAWhole)
             EXPECT_TRUE(Wide(Bytes(Units(wide))) == Units(wide)) << "and back: " << text;
             EXPECT_EQ(kind != TextKind::CodePage, text == Bytes(Units(wide))) << text;
         }
+    for (const std::string cut :
+         {"\xC3\xA4", "\xE6\x97\xA5", "\xF0\x9F\x98\x80"}) // what follows is not the text's
+        EXPECT_EQ(TextKind::CodePage, ZEMA::GetTextKind(cut.data(), cut.size() - 1)) << cut;
 }
 
 TEST(WideText, GivesSurrogatesWithoutTheirHalfAsTheReplacement)

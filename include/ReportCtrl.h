@@ -546,7 +546,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    friend class CReportSubItemListCtrl; // which shows captions
     struct Data;
     std::unique_ptr<Data> m_data;
 };

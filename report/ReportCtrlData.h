@@ -11,6 +11,7 @@
 #include "report/model/DirtyRows.h"
 #include "report/model/ExtraKeys.h"
 #include "report/model/Geometry.h"
+#include "report/model/PaintedShapes.h"
 #include "report/model/Properties.h"
 #include "report/model/Rows.h"
 #include "report/model/ScrollPosition.h"
@@ -40,6 +41,7 @@ struct WindowState
     bool isRedrawOn = true; // SetRedraw
     bool hasMovedRows = false;
     unsigned wheelLines = 3;
+    NMHDR* asking = nullptr;   // who asks in a callback, kept for the operation at work
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
 };
 
@@ -73,6 +75,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
         bool again = false;           // a paint was asked for in the midst of one
         std::string text;             // of the cell being drawn
         report::DirtyRows dirty;      // since the last paint
+        report::PaintedShapes shapes; // good as long as nothing is to be painted again
     };
 
     CReportCtrl& control;
@@ -119,6 +122,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     }
     void RowsMade(int count) override
     {
+        painting.shapes.Forget();
         scroll.SetTop(view.topRow, count);
         scroll.MarkTooFar();
     }

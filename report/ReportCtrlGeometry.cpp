@@ -189,7 +189,7 @@ int CReportCtrl::IsItemVisible(int item, int subitem)
 
 int CReportCtrl::HitTest(_RVHITTESTINFO* info)
 {
-    Data::Snapshot snapshot(*m_data);
+    Data::Snapshot snapshot(*m_data, Data::FetchedRows::Shapes::Painted);
     const report::Hit hit = snapshot.geometry.HitTest(info->pt.x, info->pt.y);
     info->flags = hit.flags;
     info->row = hit.row;

@@ -60,6 +60,8 @@ int CReportCtrl::SetItem(_RVITEM* item)
     ScrollWindow(SB_VERT, m_data->view.topRow);
     if (m_data->window.isRedrawOn)
         RedrawItems(item->item, RVI_NONE);
+    else
+        m_data->painting.shapes.Forget();
     return 1;
 }
 

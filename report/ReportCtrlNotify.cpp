@@ -54,12 +54,12 @@ void CReportCtrl::Data::FillHeader(NMHDR& filled, UINT code)
 
 // ---- Callbacks
 
-// A paint, which asks for hundreds of items, asks the system but once.
+// A paint asks for hundreds of items, and the system but once.
 bool CReportCtrl::Data::FillCallbackHeader(NMHDR& filled)
 {
     if (!control.m_hWnd)
         return false;
-    NMHDR* const kept = painting.snapshot ? &painting.snapshot->rows.callbackHeader : nullptr;
+    NMHDR* const kept = window.asking;
     if (kept && kept->hwndFrom == control.m_hWnd)
     {
         filled = *kept;

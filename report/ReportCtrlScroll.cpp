@@ -156,12 +156,14 @@ void CReportCtrl::SetRedraw(int redraw)
 
 void CReportCtrl::Data::Redraw()
 {
+    painting.shapes.Forget();
     if (control.m_hWnd && window.isRedrawOn && painting.dirty.AddAll() == report::DirtyRows::Request::All)
         control.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
 }
 
 void CReportCtrl::RedrawRows(int first, int last, int update)
 {
+    m_data->painting.shapes.Forget();
     if (last == RVI_NONE)
         last = first;
     if (!m_hWnd || !m_data->window.isRedrawOn)

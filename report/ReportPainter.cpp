@@ -86,6 +86,7 @@ int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
     for (report::ShownRow row; snapshot.geometry.Next(row, clip.bottom);)
     {
         bottom = row.rect.bottom;
+        m_data.painting.shapes.Add(row.row, row.shape);
         if (row.rect.bottom <= clip.top)
             continue;
         const CRect whole = ToRect(row.rect);
@@ -208,8 +209,10 @@ void CReportCtrl::Data::Painter::DrawCell(CDC& dc, int row, const report::ShownC
     // A colour of the item's own would hide what is selected and focused.
     if (isSelected || isFocused)
         cell.backgroundColor = -1;
-    dc.SetTextColor(isFocused ? m_data.look.colors.System(RVSC_TEXT)
-                              : TextColorOf(cell.textColor, isSelected));
+    const COLORREF color =
+        isFocused ? m_data.look.colors.System(RVSC_TEXT) : TextColorOf(cell.textColor, isSelected);
+    if (dc.GetTextColor() != color) // asking is cheap, and setting a call of the system
+        dc.SetTextColor(color);
 
     if (!(cell.state & RVIS_OWNERDRAWN) || !NotifyDraw(dc, cell, rect))
         m_data.control.DrawItem(&dc, ToRect(report::CellLayout(m_data.view).Inner(shown.rect)), &cell);

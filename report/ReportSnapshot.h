@@ -8,10 +8,21 @@
 class CReportCtrl::Data::FetchedRows : public report::GeometrySource
 {
 public:
-    explicit FetchedRows(Data& data) : m_data(data) {}
+    // Shapes are asked for, or those of the last paint as long as they are good.
+    enum class Shapes
+    {
+        Asked,
+        Painted
+    };
+    explicit FetchedRows(Data& data, Shapes shapes) : m_data(data), m_shapes(shapes) {}
 
     int RowCount() override { return m_data.rows.Count(); }
-    report::RowShape ShapeOf(int row) override { return Row(row).shape; }
+    report::RowShape ShapeOf(int row) override
+    {
+        const bool isPainted = m_shapes == Shapes::Painted;
+        const report::RowShape* const known = isPainted ? m_data.painting.shapes.Find(row) : nullptr;
+        return known ? *known : Row(row).shape;
+    }
     report::CellContents ContentsOf(int row, int subitem) override;
     const std::vector<report::Column>& Columns() override;
 
@@ -31,6 +42,7 @@ public:
 
 private:
     Data& m_data;
+    Shapes m_shapes;
     std::vector<report::Column> m_columns;
     bool m_areColumnsRead = false;
     Fetched m_row;
@@ -38,7 +50,23 @@ private:
 
 struct CReportCtrl::Data::Snapshot
 {
-    explicit Snapshot(Data& data) : rows(data), geometry(data.view, rows) {}
+    explicit Snapshot(Data& data, FetchedRows::Shapes shapes = FetchedRows::Shapes::Asked)
+        : rows(data, shapes), geometry(data.view, rows), m_asking(data.window.asking)
+    {
+        if (!m_asking)
+            m_asking = &rows.callbackHeader;
+    }
+    ~Snapshot()
+    {
+        if (m_asking == &rows.callbackHeader)
+            m_asking = nullptr;
+    }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
     FetchedRows rows;
     report::Geometry geometry;
+
+private:
+    NMHDR*& m_asking; // the control's
 };

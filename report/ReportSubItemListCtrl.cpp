@@ -1,12 +1,23 @@
 #include "ReportSubItemListCtrl.h"
 
-#include "report/ReportCtrlData.h"
+#include "ReportCtrl.h"
 #include "report/header/EscapeHook.h"
+#include "report/header/ReportHeaderWnd.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
 #include <utility>
+
+namespace
+{
+
+ReportHeaderWnd& HeaderOf(CReportCtrl& report)
+{
+    return static_cast<ReportHeaderWnd&>(*report.GetHeaderCtrl());
+}
+
+} // namespace
 
 struct CReportSubItemListCtrl::Press
 {
@@ -46,8 +57,8 @@ BOOL CReportSubItemListCtrl::Create(DWORD style, const RECT& rect, CWnd* parent,
 void CReportSubItemListCtrl::SetReportCtrl(CReportCtrl* report)
 {
     EndPress();
-    if (m_report && report)
-        m_report->m_data->subitemList = nullptr; // it goes from one control to another
+    if (m_report && report) // it goes from one control to another
+        std::exchange(m_report, nullptr)->SetReportSubItemListCtrl(nullptr);
     m_report = report;
     Refresh();
 }
@@ -70,9 +81,10 @@ void CReportSubItemListCtrl::Refresh()
     {
         if (m_report->IsActiveSubItem(subitem) || !AcceptSubItem(subitem))
             continue;
-        const char* const caption = m_report->m_data->items.SubItemAt(subitem).text.c_str();
+        _RVSUBITEM definition;
+        m_report->GetSubItem(subitem, &definition);
         const LRESULT entry =
-            SendMessage(LB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(caption));
+            SendMessage(LB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(definition.text));
         SendMessage(LB_SETITEMDATA, static_cast<WPARAM>(entry), subitem);
     }
     const LRESULT last = SendMessage(LB_GETCOUNT) - 1;
@@ -159,7 +171,7 @@ int CReportSubItemListCtrl::ColumnUnder(CPoint point)
 {
     if (!m_report)
         return -1;
-    ReportHeaderWnd& header = m_report->m_data->header;
+    ReportHeaderWnd& header = HeaderOf(*m_report);
     ClientToScreen(&point);
     if (::WindowFromPoint(point) != m_hWnd) // the list may lie over the header
         return header.ShowDropMark(point);
@@ -174,7 +186,7 @@ void CReportSubItemListCtrl::EndPress()
     if (!press)
         return;
     if (m_report)
-        m_report->m_data->header.HideDropMark();
+        HeaderOf(*m_report).HideDropMark();
     if (::GetCapture() == m_hWnd)
         ::ReleaseCapture();
 }

@@ -3,6 +3,8 @@
 #include "afxcontrolbarutil.h"
 #include "report/header/FlatHeaderPress.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 BEGIN_MESSAGE_MAP(CFlatHeaderCtrl, CHeaderCtrl)
@@ -46,6 +48,11 @@ template <typename Call> LRESULT CFlatHeaderCtrl::CallSystem(Call call)
 
 LRESULT CFlatHeaderCtrl::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    const UINT questions[] = {HDM_GETITEMA,     HDM_GETITEMW,        HDM_GETITEMCOUNT, HDM_GETITEMRECT,
+                              HDM_ORDERTOINDEX, HDM_HITTEST,         HDM_LAYOUT,       HDM_GETORDERARRAY,
+                              WM_NCPAINT,       WM_WINDOWPOSCHANGING};
+    if (std::find(std::begin(questions), std::end(questions), message) == std::end(questions))
+        m_mayHaveChanged = true;
     return CallSystem([&] { return CHeaderCtrl::DefWindowProc(message, wParam, lParam); });
 }
 
@@ -61,6 +68,7 @@ void CFlatHeaderCtrl::StopTracking()
 {
     if (std::exchange(m_trackedItem, kNone) != kNone)
     {
+        m_mayHaveChanged = true;
         const std::size_t told = m_whenIdle.size();
         CHeaderCtrl::DefWindowProc(WM_LBUTTONUP, 0, MAKELPARAM(m_trackPoint.x, m_trackPoint.y));
         m_whenIdle.resize(told); // the owner knows the width

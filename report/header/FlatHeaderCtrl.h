@@ -82,6 +82,10 @@ protected:
     // The items from left to right.
     std::vector<int> GetOrder() const;
 
+    // Whether a message that may have changed items, or their order, has come since the last call. While the
+    // system's control is at work they may change at any time.
+    bool TakeItemsChanged() { return std::exchange(m_mayHaveChanged, m_systemCalls > 0); }
+
     // Whether the owner takes a column away that is dropped off the header.
     virtual bool IsRemovedByDrop() const { return false; }
 
@@ -122,6 +126,7 @@ private:
     void RedrawItem(int index);
 
     std::vector<_HDITEMEX> m_extras;
+    bool m_mayHaveChanged = true;
     unsigned m_itemChanges = 0; // items that came and went, of all windows
     std::unique_ptr<Press> m_press;
     std::unique_ptr<CFHDropWnd> m_mark;

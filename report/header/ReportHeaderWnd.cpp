@@ -87,19 +87,19 @@ void ReportHeaderWnd::RenumberSubItems(int subitem, int by)
     }
 }
 
-std::vector<report::Column> ReportHeaderWnd::GetColumns() const
+const std::vector<report::Column>& ReportHeaderWnd::GetColumns()
 {
-    std::vector<report::Column> columns;
-    if (!m_hWnd)
-        return columns;
-    for (const int index : GetOrder())
+    if (!TakeItemsChanged())
+        return m_columns;
+    m_columns.clear();
+    for (const int index : m_hWnd ? GetOrder() : std::vector<int>())
     {
         HDITEM item = {};
         item.mask = HDI_WIDTH | HDI_LPARAM;
         if (GetItem(index, &item))
-            columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
+            m_columns.push_back({static_cast<int>(item.lParam), std::max(0, item.cxy)});
     }
-    return columns;
+    return m_columns;
 }
 
 bool ReportHeaderWnd::IsRemovedByDrop() const

@@ -35,8 +35,8 @@ public:
     // The subitem numbers of all columns from `subitem` on change by `by`.
     void RenumberSubItems(int subitem, int by);
 
-    // All columns from left to right.
-    std::vector<report::Column> GetColumns() const;
+    // All columns from left to right. They are read again only after something may have changed them.
+    const std::vector<report::Column>& GetColumns();
 
     // The header item that carries the sort mark; kNone for none.
     void SetSort(int headerItem, bool ascending);
@@ -60,6 +60,7 @@ protected:
 private:
     void ShowSortMark(int headerItem, int mark);
 
+    std::vector<report::Column> m_columns;
     std::string m_sortCaption = "Sort by: %s";
     int m_sortItem = kNone;
     bool m_sortAscending = true;

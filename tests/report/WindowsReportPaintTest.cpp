@@ -566,6 +566,49 @@ TEST_F(ReportWindow, AsksForFewRowsThatHaveNoHeight)
     EXPECT_LT(500, report.GetTopIndex());
 }
 
+// A point hits what is seen there: rows above it are not asked for again, until something has changed.
+TEST_F(ReportWindow, PointsHitWhatWasPainted)
+{
+    ShowWindows(RVS_CALLBACK);
+    int asked = 0;
+    int height = 0; // of the first row's preview
+    report.load = [&](_RVITEM& item) {
+        ++asked;
+        item.previewHeight = item.item == 0 ? height : 0;
+        item.mask = RVIM_PREVIEWHEIGHT;
+        return 0;
+    };
+    report.SetItemCount(100);
+    report.UpdateWindow();
+    const auto rowAt = [&](int y) {
+        asked = 0;
+        _RVHITTESTINFO hit = {};
+        hit.pt = {60, y};
+        report.HitTest(&hit);
+        return hit.row;
+    };
+    EXPECT_EQ(9, rowAt(9 * kItemHeight + 3));
+    EXPECT_EQ(1, asked) << "the cell";
+    report.SetSubItemWidth(0, 70); // and the columns are those of now
+    _RVHITTESTINFO hit = {};
+    hit.pt = {60, 3};
+    report.HitTest(&hit);
+    EXPECT_EQ(0, hit.column);
+    height = 5 * kItemHeight;
+    const std::function<void()> changes[] = {[&] { report.RedrawItems(0, RVI_NONE); },
+                                             [&] { report.SetRedraw(0), report.RedrawRows(0, 0, 0); },
+                                             [&] { report.SetRedraw(1), report.SetItemCount(99); }};
+    for (const auto& change : changes)
+    {
+        change();
+        EXPECT_EQ(4, rowAt(9 * kItemHeight + 3)) << &change - changes;
+    }
+    report.ScrollWindow(SB_VERT, 50);
+    EXPECT_EQ(59, rowAt(9 * kItemHeight + 3));
+    report.UpdateWindow();
+    EXPECT_EQ(59, rowAt(9 * kItemHeight + 3));
+}
+
 TEST_F(ReportWindow, LeavesNothingBehindHoweverOftenItPaints)
 {
     ShowWindows(RVS_HORIZONTALGRID | RVS_TREE | RVS_ALTERNATEROWS | RVS_FIXEDROW);

@@ -74,6 +74,7 @@ TEST(HeaderDrag, BeginsOnlyFarFromThePressAndAtAnotherPlace)
     EXPECT_EQ(0, wide.DropAt(99, 10).gap);
     EXPECT_FALSE(drag.Begins(30, 18, 31, 21, 4, 4)); // off the strip, but not far
     EXPECT_TRUE(drag.Begins(30, 18, 31, 23, 4, 4));
+    EXPECT_FALSE(drag.Begins(46, 10, 50, 10, 4, 4)); // exactly as far as a click may wobble
     EXPECT_TRUE(drag.Begins(INT_MAX, INT_MAX, INT_MIN, INT_MIN, INT_MAX, INT_MAX));
 }
 

@@ -136,6 +136,10 @@ void CReportCtrl::Data::UseStyle(DWORD bits)
 
 int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 {
+    // A sort, and whoever asks the owner for an item, goes on with the rows that there were.
+    const bool makesRows = ((remove | add) & (RVS_CALLBACK | RVS_TREEMASK)) != 0;
+    if (makesRows && (m_data->rows.IsBusy() || m_data->window.questions > 0))
+        return 0;
     const bool hadFaceBackground = m_data->window.hasFaceBackground;
     m_data->window.hasFaceBackground =
         (add & RVS_FACEBACKGROUND) || (hadFaceBackground && !(remove & RVS_FACEBACKGROUND));

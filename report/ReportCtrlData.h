@@ -42,6 +42,7 @@ struct WindowState
     bool hasMovedRows = false;
     unsigned wheelLines = 3;
     NMHDR* asking = nullptr;   // who asks in a callback, kept for the operation at work
+    int questions = 0;         // that the owner is answering, one within the other
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
 };
 

@@ -73,12 +73,30 @@ bool CReportCtrl::Data::FillCallbackHeader(NMHDR& filled)
     return true;
 }
 
+namespace
+{
+
+class CountedQuestion
+{
+public:
+    explicit CountedQuestion(int& count) : m_count(count) { ++m_count; }
+    ~CountedQuestion() { --m_count; }
+    CountedQuestion(const CountedQuestion&) = delete;
+    CountedQuestion& operator=(const CountedQuestion&) = delete;
+
+private:
+    int& m_count;
+};
+
+} // namespace
+
 bool CReportCtrl::Data::AskOwner(_RVITEM& question)
 {
     _NMRVITEMCALLBACK callback = {};
     if (!FillCallbackHeader(callback.hdr))
         return false;
     callback.item = question;
+    const CountedQuestion counted(window.questions);
     const __int64 answer = control.OnRvnItemCallbackBypass(reinterpret_cast<_NMREPORTVIEW*>(&callback));
     question = callback.item;
     return answer == 0;

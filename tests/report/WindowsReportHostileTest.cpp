@@ -268,17 +268,6 @@ TEST_F(ReportHostile, AnswersNumbersAtTheLimits)
     report.SetTreeFocus(root);
 }
 
-TEST_F(ReportHostile, MayLoseItsWindowToAnAnswer)
-{
-    parent.answer = [&](NMHDR&) -> LRESULT { return report.DestroyWindow(); };
-    Define({"a"});
-    Fill({"1"});
-    _RVHITTESTINFO hit = {};
-    EXPECT_EQ(1, report.Notify(RVN_ITEMCLICK, 0, &hit));
-    EXPECT_EQ(nullptr, report.m_hWnd);
-    EXPECT_EQ(0, report.Notify(RVN_ITEMCLICK, 0, &hit)); // nobody to tell
-}
-
 class OwnLoading : public TestReport
 {
 public:

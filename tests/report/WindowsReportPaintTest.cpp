@@ -594,12 +594,15 @@ TEST_F(ReportWindow, PointsHitWhatWasPainted)
     hit.pt = {60, 3};
     report.HitTest(&hit);
     EXPECT_EQ(0, hit.column);
-    height = 5 * kItemHeight;
     const std::function<void()> changes[] = {[&] { report.RedrawItems(0, RVI_NONE); },
                                              [&] { report.SetRedraw(0), report.RedrawRows(0, 0, 0); },
                                              [&] { report.SetRedraw(1), report.SetItemCount(99); }};
     for (const auto& change : changes)
     {
+        height = 0;
+        report.SetRedraw(1);
+        report.UpdateWindow();
+        height = 5 * kItemHeight;
         change();
         EXPECT_EQ(4, rowAt(9 * kItemHeight + 3)) << &change - changes;
     }

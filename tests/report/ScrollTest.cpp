@@ -60,6 +60,20 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
     }
 }
 
+TEST(ScrollPosition, IsCutToTheRowsAndToTheirWidth)
+{
+    View view;
+    ScrollPosition position(view);
+    const std::tuple<int, int, bool> cases[] = {{-1, 0, false}, {7, 7, true}, {7, 7, false}, {9, 8, true}};
+    for (const auto& [wanted, reached, moved] : cases)
+    {
+        EXPECT_EQ(moved, position.SetTop(wanted, 8));
+        EXPECT_EQ(reached, view.topRow);
+        EXPECT_EQ(moved, position.SetLeft(wanted, 8));
+        EXPECT_EQ(reached, view.left);
+    }
+}
+
 TEST(DirtyRows, AskForFewRangesInViewAndThenForAll)
 {
     using Request = DirtyRows::Request;

@@ -107,6 +107,7 @@ TEST(Input, KeysMoveAmongColumnsThatCanHaveTheFocus)
         list.selection.focusColumn = each.from;
         Input(list.selection, list).KeyDown(Number(each.key), {});
         EXPECT_EQ(each.to, list.selection.focusColumn) << each.from;
+        EXPECT_EQ(each.to == each.from ? kNoRow : each.to, list.visibleColumn) << each.from;
         EXPECT_EQ("", list.log);
     }
 }

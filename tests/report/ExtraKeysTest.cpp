@@ -28,6 +28,7 @@ public:
     }
     TreeRow TreeRowAt(int row) override
     {
+        EXPECT_LT(row, rows);
         return {row == 2 || row == 5, row == 2, row == 3 || row == 4 ? 2 : kNoRow};
     }
     void SelectAll() override { log += " all"; }

@@ -74,6 +74,17 @@ TEST(ScrollPosition, IsCutToTheRowsAndToTheirWidth)
     }
 }
 
+TEST(ScrollPosition, PagesGoOnWhereOneRowFillsTheArea)
+{
+    Sheet sheet;
+    LayOut(sheet.view, 205, 5, 0, false);
+    sheet.view.topRow = 5;
+    EXPECT_EQ(6, RowAfter(ScrollRequest::PageForward, 0, sheet.view, sheet.geometry));
+    EXPECT_EQ(4, RowAfter(ScrollRequest::PageBack, 0, sheet.view, sheet.geometry));
+    sheet.view.left = INT_MAX;
+    EXPECT_EQ(INT_MAX, LeftAfter(ScrollRequest::LineForward, 0, sheet.view, sheet.geometry));
+}
+
 TEST(DirtyRows, AskForFewRangesInViewAndThenForAll)
 {
     using Request = DirtyRows::Request;

@@ -409,6 +409,8 @@ TEST(Writer, PathsNeedAManagerAndAFolder)
     EXPECT_STREQ("D:C:\\Logs\\sub\\x.y.z", path) << "a drive comes from the name";
 
     std::strcpy(path, "untouched");
+    const std::string subfolder = std::string(260 - std::strlen("C:\\Logs\\") - 1, 's') + "\\";
+    EXPECT_FALSE(QmLogMakeFilePath((subfolder + "x").c_str(), path)) << "no room for the terminator";
     session.manager.folder = std::string(255, 'f');
     EXPECT_FALSE(QmLogMakeFilePath("Log.DAT", path));
     EXPECT_EQ(0, QmLogGlobalTimeGet()) << "without a path there is nothing to wait for";

@@ -1,50 +1,42 @@
-// Command lines, read by CLI11, and what the examples tell their user.
+// Command lines, and what the examples tell their user.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
-#include <windows.h>
-
-#include <stdexcept>
+#include <exception>
+#include <functional>
+#include <memory>
 #include <string>
 
-inline const char* const kExitCodes =
-    "Exit code: 0 done, 1 something cannot be read, written or started, 2 asked wrongly.";
-
-// To the standard output or error; where the program was started without them, in a message box.
-inline void Tell(DWORD stream, const std::string& text)
+// The words after a program's name: declared one by one, then read. What is declared must outlive the
+// reading, and keeps its value where the user names none.
+class CommandLine
 {
-    DWORD written = 0;
-    if (!::WriteFile(::GetStdHandle(stream), text.data(), static_cast<DWORD>(text.size()), &written, nullptr))
-        ::MessageBoxA(nullptr, text.c_str(), nullptr, MB_OK);
-}
+public:
+    CommandLine(const char* name, const char* about);
+    ~CommandLine();
 
-// Reads the program's words into what the options of `app` name. False when help was asked for, and told.
-// Throws std::invalid_argument with one line when the words do not fit.
-inline bool ReadWords(CLI::App& app, int count, char** words)
-{
-    app.set_help_flag("-h,--help", "show this text");
-    app.footer(kExitCodes);
-    app.allow_windows_style_options(false); // a path may begin with a slash
-    try
+    // Words that belong to no option, in the order in which they are declared.
+    enum class Need
     {
-        app.parse(count, words);
-        return true;
-    }
-    catch (const CLI::CallForHelp&)
-    {
-        Tell(STD_OUTPUT_HANDLE, app.help());
-        return false;
-    }
-    catch (const CLI::ParseError& error)
-    {
-        throw std::invalid_argument(std::string(error.what()) + ", see " + app.get_name() + " --help");
-    }
-}
+        kRequired,
+        kOptional
+    };
+    void AddOperand(const char* label, std::string& value, Need need, const char* help);
 
-// Tells why the program fails, in one line; its exit code.
-inline int Fail(const CLI::App& app, const std::exception& error)
-{
-    Tell(STD_ERROR_HANDLE, app.get_name() + ": " + error.what() + "\n");
-    return dynamic_cast<const std::invalid_argument*>(&error) ? 2 : 1;
-}
+    // `names` is "--desc" or several with commas between them, `label` what stands for the value in the help.
+    void AddFlag(const char* names, bool& value, const char* help);
+    void AddText(const char* names, const char* label, std::string& value, const char* help);
+    // `take` may throw std::invalid_argument.
+    void AddValue(const char* names, const char* label, std::function<void(const std::string&)> take,
+                  const char* help);
+
+    // False when help was asked for, and told. Throws std::invalid_argument with one line when the words do
+    // not fit.
+    bool Read(int count, char** words);
+
+    // Tells why the program fails, in one line; its exit code.
+    int Fail(const std::exception& error) const;
+
+private:
+    struct Data;
+    std::unique_ptr<Data> m_data;
+};

@@ -22,22 +22,38 @@ struct Options
     std::optional<Order> order;
 };
 
-void Declare(CLI::App& app, Options& options)
+// False when help was asked for.
+bool Read(CommandLine& line, int count, char** words, Options& options)
 {
-    app.add_option("FILE", options.file, "the CSV file; its first line has the captions")->required();
-    CLI::Option* const column = app.add_option("COLUMN", options.column, "a caption, or a number from 1");
-    app.add_flag("--desc", options.descending, "downwards")->needs(column);
-    CLI::App* const orders = app.add_option_group("Orders", "what the column holds");
-    orders->require_option(0, 1);
-    const auto add = [&](const char* name, Order order, const char* help) {
-        orders
-            ->add_flag_callback(
-                name, [&options, order] { options.order = order; }, help)
-            ->needs(column);
-    };
-    add("--natural", Order::kNatural, "texts with numbers, file9 before file10");
-    add("--number", Order::kNumber, "numbers");
-    add("--date", Order::kDate, "dates");
+    line.AddOperand("FILE", options.file, CommandLine::Need::kRequired,
+                    "the CSV file; its first line has the captions");
+    line.AddOperand("COLUMN", options.column, CommandLine::Need::kOptional, "a caption, or a number from 1");
+    line.AddFlag("--desc", options.descending, "downwards");
+    struct
+    {
+        const char* name;
+        Order order;
+        const char* help;
+        bool given = false;
+    } orders[] = {{"--natural", Order::kNatural, "the column holds texts with numbers, file9 before file10"},
+                  {"--number", Order::kNumber, "it holds numbers"},
+                  {"--date", Order::kDate, "it holds dates"}};
+    for (auto& choice : orders)
+        line.AddFlag(choice.name, choice.given, choice.help);
+    if (!line.Read(count, words))
+        return false;
+
+    for (const auto& choice : orders)
+    {
+        if (!choice.given)
+            continue;
+        if (options.order)
+            throw std::invalid_argument(std::string(choice.name) + ": a column holds one of these only");
+        options.order = choice.order;
+    }
+    if (options.column.empty() && (options.descending || options.order))
+        throw std::invalid_argument("COLUMN is missing: what is to be sorted by?");
+    return true;
 }
 
 void Sort(CReportCtrl& list, CReportSorter& sorter, const Line& captions, const Options& options)
@@ -75,17 +91,16 @@ void Run(const Options& options)
 
 int main(int count, char** words)
 {
-    CLI::App app("Prints the rows of a CSV file in order, tabs between cells.", "csvsort");
+    CommandLine line("csvsort", "Prints the rows of a CSV file in order, tabs between cells.");
     try
     {
         Options options;
-        Declare(app, options);
-        if (ReadWords(app, count, words))
+        if (Read(line, count, words, options))
             Run(options);
         return 0;
     }
     catch (const std::exception& error)
     {
-        return Fail(app, error);
+        return line.Fail(error);
     }
 }

@@ -195,16 +195,17 @@ class GalleryApp : public CWinApp
     BOOL InitInstance() override
     {
         m_pMainWnd = &m_wnd;
-        CLI::App app("Shows what a report control can draw.", "gallery");
+        CommandLine line("gallery", "Shows what a report control can draw.");
         try
         {
             std::string picture;
-            app.add_option("FILE", picture, "write a picture of the window, as BMP, and end");
-            return ReadWords(app, __argc, __argv) && Start(picture); // FALSE ends the program
+            line.AddOperand("FILE", picture, CommandLine::Need::kOptional,
+                            "write a picture of the window, as BMP, and end");
+            return line.Read(__argc, __argv) && Start(picture); // FALSE ends the program
         }
         catch (const std::exception& error)
         {
-            m_exitCode = Fail(app, error);
+            m_exitCode = line.Fail(error);
             return FALSE;
         }
     }

@@ -34,19 +34,17 @@ CSize ReadSize(const std::string& text)
     return {width, height};
 }
 
-void Declare(CLI::App& app, Options& options)
+void Declare(CommandLine& line, Options& options)
 {
-    app.add_option("PATH", options.path, "a CSV or TSV file, its first line has the captions; or a folder")
-        ->required();
-    app.add_option("--layout", options.layout, "the INI file to remember in, not %APPDATA%\\QmLogReport.ini")
-        ->type_name("FILE");
-    app.add_option_function<std::string>(
-           "--size", [&options](const std::string& text) { options.size = ReadSize(text); },
-           "the window's size in pixels")
-        ->type_name("WxH");
-    app.add_option("--screenshot", options.picture,
-                   "write a picture as BMP and end; without --layout nothing is remembered")
-        ->type_name("FILE");
+    line.AddOperand("PATH", options.path, CommandLine::Need::kRequired,
+                    "a CSV or TSV file, its first line has the captions; or a folder");
+    line.AddText("--layout", "FILE", options.layout,
+                 "the INI file to remember in, not %APPDATA%\\QmLogReport.ini");
+    line.AddValue(
+        "--size", "WxH", [&options](const std::string& text) { options.size = ReadSize(text); },
+        "the window's size in pixels");
+    line.AddText("--screenshot", "FILE", options.picture,
+                 "write a picture as BMP and end; without --layout nothing is remembered");
 }
 
 std::string FullPath(const std::string& path)
@@ -87,18 +85,18 @@ class ReportApp : public CWinApp
     BOOL InitInstance() override
     {
         m_pMainWnd = &m_wnd;
-        CLI::App app(kUse, "report");
+        CommandLine line("report", kUse);
         try
         {
             Options options;
-            Declare(app, options);
-            if (ReadWords(app, __argc, __argv))
+            Declare(line, options);
+            if (line.Read(__argc, __argv))
                 Start(m_wnd, options);
             return m_wnd.GetSafeHwnd() != nullptr; // FALSE ends the program
         }
         catch (const std::exception& error)
         {
-            m_exitCode = Fail(app, error);
+            m_exitCode = line.Fail(error);
             return FALSE;
         }
     }

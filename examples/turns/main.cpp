@@ -51,12 +51,12 @@ int Parent(const std::string& program)
 
 int main(int count, char** words)
 {
-    CLI::App app("Logs, starts a child that logs into the same folder, and waits for it.", "turns");
+    CommandLine line("turns", "Logs, starts a child that logs into the same folder, and waits for it.");
     try
     {
         bool child = false;
-        app.add_flag("--child", child, "be the child");
-        if (!ReadWords(app, count, words))
+        line.AddFlag("--child", child, "be the child");
+        if (!line.Read(count, words))
             return 0;
         const int code = child ? Child() : Parent(words[0]);
         QmLogWriterCloseAll();
@@ -64,6 +64,6 @@ int main(int count, char** words)
     }
     catch (const std::exception& error)
     {
-        return Fail(app, error);
+        return line.Fail(error);
     }
 }

@@ -25,7 +25,32 @@ if(WIN32)
     target_link_options(qm_options INTERFACE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
 endif()
 
+# What tests are compiled with besides: they are compiled more often than they run, and their debug information is
+# there for names and lines. Fortified calls need the optimiser.
+add_library(qm_test_options INTERFACE)
+target_link_libraries(qm_test_options INTERFACE qm_options)
+target_compile_options(qm_test_options INTERFACE -O0 -g1 -U_FORTIFY_SOURCE)
+
+# Precompiled headers hold those of the system only. A compiler cache makes nothing of them and does better without.
+if(CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
+endif()
+
+# Modules reuse one. It is made without any macro of theirs, or the compiler would not take it.
+if(WIN32)
+    file(CONFIGURE OUTPUT precompiled.cpp CONTENT "")
+    add_library(qm_precompiled OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp)
+    target_link_libraries(qm_precompiled PRIVATE qm_options)
+    target_precompile_headers(qm_precompiled PRIVATE
+        <windows.h> <commctrl.h> <algorithm> <functional> <memory> <string> <vector>)
+endif()
+
 option(QM_COVERAGE "Count how often each line runs" OFF)
+if(WIN32 AND NOT QM_COVERAGE)
+    # What ships names its sources by their path from this folder, wherever it was built. The last map that fits counts.
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
+                        $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${CMAKE_BINARY_DIR}=.>)
+endif()
 if(QM_COVERAGE)
     target_compile_options(qm_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:--coverage>)
     target_link_options(qm_options INTERFACE --coverage)

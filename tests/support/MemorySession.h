@@ -2,8 +2,8 @@
 #pragma once
 
 #include "QmLogWriter.h"
+#include "tests/support/MemoryFiles.h"
 #include "zemacore/AppDataManager.h"
-#include "zemacore/MemoryFiles.h"
 
 #include <cstring>
 #include <string>

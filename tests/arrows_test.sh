@@ -1,0 +1,96 @@
+#!/bin/bash
+# Each folder includes only what it may, models no window header, and window code is only where windows are called.
+#   arrows_test.sh SOURCE_FOLDER
+set -u
+cd "$1" || exit 1
+shopt -s extglob nullglob
+failed=0
+
+# includes_only PATTERN FILE...: each quoted include of the files matches the pattern.
+includes_only() {
+    local allowed=$1 found
+    shift
+    if (($# == 0)); then
+        echo "no files for $allowed"
+        failed=1
+    elif found=$(grep -Hn '^#include "' "$@" | grep -vE "#include \"($allowed)\""); then
+        echo "may not be included here:"
+        echo "$found"
+        failed=1
+    fi
+}
+
+# without_system FILE...: includes no header of the system's either.
+without_system() {
+    local found
+    if found=$(grep -HnE '^#include <(windows|wing|winuser|commctrl|unistd|sys/)' "$@"); then
+        echo "is no place for the system's headers:"
+        echo "$found"
+        failed=1
+    fi
+}
+
+# calls_windows FILE...: else the code belongs into a model.
+calls_windows() {
+    local file
+    for file; do
+        if ! grep -qE '::[A-Z][A-Za-z]+\(|m_hWnd|SendMessage|Afx[A-Z]|dc(\.|->)[A-Z]|m_data->header\.' "$file"; then
+            echo "$file makes no window call"
+            failed=1
+        fi
+    done
+}
+
+# The platform: the core knows no windows, and none of its libraries knows the log library.
+core='wintypes\.h|zemacore/\w+\.h'
+framework='afx\w*\.h|atltypes\.h|mfc/\w+\.h'
+graphics='vkgrafic/\w+\.h'
+common='qm(common|textctrl|flattabctrl)/\w+\.h'
+includes_only "$core|Windows\w+\.h" platform/zemacore/* platform/include/zemacore/*
+includes_only "$core|vkservices/\w+\.h|Windows\w+\.h" platform/vkservices/* platform/include/vkservices/*
+includes_only "$core|$graphics" platform/vkgrafic/* platform/include/vkgrafic/*
+includes_only "$core|$framework|$graphics" platform/mfc/* platform/include/mfc/* platform/include/a*.h
+includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource\.h" \
+    platform/qm*/* platform/include/qm*/*
+
+# The exported headers of the log files are free of windows, and those of the report control know no logs.
+logs='QmLog(Api|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
+logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
+items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
+includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser).h
+includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
+includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report*.h
+
+# The log files know no windows; the log view is told of them by a source of rows.
+includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
+models=(logview/!(QmLog*|ShownRows*|FileLook*|ReaderRows*|SessionStart*).@(h|cpp))
+includes_only 'QmLogRow\.h|logview/\w+\.h' "${models[@]}"
+includes_only "$logs|$core|logfiles/\w+\.h|logview/\w+\.h" logview/@(FileLook|ReaderRows|SessionStart).{h,cpp}
+includes_only "$logs|$logWindows|$framework|$graphics|$common|logview/\w+\.h" logview/QmLog*.cpp logview/ShownRows.h
+without_system "${models[@]}"
+calls_windows logview/QmLogTextCtrl*.cpp
+
+# The report control: its models see items only, its windows see the models.
+model='report/model/\w+\.h'
+includes_only "$items|$model" report/model/*.{h,cpp}
+includes_only "$items|$model|report/sort/\w+\.h" report/sort/*.{h,cpp}
+includes_only "$items|ReportHeaderCtrl\.h|$core|$framework|$graphics|$model|report/header/\w+\.h" report/header/*.{h,cpp}
+includes_only "Report\w+\.h|$core|$framework|$graphics|report/(\w+/)?\w+\.h" report/*.{h,cpp}
+without_system report/{model,sort}/*.{h,cpp}
+# These only pass on what models answer, or raise the framework's exception.
+calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp
+
+# The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
+includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}
+includes_only "$logs|$core|commandline/\w+\.h|logtool/\w+\.h" host/logtool/*.{h,cpp}
+deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
+for file in host/logdesk/*.cpp; do
+    if grep -qx "${file##*/}" <<<"$deskCore"; then
+        includes_only 'commandline/\w+\.h|logdesk/\w+\.h' "$file"
+        without_system "$file"
+    else
+        includes_only "$logs|$logWindows|$core|$framework|$graphics|$common|commandline/\w+\.h|logdesk/\w+\.h|Version\.h" "$file"
+        calls_windows "$file"
+    fi
+done
+exit $failed

@@ -29,6 +29,19 @@ constexpr DWORD kRowBytes = sizeof(CQmLogRow);
 
 const char* const kBig = "Big"; // the log that is read and searched
 
+// Whether verification finds nothing in the log.
+bool IsClean(const std::string& folder)
+{
+    struct : QmLogVerifyListener
+    {
+        void OnFinding(const QmLogFinding&) override { isClean = false; }
+        bool isClean = true;
+    } listener;
+    const char* const logs[] = {kBig};
+    QmLogVerify(folder.c_str(), logs, 1, listener);
+    return listener.isClean;
+}
+
 std::string Lines(unsigned count)
 {
     std::string text;
@@ -117,7 +130,7 @@ private:
         m_report.Add({"memory, verification", bench::MemoryGrowth([this] { Verify(); }), "KiB", reference});
     }
 
-    void Verify() { Check(QmLogVerify(m_folder.Path(), {kBig}).empty(), "QmLogVerify"); }
+    void Verify() { Check(IsClean(m_folder.Path()), "QmLogVerify"); }
 
     void MeasureVerification()
     {
@@ -356,7 +369,7 @@ private:
             AddCounts("Find" + m_inRows, files.Take());
 
             // The other logs have numbers too, which this one lacks.
-            QmLogVerify(m_folder.Path(), {kBig});
+            IsClean(m_folder.Path());
             AddCounts("verification" + m_inRows, files.Take());
         }
         QmLogWriterCloseAll();

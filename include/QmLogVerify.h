@@ -3,9 +3,7 @@
 
 #include "QmLogApi.h"
 
-#include <functional>
-#include <string>
-#include <vector>
+#include <cstddef>
 
 // What was found. Damage means that something was lost or changed behind the library's back, or cannot be
 // read. The rest is what a running writer, a killed one or a single failed write leaves, and takes nothing
@@ -47,25 +45,39 @@ enum class QmLogFindingKind
 // True for the kinds that are damage.
 QMLOG_API bool QmLogIsDamage(QmLogFindingKind kind);
 
+// The texts are valid while OnFinding runs.
 struct QmLogFinding
 {
     static constexpr unsigned long kNoRow = 0xFFFFFFFF;
 
     QmLogFindingKind kind;
-    std::string file;   // its name in the folder, "Main.ROW"
+    const char* file;   // its name in the folder, "Main.ROW"
     unsigned long row;  // counted from 0; kNoRow when no single row is meant
-    std::string reason; // a sentence without a full stop
+    const char* reason; // a sentence without a full stop
 };
 
-// Hears now and then how much of the work is done, in percent, and answers false to end it.
-using QmLogVerifyProgress = std::function<bool(int percent)>;
+// Whoever is told what verification finds, and how far it is.
+class QmLogVerifyListener
+{
+public:
+    virtual ~QmLogVerifyListener() = default;
 
-// Checks the logs named in `logs` (base names without extension) of `folder`, and "Log.DAT", against each
-// other. Reads only, in constant memory, and the files may grow meanwhile. Findings come log by log, in
+    // All findings come at the end.
+    virtual void OnFinding(const QmLogFinding& finding) = 0;
+
+    // Told now and then how much of the work is done, in percent. False ends the work.
+    virtual bool OnProgress(int percent)
+    {
+        static_cast<void>(percent);
+        return true;
+    }
+};
+
+// Checks `count` logs of `folder`, named in `logs` (base names without extension), and "Log.DAT", against
+// each other. Reads only, in constant memory, and the files may grow meanwhile. Findings come log by log, in
 // ascending row order; of more than 1,000 in one log the rest is counted in one more, and a log with more
-// than a hundred thousand is given up. When `progress` ends the work, the findings are those up to there.
+// than a hundred thousand is given up. When the listener ends the work, the findings are those up to there.
 // Without files there are no findings. A number without a row can be told only when `logs` names every log of
 // the folder.
-QMLOG_API std::vector<QmLogFinding> QmLogVerify(const std::string& folder,
-                                                const std::vector<std::string>& logs,
-                                                const QmLogVerifyProgress& progress = {});
+QMLOG_API void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,
+                           QmLogVerifyListener& listener);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QmLogApi.h"
+#include "QmLogFolder.h"
 #include "QmLogRow.h"
 
 // Appends text to one log: the characters to "<name>.LOG", and one CQmLogRow a line to "<name>.ROW".
@@ -160,12 +161,3 @@ QMLOG_API CQmLogWriter& QmLogWriterDefine(const char* name);
 // Closes the files of every defined writer and both handles of "Log.DAT". Writers stay defined and open
 // their files again on their next write; other processes may write meanwhile. Always true.
 QMLOG_API bool QmLogWriterCloseAll();
-
-// The full path of a file of the log folder: the folder, the directory of `name` below it, name and
-// extension. `path` holds 260 characters and may be `name` itself. False, with `path` untouched,
-// when there is no log folder or the result does not fit.
-QMLOG_API bool QmLogMakeFilePath(const char* name, char* path);
-
-// The last sequence number given out in the log folder; 0 on a fresh folder and when it cannot be read.
-// Creates "Log.DAT" when missing and waits for its lock.
-QMLOG_API int QmLogGlobalTimeGet();

@@ -1,6 +1,6 @@
 #include "logfiles/Counters.h"
 
-#include "QmLogWriter.h"
+#include "QmLogFolder.h"
 #include "logfiles/ErrorLog.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"

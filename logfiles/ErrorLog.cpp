@@ -1,6 +1,6 @@
 #include "logfiles/ErrorLog.h"
 
-#include "QmLogWriter.h"
+#include "QmLogFolder.h"
 #include "logfiles/Append.h"
 #include "zemacore/AppDataManager.h"
 #include "zemacore/File.h"

@@ -1,6 +1,6 @@
 #include "logfiles/LogPath.h"
 
-#include "QmLogWriter.h"
+#include "QmLogFolder.h"
 #include "logfiles/ErrorLog.h"
 #include "zemacore/AppDataManager.h"
 #include "zemacore/File.h"

@@ -12,6 +12,7 @@ namespace
 {
 
 using logfiles::FileWindow;
+using logfiles::Finding;
 using logfiles::ReadProgress;
 using logfiles::VerifyLog;
 
@@ -130,7 +131,7 @@ public:
             m_more = true;
     }
 
-    void AppendTo(std::vector<QmLogFinding>& all) const
+    void AppendTo(std::vector<Finding>& all) const
     {
         if (m_count == 0)
             return;
@@ -188,6 +189,48 @@ MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint
     return missing;
 }
 
+// What the counters' file itself lacks.
+void CheckCounters(const CounterFile& counters, bool anyRows, std::vector<Finding>& all)
+{
+    const auto add = [&all](QmLogFindingKind kind, const std::string& reason) {
+        all.push_back({kind, "Log.DAT", QmLogFinding::kNoRow, reason});
+    };
+    if (counters.state == FileWindow::State::kUnreadable)
+        add(QmLogFindingKind::kFileUnreadable, "the file cannot be opened or read");
+    else if (anyRows && counters.state == FileWindow::State::kMissing)
+        add(QmLogFindingKind::kCountersMissing, "the counters are missing, but there are rows");
+    else if (anyRows && counters.size != 8)
+        add(QmLogFindingKind::kCountersSize,
+            "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
+}
+
+std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& counters)
+{
+    std::optional<std::uint32_t> counter;
+    if (counters.state == FileWindow::State::kOpen && counters.size >= sizeof(counters.lastNumber))
+        counter = counters.lastNumber;
+    bool anyRows = false;
+    for (VerifyLog& log : logs)
+    {
+        anyRows = anyRows || log.RowCount() > 0;
+        log.CheckOffsets();
+    }
+    const MissingNumbers missing = CheckNumbers(logs, counter);
+
+    std::vector<Finding> findings;
+    bool complete = true;
+    for (VerifyLog& log : logs)
+    {
+        log.CheckReadable();
+        complete = complete && !log.IsGivenUp();
+        log.GetFindings().AppendTo(findings);
+    }
+    CheckCounters(counters, anyRows, findings);
+    if (complete)
+        missing.AppendTo(findings);
+    return findings;
+}
+
 } // namespace
 
 bool QmLogIsDamage(QmLogFindingKind kind)
@@ -195,50 +238,19 @@ bool QmLogIsDamage(QmLogFindingKind kind)
     return kind < QmLogFindingKind::kRowBeforeText;
 }
 
-std::vector<QmLogFinding> QmLogVerify(const std::string& folder, const std::vector<std::string>& logs,
-                                      const QmLogVerifyProgress& progress)
+void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,
+                 QmLogVerifyListener& listener)
 {
     std::string prefix = folder;
     if (!prefix.empty() && prefix.back() != '\\' && prefix.back() != '/')
         prefix += '\\';
 
-    ReadProgress reading(progress);
+    ReadProgress reading([&listener](int percent) { return listener.OnProgress(percent); });
     // The counters last: they move on before the rows do.
     std::deque<VerifyLog> open;
-    bool anyRows = false;
-    for (const std::string& log : logs)
-    {
-        open.emplace_back(prefix, log, reading);
-        anyRows = anyRows || open.back().RowCount() > 0;
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        open.emplace_back(prefix, logs[i], reading);
     const CounterFile counters = ReadCounterFile(prefix + "Log.DAT");
-
-    std::optional<std::uint32_t> counter;
-    if (counters.state == FileWindow::State::kOpen && counters.size >= sizeof(counters.lastNumber))
-        counter = counters.lastNumber;
-    for (VerifyLog& log : open)
-        log.CheckOffsets();
-    const MissingNumbers missing = CheckNumbers(open, counter);
-
-    std::vector<QmLogFinding> findings;
-    bool complete = true;
-    for (VerifyLog& log : open)
-    {
-        log.CheckReadable();
-        complete = complete && !log.IsGivenUp();
-        log.GetFindings().AppendTo(findings);
-    }
-    const auto addCounters = [&](QmLogFindingKind kind, const std::string& reason) {
-        findings.push_back({kind, "Log.DAT", QmLogFinding::kNoRow, reason});
-    };
-    if (counters.state == FileWindow::State::kUnreadable)
-        addCounters(QmLogFindingKind::kFileUnreadable, "the file cannot be opened or read");
-    else if (anyRows && counters.state == FileWindow::State::kMissing)
-        addCounters(QmLogFindingKind::kCountersMissing, "the counters are missing, but there are rows");
-    else if (anyRows && counters.size != 8)
-        addCounters(QmLogFindingKind::kCountersSize,
-                    "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
-    if (complete)
-        missing.AppendTo(findings);
-    return findings;
+    for (const Finding& finding : Verify(open, counters))
+        listener.OnFinding({finding.kind, finding.file.c_str(), finding.row, finding.reason.c_str()});
 }

@@ -29,10 +29,10 @@ void Findings::Add(QmLogFindingKind kind, const char* extension, std::uint64_t r
     m_findings.push_back({kind, m_log + "." + extension, static_cast<unsigned long>(row), reason});
 }
 
-void Findings::AppendTo(std::vector<QmLogFinding>& all)
+void Findings::AppendTo(std::vector<Finding>& all)
 {
     std::stable_sort(m_findings.begin(), m_findings.end(),
-                     [](const QmLogFinding& a, const QmLogFinding& b) { return a.row < b.row; });
+                     [](const Finding& a, const Finding& b) { return a.row < b.row; });
     all.insert(all.end(), m_findings.begin(), m_findings.end());
     if (m_more > 0)
     {

@@ -11,6 +11,15 @@
 namespace logfiles
 {
 
+// What QmLogFinding tells, kept.
+struct Finding
+{
+    QmLogFindingKind kind;
+    std::string file;
+    unsigned long row;
+    std::string reason;
+};
+
 // The findings of one log, in the order in which they came up; beyond a limit only their number is kept, and
 // beyond another the log is given up: each of its rows would be one more.
 class Findings
@@ -24,14 +33,14 @@ public:
     bool IsGivenUp() const { return m_more >= kHopeless; }
 
     // Appends the findings to `all` in ascending row order.
-    void AppendTo(std::vector<QmLogFinding>& all);
+    void AppendTo(std::vector<Finding>& all);
 
 private:
     static constexpr std::size_t kLimit = 1000;
     static constexpr unsigned long kHopeless = 100000;
 
     std::string m_log;
-    std::vector<QmLogFinding> m_findings;
+    std::vector<Finding> m_findings;
     unsigned long m_more = 0;
     bool m_moreDamage = false;
 };

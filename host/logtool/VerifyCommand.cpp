@@ -3,7 +3,6 @@
 #include "QmLogVerify.h"
 
 #include <chrono>
-#include <functional>
 #include <ostream>
 
 namespace logtool
@@ -12,29 +11,25 @@ namespace logtool
 namespace
 {
 
-std::size_t PrintFindings(std::ostream& output, const std::vector<QmLogFinding>& findings, bool damage)
-{
-    std::size_t count = 0;
-    for (const QmLogFinding& finding : findings)
-    {
-        if (QmLogIsDamage(finding.kind) != damage)
-            continue;
-        ++count;
-        output << (damage ? "damage: " : "note: ") << finding.file << ": ";
-        if (finding.row != QmLogFinding::kNoRow)
-            output << "row " << finding.row << ": ";
-        output << finding.reason << '\n';
-    }
-    return count;
-}
-
-// Tells on a terminal how far the check has come, once it has taken a while, and whether it is to go on.
-class Progress
+// The findings in lines. Tells on a terminal how far the check has come, once it has taken a while, and
+// whether it is to go on.
+class Findings : public QmLogVerifyListener
 {
 public:
-    explicit Progress(Host& host) : m_host(host) {}
+    explicit Findings(Host& host) : m_host(host) {}
 
-    bool operator()(int percent)
+    void OnFinding(const QmLogFinding& finding) override
+    {
+        const bool isDamage = QmLogIsDamage(finding.kind);
+        std::string& text = isDamage ? m_damage : m_notes;
+        text += std::string(isDamage ? "damage: " : "note: ") + finding.file + ": ";
+        if (finding.row != QmLogFinding::kNoRow)
+            text += "row " + std::to_string(finding.row) + ": ";
+        text += std::string(finding.reason) + "\n";
+        m_damaged += isDamage;
+    }
+
+    bool OnProgress(int percent) override
     {
         using namespace std::chrono_literals;
         m_percent = percent;
@@ -46,18 +41,24 @@ public:
         return !m_ended;
     }
 
-    void Clear()
+    void ClearProgress()
     {
         if (m_shown)
             m_host.Messages() << '\r' << std::string(24, ' ') << '\r' << std::flush;
     }
 
+    const std::string& Damage() const { return m_damage; }
+    const std::string& Notes() const { return m_notes; }
+    std::size_t Damaged() const { return m_damaged; }
     bool Ended() const { return m_ended; }
     int Percent() const { return m_percent; }
 
 private:
     Host& m_host;
     const std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
+    std::string m_damage;
+    std::string m_notes;
+    std::size_t m_damaged = 0; // places
     int m_percent = 0;
     bool m_shown = false;
     bool m_ended = false;
@@ -88,20 +89,21 @@ private:
     int Run(Host& host) override
     {
         const std::vector<std::string> logs = host.ListLogs();
-        Progress progress(host);
-        const std::vector<QmLogFinding> findings = QmLogVerify(LogFolder(), logs, std::ref(progress));
-        progress.Clear();
-        std::ostream& output = host.Output();
-        const std::size_t damaged = PrintFindings(output, findings, true);
-        PrintFindings(output, findings, false);
-        output << Totals(logs, host) << ": "
-               << (damaged == 0 ? "no damage" : Counted(damaged, "damaged place"));
-        if (progress.Ended())
-            output << " so far, ended at " << progress.Percent() << " %";
-        output << '\n';
-        if (damaged > 0)
+        std::vector<const char*> names;
+        for (const std::string& log : logs)
+            names.push_back(log.c_str());
+        Findings findings(host);
+        QmLogVerify(LogFolder().c_str(), names.data(), names.size(), findings);
+        findings.ClearProgress();
+        host.Output() << findings.Damage() << findings.Notes() << Totals(logs, host) << ": "
+                      << (findings.Damaged() == 0 ? "no damage"
+                                                  : Counted(findings.Damaged(), "damaged place"));
+        if (findings.Ended())
+            host.Output() << " so far, ended at " << findings.Percent() << " %";
+        host.Output() << '\n';
+        if (findings.Damaged() > 0)
             return kFoundFaults;
-        return progress.Ended() ? kMisuse : kDone;
+        return findings.Ended() ? kMisuse : kDone;
     }
 
     std::optional<std::string> m_operand;

@@ -103,8 +103,15 @@ void CheckRowsByNumber(CQmLogReader& log)
 
 void CheckVerification(const char* folder)
 {
-    for (const QmLogFinding& finding : QmLogVerify(folder, {"Main"}))
-        Check(false, finding.file + ": " + finding.reason);
+    struct : QmLogVerifyListener
+    {
+        void OnFinding(const QmLogFinding& finding) override
+        {
+            Check(false, std::string(finding.file) + ": " + finding.reason);
+        }
+    } listener;
+    const char* const logs[] = {"Main"};
+    QmLogVerify(folder, logs, 1, listener);
 }
 
 } // namespace

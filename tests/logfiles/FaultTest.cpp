@@ -1,12 +1,12 @@
 // Failing system calls: every call of a session in turn, once and for ever, and disks of every size.
 
 #include "QmLogReader.h"
-#include "QmLogVerify.h"
 #include "QmLogWriter.h"
 #include "logfiles/Counters.h"
 #include "logfiles/Registry.h"
 #include "tests/logfiles/ReferenceLog.h"
 #include "tests/support/MemorySession.h"
+#include "tests/support/Verify.h"
 
 #include <gtest/gtest.h>
 
@@ -254,7 +254,7 @@ TEST(Faults, ADiskOfAnySizeFillsAsInTheReference)
         ManyRows(logs, answers);
         logs.Close();
         bool damaged = false;
-        for (const QmLogFinding& finding : QmLogVerify("C:\\Logs", {"Main", "SQL"}))
+        for (const Finding& finding : FindingsOf("C:\\Logs", {"Main", "SQL"}))
             damaged = damaged || (QmLogIsDamage(finding.kind) && !finding.file.starts_with("Log"));
         ASSERT_EQ(damaged, logs.main.GetLostRowCount() + logs.sql.GetLostRowCount() > 0) << space << " bytes";
     }

@@ -1,6 +1,6 @@
 // Verification: what is damage, what is not, and where.
 
-#include "QmLogVerify.h"
+#include "tests/support/Verify.h"
 #include "QmLogWriter.h"
 #include "logfiles/Counters.h"
 #include "tests/support/MemorySession.h"
@@ -42,11 +42,11 @@ struct Folder
         QmLogWriterCloseAll();
     }
 
-    std::vector<QmLogFinding> Verify() const { return QmLogVerify("C:\\Logs", {"Main", "Run", "SQL"}); }
+    std::vector<Finding> Verify() const { return FindingsOf("C:\\Logs", {"Main", "Run", "SQL"}); }
 
     bool IsDamaged() const
     {
-        for (const QmLogFinding& finding : Verify())
+        for (const Finding& finding : Verify())
         {
             if (QmLogIsDamage(finding.kind))
                 return true;
@@ -86,20 +86,19 @@ struct Folder
     MemorySession session;
 };
 
-std::string Describe(const std::vector<QmLogFinding>& findings)
+std::string Describe(const std::vector<Finding>& findings)
 {
     std::string text;
-    for (const QmLogFinding& finding : findings)
+    for (const Finding& finding : findings)
         text += finding.file + ": row " + std::to_string(static_cast<int>(finding.row)) + ", kind " +
                 std::to_string(static_cast<int>(finding.kind)) + ": " + finding.reason + "\n";
     return text;
 }
 
-std::size_t Count(const std::vector<QmLogFinding>& findings, Kind kind)
+std::size_t Count(const std::vector<Finding>& findings, Kind kind)
 {
-    return static_cast<std::size_t>(
-        std::count_if(findings.begin(), findings.end(),
-                      [kind](const QmLogFinding& finding) { return finding.kind == kind; }));
+    return static_cast<std::size_t>(std::count_if(
+        findings.begin(), findings.end(), [kind](const Finding& finding) { return finding.kind == kind; }));
 }
 
 TEST(Verify, FindsNothingInWhatTheWriterLeaves)
@@ -110,7 +109,7 @@ TEST(Verify, FindsNothingInWhatTheWriterLeaves)
     EXPECT_EQ("", Describe(folder.Verify()));
     Writer("Run").Write("");
     EXPECT_EQ("", Describe(folder.Verify())) << "a log without text";
-    EXPECT_EQ("", Describe(QmLogVerify("C:\\Logs\\", {"Main", "Run", "SQL"})));
+    EXPECT_EQ("", Describe(FindingsOf("C:\\Logs\\", {"Main", "Run", "SQL"})));
 }
 
 TEST(Verify, NamesEachKindOfDamage)
@@ -208,8 +207,8 @@ TEST(Verify, NamesEachKindOfDamage)
         Folder folder;
         folder.WriteSession();
         c.plant(folder);
-        const std::vector<QmLogFinding> findings = folder.Verify();
-        const bool named = std::any_of(findings.begin(), findings.end(), [&](const QmLogFinding& finding) {
+        const std::vector<Finding> findings = folder.Verify();
+        const bool named = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
             return finding.kind == c.kind && finding.file == c.file && finding.row == c.row &&
                    QmLogIsDamage(c.kind);
         });
@@ -242,7 +241,7 @@ TEST(Verify, NamesTheNumbersThatNoRowHas)
                 EXPECT_TRUE(Writer("SQL").Write("z\n"));
         }
         QmLogWriterCloseAll();
-        const std::vector<QmLogFinding> findings = folder.Verify();
+        const std::vector<Finding> findings = folder.Verify();
         ASSERT_EQ(1u, findings.size()) << Describe(findings);
         EXPECT_EQ(std::string("no row has the number ") + expected, findings[0].reason);
     }
@@ -398,7 +397,7 @@ TEST(Verify, EndsOnAnyBytes)
                     bytes[random() % bytes.size()] = static_cast<char>(random() % 3 == 0 ? '\n' : random());
             });
         }
-        for (const QmLogFinding& finding : folder.Verify())
+        for (const Finding& finding : folder.Verify())
             ASSERT_FALSE(finding.reason.empty() || finding.file.empty());
     }
 }
@@ -409,7 +408,7 @@ TEST(Verify, CountsWhatIsTooMuchToTell)
     CQmLogWriter log = Writer("Main");
     log.Write(std::string(5000, '\n').c_str());
     folder.Edit("Main.ROW", [](std::string& bytes) { bytes.assign(bytes.size(), '\1'); });
-    const std::vector<QmLogFinding> findings = folder.Verify();
+    const std::vector<Finding> findings = folder.Verify();
     EXPECT_LT(findings.size(), 1010u);
     EXPECT_EQ(1u, Count(findings, Kind::kMoreDamage));
 }
@@ -421,7 +420,7 @@ TEST(Verify, GivesUpALogOfNothingButFindings)
     folder.WriteSession();
     folder.session.files.SetSize("C:\\Logs\\Run.LOG", 100);
     folder.session.files.SetSize("C:\\Logs\\Run.ROW", 20 * 110000);
-    const std::vector<QmLogFinding> findings = folder.Verify();
+    const std::vector<Finding> findings = folder.Verify();
     ASSERT_EQ(1001u, findings.size()) << "nothing is told of numbers that the rest may have";
     EXPECT_EQ(Kind::kMoreDamage, findings.back().kind);
     EXPECT_EQ("100000 more findings like these, and the rest of the log was not checked",
@@ -436,7 +435,7 @@ TEST(Verify, TellsHowFarItIsAndEndsWhenToldTo)
     std::vector<int> told;
     const auto verify = [&](std::size_t last) {
         told.clear();
-        return QmLogVerify("C:\\Logs", {"Main", "SQL"}, [&](int percent) {
+        return FindingsOf("C:\\Logs", {"Main", "SQL"}, [&](int percent) {
             told.push_back(percent);
             return told.size() < last;
         });

@@ -1,11 +1,11 @@
 // Several processes in one log folder: taking turns, reading beside a writer, being killed.
 
 #include "QmLogReader.h"
-#include "QmLogVerify.h"
 #include "QmLogWriter.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/MixedSteps.h"
 #include "tests/support/Process.h"
+#include "tests/support/Verify.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -100,7 +100,7 @@ TEST_F(WindowsProcessesTest, ProcessesThatTakeTurnsAtOneLogLoseNoRow)
     }
     EXPECT_EQ(0u, left[0] + left[1] + left[2]);
     EXPECT_EQ(3 * kTurns, Rows("Main").size());
-    EXPECT_TRUE(QmLogVerify(Path(""), {"Main"}).empty());
+    EXPECT_TRUE(FindingsOf(Path(""), {"Main"}).empty());
 }
 
 // All of them open the counters at once: one succeeds, and the others must notice.
@@ -126,7 +126,7 @@ TEST_F(WindowsProcessesTest, ThreadsOfAProcessShareOneSequence)
         thread.join();
     QmLogWriterCloseAll();
     EXPECT_EQ(static_cast<int>(logs.size()) * kTexts * 3, QmLogGlobalTimeGet());
-    EXPECT_TRUE(QmLogVerify(Path(""), logs).empty());
+    EXPECT_TRUE(FindingsOf(Path(""), logs).empty());
     EXPECT_EQ(std::string("\0\0\0\0", 4), Contents("Log.DAT").substr(4)) << "blocks were closed";
     EXPECT_EQ("", Contents("QmLog.LOG"));
 }

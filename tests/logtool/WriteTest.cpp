@@ -1,6 +1,6 @@
 #include "LogtoolTest.h"
 
-#include "QmLogVerify.h"
+#include "tests/support/Verify.h"
 
 TEST_F(LogtoolTest, WritesFilesInOrderAndALivePipeAsItComes)
 {
@@ -32,7 +32,7 @@ TEST_F(LogtoolTest, NoByteAndNoRowIsLostBetweenChunks)
     Run("write Run --block c");
     EXPECT_EQ(text, session.Text("Main"));
     EXPECT_EQ("\nc\n" + text, session.Text("Run"));
-    EXPECT_TRUE(QmLogVerify("C:\\Logs\\", {"Main", "Run"}).empty());
+    EXPECT_TRUE(FindingsOf("C:\\Logs\\", {"Main", "Run"}).empty());
     EXPECT_EQ(text + "\n", Run("cat --log Main"));
 }
 
@@ -77,7 +77,7 @@ TEST_F(LogtoolTest, EveryLineGetsARowAndNoRowIsBlankThatIsNone)
         Play("Main=after");
         EXPECT_EQ(rows, Run("cat"));
         EXPECT_TRUE(Run("tree").ends_with(blocks)) << host.output.str();
-        EXPECT_TRUE(QmLogVerify("C:\\Logs\\", {"Main"}).empty());
+        EXPECT_TRUE(FindingsOf("C:\\Logs\\", {"Main"}).empty());
     }
 }
 

@@ -1,7 +1,7 @@
 #include "tests/support/LogFolder.h"
 
-#include "QmLogVerify.h"
 #include "QmLogWriter.h"
+#include "tests/support/Verify.h"
 
 #include <filesystem>
 #include <fstream>
@@ -60,7 +60,7 @@ std::vector<CQmLogRow> LogFolderTest::Rows(const std::string& log) const
 std::string LogFolderTest::Damage(const std::vector<std::string>& logs) const
 {
     std::string damage;
-    for (const QmLogFinding& finding : QmLogVerify(m_folder, logs))
+    for (const Finding& finding : FindingsOf(m_folder, logs))
     {
         if (QmLogIsDamage(finding.kind))
             damage += finding.file + " row " + std::to_string(finding.row) + ": " + finding.reason + "\n";

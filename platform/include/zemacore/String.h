@@ -4,7 +4,6 @@
 #include "zemacore/ZemaApi.h"
 
 #include <cstddef>
-#include <string>
 
 namespace ZEMA
 {
@@ -13,11 +12,16 @@ namespace ZEMA
 class QMPLATFORM_API String
 {
 public:
-    static constexpr std::size_t npos = std::string::npos;
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
     String() = default;
     String(const char* text);
     String(const char* text, std::size_t length); // may hold NULs
+    String(const String& other);
+    String(String&& other) noexcept;
+    ~String();
+    String& operator=(const String& other);
+    String& operator=(String&& other) noexcept;
 
     String& operator+=(const char* text);
 
@@ -33,7 +37,7 @@ public:
     // Where `byte` first stands at or after `from`; npos when it does not.
     std::size_t find(char byte, std::size_t from = 0) const;
 
-    // Takes the text over; memory that the string has is used again.
+    // Takes the text over; memory that the string has is used again. The text may lie in this string.
     void assign(const char* text, std::size_t length);
 
     // Puts text before position `at`, or takes `count` bytes out there. A position beyond the end counts as
@@ -47,7 +51,11 @@ public:
     void TrimRight();
 
 private:
-    std::string m_text;
+    char* Open(std::size_t at, std::size_t length);
+
+    char* m_text = nullptr; // null while no memory has been taken; else with a NUL at its end
+    std::size_t m_length = 0;
+    std::size_t m_capacity = 0; // characters that m_text has room for, besides the NUL
 };
 
 } // namespace ZEMA

@@ -1,0 +1,13 @@
+// The folder that all logs share: paths of its files, and the number that was given out last.
+#pragma once
+
+#include "QmLogApi.h"
+
+// The full path of a file of the log folder: the folder, the directory of `name` below it, name and
+// extension. `path` holds 260 characters and may be `name` itself. False, with `path` untouched,
+// when there is no log folder or the result does not fit.
+QMLOG_API bool QmLogMakeFilePath(const char* name, char* path);
+
+// The last sequence number given out in the log folder; 0 on a fresh folder and when it cannot be read.
+// Creates "Log.DAT" when missing and waits for its lock.
+QMLOG_API int QmLogGlobalTimeGet();

@@ -12,12 +12,12 @@ namespace
 constexpr std::uint64_t kMaxPosition = std::numeric_limits<std::uint32_t>::max();
 }
 
-CQmLogBranch::CQmLogBranch(RowPlace first, std::uint32_t count, std::uint32_t header)
+CQmLogBranch::CQmLogBranch(RowId first, std::uint32_t count, std::uint32_t header)
     : m_row(first.row), m_file(first.file), m_count(count), m_header(header)
 {
 }
 
-RowPlace CQmLogBranch::Translate(std::uint64_t row) const
+RowId CQmLogBranch::Translate(std::uint64_t row) const
 {
     const CQmLogBranch* branch = this;
     std::size_t index = 0;

@@ -9,11 +9,11 @@ namespace logview
 {
 
 // A row of a log.
-struct RowPlace
+struct RowId
 {
     std::uint32_t file = 0;
     std::uint32_t row = 0;
-    bool operator==(const RowPlace&) const = default;
+    bool operator==(const RowId&) const = default;
 };
 
 // A stretch of rows of one log, with the stretches that are unfolded within it. The root is the stretch that
@@ -33,7 +33,7 @@ public:
     CQmLogBranch() = default; // a root over log 0
 
     // `count` rows from `row` on of log `file`, unfolded under a header with number `header`.
-    CQmLogBranch(RowPlace first, std::uint32_t count, std::uint32_t header);
+    CQmLogBranch(RowId first, std::uint32_t count, std::uint32_t header);
 
     // Own rows and all that is unfolded among them.
     std::uint64_t GetSize() const { return m_count + m_childrenSize; }
@@ -42,13 +42,13 @@ public:
     void SetCount(std::uint32_t count) { m_count = count; }
 
     // The stretch's first row; where its header lies in its parent's log, and the header's number.
-    RowPlace GetFirst() const { return {m_file, m_row}; }
+    RowId GetFirst() const { return {m_file, m_row}; }
     std::uint32_t GetHeaderRow() const { return m_position - 1; }
     std::uint32_t GetHeaderNumber() const { return m_header; }
     const std::vector<CQmLogBranch>& GetChildren() const { return m_children; }
 
     // What lies at `row`: a displayed row when asked of the root.
-    RowPlace Translate(std::uint64_t row) const;
+    RowId Translate(std::uint64_t row) const;
 
     // Unfolds `branch` under the header at `row`. False, and nothing changes, when something is unfolded
     // there, when kMaxDepth levels are open, and when the header's number is not greater than that of the

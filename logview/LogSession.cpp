@@ -56,7 +56,7 @@ bool LogSession::HasNewCount(int file) const
     return file != m_countedFile || CountRows(static_cast<std::uint32_t>(file)) != m_root.GetCount();
 }
 
-RowPlace LogSession::Translate(std::int64_t row) const
+RowId LogSession::Translate(std::int64_t row) const
 {
     return m_root.Translate(static_cast<std::uint64_t>(row)); // one below 0 comes behind all others
 }
@@ -79,7 +79,7 @@ int LogSession::GetColumnCount(int row) const
 bool LogSession::ReadLine(int row, std::string& text) const
 {
     RecordPages pages(m_source, kLookRows);
-    const RowPlace place = Translate(row);
+    const RowId place = Translate(row);
     CQmLogRow record;
     std::uint32_t length = 0;
     if (!pages.Read(place, record) || !pages.ReadLength(place, length))
@@ -184,7 +184,7 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
     if (last < first)
         last = kMaxNumber;
 
-    RowPlace found;
+    RowId found;
     std::uint32_t number = 0;
     if (!FindFirst(pages, first, found, number) || number > last)
         return false;

@@ -30,7 +30,7 @@ struct HiddenRows
 // A row as its log has it.
 struct PlacedRow
 {
-    RowPlace place;
+    RowId place;
     CQmLogRow record;
 };
 
@@ -65,7 +65,7 @@ public:
 
     // The log and row that lie at `row`; a row behind the last one continues the log at the top, and one
     // below 0 does not exist.
-    RowPlace Translate(std::int64_t row) const;
+    RowId Translate(std::int64_t row) const;
 
     bool ReadStyle(int row, CQmLogRow& record) const;
 
@@ -94,7 +94,7 @@ public:
 
     // Folds everything, unfolds what leads to a row of a log and answers where it is displayed; kNoRow, with
     // everything folded, where nothing leads to it.
-    int Reveal(RowPlace place);
+    int Reveal(RowId place);
 
     HiddenRows CountHidden(std::uint32_t file) const;
 
@@ -130,8 +130,7 @@ private:
     bool IsShown(std::int64_t row) const;
     bool GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
     bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
-    bool FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
-                   std::uint32_t& foundNumber) const;
+    bool FindFirst(RecordPages& pages, std::uint32_t number, RowId& found, std::uint32_t& foundNumber) const;
 
     RowSource& m_source;
     CQmLogBranch m_root;

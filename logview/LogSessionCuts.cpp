@@ -64,7 +64,7 @@ std::int64_t LogSession::RestoreChildren(RecordPages& pages, const CQmLogBranch&
     std::int64_t total = 0;
     for (const CQmLogBranch& child : old.GetChildren())
     {
-        const RowPlace header = {old.GetFirst().file, child.GetHeaderRow()};
+        const RowId header = {old.GetFirst().file, child.GetHeaderRow()};
         const std::int64_t row = first + (std::int64_t{header.row} - old.GetFirst().row) + total;
         const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
         CQmLogRow record;

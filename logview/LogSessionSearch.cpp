@@ -13,7 +13,7 @@ constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
 } // namespace
 
 // The row of any log with `number` or the smallest greater one; of logs with the same, the first.
-bool LogSession::FindFirst(RecordPages& pages, std::uint32_t number, RowPlace& found,
+bool LogSession::FindFirst(RecordPages& pages, std::uint32_t number, RowId& found,
                            std::uint32_t& foundNumber) const
 {
     bool any = false;
@@ -67,7 +67,7 @@ bool LogSession::FindNeighbour(int current, int row, bool up, bool otherFile, in
                                unsigned long& fileRow) const
 {
     RecordPages pages(m_source, otherFile ? kWalkRows : 1);
-    RowPlace place = {static_cast<std::uint32_t>(current), static_cast<std::uint32_t>(row)};
+    RowId place = {static_cast<std::uint32_t>(current), static_cast<std::uint32_t>(row)};
     CQmLogRow record;
     if (row < 0 || !pages.Read(place, record))
         return false;
@@ -102,7 +102,7 @@ bool LogSession::FindNeighbour(int current, int row, bool up, bool otherFile, in
     return true;
 }
 
-int LogSession::Reveal(RowPlace place)
+int LogSession::Reveal(RowId place)
 {
     CQmLogBranch folded;
     folded.SetCount(m_root.GetCount());
@@ -124,7 +124,7 @@ int LogSession::Reveal(RowPlace place)
         const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
         if (!Unfold(pages, row, room, added) || added == 0)
             return kNoRow;
-        const RowPlace first = Translate(row + 1);
+        const RowId first = Translate(row + 1);
         pages.FindFirst(first.file, after, end, next);
         end = std::min(end, first.row + added);
         if (end <= first.row)

@@ -1,4 +1,4 @@
-// The log text window: its session, its rows, refreshing and folding.
+// The log text window: its messages, its session, its rows, refreshing and folding.
 #include "QmLogTextCtrl.h"
 
 #include "QmLogBrowser.h"
@@ -13,6 +13,15 @@
 
 #include <algorithm>
 #include <cstring>
+
+BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
+    ON_WM_PAINT()
+    ON_WM_TIMER()
+    ON_WM_KEYDOWN()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_SETCURSOR()
+END_MESSAGE_MAP()
 
 namespace
 {
@@ -133,6 +142,14 @@ void CQmLogTextCtrl::SetFilePath(int file)
     m_file = file;
     if (m_browser != nullptr)
         m_browser->Refresh();
+}
+
+void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
+{
+    if (timer == logview::kRefreshTimer)
+        Browse(GetFilePathIndex());
+    else
+        CQmTextCtrl::OnTimer(timer);
 }
 
 bool CQmLogTextCtrl::Browse(int file)
@@ -306,7 +323,7 @@ bool CQmLogTextCtrl::Copy()
 
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
 {
-    const logview::RowPlace place = m_rows->session.Translate(row);
+    const logview::RowId place = m_rows->session.Translate(row);
     fileRow = place.row;
     return QmLogReaderDefine(GetFilePath(static_cast<int>(place.file)));
 }

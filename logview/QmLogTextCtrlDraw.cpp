@@ -1,6 +1,7 @@
 // What a row of the log text window looks like: text, block mark, caret mark and fold mark.
 #include "QmLogTextCtrl.h"
 #include "logview/ShownRows.h"
+#include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <string_view>
@@ -57,6 +58,12 @@ void VerticalLine(CDC& dc, int x, int top, int bottom)
 
 } // namespace
 
+void CQmLogTextCtrl::OnPaint()
+{
+    CQmTextCtrl::OnPaint();
+    m_rows->cache.Clear(); // logs grow: what was read holds for this paint
+}
+
 int CQmLogTextCtrl::GetRowHeight()
 {
     return CQmTextCtrl::GetRowHeight() + 1;
@@ -105,19 +112,18 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 
 void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y)
 {
-    CPen pen(PS_SOLID, 1, ::GetSysColor(COLOR_ACTIVECAPTION));
-    CPen* const oldPen = dc.SelectObject(&pen);
+    const CPen pen(PS_SOLID, 1, ::GetSysColor(COLOR_ACTIVECAPTION));
+    const VkGrafic::Selected selected(dc, pen.GetSafeHandle());
     const int middle = y + GetRowHeight() / 2;
     for (int i = 0; i < kCaretMarkWidth; ++i)
         VerticalLine(dc, x + i, middle - i, middle + i + 1);
-    dc.SelectObject(oldPen);
 }
 
 // The mark straddles the row's lower edge: a click on either half of it means this row.
 void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded)
 {
-    CPen markPen(PS_SOLID, 1, FoldMarkColor(atCaret));
-    CPen* const oldPen = dc.SelectObject(&markPen);
+    const CPen markPen(PS_SOLID, 1, FoldMarkColor(atCaret));
+    const VkGrafic::Selected mark(dc, markPen.GetSafeHandle());
     const int middle = y + GetRowHeight();
     for (int i = 0; i < kFoldMarkWidth; ++i)
     {
@@ -125,11 +131,10 @@ void CQmLogTextCtrl::DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expa
         VerticalLine(dc, x + i, middle - k, middle + 1 + k);
     }
 
-    CPen signPen(PS_SOLID, 1, ::GetSysColor(COLOR_WINDOW));
-    dc.SelectObject(&signPen);
+    const CPen signPen(PS_SOLID, 1, ::GetSysColor(COLOR_WINDOW));
+    const VkGrafic::Selected sign(dc, signPen.GetSafeHandle());
     dc.MoveTo(x + 1, middle);
     dc.LineTo(x + 6, middle);
     if (!expanded)
         VerticalLine(dc, x + 3, middle - 2, middle + 3);
-    dc.SelectObject(oldPen);
 }

@@ -1,38 +1,15 @@
-// Keys, mouse and timer of the log text window.
+// Keys and mouse of the log text window.
 #include "QmLogTextCtrl.h"
 #include "logview/MarginZones.h"
 #include "logview/ShownRows.h"
 #include "qmcommon/QmCommandMenu.h"
 #include "qmcommon/QmWndUpdaterUse.h"
 
-BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
-    ON_WM_PAINT()
-    ON_WM_TIMER()
-    ON_WM_KEYDOWN()
-    ON_WM_LBUTTONDOWN()
-    ON_WM_LBUTTONDBLCLK()
-    ON_WM_SETCURSOR()
-END_MESSAGE_MAP()
-
 namespace
 {
 
 constexpr int kRowEnd = 0x7FFFFFFF; // as a column
 
-}
-
-void CQmLogTextCtrl::OnPaint()
-{
-    CQmTextCtrl::OnPaint();
-    m_rows->cache.Clear(); // logs grow: what was read holds for this paint
-}
-
-void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
-{
-    if (timer == logview::kRefreshTimer)
-        Browse(GetFilePathIndex());
-    else
-        CQmTextCtrl::OnTimer(timer);
 }
 
 void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)

@@ -16,7 +16,7 @@ std::string_view LastLine(std::string_view text)
     return lineFeed == std::string_view::npos ? text : text.substr(0, lineFeed + 1);
 }
 
-bool RecordPages::Read(RowPlace place, CQmLogRow& record)
+bool RecordPages::Read(RowId place, CQmLogRow& record)
 {
     if (place.file >= kFileCount)
         return false;
@@ -37,7 +37,7 @@ bool RecordPages::Read(RowPlace place, CQmLogRow& record)
     return true;
 }
 
-bool RecordPages::ReadLength(RowPlace place, std::uint32_t& length)
+bool RecordPages::ReadLength(RowId place, std::uint32_t& length)
 {
     CQmLogRow record;
     if (!Read(place, record))

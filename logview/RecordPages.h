@@ -26,10 +26,10 @@ public:
     RecordPages(RowSource& source, std::uint32_t pageRows) : m_source(source), m_pageRows(pageRows) {}
 
     // False when the row does not exist.
-    bool Read(RowPlace place, CQmLogRow& record);
+    bool Read(RowId place, CQmLogRow& record);
 
     // The length of a line as its index tells it: a last line's is one more than the bytes it has.
-    bool ReadLength(RowPlace place, std::uint32_t& length);
+    bool ReadLength(RowId place, std::uint32_t& length);
 
     // The first row of a log with `number` or a greater one, and its number. False when there is none; `row`
     // then is the log's end. Without reading where the kept page tells, else by the source's binary search.

@@ -45,8 +45,8 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
     Order order(m_rows.size());
     std::iota(order.begin(), order.end(), 0u);
     std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
-        const RowPlace& left = m_rows[a].place;
-        const RowPlace& right = m_rows[b].place;
+        const RowId& left = m_rows[a].place;
+        const RowId& right = m_rows[b].place;
         return left.file != right.file ? left.file < right.file : left.row < right.row;
     });
     for (auto begin = order.cbegin(), end = begin; begin != order.cend(); begin = end)
@@ -74,7 +74,7 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
 // The records of rows of one log in their order, and the one behind them, which ends the last line.
 void RowCache::ReadRecords(Order::const_iterator begin, Order::const_iterator end)
 {
-    const RowPlace first = m_rows[*begin].place;
+    const RowId first = m_rows[*begin].place;
     m_records.resize(std::size_t{m_rows[end[-1]].place.row - first.row} + 2);
     const unsigned long wanted = static_cast<unsigned long>(m_records.size());
     const unsigned long count =

@@ -13,7 +13,7 @@ namespace logview
 // A displayed row, ready to be drawn.
 struct CachedRow
 {
-    RowPlace place;
+    RowId place;
     CQmLogRow record;
     std::uint32_t length = 0; // bytes of the line as its index tells it
     std::string_view text;    // the line with its line feed, or its first RowCache::kLineBytes bytes

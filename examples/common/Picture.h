@@ -2,6 +2,7 @@
 #pragma once
 
 #include <afxwin.h>
+#include <vkgrafic/DrawingGuards.h>
 
 #include <fstream>
 #include <string>
@@ -26,11 +27,10 @@ inline bool WritePicture(CWnd& wnd, const std::string& path)
         !bitmap.Attach(::CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits,
                                           nullptr, 0)))
         return false;
-    CBitmap* const old = memory.SelectObject(&bitmap);
+    const VkGrafic::Selected selected(memory, bitmap.GetSafeHandle());
     CWindowDC window(&wnd);
     const bool isDrawn =
         memory.BitBlt(0, 0, rect.Width(), rect.Height(), &window, 0, 0, SRCCOPY) && ::GdiFlush();
-    memory.SelectObject(old);
 
     BITMAPFILEHEADER header = {};
     header.bfType = 0x4D42; // "BM"

@@ -3,6 +3,7 @@
 #include "QmLogRow.h"
 #include "logdesk/Profile.h"
 #include "logdesk/Resource.h"
+#include "vkgrafic/DrawingGuards.h"
 
 #include <algorithm>
 
@@ -158,9 +159,8 @@ void DeskFrame::SetPanes(int width)
 {
     TEXTMETRIC font = {};
     CClientDC dc(&m_status);
-    CFont* const old = dc.SelectObject(m_status.GetFont());
+    const VkGrafic::Selected selected(dc, m_status.GetFont()->GetSafeHandle());
     dc.GetTextMetrics(&font);
-    dc.SelectObject(old);
 
     int rights[kPaneCount] = {};
     rights[kFollowPane] = -1;

@@ -1,5 +1,6 @@
 #include "logdesk/NoticeBar.h"
 
+#include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
@@ -64,10 +65,9 @@ bool NoticeBar::SetLines(const std::vector<std::string>& lines)
 int NoticeBar::GetLineHeight()
 {
     CClientDC dc(this);
-    const HGDIOBJ old = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const VkGrafic::Selected selected(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     TEXTMETRIC font = {};
     dc.GetTextMetrics(&font);
-    ::SelectObject(dc, old);
     return std::max(static_cast<int>(font.tmHeight), kIconSize);
 }
 
@@ -112,7 +112,7 @@ void NoticeBar::OnPaint()
     dc.FillSolidRect(CRect(area.left, area.bottom - 1, area.right, area.bottom),
                      ::GetSysColor(COLOR_3DSHADOW));
 
-    const HGDIOBJ old = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const VkGrafic::Selected selected(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     dc.SetTextColor(isHighContrast ? ::GetSysColor(COLOR_INFOTEXT) : RGB(0, 0, 0));
     dc.SetBkMode(TRANSPARENT);
     const GraphicText text(dc);
@@ -128,7 +128,6 @@ void NoticeBar::OnPaint()
                   DT_LEFT | DT_VCENTER | DT_END_ELLIPSIS);
         line.top = line.bottom;
     }
-    ::SelectObject(dc, old);
 }
 
 } // namespace logdesk

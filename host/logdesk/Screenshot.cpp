@@ -1,5 +1,7 @@
 #include "logdesk/Screenshot.h"
 
+#include "vkgrafic/DrawingGuards.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <fstream>
@@ -110,11 +112,10 @@ bool WriteScreenshot(CWnd& wnd, const std::string& path)
         !bitmap.Attach(::CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits,
                                           nullptr, 0)))
         return false;
-    CBitmap* const old = memory.SelectObject(&bitmap);
+    const VkGrafic::Selected selected(memory, bitmap.GetSafeHandle());
     CWindowDC window(&wnd);
     const bool isPainted =
         memory.BitBlt(0, 0, rect.Width(), rect.Height(), &window, 0, 0, SRCCOPY) && ::GdiFlush();
-    memory.SelectObject(old);
 
     BITMAPFILEHEADER header = {};
     header.bfType = 0x4D42; // "BM"

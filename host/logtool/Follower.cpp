@@ -41,7 +41,7 @@ void Follower::AddLogs(const std::vector<std::string>& logs)
     for (const std::string& log : logs)
     {
         const bool known = std::any_of(m_places.begin(), m_places.end(),
-                                       [&](const Place& place) { return IsSameName(place.log, log); });
+                                       [&](const ShownLog& place) { return IsSameName(place.log, log); });
         if (!known)
         {
             m_places.emplace_back();
@@ -77,7 +77,7 @@ void Follower::StartAfter(std::uint32_t number)
     LogStream stream(Logs(), LogStream::Content::kText);
     for (std::size_t log = 0; log < m_places.size(); ++log)
     {
-        Place& place = m_places[log];
+        ShownLog& place = m_places[log];
         CQmLogReader reader;
         reader.SetFilePath(place.log.c_str());
         unsigned long found = 0;
@@ -139,7 +139,7 @@ bool Follower::Poll()
 bool Follower::Look()
 {
     bool changed = false;
-    for (Place& place : m_places)
+    for (ShownLog& place : m_places)
     {
         CQmLogReader reader;
         reader.SetFilePath(place.log.c_str());
@@ -159,11 +159,11 @@ bool Follower::HasRestarted()
     m_counter = LastNumber().value_or(before);
     if (m_counter < before)
         return true;
-    return std::any_of(m_places.begin(), m_places.end(), [&](Place& place) { return IsChanged(place); });
+    return std::any_of(m_places.begin(), m_places.end(), [&](ShownLog& place) { return IsChanged(place); });
 }
 
 // A new session may have grown beyond the old one since the last look, so the row shown last is compared.
-bool Follower::IsChanged(Place& place)
+bool Follower::IsChanged(ShownLog& place)
 {
     if (!place.known)
         return false;
@@ -189,7 +189,7 @@ bool Follower::IsChanged(Place& place)
 }
 
 // The row shown last is gone. Those before it have been shown as well; the last one may go on.
-void Follower::StepBack(Place& place, CQmLogReader& reader)
+void Follower::StepBack(ShownLog& place, CQmLogReader& reader)
 {
     place.known = false;
     place.text.clear();
@@ -207,7 +207,7 @@ void Follower::Restart()
 {
     m_messages << "logtool: a new session has begun in " << LogFolder() << std::endl;
     m_number = 0;
-    for (Place& place : m_places)
+    for (ShownLog& place : m_places)
     {
         place.index = 0;
         place.known = false;
@@ -228,7 +228,7 @@ bool Follower::Show()
     return shown;
 }
 
-bool Follower::ShowEntry(Place& place, const LogEntry& entry)
+bool Follower::ShowEntry(ShownLog& place, const LogEntry& entry)
 {
     const bool begun = place.known && place.index == entry.index;
     const std::size_t skip = begun ? place.text.size() : 0;
@@ -245,7 +245,7 @@ bool Follower::ShowEntry(Place& place, const LogEntry& entry)
     return true;
 }
 
-void Follower::MarkShown(Place& place, const LogEntry& entry)
+void Follower::MarkShown(ShownLog& place, const LogEntry& entry)
 {
     place.known = true;
     place.index = entry.index;
@@ -258,7 +258,7 @@ Cursor Follower::Position() const
 {
     Cursor cursor;
     cursor.number = m_number;
-    for (const Place& place : m_places)
+    for (const ShownLog& place : m_places)
     {
         CQmLogReader reader;
         reader.SetFilePath(place.log.c_str());
@@ -276,7 +276,7 @@ Cursor Follower::Position() const
 std::vector<std::string> Follower::Logs() const
 {
     std::vector<std::string> logs;
-    for (const Place& place : m_places)
+    for (const ShownLog& place : m_places)
         logs.push_back(place.log);
     return logs;
 }

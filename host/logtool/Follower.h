@@ -56,7 +56,7 @@ public:
 
 private:
     // Where a log stands. `row` describes row `index` when `known`: then its `text` is out.
-    struct Place
+    struct ShownLog
     {
         std::string log;
         unsigned long index = 0;
@@ -72,13 +72,13 @@ private:
     bool HasRestarted();
     void Restart();
     bool Show();
-    bool ShowEntry(Place& place, const LogEntry& entry);
-    void MarkShown(Place& place, const LogEntry& entry);
+    bool ShowEntry(ShownLog& place, const LogEntry& entry);
+    void MarkShown(ShownLog& place, const LogEntry& entry);
     std::vector<std::string> Logs() const;
-    bool IsChanged(Place& place);
-    void StepBack(Place& place, CQmLogReader& reader);
+    bool IsChanged(ShownLog& place);
+    void StepBack(ShownLog& place, CQmLogReader& reader);
 
-    std::vector<Place> m_places;
+    std::vector<ShownLog> m_places;
     TextOutput& m_output;
     std::ostream& m_messages;
     std::uint32_t m_number = 0;  // the greatest shown

@@ -1,6 +1,8 @@
 #include "qmcommon/MenuItemDraw.h"
 
+#include "afxwin.h"
 #include "qmcommon/MenuText.h"
+#include "vkgrafic/DrawingGuards.h"
 
 #include <algorithm>
 
@@ -36,20 +38,6 @@ private:
     HFONT m_font = nullptr;
 };
 
-// Leaves a device context as it was found.
-class SavedDc
-{
-public:
-    explicit SavedDc(HDC dc) : m_dc(dc), m_saved(::SaveDC(dc)) {}
-    ~SavedDc() { ::RestoreDC(m_dc, m_saved); }
-    SavedDc(const SavedDc&) = delete;
-    SavedDc& operator=(const SavedDc&) = delete;
-
-private:
-    HDC m_dc;
-    int m_saved;
-};
-
 int MarkWidth()
 {
     return ::GetSystemMetrics(SM_CXMENUCHECK) + 2 * kMargin;
@@ -73,16 +61,15 @@ void DrawMark(HDC dc, const RECT& item, bool radio)
 {
     const int width = ::GetSystemMetrics(SM_CXMENUCHECK);
     const int height = ::GetSystemMetrics(SM_CYMENUCHECK);
-    const HDC memory = ::CreateCompatibleDC(dc);
-    const HBITMAP bitmap = ::CreateBitmap(width, height, 1, 1, nullptr);
-    const HGDIOBJ old = ::SelectObject(memory, bitmap);
+    CBitmap bitmap;
+    CDC memory;
+    if (!bitmap.CreateBitmap(width, height, 1, 1, nullptr) || !memory.Attach(::CreateCompatibleDC(dc)))
+        return;
+    const VkGrafic::Selected selected(memory, bitmap);
     RECT mark = {0, 0, width, height};
     ::DrawFrameControl(memory, &mark, DFC_MENU, radio ? DFCS_MENUBULLET : DFCS_MENUCHECK);
     ::BitBlt(dc, item.left + kMargin, (item.top + item.bottom - height) / 2, width, height, memory, 0, 0,
              SRCCOPY);
-    ::SelectObject(memory, old);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
 }
 
 } // namespace
@@ -96,13 +83,11 @@ void MeasureMenuItem(const std::string& text, bool separator, MEASUREITEMSTRUCT&
         return;
     }
     const MenuFont font;
-    const HDC dc = ::GetDC(nullptr);
-    const HGDIOBJ old = ::SelectObject(dc, font.Get());
+    const CClientDC dc(nullptr);
+    const VkGrafic::Selected selected(dc, font.Get());
     const MenuText columns = SplitMenuText(text);
     const SIZE caption = MeasureText(dc, columns.caption, kCaptionFlags);
     const SIZE shortcut = MeasureText(dc, columns.shortcut, kShortcutFlags);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(nullptr, dc);
 
     const int gap = columns.shortcut.empty() ? 0 : kColumnGap;
     const int height = std::max(static_cast<int>(caption.cy), ::GetSystemMetrics(SM_CYMENUCHECK));
@@ -113,7 +98,7 @@ void MeasureMenuItem(const std::string& text, bool separator, MEASUREITEMSTRUCT&
 void DrawMenuItem(const std::string& text, bool separator, bool radio, const DRAWITEMSTRUCT& draw)
 {
     const MenuFont font; // deleted only after it is selected no longer
-    const SavedDc saved(draw.hDC);
+    const VkGrafic::SavedState saved(draw.hDC);
     const bool selected = (draw.itemState & ODS_SELECTED) != 0 && !separator;
     const bool disabled = (draw.itemState & (ODS_GRAYED | ODS_DISABLED)) != 0;
     const int background = selected ? COLOR_HIGHLIGHT : COLOR_MENU;

@@ -2,6 +2,7 @@
 
 #include "afxcontrolbarutil.h"
 #include "qmflattabctrl/TabStrip.h"
+#include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <commctrl.h>
@@ -13,20 +14,13 @@ namespace
 class MeasuringDc
 {
 public:
-    MeasuringDc() : m_old(::SelectObject(m_dc, ::GetStockObject(DEFAULT_GUI_FONT))) {}
-    ~MeasuringDc()
-    {
-        ::SelectObject(m_dc, m_old);
-        ::ReleaseDC(nullptr, m_dc);
-    }
-    MeasuringDc(const MeasuringDc&) = delete;
-    MeasuringDc& operator=(const MeasuringDc&) = delete;
+    MeasuringDc() : m_font(m_dc, ::GetStockObject(DEFAULT_GUI_FONT)) {}
 
     operator HDC() const { return m_dc; }
 
 private:
-    HDC m_dc = ::GetDC(nullptr);
-    HGDIOBJ m_old;
+    CClientDC m_dc{nullptr};
+    VkGrafic::Selected m_font;
 };
 
 CRect RectOf(const flattab::Box& box)
@@ -120,7 +114,7 @@ void CQmFlatTabCtrl::OnPaint()
     CPaintDC paint(this);
     CMemDC memory(paint, this);
     CDC& dc = memory.GetDC();
-    const int saved = dc.SaveDC();
+    const VkGrafic::SavedState saved(dc);
     dc.SelectStockObject(DEFAULT_GUI_FONT);
     dc.SetBkMode(TRANSPARENT);
 
@@ -137,8 +131,6 @@ void CQmFlatTabCtrl::OnPaint()
     for (int index = 0; index < static_cast<int>(m_tabs.size()); ++index)
         DrawTab(dc, RectOf(layout.GetTab(index)), m_tabs[static_cast<std::size_t>(index)],
                 index == m_selected);
-
-    dc.RestoreDC(saved);
 }
 
 BOOL CQmFlatTabCtrl::OnEraseBkgnd(CDC*)

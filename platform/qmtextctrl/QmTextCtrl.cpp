@@ -3,6 +3,7 @@
 
 #include "QmTextCtrlApply.h"
 #include "QmTextFindBar.h"
+#include "vkgrafic/DrawingGuards.h"
 
 BEGIN_MESSAGE_MAP(CQmTextCtrl, CWnd)
     ON_WM_DESTROY()
@@ -123,10 +124,9 @@ void CQmTextCtrl::OnSettingChange(UINT action, LPCSTR section)
 void CQmTextCtrl::MeasureFont()
 {
     CClientDC dc(this);
-    const HGDIOBJ old = ::SelectObject(dc, m_font);
+    const VkGrafic::Selected font(dc, m_font);
     TEXTMETRIC metrics = {};
     dc.GetTextMetrics(&metrics);
-    ::SelectObject(dc, old);
     m_fontHeight = metrics.tmHeight;
     m_columnWidth = metrics.tmAveCharWidth;
 }
@@ -226,7 +226,7 @@ void CQmTextCtrl::SelectAll()
 
 bool CQmTextCtrl::HitTest(CPoint point, int& row, int& column)
 {
-    textview::Place cell;
+    textview::Cell cell;
     const bool hit = m_view.HitTest(point.x, point.y, cell);
     row = cell.row;
     column = cell.column;

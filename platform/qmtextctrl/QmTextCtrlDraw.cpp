@@ -2,6 +2,7 @@
 #include "QmTextCtrlApply.h"
 
 #include "afxcontrolbarutil.h"
+#include "vkgrafic/DrawingGuards.h"
 
 #include <algorithm>
 
@@ -11,23 +12,17 @@ namespace
 class SelectionDrawing
 {
 public:
-    SelectionDrawing(CDC& dc, const CRect& clip, bool& drawing)
-        : m_dc(dc), m_saved(dc.SaveDC()), m_drawing(drawing)
+    SelectionDrawing(CDC& dc, const CRect& clip, bool& drawing) : m_saved(dc), m_drawing(drawing)
     {
         dc.IntersectClipRect(clip);
         m_drawing = true;
     }
-    ~SelectionDrawing()
-    {
-        m_drawing = false;
-        m_dc.RestoreDC(m_saved);
-    }
+    ~SelectionDrawing() { m_drawing = false; }
     SelectionDrawing(const SelectionDrawing&) = delete;
     SelectionDrawing& operator=(const SelectionDrawing&) = delete;
 
 private:
-    CDC& m_dc;
-    int m_saved;
+    VkGrafic::SavedState m_saved;
     bool& m_drawing;
 };
 } // namespace
@@ -59,7 +54,7 @@ void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
     m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
     m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
 
-    ::SelectObject(dc, m_font);
+    const VkGrafic::Selected font(dc, m_font);
     dc.FillSolidRect(area, m_colors.window);
     dc.SetBkMode(TRANSPARENT);
 
@@ -169,7 +164,7 @@ void CQmTextCtrl::UpdateCaret()
 {
     if (!m_focused || !m_prepared)
         return;
-    const textview::Place caret = m_view.GetState().caret;
+    const textview::Cell caret = m_view.GetState().caret;
     const int y = m_view.GetY(caret.row);
     const bool inView = y >= 0 && y < GetTextArea().bottom;
     SetCaretPos(CPoint(m_view.GetX(caret), inView ? y : -m_view.GetMetrics().rowHeight));

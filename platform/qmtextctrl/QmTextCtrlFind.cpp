@@ -51,19 +51,19 @@ void CQmTextCtrl::LayOutFindBar()
 
 bool CQmTextCtrl::FindNext()
 {
-    textview::Place match;
+    textview::Cell match;
     const bool found = FindForward(match);
     return ShowMatch(found, match);
 }
 
 bool CQmTextCtrl::FindPrevious()
 {
-    textview::Place match;
+    textview::Cell match;
     const bool found = FindBackward(match);
     return ShowMatch(found, match);
 }
 
-bool CQmTextCtrl::FindForward(textview::Place& match)
+bool CQmTextCtrl::FindForward(textview::Cell& match)
 {
     const int rowCount = GetRowCount();
     if (m_findText.empty() || rowCount <= 0)
@@ -80,7 +80,7 @@ bool CQmTextCtrl::FindForward(textview::Place& match)
     return false;
 }
 
-bool CQmTextCtrl::FindBackward(textview::Place& match)
+bool CQmTextCtrl::FindBackward(textview::Cell& match)
 {
     const int rowCount = GetRowCount();
     if (m_findText.empty() || rowCount <= 0)
@@ -122,7 +122,7 @@ bool CQmTextCtrl::FindLastBefore(int row, int limit, int& column)
     return true;
 }
 
-bool CQmTextCtrl::ShowMatch(bool found, textview::Place match)
+bool CQmTextCtrl::ShowMatch(bool found, textview::Cell match)
 {
     if (m_findBar)
         m_findBar->ShowFound(found || m_findText.empty());

@@ -165,7 +165,7 @@ void CQmTextCtrl::OnRButtonDown(UINT, CPoint point)
     ::SetFocus(window);
     if (!::IsWindow(window) || !m_prepared)
         return;
-    textview::Place cell;
+    textview::Cell cell;
     m_view.HitTest(point.x, point.y, cell);
     if (!m_view.IsSelected(cell))
         Apply([&] { m_view.Click(point.x, point.y, Caret::Move); });
@@ -181,7 +181,7 @@ void CQmTextCtrl::OnContextMenu(CWnd* wnd, CPoint point)
     if (byKey)
     {
         Apply([&] { m_view.EnsureVisible(m_view.GetState().caret, 1, 1); });
-        const textview::Place caret = m_view.GetState().caret;
+        const textview::Cell caret = m_view.GetState().caret;
         point = CPoint(m_view.GetX(caret), m_view.GetY(caret.row) + m_view.GetMetrics().rowHeight);
         ClientToScreen(&point);
     }

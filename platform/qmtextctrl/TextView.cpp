@@ -69,25 +69,25 @@ void TextView::SetMetrics(const Metrics& metrics)
     ScrollBy(0, 0);
 }
 
-Place TextView::GetSelectionBegin() const
+Cell TextView::GetSelectionBegin() const
 {
     return std::min(m_state.caret, m_state.anchor);
 }
 
-Place TextView::GetSelectionEnd() const
+Cell TextView::GetSelectionEnd() const
 {
     return std::max(m_state.caret, m_state.anchor);
 }
 
-bool TextView::IsSelected(Place cell) const
+bool TextView::IsSelected(Cell cell) const
 {
     return !(cell < GetSelectionBegin()) && cell < GetSelectionEnd();
 }
 
 Range TextView::GetSelectedColumns(int row)
 {
-    const Place begin = GetSelectionBegin();
-    const Place end = GetSelectionEnd();
+    const Cell begin = GetSelectionBegin();
+    const Cell end = GetSelectionEnd();
     if (begin == end || row < begin.row || row > end.row)
         return {};
     const int last = row < end.row ? m_rows.GetRowColumnCount(row) : end.column;
@@ -129,12 +129,12 @@ int TextView::GetLeft(int row)
     return left;
 }
 
-std::int64_t TextView::GetPixel(Place place)
+std::int64_t TextView::GetPixel(Cell place)
 {
     return GetLeft(place.row) + static_cast<std::int64_t>(place.column) * m_metrics.cellWidth;
 }
 
-int TextView::GetX(Place place)
+int TextView::GetX(Cell place)
 {
     return Limited(GetPixel(place) - m_state.offset);
 }
@@ -144,7 +144,7 @@ int TextView::GetY(int row) const
     return Limited((static_cast<std::int64_t>(row) - m_state.top) * m_metrics.rowHeight);
 }
 
-bool TextView::HitTest(int x, int y, Place& cell)
+bool TextView::HitTest(int x, int y, Cell& cell)
 {
     const std::int64_t row = m_state.top + static_cast<std::int64_t>(FloorDivide(y, m_metrics.rowHeight));
     const int rowCount = m_rows.GetRowCount();
@@ -193,7 +193,7 @@ void TextView::ScrollToPixel(int offset)
     ScrollToOffset(offset);
 }
 
-void TextView::EnsureVisible(Place place, int rowCount, int columnCount)
+void TextView::EnsureVisible(Cell place, int rowCount, int columnCount)
 {
     place.row = std::clamp(place.row, 0, GetLastRow());
     place.column = std::max(place.column, 0);
@@ -211,7 +211,7 @@ void TextView::EnsureVisible(Place place, int rowCount, int columnCount)
         ScrollToOffset(std::min(end - m_metrics.width, begin));
 }
 
-Place TextView::Bounded(std::int64_t row, int column)
+Cell TextView::Bounded(std::int64_t row, int column)
 {
     if (m_rows.GetRowCount() <= 0)
         return {};
@@ -219,14 +219,14 @@ Place TextView::Bounded(std::int64_t row, int column)
     return {bounded, std::clamp(column, 0, std::max(m_rows.GetRowColumnCount(bounded), 0))};
 }
 
-void TextView::SetCaret(Place place, Caret mode)
+void TextView::SetCaret(Cell place, Caret mode)
 {
     m_state.caret = place;
     if (mode == Caret::Move)
         m_state.anchor = place;
 }
 
-void TextView::MoveCaret(Place place, Caret mode)
+void TextView::MoveCaret(Cell place, Caret mode)
 {
     SetCaret(place, mode);
     m_goalColumn = place.column;
@@ -239,16 +239,16 @@ void TextView::MoveRow(std::int64_t row, Caret mode)
     EnsureVisible(m_state.caret, 1, 1);
 }
 
-void TextView::Focus(Place place, bool bottom)
+void TextView::Focus(Cell place, bool bottom)
 {
-    const Place bounded = Bounded(place.row, place.column);
+    const Cell bounded = Bounded(place.row, place.column);
     const bool inView = bounded.row >= m_state.top && bounded.row - m_state.top < GetPageRows();
     if (!inView)
         ScrollToTop(bottom ? static_cast<std::int64_t>(bounded.row) - GetPageRows() + 1 : bounded.row);
     MoveCaret(bounded, Caret::Move);
 }
 
-void TextView::Select(Place place)
+void TextView::Select(Cell place)
 {
     m_state.anchor = Bounded(place.row, place.column);
 }
@@ -291,7 +291,7 @@ void TextView::Reload()
 
 void TextView::Move(Motion motion, Caret mode)
 {
-    const Place caret = Bounded(m_state.caret.row, m_state.caret.column);
+    const Cell caret = Bounded(m_state.caret.row, m_state.caret.column);
     const std::int64_t row = caret.row;
     const int page = GetPageRows();
     switch (motion)
@@ -303,7 +303,7 @@ void TextView::Move(Motion motion, Caret mode)
     case Motion::Right:
         if (caret.column < Bounded(row, kRowEnd).column)
             return MoveCaret({caret.row, caret.column + 1}, mode);
-        return MoveCaret(row < GetLastRow() ? Place{caret.row + 1, 0} : caret, mode);
+        return MoveCaret(row < GetLastRow() ? Cell{caret.row + 1, 0} : caret, mode);
     case Motion::RowBegin:
         return MoveCaret({caret.row, 0}, mode);
     case Motion::RowEnd:
@@ -337,10 +337,10 @@ void TextView::Move(Motion motion, Caret mode)
     }
 }
 
-Place TextView::PlaceAt(int x, int y)
+Cell TextView::CellAt(int x, int y)
 {
     const int line = std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight;
-    const Place row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
+    const Cell row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
     const std::int64_t pixel = std::clamp<std::int64_t>(x, 0, m_metrics.width) + m_state.offset;
     const std::int64_t fromLeft = pixel - GetLeft(row.row) + m_metrics.cellWidth / 2; // the nearer edge
     return Bounded(row.row, FloorDivide(fromLeft, m_metrics.cellWidth));
@@ -349,7 +349,7 @@ Place TextView::PlaceAt(int x, int y)
 void TextView::Click(int x, int y, Caret mode)
 {
     // A row at the edge is not scrolled into view: a double click's second click must meet the same row.
-    SetCaret(PlaceAt(x, y), mode);
+    SetCaret(CellAt(x, y), mode);
     m_goalColumn = m_state.caret.column;
 }
 

@@ -87,14 +87,14 @@ public:
 
     std::uint32_t Size() const { return Size(m_root); }
     void Refresh() { m_root.count = static_cast<std::uint32_t>(m_source.GetRowCount(0)); }
-    RowPlace Translate(std::uint32_t row) { return Locate(row).first; }
+    RowId Translate(std::uint32_t row) { return Locate(row).first; }
 
     bool GetExpanded(std::uint32_t row, bool& expanded)
     {
         CQmLogRow a;
         CQmLogRow b;
-        const RowPlace first = Translate(row);
-        const RowPlace second = Translate(row + 1);
+        const RowId first = Translate(row);
+        const RowId second = Translate(row + 1);
         if (!Read(first, a) || !Read(second, b))
             return false;
         if (b.time == a.time + 1 && (first.file == second.file || b.indent < a.indent))
@@ -158,12 +158,9 @@ private:
         return size;
     }
 
-    bool Read(RowPlace place, CQmLogRow& row)
-    {
-        return m_source.ReadRows(place.file, place.row, 1, &row) == 1;
-    }
+    bool Read(RowId place, CQmLogRow& row) { return m_source.ReadRows(place.file, place.row, 1, &row) == 1; }
 
-    std::pair<RowPlace, Branch*> Locate(std::uint32_t row)
+    std::pair<RowId, Branch*> Locate(std::uint32_t row)
     {
         Branch* branch = &m_root;
         for (std::size_t i = 0; i < branch->children.size() && row >= branch->children[i].position;)

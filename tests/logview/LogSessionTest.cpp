@@ -28,7 +28,7 @@ void ExpectSame(const LogSession& session, LiteralView& literal)
     ASSERT_EQ(literal.Size(), static_cast<std::uint32_t>(session.GetRowCount()));
     for (std::uint32_t row = 0; row <= literal.Size(); ++row)
     {
-        const RowPlace place = session.Translate(row);
+        const RowId place = session.Translate(row);
         ASSERT_EQ(literal.Translate(row).file, place.file) << row;
         ASSERT_EQ(literal.Translate(row).row, place.row) << row;
     }
@@ -338,7 +338,7 @@ TEST(LogSession, RevealsAnyRowBetweenTheFirstAndTheLastOfMain)
                 hidden.after += isAfter;
                 const int shown = session.Reveal({file, row});
                 ASSERT_EQ(isBefore || isAfter, shown == LogSession::kNoRow) << file << ' ' << row;
-                ASSERT_TRUE(shown == LogSession::kNoRow || session.Translate(shown) == (RowPlace{file, row}));
+                ASSERT_TRUE(shown == LogSession::kNoRow || session.Translate(shown) == (RowId{file, row}));
             }
             EXPECT_EQ(hidden, session.CountHidden(file));
             EXPECT_EQ(LogSession::kNoRow, session.Reveal({file, 1000}));

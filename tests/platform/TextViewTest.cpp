@@ -37,9 +37,9 @@ public:
 };
 
 // Every place of the text in reading order.
-std::vector<Place> Places(TestRows& text)
+std::vector<Cell> Places(TestRows& text)
 {
-    std::vector<Place> places;
+    std::vector<Cell> places;
     for (int row = 0; row < text.GetRowCount(); ++row)
         for (int column = 0; column <= text.GetRowColumnCount(row); ++column)
             places.push_back({row, column});
@@ -51,7 +51,7 @@ std::vector<Place> Places(TestRows& text)
 void ExpectSound(TextView& view, TestRows& text)
 {
     const State& state = view.GetState();
-    const std::vector<Place> places = Places(text);
+    const std::vector<Cell> places = Places(text);
     const int page = view.GetPageRows();
     EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.caret));
     EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.anchor));
@@ -66,9 +66,9 @@ void ExpectSound(TextView& view, TestRows& text)
         for (int column = 0; column < text.GetRowColumnCount(row); ++column)
         {
             EXPECT_EQ(view.IsSelected({row, column}), column >= selected.begin && column < selected.end);
-            Place hit;
+            Cell hit;
             EXPECT_TRUE(view.HitTest(view.GetX({row, column}), view.GetY(row), hit));
-            EXPECT_EQ((Place{row, column}), hit);
+            EXPECT_EQ((Cell{row, column}), hit);
         }
     }
 }
@@ -87,11 +87,11 @@ TEST(TextView, KeysMoveAsInTheFlatText)
         int goal = 0;
         for (int step = 0; step < 80; ++step)
         {
-            const std::vector<Place> places = Places(text);
+            const std::vector<Cell> places = Places(text);
             const auto rowEnd = [&](int row) { return text.rows.empty() ? 0 : text.GetRowColumnCount(row); };
             const int lastRow = places.back().row;
             const State before = view.GetState();
-            Place expected = before.caret;
+            Cell expected = before.caret;
             const auto at = std::find(places.begin(), places.end(), before.caret);
             const auto motion = static_cast<Motion>(below(static_cast<int>(Motion::ScrollDown) + 1));
             const auto toRow = [&](int row) {
@@ -168,7 +168,7 @@ TEST_F(TextViewTest, ScrollsAsLittleAsNeeded)
     struct Case
     {
         int top, offset;
-        Place place;
+        Cell place;
         int rows, columns;
         int expectedTop, expectedOffset;
     };
@@ -206,8 +206,8 @@ TEST_F(TextViewTest, FocusGoesToTheEdgeAskedForWhenOutOfView)
     view.Focus({1, 2}, false);
     EXPECT_EQ(1, view.GetState().top);
     view.Select({1, TextView::kRowEnd});
-    EXPECT_EQ((Place{1, 2}), view.GetState().caret);
-    EXPECT_EQ((Place{1, 20}), view.GetSelectionEnd());
+    EXPECT_EQ((Cell{1, 2}), view.GetState().caret);
+    EXPECT_EQ((Cell{1, 20}), view.GetSelectionEnd());
 }
 
 TEST_F(TextViewTest, RowsMovedAboveTakeEverythingAlong)
@@ -249,9 +249,9 @@ TEST_F(TextViewTest, WheelAndAutoscrollCountWholeSteps)
     EXPECT_TRUE(view.Autoscroll(80, 20));
     EXPECT_EQ(8, view.GetState().offset);
 
-    Place cell;
+    Cell cell;
     EXPECT_TRUE(view.HitTest(7, 0, cell));
-    EXPECT_EQ((Place{2, -1}), cell); // the margin: 7 + 8 lies left of 16
+    EXPECT_EQ((Cell{2, -1}), cell); // the margin: 7 + 8 lies left of 16
     EXPECT_FALSE(view.HitTest(7, 90, cell));
     EXPECT_EQ(10, cell.row);
 }
@@ -262,16 +262,16 @@ TEST(TextView, CountsToTheLargestRow)
     TextView view(rows);
     view.SetMetrics({8, 10, 80, 45, 0x7FFFFFFF});
     view.SelectAll();
-    EXPECT_EQ((Place{0x7FFFFFFE, 3}), view.GetState().caret);
+    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.GetState().caret);
     view.Move(Motion::End, Caret::Move);
     view.Move(Motion::PageDown, Caret::Move);
     view.EnsureVisible({0x7FFFFFFF, 0x7FFFFFFF}, 0x7FFFFFFF, 0x7FFFFFFF);
     view.MoveRows(0, 0x7FFFFFFF);
     view.ScrollToPixel(0x7FFFFFFF);
-    Place cell;
+    Cell cell;
     view.HitTest(0x7FFFFFFF, 0x7FFFFFFF, cell);
     view.RowsChanged();
-    EXPECT_EQ((Place{0x7FFFFFFE, 3}), view.GetState().caret);
+    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.GetState().caret);
     EXPECT_EQ((ScrollRange{0x7FFFFFFE, 4, 0x7FFFFFFB}), view.GetRowScroll());
     EXPECT_EQ((Range{0x7FFFFFFB, 0x7FFFFFFF}), view.GetVisibleRows());
     EXPECT_TRUE(view.IsAtEnd());
@@ -293,7 +293,7 @@ TEST(TextView, EveryOperationKeepsWithinTheNumbers)
         view.SetMetrics({any(), any(), any(), any(), any()});
         for (int step = 0; step < 20; ++step)
         {
-            Place cell = {any(), any()};
+            Cell cell = {any(), any()};
             const State before = view.GetState();
             view.Focus(cell, step % 2 == 0);
             view.Select({any(), any()});

@@ -180,10 +180,10 @@ private:
     void DrawSelection(CDC& dc, const CRect& area, int row);
     void EndDrag();
     void LayOutFindBar();
-    bool FindForward(textview::Place& match);
-    bool FindBackward(textview::Place& match);
+    bool FindForward(textview::Cell& match);
+    bool FindBackward(textview::Cell& match);
     bool FindLastBefore(int row, int limit, int& column);
-    bool ShowMatch(bool found, textview::Place match);
+    bool ShowMatch(bool found, textview::Cell match);
 
     textview::TextView m_view;
     bool m_prepared = false; // CreateCommon is through and the window not destroyed: rows may be asked for

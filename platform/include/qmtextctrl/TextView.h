@@ -42,13 +42,13 @@ struct Metrics
 };
 
 // Before a column of a row.
-struct Place
+struct Cell
 {
     int row = 0;
     int column = 0;
 
-    bool operator==(const Place& other) const { return row == other.row && column == other.column; }
-    bool operator<(const Place& other) const
+    bool operator==(const Cell& other) const { return row == other.row && column == other.column; }
+    bool operator<(const Cell& other) const
     {
         return row < other.row || (row == other.row && column < other.column);
     }
@@ -56,8 +56,8 @@ struct Place
 
 struct State
 {
-    Place caret;
-    Place anchor;   // the other end of the selection; the caret when nothing is selected
+    Cell caret;
+    Cell anchor;    // the other end of the selection; the caret when nothing is selected
     int top = 0;    // the first row of the window
     int offset = 0; // pixels scrolled to the right
 
@@ -143,9 +143,9 @@ public:
     const Metrics& GetMetrics() const { return m_metrics; }
 
     const State& GetState() const { return m_state; }
-    Place GetSelectionBegin() const;
-    Place GetSelectionEnd() const;
-    bool IsSelected(Place cell) const;
+    Cell GetSelectionBegin() const;
+    Cell GetSelectionEnd() const;
+    bool IsSelected(Cell cell) const;
 
     // The selected columns of a row; empty when there are none.
     Range GetSelectedColumns(int row);
@@ -156,12 +156,12 @@ public:
     bool IsAtEnd();
 
     // Window pixels of a place, limited to 32 bits.
-    int GetX(Place place);
+    int GetX(Cell place);
     int GetY(int row) const;
 
     // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it.
     // False above the first row, where the row is 0, and below the last, where it is the row count.
-    bool HitTest(int x, int y, Place& cell);
+    bool HitTest(int x, int y, Cell& cell);
 
     ScrollRange GetRowScroll();
 
@@ -172,11 +172,11 @@ public:
     void ScrollToPixel(int offset);
 
     // Scrolls as little as needed to show the rows and columns; 0 columns do not scroll across.
-    void EnsureVisible(Place place, int rowCount, int columnCount);
+    void EnsureVisible(Cell place, int rowCount, int columnCount);
 
     // See CQmTextCtrl, whose operations these are.
-    void Focus(Place place, bool bottom);
-    void Select(Place place);
+    void Focus(Cell place, bool bottom);
+    void Select(Cell place);
     void SelectAll();
     void RowsChanged();
     void MoveRows(int row, int delta);
@@ -199,11 +199,11 @@ private:
     int GetLastRow();
     int GetLeft(int row);
     int GetPageColumns() const;
-    std::int64_t GetPixel(Place place);
-    Place Bounded(std::int64_t row, int column);
-    Place PlaceAt(int x, int y);
-    void SetCaret(Place place, Caret mode);
-    void MoveCaret(Place place, Caret mode);
+    std::int64_t GetPixel(Cell place);
+    Cell Bounded(std::int64_t row, int column);
+    Cell CellAt(int x, int y);
+    void SetCaret(Cell place, Caret mode);
+    void MoveCaret(Cell place, Caret mode);
     void MoveRow(std::int64_t row, Caret mode);
     void ScrollBy(std::int64_t rows, std::int64_t columns);
     void ScrollToTop(std::int64_t top);

@@ -209,7 +209,7 @@ public:
     void SetImageList(CImageList* items, CImageList* checks);
 
     // Sets the picture behind the rows, from a file or from a resource of the program; null or 0 takes it
-    // away. Returns 0 if the picture cannot be loaded; there is none then.
+    // away. Returns 0 if it cannot be loaded; no picture is shown then.
     int SetBkImage(const char* path);
     int SetBkImage(unsigned int resourceId);
     int SetBkImage(int resourceId) { return SetBkImage(static_cast<unsigned int>(resourceId)); }
@@ -221,7 +221,7 @@ public:
     int GetItemIndex(_TREEITEM* item);
 
     // Returns a neighbour (RVGN_*), or null if there is none. TVI_ROOT is taken for the root wherever a tree
-    // item is asked for. For null, all of these return that there is none.
+    // item is asked for. Given null, they all answer that there is none.
     _TREEITEM* GetNextItem(_TREEITEM* item, unsigned int code);
     int GetItemCount(_TREEITEM* parent, int recursive);
     int HasChildren(_TREEITEM* item);

@@ -51,8 +51,9 @@ constexpr std::uint64_t RVP_DOUBLEBUFFER = 10; // flag: painted off the screen a
 constexpr std::uint64_t RVP_TREESTYLE = 11;    // 0, 1 or 2; kept for the owner, no effect: 0
 constexpr std::uint64_t RVP_IMAGEMODE = 12;    // RVIB_*, images of selected and focused rows: RVIB_NONE
 constexpr std::uint64_t RVP_COLOR = 13;        // COLORREF; kept for the owner, no effect: 0xFFFFFF
-constexpr std::uint64_t RVP_STRINGSEPARATOR =
-    14; // a byte, for all controls, of GetItemString(item): 9, the tab
+
+// A byte, for all controls: what GetItemString(item) puts after each text: 9, the tab.
+constexpr std::uint64_t RVP_STRINGSEPARATOR = 14;
 
 // const char*, what each indentation level begins with in GetItemString, for all controls: ""
 constexpr std::uint64_t RVP_TREEINDENT = 15;

@@ -95,7 +95,7 @@ TEST_F(TailTest, ALineEndAloneMakesNoRow)
         {"Main=three", "\n"},
         {"", "    4  Main     three"},
     };
-    Follow("tail -f -n 0 --numbers", looks);
+    EXPECT_EQ("logtool: no rows in C:\\Logs\\\n", Follow("tail -f -n 0 --numbers", looks));
 }
 
 // As a writer that could not write in full takes them back, in rows and within one.

@@ -65,12 +65,10 @@ public:
     int Compare(_TREEITEM* item1, _TREEITEM* item2) override
     {
         Compared wanted = {item1->item, SubItemOf(item1), item2->item, SubItemOf(item2), 0};
-        const std::uint64_t before = m_sorting.m_comparisons;
         wanted.result =
             m_sorting.m_overrides.CompareItems(wanted.item1, wanted.subitem1, wanted.item2, wanted.subitem2);
         // A subclass that compares by itself, or makes something else of the answer, may have any order.
-        if (m_sorting.m_comparisons != before + 1 || m_sorting.m_compared != wanted)
-            m_isBuiltIn = false;
+        m_isBuiltIn = m_isBuiltIn && m_sorting.m_compared == wanted;
         return wanted.result;
     }
     bool IsOrdered() const override
@@ -179,7 +177,6 @@ int Sorting::Compare(int item1, int subitem1, int item2, int subitem2)
 {
     const int result = m_callback ? m_callback(item1, subitem1, item2, subitem2, m_value)
                                   : CompareKeys(item1, subitem1, item2, subitem2);
-    ++m_comparisons;
     m_compared = {item1, subitem1, item2, subitem2, result};
     return result;
 }

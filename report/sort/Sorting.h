@@ -62,7 +62,7 @@ private:
     class Range;
     class Siblings;
 
-    // The last comparison that reached Compare, and how many have.
+    // The last comparison that reached Compare.
     struct Compared
     {
         int item1, subitem1, item2, subitem2, result;
@@ -83,7 +83,6 @@ private:
     std::optional<Run> m_run;
     unsigned m_number = 0; // of the last sort
     Compared m_compared = {};
-    std::uint64_t m_comparisons = 0;
 };
 
 } // namespace report

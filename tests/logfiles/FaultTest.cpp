@@ -75,33 +75,10 @@ Outcome Finish(const MemorySession& session, Outcome outcome)
     return outcome;
 }
 
-// A script runs against both: `Log` is a pair of writers with Write, BlockBegin, BlockEnd and Close.
-struct LibraryLogs
-{
-    LibraryLogs()
-    {
-        main.SetFilePath("Main");
-        sql.SetFilePath("SQL");
-    }
-    bool Write(bool toMain, const char* text) { return (toMain ? main : sql).Write(text); }
-    void BlockBegin(std::uint32_t kind) { main.BlockBegin(static_cast<QmLogBlockKind>(kind)); }
-    void BlockEnd() { main.BlockEnd(); }
-    void Close()
-    {
-        main.Close();
-        sql.Close();
-        logfiles::CloseCounters();
-    }
-
-    CQmLogWriter main;
-    CQmLogWriter sql;
-};
-
-struct ReferenceLogs
+// A script runs against both: the library's writers and those of the reference.
+template <typename Writer, typename Counters> struct Logs
 {
     bool Write(bool toMain, const char* text) { return (toMain ? main : sql).Write(text); }
-    void BlockBegin(std::uint32_t kind) { main.BlockBegin(kind); }
-    void BlockEnd() { main.BlockEnd(); }
     void Close()
     {
         main.Close();
@@ -109,20 +86,33 @@ struct ReferenceLogs
         counters.Close();
     }
 
-    ReferenceCounters counters{"C:\\Logs\\"};
-    ReferenceWriter main{"C:\\Logs\\", "Main", counters};
-    ReferenceWriter sql{"C:\\Logs\\", "SQL", counters};
+    Counters counters{"C:\\Logs\\"};
+    Writer main{"C:\\Logs\\", "Main", counters};
+    Writer sql{"C:\\Logs\\", "SQL", counters};
 };
+using ReferenceLogs = Logs<ReferenceWriter, ReferenceCounters>;
+
+struct LibraryCounters
+{
+    explicit LibraryCounters(const char*) {}
+    void Close() { logfiles::CloseCounters(); }
+};
+
+struct LibraryWriter : CQmLogWriter
+{
+    LibraryWriter(const char*, const char* name, LibraryCounters&) { SetFilePath(name); }
+};
+using LibraryLogs = Logs<LibraryWriter, LibraryCounters>;
 
 // At most one row a call: the library makes the same system calls as the reference.
 template <typename Logs> void SingleRows(Logs& logs, std::vector<bool>& answers)
 {
     answers.push_back(logs.Write(true, ""));
     answers.push_back(logs.Write(true, "\n<one>"));
-    logs.BlockBegin(2);
+    logs.main.BlockBegin(kErrorKind);
     answers.push_back(logs.Write(true, "<two>"));
     answers.push_back(logs.Write(false, "<three>"));
-    logs.BlockEnd();
+    logs.main.BlockEnd();
     answers.push_back(logs.Write(true, "<four>"));
     logs.Close();
     answers.push_back(logs.Write(false, "\n<five>"));
@@ -132,10 +122,10 @@ template <typename Logs> void SingleRows(Logs& logs, std::vector<bool>& answers)
 template <typename Logs> void ManyRows(Logs& logs, std::vector<bool>& answers)
 {
     answers.push_back(logs.Write(true, "<one>\n\nx\n"));
-    logs.BlockBegin(1);
+    logs.main.BlockBegin(kDetailKind);
     answers.push_back(logs.Write(true, "<two>\ny\nz\n"));
     answers.push_back(logs.Write(false, "<three>\n\n\n\n"));
-    logs.BlockEnd();
+    logs.main.BlockEnd();
     answers.push_back(logs.Write(true, "<four>\n"));
 }
 
@@ -265,8 +255,7 @@ TEST(Faults, RowsThatCannotBeWrittenAreCountedAndReportedOnceACall)
     MemorySession session;
     const HANDLE index =
         session.files.Create(session.Path("Main.ROW").c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_ALWAYS, 0);
-    CQmLogWriter log;
-    log.SetFilePath("Main");
+    CQmLogWriter log = WriterOf("Main");
     EXPECT_TRUE(log.Write("a\nb\nc\n"));
     session.files.SetLastError(ERROR_SUCCESS);
     EXPECT_TRUE(log.Write("d\ne"));
@@ -278,59 +267,41 @@ TEST(Faults, RowsThatCannotBeWrittenAreCountedAndReportedOnceACall)
     session.files.Close(index);
 
     session.files.SetSize(session.Path("Full.ROW"), 0xFFFFFFFF / 20 * 20);
-    CQmLogWriter full;
-    full.SetFilePath("Full");
+    CQmLogWriter full = WriterOf("Full");
     EXPECT_TRUE(full.Write("a\nb\n"));
     EXPECT_EQ(3u, full.GetLostRowCount());
     EXPECT_EQ("CQmLogWriter::WriteRow().WriteFile()\nError 223.", Reports(session).back());
     EXPECT_EQ(3u, Reports(session).size());
 }
 
-// Files whose closing gives a second process its turn, and an index that is let go of later than its text.
-class TurnFiles : public ZEMA::MemoryFiles
-{
-public:
-    bool Close(HANDLE file) override
-    {
-        const bool closed = MemoryFiles::Close(file);
-        if (CanOpen("C:\\Logs\\Main.LOG"))
-            EXPECT_TRUE(CanOpen("C:\\Logs\\Main.ROW")) << "the text is free before the index";
-        return closed;
-    }
-
-    HANDLE Create(const char* path, DWORD access, DWORD share, DWORD disposition, DWORD flags) override
-    {
-        const HANDLE file = MemoryFiles::Create(path, access, share, disposition, flags);
-        if (late != nullptr && file == INVALID_HANDLE_VALUE)
-            MemoryFiles::Close(std::exchange(late, nullptr));
-        return file;
-    }
-
-    HANDLE late = nullptr;
-
-private:
-    bool CanOpen(const char* path)
-    {
-        const HANDLE file = MemoryFiles::Create(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, 0);
-        MemoryFiles::Close(file);
-        return file != INVALID_HANDLE_VALUE;
-    }
-};
-
+// Whenever the text is free the index is, and the index of a process that has ended is waited for.
 TEST(Faults, ProcessesThatTakeTurnsLoseNoRow)
 {
     MemorySession session;
-    TurnFiles files;
-    ZEMA::SetFileCalls(&files);
+    HANDLE late = nullptr;
+    const auto canOpen = [&](const char* file) {
+        const HANDLE handle = session.files.Create(session.Path(file).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                                   OPEN_EXISTING, 0);
+        session.files.Close(handle);
+        return handle != INVALID_HANDLE_VALUE;
+    };
+    int tries = 0;
+    session.files.onCall = [&](const std::string& call) {
+        if (late == nullptr)
+            EXPECT_TRUE(!canOpen("Main.LOG") || canOpen("Main.ROW")) << call;
+        else if (call.ends_with("Main.ROW") && ++tries == 2)
+            session.files.Close(std::exchange(late, nullptr));
+    };
     CQmLogWriter& log = QmLogWriterDefine("Main");
     EXPECT_TRUE(log.Write("a\n"));
     QmLogWriterCloseAll();
-
-    files.late = files.Create("C:\\Logs\\Main.ROW", GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, 0);
+    late = session.files.Create(session.Path("Main.ROW").c_str(), GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS,
+                                0);
     EXPECT_TRUE(log.Write("b\n"));
-    EXPECT_EQ(0u, log.GetLostRowCount()) << "the index of an ended process is waited for";
+    EXPECT_EQ(nullptr, late);
+    EXPECT_EQ(0u, log.GetLostRowCount());
     QmLogWriterCloseAll();
-    ZEMA::SetFileCalls(&session.files);
+    session.files.onCall = nullptr;
 }
 
 TEST(Faults, EachRefusalLeavesOneEntry)
@@ -370,70 +341,61 @@ TEST(Faults, EachRefusalLeavesOneEntry)
     QmLogWriterCloseAll();
 }
 
-std::vector<std::string> ReportOf(const char* message)
+std::vector<std::string> ReportOf(const std::string& message)
 {
-    if (message == nullptr)
-        return {};
-    return {std::string(message) + "\nError 5."};
+    return message.empty() ? std::vector<std::string>() : std::vector{message + "\nError 5."};
 }
-
-// What an operation on counters that stand at time 5 and depth 7 reports and answers when a call of it fails.
-struct CounterCase
-{
-    const char* name;
-    std::function<int()> run;
-    std::vector<const char*> calls;   // from the second on: the first one is the lock
-    std::vector<const char*> reports; // one a call; null: none
-    std::vector<int> answers;         // one a call
-};
 
 TEST(Faults, CountersReportWithTheirFixedTexts)
 {
-    const std::vector<const char*> query = {"Seek", "Read", "Unlock"};
-    const std::vector<const char*> update = {"Seek", "Read", "Seek", "Write", "Unlock"};
-    constexpr const char* kReadRow =
-        "CQmLogReader::ReadRow().SetFilePointer()"; // deliberately not its own name
-    constexpr const char* kIndentUp = "GlobalIndentIncrement().SetFilePointer()";
-    constexpr const char* kIndentDown = "GlobalIndentDecrement().SetFilePointer()";
+    const std::string up = "CQmLogReader::ReadRow().SetFilePointer()"; // deliberately not its own name
+    const std::string down = "GlobalIndentDecrement().SetFilePointer()";
     std::uint32_t first = 0;
-    const auto take = [&first](std::uint32_t count) {
-        return logfiles::GlobalTimeTake(count, first) == count ? int(first)
-                                                               : -int(first); // negative: one only
+    const auto take = [&first](std::uint32_t count) { // below 0: one only
+        return logfiles::GlobalTimeTake(count, first) == count ? int(first) : -int(first);
     };
-    const CounterCase cases[] = {
+    // On counters that stand at time 5 and depth 7. The first call is the lock; what each of the others
+    // reports when it fails, and what the operation answers then.
+    struct
+    {
+        const char* name;
+        std::function<int()> run;
+        std::vector<std::string> calls, reports;
+        std::vector<int> answers;
+    } const cases[] = {
         {"time get",
          QmLogGlobalTimeGet,
-         query,
-         {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", nullptr},
+         {"Seek", "Read", "Unlock"},
+         {"GlobalTimeGet().SetFilePointer()", "GlobalTimeGet.ReadFile", ""},
          {0, 0, 5}},
         {"indent get",
          logfiles::GlobalIndentGet,
-         query,
-         {"GlobalIndentGet().SetFilePointer()", "GlobalIndentGet.ReadFile", nullptr},
+         {"Seek", "Read", "Unlock"},
+         {"GlobalIndentGet().SetFilePointer()", "GlobalIndentGet.ReadFile", ""},
          {0, 0, 7}},
         {"time increment",
          [&] { return take(1); },
-         update,
-         {kReadRow, "GlobalTimeIncrement.ReadFile", kReadRow, "GlobalTimeIncrement.WriteFile", nullptr},
+         {"Seek", "Read", "Seek", "Write", "Unlock"},
+         {up, "GlobalTimeIncrement.ReadFile", up, "GlobalTimeIncrement.WriteFile", ""},
          {0, 1, 0, 6, 6}},
         {"three time increments",
          [&] { return take(3); },
-         update,
-         {kReadRow, "GlobalTimeIncrement.ReadFile", kReadRow, nullptr, nullptr},
+         {"Seek", "Read", "Seek", "Write", "Unlock"},
+         {up, "GlobalTimeIncrement.ReadFile", up, "", ""},
          {0, -1, 0, -6, 6}},
         {"indent increment",
          logfiles::GlobalIndentIncrement,
-         update,
-         {kReadRow, "GlobalIndentIncrement.ReadFile", kIndentUp, "GlobalIndentIncrement.WriteFile", nullptr},
+         {"Seek", "Read", "Seek", "Write", "Unlock"},
+         {up, "GlobalIndentIncrement.ReadFile", "GlobalIndentIncrement().SetFilePointer()",
+          "GlobalIndentIncrement.WriteFile", ""},
          {0, 1, 0, 8, 8}},
         {"indent decrement",
          logfiles::GlobalIndentDecrement,
-         update,
-         {kIndentDown, "GlobalIndentDecrement.ReadFile", kIndentDown, "GlobalTimeDecrement.WriteFile",
-          nullptr},
+         {"Seek", "Read", "Seek", "Write", "Unlock"},
+         {down, "GlobalIndentDecrement.ReadFile", down, "GlobalTimeDecrement.WriteFile", ""},
          {0, 255, 0, 6, 6}},
     };
-    for (const CounterCase& c : cases)
+    for (const auto& c : cases)
     {
         for (std::size_t at = 0; at < c.calls.size(); ++at)
         {
@@ -449,13 +411,9 @@ TEST(Faults, CountersReportWithTheirFixedTexts)
             EXPECT_EQ(c.calls[at], session.files.Calls()[at + 1]);
             EXPECT_EQ(ReportOf(c.reports[at]), Reports(session));
 
-            // A failed seek keeps the lock, and even the failing process waits for ever; so does a failed
-            // unlock.
-            const std::string call = c.calls[at];
-            if (call == "Seek" || call == "Unlock")
-            {
+            // After a failed seek or unlock the lock stays, and even the failing process waits for ever.
+            if (c.calls[at] == "Seek" || c.calls[at] == "Unlock")
                 EXPECT_THROW(c.run(), ZEMA::EndlessWait);
-            }
             QmLogWriterCloseAll();
             EXPECT_NO_THROW(c.run()) << "closing frees the lock";
         }
@@ -495,7 +453,7 @@ TEST(Faults, ReadersReportEachFailingCall)
         unsigned long row;
         unsigned long call; // the one that fails, counted from 1
         const char* name;
-        const char* report; // null: none
+        const char* report; // empty for none
         int answer;         // the length read, or -1 for false
     } cases[] = {
         {0, 1, "Create C:\\Logs\\Main.ROW", "CQmLogReader::ReadRow().CreateFileRead(Row)", -1},
@@ -503,9 +461,9 @@ TEST(Faults, ReadersReportEachFailingCall)
         {0, 3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1},
         {0, 4, "Create C:\\Logs\\Main.LOG", "CQmLogReader::Read().CreateFileRead(Log)", -1},
         {0, 5, "Seek", "CQmLogReader::Read().SetFilePointer()", -1},
-        {0, 6, "GetSize C:\\Logs\\Main.LOG", nullptr, 0}, // the line counts as empty
+        {0, 6, "GetSize C:\\Logs\\Main.LOG", "", 0}, // the line counts as empty
         {0, 7, "Read", "CQmLogReader::Read().ReadFile()", -1},
-        {1, 4, "GetSize C:\\Logs\\Main.LOG", nullptr, 0},
+        {1, 4, "GetSize C:\\Logs\\Main.LOG", "", 0},
         {1, 8, "Read", "CQmLogReader::Read().ReadFile()", -1},
         {2, 3, "Read", "CQmLogReader::ReadRow().ReadFile()", -1}, // a row that does not exist
     };
@@ -513,8 +471,7 @@ TEST(Faults, ReadersReportEachFailingCall)
     {
         SCOPED_TRACE("row " + std::to_string(c.row) + ", call " + std::to_string(c.call));
         MemorySession session;
-        CQmLogWriter log;
-        log.SetFilePath("Main");
+        CQmLogWriter log = WriterOf("Main");
         log.Write("a\nb");
         CQmLogReader reader;
         reader.SetFilePath("Main");
@@ -535,8 +492,7 @@ TEST(Faults, HandlesThatDoNotCloseAreReported)
 {
     MemorySession session;
     {
-        CQmLogWriter writer;
-        writer.SetFilePath("Main");
+        CQmLogWriter writer = WriterOf("Main");
         writer.Write("a\n");
         session.files.SetFault({session.files.CallCount() + 1, Fault::kFail, true});
         EXPECT_TRUE(writer.Close());

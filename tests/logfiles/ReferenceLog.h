@@ -26,23 +26,22 @@ public:
 
     std::uint32_t NextTime()
     {
-        return Update("CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.ReadFile",
-                      "CQmLogReader::ReadRow().SetFilePointer()", "GlobalTimeIncrement.WriteFile",
+        return Update({kReadRow, "GlobalTimeIncrement.ReadFile", kReadRow, "GlobalTimeIncrement.WriteFile"},
                       [](Record& record) { return ++record.time; });
     }
 
     std::uint8_t IndentUp()
     {
         return static_cast<std::uint8_t>(
-            Update("CQmLogReader::ReadRow().SetFilePointer()", "GlobalIndentIncrement.ReadFile",
-                   "GlobalIndentIncrement().SetFilePointer()", "GlobalIndentIncrement.WriteFile",
+            Update({kReadRow, "GlobalIndentIncrement.ReadFile", "GlobalIndentIncrement().SetFilePointer()",
+                    "GlobalIndentIncrement.WriteFile"},
                    [](Record& record) { return std::uint32_t{++record.indent}; }));
     }
 
     void IndentDown()
     {
-        Update("GlobalIndentDecrement().SetFilePointer()", "GlobalIndentDecrement.ReadFile",
-               "GlobalIndentDecrement().SetFilePointer()", "GlobalTimeDecrement.WriteFile",
+        Update({"GlobalIndentDecrement().SetFilePointer()", "GlobalIndentDecrement.ReadFile",
+                "GlobalIndentDecrement().SetFilePointer()", "GlobalTimeDecrement.WriteFile"},
                [](Record& record) { return std::uint32_t{--record.indent}; });
     }
 
@@ -54,6 +53,16 @@ public:
     }
 
 private:
+    static constexpr const char* kReadRow = "CQmLogReader::ReadRow().SetFilePointer()";
+
+    struct Reports
+    {
+        const char* seek;
+        const char* read;
+        const char* seekAgain;
+        const char* write;
+    };
+
     struct Record
     {
         std::uint32_t time = 0;
@@ -63,23 +72,15 @@ private:
 
     void Acquire()
     {
-        if (m_file != nullptr)
-        {
-            while (!ZEMA::FileCalls().Lock(m_file, 0, ~0ull))
-                ;
-            return;
-        }
-        HANDLE file = nullptr;
-        while (file == nullptr || file == INVALID_HANDLE_VALUE)
-            file = ZEMA_CreateFile(m_path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                   OPEN_ALWAYS, FILE_FLAG_WRITE_THROUGH | kAppendFlags, nullptr);
-        ZEMA::FileCalls().Lock(file, 0, ~0ull);
-        m_file = file;
+        const bool isOpen = m_file != nullptr;
+        while (m_file == nullptr || m_file == INVALID_HANDLE_VALUE)
+            m_file = ZEMA_CreateFile(m_path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                     OPEN_ALWAYS, FILE_FLAG_WRITE_THROUGH | kAppendFlags, nullptr);
+        while (!ZEMA::FileCalls().Lock(m_file, 0, ~0ull) && isOpen)
+            ;
     }
 
-    template <typename Change>
-    std::uint32_t Update(const char* seek, const char* read, const char* seekAgain, const char* write,
-                         Change change)
+    template <typename Change> std::uint32_t Update(const Reports& reports, Change change)
     {
         ZEMA::IFileCalls& files = ZEMA::FileCalls();
         Record record;
@@ -87,19 +88,19 @@ private:
         DWORD bytes = 0;
         Acquire();
         if (!files.Seek(m_file, 0, FILE_BEGIN, position))
-            return logfiles::Report(seek), 0;
+            return logfiles::Report(reports.seek), 0;
         if (!files.Read(m_file, &record, 8, bytes))
         {
-            logfiles::Report(read);
+            logfiles::Report(reports.read);
             record = {};
         }
         const std::uint32_t value = change(record);
         if (!files.Seek(m_file, 0, FILE_BEGIN, position))
-            return logfiles::Report(seekAgain), 0;
+            return logfiles::Report(reports.seekAgain), 0;
         if (!files.Write(m_file, &record, 8, bytes))
-            logfiles::Report(write);
+            logfiles::Report(reports.write);
         else if (bytes != 8)
-            logfiles::FailWith(ERROR_DISK_FULL, write);
+            logfiles::FailWith(ERROR_DISK_FULL, reports.write);
         files.Unlock(m_file, 0, ~0ull);
         return value;
     }
@@ -131,21 +132,23 @@ public:
         return false;
     }
 
-    void BlockBegin(std::uint32_t kind)
+    bool BlockBegin(QmLogBlockKind kind)
     {
-        if (kind == 0xFFFFFFFF)
+        if (kind == kEnclosingKind)
             kind = m_blocks.back().kind;
         m_blocks.emplace_back();
         m_blocks.back().indent = m_counters.IndentUp();
-        m_blocks.back().kind = static_cast<QmLogBlockKind>(kind);
+        m_blocks.back().kind = kind;
         m_pending = !Write("\n") || m_pending;
+        return true;
     }
 
-    void BlockEnd()
+    bool BlockEnd()
     {
         m_counters.IndentDown();
         m_blocks.pop_back();
         m_pending = m_pending || m_last != '\n';
+        return true;
     }
 
     void Close()

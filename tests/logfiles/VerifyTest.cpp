@@ -18,21 +18,14 @@ namespace
 
 using Kind = QmLogFindingKind;
 
-CQmLogWriter Writer(const char* name)
-{
-    CQmLogWriter writer;
-    writer.SetFilePath(name);
-    return writer;
-}
-
 // A log folder with a session in it, to be damaged and verified.
 struct Folder
 {
     // Main: "\nhead\nb\nc\ndd\ntail", rows at 1, 6, 8, 10, 13; SQL: "x\ny\n", rows at 0, 2, 4.
     void WriteSession()
     {
-        CQmLogWriter main = Writer("Main");
-        CQmLogWriter sql = Writer("SQL");
+        CQmLogWriter main = WriterOf("Main");
+        CQmLogWriter sql = WriterOf("SQL");
         main.BlockBegin(kNoticeKind);
         main.Write("head");
         sql.Write("x\ny\n");
@@ -107,102 +100,108 @@ TEST(Verify, FindsNothingInWhatTheWriterLeaves)
     EXPECT_TRUE(folder.Verify().empty()) << "an empty folder";
     folder.WriteSession();
     EXPECT_EQ("", Describe(folder.Verify()));
-    Writer("Run").Write("");
+    WriterOf("Run").Write("");
     EXPECT_EQ("", Describe(folder.Verify())) << "a log without text";
     EXPECT_EQ("", Describe(FindingsOf("C:\\Logs\\", {"Main", "Run", "SQL"})));
+}
+
+// ---- Damage to be planted
+
+using Plant = std::function<void(Folder&)>;
+
+Plant Delete(const std::string& file)
+{
+    return [=](Folder& folder) { folder.session.files.Delete(folder.session.Path(file).c_str()); };
+}
+
+Plant Cut(const char* file, std::size_t size) // or extend by zeros
+{
+    return [=](Folder& folder) { folder.Edit(file, [=](std::string& bytes) { bytes.resize(size); }); };
+}
+
+Plant Replace(const char* file, std::size_t at, std::size_t count, const std::string& by)
+{
+    return
+        [=](Folder& folder) { folder.Edit(file, [=](std::string& bytes) { bytes.replace(at, count, by); }); };
+}
+
+// The index of "Main" made of its records, named by their digits.
+Plant Records(const std::string& digits)
+{
+    return [=](Folder& folder) {
+        folder.Edit("Main.ROW", [=](std::string& bytes) {
+            std::string edited;
+            for (const char digit : digits)
+                edited +=
+                    bytes.substr(std::min(bytes.size(), 20 * static_cast<std::size_t>(digit - '0')), 20);
+            bytes = edited;
+        });
+    };
+}
+
+template <typename Field>
+Plant Set(const char* file, std::size_t row, Field CQmLogRow::*field, std::type_identity_t<Field> value)
+{
+    return
+        [=](Folder& folder) { folder.EditRow(file, row, [=](CQmLogRow& record) { record.*field = value; }); };
 }
 
 TEST(Verify, NamesEachKindOfDamage)
 {
     constexpr unsigned long kNoRow = QmLogFinding::kNoRow;
-    struct Case
+    constexpr auto kOffset = &CQmLogRow::offset;
+    constexpr auto kTime = &CQmLogRow::time;
+    const struct
     {
         const char* name;
-        std::function<void(Folder&)> plant;
+        Plant plant;
         Kind kind;
         const char* file;
         unsigned long row;
-    };
-    const Case cases[] = {
-        {"text removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Main.LOG"); },
-         Kind::kIndexWithoutText, "Main.LOG", kNoRow},
-        {"index removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Main.ROW"); },
-         Kind::kTextWithoutIndex, "Main.ROW", kNoRow},
-        {"index emptied", [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.clear(); }); },
-         Kind::kTextWithoutIndex, "SQL.ROW", kNoRow},
-        {"index cut within a record",
-         [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.resize(b.size() - 7); }); }, Kind::kIndexCut,
-         "Main.ROW", 4},
-        {"last record removed",
-         [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.resize(b.size() - 20); }); },
-         Kind::kLineWithoutRow, "SQL.ROW", 2},
-        {"record removed", [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.erase(20, 20); }); },
-         Kind::kLineWithoutRow, "Main.ROW", 1},
-        {"first record removed", [](Folder& t) { t.Edit("SQL.ROW", [](auto& b) { b.erase(0, 20); }); },
-         Kind::kLineWithoutRow, "SQL.ROW", 0},
-        {"text cut", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b.resize(4); }); }, Kind::kTextCut,
-         "Main.LOG", kNoRow},
-        {"record doubled",
-         [](Folder& t) { t.Edit("Main.ROW", [](auto& b) { b.insert(20, b.substr(20, 20)); }); },
-         Kind::kNumberNotAscending, "Main.ROW", 1},
-        {"records exchanged",
-         [](Folder& t) {
-             t.Edit("Main.ROW", [](auto& b) {
-                 b = b.substr(0, 40) + b.substr(60, 20) + b.substr(40, 20) + b.substr(80);
-             });
-         },
-         Kind::kNumberNotAscending, "Main.ROW", 2},
-        {"offset too low", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 1; }); },
-         Kind::kOffsetNotAscending, "Main.ROW", 3},
+    } cases[] = {
+        {"text removed", Delete("Main.LOG"), Kind::kIndexWithoutText, "Main.LOG", kNoRow},
+        {"index removed", Delete("Main.ROW"), Kind::kTextWithoutIndex, "Main.ROW", kNoRow},
+        {"index emptied", Cut("SQL.ROW", 0), Kind::kTextWithoutIndex, "SQL.ROW", kNoRow},
+        {"index cut within a record", Cut("Main.ROW", 93), Kind::kIndexCut, "Main.ROW", 4},
+        {"last record removed", Cut("SQL.ROW", 40), Kind::kLineWithoutRow, "SQL.ROW", 2},
+        {"record removed", Replace("Main.ROW", 20, 20, ""), Kind::kLineWithoutRow, "Main.ROW", 1},
+        {"first record removed", Replace("SQL.ROW", 0, 20, ""), Kind::kLineWithoutRow, "SQL.ROW", 0},
+        {"text cut", Cut("Main.LOG", 4), Kind::kTextCut, "Main.LOG", kNoRow},
+        {"record doubled", Records("011234"), Kind::kNumberNotAscending, "Main.ROW", 1},
+        {"records exchanged", Records("01324"), Kind::kNumberNotAscending, "Main.ROW", 2},
+        {"offset too low", Set("Main.ROW", 3, kOffset, 1), Kind::kOffsetNotAscending, "Main.ROW", 3},
         {"two offsets alike, within a line",
-         [](Folder& t) {
-             for (const std::size_t row : {2, 3})
-                 t.EditRow("Main.ROW", row, [](auto& r) { r.offset = 11; });
+         [](Folder& folder) {
+             Set("Main.ROW", 2, kOffset, 11)(folder);
+             Set("Main.ROW", 3, kOffset, 11)(folder);
          },
          Kind::kOffsetNotAscending, "Main.ROW", 3},
-        {"offset within a line", [](Folder& t) { t.EditRow("Main.ROW", 3, [](auto& r) { r.offset = 11; }); },
-         Kind::kOffsetNotAtLine, "Main.ROW", 3},
-        {"last offset within a line",
-         [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.offset = 14; }); }, Kind::kOffsetNotAtLine,
-         "Main.ROW", 4},
-        {"offset behind the text",
-         [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.offset = 0x80000000; }); },
-         Kind::kOffsetNotAtLine, "Main.ROW", 4},
-        {"line feed written over", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b[7] = ' '; }); },
-         Kind::kOffsetNotAtLine, "Main.ROW", 2},
-        {"byte removed from the text", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b.erase(2, 1); }); },
-         Kind::kOffsetNotAtLine, "Main.ROW", 1},
-        {"line feed put into the text", [](Folder& t) { t.Edit("Main.LOG", [](auto& b) { b[3] = '\n'; }); },
-         Kind::kLineWithoutRow, "Main.ROW", 1},
-        {"text appended by hand", [](Folder& t) { t.Edit("SQL.LOG", [](auto& b) { b += "z\n"; }); },
-         Kind::kLineWithoutRow, "SQL.ROW", 3},
-        {"number zero", [](Folder& t) { t.EditRow("Main.ROW", 1, [](auto& r) { r.time = 0; }); },
-         Kind::kNumberZero, "Main.ROW", 1},
-        {"number too low", [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.time = 2; }); },
-         Kind::kNumberNotAscending, "Main.ROW", 4},
-        {"number too high", [](Folder& t) { t.EditRow("Main.ROW", 1, [](auto& r) { r.time = 8; }); },
-         Kind::kNumberNotAscending, "Main.ROW", 1},
-        {"number of another log", [](Folder& t) { t.EditRow("SQL.ROW", 2, [](auto& r) { r.time = 5; }); },
-         Kind::kNumberNotUnique, "SQL.ROW", 2},
-        {"number above the counter", [](Folder& t) { t.EditRow("Main.ROW", 4, [](auto& r) { r.time = 9; }); },
-         Kind::kNumberAboveCounter, "Main.ROW", 4},
-        {"counter set back", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b[0] = 7; }); },
-         Kind::kNumberAboveCounter, "Main.ROW", 4},
-        {"block mark", [](Folder& t) { t.EditRow("Main.ROW", 2, [](auto& r) { r.blockBegin = 2; }); },
-         Kind::kBlockMarkInvalid, "Main.ROW", 2},
-        {"kind", [](Folder& t) { t.EditRow("SQL.ROW", 0, [](auto& r) { r.kind = kEnclosingKind; }); },
-         Kind::kKindInvalid, "SQL.ROW", 0},
-        {"counters removed", [](Folder& t) { t.session.files.Delete("C:\\Logs\\Log.DAT"); },
-         Kind::kCountersMissing, "Log.DAT", kNoRow},
-        {"counters cut", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b.resize(5); }); },
-         Kind::kCountersSize, "Log.DAT", kNoRow},
-        {"counters too long", [](Folder& t) { t.Edit("Log.DAT", [](auto& b) { b += '\0'; }); },
-         Kind::kCountersSize, "Log.DAT", kNoRow},
+        {"offset within a line", Set("Main.ROW", 3, kOffset, 11), Kind::kOffsetNotAtLine, "Main.ROW", 3},
+        {"last offset within a line", Set("Main.ROW", 4, kOffset, 14), Kind::kOffsetNotAtLine, "Main.ROW", 4},
+        {"offset behind", Set("Main.ROW", 4, kOffset, 0x80000000), Kind::kOffsetNotAtLine, "Main.ROW", 4},
+        {"line feed written over", Replace("Main.LOG", 7, 1, " "), Kind::kOffsetNotAtLine, "Main.ROW", 2},
+        {"byte removed from the text", Replace("Main.LOG", 2, 1, ""), Kind::kOffsetNotAtLine, "Main.ROW", 1},
+        {"line feed put into the text", Replace("Main.LOG", 3, 1, "\n"), Kind::kLineWithoutRow, "Main.ROW",
+         1},
+        {"text appended by hand", Replace("SQL.LOG", 4, 0, "z\n"), Kind::kLineWithoutRow, "SQL.ROW", 3},
+        {"number zero", Set("Main.ROW", 1, kTime, 0), Kind::kNumberZero, "Main.ROW", 1},
+        {"number too low", Set("Main.ROW", 4, kTime, 2), Kind::kNumberNotAscending, "Main.ROW", 4},
+        {"number too high", Set("Main.ROW", 1, kTime, 8), Kind::kNumberNotAscending, "Main.ROW", 1},
+        {"number of another log", Set("SQL.ROW", 2, kTime, 5), Kind::kNumberNotUnique, "SQL.ROW", 2},
+        {"number above the counter", Set("Main.ROW", 4, kTime, 9), Kind::kNumberAboveCounter, "Main.ROW", 4},
+        {"counter set back", Replace("Log.DAT", 0, 1, "\7"), Kind::kNumberAboveCounter, "Main.ROW", 4},
+        {"block mark", Set("Main.ROW", 2, &CQmLogRow::blockBegin, 2), Kind::kBlockMarkInvalid, "Main.ROW", 2},
+        {"kind", Set("SQL.ROW", 0, &CQmLogRow::kind, kEnclosingKind), Kind::kKindInvalid, "SQL.ROW", 0},
+        {"counters removed", Delete("Log.DAT"), Kind::kCountersMissing, "Log.DAT", kNoRow},
+        {"counters cut", Cut("Log.DAT", 5), Kind::kCountersSize, "Log.DAT", kNoRow},
+        {"counters too long", Cut("Log.DAT", 9), Kind::kCountersSize, "Log.DAT", kNoRow},
         {"index kept from others",
-         [](Folder& t) { t.session.files.Create("C:\\Logs\\Main.ROW", GENERIC_READ, 0, OPEN_EXISTING, 0); },
+         [](Folder& folder) {
+             folder.session.files.Create("C:\\Logs\\Main.ROW", GENERIC_READ, 0, OPEN_EXISTING, 0);
+         },
          Kind::kFileUnreadable, "Main.ROW", kNoRow},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
     {
         Folder folder;
         folder.WriteSession();
@@ -238,7 +237,7 @@ TEST(Verify, NamesTheNumbersThatNoRowHas)
             if (lost[i] > 0)
                 logfiles::GlobalTimeTake(lost[i], first);
             if (i + 1 < lost.size())
-                EXPECT_TRUE(Writer("SQL").Write("z\n"));
+                EXPECT_TRUE(WriterOf("SQL").Write("z\n"));
         }
         QmLogWriterCloseAll();
         const std::vector<Finding> findings = folder.Verify();
@@ -251,7 +250,7 @@ TEST(Verify, TellsLeftoversFromDamage)
 {
     Folder folder;
     folder.WriteSession();
-    CQmLogWriter sql = Writer("SQL");
+    CQmLogWriter sql = WriterOf("SQL");
     EXPECT_TRUE(sql.Write("z")); // "x\ny\nz", 5 bytes with rows at 0, 2 and 4
     const auto goOn = [&](const char* text) {
         EXPECT_TRUE(sql.Write(text));
@@ -304,52 +303,38 @@ TEST(Verify, RowsThatPointIntoLaterTextAreDamage)
     folder.AddRow("SQL.ROW", 12);
     EXPECT_EQ(1u, Count(folder.Verify(), Kind::kTextCut)) << Describe(folder.Verify());
     QmLogWriterCloseAll();
-    EXPECT_TRUE(Writer("SQL").Write("a\nlonger text\n"));
+    EXPECT_TRUE(WriterOf("SQL").Write("a\nlonger text\n"));
     EXPECT_EQ(7u, folder.session.files.Contents("C:\\Logs\\SQL.ROW").size() / sizeof(CQmLogRow));
     EXPECT_EQ(2u, Count(folder.Verify(), Kind::kOffsetNotAtLine)) << Describe(folder.Verify());
     EXPECT_TRUE(folder.IsDamaged());
 }
 
-// Lets a writer go on between the looks at the text and at the index of a log.
-class BusyFiles : public ZEMA::MemoryFiles
-{
-public:
-    bool GetSize(const char* path, std::uint64_t& size) override
-    {
-        if (std::string_view(path).ends_with("Main.ROW"))
-            std::exchange(goOn, [] {})();
-        return MemoryFiles::GetSize(path, size);
-    }
-
-    std::function<void()> goOn = [] {};
-};
-
+// A writer goes on between the looks at the text and at the index of a log.
 TEST(Verify, AWriterThatGoesOnMeanwhileIsNotDamage)
 {
     Folder folder;
-    BusyFiles files;
-    ZEMA::SetFileCalls(&files);
-    {
-        CQmLogWriter main = Writer("Main");
-        CQmLogWriter sql = Writer("SQL");
-        main.Write("a\n");
-        files.goOn = [&] {
-            main.BlockBegin(kErrorKind);
-            sql.Write("x\n");
-            main.Write("b\nc\n");
-        };
-        EXPECT_EQ("", Describe(folder.Verify()));
-    }
-    QmLogWriterCloseAll();
-    ZEMA::SetFileCalls(&folder.session.files);
+    CQmLogWriter main = WriterOf("Main");
+    CQmLogWriter sql = WriterOf("SQL");
+    main.Write("a\n");
+    int looks = 0;
+    folder.session.files.onCall = [&](const std::string& call) {
+        if (!call.starts_with("GetSize") || !call.ends_with("Main.ROW") || ++looks > 1)
+            return;
+        main.BlockBegin(kErrorKind);
+        sql.Write("x\n");
+        main.Write("b\nc\n");
+    };
+    EXPECT_EQ("", Describe(folder.Verify()));
+    EXPECT_EQ("a\n\nb\nc\n", folder.session.Text("Main")) << "the writer went on";
+    folder.session.files.onCall = nullptr;
 }
 
 // Wherever a writer is killed, nothing is damaged; the next one goes on, and still nothing is.
 TEST(Verify, FindsNoDamageAfterAKillAtAnyCall)
 {
     const auto write = [](bool& finished) {
-        CQmLogWriter main = Writer("Main");
-        CQmLogWriter sql = Writer("SQL");
+        CQmLogWriter main = WriterOf("Main");
+        CQmLogWriter sql = WriterOf("SQL");
         main.BlockBegin(kErrorKind);
         main.Write("caption");
         sql.Write("one\ntwo\n\nthree\n");
@@ -405,7 +390,7 @@ TEST(Verify, EndsOnAnyBytes)
 TEST(Verify, CountsWhatIsTooMuchToTell)
 {
     Folder folder;
-    CQmLogWriter log = Writer("Main");
+    CQmLogWriter log = WriterOf("Main");
     log.Write(std::string(5000, '\n').c_str());
     folder.Edit("Main.ROW", [](std::string& bytes) { bytes.assign(bytes.size(), '\1'); });
     const std::vector<Finding> findings = folder.Verify();

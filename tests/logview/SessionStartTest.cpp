@@ -47,11 +47,7 @@ TEST_F(SessionStartTest, ReplacesWhatWasThereByTheHeader)
               "Ensure Disk Free Space availability.\n"
               "S'il n'y a pas d'autres messages, c'est peut-etre que VKFSM n'est pas en version patchee.",
               session.Text("Main"));
-    const std::string rows = "1 indent 1 kind 0 begin, 1\n"
-                             "7 indent 2 kind 0 begin, 2\n"
-                             "31 indent 3 kind 3 begin, 3\n"
-                             "39 indent 3 kind 3, 4\n";
-    EXPECT_EQ(rows, session.Rows("Main", true).substr(0, rows.size()));
+    EXPECT_TRUE(session.Rows("Main").starts_with("1@1.0! 7@2.0! 31@3.3! 39@3.3 ")) << session.Rows("Main");
 
     // Nothing is kept: another process can write, and this one goes on in the new session.
     const HANDLE other = Open("Log.DAT", GENERIC_READ | GENERIC_WRITE, 0);
@@ -112,7 +108,7 @@ TEST_F(SessionStartTest, LookingWaitsForNobodyAndChangesNothing)
         QmLogReaderDefine(logview::GetLogName(static_cast<int>(file))).Close(); // while its files are there
 
     const HANDLE keeper = Open("Log.DAT", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    ASSERT_TRUE(session.files.Lock(keeper, 0, 100));
+    ASSERT_TRUE(session.files.Lock(keeper, 0, ~0ull));
     EXPECT_EQ(std::nullopt, logview::AskTime(counters));
     EXPECT_FALSE(logview::WriteSampleSession());
     EXPECT_EQ(paths, session.files.Paths());
@@ -141,7 +137,7 @@ TEST_F(SessionStartTest, DoesNotWaitForAProcessThatComesBetween)
 TEST_F(SessionStartTest, TheSampleSessionHasAnErrorAndNoDamage)
 {
     ASSERT_TRUE(logview::WriteSampleSession());
-    EXPECT_NE(std::string::npos, session.Rows("Main").find("kind 2 begin"));
+    EXPECT_NE(std::string::npos, session.Rows("Main").find(".2!"));
     EXPECT_EQ(1u, session.Text("SQL").find("SQL 1\nselect * from table;\nSQL 2\n"));
     EXPECT_EQ(1u, session.Text("Source").find("Key="));
 }

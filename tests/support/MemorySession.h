@@ -1,6 +1,7 @@
 // A log folder in memory: the fixture of all native tests that touch files.
 #pragma once
 
+#include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "tests/support/MemoryFiles.h"
 #include "zemacore/AppDataManager.h"
@@ -32,6 +33,24 @@ private:
         return static_cast<DWORD>(path.size());
     }
 };
+
+inline CQmLogWriter WriterOf(const char* name)
+{
+    CQmLogWriter writer;
+    writer.SetFilePath(name);
+    return writer;
+}
+
+// A line of a log as a new reader gives it, or "-" if it cannot be read.
+inline std::string LineOf(const char* log, unsigned long index)
+{
+    CQmLogReader reader;
+    reader.SetFilePath(log);
+    const char* text = nullptr;
+    unsigned long length = 0;
+    CQmLogRow row;
+    return reader.Read(index, text, length, row) ? std::string(text, length) : "-";
+}
 
 // Installs both for its lifetime. What the library keeps open is closed at the end.
 class MemorySession
@@ -68,18 +87,24 @@ public:
         return time;
     }
 
-    // "2 indent 1 kind 2 begin" a row, with its number behind a comma when asked for.
-    std::string Rows(const std::string& log, bool numbers = false) const
+    // The rows by their offsets, as "0! 2@1.2": '!' marks the beginning of a block, "@1.2" depth 1 and kind
+    // 2, and
+    // "#7" a number that is not the next one.
+    std::string Rows(const std::string& log) const
     {
         const std::string bytes = files.Contents(Path(log + ".ROW"));
         std::string dump;
-        for (std::size_t at = 0; at + sizeof(CQmLogRow) <= bytes.size(); at += sizeof(CQmLogRow))
+        CQmLogRow row;
+        row.time = 0;
+        for (std::size_t at = 0; at + sizeof(row) <= bytes.size(); at += sizeof(row))
         {
-            CQmLogRow row;
+            const std::uint32_t next = row.time + 1;
             std::memcpy(&row, bytes.data() + at, sizeof(row));
-            dump += std::to_string(row.offset) + " indent " + std::to_string(row.indent) + " kind " +
-                    std::to_string(row.kind) + (row.blockBegin != 0 ? " begin" : "") +
-                    (numbers ? ", " + std::to_string(row.time) : "") + "\n";
+            dump += (dump.empty() ? "" : " ") + std::to_string(row.offset);
+            if (row.indent != 0 || row.kind != kPlainKind)
+                dump += '@' + std::to_string(row.indent) + '.' + std::to_string(row.kind);
+            dump += row.blockBegin != 0 ? "!" : "";
+            dump += row.time != next ? '#' + std::to_string(row.time) : "";
         }
         return dump;
     }

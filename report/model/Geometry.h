@@ -68,6 +68,8 @@ struct Hit
     int column = kNoColumn;
     int subitem = -1;
     Rect rect; // of the part that was hit
+
+    bool operator==(const Hit&) const = default;
 };
 
 class Geometry

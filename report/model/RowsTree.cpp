@@ -79,7 +79,6 @@ int Rows::InsertTree(int subitem, _TREEITEM* parent, _TREEITEM* after, _TREEITEM
 {
     if (item == nullptr)
         return 0;
-    m_lastInserted = nullptr;
     const Busy busy(*this);
     _TREEITEM* const under = parent != nullptr ? m_tree.Resolve(parent) : m_tree.Root();
     item->parent = under;

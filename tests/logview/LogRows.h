@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 namespace logview
@@ -79,15 +78,24 @@ public:
     unsigned long bytesRead = 0;
 };
 
-// Branches in plain lists, walked from the beginning; for sessions without damage.
+// All rows in one list with their depths; for sessions without damage.
 class LiteralView
 {
 public:
     explicit LiteralView(RowSource& source) : m_source(source) {}
 
-    std::uint32_t Size() const { return Size(m_root); }
-    void Refresh() { m_root.count = static_cast<std::uint32_t>(m_source.GetRowCount(0)); }
-    RowId Translate(std::uint32_t row) { return Locate(row).first; }
+    std::uint32_t Size() const { return static_cast<std::uint32_t>(m_rows.size()); }
+    void Refresh()
+    {
+        while (m_mainRows < m_source.GetRowCount(0))
+            m_rows.push_back({{0, m_mainRows++}, 0});
+    }
+
+    // Behind the last row the log at the top goes on.
+    RowId Translate(std::uint32_t row) const
+    {
+        return row < Size() ? m_rows[row].place : RowId{0, m_mainRows + row - Size()};
+    }
 
     bool GetExpanded(std::uint32_t row, bool& expanded)
     {
@@ -108,28 +116,20 @@ public:
         bool expanded = false;
         if (!GetExpanded(row, expanded) || expanded)
             return expanded;
-        const auto [place, branch] = Locate(row);
+        const auto [place, depth] = m_rows[row];
         CQmLogRow record;
         Read(place, record);
         const std::uint32_t first = record.time + 1;
         std::uint32_t last = Read({place.file, place.row + 1}, record) ? record.time - 1 : 0;
         if (last < first)
             last = 0xFFFFFFFF;
-        for (std::uint32_t file = 0; file < kFileCount; ++file)
-            for (std::uint32_t at = 0; Read({file, at}, record); ++at)
-                if (record.time == first)
-                {
-                    Branch added{place.row + 1, at, file, 0, {}};
-                    while (Read({file, at++}, record) && record.time <= last)
-                        ++added.count;
-                    auto where = branch->children.begin();
-                    while (where != branch->children.end() && where->position < added.position)
-                        ++where;
-                    if (where == branch->children.end() || where->position != added.position)
-                        branch->children.insert(where, added);
-                    return true;
-                }
-        return false;
+        std::vector<Row> added;
+        for (std::uint32_t file = 0; file < kFileCount && added.empty(); ++file)
+            for (std::uint32_t at = 0; Read({file, at}, record) && record.time <= last; ++at)
+                if (record.time == first || !added.empty())
+                    added.push_back({{file, at}, depth + 1});
+        m_rows.insert(m_rows.begin() + row + 1, added.begin(), added.end());
+        return !added.empty();
     }
 
     bool ExpandAll(std::uint32_t row)
@@ -141,63 +141,28 @@ public:
         return done;
     }
 
-    bool Collapse(std::uint32_t row) { return Collapse(m_root, row + 1); }
+    bool Collapse(std::uint32_t row)
+    {
+        const auto begin = m_rows.begin() + std::min(row + 1, Size());
+        const auto end =
+            std::find_if(begin, m_rows.end(), [&](const Row& each) { return each.depth <= begin[-1].depth; });
+        const bool any = begin != end;
+        m_rows.erase(begin, end);
+        return any;
+    }
 
 private:
-    struct Branch
+    struct Row
     {
-        std::uint32_t position = 0, row = 0, file = 0, count = 0;
-        std::vector<Branch> children;
+        RowId place;
+        int depth;
     };
-
-    static std::uint32_t Size(const Branch& branch)
-    {
-        std::uint32_t size = branch.count;
-        for (const Branch& child : branch.children)
-            size += Size(child);
-        return size;
-    }
 
     bool Read(RowId place, CQmLogRow& row) { return m_source.ReadRows(place.file, place.row, 1, &row) == 1; }
 
-    std::pair<RowId, Branch*> Locate(std::uint32_t row)
-    {
-        Branch* branch = &m_root;
-        for (std::size_t i = 0; i < branch->children.size() && row >= branch->children[i].position;)
-        {
-            Branch& child = branch->children[i];
-            if (row < child.position + Size(child))
-            {
-                row = row - child.position + child.row;
-                branch = &child;
-                i = 0;
-                continue;
-            }
-            row -= Size(child);
-            ++i;
-        }
-        return {{branch->file, row}, branch};
-    }
-
-    static bool Collapse(Branch& branch, std::uint32_t row)
-    {
-        for (std::size_t i = 0; i < branch.children.size(); ++i)
-        {
-            Branch& child = branch.children[i];
-            if (Collapse(child, row - child.position + child.row))
-                return true;
-            if (child.position == row)
-            {
-                branch.children.erase(branch.children.begin() + static_cast<std::ptrdiff_t>(i));
-                return true;
-            }
-            row -= Size(child);
-        }
-        return false;
-    }
-
     RowSource& m_source;
-    Branch m_root;
+    std::vector<Row> m_rows;
+    std::uint32_t m_mainRows = 0;
 };
 
 } // namespace logview

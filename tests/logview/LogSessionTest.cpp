@@ -243,6 +243,31 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     }
 }
 
+// "Main" counts so many rows that only a few more can be shown.
+TEST(LogSession, UnfoldsAsLongAsThereIsRoom)
+{
+    class Long : public LogRows
+    {
+    public:
+        unsigned long GetRowCount(unsigned file) override
+        {
+            return file == 0 ? count : LogRows::GetRowCount(file);
+        }
+        unsigned long count = 0;
+    } logs;
+    logs.AddAll("MRRRRM");
+    for (const auto& [room, added] : {std::pair{4, 4}, {3, 0}})
+        for (const bool all : {false, true})
+        {
+            logs.count = static_cast<unsigned long>(LogSession::kMaxRows - room);
+            LogSession session(logs);
+            session.Refresh(0);
+            RowChange change;
+            EXPECT_EQ(added > 0, all ? session.ExpandAll(0, change) : session.Expand(0, change)) << room;
+            EXPECT_EQ(added, change.delta) << room;
+        }
+}
+
 // Otherwise a damaged log, in which a number comes again, would unfold into itself.
 TEST(LogSession, UnfoldsWithinABranchOnlyWhatBeganLater)
 {

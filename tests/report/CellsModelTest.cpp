@@ -204,10 +204,16 @@ TEST_P(CellsModel, AgreesWithATable)
         else if (what == 4)
         {
             const std::string text = Text();
-            report::Item& stored = control.items.Stored().At(item - 1);
-            stored.previewText = text.c_str();
-            stored.previewTextColor = Plain(item - 1).preview.textColor = Number();
-            Plain(item - 1).preview.text = text.c_str();
+            PlainItem& plain = Plain(item - 1);
+            plain.preview.text = text;
+            plain.preview.textColor = Number();
+            plain.previewHeight = Number();
+            const auto bits = static_cast<unsigned>(Below(256));
+            const unsigned mask = static_cast<unsigned>(Below(256)) & ~unsigned{RVIS_SELECTED};
+            plain.state = (plain.state & ~mask) | (bits & mask);
+            control.items.SetState(item - 1, bits, mask);
+            ASSERT_TRUE(control.items.SetPreview(item - 1, text.c_str(), plain.previewHeight,
+                                                 plain.preview.textColor));
         }
         else if (what == 5)
         {
@@ -236,9 +242,13 @@ TEST_P(CellsModel, AgreesWithATable)
         EXPECT_THROW(control.items.Define(subitem, {}), std::invalid_argument);
     ASSERT_TRUE(control.SetText(-1, 0, std::string(70000, 'x')));
     EXPECT_EQ(65535u, control.Text(-1, 0).size()) << "a longer text is cut";
-    report::ItemStore& stored = control.items.Stored();
     for (const int item : {-2, ItemCount()})
-        EXPECT_THROW(stored.At(item), std::invalid_argument);
+    {
+        EXPECT_THROW(control.items.Stored().At(item), std::invalid_argument);
+        EXPECT_FALSE(control.items.SetPreview(item, "", 0, -1));
+    }
+    control.items.SetCallback(true);
+    EXPECT_FALSE(control.items.SetPreview(-1, "", 0, -1)) << "nothing is stored";
 }
 
 INSTANTIATE_TEST_SUITE_P(Records, CellsModel, testing::Bool(),

@@ -45,7 +45,38 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
         ASSERT_TRUE(control.items.Fetch(9, 1, RVIM_TEXT, fetched));
         EXPECT_FALSE(fetched.cell.hasText); // the default item's
         EXPECT_FALSE(control.items.Fetch(10, 1, RVIM_TEXT, fetched));
+        control.Define(1);
+        ASSERT_TRUE(control.items.Fetch(5, 1, RVIM_TEXT, fetched));
+        const std::string cells = fetched.item->cells.c_str();
+        EXPECT_EQ(3 + 1, std::count(cells.begin(), cells.end(), report::CellSeparator()))
+            << "one is in the text";
         EXPECT_FALSE(control.SetText(0, 0, "x"));
+    }
+}
+
+// A subclass that loads by itself finds nothing of the item before.
+TEST(Items, AreLoadedIntoABlankRecord)
+{
+    ModelControl control;
+    control.Define(1);
+    control.rows.SetMode(true, false);
+    control.rows.SetCallbackCount(2);
+    for (int item = 0; item < 2; ++item)
+    {
+        control.load = [](report::Item& record) {
+            EXPECT_EQ(report::UndefinedField(), record.cells.c_str());
+            EXPECT_STREQ("", record.previewText.c_str());
+            const int numbers[] = {record.backgroundColor, record.treeLevel, record.previewTextColor};
+            EXPECT_EQ(3, std::count(std::begin(numbers), std::end(numbers), -1));
+            EXPECT_TRUE(record.previewHeight == 0 && record.state == 0 && record.itemData == 0);
+            record.cells = record.previewText = "x";
+            record.backgroundColor = record.treeLevel = record.previewTextColor = record.previewHeight = 1;
+            record.state = 1;
+            record.itemData = 1;
+            return true;
+        };
+        FetchedCell fetched;
+        ASSERT_TRUE(control.items.Fetch(item, 0, 0, fetched));
     }
 }
 
@@ -84,28 +115,6 @@ TEST(Items, TakesFromAnAnswerWhatItsMaskNames)
         };
         for (const auto& [bit, value] : taken)
             EXPECT_EQ(bit == mask, value != 0) << bit << " of " << mask;
-    }
-}
-
-TEST(Items, TakesPreviewsOfItemsThatItStores)
-{
-    for (const bool copies : {false, true})
-    {
-        ModelControl control;
-        control.copies = copies;
-        control.rows.InsertItem(0);
-        EXPECT_TRUE(control.items.SetPreview(0, "below", 9, 3));
-        FetchedCell fetched;
-        ASSERT_TRUE(control.items.Fetch(0, -1, 0, fetched));
-        EXPECT_EQ("below", fetched.cell.text) << copies;
-        EXPECT_EQ(3, fetched.cell.textColor);
-        EXPECT_EQ(9, fetched.item->previewHeight);
-        EXPECT_TRUE(control.items.SetPreview(RVI_DEFAULT, "", 0, -1));
-        for (const int none : {-2, 1})
-            EXPECT_FALSE(control.items.SetPreview(none, "", 0, -1)) << none;
-        control.rows.SetMode(true, false);
-        control.rows.SetCallbackCount(1);
-        EXPECT_FALSE(control.items.SetPreview(0, "", 0, -1));
     }
 }
 
@@ -214,6 +223,9 @@ TEST(Rows, FormNoTreeInCallbackMode)
     EXPECT_EQ(0, control.rows.Count());
     control.rows.SetMode(false, false);
     EXPECT_EQ(1, control.rows.Count());
+    EXPECT_TRUE(control.rows.Focus(0, -1));
+    control.rows.SetMode(true, false);
+    EXPECT_EQ(report::kNoRow, control.rows.FocusedRow()) << "of other items";
 }
 
 // A comparison that is no order gives what insertion gives, and only insertion: however long the list is.

@@ -15,8 +15,9 @@ class ModelControl : public report::Overrides, public report::RowsListener
 public:
     bool copies = false;
     std::function<int(int item1, int item2)> compare;
-    std::function<bool(_RVITEM&)> answer; // of the owner, in callback mode
-    unsigned mask = 0;                    // of the last look at a record
+    std::function<bool(_RVITEM&)> answer;    // of the owner, in callback mode
+    std::function<bool(report::Item&)> load; // instead of asking the owner
+    unsigned mask = 0;                       // of the last look at a record
 
     report::Items items{*this};
     report::Rows rows{items, *this, *this};
@@ -31,6 +32,8 @@ public:
     void SetItemStruct(int item, report::Item& record) override { items.PutRecord(item, record); }
     bool LoadItemData(report::Item& record, int item, int subitem, unsigned asked) override
     {
+        if (load)
+            return load(record);
         report::Item own = record;
         const bool loaded = items.Load(copies ? own : record, item, subitem, asked);
         if (copies)

@@ -57,7 +57,7 @@ TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
         std::vector<std::int64_t> refused;
     } cases[] = {
         {RVP_MARGIN, "6", 0x7FFF, "32767", {-1, 0x8000, kHuge}},
-        {RVP_CHECKSIZE, "524296", 13 | 14 << 16, "917517", {}},
+        {RVP_CHECKSIZE, "524296", 13 | 300 << 16, "19660813", {}},
         {RVP_EMPTYTEXT, "<Empty list>", AddressOf("none"), "none", {0}},
         {RVP_GRIDSTYLE, "2", 0, "0", {-1, 3}},
         {RVP_SORTCAPTION, "Sort by: %s", AddressOf("%n"), "%n", {0}},

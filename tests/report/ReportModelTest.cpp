@@ -347,6 +347,7 @@ TEST_P(ReportModel, AgreesOnAList)
     EXPECT_THROW(rows.ItemAt(-3), std::invalid_argument);
     EXPECT_EQ(kNoRow, rows.RowOf(control.items.Count()));
     EXPECT_EQ(-1, rows.InsertItem(-1));
+    EXPECT_FALSE(rows.MoveDown(-1, 0) || rows.MoveDown(rows.Count() - 1, 0));
 }
 
 TEST_P(ReportModel, AgreesOnATree)

@@ -74,6 +74,20 @@ TEST(ScrollPosition, IsCutToTheRowsAndToTheirWidth)
     }
 }
 
+TEST(ScrollPosition, ComesBackOnceFromTooFar)
+{
+    Sheet sheet;
+    ScrollPosition position(sheet.view);
+    position.SetTop(99, 100);
+    EXPECT_FALSE(position.Fit(sheet.geometry)) << "a program may scroll so far";
+    position.MarkTooFar();
+    EXPECT_TRUE(position.IsTooFar() && position.Fit(sheet.geometry));
+    EXPECT_EQ(96, sheet.view.topRow);
+    EXPECT_FALSE(position.IsTooFar());
+    position.MarkTooFar();
+    EXPECT_FALSE(position.Fit(sheet.geometry)) << "nothing moves";
+}
+
 TEST(ScrollPosition, PagesGoOnWhereOneRowFillsTheArea)
 {
     Sheet sheet;

@@ -6,40 +6,10 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <set>
 
 namespace
 {
-TEST(Palette, ItsColoursAreShown)
-{
-    CWnd wnd;
-    ASSERT_TRUE(wnd.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 50, 50), nullptr, 0));
-    CClientDC dc(&wnd);
-    ASSERT_TRUE(dc.GetDeviceCaps(RASTERCAPS) & RC_PALETTE) << "the display has no palette";
-
-    constexpr WORD kColors = 4;
-    struct
-    {
-        WORD version = 0x300;
-        WORD count = kColors;
-        PALETTEENTRY entries[kColors] = {{11, 22, 33, 0}, {44, 55, 66, 0}, {77, 88, 99, 0}, {1, 99, 7, 0}};
-    } colors;
-    CPalette palette;
-    ASSERT_TRUE(palette.CreatePalette(reinterpret_cast<LOGPALETTE*>(&colors)));
-    CPalette* const old = dc.SelectPalette(&palette, FALSE);
-    EXPECT_EQ(UINT{kColors}, dc.RealizePalette());
-
-    PALETTEENTRY shown[256] = {};
-    ASSERT_EQ(256U, ::GetSystemPaletteEntries(dc, 0, 256, shown));
-    for (const PALETTEENTRY& color : colors.entries)
-        EXPECT_TRUE(std::any_of(std::begin(shown), std::end(shown), [&](const PALETTEENTRY& entry) {
-            return entry.peRed == color.peRed && entry.peGreen == color.peGreen &&
-                   entry.peBlue == color.peBlue;
-        })) << int{color.peRed};
-    EXPECT_EQ(&palette, dc.SelectPalette(old, FALSE));
-}
-
 // Palettes by how many colours they have, the first and the last.
 std::multiset<std::string> Palettes()
 {
@@ -82,13 +52,13 @@ std::string WriteBitmap(WORD bits, DWORD used)
 TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
 {
     const std::string halftone = "256: 000000 to ffffff";
-    struct
+    const struct
     {
         WORD bits;
         DWORD used;
         int colors;
         std::string expected;
-    } const cases[] = {
+    } cases[] = {
         {0, 0, 0, ""},
         {0, 0, 2, "2: 112233 to 010000"},
         {0, 0, 256, "256: 112233 to ff0000"},
@@ -124,10 +94,8 @@ TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
 TEST_F(ReportTest, PaintsInTheColoursOfItsPalette)
 {
     const PALETTEENTRY color = {13, 201, 77, 0};
-    Create(WS_VISIBLE | RVS_NOHEADER);
-    parent.ShowWindow(SW_SHOWNOACTIVATE);
-    Define({"a"});
-    Fill({""});
+    Show(WS_VISIBLE | RVS_NOHEADER, {""});
+    ASSERT_TRUE(CClientDC(&report).GetDeviceCaps(RASTERCAPS) & RC_PALETTE) << "the display has no palette";
     report.InsertColor(0, RGB(color.peRed, color.peGreen, color.peBlue));
     _RVITEM change;
     change.mask = RVIM_BACKGROUNDCOLOR;
@@ -136,7 +104,7 @@ TEST_F(ReportTest, PaintsInTheColoursOfItsPalette)
     for (const int doubleBuffer : {0, 1})
     {
         report.ModifyProperty(RVP_DOUBLEBUFFER, doubleBuffer);
-        report.RedrawWindow();
+        Redraw();
         CClientDC dc(&report);
         PALETTEENTRY shown[256] = {};
         ::GetSystemPaletteEntries(dc, 0, 256, shown);

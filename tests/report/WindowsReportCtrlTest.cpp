@@ -1,8 +1,8 @@
+// What a report control answers its owner: sizes, texts, states, columns, colours and notifications.
 #include "ReportCell.h"
 #include "ReportHeaderCtrl.h"
 #include "tests/report/ReportFixture.h"
 
-#include <cstdio>
 #include <cstring>
 
 namespace
@@ -26,10 +26,8 @@ TEST_F(ReportTest, TakesOverAWindowOfADialog)
 
 TEST_F(ReportTest, TellsTheHeightsOfRowsThatThereAre)
 {
-    Define({"a"});
-    Fill({"1", "2"});
-    report.SetItemHeight(20);
-    report.Struct(1).previewHeight = 30;
+    Show(0, {"1", "2"});
+    report.SetItemPreview(1, "preview", 30);
     const auto heightOf = [this](int row) {
         int height = 0;
         return report.GetRowHeight(row, height) ? height : -1;
@@ -38,6 +36,9 @@ TEST_F(ReportTest, TellsTheHeightsOfRowsThatThereAre)
     EXPECT_EQ(20, heightOf(RVI_DEFAULT));
     for (const int row : {-2, 2})
         EXPECT_THROW(heightOf(row), CInvalidArgException*) << row;
+    report.ModifyStyle(0, RVS_HORIZONTALGRID);
+    EXPECT_EQ(51, heightOf(1));
+    report.ModifyStyle(RVS_HORIZONTALGRID, 0);
     report.SetShowReport(TRUE); // no previews: all rows have one height, and none is looked at
     EXPECT_EQ(20, heightOf(2));
 
@@ -46,102 +47,95 @@ TEST_F(ReportTest, TellsTheHeightsOfRowsThatThereAre)
     report.load = [](_RVITEM& item) -> __int64 { return item.item == 1; };
     report.SetItemCount(2);
     EXPECT_EQ(20, heightOf(0));
+    EXPECT_EQ(20, heightOf(RVI_DEFAULT));
     for (const int row : {-2, 1, 2}) // the callback has no item 1
         EXPECT_EQ(-1, heightOf(row)) << row;
 }
 
+TEST_F(ReportTest, TellsWhereRowsAndCellsAre)
+{
+    Show(RVS_TREE | RVS_NOHEADER, Texts(20, "1"));
+    report.InsertTreeItem(report.GetItemHandle(0), nullptr, "child");
+    report.Expand(report.GetItemHandle(0), RVE_EXPAND);
+    report.ScrollWindow(SB_VERT, 1);
+    const auto visible = [this](int from, int reverse) {
+        int first = 0;
+        int last = 0;
+        const int count = report.GetVisibleRows(from, &first, &last, reverse);
+        return Line(count, first, last);
+    };
+    EXPECT_EQ("10 5 14", visible(5, 0));
+    EXPECT_EQ("10 6 15", visible(15, 1));
+    EXPECT_EQ("0 0 -1", visible(21, 0));
+    report.SetWindowPos(nullptr, 0, 0, 300, 190, SWP_NOMOVE);
+    EXPECT_EQ("10 9", Line(report.GetVisibleCount(1), report.GetVisibleCount(0)));
+    const auto visibleItem = [this](int item) { return report.IsItemVisible(item, 0); };
+    EXPECT_EQ("0 1 1 0", Line(visibleItem(0), visibleItem(20), visibleItem(9), visibleItem(12)));
+
+    CRect rect;
+    EXPECT_EQ(1, report.GetRowRect(1, 0, rect, RVRC_WHOLE));
+    EXPECT_EQ(CRect(0, 0, 50, 20), rect) << "with its indentation";
+    EXPECT_EQ(1, report.GetRowRect(1, 1, rect, RVRC_WHOLE));
+    EXPECT_EQ(CRect(50, 0, 100, 20), rect);
+    EXPECT_EQ(0, report.GetRowRect(1, 3, rect, RVRC_WHOLE) + report.GetRowRect(-1, 0, rect, RVRC_WHOLE));
+
+    const auto width = [&](int bare) {
+        report.MeasureItem(1, 0, rect, bare);
+        return rect.Width();
+    };
+    const int plain = width(0);
+    report.SetItemCheck(1, 0, 1);
+    EXPECT_EQ(plain, width(1));
+    EXPECT_LT(plain, width(0));
+    report.SetItemState(1, RVIS_BOLD, RVIS_BOLD);
+    EXPECT_LT(plain, width(1));
+    report.SetTreeFocus(report.GetItemHandle(19));
+    EXPECT_EQ(12, report.GetTopIndex()) << "the focus is seen";
+
+    Show(0, {"1", "2"});
+    Select(1, 1);
+    EXPECT_EQ(0, report.HaveRowsMoved());
+    EXPECT_EQ(1, report.MoveUp(1));
+    EXPECT_EQ("2 1 focus 0, 1", Rows() + " focus " + std::to_string(report.GetCurrentFocus()) + ", " +
+                                    std::to_string(report.HaveRowsMoved()));
+}
+
 TEST_F(ReportTest, TakesInputOnTheBackgroundOfDialogs)
 {
-    const auto background = [this] {
-        ::RedrawWindow(report, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-        return ::GetPixel(CClientDC(&report), 250, 150);
-    };
-    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    const COLORREF window = ::GetSysColor(COLOR_WINDOW);
-    parent.ShowWindow(SW_SHOWNA);
-    Create(WS_VISIBLE | RVS_FACEBACKGROUND);
+    Show(WS_VISIBLE | RVS_FACEBACKGROUND);
     EXPECT_TRUE(report.IsWindowEnabled());
-    EXPECT_EQ(face, background());
-    EXPECT_EQ(1, report.ModifyStyle(0, RVS_NOHEADER));
-    EXPECT_EQ(face, background()) << "another style has changed";
-    EXPECT_EQ(1, report.ModifyStyle(RVS_FACEBACKGROUND, 0));
-    EXPECT_EQ(0, report.ModifyStyle(RVS_FACEBACKGROUND, 0));
-    EXPECT_EQ(window, background());
-    report.EnableWindow(FALSE);
-    EXPECT_EQ(face, background()) << "disabled";
-    EXPECT_EQ(1, report.ModifyStyle(RVS_NOHEADER, 0));
-    EXPECT_FALSE(report.IsWindowEnabled());
-    EXPECT_EQ(1, report.ModifyStyle(0, RVS_FACEBACKGROUND));
-    report.EnableWindow(TRUE);
-    EXPECT_EQ(face, background());
+    Follow(
+        {
+            {"face", [] {}},
+            {"face", [&] { EXPECT_EQ(1, report.ModifyStyle(0, RVS_NOHEADER)); }}, // another style
+            {"window", [&] { EXPECT_EQ(1, report.ModifyStyle(RVS_FACEBACKGROUND, 0)); }},
+            {"window", [&] { EXPECT_EQ(0, report.ModifyStyle(RVS_FACEBACKGROUND, 0)); }},
+            {"face", [&] { report.EnableWindow(FALSE); }},
+            {"face", [&] { EXPECT_EQ(1, report.ModifyStyle(RVS_NOHEADER, 0)); }},
+            {"face", [&] { EXPECT_EQ(1, report.ModifyStyle(0, RVS_FACEBACKGROUND)); }},
+            {"face", [&] { EXPECT_FALSE(report.IsWindowEnabled()), report.EnableWindow(TRUE); }},
+        },
+        [&] {
+            Redraw();
+            const COLORREF color = ::GetPixel(CClientDC(&report), 250, 150);
+            return color == ::GetSysColor(COLOR_BTNFACE)  ? "face"
+                   : color == ::GetSysColor(COLOR_WINDOW) ? "window"
+                                                          : "neither";
+        });
 }
 
-TEST_F(ReportTest, HandsOutTextsThatFit)
+TEST_F(ReportTest, NeedsNoSubclassForStatesAndColumns)
 {
-    Define({"a"});
-    Fill({"text"});
-    report.SetItemPreview(0, "a preview", 10, 3);
-    const struct
-    {
-        int subitem, size;
-        std::string expected;
-    } cases[] = {{0, -1, "------"},      {0, 0, "------"},
-                 {0, 1, {"\0-----", 6}}, {0, 2, {"t\0----", 6}},
-                 {0, 5, {"text\0-", 6}}, {-1, 2, {"a preview\0", 10}}}; // which is not cut
-    for (const auto& [subitem, size, expected] : cases)
-    {
-        std::string buffer(expected.size(), '-');
-        _RVITEM read;
-        read.subitem = subitem;
-        read.mask = RVIM_TEXT;
-        read.text = buffer.data();
-        read.textMax = size;
-        EXPECT_EQ(1, report.GetItem(&read));
-        EXPECT_EQ(expected, buffer) << size;
-        EXPECT_EQ(subitem < 0 ? 3 : -1, read.textColor);
-    }
-    char small[4] = "";
-    EXPECT_EQ(3, report.GetItemText(0, -1, small, sizeof(small)));
-    EXPECT_STREQ("a p", small);
-    EXPECT_EQ(1, report.SetItemText(0, -1, "x")); // changes no preview
-    EXPECT_STREQ("a preview", report.GetItemText(0, -1).c_str());
-    _RVITEM change;
-    change.mask = RVIM_ITEMDATA;
-    change.itemData = 0x123456789;
-    EXPECT_EQ(1, report.SetItem(&change));
-    EXPECT_EQ(0x23456789ul, report.GetItemData(0));
-}
-
-TEST_F(ReportTest, NeedsNoSubclassForStatesAndPreviews)
-{
-    Define({"a"});
-    Fill({"1", "2"});
-    report.SetItemHeight(20);
+    Show(0, {"1", "2"});
     Select(1, 1);
     EXPECT_EQ(1, report.SetItemState(1, ~0u, RVIS_BOLD | RVIS_READONLY | RVIS_OWNERDRAWN | RVIS_COLLAPSED));
+    EXPECT_EQ(1, report.SetItemState(1, ~0u, RVIS_EXPANDED));
     EXPECT_EQ(1, report.SetItemState(1, 0, RVIS_READONLY | RVIS_FOCUSED));
     EXPECT_EQ(RVIS_FOCUSED | RVIS_SELECTED | RVIS_BOLD | RVIS_OWNERDRAWN, report.GetItemState(1));
-    EXPECT_EQ(1, report.SetItemPreview(1, "below", 30));
-    int height = 0;
-    EXPECT_TRUE(report.GetRowHeight(1, height) && height == 50);
-    EXPECT_EQ(1, report.SetItemPreview(1, nullptr, 0));
-    EXPECT_TRUE(report.GetRowHeight(1, height) && height == 20);
-    EXPECT_STREQ("", report.GetItemText(1, -1).c_str());
     EXPECT_EQ(1, report.SetItemState(RVI_DEFAULT, RVIS_BOLD, RVIS_BOLD));
-    EXPECT_EQ(1, report.SelectNone());
-    EXPECT_EQ("0 to -1", Selected());
-    EXPECT_EQ(1, report.GetCurrentFocus());
-
     EXPECT_EQ(0, report.SetItemState(-2, 4, 4) + report.SetItemState(2, 4, 4));
     EXPECT_EQ(0u, report.GetItemState(2));
-    Create(RVS_CALLBACK);
-    report.SetItemCount(1);
-    EXPECT_EQ(0, report.SetItemState(0, 4, 4));
-}
 
-TEST_F(ReportTest, ReadsBackWhatItWasGiven)
-{
-    Define({"a", "b"});
     _RVSUBITEM definition;
     definition.text = "caption";
     definition.format = HDF_RIGHT | RVSF_IMAGE;
@@ -152,63 +146,57 @@ TEST_F(ReportTest, ReadsBackWhatItWasGiven)
     report.SetSubItemWidth(1, 77);
     _RVSUBITEM read;
     EXPECT_EQ(1, report.GetSubItem(1, &read));
-    EXPECT_STREQ("caption", read.text);
-    EXPECT_EQ(std::tuple(HDF_RIGHT | RVSF_IMAGE, 77, 5, -6, 3),
-              std::tuple(read.format, read.width, read.header1, read.header2, read.image));
-    EXPECT_EQ(0, report.GetSubItem(-1, &read) + report.GetSubItem(2, &read));
+    EXPECT_EQ(Line(HDF_RIGHT | RVSF_IMAGE, 77, 5, -6, 3, "caption"),
+              Line(read.format, read.width, read.header1, read.header2, read.image, read.text));
+    EXPECT_EQ(0, report.GetSubItem(-1, &read) + report.GetSubItem(2 + 1, &read));
+    CReportHeaderCtrl& shown = *report.GetHeaderCtrl();
+    HDITEM item = {};
+    item.mask = HDI_FORMAT | HDI_IMAGE;
+    EXPECT_TRUE(shown.GetItem(1, &item));
+    EXPECT_EQ(Line(HDF_STRING | HDF_RIGHT | HDF_IMAGE, 3), Line(item.fmt, item.iImage));
+    EXPECT_EQ("1 1 1", Line(shown.GetItemOfColumn(1), shown.GetColumn(1), shown.GetSubItem(1)));
+    shown.SetItemFiltered(1, true);
+    EXPECT_EQ("0 1", Line(shown.IsItemFiltered(0), shown.IsItemFiltered(1)));
+    report.DeactivateSubItem(0);
+    EXPECT_EQ("1 0", Line(shown.IsItemFiltered(0), shown.IsItemFiltered(1)));
 
-    __int64 value = 0;
-    EXPECT_EQ(1, report.ModifyProperty(RVP_MARGIN, 9));
-    EXPECT_TRUE(report.GetProperty(RVP_MARGIN, &value) && value == 9);
-    EXPECT_EQ(0, report.GetProperty(99, &value));
-    report.ModifyProperty(RVP_STRINGSEPARATOR, ';');
-    Fill({"1"});
-    EXPECT_STREQ("1;\n", report.GetItemString(0).c_str());
+    char small[4] = "";
+    EXPECT_EQ("3 cap",
+              Line(report.SetItemText(0, 1, "caption") + report.GetItemText(0, 1, small, 4) - 1, small));
+    report.SetItemText(0, 1, nullptr);
+    EXPECT_EQ(1, report.ModifyProperty(RVP_STRINGSEPARATOR, ';'));
+    EXPECT_STREQ(";\n", report.GetItemString(0).c_str()); // of columns b and c
     report.ModifyProperty(RVP_STRINGSEPARATOR, '\t');
-    report.InsertColor(1, RGB(1, 2, 3));
-    EXPECT_EQ(2, report.GetColorCount());
-    EXPECT_EQ(1, report.SetBkImage(0)); // none
-
-    CReportHeaderCtrl& header = *report.GetHeaderCtrl();
-    EXPECT_EQ(std::tuple(1, 1, 1),
-              std::tuple(header.GetItemOfColumn(1), header.GetColumn(1), header.GetSubItem(1)));
-    header.SetItemFiltered(1, true);
-    EXPECT_TRUE(header.IsItemFiltered(1) && !header.IsItemFiltered(0));
+    Create(RVS_CALLBACK);
+    report.SetItemCount(1);
+    EXPECT_EQ(0, report.SetItemState(0, 4, 4));
 }
 
 // As a subclass that keeps items by itself needs them.
 TEST_F(ReportTest, ReadsCellsThatAnotherHasEncoded)
 {
-    Define({"a", "b", "c"});
-    Fill({nullptr});
+    Show(0, {nullptr});
     ZEMA::String cells;
     CReportCell::Reset(cells, 1);
+    char text[] = "a text";
     _RVITEM cell;
     cell.mask = RVIM_TEXT | RVIM_CHECK;
     cell.subitem = 2; // number 1 is added
     cell.text = text;
     cell.check = 1;
-    std::strcpy(text, "a text");
-    EXPECT_EQ(1, CReportCell::Write(cells, &cell));
-    EXPECT_EQ(1, CReportCell::Insert(cells, 0));
-    EXPECT_EQ(1, CReportCell::Remove(cells, 1));
+    EXPECT_EQ(3, CReportCell::Write(cells, &cell) + CReportCell::Insert(cells, 0) +
+                     CReportCell::Remove(cells, 1));
     report.Struct(0).cells = cells;
-    EXPECT_EQ(1, report.GetItemCheck(0, 2));
-    EXPECT_STREQ("a text", report.GetItemText(0, 2).c_str());
+    EXPECT_EQ("1 a text", Line(report.GetItemCheck(0, 2), report.GetItemText(0, 2).c_str()));
 
-    const std::tuple<int, int, const char*, unsigned> reads[] = {
-        {2, 6, "a t", RVIM_TEXT | RVIM_CHECK}, {1, -1, "", 0}, {3, -1, "", 0}, {-1, -1, "", 0}};
-    for (const auto& [subitem, length, expected, mask] : reads)
-    {
-        char small[4] = "";
-        cell.mask = RVIM_TEXT;
-        cell.subitem = subitem;
-        cell.text = small;
-        cell.textMax = sizeof(small);
-        EXPECT_EQ(length, CReportCell::Read(cells, &cell)) << subitem;
-        EXPECT_STREQ(expected, small) << subitem;
-        EXPECT_EQ(mask, cell.mask) << subitem;
-    }
+    char small[4] = "";
+    cell.mask = RVIM_TEXT;
+    cell.text = small;
+    cell.textMax = sizeof(small);
+    EXPECT_EQ(6, CReportCell::Read(cells, &cell));
+    EXPECT_EQ(Line(RVIM_TEXT | RVIM_CHECK, "a t"), Line(cell.mask, small));
+    cell.subitem = -1;
+    EXPECT_EQ(-1, CReportCell::Read(cells, &cell));
     EXPECT_EQ(0, CReportCell::Write(cells, &cell) + CReportCell::Insert(cells, -1) +
                      CReportCell::Remove(cells, -1));
 }
@@ -238,50 +226,49 @@ TEST_F(ReportResolution, MakesWhatTheOwnerHasNotSetLarger)
     // Whatever the font needs.
     report.ModifyProperty(RVP_FITITEMHEIGHT, 1);
     const int plain = report.GetItemHeight();
+    EXPECT_GT(plain, 13);
     CFont font;
     LOGFONT large = {};
     large.lfHeight = 60;
     font.CreateFontIndirect(&large);
-    report.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font.GetSafeHandle()));
-    EXPECT_GT(plain, 13);
+    const auto handle = reinterpret_cast<WPARAM>(font.GetSafeHandle());
+    report.SendMessage(WM_SETFONT, handle);
     EXPECT_GT(report.GetItemHeight(), plain + 40);
+    for (const HWND each : {report.m_hWnd, report.GetHeaderCtrl()->m_hWnd})
+        EXPECT_EQ(static_cast<LRESULT>(handle), ::SendMessage(each, WM_GETFONT, 0, 0));
+    report.SendMessage(WM_SETFONT);
+    EXPECT_EQ(plain, report.GetItemHeight());
 }
 
 TEST_F(ReportTest, MovesColumnsCellsAndTheSortMarkWithTheirSubItems)
 {
-    Define({"a", "b"});
-    Fill({"1"});
+    Show(0, {"1"});
     report.SetItemText(0, 1, "2");
     report.SetItemImage(-1, 1, 5);
     _RVSUBITEM first;
     first.header1 = 5;
     first.header2 = -6;
-    EXPECT_EQ(0, report.DefineSubItem(0, &first));
-    EXPECT_EQ(-1, report.GetColumnFromSubItem(0));
-    EXPECT_EQ(2, report.GetSubItemFromColumn(1));
-    EXPECT_THROW(report.GetSubItemFromColumn(2), CInvalidArgException*);
-    EXPECT_EQ(1, report.ActivateSubItem(0, 1)); // between the two
+    Follow(
+        {
+            {"bcd 1|2||", [&] { EXPECT_EQ(0, report.DefineSubItem(0, &first)); }},
+            {"bacd 1||2||", [&] { EXPECT_EQ(1, report.ActivateSubItem(0, 1)); }}, // between the two
+            {"bacdc- 1||2||", [&] { report.SortItems(2, 0); }},
+            {"abcb- |2||", [&] { EXPECT_EQ(1, report.UndefineSubItem(1)); }},
+        },
+        [&] {
+            const std::string line = report.GetItemString(0, '|').c_str();
+            return Columns() + SortMark() + ' ' + line.substr(0, line.size() - 1) + '|';
+        });
     EXPECT_EQ(std::pair(5, -6), report.GetHeaderCtrl()->GetItemValues(2));
-    EXPECT_STREQ("1\t\t2\n", report.GetItemString(0, '\t').c_str());
-
-    EXPECT_EQ(1, report.SortItems(2, 0));
-    EXPECT_EQ(1, report.UndefineSubItem(1));
-    int subitem = 0;
-    int ascending = 1;
-    EXPECT_EQ(1, report.GetSortSettings(&subitem, &ascending));
-    EXPECT_EQ(1, subitem);
-    EXPECT_EQ(0, ascending);
-    EXPECT_STREQ("|2\n", report.GetItemString(0, '|').c_str());
     EXPECT_EQ(5, report.GetItemImage(-1, 1)); // the fixed row has moved, too
+    EXPECT_THROW(report.GetSubItemFromColumn(3), CInvalidArgException*);
     report.UndefineAllSubItems();
-    EXPECT_EQ(0, report.GetActiveSubItemCount());
-    EXPECT_EQ(0, report.GetSortSettings(&subitem, &ascending));
-    EXPECT_EQ(-1, subitem);
+    EXPECT_EQ("", Columns() + SortMark());
 }
 
 TEST_F(ReportTest, TellsTheParentWhatTheMaskLetsThrough)
 {
-    parent.answer = [](NMHDR& header) { return header.code == RVN_KEYDOWN ? 5 : 0; };
+    parent.answer = [](NMHDR& told) { return told.code == RVN_KEYDOWN ? 5 : 0; };
     const std::int64_t all = 0xFFFFFFFF;
     for (UINT k = 0; k < 19; ++k)
     {
@@ -289,6 +276,7 @@ TEST_F(ReportTest, TellsTheParentWhatTheMaskLetsThrough)
         parent.codes.clear();
         report.ModifyProperty(RVP_NOTIFYMASK, all & ~(std::int64_t{1} << k));
         EXPECT_EQ(0, report.Notify(code, -1, 0, 0, 0));
+        EXPECT_TRUE(parent.codes.empty());
         report.ModifyProperty(RVP_NOTIFYMASK, std::int64_t{1} << k);
         EXPECT_EQ(code == RVN_KEYDOWN ? 5 : 0, report.Notify(code, -1, 0, 0, 0));
         EXPECT_EQ(std::vector<UINT>{code}, parent.codes);
@@ -296,19 +284,15 @@ TEST_F(ReportTest, TellsTheParentWhatTheMaskLetsThrough)
 
     // What is sent: the sender, and the item's tree item and data.
     report.ModifyProperty(RVP_NOTIFYMASK, all);
-    report.ModifyStyle(0, RVS_TREE);
-    Define({"a"});
-    _TREEITEM* const item = report.InsertTreeItem(nullptr, nullptr, "x");
+    Show(RVS_TREE, {"x"});
     report.SetItemData(0, 77);
     _RVHITTESTINFO hit = {};
     hit.subitem = 3;
-    parent.answer = [&](NMHDR& header) {
-        const _NMREPORTVIEW& sent = reinterpret_cast<_NMREPORTVIEW&>(header);
+    parent.answer = [&](NMHDR& told) {
+        const _NMREPORTVIEW& sent = reinterpret_cast<_NMREPORTVIEW&>(told);
         EXPECT_EQ(report.m_hWnd, sent.hdr.hwndFrom);
-        EXPECT_EQ(7u, sent.hdr.idFrom);
-        EXPECT_EQ(item, sent.treeItem);
-        EXPECT_EQ(3, sent.subitem);
-        EXPECT_EQ(77, sent.itemData);
+        EXPECT_EQ(report.GetItemHandle(0), sent.treeItem);
+        EXPECT_EQ("7 3 77", Line(sent.hdr.idFrom, sent.subitem, sent.itemData));
         return 1;
     };
     EXPECT_EQ(1, report.Notify(RVN_ITEMCLICK, MK_LBUTTON, &hit));
@@ -317,33 +301,44 @@ TEST_F(ReportTest, TellsTheParentWhatTheMaskLetsThrough)
 
 TEST_F(ReportTest, AsksForItemsWithoutStoringThem)
 {
-    Create(RVS_CALLBACK | RVS_TREE); // which are asked for, and so no tree
-    Define({"a", "b"});
-    parent.ShowWindow(SW_SHOWNA);
-    report.ShowWindow(SW_SHOWNA);
+    Show(WS_VISIBLE | RVS_CALLBACK | RVS_TREE); // which are asked for, and so no tree
     int asked = 0;
     report.load = [&](_RVITEM& item) -> __int64 {
         ++asked;
         item.mask = RVIM_TEXT;
-        std::snprintf(item.text, static_cast<std::size_t>(item.textMax), "item %d/%d", item.item,
-                      item.subitem);
+        std::strcpy(item.text, Line(item.item, item.subitem).c_str());
         return 0;
     };
     report.SetItemCount(2000000000);
     EXPECT_LT(0, asked); // painted already
-    Read(1999999999, 1);
-    EXPECT_STREQ("item 1999999999/1", text);
+    EXPECT_STREQ("1999999999 1", report.GetItemText(1999999999, 1).c_str());
     _RVHITTESTINFO hit = {};
     hit.pt = {10, 60};
     EXPECT_LT(0, report.HitTest(&hit));
     EXPECT_EQ(0, report.SortItems(0, 1));
+    report.load = [&](_RVITEM&) -> __int64 { return report.DestroyWindow(), 0; };
+    for (int i = 0; i < 2; ++i) // the second time there is nobody to ask any more
+        EXPECT_STREQ("", report.GetItemText(0, 0).c_str());
+}
 
-    report.load = [&](_RVITEM&) -> __int64 {
-        report.DestroyWindow();
-        return 0;
-    };
-    EXPECT_STREQ("", report.GetItemText(0, 0).c_str());
-    EXPECT_STREQ("", report.GetItemText(0, 0).c_str()); // nobody to ask any more
+TEST_F(ReportTest, KeepsColours)
+{
+    EXPECT_EQ(2, report.InsertColor(2, 0x30)); // black before it
+    EXPECT_EQ(0, report.InsertColor(0, 0x10));
+    EXPECT_EQ(0, report.SetColor(4, 1) + report.DeleteColor(4));
+    EXPECT_EQ(1, report.SetColor(1, 0x20));
+    EXPECT_EQ(1, report.DeleteColor(2));
+    EXPECT_EQ(Line(3, 0x10, 0x20, 0x30, 0), Line(report.GetColorCount(), report.GetColor(0),
+                                                 report.GetColor(1), report.GetColor(2), report.GetColor(3)));
+
+    INT window = COLOR_WINDOW;
+    const COLORREF before = ::GetSysColor(window);
+    for (const COLORREF color : {COLORREF{0x123456}, before})
+    {
+        ::SetSysColors(1, &window, &color);
+        report.SendMessage(WM_SYSCOLORCHANGE);
+        EXPECT_EQ(color, report.GetSystemColor(RVSC_WINDOW));
+    }
 }
 
 } // namespace

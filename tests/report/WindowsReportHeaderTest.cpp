@@ -1,9 +1,9 @@
 // The header of a report control and its list of hidden subitems, by the messages of the mouse.
+#include "ReportHeaderCtrl.h"
 #include "ReportSubItemListCtrl.h"
 #include "tests/report/ReportFixture.h"
+#include "tests/report/ReportPicture.h"
 #include "tests/support/NothingLeft.h"
-
-#include <commctrl.h>
 
 namespace
 {
@@ -11,16 +11,14 @@ namespace
 class HeaderReport : public TestReport
 {
 public:
-    std::function<bool(UINT)> toldByHeader; // TRUE answers TRUE
-    using TestReport::Notify;
+    bool refusesDrags = false;
 
 protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
     {
-        if (!toldByHeader || !toldByHeader(reinterpret_cast<NMHDR*>(lParam)->code))
-            return TestReport::OnNotify(wParam, lParam, result);
-        *result = TRUE;
-        return TRUE;
+        const bool refused = refusesDrags && reinterpret_cast<NMHDR*>(lParam)->code == HDN_BEGINDRAG;
+        *result = refused;
+        return refused || TestReport::OnNotify(wParam, lParam, result);
     }
 };
 
@@ -33,42 +31,11 @@ protected:
     ReportHeader()
     {
         parent.ShowWindow(SW_SHOW);
-        Show(0);
+        Show(WS_VISIBLE);
     }
 
-    void Show(DWORD style)
-    {
-        report.UndefineAllSubItems();
-        Create(WS_VISIBLE | style);
-        Define({"a", "b", "c"});
-        header = ::FindWindowEx(report, nullptr, WC_HEADERA, nullptr);
-        parent.codes.clear();
-    }
+    void Drag(int from, int to, int y = kY) { DragHeader({CPoint(from, kY), CPoint(to, y)}); }
 
-    static void Send(HWND hwnd, UINT message, int x, int y)
-    {
-        ::SendMessage(hwnd, message, MK_LBUTTON, MAKELPARAM(x, y));
-    }
-    void Click(int x)
-    {
-        Send(header, WM_LBUTTONDOWN, x, kY);
-        Send(header, WM_LBUTTONUP, x, kY);
-    }
-    void Drag(int from, int to, int y = kY)
-    {
-        Send(header, WM_LBUTTONDOWN, from, kY);
-        Send(header, WM_MOUSEMOVE, to, y);
-        Send(header, WM_LBUTTONUP, to, y);
-    }
-
-    // The captions of the columns; of those hidden, in the list.
-    std::string Columns()
-    {
-        std::string columns;
-        for (int column = 0; column < report.GetActiveSubItemCount(); ++column)
-            columns += static_cast<char>('a' + report.GetSubItemFromColumn(column));
-        return columns;
-    }
     static std::string Entries(CWnd& list)
     {
         std::string entries;
@@ -91,41 +58,34 @@ protected:
         while (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE))
             ::DispatchMessage(&message);
     }
-
-    HWND header = nullptr;
 };
 
 TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
 {
     Fill({"2", "3", "1"});
-    Click(25);
-    EXPECT_EQ("1 2 3", Rows());
-    Click(25);
-    EXPECT_EQ("3 2 1", Rows());
-    Click(75);
-    Click(25);
-    EXPECT_EQ("1 2 3", Rows());
-    EXPECT_EQ(std::vector<UINT>(4, RVN_COLUMNCLICK), parent.codes); // a sort mark changes no column
-
-    int subitem = -1;
-    parent.answer = [&](NMHDR& told) { return subitem = reinterpret_cast<_NMRVHEADER&>(told).subitem; };
-    Click(125); // and is refused
-    EXPECT_EQ(2, subitem);
-    int ascending = 0;
-    EXPECT_TRUE(report.GetSortSettings(&subitem, &ascending) && subitem == 0 && ascending);
-
-    parent.answer = nullptr;
-    for (const DWORD style : {RVS_NOHEADERSORT, RVS_CALLBACK})
-    {
-        Show(style);
-        Click(25);
-        EXPECT_EQ(std::vector<UINT>{RVN_COLUMNCLICK}, parent.codes);
-        EXPECT_EQ(0, report.GetSortSettings(&subitem, &ascending));
-    }
-    Send(header, WM_LBUTTONDOWN, 25, kY);
-    Send(header, WM_MOUSEMOVE, 60, kY); // off the item, and back on the next one
-    Send(header, WM_LBUTTONUP, 60, kY);
-    EXPECT_EQ(1u, parent.codes.size());
+    int told = -1;
+    LRESULT answer = 0;
+    parent.answer = [&](NMHDR& click) {
+        EXPECT_EQ(RVN_COLUMNCLICK, click.code); // a sort mark changes no column
+        told = reinterpret_cast<_NMRVHEADER&>(click).subitem;
+        return answer;
+    };
+    Follow(
+        {
+            {"0 a+ 1 2 3", [&] { ClickHeader(25); }},
+            {"0 a- 3 2 1", [&] { ClickHeader(25); }},
+            {"1 b+ 1 2 3", [&] { ClickHeader(75); }},
+            {"0 a+ 1 2 3", [&] { ClickHeader(25); }},
+            {"0 a- 3 2 1",
+             [&] { Send(header, WM_LBUTTONDBLCLK, 25, kY), Send(header, WM_LBUTTONUP, 25, kY); }},
+            {"2 a- 3 2 1", [&] { answer = 1, ClickHeader(125); }}, // and is refused
+            {"-1 a- 3 2 1", [&] { told = -1, Drag(25, 60); }},     // off the item, and back on the next one
+            {"1 a- 3 2 1", [&] { report.ModifyStyle(0, RVS_NOHEADERSORT), answer = 0, ClickHeader(75); }},
+        },
+        [&] { return Line(told, SortMark(), Rows()); });
+    Show(WS_VISIBLE | RVS_CALLBACK);
+    ClickHeader(125);
+    EXPECT_EQ("2 ", Line(told, SortMark()));
 }
 
 TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
@@ -134,16 +94,11 @@ TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
     parent.answer = [&](NMHDR& told) {
         const auto& change = reinterpret_cast<_NMREPORTVIEW&>(told);
         EXPECT_EQ(RVN_COLUMNCHANGED, told.code);
-        EXPECT_EQ(RVI_NONE, change.item);
-        EXPECT_EQ(0, change.subitem);
-        EXPECT_EQ(0, reinterpret_cast<_NMRVHEADER&>(told).subitem);
+        EXPECT_EQ("-2 0 0", Line(change.item, change.subitem, reinterpret_cast<_NMRVHEADER&>(told).subitem));
         widths.push_back(report.GetSubItemWidth(change.subitem));
         return 0;
     };
-    Send(header, WM_LBUTTONDOWN, 50, kY);
-    Send(header, WM_MOUSEMOVE, 150, kY);
-    Send(header, WM_MOUSEMOVE, 80, kY);
-    Send(header, WM_LBUTTONUP, 80, kY);
+    DragHeader({CPoint(50, kY), CPoint(150, kY), CPoint(80, kY)});
     EXPECT_EQ((std::vector<int>{150, 80, 80}), widths);
     report.DeactivateAllSubItems();
     EXPECT_EQ(0, report.ActivateSubItem(0, 0));
@@ -157,12 +112,17 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
         Send(header, WM_LBUTTONDBLCLK, 50, kY);
         return report.GetSubItemWidth(0);
     };
+    const auto needs = [this](int item) {
+        CRect rect;
+        report.MeasureItem(item, 0, rect, 0);
+        return rect.Width();
+    };
     EXPECT_EQ(50, fit()); // no items
     Fill({"1", "a long text in this one", "22"});
-    CRect rect;
-    report.MeasureItem(1, 0, rect, 0);
-    EXPECT_NE(50, rect.Width());
-    EXPECT_EQ(rect.Width(), fit());
+    EXPECT_LT(60, needs(1));
+    EXPECT_EQ(needs(1), fit());
+    report.SetItemState(1, RVIS_BOLD, RVIS_BOLD);
+    EXPECT_LT(fit(), needs(1) + 1);
     parent.answer = [](NMHDR& told) { return told.code == RVN_DIVIDERDBLCLICK; };
     EXPECT_EQ(50, fit());
     parent.answer = nullptr;
@@ -171,14 +131,22 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
     report.RedefineSubItem(0, &fixed);
     EXPECT_EQ(50, fit());
 
-    Show(RVS_TREE);
+    Show(WS_VISIBLE | RVS_TREE);
     _TREEITEM* const top = report.InsertTreeItem(nullptr, nullptr, "text");
     _TREEITEM* const child = report.InsertTreeItem(top, nullptr, "text");
     report.Expand(top, RVE_EXPAND);
-    report.GetRowCount();
-    CRect needed;
-    report.MeasureItem(child->item, 0, needed, 0);
-    EXPECT_EQ(needed.right + 2 * report.GetItemHeight(), fit()) << "indented";
+    report.UpdateWindow();
+    EXPECT_EQ(needs(child->item) + 2 * kItemHeight, fit()) << "indented";
+
+    Show(WS_VISIBLE | RVS_CALLBACK); // where only rows that are seen are asked for
+    int last = 0;
+    report.load = [&](_RVITEM& item) {
+        last = std::max(last, item.item);
+        return 0;
+    };
+    report.SetItemCount(1000);
+    fit();
+    EXPECT_GT(20, last);
 }
 
 TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
@@ -191,7 +159,7 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
     } cases[] = {
         {0, 25, 130, kY, "bca"},
         {0, 125, 5, kY, "cab"},
-        {0, 25, 290, kY, "bca"},  // behind the last
+        {0, 25, 290, kY, "bca"},  // after the last
         {0, 75, 250, 100, "abc"}, // off the header
         {0, 75, 320, kY, "abc"},
         {RVS_DRAGCOLUMNS, 75, 250, 100, "ac"},
@@ -200,15 +168,22 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
     };
     for (const auto& each : cases)
     {
-        Show(each.style);
+        Show(WS_VISIBLE | each.style);
         Drag(each.from, each.to, each.y);
         EXPECT_EQ(each.columns, Columns()) << &each - cases;
         EXPECT_EQ(nullptr, ::GetCapture());
-        Click(25); // the header knows where its columns are now
-        int subitem = -1;
-        int ascending = 0;
-        report.GetSortSettings(&subitem, &ascending);
-        EXPECT_EQ(each.columns[0] - 'a', subitem) << &each - cases;
+        EXPECT_EQ(each.columns != std::string("abc"), ::GetUpdateRect(report, nullptr, FALSE) != 0);
+        int clicked = -1; // the header knows where its columns are now
+        parent.answer = [&](NMHDR& told) {
+            return clicked = reinterpret_cast<_NMRVHEADER&>(told).subitem, 0;
+        };
+        ClickHeader(25);
+        EXPECT_EQ(std::string(2, each.columns[0]) + '+', static_cast<char>('a' + clicked) + SortMark());
+        parent.answer = nullptr;
+        report.refusesDrags = true;
+        Drag(75, 5);
+        EXPECT_EQ(each.columns, Columns()) << "refused";
+        report.refusesDrags = false;
     }
 }
 
@@ -217,70 +192,67 @@ TEST_F(ReportHeader, EndsADragThatGoesNowhere)
     const std::function<void()> ends[] = {
         [] { PressEscape(); },
         [] { ::ReleaseCapture(); },
-        [this] { report.ActivateSubItem(report.DefineSubItem(3, std::make_unique<_RVSUBITEM>().get()), -1); },
+        [this] { Define({"d"}); },
         [this] { report.DestroyWindow(); },
     };
     for (const auto& end : ends)
     {
         SCOPED_TRACE(&end - ends);
-        Show(RVS_DRAGCOLUMNS);
+        Show(WS_VISIBLE | RVS_DRAGCOLUMNS);
         Send(header, WM_LBUTTONDOWN, 25, kY);
         Send(header, WM_MOUSEMOVE, 130, kY);
         EXPECT_TRUE(DragWindow() && DropWindow());
         end();
-        Send(header, WM_LBUTTONUP, 25, kY);
         EXPECT_FALSE(DragWindow() || DropWindow());
+        Send(header, WM_LBUTTONUP, 130, kY);
         EXPECT_EQ(report.m_hWnd ? "abc" : "", Columns().substr(0, 3));
     }
 }
 
 TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
 {
-    Send(header, WM_LBUTTONDOWN, 25, kY);
+    Send(header, WM_LBUTTONDOWN, 75, kY);
     Send(header, WM_MOUSEMOVE, 130, kY);
-    CRect place;
+    CRect place, mark, dragged;
     ::GetWindowRect(header, place);
-    const int h = place.Height() + 20;
-    CRect mark;
     ::GetWindowRect(DropWindow(), mark);
+    ::GetWindowRect(DragWindow(), dragged);
+    const int h = place.Height() + 20;
     EXPECT_EQ(CRect(CPoint(place.left + 144, place.top - 10), CSize(12, h)), mark);
+    EXPECT_EQ(CRect(CPoint(place.left + 105, place.top), CSize(50, place.Height())), dragged);
+    EXPECT_EQ(0x88000000 | WS_VISIBLE | WS_CLIPSIBLINGS, ::GetWindowLong(DragWindow(), GWL_STYLE) & ~0u);
     const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
     ASSERT_EQ(COMPLEXREGION, ::GetWindowRgn(DropWindow(), region));
-    const std::tuple<int, int, bool> points[] = {{4, 0, true},      {3, 0, false},    {1, 4, true},
-                                                 {0, 4, false},     {6, 8, true},     {6, 9, false},
-                                                 {6, h / 2, false}, {6, h - 9, true}, {6, h - 11, false},
-                                                 {1, h - 5, true},  {4, h - 1, true}, {8, h - 1, false}};
+    const std::tuple<int, int, bool> points[] = {
+        {4, 0, true},  {3, 0, false},      {1, 4, true},     {10, 4, true},    {11, 4, false},   {6, 8, true},
+        {6, 9, false}, {6, h - 11, false}, {6, h - 9, true}, {1, h - 5, true}, {8, h - 1, false}};
     for (const auto& [x, y, inside] : points)
         EXPECT_EQ(inside, ::PtInRegion(region, x, y) != 0) << x << ", " << y - h;
     ::DeleteObject(region);
 
-    EXPECT_EQ(0x88000000 | WS_VISIBLE | WS_CLIPSIBLINGS, ::GetWindowLong(DragWindow(), GWL_STYLE) & ~0u);
-    ::GetWindowRect(DragWindow(), mark);
-    EXPECT_EQ(CRect(CPoint(place.left + 105, place.top), CSize(50, place.Height())), mark);
-    for (const DWORD style : {DWORD{0}, RVS_DRAGCOLUMNS}) // and back to its own place
-    {
-        report.ModifyStyle(0, style);
-        Send(header, WM_LBUTTONDOWN, 25, kY);
-        Send(header, WM_MOUSEMOVE, 130, kY);
-        Send(header, WM_MOUSEMOVE, 25, kY);
-        EXPECT_TRUE(DragWindow() && !DropWindow());
-        Send(header, WM_LBUTTONUP, 25, kY);
-        EXPECT_EQ("abc", Columns()) << "which changes nothing";
-    }
+    Send(header, WM_MOUSEMOVE, 75, kY); // and back to its own place
+    EXPECT_TRUE(DragWindow() && !DropWindow());
+    report.ModifyStyle(0, RVS_DRAGCOLUMNS);
+    Send(header, WM_LBUTTONUP, 75, kY);
+    EXPECT_EQ("abc", Columns()) << "which changes nothing";
 }
+
+class ChoosingList : public CReportSubItemListCtrl
+{
+public:
+    int hidden = -1;
+
+protected:
+    bool AcceptSubItem(int subitem) override { return subitem != hidden; }
+};
 
 TEST_F(ReportHeader, ExchangesColumnsWithItsList)
 {
-    auto list = std::make_unique<CReportSubItemListCtrl>();
-    Show(RVS_DRAGCOLUMNS);
+    auto list = std::make_unique<ChoosingList>();
+    Show(WS_VISIBLE | RVS_DRAGCOLUMNS);
     ASSERT_TRUE(list->Create(WS_CHILD | WS_VISIBLE, CRect(0, 100, 300, 200), &report, 9));
     EXPECT_EQ(1, report.SetReportSubItemListCtrl(list.get()));
-    Drag(75, 20, 120);
-    Drag(25, 20, 120);
-    EXPECT_EQ("c", Columns());
-    EXPECT_EQ("ab", Entries(*list));
-
-    const auto drag = [&](int x, int y, bool escape) {
+    const auto pull = [&](int x, int y, bool escape) {
         Send(*list, WM_LBUTTONDOWN, 5, 20); // the second entry
         Send(*list, WM_MOUSEMOVE, x, y - 100);
         EXPECT_EQ(y == kY, DropWindow() != nullptr);
@@ -289,19 +261,24 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
         Send(*list, WM_LBUTTONUP, x, y - 100);
         EXPECT_EQ(nullptr, DropWindow());
     };
-    drag(10, kY, true);
-    drag(10, 50, false);
-    EXPECT_EQ("c", Columns());
-    drag(10, kY, false);
-    EXPECT_EQ("bc", Columns());
-    EXPECT_EQ("a", Entries(*list));
-    Send(*list, WM_LBUTTONDBLCLK, 5, 5);
-    EXPECT_EQ("bca", Columns());
-    EXPECT_EQ("", Entries(*list));
-
-    report.UndefineSubItem(1);
-    report.DeactivateSubItem(1);
-    EXPECT_EQ("c", Entries(*list));
+    Follow(
+        {
+            {"ac b", [&] { Drag(75, 20, 120); }},
+            {"c ab", [&] { Drag(25, 20, 120); }},
+            {"c ab", [&] { pull(10, kY, true); }},
+            {"c ab", [&] { pull(10, 50, false); }},
+            {"c ab", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 90); }}, // below the entries
+            {"bc a", [&] { pull(10, kY, false); }},
+            {"bca ", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 5); }},
+            {"ba c", [&] { report.DeactivateSubItem(2); }},
+            {"a bc", [&] { report.DeactivateSubItem(1); }},
+            {"a b", [&] { list->hidden = 2, report.DeactivateSubItem(2), list->Refresh(); }},
+            {"a c", [&] { list->hidden = -1, report.UndefineSubItem(1); }},
+        },
+        [&] { return Line(Columns(), Entries(*list)); });
+    EXPECT_EQ(0, list->SendMessage(LB_SETCURSEL, 0));
+    report.DeactivateSubItem(0);
+    EXPECT_EQ(0, list->SendMessage(LB_GETCURSEL)) << "what is chosen stays";
     {
         TestReport other;
         other.SetReportSubItemListCtrl(list.get());
@@ -312,57 +289,6 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
     report.SetReportSubItemListCtrl(list.get());
     list.reset();
     EXPECT_EQ(nullptr, report.GetReportSubItemListCtrl());
-}
-
-// Whatever the parent does when it is told.
-TEST_F(ReportHeader, LivesThroughWhatNotificationsDo)
-{
-    const std::function<void()> actions[] = {
-        [this] { report.DestroyWindow(); },
-        [this] { report.UndefineAllSubItems(); },
-        [this] { report.DeactivateSubItem(0); },
-        [this] { Show(RVS_DRAGCOLUMNS); },
-    };
-    const struct
-    {
-        std::function<void()> act;
-        UINT told; // 0: whatever the parent is told
-    } steps[] = {
-        {[this] { Click(25); }, 0},
-        {[this] { Send(header, WM_LBUTTONDBLCLK, 50, kY); }, 0},
-        {[this] { Drag(50, 80); }, 0},
-        {[this] { report.SetSubItemWidth(0, 70); }, 0},
-        {[this] { Drag(25, 130); }, HDN_BEGINDRAG},
-        {[this] { Drag(25, 130); }, HDN_ENDDRAG},
-    };
-    for (const auto& action : actions)
-    {
-        for (const auto& step : steps)
-        {
-            SCOPED_TRACE(testing::Message() << &action - actions << ", step " << &step - steps);
-            Show(RVS_DRAGCOLUMNS);
-            Fill({"1", "2"});
-            bool done = false;
-            const auto once = [&] {
-                if (!std::exchange(done, true))
-                    action();
-                return false;
-            };
-            if (step.told)
-                report.toldByHeader = [&](UINT code) { return code == step.told && once(); };
-            else
-                parent.answer = [&](NMHDR&) { return once(); };
-            step.act();
-            EXPECT_TRUE(done);
-            parent.answer = nullptr;
-            report.toldByHeader = nullptr;
-            EXPECT_FALSE(DragWindow() || DropWindow());
-        }
-    }
-    Show(0);
-    report.toldByHeader = [](UINT code) { return code == HDN_BEGINDRAG; };
-    Drag(25, 130);
-    EXPECT_EQ("abc", Columns());
 }
 
 TEST_F(ReportHeader, LeavesNothingBehind)
@@ -382,18 +308,72 @@ TEST_F(ReportHeader, LeavesNothingBehind)
 
 TEST_F(ReportHeader, ShowsTheFixedRowWithPreviewsAlone)
 {
-    const auto styles = [this] { return report.GetStyle() & (RVS_NOHEADER | RVS_FIXEDROW); };
-    Show(RVS_FIXEDROW);
-    report.SetShowHeader(0);
-    EXPECT_EQ(RVS_NOHEADER, styles());
-    EXPECT_EQ(0, report.GetShowHeader());
-    report.SetShowReport(0);
-    report.SetShowHeader(1);
-    EXPECT_EQ(RVS_FIXEDROW, styles());
-    report.SetShowReport(1);
-    report.SetShowHeader(1);
-    EXPECT_EQ(0u, styles());
+    const auto show = [this](int rows, int columns) {
+        report.SetShowReport(rows);
+        report.SetShowHeader(columns);
+        EXPECT_EQ(columns, report.GetShowHeader());
+        return report.GetStyle() & (RVS_NOHEADER | RVS_FIXEDROW);
+    };
+    report.ModifyStyle(0, RVS_FIXEDROW);
+    EXPECT_EQ(0u, show(1, 1));
+    EXPECT_EQ(RVS_NOHEADER, show(1, 0));
+    EXPECT_EQ(RVS_FIXEDROW, show(0, 1));
     EXPECT_EQ(300, report.GetHeaderWidth());
+}
+
+TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
+{
+    ReportPicture picture;
+    const auto expect = [&](const char* what, std::vector<Spot> spots) {
+        SCOPED_TRACE(what);
+        ::UpdateWindow(header);
+        picture.Take(header);
+        ExpectSpots(picture, spots);
+    };
+    const COLORREF text = ::GetSysColor(COLOR_BTNTEXT), dark = ::GetSysColor(COLOR_3DDKSHADOW),
+                   high = ::GetSysColor(COLOR_HIGHLIGHT), face = ::GetSysColor(COLOR_BTNFACE);
+    const CRect left(0, 0, 25, 15), right(25, 0, 49, 15), mark(37, 0, 44, 15), second(24, 0, 33, 15);
+    expect("captions", {Some(left, text), None(right, text), Some(CRect(50, 0, 75, 15), text)});
+    report.SortItems(0, 1);
+    CRect client;
+    ::GetClientRect(header, client);
+    const int middle = (client.bottom - 1 - 4) / 2;
+    const CRect top(37, middle, 44, middle + 1), bottom(37, middle + 3, 44, middle + 4);
+    expect("ascending", {{top, dark, 1}, {bottom, dark, 7}, None(second, high)});
+    report.SortItems(0, 0);
+    expect("descending", {{top, dark, 7}, {bottom, dark, 1}});
+    report.GetHeaderCtrl()->SetItemFiltered(0, true);
+    expect("filtered, left of the other",
+           {{mark, dark, 16}, Some(CRect(26, 0, 33, 15), high), None(mark, high)});
+    report.GetHeaderCtrl()->SetItemFiltered(0, false);
+    _RVSUBITEM aligned;
+    aligned.width = kColumnWidth;
+    aligned.text = "a";
+    aligned.format = HDF_RIGHT;
+    report.RedefineSubItem(1, &aligned);
+    expect("right", {None(CRect(50, 0, 75, 15), text), Some(CRect(85, 0, 94, 15), text)});
+    const CRect ground(76, 1, 80, client.bottom - 2);
+    expect("not pressed", {All(ground, face)});
+    Send(header, WM_LBUTTONDOWN, 75, kY);
+    expect("pressed", {None(ground, face)});
+    Send(header, WM_MOUSEMOVE, 60, 3);
+    expect("pressed still", {None(ground, face)});
+    Send(header, WM_MOUSEMOVE, 48, kY);
+    expect("not on it any more", {All(ground, face)});
+    Send(header, WM_LBUTTONUP, 48, kY);
+}
+
+TEST_F(ReportHeader, GoesWithTheColumns)
+{
+    report.SetSubItemWidth(2, 400);
+    report.ScrollWindow(SB_HORZ, 70);
+    CRect shown;
+    ::GetWindowRect(header, shown);
+    report.ScreenToClient(shown);
+    EXPECT_EQ("-70 0 300", Line(shown.left, shown.top, shown.right));
+    report.ModifyStyle(0, RVS_DRAGCOLUMNS);
+    Drag(125, 30); // where the header is not seen
+    EXPECT_EQ("ab", Columns());
 }
 
 TEST_F(ReportHeader, TellsOfARightClickWithItsColumn)
@@ -425,8 +405,13 @@ TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)
     EXPECT_EQ("", tip(50)); // a divider
     report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>("%n%s%s&"));
     EXPECT_EQ("%nb%s&", tip(75));
-    report.ModifyStyle(0, RVS_NOHEADERSORT);
-    EXPECT_EQ("", tip(75));
+    report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>("%s"));
+    EXPECT_EQ("b", tip(75)) << "of now";
+    for (const DWORD style : {RVS_NOHEADERSORT, RVS_CALLBACK})
+    {
+        report.ModifyStyle(RVS_NOHEADERSORT, style);
+        EXPECT_EQ("", tip(75)) << style;
+    }
 }
 
 } // namespace

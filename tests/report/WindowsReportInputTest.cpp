@@ -2,246 +2,190 @@
 // has to say about them.
 #include "tests/report/ReportFixture.h"
 
-#include <random>
-
 namespace
 {
-
-constexpr int kItemHeight = 20;
 
 class ReportInput : public ReportTest
 {
 protected:
-    void Show(DWORD style, int items)
+    // Ten rows of 300 pixels are seen.
+    void ShowRows(DWORD style, std::size_t items)
     {
-        report.UndefineAllSubItems();
-        report.DeleteAllItems();
-        Create(style | WS_VISIBLE | RVS_NOHEADER); // 10 rows of 300 pixels
-        parent.ShowWindow(SW_SHOWNOACTIVATE);
-        report.SetItemHeight(kItemHeight);
-        Define({"a", "b", "c"});
-        for (int item = 0; item < items; ++item)
-            Fill({"x"});
-        report.UpdateWindow();
-        parent.codes.clear();
-    }
-    void Key(UINT key) { report.SendMessage(WM_KEYDOWN, key); }
-    void Mouse(UINT message, int x, int y, WPARAM flags = 0)
-    {
-        report.SendMessage(message, flags, MAKELPARAM(x, y));
-    }
-    void Click(int x, int y, WPARAM flags = 0)
-    {
-        Mouse(WM_LBUTTONDOWN, x, y, MK_LBUTTON | flags);
-        Mouse(WM_LBUTTONUP, x, y, flags);
-    }
-    std::string State()
-    {
-        return Selected() + " focus " + std::to_string(report.GetCurrentFocus()) + ',' +
-               std::to_string(report.GetCurrentFocusColumn()) + " top " +
-               std::to_string(report.GetTopIndex());
-    }
-    // What the window shows.
-    std::vector<DWORD> Pixels()
-    {
-        constexpr int kWidth = 300, kHeight = 200;
-        BITMAPINFO info = {};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, kHeight, 1, 32, 0, 0, 0, 0, 0, 0};
-        std::vector<DWORD> pixels(kWidth * kHeight);
-        CClientDC dc(&report);
-        CDC memory;
-        memory.CreateCompatibleDC(&dc);
-        CBitmap bitmap;
-        bitmap.CreateCompatibleBitmap(&dc, kWidth, kHeight);
-        {
-            const auto old = ::SelectObject(memory, bitmap.GetSafeHandle());
-            memory.BitBlt(0, 0, kWidth, kHeight, &dc, 0, 0, SRCCOPY);
-            ::SelectObject(memory, old);
-        }
-        EXPECT_NE(0, ::GetDIBits(memory, bitmap, 0, kHeight, pixels.data(), &info, DIB_RGB_COLORS));
-        return pixels;
-    }
-    static int Posted(UINT message)
-    {
-        MSG posted = {};
-        int count = 0;
-        while (::PeekMessage(&posted, nullptr, message, message, PM_REMOVE))
-            count += posted.wParam <= SB_LINEDOWN ? 1 : 100;
-        return count;
+        Show(style | WS_VISIBLE | RVS_NOHEADER, Texts(items, "x"));
     }
 };
 
 TEST_F(ReportInput, KeysAndClicksReachTheRules)
 {
-    Show(0, 100);
-    const std::tuple<const char*, std::function<void()>> steps[] = {
-        {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_DOWN); }},
-        {"10 to 10 focus 10,-1 top 1", [&] { Key(VK_NEXT); }},
-        {"20 to 20 focus 20,-1 top 11", [&] { report.PageDown(); }},
-        {"10 to 10 focus 10,-1 top 10", [&] { Key(VK_PRIOR); }},
-        {"99 to 99 focus 99,-1 top 90", [&] { Key(VK_END); }},
-        {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_HOME); }},
-        {"0 to 6 focus 6,-1 top 0", [&] { Click(20, 6 * kItemHeight + 5, MK_SHIFT); }},
-        {"0 to 4 focus 5,-1 top 0", [&] { Click(20, 5 * kItemHeight + 5, MK_CONTROL); }},
-        {"0 to 5 focus 5,-1 top 0", [&] { Click(20, 5 * kItemHeight + 5, MK_CONTROL); }},
-        {"2 to 2 focus 2,-1 top 0", [&] { Mouse(WM_RBUTTONDOWN, 20, 2 * kItemHeight, MK_RBUTTON); }},
-        {"0 to 99 focus 0,-1 top 0", [&] { report.SelectAll(); }},
-        {"0 to 0 focus 0,0 top 0",
-         [&] { report.ModifyStyle(0, RVS_CELLFOCUS | RVS_SINGLESELECT), Click(20, 5); }},
-        {"4 to 4 focus 4,1 top 0", [&] { Click(60, 4 * kItemHeight + 5, MK_SHIFT); }},
-        {"4 to 4 focus 4,-1 top 0", [&] { report.ModifyStyle(RVS_CELLFOCUS, 0); }},
-    };
-    for (const auto& [expected, act] : steps)
-    {
-        act();
-        EXPECT_EQ(expected, State());
-        const int focus = report.GetCurrentFocus();
-        EXPECT_TRUE((report.Struct(focus).state & RVIS_FOCUSED) && !report.Struct((focus + 1) % 100).state);
-    }
-    Show(RVS_TREE, 2);
+    ShowRows(0, 100);
+    Follow(
+        {
+            {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_DOWN); }},
+            {"10 to 10 focus 10,-1 top 1", [&] { Key(VK_NEXT); }},
+            {"20 to 20 focus 20,-1 top 11", [&] { report.PageDown(); }},
+            {"10 to 10 focus 10,-1 top 10", [&] { report.PageUp(); }},
+            {"10 to 99 focus 99,-1 top 90", [&] { Key(VK_END, {VK_SHIFT}); }},
+            {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_HOME); }},
+            {"0 to 6 focus 6,-1 top 0", [&] { Click(20, 6 * kItemHeight + 5, MK_SHIFT); }},
+            {"0 to 4 focus 5,-1 top 0", [&] { Click(20, 5 * kItemHeight + 5, MK_CONTROL); }},
+            {"2 to 2 focus 2,-1 top 0", [&] { Mouse(WM_RBUTTONDOWN, 20, 45, MK_RBUTTON); }},
+            {"0 to 99 focus 0,-1 top 0", [&] { report.SelectAll(); }},
+            {"0 to -1 focus 0,-1 top 0", [&] { report.SelectNone(); }},
+            {"0 to 0 focus 0,0 top 0",
+             [&] { report.ModifyStyle(0, RVS_CELLFOCUS | RVS_SINGLESELECT), Click(20, 5); }},
+            {"4 to 4 focus 4,1 top 0", [&] { Click(60, 4 * kItemHeight + 5, MK_SHIFT); }},
+            {"4 to 4 focus 4,2 top 0", [&] { Key(VK_RIGHT); }},
+            {"4 to 4 focus 4,1 top 0", [&] { report.DeactivateSubItem(0); }},
+            {"4 to 4 focus 4,-1 top 0", [&] { report.ModifyStyle(RVS_CELLFOCUS, 0); }},
+        },
+        [&] { return State(); });
+
+    ShowRows(RVS_TREE, 2);
     _TREEITEM* const top = report.GetItemHandle(0);
     report.InsertTreeItem(report.InsertTreeItem(top, nullptr, "c"), nullptr, "d");
-    const std::pair<int, std::function<void()>> folds[] = {
-        {3, [&] { Click(kItemHeight / 2, kItemHeight / 2); }}, // its box
-        {2, [&] { Mouse(WM_LBUTTONDBLCLK, kItemHeight / 2, kItemHeight / 2); }},
-        {4, [&] { Key(VK_MULTIPLY); }},
-        {2, [&] { Key(VK_SUBTRACT); }},
-        {4, [&] { Key(VK_ADD); }},
-    };
-    for (const auto& [rows, act] : folds)
-    {
-        act();
-        EXPECT_EQ(rows, report.GetRowCount());
-    }
-}
+    Follow(
+        {
+            {"3", [&] { Click(kItemHeight / 2, kItemHeight / 2); }}, // its box
+            {"2", [&] { Mouse(WM_LBUTTONDBLCLK, kItemHeight / 2, kItemHeight / 2); }},
+            {"4", [&] { Key(VK_MULTIPLY); }},
+            {"2", [&] { Key(VK_SUBTRACT); }},
+            {"4", [&] { Key(VK_ADD); }},
+        },
+        [&] { return std::to_string(report.GetRowCount()); });
 
-TEST_F(ReportInput, WhatHasChangedIsPainted)
-{
-    Show(RVS_CELLFOCUS | RVS_TREE, 8);
-    report.SetFocus();
-    std::mt19937 random(7);
-    const auto below = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
-    const UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_SPACE, VK_HOME, VK_END};
-    const WPARAM modifiers[] = {0, 0, MK_SHIFT, MK_CONTROL};
-    for (int step = 0; step < 200; ++step)
-    {
-        const int what = below(20);
-        if (what < 9)
-            Key(keys[below(static_cast<int>(std::size(keys)))]);
-        else if (what < 18) // on cells, right of them and below them
-            Click(below(300), below(200), modifiers[below(4)]);
-        else if (what == 18)
-            report.SetTreeFocus(report.GetItemHandle(below(8)));
-        else
-            report.GetTreeFocus();
-        report.UpdateWindow();
-        const std::vector<DWORD> shown = Pixels();
-        report.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-        ASSERT_TRUE(shown == Pixels()) << "step " << step << ": " << what << ", " << State();
-    }
-}
-
-TEST_F(ReportInput, ParentIsAskedFirst)
-{
-    Show(RVS_TREE | RVS_CELLFOCUS, 5);
-    report.SelectRows(1, 1, 1, 0, 0, 0);
-    _NMREPORTVIEW asked = {};
-    LRESULT answer = 1;
-    parent.answer = [&](NMHDR& header) {
-        asked = reinterpret_cast<_NMREPORTVIEW&>(header);
-        return answer;
-    };
-    Click(60, 3 * kItemHeight + 5, MK_SHIFT);
-    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
-    EXPECT_EQ(RVN_ITEMCLICK, asked.hdr.code);
-    EXPECT_EQ(3, asked.item);
-    EXPECT_EQ(1, asked.subitem);
-    EXPECT_EQ(RVHT_ONITEMTEXT, asked.flags);
-    EXPECT_EQ(UINT{MK_LBUTTON | MK_SHIFT}, asked.keys);
-    EXPECT_EQ(report.GetItemHandle(3), asked.treeItem);
-    Mouse(WM_LBUTTONDBLCLK, 60, 190);
-    EXPECT_EQ(RVN_ITEMDBLCLICK, asked.hdr.code);
-    EXPECT_EQ(RVI_NONE, asked.item);
-    Mouse(WM_RBUTTONDOWN, 60, 5);
-    EXPECT_EQ(RVN_ITEMRCLICK, asked.hdr.code);
-    Key(VK_DOWN);
-    EXPECT_EQ(RVN_KEYDOWN, asked.hdr.code);
-    EXPECT_EQ(UINT{VK_DOWN}, asked.keys);
-    EXPECT_EQ(1, asked.item);
-    EXPECT_EQ(-1, asked.subitem);
-    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
-    answer = 0;
-    Key(VK_DOWN);
-    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
-    report.ModifyProperty(RVP_NOTIFYMASK,
-                          ~static_cast<__int64>(2)); // no clicks: as if the parent had answered 0
-    answer = 1;
-    Click(60, 5);
-    EXPECT_EQ("0 to 0 focus 0,1 top 0", State());
-}
-
-TEST_F(ReportInput, ARowThatOneCellSpansIsClickedWithoutAnyColumn)
-{
-    Show(RVS_TREE | RVS_CELLFOCUS, 2);
+    // A row that one cell spans is there without any column.
+    ShowRows(RVS_TREE | RVS_CELLFOCUS, 2);
     report.SetTreeSubItem(report.GetItemHandle(1), 0);
     report.DeactivateAllSubItems();
     Click(60, kItemHeight + 5);
     EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
 }
 
+TEST_F(ReportInput, ColumnsMayRefuseTheFocus)
+{
+    ShowRows(RVS_CELLFOCUS, 1);
+    _RVSUBITEM closed;
+    closed.format = RVSF_NOCELLFOCUS;
+    report.RedefineSubItem(2, &closed);
+    report.DeactivateSubItem(2);
+    report.ActivateSubItem(2, 1); // "a c b"
+    Click(20, 5);
+    Key(VK_RIGHT);
+    EXPECT_EQ("0 to 0 focus 0,2 top 0", State());
+}
+
+TEST_F(ReportInput, ParentIsAskedFirst)
+{
+    ShowRows(RVS_TREE | RVS_CELLFOCUS, 5);
+    report.SetItemData(3, 77);
+    Select(1, 1);
+    _NMREPORTVIEW asked = {};
+    LRESULT answer = 1;
+    parent.answer = [&](NMHDR& notified) {
+        asked = reinterpret_cast<_NMREPORTVIEW&>(notified);
+        return answer;
+    };
+    const struct
+    {
+        UINT code;
+        const char* told; // item, subitem, key or buttons, point, data
+        UINT flags;
+        std::function<void()> act;
+    } cases[] = {
+        {RVN_ITEMCLICK, "3 1 5 60 65 77", RVHT_ONITEMTEXT, [&] { Click(60, 65, MK_SHIFT); }},
+        {RVN_ITEMDBLCLICK, "-2 -1 1 60 190 0", RVHT_NOWHERE, [&] { Mouse(WM_LBUTTONDBLCLK, 60, 190); }},
+        {RVN_ITEMRCLICK, "0 1 2 60 5 0", RVHT_ONITEMTEXT, [&] { Mouse(WM_RBUTTONDOWN, 60, 5, MK_RBUTTON); }},
+        {RVN_KEYDOWN, "1 -1 40 0 0 0", 0, [&] { Key(VK_DOWN); }},
+    };
+    for (const auto& each : cases)
+    {
+        ::SetFocus(parent);
+        each.act();
+        EXPECT_EQ(each.code == RVN_ITEMCLICK || each.code == RVN_ITEMRCLICK, ::GetFocus() == report.m_hWnd);
+        EXPECT_EQ(each.code, asked.hdr.code);
+        EXPECT_EQ(each.told,
+                  Line(asked.item, asked.subitem, asked.keys, asked.point.x, asked.point.y, asked.itemData));
+        EXPECT_EQ(each.flags, asked.flags) << each.told;
+        EXPECT_EQ(asked.item < 0 ? nullptr : report.GetItemHandle(asked.item), asked.treeItem) << each.told;
+        EXPECT_EQ("1 to 1 focus 1,-1 top 0", State()) << each.told;
+    }
+    answer = 0;
+    Key(VK_DOWN);
+    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
+    report.ModifyProperty(RVP_NOTIFYMASK, ~std::int64_t{2}); // no clicks: as if the parent had answered 0
+    answer = 1;
+    Click(60, 5);
+    EXPECT_EQ("0 to 0 focus 0,1 top 0", State());
+    report.DeactivateSubItem(0);
+    answer = 0;
+    Key(VK_RIGHT);
+    Key(VK_LEFT);
+    EXPECT_EQ(2, asked.subitem) << "of the second column";
+}
+
 TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
 {
-    Show(RVS_TREE, 0);
-    Fill({"b", "\xC3\xA4z", "c"});
+    Show(WS_VISIBLE | RVS_TREE, {"b", "\xC3\xA4z", "c"});
     report.InsertTreeItem(report.GetItemHandle(0), nullptr, "child\t1");
     report.SetItemText(1, 1, "x");
-    const auto control = [this](UINT key, bool shift = false) {
-        BYTE keys[256] = {};
-        keys[VK_CONTROL] = 0x80;
-        keys[VK_SHIFT] = shift ? 0x80 : 0;
-        ::SetKeyboardState(keys);
-        Key(key);
-        keys[VK_CONTROL] = keys[VK_SHIFT] = 0;
-        ::SetKeyboardState(keys);
-    };
+    CRect row;
+    report.GetRowRect(0, -1, row, RVRC_WHOLE);
     EXPECT_EQ(0, report.ModifyProperty(RVP_KEYS, RVK_ALL + 1));
     EXPECT_EQ(1, report.ModifyProperty(RVP_KEYS, RVK_ALL));
-    Key(VK_DOWN);
-    Key(VK_RIGHT);
-    EXPECT_EQ(4, report.GetRowCount());
-    Mouse(WM_LBUTTONDBLCLK, 60, 5);
-    EXPECT_EQ(3, report.GetRowCount());
-    Mouse(WM_LBUTTONDBLCLK, 60, 5);
-    for (const UINT byte : {0xC3u, 0x84u}) // a capital
-    {
-        Key('Q');
-        report.SendMessage(WM_CHAR, byte);
-    }
-    EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
-    Key(VK_UP);
-    Key(VK_LEFT);
-    EXPECT_EQ("0 to 0 focus 0,-1 top 0", State());
-
-    control(VK_RIGHT);
-    control(VK_RIGHT, true); // "b a c"
-    control(VK_ADD);
-    EXPECT_EQ(1, report.GetColumnFromSubItem(0));
-    EXPECT_EQ(58, report.GetSubItemWidth(0));
-    EXPECT_EQ(std::vector<UINT>{RVN_COLUMNCHANGED},
-              std::vector<UINT>(parent.codes.end() - 1, parent.codes.end()));
-    control(VK_SPACE, true);
-    int subitem = -1;
-    int ascending = 0;
-    EXPECT_TRUE(report.GetSortSettings(&subitem, &ascending) && subitem == 0 && ascending);
-    report.DeactivateSubItem(1); // what is marked goes along
-    control(VK_MULTIPLY);
-    EXPECT_NE(58, report.GetSubItemWidth(0));
+    const auto type = [&](const char* bytes) {
+        for (; *bytes; ++bytes)
+            Key('Q'), report.SendMessage(WM_CHAR, static_cast<unsigned char>(*bytes));
+    };
+    const std::initializer_list<int> both = {VK_CONTROL, VK_SHIFT};
+    Follow(
+        {
+            {"abc 50 - 0 of 3", [&] { Key(VK_DOWN); }},
+            {"abc 50 - 0 of 4", [&] { Key(VK_RIGHT); }},
+            {"abc 50 - 0 of 3", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
+            {"abc 50 - 0 of 4", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
+            {"abc 50 - 0 of 4",
+             [&] { report.SetItemCheck(0, 0, 1), Mouse(WM_LBUTTONDBLCLK, 30, row.top + 10); }},
+            {"abc 50 - 2 of 4", [&] { type("\xC3\x84"); }}, // a capital
+            {"abc 50 - 1 of 4", [&] { Key(VK_UP); }},
+            {"abc 50 - 0 of 4", [&] { Key(VK_LEFT); }},
+            {"abc 50 - 0 of 4", [&] { Key(VK_RIGHT, {VK_CONTROL}); }},
+            {"bac 50 - 0 of 4", [&] { Key(VK_RIGHT, both); }},
+            {"bac 50 - 0 of 4",
+             [&] {
+                 parent.answer = [](NMHDR&) { return 1; }; // takes the key
+                 Key(VK_RIGHT, both);
+                 parent.answer = nullptr;
+             }},
+            {"bac 58 - 0 of 4", [&] { Key(VK_ADD, {VK_CONTROL}); }},
+            {"bac 58 a+ 0 of 4", [&] { Key(VK_SPACE, both); }},
+            {"ac 58 a+ 0 of 4", [&] { report.DeactivateSubItem(1); }},
+            {"ac 66 a+ 0 of 4", [&] { Key(VK_ADD, {VK_CONTROL}); }}, // what is marked has gone along
+            {"bac 66 a+ 0 of 4", [&] { report.ActivateSubItem(1, 0); }},
+            {"bac 58 a+ 0 of 4",
+             [&] { report.ModifyProperty(RVP_MARGIN, 6), Key(VK_SUBTRACT, {VK_CONTROL}); }},
+        },
+        [&] {
+            const std::string mark = SortMark();
+            return Line(Columns(), report.GetSubItemWidth(0), mark.empty() ? "-" : mark,
+                        report.GetCurrentFocus(), "of", report.GetRowCount());
+        });
+    EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());
+    Key(VK_RIGHT, {VK_CONTROL});
+    report.DeactivateSubItem(1);
+    Key(VK_ADD, {VK_CONTROL});
+    EXPECT_EQ(58, report.GetSubItemWidth(2)) << "the mark is on its column still";
     report.ActivateSubItem(1, 0);
+    Key(VK_LEFT, {VK_CONTROL});
+    Key(VK_MULTIPLY, {VK_CONTROL}); // fits it
+    EXPECT_NE(58, report.GetSubItemWidth(0));
 
-    control('A');
-    control('C');
+    report.ModifyStyle(0, RVS_SINGLESELECT);
+    Key(VK_DOWN);
+    Key('A', {VK_CONTROL});
+    EXPECT_EQ("1 to 1", Selected());
+    report.ModifyStyle(RVS_SINGLESELECT, 0);
+    Key('A', {VK_CONTROL});
+    Key('C', {VK_CONTROL});
     ASSERT_TRUE(::OpenClipboard(report));
     EXPECT_EQ(std::wstring(L"\tb\t\r\n\tchild 1\t\r\n\tc\t\r\nx\t\u00E4z\t\r\n"),
               static_cast<const wchar_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT))));
@@ -250,119 +194,152 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
 
 TEST_F(ReportInput, DragSelectsAndScrolls)
 {
-    Show(0, 100);
+    ShowRows(0, 100);
     ::SetCursorPos(0, 0);
-    BYTE keys[256] = {};
-    keys[VK_LBUTTON] = 0x80;
-    ::SetKeyboardState(keys);
-    Mouse(WM_LBUTTONDOWN, 20, 2 * kItemHeight + 5, MK_LBUTTON);
-    Mouse(WM_MOUSEMOVE, 20, 5 * kItemHeight + 5, MK_LBUTTON);
-    EXPECT_EQ("2 to 5 focus 5,-1 top 0", State());
-    Mouse(WM_MOUSEMOVE, 20, 500, MK_LBUTTON);
-    EXPECT_EQ("2 to 10 focus 10,-1 top 1", State());
-    report.SendMessage(WM_TIMER, 1);
-    report.SendMessage(WM_TIMER, 1);
-    EXPECT_EQ("2 to 12 focus 12,-1 top 3", State());
-    Mouse(WM_MOUSEMOVE, 20, -1, MK_LBUTTON);
-    EXPECT_EQ("2 to 2 focus 2,-1 top 2", State());
-    keys[VK_LBUTTON] = 0;
-    ::SetKeyboardState(keys);
-    Mouse(WM_LBUTTONUP, 20, -1);
+    const auto timer = [&] { report.SendMessage(WM_TIMER, 1); };
+    const auto end = [&] { Mouse(WM_LBUTTONUP, 20, -1), Mouse(WM_MOUSEMOVE, 20, 105, 0), timer(); };
+    const Held held({VK_LBUTTON});
+    Follow(
+        {
+            {"2 to 2 focus 2,-1 top 0", [&] { Mouse(WM_LBUTTONDOWN, 20, 45); }},
+            {"2 to 5 focus 5,-1 top 0", [&] { Mouse(WM_MOUSEMOVE, 20, 105); }},
+            {"2 to 10 focus 10,-1 top 1", [&] { Mouse(WM_MOUSEMOVE, 20, 500); }},
+            {"2 to 12 focus 12,-1 top 3", [&] { timer(), timer(); }},
+            {"2 to 2 focus 2,-1 top 2", [&] { Mouse(WM_MOUSEMOVE, 20, -1); }},
+            {"2 to 2 focus 2,-1 top 2", end},
+            {"2 to 4 focus 4,-1 top 2", [&] { Mouse(WM_LBUTTONDOWN, 20, 45, MK_LBUTTON | MK_SHIFT); }},
+            {"2 to 2 focus 2,-1 top 2", [&] { Mouse(WM_MOUSEMOVE, 20, 5); }},
+            {"2 to 2 focus 2,-1 top 2", end},
+            {"4 to 4 focus 4,-1 top 2", [&] { Mouse(WM_LBUTTONDOWN, 20, 45, MK_LBUTTON | MK_CONTROL); }},
+            {"4 to 4 focus 4,-1 top 2", [&] { Mouse(WM_MOUSEMOVE, 20, 145); }}, // which drags nothing
+        },
+        [&] { return State(); });
     EXPECT_EQ(nullptr, ::GetCapture());
-    Mouse(WM_MOUSEMOVE, 20, 5 * kItemHeight, 0);
-    report.SendMessage(WM_TIMER, 1);
-    EXPECT_EQ("2 to 2 focus 2,-1 top 2", State());
 }
 
-TEST_F(ReportInput, BarsAndWheelScroll)
+TEST_F(ReportInput, BarsScroll)
 {
-    Show(0, 100);
-    const std::tuple<WPARAM, int, int> cases[] = {
-        {SB_LINEDOWN, 5, 6}, {SB_LINEUP, 5, 4},    {SB_PAGEDOWN, 5, 14}, {SB_PAGEUP, 25, 16},
-        {SB_TOP, 5, 0},      {SB_ENDSCROLL, 7, 7}, {SB_BOTTOM, 5, 90}};
-    for (const auto& [code, from, to] : cases)
-    {
-        report.ScrollWindow(SB_VERT, from);
-        report.SendMessage(WM_VSCROLL, code);
-        EXPECT_EQ(to, report.GetTopIndex()) << code;
-    }
-    report.RedrawWindow();
-    SCROLLINFO info = {};
-    ASSERT_TRUE(report.GetScrollInfo(SB_VERT, &info));
-    EXPECT_TRUE(info.nMax == 99 && info.nPage == 10 && info.nPos == 90);
-    for (int item = 99; item >= 20; --item) // what is shown moves with the end
-        report.DeleteItem(item);
-    report.RedrawWindow();
-    EXPECT_EQ(10, report.GetTopIndex());
-    EXPECT_EQ(1, report.EnsureVisible(3, 2));
-    EXPECT_EQ(3, report.GetTopIndex());
-    EXPECT_EQ(0, report.EnsureVisible(20, 0));
+    ShowRows(0, 100);
+    const auto remove = [&](int from) {
+        for (int item = report.GetItemCount(); item-- > from;)
+            report.DeleteItem(item);
+    };
+    Follow(
+        {
+            {"99 10 6",
+             [&] { report.ScrollWindow(SB_VERT, 5), report.SendMessage(WM_VSCROLL, SB_LINEDOWN); }},
+            {"99 10 0", [&] { report.SendMessage(WM_VSCROLL, SB_PAGEUP); }},
+            {"99 10 0", [&] { report.SendMessage(WM_VSCROLL, SB_ENDSCROLL); }},
+            {"99 10 90", [&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM); }},
+            {"99 8 90", [&] { report.SetItemHeight(25); }},
+            {"99 10 90", [&] { report.SetItemHeight(kItemHeight); }},
+            {"49 10 40", [&] { remove(50); }}, // what is shown moves with the end
+            {"49 10 3", [&] { report.EnsureVisible(3, 2); }},
+            {"49 10 3", [&] { EXPECT_EQ(0, report.EnsureVisible(50, 0)); }},
+        },
+        [&] {
+            report.UpdateWindow();
+            SCROLLINFO info = {};
+            EXPECT_TRUE(report.GetScrollInfo(SB_VERT, &info));
+            return Line(info.nMax, info.nPage, info.nPos);
+        });
 
     report.SetSubItemWidth(2, 400); // of 500 in all
-    report.RedrawWindow();
+    report.UpdateWindow();
     report.SendMessage(WM_HSCROLL, SB_RIGHT);
     const int end = report.GetScrollPos32(SB_HORZ);
     EXPECT_LT(150, end);
-    Key(VK_RIGHT);
-    EXPECT_EQ(end, report.GetScrollPos32(SB_HORZ));
-    Key(VK_LEFT);
-    EXPECT_EQ(end - 300 / 8 + 2, report.GetScrollPos32(SB_HORZ));
-    report.EnsureVisibleColumn(2); // wider than the view: its left edge
-    EXPECT_EQ(100, report.GetScrollPos32(SB_HORZ));
+    const std::string part = std::to_string(end - 300 / 8 + 2);
+    Follow(
+        {
+            {std::to_string(end), [&] { Key(VK_RIGHT); }},
+            {part, [&] { Key(VK_LEFT); }},
+            {"100", [&] { report.EnsureVisibleColumn(2); }}, // wider than the view: its left edge
+        },
+        [&] { return std::to_string(report.GetScrollPos32(SB_HORZ)); });
+}
 
-    class Wheel : public TestReport
+class WheelReport : public TestReport
+{
+public:
+    unsigned lines = 3;
+    unsigned GetMouseScrollLines() override { return lines; }
+};
+
+using ReportWheel = ReportTestOf<WheelReport>;
+
+TEST_F(ReportWheel, TurnsRowsAndColumns)
+{
+    const std::tuple<unsigned, int, const char*> turns[] = {
+        {3, 120, "up up up "},
+        {3, 60, "up "},
+        {3, 30, ""},
+        {3, -120, "down down down "},
+        {WHEEL_PAGESCROLL, -240, "page page "},
+    };
+    for (const auto& [lines, delta, expected] : turns)
     {
-    public:
-        unsigned lines = 3;
-        unsigned GetMouseScrollLines() override { return lines; }
-    } wheel;
-    wheel.Create(WS_CHILD, CRect(0, 0, 100, 100), &parent, 9);
-    const std::tuple<unsigned, int, int> turns[] = {
-        {3, 120, 3}, {3, 60, 1}, {3, 30, 0}, {3, -120, 3}, {WHEEL_PAGESCROLL, -240, 200}}; // 100 for a page
-    for (const auto& [lines, delta, posted] : turns)
-    {
-        wheel.lines = lines;
-        wheel.SendMessage(WM_SETTINGCHANGE);
-        Posted(WM_VSCROLL);
-        wheel.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, delta));
-        EXPECT_EQ(posted, Posted(WM_VSCROLL)) << lines << ' ' << delta;
+        report.lines = lines;
+        report.SendMessage(WM_SETTINGCHANGE);
+        report.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, delta));
+        const char* const codes[] = {"up ", "down ", "page up ", "page "};
+        std::string posted;
+        for (MSG message; ::PeekMessage(&message, report, WM_VSCROLL, WM_VSCROLL, PM_REMOVE);)
+            posted += codes[message.wParam];
+        EXPECT_EQ(expected, posted) << lines << ' ' << delta;
     }
+    report.lines = 2;
+    report.SendMessage(WM_SETTINGCHANGE);
+    Define({"a"});
+    report.SetSubItemWidth(0, 1000);
+    const auto position = [&](int delta) {
+        report.SendMessage(WM_MOUSEHWHEEL, MAKEWPARAM(0, delta));
+        return report.GetScrollPos32(SB_HORZ);
+    };
+    const int right = position(240);
+    EXPECT_GT(right, 0);
+    EXPECT_EQ(right / 2, position(-120));
 }
 
 TEST_F(ReportInput, TheMenuKeyAsksForAMenuBelowTheFocusedRow)
 {
-    Show(0, 5);
-    report.SelectRows(1, 1, 1, 0, 0, 0);
-    CRect row;
-    report.GetRowRect(1, -1, row, RVRC_WHOLE);
-    CPoint below(row.left, row.bottom);
-    report.ClientToScreen(&below);
-    report.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(report.m_hWnd), MAKELPARAM(-1, -1));
-    EXPECT_EQ(below, parent.menuPoint);
+    ShowRows(0, 20);
+    for (const auto& [height, y] : {std::pair(kItemHeight, 40), {150, 200}}) // the bottom that is seen
+    {
+        report.SetItemHeight(height);
+        Select(1, 1);
+        CPoint below(0, y);
+        report.ClientToScreen(&below);
+        report.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(report.m_hWnd), MAKELPARAM(-1, -1));
+        EXPECT_EQ(below, parent.menuPoint) << height;
+    }
     EXPECT_EQ(LRESULT{DLGC_WANTARROWS | DLGC_WANTCHARS}, report.SendMessage(WM_GETDLGCODE));
 }
 
-TEST_F(ReportInput, ACellOfTheFixedRowIsEdited)
+class EditedReport : public TestReport
 {
-    class Edited : public TestReport
+public:
+    std::string edits;
+    int BeginEdit(int row, int column, unsigned key) override
     {
-    public:
-        std::string edits;
-        int BeginEdit(int row, int column, unsigned key) override
-        {
-            edits += std::to_string(row) + ',' + std::to_string(column) + ' ' + std::to_string(key) + ' ';
-            return 1;
-        }
-    } edited;
-    edited.Create(WS_CHILD | RVS_FIXEDROW | RVS_NOHEADER, CRect(0, 0, 300, 200), &parent, 9);
-    _RVSUBITEM definition;
-    edited.ActivateSubItem(edited.DefineSubItem(0, &definition), -1);
-    edited.SetItemHeight(kItemHeight);
-    for (int i = 0; i < 2; ++i)
-        edited.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 10));
-    edited.SendMessage(WM_KEYDOWN, 'Q');
-    edited.SendMessage(WM_CHAR, 'q');
-    EXPECT_EQ("-1,0 1 -1,0 113 ", edited.edits);
+        edits += Line(row, column, key) + "; ";
+        return 1;
+    }
+};
+
+using ReportEdit = ReportTestOf<EditedReport>;
+
+TEST_F(ReportEdit, ACellOfTheFixedRowIsEdited)
+{
+    Show(RVS_FIXEDROW | RVS_NOHEADER, {"1"});
+    Click(20, 10);
+    Click(20, 10);
+    Key('Q');
+    report.SendMessage(WM_CHAR, 'q');
+    parent.answer = [](NMHDR&) { return 1; };
+    Key('R');
+    report.SendMessage(WM_CHAR, 'r'); // which the owner has taken
+    EXPECT_EQ("-1 0 1; -1 0 113; ", report.edits);
 }
 
 } // namespace

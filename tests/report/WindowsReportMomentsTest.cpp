@@ -7,13 +7,12 @@
 namespace
 {
 
-constexpr int kItemHeight = 20;
-
 // Tells of every moment at which somebody else's code runs.
 class MomentReport : public TestReport
 {
 public:
     std::function<void(const std::string&)> moment;
+    bool tellsDrawing = false;
 
     void Tell(const std::string& kind) const
     {
@@ -38,6 +37,12 @@ protected:
         Tell("edit");
         return 0;
     }
+    void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
+    {
+        if (tellsDrawing)
+            Tell("draw");
+        TestReport::DrawItem(dc, rect, item);
+    }
     __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification) override
     {
         Tell("callback");
@@ -52,6 +57,13 @@ protected:
         Tell("preview");
         return 0;
     }
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
+    {
+        const UINT code = reinterpret_cast<NMHDR*>(lParam)->code;
+        if (code == HDN_BEGINDRAG || code == HDN_ENDDRAG)
+            Tell(code == HDN_BEGINDRAG ? "drag" : "drop");
+        return TestReport::OnNotify(wParam, lParam, result);
+    }
 };
 
 class ReportMoments : public ReportTestOf<MomentReport>
@@ -59,24 +71,20 @@ class ReportMoments : public ReportTestOf<MomentReport>
 protected:
     ReportMoments()
     {
-        parent.ShowWindow(SW_SHOWNOACTIVATE);
-        parent.answer = [this](NMHDR& header) {
-            report.Tell(std::to_string(static_cast<int>(header.code)));
+        parent.answer = [this](NMHDR& told) {
+            report.Tell(std::to_string(static_cast<int>(told.code)));
             return 0;
         };
     }
 
     // Six rows, the first of a tree expanded, with the focus on a cell of the third.
-    void Show(DWORD style)
+    void Begin(DWORD style)
     {
+        mode = style;
         report.moment = nullptr;
-        report.UndefineAllSubItems();
-        report.ModifyStyle(RVS_CALLBACK | RVS_TREE, 0);
-        report.DeleteAllItems();
-        Create(style | WS_VISIBLE | RVS_CELLFOCUS | RVS_DRAGCOLUMNS);
+        report.tellsDrawing = false;
+        Show(style | WS_VISIBLE | RVS_CELLFOCUS | RVS_DRAGCOLUMNS);
         report.ModifyProperty(RVP_KEYS, RVK_ALL);
-        report.SetItemHeight(kItemHeight);
-        Define({"a", "b", "c"});
         if (style & RVS_CALLBACK)
             report.SetItemCount(6);
         else
@@ -88,36 +96,13 @@ protected:
         }
         else if (!(style & RVS_CALLBACK))
         {
-            report.Struct(1).previewText = "preview";
-            report.Struct(1).previewHeight = 9;
-            report.Struct(2).state |= RVIS_OWNERDRAWN;
+            report.SetItemPreview(1, "preview", 9);
+            report.SetItemState(2, RVIS_OWNERDRAWN, RVIS_OWNERDRAWN);
         }
-        report.SelectRows(2, 1, 1, 0, 0, 0);
+        Select(2, 1);
         report.AdjustFocus(2, 1);
         report.UpdateWindow();
     }
-
-    static void Send(HWND hwnd, UINT message, WPARAM wParam, int x = 0, int y = 0)
-    {
-        ::SendMessage(hwnd, message, wParam, MAKELPARAM(x, y));
-    }
-    void Mouse(UINT message, int x, int y, WPARAM flags = MK_LBUTTON) { Send(report, message, flags, x, y); }
-    void Key(UINT key, BYTE control = 0)
-    {
-        BYTE keys[256] = {};
-        keys[VK_CONTROL] = control;
-        ::SetKeyboardState(keys);
-        Send(report, WM_KEYDOWN, key);
-        keys[VK_CONTROL] = 0;
-        ::SetKeyboardState(keys);
-    }
-    void Header(std::initializer_list<UINT> messages, int x, int toX)
-    {
-        const HWND header = ::FindWindowEx(report, nullptr, WC_HEADERA, nullptr);
-        for (const UINT message : messages)
-            Send(header, message, MK_LBUTTON, message == messages.begin()[0] ? x : toX, 5);
-    }
-    void Paint() { report.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); }
 
     // What is there can be used.
     void ExpectUsable()
@@ -131,14 +116,18 @@ protected:
         EXPECT_TRUE(first >= 0 && last >= -1 && last <= rows) << Selected();
         for (int row = 0; row < rows; ++row)
             EXPECT_EQ(row, report.GetRowFromItem(report.GetItemFromRow(row)));
+        EXPECT_FALSE(::FindWindow("MFCFHDragWnd", nullptr) || ::FindWindow("MFCFHDropWnd", nullptr));
+        EXPECT_EQ(nullptr, ::GetCapture());
         if (!report.m_hWnd)
             return;
         EXPECT_LT(report.GetCurrentFocusColumn(), std::max(report.GetActiveSubItemCount(), 1));
-        Paint();
-        Mouse(WM_LBUTTONDOWN, 60, 3 * kItemHeight);
+        Redraw();
+        Click(60, 3 * kItemHeight);
         Key(VK_UP);
         Key(VK_NEXT);
     }
+
+    DWORD mode = 0;
 };
 
 TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
@@ -146,40 +135,37 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
     using Act = std::pair<const char*, std::function<void()>>;
     const int y = 3 * kItemHeight; // in the third row, whatever the header's height
     const Act events[] = {
-        {"click", [&] { Mouse(WM_LBUTTONDOWN, 60, y); }},
-        {"shift click", [&] { Mouse(WM_LBUTTONDOWN, 10, 2 * y, MK_LBUTTON | MK_SHIFT); }},
-        {"box", [&] { Mouse(WM_LBUTTONDOWN, kItemHeight / 2, kItemHeight + 10); }},
+        {"click", [&] { Click(60, y); }},
+        {"shift click", [&] { Click(10, 2 * y, MK_SHIFT); }},
+        {"box", [&] { Click(kItemHeight / 2, kItemHeight + 10); }},
         {"double click", [&] { Mouse(WM_LBUTTONDBLCLK, 60, kItemHeight + 15); }},
         {"right click", [&] { Mouse(WM_RBUTTONDOWN, 60, 2 * y); }},
         {"down", [&] { Key(VK_DOWN); }},
         {"page", [&] { Key(VK_NEXT); }},
         {"end", [&] { Key(VK_END); }},
-        {"space", [&] { Key(VK_SPACE, 0x80); }},
+        {"space", [&] { Key(VK_SPACE, {VK_CONTROL}); }},
         {"right", [&] { Key(VK_RIGHT); }},
         {"expand", [&] { Key(VK_ADD); }},
-        {"multiply", [&] { Key(VK_MULTIPLY, 0x80); }},
-        {"wider", [&] { Key(VK_ADD, 0x80); }},
-        {"all", [&] { Key('A', 0x80); }},
-        {"type", [&] { Key('B'), Send(report, WM_CHAR, 'b'); }},
+        {"multiply", [&] { Key(VK_MULTIPLY, {VK_CONTROL}); }},
+        {"wider", [&] { Key(VK_ADD, {VK_CONTROL}); }},
+        {"all", [&] { Key('A', {VK_CONTROL}); }},
+        {"type", [&] { Key('B'), report.SendMessage(WM_CHAR, 'b'); }},
         {"sort", [&] { report.SortItems(0, 1); }},
         {"insert sorted", [&] { report.InsertTreeItem(nullptr, TVI_SORT, "bb"); }},
         {"width", [&] { report.SetSubItemWidth(0, 70); }},
-        {"header click",
-         [&] {
-             Header({WM_LBUTTONDOWN, WM_LBUTTONUP}, 25, 25);
-         }},
+        {"header click", [&] { ClickHeader(25); }},
         {"divider",
          [&] {
-             Header({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP}, 50, 80);
+             DragHeader({CPoint(50, 5), CPoint(80, 5)});
          }},
-        {"fit", [&] { Header({WM_LBUTTONDBLCLK}, 50, 50); }},
+        {"fit", [&] { Send(header, WM_LBUTTONDBLCLK, 50, 5), Send(header, WM_LBUTTONUP, 50, 5); }},
         {"column",
          [&] {
-             Header({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP}, 25, 130);
+             DragHeader({CPoint(25, 5), CPoint(130, 5)});
          }},
-        {"header right click", [&] { Header({WM_RBUTTONUP}, 25, 25); }},
-        {"paint", [&] { Paint(); }},
-        {"scroll", [&] { Send(report, WM_VSCROLL, SB_PAGEDOWN), report.EnsureVisible(5, 0); }},
+        {"header right click", [&] { Send(header, WM_RBUTTONUP, 25, 5); }},
+        {"paint", [&] { report.tellsDrawing = true, Redraw(); }},
+        {"scroll", [&] { report.SendMessage(WM_VSCROLL, SB_PAGEDOWN), report.EnsureVisible(5, 0); }},
         {"line", [&] { report.GetItemString(2, ';'), report.GetItemText(2, 1); }},
     };
     const std::function<void()>* present = nullptr; // event
@@ -191,13 +177,15 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
         {"hide", [&] { report.DeactivateSubItem(0); }},
         {"insert", [&] { report.InsertItem(0, "new"), report.SetItemCount(9); }},
         {"sort", [&] { report.SortItems(0, 0); }},
-        {"paint", [&] { Paint(); }},
+        {"paint", [&] { Redraw(); }},
         {"fold", [&] { report.Expand(report.GetNextItem(TVI_ROOT, RVGN_CHILD), RVE_TOGGLE); }},
         {"list", [&] { report.ModifyStyle(RVS_TREE | RVS_CALLBACK | RVS_CELLFOCUS, 0); }},
         {"tree", [&] { report.ModifyStyle(0, RVS_TREE); }},
         {"callback", [&] { report.ModifyStyle(0, RVS_CALLBACK); }},
         {"again", [&] { (*present)(); }},
-        {"click", [&] { Mouse(WM_LBUTTONDOWN, 10, y); }},
+        {"click", [&] { Click(10, y); }},
+        {"font", [&] { report.SendMessage(WM_SETFONT), report.SetItemHeight(30); }},
+        {"create", [&] { Create(mode | WS_VISIBLE); }},
     };
     std::set<std::string> kinds;
     for (const DWORD style : {DWORD{0}, RVS_TREE, RVS_CALLBACK})
@@ -206,7 +194,7 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
         {
             present = &event;
             std::set<std::string> moments;
-            Show(style);
+            Begin(style);
             report.moment = [&](const std::string& kind) { moments.insert(kind); };
             event();
             kinds.insert(moments.begin(), moments.end());
@@ -216,7 +204,7 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
                 {
                     SCOPED_TRACE(testing::Message() << "style " << style << ", " << eventName << ", in "
                                                     << moment << ": " << actName);
-                    Show(style);
+                    Begin(style);
                     bool done = false;
                     report.moment = [&](const std::string& kind) {
                         if (kind == moment && !std::exchange(done, true))
@@ -230,7 +218,8 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
         }
     }
     EXPECT_EQ((std::set<std::string>{"-2049", "-2050", "-2053", "-2054", "-2059", "-2060", "-2061", "-2063",
-                                     "-2066", "callback", "compare", "edit", "preview", "select"}),
+                                     "-2066", "callback", "compare", "drag", "draw", "drop", "edit",
+                                     "preview", "select"}),
               kinds);
 }
 

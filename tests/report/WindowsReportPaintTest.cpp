@@ -1,19 +1,19 @@
 // What the report control looks like, by the pixels that carry a meaning.
 #include "tests/report/ReportFixture.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/report/ReportPicture.h"
+#include "tests/support/NothingLeft.h"
 
 #include <algorithm>
 #include <fstream>
 #include <random>
-#include <vector>
 
 namespace
 {
 
-constexpr int kWidth = 300;
-constexpr int kHeight = 200;
-constexpr int kItemHeight = 20;
+constexpr int kWidth = ReportPicture::kWidth;
+constexpr int kHeight = ReportPicture::kHeight;
 constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr COLORREF kOdd = RGB(1, 2, 3);
 
 class PaintedReport : public TestReport
 {
@@ -23,12 +23,6 @@ public:
     std::function<void()> drawing;
     std::function<LRESULT(_NMRVITEMDRAW&)> drawPreview;
 
-    void SetPreview(int item, const char* text, int height)
-    {
-        structITEM& record = GetItemStruct(item, -1, 0);
-        record.previewText = text;
-        record.previewHeight = height;
-    }
     void SetColors(int item, int text, int background)
     {
         _RVITEM change;
@@ -44,7 +38,7 @@ protected:
     {
         if (drawing)
             drawing();
-        calls += 'I';
+        calls += item->state & RVIS_SELECTED ? 'S' : 'I';
         TestReport::DrawItem(dc, rect, item);
     }
     void DrawRow(CDC* dc, CRect row, CRect clip, int number, _RVITEM* item, int odd, int fixed) override
@@ -66,269 +60,269 @@ protected:
 class ReportPaint : public ReportTestOf<PaintedReport>
 {
 protected:
-    ReportPaint()
+    // A control without a header.
+    void ShowRows(DWORD style, const Texts& texts = {"1", "2", "3", "4"})
     {
-        BITMAPINFO info = {};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, 0, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        m_bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        m_dc.CreateCompatibleDC(nullptr);
-        m_old = ::SelectObject(m_dc, m_bitmap.GetSafeHandle());
-        m_bits = static_cast<const DWORD*>(bits);
-    }
-    ~ReportPaint() override { ::SelectObject(m_dc, m_old); }
-
-    // A control without a header, with two columns of 50 pixels and some rows.
-    void Show(DWORD style, std::initializer_list<const char*> texts = {"1", "2", "3", "4"})
-    {
-        report.UndefineAllSubItems();
-        report.DeleteAllItems();
-        Create(style | RVS_NOHEADER);
-        report.SetItemHeight(style & RVS_HORIZONTALGRID ? kItemHeight + 1 : kItemHeight);
-        Define({"a", "b"});
-        Fill(texts);
-        report.InsertColor(0, RGB(1, 2, 3));
+        Show(style | RVS_NOHEADER, texts);
+        report.DeleteAllColors();
+        report.InsertColor(0, kOdd);
         report.InsertColor(1, kRed);
     }
     void Focus(bool focused) { report.SendMessage(focused ? WM_SETFOCUS : WM_KILLFOCUS); }
-
     void Paint()
     {
-        m_dc.FillSolidRect(0, 0, kWidth, kHeight, RGB(9, 9, 9));
+        picture.dc.FillSolidRect(0, 0, kWidth, kHeight, RGB(9, 9, 9));
         report.calls.clear();
-        report.DrawCtrl(&m_dc);
-        ::GdiFlush();
+        report.DrawCtrl(&picture.dc);
     }
-    COLORREF At(int x, int y) const
+    // Whether a paint looks different after it.
+    bool Changes(const std::function<void()>& act)
     {
-        const DWORD pixel = m_bits[y * kWidth + x];
-        return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
-    }
-    int Count(const CRect& rect, COLORREF color) const
-    {
-        int count = 0;
-        for (int y = rect.top; y < rect.bottom; ++y)
-            for (int x = rect.left; x < rect.right; ++x)
-                count += At(x, y) == color;
-        return count;
-    }
-    std::vector<DWORD> Pixels() const { return {m_bits, m_bits + kWidth * kHeight}; }
-    CRect Cell(int row, int column)
-    {
-        CRect rect;
-        EXPECT_EQ(1, report.GetRowRect(row, column, rect, RVRC_WHOLE));
-        return rect;
+        Paint();
+        const std::vector<DWORD> before = picture.Pixels();
+        act();
+        Paint();
+        return picture.Pixels() != before;
     }
     COLORREF Color(int slot) { return report.GetSystemColor(slot); }
+    // Images of one colour each.
+    static void MakeImages(CImageList& list, int size, std::initializer_list<DWORD> colors)
+    {
+        ASSERT_TRUE(list.Create(size, size, ILC_COLOR32, 1, 1));
+        for (const DWORD color : colors)
+        {
+            const std::vector<DWORD> pixels(static_cast<std::size_t>(size * size), color);
+            CBitmap bitmap;
+            bitmap.CreateBitmap(size, size, 1, 32, pixels.data());
+            list.Add(&bitmap, static_cast<CBitmap*>(nullptr));
+        }
+    }
 
-    CDC m_dc;
+    struct Scene
+    {
+        std::function<void()> prepare;
+        std::vector<Spot> spots;
+    };
+    void ExpectScenes(std::initializer_list<Scene> scenes)
+    {
+        for (const Scene& scene : scenes)
+        {
+            SCOPED_TRACE("scene " + std::to_string(&scene - scenes.begin()));
+            scene.prepare();
+            Paint();
+            ExpectSpots(picture, scene.spots);
+        }
+    }
 
-private:
-    CBitmap m_bitmap;
-    HGDIOBJ m_old = nullptr;
-    const DWORD* m_bits = nullptr;
+    ReportPicture picture;
 };
 
-TEST_F(ReportPaint, RowsHaveTheColoursOfTheirState)
+CRect RowAt(int row)
 {
-    const COLORREF odd = RGB(1, 2, 3);
-    const struct
-    {
-        int line;
-        DWORD style;
-        bool focused;
-        COLORREF rows[4]; // 1 and 2 are selected, 2 has the focus, 3 a colour of its own
-    } cases[] = {
-        {__LINE__, 0, true, {0, 0x10, 0x10, kRed}},
-        {__LINE__, 0, false, {0, 0, 0, kRed}},
-        {__LINE__, RVS_KEEPSELECTION, false, {0, 0x20, 0x20, kRed}},
-        {__LINE__, RVS_ALTERNATEROWS, false, {0, odd, 0, kRed}},
-        {__LINE__, RVS_ALTERNATEROWS, true, {0, 0x10, 0x10, kRed}},
-        {__LINE__, RVS_FACEBACKGROUND, false, {0x30, 0x30, 0x30, kRed}},
-    };
-    for (const auto& each : cases)
-    {
-        Show(each.style);
-        report.SetColors(3, -1, 1);
-        Select(2, 1);
-        Focus(each.focused);
-        Paint();
-        for (int row = 0; row < 4; ++row)
-        {
-            const COLORREF expected = each.rows[row] == 0      ? Color(RVSC_WINDOW)
-                                      : each.rows[row] == 0x10 ? Color(RVSC_HIGHLIGHT)
-                                      : each.rows[row] == 0x20 ? Color(RVSC_INACTIVEHIGHLIGHT)
-                                      : each.rows[row] == 0x30 ? Color(RVSC_FACE)
-                                                               : each.rows[row];
-            EXPECT_EQ(expected, At(70, row * kItemHeight + 5)) << "line " << each.line << " row " << row;
-        }
-        EXPECT_EQ(each.focused,
-                  Count(Cell(2, 0), Color(RVSC_HIGHLIGHTTEXT)) > 0 && At(70, 45) == Color(RVSC_HIGHLIGHT))
-            << "line " << each.line;
-    }
+    return {0, kItemHeight * row, kWidth, kItemHeight * (row + 1)};
+}
+CRect CellAt(int row, int column)
+{
+    return {kColumnWidth * column, kItemHeight * row, kColumnWidth * (column + 1), kItemHeight * (row + 1)};
+}
+CRect Blank(int row) // of a row, where it has no text
+{
+    return {60, kItemHeight * row + 2, 140, kItemHeight * row + 18};
 }
 
-TEST_F(ReportPaint, TextsHaveTheirColours)
+TEST_F(ReportPaint, RowsAndTextsHaveTheColoursOfTheirState)
 {
-    for (const DWORD style : {DWORD{0}, RVS_KEEPTEXTCOLOR})
-    {
-        Show(style);
-        report.SetColors(0, 1, -1);
-        report.SetColors(1, 7, -1); // past the table: black
-        Paint();
-        EXPECT_LT(0, Count(Cell(0, 0), kRed));
-        EXPECT_LT(0, Count(Cell(1, 0), 0));
-        Select(0, 0);
-        Focus(true);
-        Paint();
-        EXPECT_EQ(style != 0, Count(Cell(0, 0), kRed) > 0);
-    }
-    report.SetItemText(0, 0, "a\nb\tc"); // one line, whatever is in it
-    report.SetItemText(1, 0, "a b c");
-    report.SetColors(0, -1, -1);
-    report.SetColors(1, -1, -1);
-    Select(3, 3);
-    Paint();
-    for (int y = 0; y < kItemHeight; ++y)
-        for (int x = 0; x < 50; ++x)
-            ASSERT_EQ(At(x, y), At(x, y + kItemHeight)) << x << ' ' << y;
+    const COLORREF window = Color(RVSC_WINDOW), high = Color(RVSC_HIGHLIGHT), face = Color(RVSC_FACE),
+                   inactive = Color(RVSC_INACTIVEHIGHLIGHT), text = Color(RVSC_TEXT),
+                   highText = Color(RVSC_HIGHLIGHTTEXT);
+    const auto show = [&](DWORD style, bool focused) {
+        return [=, this] {
+            ShowRows(style);
+            report.SetColors(3, -1, 1);
+            Select(2, 1);
+            Focus(focused);
+        };
+    };
+    const auto colors = [&](COLORREF row0, COLORREF row1, COLORREF row2, COLORREF selectedText) {
+        return std::vector<Spot>{All(Blank(0), row0),      All(Blank(1), row1),
+                                 All(Blank(2), row2),      All(Blank(3), kRed),
+                                 Some(CellAt(0, 0), text), Some(CellAt(2, 0), selectedText)};
+    };
+    ExpectScenes({
+        {show(0, true), colors(window, high, high, highText)},
+        {show(0, false), colors(window, window, window, text)},
+        {show(RVS_KEEPSELECTION, false), colors(window, inactive, inactive, text)},
+        {show(RVS_ALTERNATEROWS, false), colors(window, kOdd, window, text)},
+        {show(RVS_ALTERNATEROWS, true), colors(window, high, high, highText)},
+        {show(RVS_FACEBACKGROUND, false), colors(face, face, face, text)},
+        {[&] { show(0, true)(), report.SendMessage(WM_KILLFOCUS, reinterpret_cast<WPARAM>(header)); },
+         {All(Blank(2), high)}}, // a child has the focus
+        {[&] { ShowRows(0), report.SetColors(0, 1, -1); },
+         {Some(CellAt(0, 0), kRed), None(CellAt(1, 0), kRed)}},
+        {[&] { report.SetColors(0, 7, -1); }, {Some(CellAt(0, 0), 0), None(CellAt(0, 0), kRed)}}, // no such
+        {[&] { report.SetColors(0, 1, 1), Select(0, 0), Focus(true); }, {None(RowAt(0), kRed)}},
+        {[&] { report.ModifyStyle(0, RVS_KEEPTEXTCOLOR); }, {Some(CellAt(0, 0), kRed)}},
+        {[&] { report.SetColors(0, -1, -1); }, {Some(CellAt(0, 0), highText)}},
+        {[&] { Focus(false); }, {Some(CellAt(0, 0), text)}},
+    });
+}
+
+TEST_F(ReportPaint, TextsHaveTheirPlaceAndFont)
+{
+    ShowRows(0);
+    _RVSUBITEM aligned;
+    aligned.width = kColumnWidth;
+    const COLORREF text = Color(RVSC_TEXT);
+    const CRect left(0, 0, 17, 20), middle(17, 0, 33, 20), right(33, 0, 50, 20);
+    const auto align = [&](unsigned format) {
+        aligned.format = format;
+        report.RedefineSubItem(0, &aligned);
+    };
+    ExpectScenes({
+        {[&] { align(HDF_LEFT); }, {Some(left, text), None(middle, text), None(right, text)}},
+        {[&] { align(HDF_CENTER); }, {None(left, text), Some(middle, text), None(right, text)}},
+        {[&] { align(HDF_RIGHT); }, {None(left, text), None(middle, text), Some(right, text)}},
+    });
+    ExpectScenes({
+        {[&] { ShowRows(RVS_TREE, {"a long text in a row of a tree"}); }, {None(Blank(0), text)}},
+        {[&] { report.SetTreeSubItem(report.GetItemHandle(0), 0); },
+         {Some(Blank(0), text)}}, // in all columns
+    });
+    EXPECT_TRUE(Changes([&] { report.SetItemState(0, RVIS_BOLD, RVIS_BOLD); }));
+    EXPECT_TRUE(Changes([&] { report.SetItemText(0, 0, "a b c"); }));
+    EXPECT_FALSE(Changes([&] { report.SetItemText(0, 0, "a\nb\tc"); })) << "one line, whatever is in it";
 }
 
 TEST_F(ReportPaint, GridAndFocusLieBetweenTheRows)
 {
-    Show(RVS_HORIZONTALGRID | RVS_VERTICALGRID);
-    Paint();
-    const COLORREF grid = Color(RVSC_GRID);
-    const COLORREF window = Color(RVSC_WINDOW);
-    const int bottom = 4 * (kItemHeight + 1);
+    constexpr int kGrid = kItemHeight + 1;
+    constexpr int kBottom = 4 * kGrid;
+    const COLORREF grid = Color(RVSC_GRID), window = Color(RVSC_WINDOW), high = Color(RVSC_HIGHLIGHT);
     ASSERT_NE(grid, window);
-    for (const int x : {0, 49, 99, kWidth - 1})
-        EXPECT_EQ(kItemHeight, Count(CRect(x, 0, x + 1, kItemHeight), grid)) << x;
-    EXPECT_EQ(0, Count(CRect(50, 3, 99, kItemHeight - 3), grid));
-    EXPECT_EQ(kWidth, Count(CRect(0, kItemHeight, kWidth, kItemHeight + 1), grid));
-    EXPECT_EQ(0, Count(CRect(0, bottom, kWidth, kHeight), grid));
-    report.ModifyStyle(0, RVS_EXTENDGRID);
-    Paint();
-    EXPECT_EQ(kWidth, Count(CRect(0, bottom + kItemHeight, kWidth, bottom + kItemHeight + 1), grid));
-    EXPECT_EQ(grid, At(49, kHeight - 5));
-
-    Show(RVS_CELLFOCUS);
-    Select(1, 1);
-    Focus(true);
-    const auto border = [&](const CRect& rect) {
-        return Count(CRect(rect.left, rect.top, rect.left + 1, rect.bottom), Color(RVSC_HIGHLIGHT)) <
-               rect.Height();
-    };
-    Paint();
-    EXPECT_TRUE(border(Cell(1, -1)));
-    report.AdjustFocus(1, 1);
-    Paint();
-    EXPECT_FALSE(border(Cell(1, -1))) << "the cell has it";
-    EXPECT_LT(50, Count(Cell(1, 1), window));
-    Focus(false);
-    Paint();
-    EXPECT_EQ(2 * 50 * kItemHeight, Count(Cell(0, 1), window) + Count(Cell(1, 1), window));
+    const auto focusOn = [&](int row, int column) { report.AdjustFocus(row, column), Focus(true); };
+    const auto line = [](int x) { return CRect(x, 0, x + 1, kItemHeight); };
+    const CRect edge(0, kItemHeight, 1, 2 * kItemHeight); // of the second row
+    ExpectScenes({
+        {[&] { ShowRows(RVS_HORIZONTALGRID | RVS_VERTICALGRID); },
+         {All(line(0), grid), All(line(49), grid), All(line(99), grid), All(line(kWidth - 1), grid),
+          None(CRect(50, 0, 99, 20), grid), All(CRect(0, 20, kWidth, 21), grid),
+          None(CRect(0, kBottom, kWidth, kHeight), grid)}},
+        {[&] { report.ModifyStyle(0, RVS_EXTENDGRID); },
+         {All(CRect(0, kBottom + 20, kWidth, kBottom + kGrid), grid), Some(CRect(49, 195, 50, 196), grid)}},
+        {[&] { ShowRows(RVS_HORIZONTALGRID), focusOn(1, -1); }, {All(CRect(0, 41, kWidth, 42), grid)}},
+        {[&] { ShowRows(RVS_CELLFOCUS), Select(1, 1), Focus(true); }, {{edge, high, kItemHeight / 2}}},
+        {[&] { focusOn(1, 1); }, {All(edge, high), Some(CellAt(1, 1), window)}}, // the cell has it
+        {[&] { Focus(false); }, {All(CellAt(0, 1), window), All(CellAt(1, 1), window)}},
+        {[&] { report.ModifyProperty(RVP_GRIDSTYLE, 0), ShowRows(RVS_HORIZONTALGRID); },
+         {Some(CRect(0, 20, kWidth, 21), grid), Some(CRect(0, 20, kWidth, 21), window)}}, // dots
+        {[&] { ShowRows(RVS_FIXEDROW), focusOn(-1, -1); }, {}},
+    });
+    EXPECT_TRUE(Changes([&] { Focus(false); }));
+    focusOn(-1, 1);
+    EXPECT_TRUE(Changes([&] { Focus(false); }));
 }
 
-TEST_F(ReportPaint, ChecksImagesAndBoxesShowTheirState)
+TEST_F(ReportPaint, ChecksAndBoxesShowTheirState)
 {
-    Show(RVS_TREE, {"0", "1", "2", "3", "4", "5", "6", "7", "8"});
+    ShowRows(RVS_TREE, {"0", "1", "2", "3", "4", "5", "6", "7", "8"});
     report.ModifyProperty(RVP_CHECKSIZE, 13 | 13 << 16);
-    int shapes[9] = {};
     for (int check = 0; check < 9; ++check)
         report.SetItemCheck(check, 1, check);
     Paint();
+    std::map<std::vector<COLORREF>, int> shapes; // and the state that looks so
+    int reds[9] = {};
     for (int check = 0; check < 9; ++check)
     {
-        const CRect cell = Cell(check, 1);
-        EXPECT_EQ((check & 2) != 0, Count(cell, kRed) > 5) << check;
-        shapes[check] = Count(cell, Color(RVSC_WINDOW));
+        const CRect cell = CellAt(check, 1);
+        std::vector<COLORREF> pixels;
+        for (int at = 0; at < cell.Width() * cell.Height(); ++at)
+            pixels.push_back(picture.At(cell.left + at % cell.Width(), cell.top + at / cell.Width()));
+        reds[check] = picture.Count(CRect(cell.left, cell.top, cell.left + 10, cell.bottom), kRed);
+        EXPECT_EQ((check & 2) != 0, reds[check] > 5) << check;
+        EXPECT_EQ(check == 7 ? 6 : check % 8, shapes.emplace(pixels, check).first->second)
+            << "each looks different";
     }
-    EXPECT_NE(shapes[0], shapes[1]);
-    EXPECT_NE(shapes[0], shapes[4]);
-    EXPECT_NE(shapes[4], shapes[5]);
-    EXPECT_EQ(shapes[0], shapes[8]);
+    EXPECT_LT(reds[6], reds[2]) << "the cross of a radio button lies more to the right";
 
     _TREEITEM* const item = report.GetItemHandle(0);
     report.InsertTreeItem(item, nullptr, "x");
-    const CRect box(0, 0, kItemHeight, kItemHeight); // the indentation of the first level
-    const CPoint middle(kItemHeight / 2, kItemHeight / 2);
-    for (const bool expanded : {false, true})
-    {
-        report.Expand(item, expanded ? RVE_EXPAND : RVE_COLLAPSE);
-        Paint();
-        EXPECT_EQ(Color(RVSC_SHADOW), At(middle.x - 4, middle.y - 4));
-        EXPECT_EQ(4 * 8, Count(box, Color(RVSC_SHADOW)));
-        EXPECT_EQ(Color(RVSC_TEXT), At(middle.x + 2, middle.y));
-        EXPECT_EQ(expanded, At(middle.x, middle.y + 2) == Color(RVSC_WINDOW));
-    }
-    EXPECT_EQ(0, Count(CRect(0, kItemHeight, 2 * kItemHeight, 2 * kItemHeight), Color(RVSC_SHADOW)));
+    const CRect indent(0, 0, kItemHeight, kItemHeight); // of the first level, with the box in its middle
+    const CRect sign(8, 8, 12, 12);
+    const COLORREF shadow = Color(RVSC_SHADOW), text = Color(RVSC_TEXT);
+    ExpectScenes({
+        {[&] { report.Expand(item, RVE_COLLAPSE); },
+         {{indent, shadow, 32}, All(CRect(6, 6, 15, 7), shadow), {indent, text, 9}, {sign, text, 7}}},
+        {[&] { report.Expand(item, RVE_EXPAND); },
+         {{indent, shadow, 32}, {indent, text, 5}, {sign, text, 4}}},
+        {[] {}, {None(CRect(0, kItemHeight, 2 * kItemHeight, 2 * kItemHeight), shadow)}}, // a child's
+    });
+}
 
+TEST_F(ReportPaint, ImagesAreThoseOfTheirLists)
+{
     CImageList images;
-    ASSERT_TRUE(images.Create(8, 8, ILC_COLOR32, 1, 1));
-    CBitmap red;
-    std::vector<DWORD> pixels(64, 0x00FF0000);
-    red.CreateBitmap(8, 8, 1, 32, pixels.data());
-    images.Add(&red, static_cast<CBitmap*>(nullptr));
-    report.SetImageList(&images, nullptr);
-    for (const int image : {0, 1, 70000, -1})
-    {
-        report.SetItemImage(8, 0, image);
-        Paint();
-        EXPECT_EQ(image == 0 ? 64 : 0, Count(Cell(report.GetRowFromItem(8), 0), kRed)) << image;
-    }
-    report.SetItemImage(8, 0, 0);
-    const int row = report.GetRowFromItem(8);
-    Select(row, row);
-    Focus(true);
-    for (const __int64 mode : {RVIB_NONE, RVIB_BLEND25, RVIB_BLEND50})
-    {
-        report.ModifyProperty(RVP_IMAGEMODE, mode);
-        Paint();
-        EXPECT_EQ(mode == RVIB_NONE, Count(Cell(row, 0), kRed) == 64) << mode;
-    }
+    CImageList checks;
+    MakeImages(images, 8, {0x00FF0000});
+    MakeImages(checks, 10, {0x0000FF00, 0x00FF0000});
+    ShowRows(0);
+    const auto image = [&](int number) { return [&, number] { report.SetItemImage(1, 0, number); }; };
+    const auto blend = [&](int mode) { return [&, mode] { report.ModifyProperty(RVP_IMAGEMODE, mode); }; };
+    const CRect cell = CellAt(1, 0), half(0, 0, kWidth, 10);
+    ExpectScenes({
+        {[&] { report.SetImageList(&images, &checks), report.SetItemImage(1, 0, 0); }, {{cell, kRed, 64}}},
+        {image(1), {None(cell, kRed)}},
+        {image(70000), {None(cell, kRed)}},
+        {image(-1), {None(cell, kRed)}},
+        {[&] { report.SetItemImage(1, 0, 0), Select(1, 1), Focus(true); }, {{cell, kRed, 64}}},
+        {blend(RVIB_BLEND25), {{cell, kRed, 16}}},
+        {blend(RVIB_BLEND50), {{cell, kRed, 32}}},
+        {[&] { report.SetItemImage(1, 0, -1), report.SetItemCheck(1, 1, 1); }, {{CellAt(1, 1), kRed, 100}}},
+        {[&] { Focus(false), report.SetItemHeight(6); },
+         {{CRect(50, 6, 100, 12), kRed, 60}, {half, kRed, 40}}}, // cut
+        {[&] { report.SetItemHeight(20), report.SetImageList(nullptr, nullptr); }, {None(cell, kRed)}},
+    });
+    __int64 size = 0;
+    EXPECT_TRUE(report.GetProperty(RVP_CHECKSIZE, &size) && size == (8 | 8 << 16)) << "that of drawn boxes";
 }
 
 TEST_F(ReportPaint, FixedRowPreviewAndEmptyTextStandApart)
 {
-    Show(0, {});
-    Paint();
-    EXPECT_LT(20, Count(CRect(kWidth / 2 - 40, 2, kWidth / 2 + 40, 2 + kItemHeight), Color(RVSC_TEXT)));
-    EXPECT_EQ(0, Count(CRect(0, 2 + kItemHeight, kWidth, kHeight), Color(RVSC_TEXT)));
-    report.ModifyProperty(RVP_EMPTYTEXT, reinterpret_cast<__int64>("%s%n"));
-    Paint();
-    report.ModifyProperty(RVP_EMPTYTEXT, reinterpret_cast<__int64>(""));
-    Paint();
-    EXPECT_EQ(kWidth * kHeight, Count(CRect(0, 0, kWidth, kHeight), Color(RVSC_WINDOW)));
-
-    Show(RVS_FIXEDROW);
-    report.SetItemText(-1, 0, "fixed");
-    Paint();
     const int strip = kItemHeight + 2 * ::GetSystemMetrics(SM_CYFIXEDFRAME);
-    EXPECT_EQ(Color(RVSC_FACE), At(kWidth / 2, strip / 2));
-    EXPECT_EQ(Color(RVSC_HIGHLIGHTEDGE), At(kWidth / 2, 0));
-    EXPECT_EQ(Color(RVSC_DARKSHADOW), At(kWidth / 2, strip - 1));
-    EXPECT_LT(5, Count(CRect(0, 0, 50, strip), Color(RVSC_TEXT)));
-    EXPECT_EQ("BFII", report.calls.substr(0, 4));
-    EXPECT_EQ("eIIoIIeIIoII", report.calls.substr(4));
-
-    Show(0);
-    report.SetPreview(1, "the preview", 30);
-    Paint();
+    const COLORREF text = Color(RVSC_TEXT), window = Color(RVSC_WINDOW);
+    const CRect all(0, 0, kWidth, kHeight), middle(110, 2, 190, 22), below(0, 30, kWidth, kHeight);
     const CRect preview(0, 2 * kItemHeight, kWidth, 2 * kItemHeight + 30);
-    EXPECT_LT(20, Count(preview, Color(RVSC_TEXT)));
+    const auto emptyText = [&](const char* empty) {
+        report.ModifyProperty(RVP_EMPTYTEXT, reinterpret_cast<__int64>(empty));
+    };
+    ExpectScenes({
+        {[&] { ShowRows(0, {}); }, {Some(middle, text), None(CRect(0, 22, kWidth, kHeight), text)}},
+        {[&] { emptyText("%s%n"); }, {Some(middle, text)}},
+        {[&] { emptyText(""); }, {All(all, window)}},
+        {[&] { emptyText("none"), ShowRows(0, {""}); }, {All(all, window)}}, // a row is there
+        {[&] { ShowRows(RVS_FIXEDROW), report.SetItemText(-1, 0, "fixed"); },
+         {All(CRect(150, 0, 151, 1), Color(RVSC_HIGHLIGHTEDGE)),
+          All(CRect(150, strip - 1, 151, strip), Color(RVSC_DARKSHADOW)),
+          All(CRect(60, 3, 150, strip - 3), Color(RVSC_FACE)), Some(CRect(0, 0, 50, strip), text)}},
+        {[&] { ShowRows(0), report.SetItemPreview(1, "the preview", 30, 1); }, {Some(preview, kRed)}},
+        {[&] { report.SetItemPreview(1, "the preview", 30); }, {Some(preview, text), None(preview, kRed)}},
+    });
+
+    Select(1, 1);
+    Focus(true);
     report.drawPreview = [&](_NMRVITEMDRAW& draw) {
-        EXPECT_EQ(std::string("the preview"), draw.item->text);
+        EXPECT_STREQ("the preview", draw.item->text);
+        EXPECT_TRUE(draw.item->state & RVIS_SELECTED);
         EXPECT_EQ(preview, CRect(draw.rect));
         return 1;
     };
     Paint();
-    EXPECT_EQ(0, Count(preview, Color(RVSC_TEXT)));
+    EXPECT_EQ(0, picture.Count(preview, text));
     report.drawPreview = nullptr;
-    report.SetShowReport(FALSE); // previews alone
-    Paint();
-    EXPECT_LT(20, Count(CRect(0, 0, kWidth, 30), Color(RVSC_TEXT)));
-    EXPECT_EQ(0, Count(CRect(0, 30, kWidth, kHeight), Color(RVSC_TEXT)));
+    Focus(false);
+    ExpectScenes({
+        {[&] { report.SetShowReport(FALSE); }, {Some(CRect(0, 0, kWidth, 30), text), None(below, text)}},
+        {[&] { report.SetItemPreview(0, "A", 15); }, {Some(CRect(0, 0, kWidth, 15), text), None(all, kRed)}},
+    });
 }
 
 // A picture of two columns, red and green, is repeated behind the rows and goes with them.
@@ -341,65 +335,72 @@ TEST_F(ReportPaint, PictureLiesBehindTheRows)
     file.bfType = 0x4D42;
     file.bfOffBits = sizeof(file) + sizeof(BITMAPINFOHEADER);
     file.bfSize = file.bfOffBits + 8;
-    const BITMAPINFOHEADER header = {sizeof(header), 2, 1, 1, 24, BI_RGB, 8, 0, 0, 0, 0};
-    const unsigned char pixels[8] = {0, 0, 255, 0, 255, 0, 0, 0};
+    const BITMAPINFOHEADER info = {sizeof(info), 2, 1, 1, 24, BI_RGB, 8, 0, 0, 0, 0};
     std::ofstream out(path, std::ios::binary);
     out.write(reinterpret_cast<const char*>(&file), sizeof(file));
-    out.write(reinterpret_cast<const char*>(&header), sizeof(header));
-    out.write(reinterpret_cast<const char*>(pixels), sizeof(pixels));
+    out.write(reinterpret_cast<const char*>(&info), sizeof(info));
+    out.write("\0\0\xFF\0\xFF\0\0\0", 8);
     out.close();
 
-    Show(RVS_FIXEDROW);
+    ShowRows(RVS_FIXEDROW);
     EXPECT_EQ(1, report.SetBkImage(path.c_str()));
     EXPECT_TRUE(::DeleteFile(path.c_str()));
     Select(2, 2);
     Focus(true);
-    const COLORREF colors[] = {kRed, RGB(0, 255, 0)};
-    for (const int left : {0, 1, 2})
-    {
-        report.ScrollWindow(SB_HORZ, left);
-        Paint();
-        for (const int row : {0, 3})
-            for (const int x : {70, 71})
-                EXPECT_EQ(colors[(x + left) % 2], At(x, Cell(row, -1).top + 3)) << left << ' ' << row;
-        EXPECT_EQ(colors[left % 2], At(70, kHeight - 2)) << "below the rows";
-        EXPECT_EQ(Color(RVSC_HIGHLIGHT), At(70, Cell(2, -1).top + 3));
-        EXPECT_EQ(Color(RVSC_FACE), At(kWidth / 2, 5)) << "the fixed row";
-    }
-    EXPECT_EQ(1, report.SetBkImage(0u));
-    Paint();
-    EXPECT_EQ(Color(RVSC_WINDOW), At(70, kHeight - 2));
+    const COLORREF green = RGB(0, 255, 0);
+    const int top = report.GetVisibleCount(0) ? kItemHeight + 2 * ::GetSystemMetrics(SM_CYFIXEDFRAME) : 0;
+    const auto scroll = [&](int left) { return [=, this] { report.ScrollWindow(SB_HORZ, left); }; };
+    const auto spots = [&](COLORREF even, COLORREF odd) {
+        const CRect column(70, top + 2, 71, top + 18), next(71, top + 62, 72, top + 78);
+        return std::vector<Spot>{All(column, even), All(next, odd),
+                                 All(CRect(70, kHeight - 9, 71, kHeight), even), // below the rows
+                                 All(CRect(70, top + 43, 90, top + 57), Color(RVSC_HIGHLIGHT)),
+                                 All(CRect(150, 4, 200, 20), Color(RVSC_FACE))}; // of the fixed row
+    };
+    ExpectScenes({
+        {scroll(0), spots(kRed, green)},
+        {scroll(1), spots(green, kRed)},
+        {scroll(2), spots(kRed, green)},
+        {[&] { EXPECT_EQ(1, report.SetBkImage(0u)); },
+         {All(CRect(70, kHeight - 9, 90, kHeight), Color(RVSC_WINDOW))}},
+    });
+    EXPECT_EQ(0, report.SetBkImage("no such file"));
 }
 
 TEST_F(ReportPaint, OwnerDrawsItsCells)
 {
-    Show(0);
+    ShowRows(0);
     report.SetState(1, RVIS_OWNERDRAWN, RVIS_OWNERDRAWN);
     bool draws = true;
-    parent.answer = [&](NMHDR& header) -> LRESULT {
-        if (header.code != RVN_ITEMDRAW)
+    parent.answer = [&](NMHDR& told) -> LRESULT {
+        if (told.code != RVN_ITEMDRAW)
             return 0;
-        const auto& draw = reinterpret_cast<_NMRVITEMDRAW&>(header);
+        const auto& draw = reinterpret_cast<_NMRVITEMDRAW&>(told);
         EXPECT_EQ(1, draw.item->item);
-        EXPECT_EQ(Cell(1, draw.item->subitem), CRect(draw.rect));
+        EXPECT_EQ(CellAt(1, draw.item->subitem), CRect(draw.rect));
+        ::SetTextColor(draw.dc, kRed);
         return draws;
     };
-    Paint();
-    EXPECT_EQ(0, Count(Cell(1, 0), Color(RVSC_TEXT)));
-    draws = false;
-    Paint();
-    EXPECT_LT(0, Count(Cell(1, 0), Color(RVSC_TEXT)));
+    const COLORREF text = Color(RVSC_TEXT);
+    ExpectScenes({
+        {[] {}, {None(CellAt(1, 0), text), Some(CellAt(2, 0), text)}},
+        {[&] { draws = false; }, {Some(CellAt(1, 0), text), None(RowAt(1), kRed)}}, // in the colour before
+    });
 }
 
 TEST_F(ReportPaint, PaintsNoMoreThanTheClipBoxAsksFor)
 {
-    Show(0);
-    report.SetItemCount(4);
-    const int saved = m_dc.SaveDC();
-    m_dc.IntersectClipRect(CRect(60, kItemHeight, 90, 2 * kItemHeight));
+    ShowRows(RVS_FIXEDROW, {"1", "2"});
     Paint();
-    EXPECT_EQ("BoI", report.calls);
-    m_dc.RestoreDC(saved);
+    EXPECT_EQ("BFIIIeIIIoIII", report.calls);
+    ShowRows(0);
+    Select(1, 1);
+    Focus(true);
+    const int saved = picture.dc.SaveDC();
+    picture.dc.IntersectClipRect(CellAt(1, 1));
+    Paint();
+    EXPECT_EQ("BoS", report.calls);
+    picture.dc.RestoreDC(saved);
 }
 
 // Controls of any looks, painted as a whole and then again in parts of any size: nothing may change.
@@ -410,17 +411,13 @@ TEST_F(ReportPaint, PartsLookLikeTheWhole)
     const DWORD styles[] = {RVS_HORIZONTALGRID, RVS_VERTICALGRID,  RVS_EXTENDGRID, RVS_TREE,
                             RVS_ALTERNATEROWS,  RVS_KEEPSELECTION, RVS_CELLFOCUS,  RVS_FIXEDROW};
     CImageList images;
-    ASSERT_TRUE(images.Create(15, 15, ILC_COLOR32, 1, 1));
-    CBitmap picture;
-    const std::vector<DWORD> pixels(15 * 15, 0x0000FF00);
-    picture.CreateBitmap(15, 15, 1, 32, pixels.data());
-    images.Add(&picture, static_cast<CBitmap*>(nullptr));
+    MakeImages(images, 15, {0x0000FF00});
     for (int round = 0; round < 150; ++round)
     {
         DWORD style = 0;
         for (const DWORD each : styles)
             style |= below(2) ? each : 0;
-        Show(style, {"abc", "defg", "hi", "jklmnopqr", "s", "tu"});
+        ShowRows(style, {"abc", "defg", "hi", "jklmnopqr", "s", "tu"});
         report.SetImageList(below(2) ? &images : nullptr, nullptr);
         report.SetItemHeight(3 + below(25));
         report.ModifyProperty(RVP_MARGIN, below(4) * 2);
@@ -435,7 +432,7 @@ TEST_F(ReportPaint, PartsLookLikeTheWhole)
             report.SetItemCheck(item, below(2), below(9) - 1);
             report.SetColors(item, below(3) - 1, below(6) ? -1 : 1);
             if (below(3) == 0)
-                report.SetPreview(item, "previewed", 5 + below(30));
+                report.SetItemPreview(item, "previewed", 5 + below(30));
             if ((style & RVS_TREE) && item > 0 && below(2))
                 report.InsertTreeItem(report.GetItemHandle(item - 1), TVI_LAST, "below");
             if ((style & RVS_TREE) && below(2))
@@ -447,221 +444,24 @@ TEST_F(ReportPaint, PartsLookLikeTheWhole)
         report.ScrollWindow(SB_HORZ, below(40));
         report.ScrollWindow(SB_VERT, below(3));
         Paint();
-        const std::vector<DWORD> whole = Pixels();
+        const std::vector<DWORD> whole = picture.Pixels();
         for (int part = 0; part < 15; ++part)
         {
             const int x = below(kWidth - 100);
             const int y = below(kHeight);
             const CRect clip(x, y, x + 1 + below(100), y + 1 + below(50));
-            const int saved = m_dc.SaveDC();
-            m_dc.IntersectClipRect(clip);
+            const int saved = picture.dc.SaveDC();
+            picture.dc.IntersectClipRect(clip);
             Paint();
-            m_dc.RestoreDC(saved);
-            const std::vector<DWORD> now = Pixels();
+            picture.dc.RestoreDC(saved);
+            const std::vector<DWORD> now = picture.Pixels();
             const auto differs = std::mismatch(whole.begin(), whole.end(), now.begin()).first - whole.begin();
             ASSERT_TRUE(whole == now)
-                << "round " << round << ", clip " << clip.left << ' ' << clip.top << ' ' << clip.right << ' '
-                << clip.bottom << ", at " << differs % kWidth << ' ' << differs / kWidth << ", style "
-                << std::hex << style << std::dec << ", item height " << report.GetItemHeight();
+                << "round " << round << ", clip " << Line(clip.left, clip.top, clip.right, clip.bottom)
+                << ", at " << differs % kWidth << ' ' << differs / kWidth << ", style " << std::hex << style
+                << std::dec << ", item height " << report.GetItemHeight();
         }
     }
-}
-
-// A window that is shown, in a parent that is.
-class ReportWindow : public ReportPaint
-{
-protected:
-    void ShowWindows(DWORD style)
-    {
-        Show(style | WS_VISIBLE);
-        parent.ShowWindow(SW_SHOWNOACTIVATE);
-        report.UpdateWindow();
-    }
-};
-
-TEST_F(ReportWindow, PutsUpWithWhateverHappensWhileItPaints)
-{
-    ShowWindows(0);
-    int rest = 0;
-    const std::function<void()> acts[] = {
-        [&] { report.SendMessage(WM_PAINT); },
-        [&] { report.RedrawRows(-1, 100, 1); },
-        [&] { report.DeleteAllItems(); },
-        [&] { report.UndefineSubItem(0); },
-        [&] { report.ModifyStyle(0, RVS_TREE); },
-        [&] { report.SetWindowPos(nullptr, 0, 0, 50, 1, SWP_NOMOVE); },
-        [&] { report.SendMessage(WM_SETFONT); },
-        [&] { report.DestroyWindow(); },
-    };
-    for (const auto& act : acts)
-    {
-        report.drawing = nullptr;
-        ShowWindows(0);
-        rest = 1;
-        report.drawing = [&] {
-            if (rest-- == 1)
-                act();
-        };
-        report.RedrawWindow();
-        EXPECT_GT(1, rest) << &act - acts;
-    }
-}
-
-// After any paint, a change invalidates what it changes, and only that.
-TEST_F(ReportWindow, AsksForPaintsOfWhatChanges)
-{
-    ShowWindows(0);
-    for (int item = 4; item < 100; ++item)
-        Fill({"x"});
-    report.SendMessage(WM_VSCROLL, SB_BOTTOM);
-    report.DeleteItem(99); // a paint that moves the position
-    report.RedrawWindow();
-    report.drawing = [&] { report.SendMessage(WM_PAINT); }; // and one within another
-    report.RedrawWindow();
-    report.drawing = nullptr;
-    report.UpdateWindow();
-    const auto changed = [&] {
-        CRect rect;
-        ::GetUpdateRect(report, rect, FALSE);
-        report.UpdateWindow();
-        return std::to_string(rect.top / kItemHeight) + ".." + std::to_string(rect.bottom / kItemHeight);
-    };
-    report.ScrollWindow(SB_VERT, 20);
-    EXPECT_EQ("0..10", changed());
-    report.SetItemText(22, 0, "y");
-    EXPECT_EQ("2..3", changed());
-    report.SetItemText(19, 0, "y");
-    report.SetItemText(30, 0, "y");
-    EXPECT_EQ("0..0", changed());
-    report.SelectRows(23, 23, 1, 0, 0, 0);
-    report.SendMessage(WM_KEYDOWN, VK_DOWN);
-    report.SelectRows(21, 24, 1, 0, 0, 1); // painted at once
-    EXPECT_EQ("0..0", changed());
-    for (int item = 20; item < 30; ++item)
-        report.SetItemText(item, 0, "z");
-    EXPECT_EQ("0..10", changed());
-}
-
-// With previews alone and rows that have none there is nothing to see, and so little to ask for.
-TEST_F(ReportWindow, AsksForFewRowsThatHaveNoHeight)
-{
-    ShowWindows(RVS_CALLBACK);
-    int asked = 0;
-    report.load = [&](_RVITEM& item) {
-        ++asked;
-        item.mask = 0;
-        return 0;
-    };
-    report.SetShowReport(FALSE);
-    report.SetItemCount(1000000);
-    report.UpdateWindow();
-    const auto asks = [&](const auto& act) {
-        asked = 0;
-        act();
-        report.UpdateWindow();
-        return asked;
-    };
-    EXPECT_GE(2010, asks([&] { report.RedrawWindow(); }));
-    EXPECT_GE(5020, asks([&] { report.SendMessage(WM_VSCROLL, SB_PAGEDOWN); }));
-    EXPECT_LT(500, report.GetTopIndex());
-}
-
-// A point hits what is seen there: rows above it are not asked for again, until something has changed.
-TEST_F(ReportWindow, PointsHitWhatWasPainted)
-{
-    ShowWindows(RVS_CALLBACK);
-    int asked = 0;
-    int height = 0; // of the first row's preview
-    report.load = [&](_RVITEM& item) {
-        ++asked;
-        item.previewHeight = item.item == 0 ? height : 0;
-        item.mask = RVIM_PREVIEWHEIGHT;
-        return 0;
-    };
-    report.SetItemCount(100);
-    report.UpdateWindow();
-    const auto rowAt = [&](int y) {
-        asked = 0;
-        _RVHITTESTINFO hit = {};
-        hit.pt = {60, y};
-        report.HitTest(&hit);
-        return hit.row;
-    };
-    EXPECT_EQ(9, rowAt(9 * kItemHeight + 3));
-    EXPECT_EQ(1, asked) << "the cell";
-    report.SetSubItemWidth(0, 70); // and the columns are those of now
-    _RVHITTESTINFO hit = {};
-    hit.pt = {60, 3};
-    report.HitTest(&hit);
-    EXPECT_EQ(0, hit.column);
-    const std::function<void()> changes[] = {[&] { report.RedrawItems(0, RVI_NONE); },
-                                             [&] { report.SetRedraw(0), report.RedrawRows(0, 0, 0); },
-                                             [&] { report.SetRedraw(1), report.SetItemCount(99); }};
-    for (const auto& change : changes)
-    {
-        height = 0;
-        report.SetRedraw(1);
-        report.UpdateWindow();
-        height = 5 * kItemHeight;
-        change();
-        EXPECT_EQ(4, rowAt(9 * kItemHeight + 3)) << &change - changes;
-    }
-    report.ScrollWindow(SB_VERT, 50);
-    EXPECT_EQ(59, rowAt(9 * kItemHeight + 3));
-    report.UpdateWindow();
-    EXPECT_EQ(59, rowAt(9 * kItemHeight + 3));
-}
-
-TEST_F(ReportWindow, LeavesNothingBehindHoweverOftenItPaints)
-{
-    ShowWindows(RVS_HORIZONTALGRID | RVS_TREE | RVS_ALTERNATEROWS | RVS_FIXEDROW);
-    report.SetItemCheck(1, 1, 3);
-    report.SetState(2, RVIS_BOLD, RVIS_BOLD);
-    const auto rounds = [&](int count) {
-        for (int i = 0; i < count; ++i)
-        {
-            report.ModifyStyle(i % 2 ? RVS_VERTICALGRID : 0, i % 2 ? 0 : RVS_VERTICALGRID);
-            report.SetColor(0, static_cast<COLORREF>(i));
-            report.SendMessage(WM_SYSCOLORCHANGE);
-            report.SendMessage(WM_SETFONT, 0, TRUE);
-            report.RedrawWindow();
-        }
-    };
-    rounds(20);
-    const int before = GdiObjectCount();
-    rounds(200);
-    EXPECT_EQ(before, GdiObjectCount());
-}
-
-TEST_F(ReportWindow, StandsAnySizeOfWindowColumnAndList)
-{
-    ShowWindows(RVS_CALLBACK | RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID);
-    report.load = [](_RVITEM& item) {
-        ::snprintf(item.text, static_cast<std::size_t>(item.textMax), "%d", item.item);
-        item.treeLevel = item.item % 5;
-        item.mask |= RVIM_TREELEVEL;
-        return 0;
-    };
-    report.SetItemCount(INT_MAX);
-    report.SetSubItemWidth(0, 30000);
-    report.SetSubItemWidth(1, INT_MAX);
-    for (const auto& [width, height] : {std::pair(0, 0), {1, 1}, {3000, 2000}, {300, 200}})
-    {
-        report.SetWindowPos(nullptr, 0, 0, width, height, SWP_NOMOVE);
-        EXPECT_EQ(1, report.EnsureVisible(INT_MAX - 1, 1));
-        report.RedrawWindow();
-        report.SendMessage(WM_VSCROLL, SB_BOTTOM);
-        report.SendMessage(WM_HSCROLL, SB_PAGERIGHT);
-        report.SendMessage(WM_KEYDOWN, VK_END);
-        report.RedrawWindow();
-        EXPECT_EQ(INT_MAX - 1, report.GetCurrentFocus());
-        report.SelectAll();
-        report.SendMessage(WM_VSCROLL, SB_TOP);
-        report.SetItemHeight(0);
-        report.RedrawWindow();
-        report.SetItemHeight(kItemHeight);
-    }
-    EXPECT_EQ(0, report.SetSubItemWidth(1, -1));
 }
 
 } // namespace

@@ -1,0 +1,238 @@
+// What a report control paints again when something changes, and what it asks its owner for then.
+#include "tests/report/ReportFixture.h"
+#include "tests/report/ReportPicture.h"
+#include "tests/support/NothingLeft.h"
+
+#include <random>
+
+namespace
+{
+
+class ReportRedraw : public ReportTest
+{
+protected:
+    void ShowRows(DWORD style, std::size_t items)
+    {
+        Show(style | WS_VISIBLE | RVS_NOHEADER, Texts(items, "x"));
+    }
+    std::vector<DWORD> Shown()
+    {
+        for (int paint = 0; paint < 3; ++paint) // one may show a scroll bar
+            report.UpdateWindow();
+        ::UpdateWindow(header);
+        picture.Take(report);
+        return picture.Pixels();
+    }
+    // Which rows of the window are to be painted.
+    std::string Changed()
+    {
+        CRect rect;
+        ::GetUpdateRect(report, rect, FALSE);
+        report.UpdateWindow();
+        return std::to_string(rect.top / kItemHeight) + ".." + std::to_string(rect.bottom / kItemHeight);
+    }
+    int HitAt(int x, int y)
+    {
+        hit.pt = {x, y};
+        report.HitTest(&hit);
+        return hit.row;
+    }
+
+    ReportPicture picture;
+    _RVHITTESTINFO hit = {};
+};
+
+TEST_F(ReportRedraw, WhatHasChangedIsPainted)
+{
+    Show(WS_VISIBLE | RVS_CELLFOCUS | RVS_TREE, Texts(8, "x"));
+    report.SetFocus();
+    std::mt19937 random(7);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const auto item = [&] { return report.GetItemHandle(below(8)); };
+    const UINT keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_SPACE, VK_HOME, VK_END};
+    const WPARAM modifiers[] = {0, 0, MK_SHIFT, MK_CONTROL};
+    const std::function<void()> changes[] = {
+        [&] { report.SetTreeFocus(item()); },
+        [&] { report.GetTreeFocus(); },
+        [&] { report.SetItemState(below(8), below(2) ? RVIS_BOLD : 0u, RVIS_BOLD); },
+        [&] { report.SetItemPreview(below(8), "preview", below(2) * 15); },
+        [&] { report.SetItemText(below(8), below(3), below(2) ? "some text" : "x"); },
+        [&] { report.SortItems(0, below(2)); },
+        [&] { report.SetSubItemWidth(below(3), 20 + below(60)); },
+        [&] { report.InsertTreeItem(item(), nullptr, "x"); },
+        [&] { report.Expand(item(), RVE_TOGGLE); },
+        [&] { report.DeleteItem(8); },
+        [&] { report.SendMessage(below(2) ? WM_KILLFOCUS : WM_SETFOCUS); },
+        [&] { report.SelectRows(below(8), below(8), 1, below(2), below(2), 1); },
+        [&] { report.SelectNone(); },
+    };
+    for (int step = 0; step < 300; ++step)
+    {
+        const int what = below(18 + static_cast<int>(std::size(changes)));
+        if (what < 9)
+            Key(keys[below(static_cast<int>(std::size(keys)))]);
+        else if (what < 18) // on cells, right of them and below them
+            Click(below(300), below(200), modifiers[below(4)]);
+        else
+            changes[what - 18]();
+        const std::vector<DWORD> shown = Shown();
+        Redraw();
+        ASSERT_TRUE(shown == Shown()) << "step " << step << ": " << what << ", " << State();
+    }
+}
+
+// After any paint, a change invalidates what it changes, and only that.
+TEST_F(ReportRedraw, AsksForPaintsOfWhatChanges)
+{
+    ShowRows(0, 100);
+    report.SendMessage(WM_VSCROLL, SB_BOTTOM);
+    report.DeleteItem(99); // a paint that moves the position
+    Redraw();
+    const auto change = [&](std::initializer_list<int> items) {
+        for (const int item : items)
+            report.SetItemText(item, 0, "y");
+    };
+    const std::string all = "0..10", none = "0..0";
+    Follow(
+        {
+            {all, [&] { report.ScrollWindow(SB_VERT, 20); }},
+            {"2..3", [&] { change({22}); }},
+            {"2..5",
+             [&] {
+                 change({22, 24});
+             }},
+            {none,
+             [&] {
+                 change({19, 30});
+             }},
+            {none, [&] { report.SelectRows(23, 23, 1, 0, 0, 0); }},
+            {none, [&] { report.SelectRows(21, 24, 1, 0, 0, 1); }}, // painted at once
+            {all,
+             [&] {
+                 change({20, 21, 22, 23, 24, 25, 26, 27, 28, 29});
+             }},
+            {"4..5", [&] { report.RedrawItems(24, RVI_NONE); }},
+            {all, [&] { report.RedrawItems(23, 24); }}, // which may be anywhere
+            {"3..5", [&] { report.RedrawRows(23, 24, 0); }},
+            {none, [&] { report.RedrawRows(23, 24, 1); }},
+            {"3..4", [&] { report.SetItemState(23, RVIS_BOLD, RVIS_BOLD); }},
+            {all, [&] { report.SetItemPreview(23, "preview", 0); }},
+            {all, [&] { report.InsertItem(0, "x"); }},
+            {all, [&] { report.DeleteItem(0); }},
+            {all, [&] { report.MoveUp(23); }},
+            {all, [&] { report.SetItemRowArray(*report.GetItemRowArray()); }},
+            {all, [&] { report.InsertColor(0, 1), report.SetColor(0, 2); }},
+            {all, [&] { report.SetImageList(nullptr, nullptr); }},
+            {all, [&] { report.ModifyProperty(RVP_MARGIN, 2); }},
+            {all, [&] { report.SendMessage(WM_SYSCOLORCHANGE); }},
+            {all, [&] { report.EnableWindow(FALSE), report.EnableWindow(TRUE); }},
+            {none,
+             [&] { report.SetRedraw(0), report.UpdateWindow(), report.InsertItem(0, "x"), change({1}); }},
+            {all, [&] { report.SetRedraw(1); }},
+        },
+        [&] { return Changed(); });
+}
+
+TEST_F(ReportRedraw, APaintWithinAPaintIsMadeUpFor)
+{
+    ShowRows(RVS_CALLBACK, 0);
+    report.SetItemCount(1);
+    Redraw();
+    report.load = [&](_RVITEM&) {
+        report.load = nullptr;
+        Redraw();
+        return 0;
+    };
+    Redraw();
+    EXPECT_EQ("0..10", Changed());
+    EXPECT_EQ("0..0", Changed());
+}
+
+// A point hits what is seen there: rows above it are not asked for again, until something has changed.
+TEST_F(ReportRedraw, PointsHitWhatWasPainted)
+{
+    ShowRows(RVS_CALLBACK, 0);
+    int asked = 0;
+    int height = 0; // of the first row's preview
+    report.load = [&](_RVITEM& item) {
+        ++asked;
+        item.previewHeight = item.item == 0 ? height : 0;
+        item.mask = RVIM_PREVIEWHEIGHT;
+        return 0;
+    };
+    report.SetItemCount(100);
+    report.UpdateWindow();
+    asked = 0;
+    EXPECT_EQ(9, HitAt(60, 9 * kItemHeight + 3));
+    EXPECT_EQ(1, asked) << "the cell";
+    report.SetSubItemWidth(0, 70); // and the columns are those of now
+    HitAt(60, 3);
+    EXPECT_EQ(0, hit.column);
+    const std::function<void()> changes[] = {
+        [&] { report.RedrawItems(0, RVI_NONE); },
+        [&] { report.SetRedraw(0), report.RedrawRows(0, 0, 0); },
+        [&] { report.SetRedraw(1), report.SetItemCount(99); },
+    };
+    for (const auto& change : changes)
+    {
+        height = 0;
+        report.SetRedraw(1);
+        report.UpdateWindow();
+        height = 5 * kItemHeight;
+        change();
+        EXPECT_EQ(4, HitAt(60, 9 * kItemHeight + 3)) << &change - changes;
+    }
+    report.ScrollWindow(SB_VERT, 50);
+    EXPECT_EQ(59, HitAt(60, 9 * kItemHeight + 3));
+    report.UpdateWindow();
+    EXPECT_EQ(59, HitAt(60, 9 * kItemHeight + 3));
+}
+
+TEST_F(ReportRedraw, LeavesNothingBehindHoweverOftenItPaints)
+{
+    ShowRows(RVS_HORIZONTALGRID | RVS_TREE | RVS_ALTERNATEROWS | RVS_FIXEDROW, 4);
+    report.SetItemCheck(1, 1, 3);
+    report.SetItemState(2, RVIS_BOLD, RVIS_BOLD);
+    report.InsertColor(0, 1);
+    int round = 0;
+    ExpectNothingLeft([&] {
+        const DWORD grid = ++round % 2 ? RVS_VERTICALGRID : 0;
+        report.ModifyStyle(RVS_VERTICALGRID, grid);
+        report.SetColor(0, static_cast<COLORREF>(round));
+        report.SendMessage(WM_SYSCOLORCHANGE);
+        report.SendMessage(WM_SETFONT, 0, TRUE);
+        Redraw();
+    });
+}
+
+TEST_F(ReportRedraw, StandsAnySizeOfWindowColumnAndList)
+{
+    ShowRows(RVS_CALLBACK | RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID, 0);
+    report.load = [](_RVITEM& item) {
+        item.treeLevel = item.item % 5;
+        item.mask |= RVIM_TREELEVEL;
+        return 0;
+    };
+    report.SetItemCount(INT_MAX);
+    report.SetSubItemWidth(0, 30000);
+    report.SetSubItemWidth(1, INT_MAX);
+    for (const auto& [width, height] : {std::pair(0, 0), {1, 1}, {3000, 2000}, {300, 200}})
+    {
+        report.SetWindowPos(nullptr, 0, 0, width, height, SWP_NOMOVE);
+        EXPECT_EQ(1, report.EnsureVisible(INT_MAX - 1, 1));
+        Redraw();
+        report.SendMessage(WM_VSCROLL, SB_BOTTOM);
+        report.SendMessage(WM_HSCROLL, SB_PAGERIGHT);
+        Key(VK_END);
+        Redraw();
+        EXPECT_EQ(INT_MAX - 1, report.GetCurrentFocus());
+        report.SelectAll();
+        report.SendMessage(WM_VSCROLL, SB_TOP);
+        report.SetItemHeight(0);
+        Redraw();
+        report.SetItemHeight(kItemHeight);
+    }
+    EXPECT_EQ(0, report.SetSubItemWidth(1, -1));
+}
+
+} // namespace

@@ -102,6 +102,8 @@ TEST(Verify, FindsNothingInWhatTheWriterLeaves)
     EXPECT_EQ("", Describe(folder.Verify()));
     WriterOf("Run").Write("");
     EXPECT_EQ("", Describe(folder.Verify())) << "a log without text";
+    folder.session.files.SetContents("C:\\Logs\\Empty.LOG", "");
+    EXPECT_EQ("", Describe(FindingsOf("C:\\Logs", {"Main", "Run", "SQL", "Empty"}))) << "or without anything";
     EXPECT_EQ("", Describe(FindingsOf("C:\\Logs\\", {"Main", "Run", "SQL"})));
 }
 
@@ -212,6 +214,8 @@ TEST(Verify, NamesEachKindOfDamage)
                    QmLogIsDamage(c.kind);
         });
         EXPECT_TRUE(named) << c.name << ":\n" << Describe(findings);
+        if (c.kind == Kind::kNumberNotAscending)
+            EXPECT_EQ(1u, Count(findings, c.kind)) << c.name << ":\n" << Describe(findings);
         EXPECT_LE(findings.size(), 8u) << c.name << ": one fault is told in few words\n"
                                        << Describe(findings);
     }

@@ -278,6 +278,8 @@ TEST(LogSession, UnfoldsWithinABranchOnlyWhatBeganLater)
         ASSERT_TRUE(root.Insert(2, CQmLogBranch({1, 0}, 5, 7)));
         EXPECT_EQ(done, root.Insert(4, CQmLogBranch({2, 0}, 3, header))) << header;
         EXPECT_EQ(done ? 18u : 15u, root.GetSize());
+        EXPECT_FALSE(CQmLogBranch().Insert(0xFFFFFFFF, CQmLogBranch({1, 0}, 5, 7)))
+            << "no row has this place";
     }
 }
 

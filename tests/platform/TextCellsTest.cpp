@@ -34,4 +34,20 @@ TEST(TextCells, CoverTheClipAndLittleMore)
     EXPECT_EQ(15, end.count);
 }
 
+TEST(TextCells, ShowBytesAndAlignThem)
+{
+    using vkgrafic::kPlaceholder;
+    const int bytes[][2] = {{0, kPlaceholder}, {'\t', ' '},          {0x1F, kPlaceholder}, {' ', ' '},
+                            {'~', '~'},        {0x7F, kPlaceholder}, {0x80, 0x80},         {0xFF, 0xFF}};
+    for (const auto& [byte, shown] : bytes)
+        EXPECT_EQ(shown, vkgrafic::VisibleByte(static_cast<unsigned char>(byte))) << byte;
+    using vkgrafic::Align;
+    for (const auto& [align, size, begin] : {std::tuple(Align::Begin, 20, 10),
+                                             {Align::Middle, 20, 15},
+                                             {Align::Middle, 40, 10},
+                                             {Align::End, 20, 20},
+                                             {Align::End, 40, 0}})
+        EXPECT_EQ(begin, vkgrafic::AlignedBegin({10, 40}, size, align)) << size;
+}
+
 } // namespace

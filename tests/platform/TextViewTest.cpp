@@ -252,12 +252,42 @@ TEST_F(TextViewTest, WheelAndAutoscrollCountWholeSteps)
     Cell cell;
     EXPECT_TRUE(view.HitTest(7, 0, cell));
     EXPECT_EQ((Cell{2, -1}), cell); // the margin: 7 + 8 lies left of 16
-    EXPECT_FALSE(view.HitTest(7, 90, cell));
+    EXPECT_FALSE(view.HitTest(7, 80, cell)) << "the row after the last one";
     EXPECT_EQ(10, cell.row);
+}
+
+TEST_F(TextViewTest, ClicksMeetTheNearerEdgeAndTheLastRowInTheWindow)
+{
+    view.SetMetrics({8, 10, 80, 50, 30});
+    const int cases[][4] = {{19, 0, 0, 0}, {20, 0, 0, 1}, {0, 49, 4, 0}, {0, 50, 4, 0}, {0, -1, 0, 0}};
+    for (const auto& [x, y, row, column] : cases)
+    {
+        view.Click(x, y, Caret::Move);
+        EXPECT_EQ((Cell{row, column}), view.GetState().caret) << x << ' ' << y;
+    }
+    view.Focus({1, 15}, false);
+    view.Select({3, 1});
+    text.rows[1].columns = 4; // which the view is not told of yet
+    EXPECT_EQ((Range{4, 4}), view.GetSelectedColumns(1));
+
+    view.EnsureVisible({0, 100}, 1, 1);
+    EXPECT_EQ(16 + 101 * 8 - 1, view.GetPixelScroll().last);
+    view.SetMetrics({4, 10, 80, 50, 30});
+    EXPECT_EQ(16 + 30 * 4 - 1, view.GetPixelScroll().last) << "of cells of another width";
+}
+
+TEST(TextView, ReadsTextThatIsMuchBrighterOrDarker)
+{
+    const auto grey = [](int value) { return static_cast<COLORREF>(value * 0x010101); };
+    for (const auto& [color, background, readable] :
+         {std::tuple(140, 100, true), {139, 100, false}, {100, 140, true}, {100, 139, false}})
+        EXPECT_EQ(readable, IsReadable(grey(color), grey(background))) << color << ' ' << background;
 }
 
 TEST(TextView, CountsToTheLargestRow)
 {
+    const State first, last = {{0x7FFFFFFF, 0}, {0x7FFFFFFF, 0}, 0, 0};
+    EXPECT_EQ((Range{0, 0x7FFFFFFF}), GetChangedRows(first, last));
     EqualRows rows;
     TextView view(rows);
     view.SetMetrics({8, 10, 80, 45, 0x7FFFFFFF});

@@ -54,8 +54,9 @@ TEST(WideText, IsUtf8OrCodePageAsAWhole)
         {"\xF4\x93\x80\x80", TextKind::CodePage, u"\u00F4\u201C\u20AC\u20AC"},           // beyond U+10FFFF
         {"\xF8\xA2\xA2\xA2\xA2", TextKind::CodePage, u"\u00F8\u00A2\u00A2\u00A2\u00A2"}, // five bytes
         {"\xFE", TextKind::CodePage, u"\u00FE"},
-        {"\x80", TextKind::CodePage, u"\u20AC"}, // nothing begins so
-        {"\xC3", TextKind::CodePage, u"\u00C3"}, // cut off
+        {"\x80", TextKind::CodePage, u"\u20AC"},           // nothing begins so
+        {"\xC3", TextKind::CodePage, u"\u00C3"},           // cut off
+        {"\xC3\xE4", TextKind::CodePage, u"\u00C3\u00E4"}, // not followed by the rest
         {"\xE6\x97", TextKind::CodePage, u"\u00E6\u2014"},
         {"\xF0\xA0\x80", TextKind::CodePage, u"\u00F0\u00A0\u20AC"},
         {"\xC3\xA4 \xE4", TextKind::CodePage, u"\u00C3\u00A4 \u00E4"}, // both: not one is UTF-8
@@ -90,6 +91,9 @@ TEST(WideText, GivesSurrogatesWithoutTheirHalfAsTheReplacement)
                                     "\xEF\xBF\xBD\xEF\xBF\xBD"};
     for (int i = 0; i < 4; ++i)
         EXPECT_EQ(expected[i], Bytes(Units(std::u16string(cases[i], cases[i][2] ? 3 : 2))));
+    std::string half;
+    ZEMA::FromWide(Units(u"\U0001F600").data(), 1, half); // what follows is not the text's
+    EXPECT_EQ("\xEF\xBF\xBD", half);
 }
 
 } // namespace

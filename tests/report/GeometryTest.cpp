@@ -240,7 +240,9 @@ TEST_F(GeometryTest, EveryPointHitsWhatIsDrawnThere)
 TEST_F(GeometryTest, TellsWherePointsOutsideLie)
 {
     Sheet sheet;
+    sheet.view.fixedFrame = 3;
     LayOut(sheet.view, 100, 80, 20, true);
+    EXPECT_EQ((Rect{0, 20, 100, 36}), sheet.view.fixedRow);
     Geometry geometry(sheet.view, sheet);
     const struct
     {

@@ -4,8 +4,8 @@
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "qmcommon/QmCommandList.h"
-#include "tests/support/GuiCounts.h"
 #include "tests/support/LogFolder.h"
+#include "tests/support/NothingLeft.h"
 #include "tests/support/Process.h"
 
 #include <set>
@@ -581,18 +581,13 @@ TEST_F(LogTextTest, MayBeDestroyedInItsTimerAndInACommand)
 
 TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
 {
-    int objects = 0;
-    for (int round = 0; round < 100; ++round)
-    {
+    ExpectNothingLeft([this] {
         CQmLogBrowser other;
         other.GetTextCtrl().SetStartSession(false);
-        ASSERT_TRUE(other.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 200, 100), &frame, 8)) << round;
+        ASSERT_TRUE(other.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 200, 100), &frame, 8));
         other.GetTextCtrl().UpdateWindow();
         other.DestroyWindow();
-        if (round == 10)
-            objects = GdiObjectCount();
-    }
-    EXPECT_EQ(objects, GdiObjectCount());
+    });
     EXPECT_EQ(nullptr, ::GetWindow(frame.GetSafeHwnd(), GW_CHILD));
 }
 

@@ -4,7 +4,7 @@
 #include "qmcommon/QmMenuDrawer.h"
 #include "qmcommon/QmWndUpdaterUse.h"
 #include "tests/support/Commands.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 
 #include <gtest/gtest.h>
 
@@ -220,14 +220,10 @@ TEST_F(HandlerTest, ThePopupMenuExecutesWhatIsChosen)
     EXPECT_EQ("&Copy\tCtrl+C0|-|&Follow\tSpace2*|Co&mmon\tAlt+Down3!|-|Close\tW4|", open.atEnd);
     EXPECT_EQ(" ck|*ck|*ck| ck|*ck| ck|", open.drawn.substr(0, 24));
 
-    const int objects = GdiObjectCount();
-    EXPECT_GT(objects, 0);
-    for (int round = 0; round < 3; ++round)
-    {
+    ExpectNothingLeft([&] {
         EXPECT_TRUE(choose({{WM_CHAR, 'f'}}));
         EXPECT_EQ("follow ", TakeDone());
-    }
-    EXPECT_EQ(objects, GdiObjectCount());
+    });
     EXPECT_FALSE(choose({{WM_KEYDOWN, VK_ESCAPE}}));
     EXPECT_EQ("", TakeDone());
     EXPECT_TRUE(choose({{WM_KEYDOWN, VK_UP}, {WM_KEYDOWN, VK_RETURN}}));

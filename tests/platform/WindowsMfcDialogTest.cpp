@@ -2,7 +2,7 @@
 #include "afxcontrolbarutil.h"
 #include "afxtempl.h"
 #include "afxwin.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 #include "tests/support/WindowApp.h"
 
 #include <gtest/gtest.h>
@@ -207,13 +207,11 @@ TEST(MfcDrawing, ObjectsAreReleasedAndFoundByTheirHandles)
         CMenu menu;
         EXPECT_TRUE(menu.CreatePopupMenu() && menu.AppendMenu(MF_STRING, 1, "x"));
     };
-    use();
-    const int before = GdiObjectCount();
-    use();
-    CGdiObject::DeleteTempMap(); // owns nothing: the system's pen and font stay
-    CDC::DeleteTempMap();
-    use();
-    EXPECT_EQ(before, GdiObjectCount());
-    EXPECT_GT(before, 0);
+    ExpectNothingLeft([&] {
+        use();
+        CGdiObject::DeleteTempMap(); // owns nothing: the system's pen and font stay
+        CDC::DeleteTempMap();
+    });
+    EXPECT_GT(GdiObjectCount(), 0);
 }
 } // namespace

@@ -1,6 +1,6 @@
 // What the report control uses of the framework: headers, image lists, palettes, styles, scroll bars.
 #include "afxcmn.h"
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 
 #include <gtest/gtest.h>
 
@@ -48,10 +48,7 @@ TEST(MfcImageList, IsDeletedByItsOwner)
         EXPECT_EQ(2, owner.Add(&image, nullptr));
         EXPECT_EQ(4, owner.GetImageCount());
     };
-    use();
-    const int before = GdiObjectCount();
-    use();
-    EXPECT_EQ(before, GdiObjectCount());
+    ExpectNothingLeft(use);
 }
 
 TEST(MfcPalette, IsSelectedByItsObject)

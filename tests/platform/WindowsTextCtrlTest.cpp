@@ -1,7 +1,7 @@
 #include "qmtextctrl/QmTextCtrl.h"
 #include "qmtextctrl/QmTextCtrlEntries.h"
 
-#include "tests/support/GuiCounts.h"
+#include "tests/support/NothingLeft.h"
 
 #include <gtest/gtest.h>
 
@@ -377,22 +377,12 @@ TEST_F(TextCtrlTest, EndsInItsOwnMenuAndScroll)
 
 TEST_F(TextCtrlTest, LeavesNothingBehind)
 {
-    int windows = 0;
-    int objects = 0;
-    for (int round = 0; round < 20; ++round)
-    {
-        if (round == 5) // the system keeps some of what the first ones used
-        {
-            windows = WindowCount();
-            objects = GdiObjectCount();
-        }
+    ExpectNothingLeft([this] {
         text = std::make_unique<TestText>();
         ASSERT_TRUE(text->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &frame, 1));
         text->FindInput();
         text->SelectAll();
         Paint();
-    }
-    EXPECT_EQ(windows, WindowCount());
-    EXPECT_EQ(objects, GdiObjectCount());
+    });
 }
 } // namespace

@@ -8,9 +8,6 @@ namespace logview
 namespace
 {
 
-constexpr std::uint32_t kLookRows = 2;    // a row and its successor
-constexpr std::uint32_t kWalkRows = 1024; // a page of a walk over many rows
-constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
 constexpr unsigned long kMaxColumns = std::numeric_limits<int>::max();
 
 // `count` rows that came (below 0: went) under the header at `row`.

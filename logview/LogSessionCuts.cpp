@@ -6,11 +6,6 @@
 namespace logview
 {
 
-namespace
-{
-constexpr std::uint32_t kLookRows = 2;
-}
-
 void LogSession::RememberEnds()
 {
     for (std::uint32_t file = 0; file < kFileCount; ++file)

@@ -6,12 +6,6 @@
 namespace logview
 {
 
-namespace
-{
-constexpr std::uint32_t kWalkRows = 1024;
-constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
-} // namespace
-
 // The row of any log with `number` or the smallest greater one; of logs with the same, the first.
 bool LogSession::FindFirst(RecordPages& pages, std::uint32_t number, RowId& found,
                            std::uint32_t& foundNumber) const

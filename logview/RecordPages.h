@@ -10,6 +10,10 @@
 namespace logview
 {
 
+constexpr std::uint32_t kLookRows = 2;    // a row and its successor
+constexpr std::uint32_t kWalkRows = 1024; // a page of a walk over many rows
+constexpr std::uint32_t kMaxNumber = 0xFFFFFFFF;
+
 // Bytes of a line from `offset` to `end`, where the next line begins; 0 where the end comes first.
 std::uint32_t LineLength(std::uint32_t offset, std::uint64_t end);
 
@@ -22,7 +26,7 @@ std::string_view LastLine(std::string_view text);
 class RecordPages
 {
 public:
-    // `pageRows` is what one read brings: 2 for a look at a row and its successor, 1,024 for a walk.
+    // `pageRows` is what one read brings: kLookRows or kWalkRows.
     RecordPages(RowSource& source, std::uint32_t pageRows) : m_source(source), m_pageRows(pageRows) {}
 
     // False when the row does not exist.

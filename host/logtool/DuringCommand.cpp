@@ -63,7 +63,10 @@ private:
         if (any)
             m_reason += "; the one before is " + Place(before);
         if (entry != nullptr)
-            m_reason += std::string(any ? ", the" : "; the") + " one behind is " + Place(*entry);
+        {
+            m_reason += any ? ", the one behind is " : "; the one behind is ";
+            m_reason += Place(*entry);
+        }
         return nullptr;
     }
 

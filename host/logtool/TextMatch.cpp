@@ -9,14 +9,6 @@
 namespace logtool
 {
 
-namespace
-{
-
-// About a second of a processor's time, and memory that no machine lacks.
-constexpr std::uint32_t kMatchLimit = 10'000'000;
-constexpr std::uint32_t kHeapLimit = 64 * 1024; // KiB
-constexpr std::size_t kJitStack = 1024 * 1024;  // bytes
-
 template <auto Free> struct Freed
 {
     template <typename Object> void operator()(Object* object) const { Free(object); }
@@ -25,6 +17,14 @@ using Code = std::unique_ptr<pcre2_code, Freed<pcre2_code_free>>;
 using Context = std::unique_ptr<pcre2_match_context, Freed<pcre2_match_context_free>>;
 using Stack = std::unique_ptr<pcre2_jit_stack, Freed<pcre2_jit_stack_free>>;
 using Data = std::unique_ptr<pcre2_match_data, Freed<pcre2_match_data_free>>;
+
+namespace
+{
+
+// About a second of a processor's time, and memory that no machine lacks.
+constexpr std::uint32_t kMatchLimit = 10'000'000;
+constexpr std::uint32_t kHeapLimit = 64 * 1024; // KiB
+constexpr std::size_t kJitStack = 1024 * 1024;  // bytes
 
 PCRE2_SPTR Units(std::string_view text)
 {

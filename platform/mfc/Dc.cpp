@@ -1,4 +1,5 @@
 #include "mfc/ThreadState.h"
+#include "mfc/WndCall.h"
 
 CDC::~CDC()
 {
@@ -102,11 +103,6 @@ CPoint CDC::SetViewportOrg(int x, int y)
     CPoint old;
     ::SetViewportOrgEx(m_hDC, x, y, &old);
     return old;
-}
-
-static HWND HandleOf(const CWnd* wnd)
-{
-    return wnd ? wnd->m_hWnd : nullptr;
 }
 
 CPaintDC::CPaintDC(CWnd* wnd) : m_hWnd(wnd->m_hWnd)

@@ -24,11 +24,6 @@ static LPCDLGTEMPLATE FindTemplate(LPCSTR name)
     return data ? static_cast<LPCDLGTEMPLATE>(::LockResource(data)) : nullptr;
 }
 
-static HWND HandleOf(const CWnd* wnd)
-{
-    return wnd ? wnd->m_hWnd : nullptr;
-}
-
 BOOL CDialog::Create(LPCSTR templateName, CWnd* parent)
 {
     return CreateIndirect(FindTemplate(templateName), parent);

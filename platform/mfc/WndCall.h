@@ -5,6 +5,12 @@
 
 #include <functional>
 
+// Null for no window.
+inline HWND HandleOf(const CWnd* wnd)
+{
+    return wnd ? wnd->m_hWnd : nullptr;
+}
+
 // What `handler` answers; where a framework exception or the lack of memory leaves it, the answer of the
 // failed message, and the user is told. An exception must not pass through the system's frames.
 LRESULT GuardHandler(const MSG& message, const std::function<LRESULT()>& handler) noexcept;

@@ -16,7 +16,7 @@ constexpr char kEndOfNumbers = '\x02';
 char g_separator = '\x07';
 char g_undefinedField[] = "\x01-1,-1,-1,-1,-1\x02\x07";
 
-std::string_view View(const ZEMA::String& cells)
+std::string_view TextOf(const ZEMA::String& cells)
 {
     return {cells.c_str(), cells.GetLength()};
 }
@@ -155,7 +155,7 @@ std::string_view UndefinedField()
 
 Cell ReadCell(const ZEMA::String& cells, int field)
 {
-    const std::string_view all = View(cells);
+    const std::string_view all = TextOf(cells);
     const Place place = Find(all, field);
     std::string_view text = all.substr(place.begin, place.end - place.begin);
     if (!text.empty() && text.back() == g_separator)
@@ -180,8 +180,8 @@ Cell ReadCell(const ZEMA::String& cells, int field)
 
 void WriteCell(ZEMA::String& cells, int field, const Cell& cell)
 {
-    const Place place = Find(View(cells), field);
-    Insertion insertion(View(cells), place);
+    const Place place = Find(TextOf(cells), field);
+    Insertion insertion(TextOf(cells), place);
     insertion.Add(cell);
     const std::string_view text = insertion.Text();
     const std::size_t old = place.end - place.begin;
@@ -197,8 +197,8 @@ void WriteCell(ZEMA::String& cells, int field, const Cell& cell)
 
 void InsertCell(ZEMA::String& cells, int field)
 {
-    const Place place = Find(View(cells), field);
-    Insertion insertion(View(cells), place);
+    const Place place = Find(TextOf(cells), field);
+    Insertion insertion(TextOf(cells), place);
     insertion.AddUndefined();
     const std::string_view text = insertion.Text();
     cells.insertAt(place.begin, text.data(), text.size());
@@ -206,7 +206,7 @@ void InsertCell(ZEMA::String& cells, int field)
 
 void RemoveCell(ZEMA::String& cells, int field)
 {
-    const Place place = Find(View(cells), field);
+    const Place place = Find(TextOf(cells), field);
     cells.deleteAt(place.begin, place.end - place.begin);
 }
 

@@ -12,10 +12,10 @@ namespace
 using namespace report;
 
 // 100 rows of 10 pixels and three columns of 100, in an area of 205 by 45 pixels.
-class Sheet : public GeometrySource
+class ScrolledSheet : public GeometrySource
 {
 public:
-    Sheet() { LayOut(view, 205, 45, 0, false); }
+    ScrolledSheet() { LayOut(view, 205, 45, 0, false); }
     int RowCount() override { return 100; }
     RowShape ShapeOf(int) override { return {}; }
     CellContents ContentsOf(int, int) override { return {}; }
@@ -50,7 +50,7 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
                  {Request::PageForward, 0, 98, 98, 299, 299}};
     for (const auto& each : cases)
     {
-        Sheet sheet;
+        ScrolledSheet sheet;
         sheet.view.topRow = each.top;
         sheet.view.left = each.left;
         EXPECT_EQ(each.rowAfter, RowAfter(each.request, each.thumb, sheet.view, sheet.geometry))
@@ -90,7 +90,7 @@ TEST(ScrollPosition, ComesBackOnceFromTooFar)
 
 TEST(ScrollPosition, PagesGoOnWhereOneRowFillsTheArea)
 {
-    Sheet sheet;
+    ScrolledSheet sheet;
     LayOut(sheet.view, 205, 5, 0, false);
     sheet.view.topRow = 5;
     EXPECT_EQ(6, RowAfter(ScrollRequest::PageForward, 0, sheet.view, sheet.geometry));
@@ -102,7 +102,7 @@ TEST(ScrollPosition, PagesGoOnWhereOneRowFillsTheArea)
 TEST(DirtyRows, AskForFewRangesInViewAndThenForAll)
 {
     using Request = DirtyRows::Request;
-    Sheet sheet;
+    ScrolledSheet sheet;
     sheet.view.topRow = 10; // rows to 14 are in view
     DirtyRows dirty;
     const std::tuple<int, int, Request> cases[] = {

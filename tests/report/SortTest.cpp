@@ -21,14 +21,14 @@ using namespace report;
 using Numbers = std::vector<int>;
 using Comparison = std::function<int(int item1, int item2)>;
 
-int At(const Numbers& numbers, int index)
+int NumberAt(const Numbers& numbers, int index)
 {
     return numbers[static_cast<std::size_t>(index)];
 }
 
 Comparison ByKey(const Numbers& keys)
 {
-    return [&keys](int item1, int item2) { return At(keys, item1) - At(keys, item2); };
+    return [&keys](int item1, int item2) { return NumberAt(keys, item1) - NumberAt(keys, item2); };
 }
 
 // Throws at the comparison of this number.
@@ -95,8 +95,10 @@ public:
 private:
     void Recurse(Numbers& rows, int low, int high) const
     {
-        const int pivot = At(rows, (low + high) / 2);
-        const auto result = [&](int row) { return (ascending ? 1 : -1) * compare(At(rows, row), pivot); };
+        const int pivot = NumberAt(rows, (low + high) / 2);
+        const auto result = [&](int row) {
+            return (ascending ? 1 : -1) * compare(NumberAt(rows, row), pivot);
+        };
         int i = low;
         int j = high;
         while (i <= j)
@@ -126,10 +128,12 @@ Numbers WorstKeys(int count)
     int smallest = 0;
     int candidate = 0;
     Rows rows(keys.size(), [&](int item1, int item2) {
-        if (At(keys, item1) == count && At(keys, item2) == count)
+        if (NumberAt(keys, item1) == count && NumberAt(keys, item2) == count)
             keys[static_cast<std::size_t>(item1 == candidate ? item1 : item2)] = smallest++;
-        candidate = At(keys, item1) == count ? item1 : At(keys, item2) == count ? item2 : candidate;
-        return At(keys, item1) - At(keys, item2);
+        candidate = NumberAt(keys, item1) == count   ? item1
+                    : NumberAt(keys, item2) == count ? item2
+                                                     : candidate;
+        return NumberAt(keys, item1) - NumberAt(keys, item2);
     });
     rows.Sorted();
     return keys;
@@ -182,7 +186,7 @@ TEST(FlatSort, LosesNoRowAndSortsAgainAfterABadComparison)
     {
         bad.push_back([=](int, int) { return answer; });
         bad.push_back([&keys, answer](int item1, int item2) { // of equal ones, too, one is less
-            const int result = At(keys, item1) - At(keys, item2);
+            const int result = NumberAt(keys, item1) - NumberAt(keys, item2);
             return result != 0 ? result : answer;
         });
     }

@@ -11,14 +11,21 @@ if [[ ! -e $WINEPREFIX/.ready ]]; then
     echo "Making the Wine prefix in build/${WINEPREFIX##*/}"
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
-    DISPLAY='' quietly wineboot -i
-    # Wine does not look for its own fonts where Debian puts them.
-    cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/"
-    if [[ $WINE_GRAPHICS == null ]]; then
-        quietly reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f
+    if [[ -e $root/build/wine/.ready ]]; then
+        # Its disk is made of links to the same files; the system's are never written again.
+        cp -al "$root/build/wine/drive_c" "$WINEPREFIX"
+        cp -a "$root"/build/wine/{dosdevices,.update-timestamp,*.reg} "$WINEPREFIX"
+        sed -i '/^"Graphics"="null"$/d' "$WINEPREFIX/user.reg"
+    else
+        DISPLAY='' quietly wineboot -i
+        # Wine does not look for its own fonts where Debian puts them.
+        cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/"
+        if [[ $WINE_GRAPHICS == null ]]; then
+            quietly reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f
+        fi
+        wineserver -k || true
+        wineserver -w || true
     fi
-    wineserver -k || true
-    wineserver -w || true
     touch "$WINEPREFIX/.ready"
 fi
 

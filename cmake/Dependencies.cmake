@@ -16,11 +16,20 @@ function(qm_add_pcre2)
     set(CMAKE_POLICY_DEFAULT_CMP0126 NEW)
     set(CMAKE_WARN_DEPRECATED OFF)
     set(BUILD_SHARED_LIBS OFF)
+    set(CMAKE_UNITY_BUILD OFF)
     set(PCRE2_SUPPORT_JIT ON)
     set(PCRE2_BUILD_PCRE2GREP OFF)
     set(PCRE2_BUILD_TESTS OFF)
     set(PCRE2_SHOW_REPORT OFF)
     add_subdirectory(${QM_DEPS}/pcre2-10.42 ${CMAKE_BINARY_DIR}/pcre2 EXCLUDE_FROM_ALL)
+    # The code that its compiler makes does the matching. How that one is optimised and what matches where there is
+    # no such code counts little, and takes as long as all the rest.
+    target_compile_options(pcre2-8-static PRIVATE -g0)
+    if(WIN32)
+        set_source_files_properties(
+            ${QM_DEPS}/pcre2-10.42/src/pcre2_jit_compile.c ${QM_DEPS}/pcre2-10.42/src/pcre2_match.c
+            TARGET_DIRECTORY pcre2-8-static PROPERTIES COMPILE_OPTIONS -O1)
+    endif()
     add_library(QmDeps::PCRE2 INTERFACE IMPORTED GLOBAL)
     target_link_libraries(QmDeps::PCRE2 INTERFACE pcre2-8-static)
     target_include_directories(QmDeps::PCRE2 INTERFACE ${CMAKE_BINARY_DIR}/pcre2)

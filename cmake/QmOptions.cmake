@@ -37,13 +37,14 @@ if(CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 # Modules reuse one. It is made without any macro of theirs, or the compiler would not take it.
+file(CONFIGURE OUTPUT precompiled.cpp CONTENT "")
+add_library(qm_precompiled OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp)
+target_link_libraries(qm_precompiled PRIVATE qm_options)
+set(precompiled <algorithm> <functional> <memory> <optional> <ostream> <string> <vector>)
 if(WIN32)
-    file(CONFIGURE OUTPUT precompiled.cpp CONTENT "")
-    add_library(qm_precompiled OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp)
-    target_link_libraries(qm_precompiled PRIVATE qm_options)
-    target_precompile_headers(qm_precompiled PRIVATE
-        <windows.h> <commctrl.h> <algorithm> <functional> <memory> <string> <vector>)
+    list(PREPEND precompiled <windows.h> <commctrl.h>)
 endif()
+target_precompile_headers(qm_precompiled PRIVATE ${precompiled})
 
 option(QM_COVERAGE "Count how often each line runs" OFF)
 if(WIN32 AND NOT QM_COVERAGE)

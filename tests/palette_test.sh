@@ -7,4 +7,4 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 command -v xvfb-run >/dev/null || { echo "There is no xvfb-run here"; exit 77; }
 unset DISPLAY
-WINE_GRAPHICS=palette exec "$root/tools/with-wine.sh" "$root/tools/run-wine.sh" "$1" --gtest_brief=1
+WINE_GRAPHICS=palette exec "$root/tools/with-wine.sh" "$root/tools/run-wine.sh" "$1" --gtest_brief=1 --gtest_filter='Palette.*'

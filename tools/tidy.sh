@@ -3,7 +3,7 @@
 # list of compile commands, without precompiled headers, which are another compiler's.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-if ! output=$(cmake --preset windows -B build/tidy -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON 2>&1); then
+if ! output=$(cmake --preset windows -B build/tidy -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DCMAKE_UNITY_BUILD=OFF 2>&1); then
     printf '%s\n' "$output" >&2
     exit 1
 fi

@@ -5,26 +5,33 @@
 #include "tests/support/LogFolder.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 namespace
 {
 
-const std::vector<std::string> kLogs = {"Long", "Short"};
+const std::vector<std::string> kFullLogs = {"Long", "Short"};
 
 // "Long" fills its text, which is refused then, and "Short" its index, which then lacks rows.
-const std::string kTexts[] = {std::string(3000, 'l') + "\n" + std::string(40, 'm') + "\n",
-                              "1\n2\n3\n4\n5\n6\n7\n"};
+const std::string kFullTexts[] = {std::string(3000, 'l') + "\n" + std::string(40, 'm') + "\n",
+                                  "1\n2\n3\n4\n5\n6\n7\n"};
 
 class WindowsFullDiskTest : public LogFolderTest
 {
 protected:
+    void SetUp() override
+    {
+        if (!std::getenv("QM_TEST_FOLDER"))
+            GTEST_SKIP() << "full_disk_test.sh runs it";
+    }
+
     // Text goes to its end and its rows stand at its lines, whatever was lost before.
     void ExpectWritingGoesOn()
     {
-        const std::string damage = Damage(kLogs);
-        for (const std::string& log : kLogs)
+        const std::string damage = Damage(kFullLogs);
+        for (const std::string& log : kFullLogs)
         {
             const std::string before = Contents(log + ".LOG");
             const std::size_t rows = Rows(log).size();
@@ -34,7 +41,7 @@ protected:
             EXPECT_EQ(before.size() + 6, Rows(log)[rows].offset);
         }
         // Damage may go, as a text that ended before its rows goes on, but none may come.
-        std::istringstream damageNow(Damage(kLogs));
+        std::istringstream damageNow(Damage(kFullLogs));
         for (std::string line; std::getline(damageNow, line);)
             EXPECT_NE(std::string::npos, damage.find(line + "\n")) << line;
     }
@@ -47,16 +54,16 @@ TEST_F(WindowsFullDiskTest, WritersAnswerFalseAndKeepTheIndexWhole)
     for (int writes = 0; std::min(failures[0], failures[1]) < kFailures; ++writes)
     {
         ASSERT_LT(writes, 20000) << "the disk does not fill up";
-        for (std::size_t i = 0; i < kLogs.size(); ++i)
+        for (std::size_t i = 0; i < kFullLogs.size(); ++i)
         {
-            const std::string text = Contents(kLogs[i] + ".LOG");
-            const std::string index = Contents(kLogs[i] + ".ROW");
-            const bool answer = QmLogWriterDefine(kLogs[i].c_str()).Write(kTexts[i].c_str());
-            const std::string newText = Contents(kLogs[i] + ".LOG");
-            const std::string newIndex = Contents(kLogs[i] + ".ROW");
+            const std::string text = Contents(kFullLogs[i] + ".LOG");
+            const std::string index = Contents(kFullLogs[i] + ".ROW");
+            const bool answer = QmLogWriterDefine(kFullLogs[i].c_str()).Write(kFullTexts[i].c_str());
+            const std::string newText = Contents(kFullLogs[i] + ".LOG");
+            const std::string newIndex = Contents(kFullLogs[i] + ".ROW");
             ASSERT_TRUE(newText.starts_with(text) && newIndex.starts_with(index)) << "what was there changed";
             ASSERT_EQ(0u, newIndex.size() % sizeof(CQmLogRow));
-            ASSERT_TRUE(!answer || newText == text + kTexts[i]) << "answered true and not there";
+            ASSERT_TRUE(!answer || newText == text + kFullTexts[i]) << "answered true and not there";
             const bool failed = i == 0 ? !answer : newIndex.size() < index.size() + 7 * sizeof(CQmLogRow);
             failures[i] += failed ? 1 : 0;
         }

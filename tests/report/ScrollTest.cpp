@@ -76,7 +76,7 @@ TEST(ScrollPosition, IsCutToTheRowsAndToTheirWidth)
 
 TEST(ScrollPosition, ComesBackOnceFromTooFar)
 {
-    Sheet sheet;
+    ScrolledSheet sheet;
     ScrollPosition position(sheet.view);
     position.SetTop(99, 100);
     EXPECT_FALSE(position.Fit(sheet.geometry)) << "a program may scroll so far";

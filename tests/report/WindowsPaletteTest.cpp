@@ -4,12 +4,24 @@
 #include "tests/support/GuiCounts.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <set>
 
 namespace
 {
+class Palette : public ReportTest
+{
+protected:
+    void SetUp() override
+    {
+        const char* const graphics = std::getenv("WINE_GRAPHICS");
+        if (!graphics || std::string_view(graphics) != "palette")
+            GTEST_SKIP() << "palette_test.sh runs it";
+    }
+};
+
 // Palettes by how many colours they have, the first and the last.
 std::multiset<std::string> Palettes()
 {
@@ -49,7 +61,7 @@ std::string WriteBitmap(WORD bits, DWORD used)
     return file;
 }
 
-TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
+TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
 {
     const std::string halftone = "256: 000000 to ffffff";
     const struct
@@ -91,7 +103,7 @@ TEST_F(ReportTest, MakesAPaletteOfItsColoursAndItsPicture)
 }
 
 // A colour that the display does not show by itself: paints make room for it.
-TEST_F(ReportTest, PaintsInTheColoursOfItsPalette)
+TEST_F(Palette, PaintsInTheColoursOfItsPalette)
 {
     const PALETTEENTRY color = {13, 201, 77, 0};
     Show(WS_VISIBLE | RVS_NOHEADER, {""});

@@ -11,12 +11,13 @@ namespace
 
 using BitBltFunction = decltype(&::BitBlt);
 
-int copies = 0;
+double pixels = 0;
 
 BOOL WINAPI CountingBitBlt(HDC target, int x, int y, int cx, int cy, HDC source, int sourceX, int sourceY,
                            DWORD operation)
 {
-    copies += ::GetObjectType(target) == OBJ_DC;
+    if (::GetObjectType(target) == OBJ_DC)
+        pixels += static_cast<double>(cx) * cy;
     return ::BitBlt(target, x, y, cx, cy, source, sourceX, sourceY, operation);
 }
 
@@ -45,7 +46,7 @@ bool Replace(const char* module, BitBltFunction function, BitBltFunction replace
 
 } // namespace
 
-int CountScreenCopies(const std::function<void()>& action)
+double CountCopiedPixels(const std::function<void()>& action)
 {
     const auto function = reinterpret_cast<BitBltFunction>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle("gdi32.dll"), "BitBlt")));
@@ -54,9 +55,9 @@ int CountScreenCopies(const std::function<void()>& action)
         return Replace("QmPlatform.dll", function, CountingBitBlt) || log;
     }();
     Check(counting, "counting copies");
-    copies = 0;
+    pixels = 0;
     action();
-    return copies;
+    return pixels;
 }
 
 } // namespace bench

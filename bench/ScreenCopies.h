@@ -6,8 +6,8 @@
 namespace bench
 {
 
-// Calls of BitBlt with a window for a target, by QmLog.dll and QmPlatform.dll, while `action` runs. Counting
-// goes on unseen after that.
-int CountScreenCopies(const std::function<void()>& action);
+// Pixels that BitBlt copies to a window, called by QmLog.dll and QmPlatform.dll, while `action` runs.
+// Counting goes on unseen after that.
+double CountCopiedPixels(const std::function<void()>& action);
 
 } // namespace bench

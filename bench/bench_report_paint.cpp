@@ -324,8 +324,13 @@ private:
         const unsigned times = Times(10000);
         const Variant repaints = On(m_list, times, [](auto& list) { bench::Repaint(list.m_hWnd); });
         repaints.prepare();
-        const int copies = bench::CountScreenCopies([this] { bench::Repaint(m_list.m_hWnd); });
-        m_report.Add({"copies to the screen, a repaint", static_cast<double>(copies), "", "", {}, 1.0});
+        const double copied = bench::CountCopiedPixels([this] { bench::Repaint(m_list.m_hWnd); });
+        RECT client = {};
+        RECT header = {};
+        ::GetClientRect(m_list.m_hWnd, &client);
+        ::GetClientRect(::GetWindow(m_list.m_hWnd, GW_CHILD), &header);
+        const double shown = static_cast<double>(client.right) * (client.bottom - header.bottom);
+        m_report.Add({"copies of a pixel to the screen, a repaint", copied / shown, "", "", {}, 1.0});
         const int objects = GdiObjectCount();
         const int windows = WindowCount();
         repaints.run();

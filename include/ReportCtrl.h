@@ -422,7 +422,8 @@ protected:
     // Draws one cell, within its margins: image, check box and text, from left to right.
     virtual void DrawItem(CDC* dc, CRect rect, _RVITEM* item);
 
-    // Draws everything in the device context's clip box except the header.
+    // Draws everything in the device context's clip box except the header. A paint into memory
+    // (RVP_DOUBLEBUFFER) goes by bands and calls it for each, from the top down.
     virtual void DrawCtrl(CDC* dc);
 
     // Draws a row: its background and the cells of its line. `rowRect` contains the preview too, and begins

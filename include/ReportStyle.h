@@ -47,7 +47,7 @@ constexpr std::uint64_t RVP_UNUSED = 7;      // accepted and ignored
 constexpr std::uint64_t RVP_CELLSEPARATOR = 8;
 
 constexpr std::uint64_t RVP_SHOWPREVIEW = 9;   // flag: items show their previews: 1
-constexpr std::uint64_t RVP_DOUBLEBUFFER = 10; // flag: painted off the screen and copied in one piece: 1
+constexpr std::uint64_t RVP_DOUBLEBUFFER = 10; // flag: painted off the screen and copied to it in bands: 1
 constexpr std::uint64_t RVP_TREESTYLE = 11;    // 0, 1 or 2; kept for the owner, no effect: 0
 constexpr std::uint64_t RVP_IMAGEMODE = 12;    // RVIB_*, images of selected and focused rows: RVIB_NONE
 constexpr std::uint64_t RVP_COLOR = 13;        // COLORREF; kept for the owner, no effect: 0xFFFFFF

@@ -2,7 +2,6 @@
 #include "report/DrawingGuards.h"
 #include "report/ReportPainter.h"
 
-#include "afxcontrolbarutil.h"
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
@@ -78,12 +77,8 @@ void CReportCtrl::OnPaint()
         const report::Realized realized(dc, palette);
         CRect clip;
         dc.GetClipBox(clip);
-        if (m_data->properties.doubleBuffer && !clip.IsRectEmpty())
-        {
-            CMemDC memory(dc, clip);
-            const report::Realized inMemory(memory.GetDC(), palette);
-            DrawCtrl(&memory.GetDC());
-        }
+        if (m_data->properties.doubleBuffer)
+            painter.DrawInBands(dc, clip, palette);
         else
             DrawCtrl(&dc);
     }

@@ -2,6 +2,9 @@
 
 #include "report/DrawingGuards.h"
 
+#include "afxcontrolbarutil.h"
+#include "vkgrafic/PaintBands.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -58,6 +61,19 @@ COLORREF CReportCtrl::Data::Painter::TextColorOf(int index, bool isSelected) con
     return index >= 0 ? colors.ForDrawing(index) : colors.System(RVSC_TEXT);
 }
 
+void CReportCtrl::Data::Painter::DrawInBands(CDC& dc, const CRect& clip, HPALETTE palette)
+{
+    CRect band = clip;
+    for (; band.top < clip.bottom && m_data.control.m_hWnd; band.top = band.bottom)
+    {
+        band.bottom = VkGrafic::EndOfBand(band.top, clip.bottom, clip.Width(), m_data.view.report.top,
+                                          m_data.view.itemHeight);
+        CMemDC memory(dc, band);
+        const report::Realized realized(memory.GetDC(), palette);
+        m_data.control.DrawCtrl(&memory.GetDC());
+    }
+}
+
 // ---- Rows
 
 void CReportCtrl::Data::Painter::DrawFixedRow(CDC& dc, const CRect& clip)
@@ -82,10 +98,15 @@ void CReportCtrl::Data::Painter::DrawFixedRow(CDC& dc, const CRect& clip)
 int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
 {
     const report::CellLayout layout(m_data.view);
-    int bottom = m_data.view.report.top;
-    for (report::ShownRow row; snapshot.geometry.Next(row, clip.bottom);)
+    report::ShownRow row;
+    if (m_data.painting.shapes.Find(snapshot.above.row) && snapshot.above.rect.bottom <= clip.top)
+        row = snapshot.above; // the rows above it have been drawn, and their owner is not asked again
+    int bottom = std::max(m_data.view.report.top, row.rect.bottom);
+    while (snapshot.geometry.Next(row, clip.bottom))
     {
         bottom = row.rect.bottom;
+        if (bottom <= clip.bottom)
+            snapshot.above = row;
         m_data.painting.shapes.Add(row.row, row.shape);
         if (row.rect.bottom <= clip.top)
             continue;

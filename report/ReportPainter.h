@@ -25,6 +25,9 @@ public:
     // The colour of a text with this index of the colour table.
     COLORREF TextColorOf(int index, bool isSelected) const;
 
+    // Draws the control into memory and copies it to `dc`, band by band.
+    void DrawInBands(CDC& dc, const CRect& clip, HPALETTE palette);
+
     void DrawFixedRow(CDC& dc, const CRect& clip);
     int DrawRows(CDC& dc, const CRect& clip); // the bottom of the last one that was drawn
     void DrawGrid(CDC& dc, const CRect& clip, int bottom);

@@ -66,6 +66,7 @@ struct CReportCtrl::Data::Snapshot
 
     FetchedRows rows;
     report::Geometry geometry;
+    report::ShownRow above; // the last row that ended within what has been painted, where a paint can go on
 
 private:
     NMHDR*& m_asking; // the control's

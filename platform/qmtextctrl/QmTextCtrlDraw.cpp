@@ -3,6 +3,7 @@
 
 #include "afxcontrolbarutil.h"
 #include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/PaintBands.h"
 
 #include <algorithm>
 
@@ -39,40 +40,46 @@ void CQmTextCtrl::OnPaint()
     if (!m_prepared || !area.IntersectRect(&dc.m_ps.rcPaint, GetTextArea()))
         return;
 
+    // Asked for here, for no message tells whether the focus goes from the find bar to a window outside.
+    const HWND focus = ::GetFocus();
+    const bool isActive = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
+    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
+    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+    if (const textview::Range rows = RowsToDraw(area); rows.begin < rows.end)
+        PrepareRows(rows.begin, rows.end - rows.begin);
+    CRect band = area;
+    for (; band.top < area.bottom; band.top = band.bottom)
     {
-        CMemDC memory(dc, area);
-        DrawRows(memory.GetDC(), area);
+        band.bottom =
+            VkGrafic::EndOfBand(band.top, area.bottom, area.Width(), 0, m_view.GetMetrics().rowHeight);
+        CMemDC memory(dc, band);
+        DrawRows(memory.GetDC(), band);
     }
     UpdateScrollBars(); // rows farther to the right than any before may have come into view
 }
 
 void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
 {
-    // Asked for here, for no message tells whether the focus goes from the find bar to a window outside.
-    const HWND focus = ::GetFocus();
-    const bool isActive = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
-    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
-
     const VkGrafic::Selected font(dc, m_font);
     dc.FillSolidRect(area, m_colors.window);
     dc.SetBkMode(TRANSPARENT);
 
-    // The row above reaches into the first one with its marks.
-    const textview::Range visible = m_view.GetVisibleRows();
-    const int height = m_view.GetMetrics().rowHeight;
-    const int above = area.top / height > 0 || visible.begin > 0 ? 1 : 0;
-    const int begin = visible.begin + static_cast<int>(area.top) / height - above;
-    const int count = std::min(visible.end - begin, static_cast<int>(area.bottom - 1) / height -
-                                                        static_cast<int>(area.top) / height + 1 + above);
-    if (count <= 0)
-        return;
-    PrepareRows(begin, count);
-    for (int row = begin; row - begin < count; ++row)
+    const textview::Range rows = RowsToDraw(area);
+    for (int row = rows.begin; row < rows.end; ++row)
     {
         DrawRow(dc, m_view.GetX({row, 0}), m_view.GetY(row), row);
         DrawSelection(dc, area, row);
     }
+}
+
+// The row above reaches into the first one with its marks.
+textview::Range CQmTextCtrl::RowsToDraw(const CRect& area)
+{
+    const textview::Range visible = m_view.GetVisibleRows();
+    const int height = m_view.GetMetrics().rowHeight;
+    const int first = visible.begin + static_cast<int>(area.top) / height;
+    const int last = visible.begin + static_cast<int>(area.bottom - 1) / height;
+    return {first > 0 ? first - 1 : first, std::min(visible.end, last + 1)};
 }
 
 void CQmTextCtrl::DrawSelection(CDC& dc, const CRect& area, int row)

@@ -176,6 +176,7 @@ private:
     void UpdateScrollBar(int bar, const textview::ScrollRange& range, textview::ScrollRange& shown);
     void UpdateCaret();
 
+    textview::Range RowsToDraw(const CRect& area);
     void DrawRows(CDC& dc, const CRect& area);
     void DrawSelection(CDC& dc, const CRect& area, int row);
     void EndDrag();

@@ -9,6 +9,7 @@
 #include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
 #include "logview/ShownRows.h"
+#include "qmcommon/QmClipboard.h"
 #include "qmcommon/QmWndUpdaterUse.h"
 
 #include <algorithm>
@@ -140,7 +141,7 @@ COLORREF CQmLogTextCtrl::GetFileColor(int file)
 void CQmLogTextCtrl::SetFilePath(int file)
 {
     m_file = file;
-    if (m_browser != nullptr)
+    if (m_browser)
         m_browser->Refresh();
 }
 
@@ -172,7 +173,7 @@ void CQmLogTextCtrl::RefreshRows()
     m_rows->searched.Clear();
     m_rows->session.Refresh(m_file);
     OnRowsChanged();
-    if (m_browser != nullptr)
+    if (m_browser)
         m_browser->Refresh();
     if (m_follow && !m_followPaused)
         EnsureVisible(GetRowCount() - 1, 0, 1, 0);
@@ -303,22 +304,7 @@ std::string CQmLogTextCtrl::GetSelectedText()
 bool CQmLogTextCtrl::Copy()
 {
     const std::string text = GetSelectedText();
-    if (text.empty() || !OpenClipboard())
-        return false;
-    ::EmptyClipboard();
-    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, text.size() + 1);
-    void* const bytes = block != nullptr ? ::GlobalLock(block) : nullptr;
-    bool done = false;
-    if (bytes != nullptr)
-    {
-        std::memcpy(bytes, text.c_str(), text.size() + 1);
-        ::GlobalUnlock(block);
-        done = ::SetClipboardData(CF_TEXT, block) != nullptr; // the system owns the block from here on
-    }
-    if (!done)
-        ::GlobalFree(block);
-    ::CloseClipboard();
-    return done;
+    return !text.empty() && QmSetClipboard(m_hWnd, CF_TEXT, text.c_str(), text.size() + 1);
 }
 
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
@@ -365,10 +351,10 @@ bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
 {
     constexpr int kTogether = 256;
     logview::RowCache& searched = m_rows->searched;
-    if (searched.Get(row) == nullptr)
+    if (!searched.Get(row))
         searched.Prepare(m_rows->session, row - row % kTogether, kTogether);
     const logview::CachedRow* const cached = searched.Get(row);
-    if (cached == nullptr || !cached->readable)
+    if (!cached || !cached->readable)
         return false;
     if (cached->length > logview::RowCache::kLineBytes) // of which only a part was read
         return m_rows->session.ReadLine(row, line);
@@ -386,7 +372,7 @@ bool CQmLogTextCtrl::Find(int row, int& column, const char* text, bool& found)
         return false;
     ::CharUpperBuffA(line.data(), static_cast<DWORD>(line.size()));
     const std::size_t begin = static_cast<std::size_t>(std::max(column, 0));
-    const std::size_t place = text != nullptr ? line.find(text, begin) : std::string::npos;
+    const std::size_t place = text ? line.find(text, begin) : std::string::npos;
     found = place != std::string::npos;
     if (found)
         column = static_cast<int>(place);

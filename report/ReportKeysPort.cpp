@@ -2,47 +2,8 @@
 
 #include "report/model/CopyRows.h"
 
-#include <cstring>
-
-namespace
-{
-
-// False if the clipboard or the memory cannot be had; what was there before may be gone then.
-bool PutOnClipboard(HWND owner, const std::wstring& text)
-{
-    if (!::OpenClipboard(owner))
-        return false;
-    ::EmptyClipboard();
-    const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, size);
-    void* const bytes = block ? ::GlobalLock(block) : nullptr;
-    bool isDone = false;
-    if (bytes)
-    {
-        std::memcpy(bytes, text.c_str(), size);
-        ::GlobalUnlock(block);
-        isDone =
-            ::SetClipboardData(CF_UNICODETEXT, block) != nullptr; // the system owns the block from here on
-    }
-    if (!isDone)
-        ::GlobalFree(block);
-    ::CloseClipboard();
-    return isDone;
-}
-
-class WaitCursor
-{
-public:
-    WaitCursor() : m_before(::SetCursor(::LoadCursor(nullptr, IDC_WAIT))) {}
-    ~WaitCursor() { ::SetCursor(m_before); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-
-private:
-    HCURSOR m_before;
-};
-
-} // namespace
+#include "afxwin.h"
+#include "qmcommon/QmClipboard.h"
 
 // ---- Rows
 
@@ -54,7 +15,7 @@ int CReportCtrl::Data::KeysPort::TypingSubItem()
     return header.GetSubItem(sorted != ReportHeaderWnd::kNone ? sorted : header.GetItemOfColumn(0));
 }
 
-bool CReportCtrl::Data::KeysPort::BeginsWith(int row, const std::string& typed)
+bool CReportCtrl::Data::KeysPort::BeginsWith(int row, const ZEMA::WideString& typed)
 {
     const int subitem = TypingSubItem();
     report::FetchedCell fetched;
@@ -62,10 +23,9 @@ bool CReportCtrl::Data::KeysPort::BeginsWith(int row, const std::string& typed)
         !m_data.items.Fetch(m_data.rows.ItemAt(row), subitem, RVIM_TEXT, fetched))
         return false;
     ZEMA::ToWide(fetched.cell.text.data(), fetched.cell.text.size(), m_text);
-    ZEMA::ToWide(typed.data(), typed.size(), m_typed);
-    const int length = static_cast<int>(m_typed.size());
-    return m_text.size() >= m_typed.size() &&
-           ::CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, m_text.data(), length, m_typed.data(),
+    const int length = static_cast<int>(typed.size());
+    return m_text.size() >= typed.size() &&
+           ::CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, m_text.data(), length, typed.data(),
                             length) == CSTR_EQUAL;
 }
 
@@ -93,12 +53,13 @@ void CReportCtrl::Data::KeysPort::Copy()
     const report::RowRange selected = m_data.rows.SelectedRows();
     if (selected.first > selected.last)
         return;
-    const WaitCursor wait; // an owner may be asked for millions
+    const CWaitCursor wait; // an owner may be asked for millions
     std::vector<int> subitems;
     for (const report::Column& column : m_data.header.GetColumns())
         subitems.push_back(column.subitem);
     const std::wstring text = report::CopyRows(m_data.items, m_data.rows, selected, subitems);
-    if (!PutOnClipboard(m_data.control.m_hWnd, text))
+    if (!QmSetClipboard(m_data.control.m_hWnd, CF_UNICODETEXT, text.c_str(),
+                        (text.size() + 1) * sizeof(wchar_t)))
         ::MessageBeep(MB_ICONWARNING);
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "report/ReportCtrlData.h"
-#include "zemacore/WideText.h"
 
 class CReportCtrl::Data::KeysPort : public report::ExtraKeysTarget
 {
@@ -10,7 +9,7 @@ public:
     explicit KeysPort(Data& data) : m_data(data) {}
 
     int RowCount() override { return m_data.rows.Count(); }
-    bool BeginsWith(int row, const std::string& typed) override;
+    bool BeginsWith(int row, const ZEMA::WideString& typed) override;
     report::TreeRow TreeRowAt(int row) override;
     void SelectAll() override;
     void Copy() override;
@@ -27,5 +26,4 @@ private:
 
     Data& m_data;
     ZEMA::WideString m_text;
-    ZEMA::WideString m_typed;
 };

@@ -75,7 +75,7 @@ model='report/model/\w+\.h'
 includes_only "$items|$model" report/model/*.{h,cpp}
 includes_only "$items|$model|report/sort/\w+\.h" report/sort/*.{h,cpp}
 includes_only "$items|ReportHeaderCtrl\.h|$core|$framework|$graphics|$model|report/header/\w+\.h" report/header/*.{h,cpp}
-includes_only "Report\w+\.h|$core|$framework|$graphics|report/(\w+/)?\w+\.h" report/*.{h,cpp}
+includes_only "Report\w+\.h|$core|$framework|$graphics|qmcommon/QmClipboard\.h|report/(\w+/)?\w+\.h" report/*.{h,cpp}
 without_system report/{model,sort}/*.{h,cpp}
 # These only pass on what models answer, or raise the framework's exception.
 calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp

@@ -44,19 +44,6 @@ HMENU MakeMenu()
     return bar.Detach(); // the window's now
 }
 
-// The wait cursor for as long as it lives.
-class WaitCursor
-{
-public:
-    WaitCursor() : m_old(::SetCursor(::LoadCursor(nullptr, IDC_WAIT))) {}
-    ~WaitCursor() { ::SetCursor(m_old); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-
-private:
-    HCURSOR m_old;
-};
-
 } // namespace
 
 BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
@@ -93,7 +80,7 @@ void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
 // The window is there already, and its title tells how far it is.
 void ReportWnd::Load(const std::string& path, bool isFolder)
 {
-    const WaitCursor waiting;
+    const CWaitCursor waiting;
     UpdateWindow();
     m_report.SetRedraw(0);
     (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order, [&](int items) {

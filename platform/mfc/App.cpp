@@ -144,6 +144,13 @@ bool PumpMessage(MSG& message)
     return true;
 }
 
+CWaitCursor::CWaitCursor() : m_before(::SetCursor(::LoadCursor(nullptr, IDC_WAIT))) {}
+
+CWaitCursor::~CWaitCursor()
+{
+    ::SetCursor(m_before);
+}
+
 int AfxMessageBox(LPCSTR text, UINT type, UINT)
 {
     char path[MAX_PATH] = {};

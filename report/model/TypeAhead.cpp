@@ -13,12 +13,14 @@ namespace
 // The first row after `start` that begins with a text; `start` itself is the last one looked at.
 int FindAfter(int start, const std::string& typed, TypeAheadRows& rows)
 {
+    ZEMA::WideString wide;
+    ZEMA::ToWide(typed.data(), typed.size(), wide);
     const int count = rows.RowCount();
     const int first = start >= 0 && start < count - 1 ? start + 1 : 0;
     int row = first;
     for (int looked = std::min(count, TypeAhead::kMaxRows); looked > 0; --looked)
     {
-        if (rows.BeginsWith(row, typed))
+        if (rows.BeginsWith(row, wide))
             return row;
         row = row < count - 1 ? row + 1 : 0;
     }

@@ -1,6 +1,8 @@
 // Typing the beginning of a text to get to its row.
 #pragma once
 
+#include "zemacore/WideText.h"
+
 #include <cstdint>
 #include <string>
 
@@ -13,7 +15,7 @@ class TypeAheadRows
 public:
     virtual ~TypeAheadRows() = default;
     virtual int RowCount() = 0;
-    virtual bool BeginsWith(int row, const std::string& typed) = 0; // capitals or not
+    virtual bool BeginsWith(int row, const ZEMA::WideString& typed) = 0; // capitals or not
 };
 
 // Characters that follow each other quickly are one text. Rows are looked at from the one below the row that

@@ -22,9 +22,9 @@ public:
         tree = true;
     }
     int RowCount() override { return rows; }
-    bool BeginsWith(int row, const std::string& typed) override
+    bool BeginsWith(int row, const ZEMA::WideString& typed) override
     {
-        return texts.at(static_cast<std::size_t>(row)).starts_with(typed);
+        return texts.at(static_cast<std::size_t>(row)).starts_with(std::string(typed.begin(), typed.end()));
     }
     TreeRow TreeRowAt(int row) override
     {
@@ -204,7 +204,7 @@ TEST(ExtraKeys, TypingGoesToTheNextRowThatBeginsSo)
             typed += character;
             const auto search = [&](int from, const std::string& text) {
                 for (int i = 1; i <= target.rows; ++i)
-                    if (target.BeginsWith((from + i) % target.rows, text))
+                    if (target.BeginsWith((from + i) % target.rows, {text.begin(), text.end()}))
                         return (from + i) % target.rows;
                 return kNoRow;
             };

@@ -55,6 +55,19 @@ QMPLATFORM_API int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR comm
 // exception ends here as it does in a handler, and the message with it.
 QMPLATFORM_API BOOL AfxPreTranslateMessage(MSG* message);
 
+// Shows the wait cursor for as long as it lives.
+class QMPLATFORM_API CWaitCursor
+{
+public:
+    CWaitCursor();
+    ~CWaitCursor();
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+
+private:
+    HCURSOR m_before;
+};
+
 // A message box over the active window, with the program's name as its title.
 QMPLATFORM_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT helpId = 0);
 

@@ -55,7 +55,7 @@ void PrintRow(const Measure& measure)
 // Microseconds since a moment that stays the same.
 double Now(Clock clock)
 {
-    if (clock == Clock::kWall)
+    if (clock == Clock::Wall)
     {
         const auto time = std::chrono::steady_clock::now().time_since_epoch();
         return std::chrono::duration<double, std::micro>(time).count();

@@ -24,12 +24,12 @@ struct Variant
 // system's server does for a call.
 enum class Clock
 {
-    kWall,
-    kProcessor
+    Wall,
+    Processor
 };
 
 // Microseconds a unit of one run.
-double Microseconds(const Variant& variant, Clock clock = Clock::kWall);
+double Microseconds(const Variant& variant, Clock clock = Clock::Wall);
 
 // Times variants in rounds. Absolute times drift with the machine's load, so each round times every
 // variant once, and ratios are taken within a round. The order changes from round to round: none of them
@@ -38,7 +38,7 @@ class Comparison
 {
 public:
     // The first variant is the reference. Each is run once untimed, to open its files.
-    Comparison(std::vector<Variant> variants, unsigned rounds, Clock clock = Clock::kWall);
+    Comparison(std::vector<Variant> variants, unsigned rounds, Clock clock = Clock::Wall);
 
     // Medians over the rounds: microseconds a unit, and the multiple of another variant's.
     double Time(std::size_t variant) const;

@@ -21,16 +21,16 @@ HANDLE Open(const char* path, BareFile::Role role)
 {
     switch (role)
     {
-    case BareFile::Role::kCounters:
+    case BareFile::Role::Counters:
         return ::CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                              FILE_FLAG_WRITE_THROUGH | kLibraryFlags, nullptr);
-    case BareFile::Role::kAppend:
+    case BareFile::Role::Append:
         return ::CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS, kLibraryFlags,
                              nullptr);
-    case BareFile::Role::kRead:
+    case BareFile::Role::Read:
         return ::CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                              kLibraryFlags, nullptr);
-    case BareFile::Role::kScan:
+    case BareFile::Role::Scan:
         return ::CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                              FILE_ATTRIBUTE_NORMAL, nullptr);
     }

@@ -35,10 +35,10 @@ class BareFile
 public:
     enum class Role
     {
-        kCounters, // opened as the library opens "Log.DAT" for updates
-        kAppend,   // as a log's files for writing
-        kRead,     // as a log's files for reading
-        kScan      // for reading from end to end
+        Counters, // opened as the library opens "Log.DAT" for updates
+        Append,   // as a log's files for writing
+        Read,     // as a log's files for reading
+        Scan      // for reading from end to end
     };
 
     BareFile(const std::string& path, Role role);

@@ -37,7 +37,7 @@ public:
     {
         std::FILE* const rows = std::fopen((m_base + ".ROW").c_str(), "wb");
         std::FILE* const text = std::fopen((m_base + ".LOG").c_str(), "wb");
-        Check(rows != nullptr && text != nullptr, "creating a log");
+        Check(rows && text, "creating a log");
         Check(std::fwrite(m_rows.data(), sizeof(CQmLogRow), m_rows.size(), rows) == m_rows.size(),
               "writing rows");
         std::string lines;

@@ -14,7 +14,7 @@ SessionFiles::SessionFiles(const std::string& folder, std::uint64_t textBytes)
     {
         m_logs[i].text = std::fopen((folder + kLogs[i] + ".LOG").c_str(), "wb");
         m_logs[i].rows = std::fopen((folder + kLogs[i] + ".ROW").c_str(), "wb");
-        Check(m_logs[i].text != nullptr && m_logs[i].rows != nullptr, "creating a session");
+        Check(m_logs[i].text && m_logs[i].rows, "creating a session");
         std::setvbuf(m_logs[i].text, nullptr, _IOFBF, 64 * 1024);
         std::setvbuf(m_logs[i].rows, nullptr, _IOFBF, 64 * 1024);
     }
@@ -70,7 +70,7 @@ void SessionFiles::WriteCounters(const std::string& folder) const
 {
     const std::uint32_t counters[2] = {m_number, 0};
     std::FILE* const file = std::fopen((folder + "Log.DAT").c_str(), "wb");
-    Check(file != nullptr && std::fwrite(counters, sizeof(counters), 1, file) == 1 && std::fclose(file) == 0,
+    Check(file && std::fwrite(counters, sizeof(counters), 1, file) == 1 && std::fclose(file) == 0,
           "writing the counters");
 }
 

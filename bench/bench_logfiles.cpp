@@ -149,7 +149,7 @@ private:
         static char buffer[64 * 1024];
         for (const char* extension : {".LOG", ".ROW"})
         {
-            BareFile file(PathOf(kBig) + extension, BareFile::Role::kScan);
+            BareFile file(PathOf(kBig) + extension, BareFile::Role::Scan);
             while (file.ReadNext(buffer, sizeof(buffer)) > 0)
             {
             }
@@ -158,8 +158,8 @@ private:
 
     void MeasureReads()
     {
-        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::kRead);
-        BareFile logFile(PathOf("Big.LOG"), BareFile::Role::kRead);
+        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::Read);
+        BareFile logFile(PathOf("Big.LOG"), BareFile::Role::Read);
         CQmLogReader reader;
         reader.SetFilePath(kBig);
         constexpr unsigned kPage = 60;
@@ -201,7 +201,7 @@ private:
 
     void MeasureSearch()
     {
-        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::kRead);
+        BareFile rowFile(PathOf("Big.ROW"), BareFile::Role::Read);
         CQmLogReader reader;
         reader.SetFilePath(kBig);
         const auto timeOf = [&](unsigned row) {
@@ -242,8 +242,8 @@ private:
     // What the bare calls of the other measures consist of.
     void MeasureSystem()
     {
-        BareFile counters(PathOf("Parts.DAT"), BareFile::Role::kCounters);
-        BareFile append(PathOf("Parts.LOG"), BareFile::Role::kAppend);
+        BareFile counters(PathOf("Parts.DAT"), BareFile::Role::Counters);
+        BareFile append(PathOf("Parts.LOG"), BareFile::Role::Append);
         const std::string line = Lines(1);
         const std::string lines = Lines(100);
         const std::string path = PathOf("Big.ROW");
@@ -273,9 +273,9 @@ private:
 
     void MeasureWrites()
     {
-        BareFile counters(PathOf("Bare.DAT"), BareFile::Role::kCounters);
-        BareFile rowFile(PathOf("Bare.ROW"), BareFile::Role::kAppend);
-        BareFile logFile(PathOf("Bare.LOG"), BareFile::Role::kAppend);
+        BareFile counters(PathOf("Bare.DAT"), BareFile::Role::Counters);
+        BareFile rowFile(PathOf("Bare.ROW"), BareFile::Role::Append);
+        BareFile logFile(PathOf("Bare.LOG"), BareFile::Role::Append);
         Log one("One");
         Log ten("Ten");
         Log hundred("Hundred");
@@ -314,9 +314,9 @@ private:
     // A block changes the depth twice and gives its header line a row.
     void MeasureBlocks()
     {
-        BareFile counters(PathOf("BareBlock.DAT"), BareFile::Role::kCounters);
-        BareFile rowFile(PathOf("BareBlock.ROW"), BareFile::Role::kAppend);
-        BareFile logFile(PathOf("BareBlock.LOG"), BareFile::Role::kAppend);
+        BareFile counters(PathOf("BareBlock.DAT"), BareFile::Role::Counters);
+        BareFile rowFile(PathOf("BareBlock.ROW"), BareFile::Role::Append);
+        BareFile logFile(PathOf("BareBlock.LOG"), BareFile::Role::Append);
         Log log("Block");
         const CQmLogRow row;
 

@@ -144,7 +144,7 @@ private:
                 variant(&LogtoolBench::Errors),
                 variant(&LogtoolBench::Grep),
             },
-            m_options.quick ? 3 : 5, bench::Clock::kProcessor);
+            m_options.quick ? 3 : 5, bench::Clock::Processor);
         const char* const all = "its bytes, read once in 64 KiB";
         const auto add = [&](const std::string& name, std::size_t at, const char* reference,
                              std::optional<double> ratio, std::optional<double> goal) {
@@ -165,7 +165,7 @@ private:
         static std::array<char, kPiece> buffer;
         for (const char* log : SessionFiles::kLogs)
         {
-            BareFile file(m_folder.Path() + log + extension, BareFile::Role::kScan);
+            BareFile file(m_folder.Path() + log + extension, BareFile::Role::Scan);
             while (file.ReadNext(buffer.data(), kPiece) > 0)
             {
             }
@@ -186,7 +186,7 @@ private:
         if (m_text.empty())
         {
             m_text.resize(kPiece);
-            BareFile(m_folder.Path() + "Run.LOG", BareFile::Role::kScan).ReadNext(m_text.data(), kPiece);
+            BareFile(m_folder.Path() + "Run.LOG", BareFile::Role::Scan).ReadNext(m_text.data(), kPiece);
         }
         for (std::uint64_t done = 0; done < m_session.TextBytes(); done += kPiece)
             Check(std::string_view(m_text.data(), kPiece).find(kAbsent) == std::string_view::npos,

@@ -230,8 +230,7 @@ private:
         for (unsigned row = first; row < first + kPage; ++row)
         {
             const logview::CachedRow* const cached = cache.Get(static_cast<int>(row));
-            Check(cached != nullptr && cached->text.size() == LogFiles::kLineBytes && !cached->foldable,
-                  "a page");
+            Check(cached && cached->text.size() == LogFiles::kLineBytes && !cached->foldable, "a page");
         }
     }
 

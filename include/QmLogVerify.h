@@ -17,29 +17,29 @@
 enum class QmLogFindingKind
 {
     // Damage.
-    kFileUnreadable,     // a file cannot be opened or read
-    kTextWithoutIndex,   // a "LOG" file with text whose "ROW" file is missing or empty
-    kIndexWithoutText,   // a "ROW" file with rows whose "LOG" file is missing
-    kTextCut,            // the text ends before rows of more than one write
-    kIndexCut,           // the index ends within a record, and with it lines lack their rows
-    kOffsetNotAscending, // a row's offset is not above that of the row before
-    kOffsetNotAtLine,    // a row's offset is not just behind a line feed
-    kLineWithoutRow,     // the text has lines for which the index has no row
-    kNumberZero,         // a row has no sequence number
-    kNumberNotAscending, // a row's sequence number is not above that of the row before
-    kNumberNotUnique,    // another log has a row of the same sequence number
-    kNumberAboveCounter, // a row's sequence number was never given out
-    kBlockMarkInvalid,   // a row's block mark is neither 0 nor 1
-    kKindInvalid,        // a row's kind is the reserved value
-    kCountersMissing,    // there are rows, but no "Log.DAT"
-    kCountersSize,       // there are rows, but "Log.DAT" does not have its 8 bytes
-    kMoreDamage,         // further findings in this log, damage among them, or so many that it was given up
+    FileUnreadable,     // a file cannot be opened or read
+    TextWithoutIndex,   // a "LOG" file with text whose "ROW" file is missing or empty
+    IndexWithoutText,   // a "ROW" file with rows whose "LOG" file is missing
+    TextCut,            // the text ends before rows of more than one write
+    IndexCut,           // the index ends within a record, and with it lines lack their rows
+    OffsetNotAscending, // a row's offset is not above that of the row before
+    OffsetNotAtLine,    // a row's offset is not just behind a line feed
+    LineWithoutRow,     // the text has lines for which the index has no row
+    NumberZero,         // a row has no sequence number
+    NumberNotAscending, // a row's sequence number is not above that of the row before
+    NumberNotUnique,    // another log has a row of the same sequence number
+    NumberAboveCounter, // a row's sequence number was never given out
+    BlockMarkInvalid,   // a row's block mark is neither 0 nor 1
+    KindInvalid,        // a row's kind is the reserved value
+    CountersMissing,    // there are rows, but no "Log.DAT"
+    CountersSize,       // there are rows, but "Log.DAT" does not have its 8 bytes
+    MoreDamage,         // further findings in this log, damage among them, or so many that it was given up
     // Not damage.
-    kRowBeforeText,    // a row at the end whose text has not come yet
-    kRowWithoutText,   // a row whose text never came
-    kRecordUnfinished, // the index ends within a record, but no line lacks its row
-    kNumberWithoutRow, // numbers were given out that no row has
-    kMoreNotes,        // further findings in this log, no damage among them
+    RowBeforeText,    // a row at the end whose text has not come yet
+    RowWithoutText,   // a row whose text never came
+    RecordUnfinished, // the index ends within a record, but no line lacks its row
+    NumberWithoutRow, // numbers were given out that no row has
+    MoreNotes,        // further findings in this log, no damage among them
 };
 
 // True for the kinds that are damage.

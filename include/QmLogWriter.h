@@ -135,7 +135,7 @@ public:
     QmLogBlock(CQmLogWriter& log, QmLogBlockKind kind, const char* caption)
         : m_log(log), m_open(log.BlockBegin(kind))
     {
-        if (m_open && caption != nullptr && *caption != '\0')
+        if (m_open && caption && *caption != '\0')
             m_log.Write(caption);
     }
 

@@ -10,7 +10,7 @@
 // Set it as the control's sort callback:
 //
 //     CReportSorter sorter(control);
-//     sorter.SetOrder(2, CReportSorter::Order::kNumber);
+//     sorter.SetOrder(2, CReportSorter::Order::Number);
 //     sorter.AddFurtherKey(0, 1);
 //     control.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
 //
@@ -30,14 +30,14 @@ public:
     // "+0100" or "+01"; a time without either is taken as one with 'Z'.
     enum class Order
     {
-        kText,         // by bytes
-        kCaseless,     // the letters A to Z equal a to z
-        kNatural,      // caseless, and adjacent digits are a number: "file9" before "file10"
-        kNumber,       // "-1,234.5", "1e-3"
-        kDecimalComma, // "-1.234,5"
-        kDate,         // "2026-11-21 14:05:06.25"; a date that ends with the year begins with the month
-        kDateDayFirst, // the same, but a date that ends with the year begins with the day
-        kLocale        // as the language of the user sorts words, by bytes where that finds no difference
+        Text,         // by bytes
+        Caseless,     // the letters A to Z equal a to z
+        Natural,      // caseless, and adjacent digits are a number: "file9" before "file10"
+        Number,       // "-1,234.5", "1e-3"
+        DecimalComma, // "-1.234,5"
+        Date,         // "2026-11-21 14:05:06.25"; a date that ends with the year begins with the month
+        DateDayFirst, // the same, but a date that ends with the year begins with the day
+        Locale        // as the language of the user sorts words, by bytes where that finds no difference
     };
 
     explicit CReportSorter(CReportCtrl& control);

@@ -91,7 +91,7 @@ HANDLE Acquire(SharedFile& shared)
     for (unsigned tries = 0;; ++tries)
     {
         // Looked up at every try: another thread may have opened or closed the file meanwhile.
-        if (const HANDLE file = shared.handle.load(); file != nullptr)
+        if (const HANDLE file = shared.handle.load())
         {
             if (files.Lock(file, 0, kWholeFile))
                 return file;
@@ -100,7 +100,7 @@ HANDLE Acquire(SharedFile& shared)
         {
             if (*path == '\0' && !QmLogMakeFilePath("Log.DAT", path))
                 return nullptr;
-            if (const HANDLE opened = Open(shared, path); opened != nullptr)
+            if (const HANDLE opened = Open(shared, path))
             {
                 // The answer of this first lock is deliberately not asked for.
                 files.Lock(opened, 0, kWholeFile);
@@ -158,7 +158,7 @@ CounterRecord Query(const Messages& messages)
 {
     CounterRecord record;
     const HANDLE file = Acquire(queryFile);
-    if (file == nullptr || !SeekToBegin(file, messages.firstSeek))
+    if (!file || !SeekToBegin(file, messages.firstSeek))
         return {};
     ReadRecord(file, record, messages.read);
     Release(file);
@@ -170,7 +170,7 @@ std::uint8_t UpdateIndent(const Messages& messages, int step)
 {
     CounterRecord record;
     const HANDLE file = Acquire(updateFile);
-    if (file == nullptr || !SeekToBegin(file, messages.firstSeek))
+    if (!file || !SeekToBegin(file, messages.firstSeek))
         return 0;
     ReadRecord(file, record, messages.read);
     record.indent = static_cast<std::uint8_t>(record.indent + step);
@@ -208,7 +208,7 @@ std::uint32_t GlobalTimeTake(std::uint32_t count, std::uint32_t& first)
     first = 0;
     CounterRecord record;
     const HANDLE file = Acquire(updateFile);
-    if (file == nullptr || !SeekToBegin(file, kTimeIncrement.firstSeek))
+    if (!file || !SeekToBegin(file, kTimeIncrement.firstSeek))
         return 1;
 
     std::uint32_t taken = ReadRecord(file, record, kTimeIncrement.read) ? count : 1;
@@ -235,10 +235,10 @@ bool TryOpenCounters()
 {
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     char path[MAX_PATH] = {};
-    if (updateFile.handle.load() != nullptr)
+    if (updateFile.handle.load())
         return true;
     const HANDLE opened = QmLogMakeFilePath("Log.DAT", path) ? Open(updateFile, path) : nullptr;
-    if (opened == nullptr)
+    if (!opened)
         return false;
     HANDLE expected = nullptr;
     const bool isLocked = files.Lock(opened, 0, kWholeFile);
@@ -254,7 +254,7 @@ void CloseCounters()
 {
     for (SharedFile* shared : {&queryFile, &updateFile})
     {
-        if (const HANDLE file = shared->handle.exchange(nullptr); file != nullptr)
+        if (const HANDLE file = shared->handle.exchange(nullptr))
             ZEMA::FileCalls().Close(file);
     }
 }

@@ -20,10 +20,10 @@ std::string EntryText(const char* message, DWORD error)
 {
     const std::time_t now = std::time(nullptr);
     const std::tm* local = std::localtime(&now);
-    const char* date = local != nullptr ? std::asctime(local) : nullptr;
+    const char* date = local ? std::asctime(local) : nullptr;
 
     std::string entry = "\n";
-    entry += date != nullptr ? date : "\n";
+    entry += date ? date : "\n";
     entry += "\n";
     entry += message;
     if (error != ERROR_SUCCESS)
@@ -40,9 +40,9 @@ bool MakePath(char* path)
     if (QmLogMakeFilePath("QmLog.LOG", path))
         return true;
     IAppDataManager* const manager = AppDataManager::LoadAppDataManager();
-    IAppDataAccess* const access = manager != nullptr ? manager->GetAccess() : nullptr;
+    IAppDataAccess* const access = manager ? manager->GetAccess() : nullptr;
     char folder[MAX_PATH] = {};
-    return access != nullptr && access->GetFallbackFolder(folder, MAX_PATH) != 0 &&
+    return access && access->GetFallbackFolder(folder, MAX_PATH) != 0 &&
            ZEMA_makepath(path, "", folder, "QmLog", "LOG");
 }
 
@@ -57,7 +57,7 @@ void Append(const std::string& entry)
                                         FILE_FLAG_WRITE_THROUGH | FILE_FLAG_RANDOM_ACCESS |
                                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_NORMAL,
                                         nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+    if (!file || file == INVALID_HANDLE_VALUE)
         return;
 
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
@@ -71,7 +71,7 @@ void Append(const std::string& entry)
 
 bool Report(const char* message)
 {
-    if (message == nullptr)
+    if (!message)
         return true;
     const DWORD error = ZEMA::FileCalls().LastError();
     try

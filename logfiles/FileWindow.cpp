@@ -29,8 +29,8 @@ FileWindow::FileWindow(const std::string& path, ReadProgress* progress) : m_path
                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (m_file == INVALID_HANDLE_VALUE)
         m_file = nullptr;
-    m_state = m_file != nullptr ? State::kOpen : State::kUnreadable;
-    if (m_file == nullptr)
+    m_state = m_file ? State::Open : State::Unreadable;
+    if (!m_file)
         m_size = 0;
 }
 
@@ -41,9 +41,9 @@ FileWindow::~FileWindow()
 
 void FileWindow::Close()
 {
-    if (m_file != nullptr)
+    if (m_file)
         ZEMA::FileCalls().Close(std::exchange(m_file, nullptr));
-    m_state = State::kMissing;
+    m_state = State::Missing;
 }
 
 std::uint64_t FileWindow::SizeNow() const
@@ -54,14 +54,14 @@ std::uint64_t FileWindow::SizeNow() const
 
 const char* FileWindow::At(std::uint64_t position)
 {
-    if (m_state != State::kOpen || position >= m_size || (m_progress != nullptr && m_progress->IsStopped()))
+    if (m_state != State::Open || position >= m_size || (m_progress && m_progress->IsStopped()))
         return nullptr;
     if (!m_window.Holds(position))
     {
         std::swap(m_window, m_other);
         if (!m_window.Holds(position) && !ReadWindow(position))
         {
-            m_state = State::kUnreadable;
+            m_state = State::Unreadable;
             return nullptr;
         }
     }
@@ -73,7 +73,7 @@ bool FileWindow::ReadWindow(std::uint64_t position)
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     m_window.start = position - position % kWindowSize;
     m_window.bytes.resize(static_cast<std::size_t>(std::min(kWindowSize, m_size - m_window.start)));
-    if (m_progress != nullptr)
+    if (m_progress)
         m_progress->Add(m_window.bytes.size());
     std::uint64_t reached = 0;
     DWORD bytes = 0;

@@ -39,9 +39,9 @@ class FileWindow
 public:
     enum class State
     {
-        kOpen,
-        kMissing,
-        kUnreadable
+        Open,
+        Missing,
+        Unreadable
     };
 
     // With a `progress`, which outlives the window, nothing can be read any more once that is stopped.
@@ -87,7 +87,7 @@ private:
     ReadProgress* m_progress;
     std::uint64_t m_size = 0;
     HANDLE m_file = nullptr;
-    State m_state = State::kMissing;
+    State m_state = State::Missing;
     Window m_window; // of the last At
     Window m_other;  // the one before it
 };

@@ -9,7 +9,7 @@ bool ReadRecord(FileWindow& rows, std::uint64_t index, CQmLogRow& row)
 {
     const std::uint64_t position = index * sizeof(row);
     const char* const bytes = position + sizeof(row) <= rows.Size() ? rows.At(position) : nullptr;
-    if (bytes == nullptr)
+    if (!bytes)
         return false;
     std::memcpy(&row, bytes, sizeof(row));
     return true;
@@ -47,7 +47,7 @@ bool EndsOnFreshLine(const char* logPath, const char* rowPath, std::uint64_t tex
 {
     FileWindow text(logPath);
     const char* const last = textSize > 0 ? text.At(textSize - 1) : nullptr;
-    if (last == nullptr || *last != '\n')
+    if (!last || *last != '\n')
         return false;
     FileWindow rows(rowPath);
     const std::uint64_t count = rows.Size() / sizeof(CQmLogRow);

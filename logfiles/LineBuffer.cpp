@@ -35,7 +35,7 @@ bool LineBuffer::Reserve(std::size_t length)
     if (size > sizeof(m_few))
     {
         m_many.reset(new (std::nothrow) char[size]);
-        if (m_many == nullptr)
+        if (!m_many)
             return false;
         m_buffer = m_many.get();
     }

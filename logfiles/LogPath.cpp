@@ -15,15 +15,15 @@ namespace
 
 enum class PathResult
 {
-    kDone,
-    kNoFolder,
-    kTooLong
+    Done,
+    NoFolder,
+    TooLong
 };
 
 IAppDataAccess* Access()
 {
     IAppDataManager* manager = AppDataManager::LoadAppDataManager();
-    return manager != nullptr ? manager->GetAccess() : nullptr;
+    return manager ? manager->GetAccess() : nullptr;
 }
 
 // `to` has room: the lengths were looked at.
@@ -35,33 +35,33 @@ void CopyText(char* to, const char* from)
 PathResult MakeFilePath(const char* name, char* path)
 {
     IAppDataAccess* access = Access();
-    if (access == nullptr)
-        return PathResult::kNoFolder;
+    if (!access)
+        return PathResult::NoFolder;
 
     char folder[MAX_PATH] = {};
     const DWORD folderLength = access->GetLogFolder(folder, MAX_PATH);
     if (folderLength == 0)
-        return PathResult::kNoFolder;
+        return PathResult::NoFolder;
 
     AppDataPath parts = {};
     if (!access->SplitPath(name, parts) || folderLength + std::strlen(parts.directory) >= MAX_PATH)
-        return PathResult::kTooLong;
+        return PathResult::TooLong;
     CopyText(folder + folderLength, parts.directory);
 
     // Composed aside: a result that does not fit leaves `path`, which may be `name`, as it was.
     char composed[MAX_PATH];
     if (!ZEMA_makepath(composed, parts.drive, folder, parts.name, parts.extension))
-        return PathResult::kTooLong;
+        return PathResult::TooLong;
     CopyText(path, composed);
-    return PathResult::kDone;
+    return PathResult::Done;
 }
 
 PathResult MakeLogPath(const AppDataPath& parts, const char* extension, char* path)
 {
     if (!ZEMA_makepath(path, parts.drive, parts.directory, parts.name, extension))
-        return PathResult::kTooLong;
+        return PathResult::TooLong;
     const PathResult result = MakeFilePath(path, path);
-    if (result != PathResult::kDone)
+    if (result != PathResult::Done)
         *path = '\0';
     return result;
 }
@@ -71,23 +71,23 @@ PathResult MakeLogPath(const AppDataPath& parts, const char* extension, char* pa
 void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char* logPath, char* rowPath)
 {
     *nameCopy = *logPath = *rowPath = '\0';
-    if (name == nullptr)
+    if (!name)
         name = "";
-    PathResult result = PathResult::kTooLong;
+    PathResult result = PathResult::TooLong;
     if (*name != '\0' && std::strlen(name) < MAX_PATH)
     {
         AppDataPath parts = {};
-        if (IAppDataAccess* access = Access(); access != nullptr)
+        if (IAppDataAccess* access = Access())
             access->SplitPath(name, parts);
         ZEMA::FileCalls().SetLastError(ERROR_SUCCESS); // so that the error is that of making the folder
         result = MakeLogPath(parts, "LOG", logPath);
-        if (result == PathResult::kDone)
+        if (result == PathResult::Done)
             MakeLogPath(parts, "ROW", rowPath); // as long as the other
     }
-    if (result == PathResult::kNoFolder)
+    if (result == PathResult::NoFolder)
         Refuse(ZEMA::FileCalls().LastError(), operation, "there is no log folder, or it cannot be made",
                name);
-    if (result == PathResult::kTooLong)
+    if (result == PathResult::TooLong)
         Refuse(ERROR_SUCCESS, operation, "the name is empty, or too long with the log folder", name);
     else
         CopyText(nameCopy, name);
@@ -97,5 +97,5 @@ void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char*
 
 bool QmLogMakeFilePath(const char* name, char* path)
 {
-    return logfiles::MakeFilePath(name, path) == logfiles::PathResult::kDone;
+    return logfiles::MakeFilePath(name, path) == logfiles::PathResult::Done;
 }

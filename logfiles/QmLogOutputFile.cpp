@@ -17,7 +17,7 @@ ZEMA::String OutputFolder()
 {
     ZEMA::String folder;
     VkServices::IServiceRegistry* services = VkServices::Services::get_service_registry();
-    if (services == nullptr)
+    if (!services)
         return folder;
     if (auto* registry = dynamic_cast<IAppRegistry*>(services->get_service("ServiceId_AppRegistry")))
         registry->GetString("Run.Output.Path", folder);
@@ -32,9 +32,9 @@ bool MakeOutputPath(const char* name, char* path)
 {
     const ZEMA::String folder = OutputFolder();
     IAppDataManager* manager = AppDataManager::LoadAppDataManager();
-    IAppDataAccess* access = manager != nullptr ? manager->GetAccess() : nullptr;
+    IAppDataAccess* access = manager ? manager->GetAccess() : nullptr;
     AppDataPath parts = {};
-    return !folder.IsEmpty() && access != nullptr && access->SplitPath(folder.c_str(), parts) &&
+    return !folder.IsEmpty() && access && access->SplitPath(folder.c_str(), parts) &&
            ZEMA_makepath(path, parts.drive, parts.directory, name, "TXT");
 }
 
@@ -65,7 +65,7 @@ QmLogOutputFile::QmLogOutputFile(const char* name) : m_name(name) {}
 
 QmLogOutputFile::~QmLogOutputFile()
 {
-    if (m_file != nullptr)
+    if (m_file)
         ZEMA::FileCalls().Close(m_file);
 }
 
@@ -77,7 +77,7 @@ void QmLogOutputFile::SetName(const char* name)
 void QmLogOutputFile::Write(const char* format, ...)
 {
     Init();
-    if (m_file == nullptr)
+    if (!m_file)
         return;
     char text[kMaxFormatted + 1];
     std::va_list arguments;
@@ -90,7 +90,7 @@ void QmLogOutputFile::Write(const char* format, ...)
 void QmLogOutputFile::WriteLine(const char* format, ...)
 {
     Init();
-    if (m_file == nullptr)
+    if (!m_file)
         return;
     char text[1 + kMaxFormatted + 1] = {'\n'};
     std::va_list arguments;
@@ -103,7 +103,7 @@ void QmLogOutputFile::WriteLine(const char* format, ...)
 void QmLogOutputFile::WriteDirect(const char* data, unsigned long long size)
 {
     Init();
-    if (m_file == nullptr)
+    if (!m_file)
         return;
     // The system takes 32-bit sizes.
     constexpr unsigned long long kPortion = 0x40000000;
@@ -132,7 +132,7 @@ void QmLogOutputFile::Init()
     if (file == INVALID_HANDLE_VALUE)
         return;
     m_file = file;
-    if (m_file == nullptr)
+    if (!m_file)
         return;
     std::uint64_t position = 0;
     ZEMA::FileCalls().Seek(m_file, 0, FILE_END, position);

@@ -46,9 +46,9 @@ CQmLogReader::~CQmLogReader()
 // The messages name the destructor, the usual place of these calls: their texts are fixed.
 void CQmLogReader::Close()
 {
-    if (m_logHandle != nullptr && !ZEMA::FileCalls().Close(m_logHandle))
+    if (m_logHandle && !ZEMA::FileCalls().Close(m_logHandle))
         logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Log)");
-    if (m_rowHandle != nullptr && !ZEMA::FileCalls().Close(m_rowHandle))
+    if (m_rowHandle && !ZEMA::FileCalls().Close(m_rowHandle))
         logfiles::Report("CQmLogReader::~CQmLogReader().CloseHandle(Row)");
     m_logHandle = nullptr;
     m_rowHandle = nullptr;
@@ -94,8 +94,7 @@ bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& l
 
     // A writer may have gone on since the record was read: what lies behind the last line is not part of it.
     const void* const lineFeed = last ? std::memchr(m_text, '\n', bytes) : nullptr;
-    length = lineFeed != nullptr ? static_cast<unsigned long>(static_cast<const char*>(lineFeed) - m_text + 1)
-                                 : bytes;
+    length = lineFeed ? static_cast<unsigned long>(static_cast<const char*>(lineFeed) - m_text + 1) : bytes;
     m_text[length] = '\0';
     text = m_text;
     return true;
@@ -216,7 +215,7 @@ bool CQmLogReader::ReadRowAndEnd(unsigned long index, unsigned long& length, CQm
 // False while the file cannot be opened; the system's refusal is reported as `failure`.
 bool CQmLogReader::OpenLogFile(const char* failure)
 {
-    if (m_logHandle == nullptr)
+    if (!m_logHandle)
         m_logHandle = CreateFileRead(m_logPath);
     if (m_logHandle != INVALID_HANDLE_VALUE)
         return m_logHandle != nullptr;
@@ -226,7 +225,7 @@ bool CQmLogReader::OpenLogFile(const char* failure)
 
 bool CQmLogReader::OpenRowFile(const char* failure)
 {
-    if (m_rowHandle == nullptr)
+    if (!m_rowHandle)
         m_rowHandle = CreateFileRead(m_rowPath);
     if (m_rowHandle != INVALID_HANDLE_VALUE)
         return m_rowHandle != nullptr;
@@ -254,7 +253,7 @@ bool CQmLogReader::GrowText(unsigned long& length, unsigned long offset)
 
     const std::size_t needed = std::size_t{length} + 1;
     char* const grown = static_cast<char*>(std::realloc(m_text, needed));
-    if (grown == nullptr)
+    if (!grown)
     {
         ZEMA::FileCalls().SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return false;

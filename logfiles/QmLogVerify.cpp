@@ -19,7 +19,7 @@ using logfiles::VerifyLog;
 // "Log.DAT" of the folder.
 struct CounterFile
 {
-    FileWindow::State state = FileWindow::State::kMissing;
+    FileWindow::State state = FileWindow::State::Missing;
     std::uint64_t size = 0;
     std::uint32_t lastNumber = 0;
 };
@@ -34,9 +34,9 @@ CounterFile ReadCounterFile(const std::string& path)
         counters.size = file.Size();
         const char* const bytes = file.At(0);
         counters.state = file.GetState();
-        if (counters.state != FileWindow::State::kUnreadable)
+        if (counters.state != FileWindow::State::Unreadable)
         {
-            if (bytes != nullptr && counters.size >= sizeof(counters.lastNumber))
+            if (bytes && counters.size >= sizeof(counters.lastNumber))
                 std::memcpy(&counters.lastNumber, bytes, sizeof(counters.lastNumber));
             break;
         }
@@ -84,18 +84,18 @@ private:
         // Only a finding needs words, and almost every row passes without.
         const auto number = [&row] { return "number " + std::to_string(row.time); };
         if (row.time == 0)
-            return Report(QmLogFindingKind::kNumberZero, "the row has no sequence number");
+            return Report(QmLogFindingKind::NumberZero, "the row has no sequence number");
         if (m_counter && row.time > *m_counter)
-            return Report(QmLogFindingKind::kNumberAboveCounter,
+            return Report(QmLogFindingKind::NumberAboveCounter,
                           number() + " is above the counter, which stands at " + std::to_string(*m_counter));
         if (row.time <= last)
-            return Report(QmLogFindingKind::kNumberNotAscending,
+            return Report(QmLogFindingKind::NumberNotAscending,
                           number() + " is not above the " + std::to_string(last) + " before it");
         // One number too high is told by the next row, which fits in before it.
         CQmLogRow next;
         if (m_index + 1 < m_log.RowCount() && m_log.ReadRow(m_index + 1, next) && next.time > last &&
             next.time <= row.time)
-            return Report(QmLogFindingKind::kNumberNotAscending,
+            return Report(QmLogFindingKind::NumberNotAscending,
                           number() + " is not below the " + std::to_string(next.time) + " behind it");
         return true;
     }
@@ -135,7 +135,7 @@ public:
     {
         if (m_count == 0)
             return;
-        all.push_back({QmLogFindingKind::kNumberWithoutRow, "Log.DAT", QmLogFinding::kNoRow,
+        all.push_back({QmLogFindingKind::NumberWithoutRow, "Log.DAT", QmLogFinding::kNoRow,
                        "no row has the number " + m_text + (m_more ? ", ..." : "") + " (" +
                            std::to_string(m_count) + " in all)"});
     }
@@ -152,7 +152,7 @@ NumberCursor* LowestNumber(std::deque<NumberCursor>& cursors)
     NumberCursor* lowest = nullptr;
     for (NumberCursor& cursor : cursors)
     {
-        if (!cursor.AtEnd() && (lowest == nullptr || cursor.Number() < lowest->Number()))
+        if (!cursor.AtEnd() && (!lowest || cursor.Number() < lowest->Number()))
             lowest = &cursor;
     }
     return lowest;
@@ -172,8 +172,8 @@ MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint
     while (NumberCursor* const cursor = LowestNumber(cursors))
     {
         const std::uint32_t number = cursor->Number();
-        if (lastLog != nullptr && number == last)
-            cursor->Log().GetFindings().Add(QmLogFindingKind::kNumberNotUnique, "ROW", cursor->Row(),
+        if (lastLog && number == last)
+            cursor->Log().GetFindings().Add(QmLogFindingKind::NumberNotUnique, "ROW", cursor->Row(),
                                             "number " + std::to_string(number) + " stands in " +
                                                 lastLog->RowFile() + ", row " + std::to_string(lastRow) +
                                                 " too");
@@ -195,19 +195,19 @@ void CheckCounters(const CounterFile& counters, bool anyRows, std::vector<Findin
     const auto add = [&all](QmLogFindingKind kind, const std::string& reason) {
         all.push_back({kind, "Log.DAT", QmLogFinding::kNoRow, reason});
     };
-    if (counters.state == FileWindow::State::kUnreadable)
-        add(QmLogFindingKind::kFileUnreadable, "the file cannot be opened or read");
-    else if (anyRows && counters.state == FileWindow::State::kMissing)
-        add(QmLogFindingKind::kCountersMissing, "the counters are missing, but there are rows");
+    if (counters.state == FileWindow::State::Unreadable)
+        add(QmLogFindingKind::FileUnreadable, "the file cannot be opened or read");
+    else if (anyRows && counters.state == FileWindow::State::Missing)
+        add(QmLogFindingKind::CountersMissing, "the counters are missing, but there are rows");
     else if (anyRows && counters.size != 8)
-        add(QmLogFindingKind::kCountersSize,
+        add(QmLogFindingKind::CountersSize,
             "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
 }
 
 std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& counters)
 {
     std::optional<std::uint32_t> counter;
-    if (counters.state == FileWindow::State::kOpen && counters.size >= sizeof(counters.lastNumber))
+    if (counters.state == FileWindow::State::Open && counters.size >= sizeof(counters.lastNumber))
         counter = counters.lastNumber;
     bool anyRows = false;
     for (VerifyLog& log : logs)
@@ -235,7 +235,7 @@ std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& coun
 
 bool QmLogIsDamage(QmLogFindingKind kind)
 {
-    return kind < QmLogFindingKind::kRowBeforeText;
+    return kind < QmLogFindingKind::RowBeforeText;
 }
 
 void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,

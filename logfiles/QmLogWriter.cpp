@@ -36,14 +36,13 @@ const char* CQmLogWriter::GetFilePath() const
 
 bool CQmLogWriter::Write(const char* text)
 {
-    return text != nullptr ? WriteText(text, std::strlen(text)) : WriteText("", 0);
+    return text ? WriteText(text, std::strlen(text)) : WriteText("", 0);
 }
 
 bool CQmLogWriter::WriteLine(const char* text)
 {
     logfiles::LineBuffer line;
-    return text == nullptr ||
-           (line.Assign(text, std::strlen(text)) && WriteLineText(line.Text(), line.Length()));
+    return !text || (line.Assign(text, std::strlen(text)) && WriteLineText(line.Text(), line.Length()));
 }
 
 bool CQmLogWriter::WriteFormat(const char* format, ...)
@@ -125,7 +124,7 @@ void* CQmLogWriter::CreateFileWrite(const char* path)
 // refused for.
 bool CQmLogWriter::OpenLogFile()
 {
-    if (m_logHandle == nullptr)
+    if (!m_logHandle)
     {
         m_logHandle = CreateFileWrite(m_logPath);
         m_logError = ZEMA::FileCalls().LastError();
@@ -232,12 +231,12 @@ bool CQmLogWriter::WriteAt(std::uint64_t position, const char* text, std::size_t
 // order.
 void CQmLogWriter::CloseFiles(const char* logMessage, const char* rowMessage)
 {
-    if (m_rowHandle == nullptr && m_logHandle == nullptr)
+    if (!m_rowHandle && !m_logHandle)
         return;
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
-    const bool rowClosed = m_rowHandle == nullptr || files.Close(m_rowHandle);
+    const bool rowClosed = !m_rowHandle || files.Close(m_rowHandle);
     const DWORD rowError = files.LastError();
-    if (m_logHandle != nullptr && !files.Close(m_logHandle))
+    if (m_logHandle && !files.Close(m_logHandle))
         logfiles::Report(logMessage);
     if (!rowClosed)
         logfiles::FailWith(rowError, rowMessage);

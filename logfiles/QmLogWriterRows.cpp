@@ -45,7 +45,7 @@ bool CQmLogWriter::WriteRow(CQmLogRow& row)
 {
     RowsWritten written;
     WriteRows(&row, 1, written);
-    if (written.failure != nullptr)
+    if (written.failure)
         logfiles::FailWith(written.error, written.failure);
     return written.lost == 0;
 }
@@ -66,8 +66,8 @@ void CQmLogWriter::WriteTextRows(const char* text, std::size_t length, std::uint
     std::unique_ptr<CQmLogRow[]> many;
     if (count > std::size(few))
         many.reset(new (std::nothrow) CQmLogRow[count]);
-    CQmLogRow* const rows = many != nullptr ? many.get() : few;
-    const std::size_t capacity = many != nullptr ? count : std::size(few);
+    CQmLogRow* const rows = many ? many.get() : few;
+    const std::size_t capacity = many ? count : std::size(few);
 
     CQmLogRow& line = GetBlockHeap();
     std::size_t used = 0;
@@ -94,7 +94,7 @@ void CQmLogWriter::WriteTextRows(const char* text, std::size_t length, std::uint
     }
     if (used > 0)
         flush();
-    if (written.failure != nullptr)
+    if (written.failure)
         logfiles::FailWith(written.error, written.failure);
 }
 
@@ -178,7 +178,7 @@ bool CQmLogWriter::OpenRowFile(RowsWritten& written)
 {
     constexpr int kTries = 100;
     constexpr std::chrono::milliseconds kPause(10);
-    if (m_rowHandle == nullptr)
+    if (!m_rowHandle)
     {
         m_rowHandle = CreateFileWrite(m_rowPath);
         m_rowError = ZEMA::FileCalls().LastError();
@@ -189,10 +189,10 @@ bool CQmLogWriter::OpenRowFile(RowsWritten& written)
             m_rowHandle = CreateFileWrite(m_rowPath);
             m_rowError = ZEMA::FileCalls().LastError();
         }
-        if (m_rowHandle != nullptr && m_rowHandle != INVALID_HANDLE_VALUE)
+        if (m_rowHandle && m_rowHandle != INVALID_HANDLE_VALUE)
             CutRowsWithoutText(m_rowHandle, m_rowPath, m_logPath);
     }
     if (m_rowHandle == INVALID_HANDLE_VALUE)
         written.Note("CQmLogWriter::WriteRow().CreateFileWrite(Row)", m_rowError);
-    return m_rowHandle != nullptr && m_rowHandle != INVALID_HANDLE_VALUE;
+    return m_rowHandle && m_rowHandle != INVALID_HANDLE_VALUE;
 }

@@ -18,9 +18,9 @@ struct CQmLogWriter::RowsWritten
     // What is to be reported: the first failure stands for all of them.
     void Note(const char* message, unsigned long systemError)
     {
-        if (failure == nullptr)
+        if (!failure)
             error = systemError;
-        failure = failure == nullptr ? message : failure;
+        failure = failure ? failure : message;
     }
 
     bool any = false;

@@ -20,7 +20,7 @@ public:
     // the name is null or refused, or the room is used up.
     Object& Define(const char* name)
     {
-        if (name == nullptr)
+        if (!name)
             name = "";
         for (int i = 0; i < m_count; ++i)
         {

@@ -37,7 +37,7 @@ void Findings::AppendTo(std::vector<Finding>& all)
     if (m_more > 0)
     {
         const bool damage = m_moreDamage || IsGivenUp();
-        all.push_back({damage ? QmLogFindingKind::kMoreDamage : QmLogFindingKind::kMoreNotes, m_log + ".ROW",
+        all.push_back({damage ? QmLogFindingKind::MoreDamage : QmLogFindingKind::MoreNotes, m_log + ".ROW",
                        QmLogFinding::kNoRow,
                        Number(m_more) + " more findings like these" +
                            (IsGivenUp() ? ", and the rest of the log was not checked" : "")});
@@ -60,10 +60,10 @@ bool VerifyLog::ReadRow(std::uint64_t index, CQmLogRow& row)
 void VerifyLog::CheckValues(std::uint64_t index, const CQmLogRow& row)
 {
     if (row.blockBegin > 1)
-        m_findings.Add(QmLogFindingKind::kBlockMarkInvalid, "ROW", index,
+        m_findings.Add(QmLogFindingKind::BlockMarkInvalid, "ROW", index,
                        "the block mark is " + Number(row.blockBegin) + ", neither 0 nor 1");
     if (row.kind == kEnclosingKind)
-        m_findings.Add(QmLogFindingKind::kKindInvalid, "ROW", index,
+        m_findings.Add(QmLogFindingKind::KindInvalid, "ROW", index,
                        "the kind is the reserved value 4294967295");
 }
 
@@ -72,8 +72,8 @@ void VerifyLog::CheckReadable()
     const std::pair<const FileWindow&, const char*> files[] = {{m_text, "LOG"}, {m_rows, "ROW"}};
     for (const auto& [file, extension] : files)
     {
-        if (file.GetState() == FileWindow::State::kUnreadable)
-            m_findings.Add(QmLogFindingKind::kFileUnreadable, extension, QmLogFinding::kNoRow,
+        if (file.GetState() == FileWindow::State::Unreadable)
+            m_findings.Add(QmLogFindingKind::FileUnreadable, extension, QmLogFinding::kNoRow,
                            "the file cannot be opened or read");
     }
 }
@@ -111,19 +111,19 @@ void VerifyLog::CheckOffsets()
 bool VerifyLog::CheckPresence()
 {
     using State = FileWindow::State;
-    if (m_text.GetState() == State::kUnreadable || m_rows.GetState() == State::kUnreadable)
+    if (m_text.GetState() == State::Unreadable || m_rows.GetState() == State::Unreadable)
         return false;
-    if (m_text.GetState() == State::kMissing)
+    if (m_text.GetState() == State::Missing)
     {
         if (m_rows.Size() > 0)
-            m_findings.Add(QmLogFindingKind::kIndexWithoutText, "LOG", QmLogFinding::kNoRow,
+            m_findings.Add(QmLogFindingKind::IndexWithoutText, "LOG", QmLogFinding::kNoRow,
                            "the text is missing, but the index has " + Number(RowCount()) + " rows");
         return false;
     }
     if (m_rows.Size() == 0)
     {
         if (m_text.Size() > 0)
-            m_findings.Add(QmLogFindingKind::kTextWithoutIndex, "ROW", QmLogFinding::kNoRow,
+            m_findings.Add(QmLogFindingKind::TextWithoutIndex, "ROW", QmLogFinding::kNoRow,
                            "the index is missing or empty, but the text has " + Number(m_text.Size()) +
                                " bytes");
         return false;
@@ -137,7 +137,7 @@ bool VerifyLog::IsLineStart(std::uint64_t offset)
     if (offset > m_text.Size())
         return false;
     const char* const byte = m_text.At(offset == 0 ? 0 : offset - 1);
-    return offset == 0 ? byte == nullptr || *byte != '\n' : byte != nullptr && *byte == '\n';
+    return offset == 0 ? !byte || *byte != '\n' : byte && *byte == '\n';
 }
 
 // The lines that begin between two offsets, both excluded.
@@ -155,7 +155,7 @@ std::uint64_t VerifyLog::CountLineStarts(std::uint64_t after, std::uint64_t befo
     while (position + 1 < before)
     {
         const char* const bytes = m_text.At(position);
-        if (bytes == nullptr)
+        if (!bytes)
             break;
         const std::uint64_t size = std::min(m_text.BytesFrom(position), before - 1 - position);
         count += static_cast<std::uint64_t>(std::count(bytes, bytes + size, '\n'));
@@ -176,7 +176,7 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
     if (atEnd && lines == 0)
         firstRow = SkipRowsWithLateText(firstRow, endRow);
     if (atEnd && lines == 0 && LieBehindText(firstRow, endRow) && !IsOneWrite(m_rows, firstRow, endRow))
-        m_findings.Add(QmLogFindingKind::kTextCut, "LOG", QmLogFinding::kNoRow,
+        m_findings.Add(QmLogFindingKind::TextCut, "LOG", QmLogFinding::kNoRow,
                        "the text ends at byte " + Number(m_text.Size()) +
                            ", but the index goes on with row " + Number(firstRow) + " to row " +
                            Number(endRow - 1));
@@ -190,12 +190,12 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
         return;
     const bool cut = atEnd && m_rows.Size() % sizeof(CQmLogRow) != 0;
     if (lines > rows)
-        m_findings.Add(cut ? QmLogFindingKind::kIndexCut : QmLogFindingKind::kLineWithoutRow, "ROW", endRow,
+        m_findings.Add(cut ? QmLogFindingKind::IndexCut : QmLogFindingKind::LineWithoutRow, "ROW", endRow,
                        (cut ? "the record is cut short; lines of the text without a row: "
                             : "lines of the text without a row before this one: ") +
                            Number(lines - rows));
     else if (cut)
-        m_findings.Add(QmLogFindingKind::kRecordUnfinished, "ROW", endRow,
+        m_findings.Add(QmLogFindingKind::RecordUnfinished, "ROW", endRow,
                        "the record is unfinished, and its line has not been written");
 }
 
@@ -242,12 +242,11 @@ void VerifyLog::ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displ
         reason += " is not just behind a line feed";
 
     if (!displaced && atEnd && behindText)
-        m_findings.Add(QmLogFindingKind::kRowBeforeText, "ROW", index,
-                       reason + ": its text has not come yet");
+        m_findings.Add(QmLogFindingKind::RowBeforeText, "ROW", index, reason + ": its text has not come yet");
     else if (!displaced && !atEnd && ReadRow(liveRow, live) && live.offset == row.offset)
-        m_findings.Add(QmLogFindingKind::kRowWithoutText, "ROW", index, reason + ": its text never came");
+        m_findings.Add(QmLogFindingKind::RowWithoutText, "ROW", index, reason + ": its text never came");
     else
-        m_findings.Add(descends ? QmLogFindingKind::kOffsetNotAscending : QmLogFindingKind::kOffsetNotAtLine,
+        m_findings.Add(descends ? QmLogFindingKind::OffsetNotAscending : QmLogFindingKind::OffsetNotAtLine,
                        "ROW", index, reason);
 }
 

@@ -30,7 +30,7 @@ bool CQmLogBranch::Insert(std::uint64_t row, CQmLogBranch branch, int depth)
 {
     const std::uint64_t size = branch.GetSize();
     std::size_t index = 0;
-    if (Enter(row, index) != nullptr)
+    if (Enter(row, index))
     {
         CQmLogBranch& child = m_children[index];
         if (depth >= kMaxDepth || branch.m_header <= child.m_header ||
@@ -54,7 +54,7 @@ std::uint64_t CQmLogBranch::Remove(std::uint64_t row)
 {
     std::size_t index = 0;
     std::uint64_t size = 0;
-    if (Enter(row, index) != nullptr)
+    if (Enter(row, index))
     {
         size = m_children[index].Remove(row);
         ChildrenChanged(index + 1, m_childrenSize - size);

@@ -10,7 +10,7 @@ bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
 {
     const HANDLE file =
         ZEMA_CreateFile(path, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+    if (!file || file == INVALID_HANDLE_VALUE)
         return false;
     ZEMA::FileCalls().Close(file);
     return true;
@@ -24,7 +24,7 @@ std::optional<int> AskTime(const std::string& path)
         return 0;
     const HANDLE file = ZEMA_CreateFile(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+    if (!file || file == INVALID_HANDLE_VALUE)
         return std::nullopt;
     std::int32_t time = 0; // a file that is shorter reads as zeros
     DWORD bytes = 0;

@@ -39,7 +39,7 @@ BOOL CQmLogBrowser::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)
 
 void CQmLogBrowser::Refresh()
 {
-    if (m_tabs.GetSafeHwnd() != nullptr)
+    if (m_tabs.GetSafeHwnd())
         m_tabs.Refresh(m_text.GetFilePathIndex());
 }
 
@@ -71,7 +71,7 @@ LRESULT CQmLogBrowser::OnCreate(CREATESTRUCT*)
 void CQmLogBrowser::OnSize(UINT type, int width, int height)
 {
     CWnd::OnSize(type, width, height);
-    if (m_tabs.GetSafeHwnd() != nullptr)
+    if (m_tabs.GetSafeHwnd())
         m_tabs.MoveWindow(0, 0, width, height, TRUE);
 }
 

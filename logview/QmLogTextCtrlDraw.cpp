@@ -87,7 +87,7 @@ void CQmLogTextCtrl::PrepareRows(int first, int count)
 void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 {
     const logview::CachedRow* const shown = m_rows->cache.Get(row);
-    if (shown == nullptr || !shown->readable)
+    if (!shown || !shown->readable)
         return;
 
     const COLORREF color = GetDrawColor(KindColor(shown->record.kind));

@@ -39,7 +39,7 @@ std::string GetSelectionText(RowSource& source, const LogSession& session, int b
             prepared = row + count;
         }
         const CachedRow* const cached = cache.Get(row);
-        if (cached == nullptr || !cached->readable)
+        if (!cached || !cached->readable)
             continue;
         std::string_view line = cached->text;
         if (cached->length > RowCache::kLineBytes && session.ReadLine(row, whole))

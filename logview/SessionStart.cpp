@@ -96,7 +96,7 @@ void WriteSampleJob(const SampleJob& job, CQmLogWriter& main, CQmLogWriter& sour
             sql.WriteFormat("SQL %d\nselect * from table;", i);
         }
     }
-    if (job.failure != nullptr)
+    if (job.failure)
     {
         const QmLogBlock error(main, kErrorKind, job.failure);
     }

@@ -70,21 +70,21 @@ report::CellKey CReportSorter::Data::ReadKey(int item, int subitem)
         return report::KeyWithoutText(cell.check, cell.image);
 
     const auto found = orders.find(subitem);
-    switch (found != orders.end() ? found->second : Order::kText)
+    switch (found != orders.end() ? found->second : Order::Text)
     {
-    case Order::kCaseless:
+    case Order::Caseless:
         return report::CaselessTextKey(cell.text);
-    case Order::kNatural:
+    case Order::Natural:
         return report::NaturalTextKey(cell.text);
-    case Order::kNumber:
+    case Order::Number:
         return report::NumberKey(cell.text, '.');
-    case Order::kDecimalComma:
+    case Order::DecimalComma:
         return report::NumberKey(cell.text, ',');
-    case Order::kDate:
-        return report::DateKey(cell.text, report::DateOrder::kMonthFirst);
-    case Order::kDateDayFirst:
-        return report::DateKey(cell.text, report::DateOrder::kDayFirst);
-    case Order::kLocale:
+    case Order::Date:
+        return report::DateKey(cell.text, report::DateOrder::MonthFirst);
+    case Order::DateDayFirst:
+        return report::DateKey(cell.text, report::DateOrder::DayFirst);
+    case Order::Locale:
         return LocaleTextKey(cell.text);
     default:
         return report::TextKey(cell.text);

@@ -40,7 +40,7 @@ CommandLine::~CommandLine() = default;
 
 void CommandLine::AddOperand(const char* label, std::string& value, Need need, const char* help)
 {
-    m_data->app.add_option(label, value, help)->required(need == Need::kRequired);
+    m_data->app.add_option(label, value, help)->required(need == Need::Required);
 }
 
 void CommandLine::AddFlag(const char* names, bool& value, const char* help)

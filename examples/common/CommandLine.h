@@ -17,8 +17,8 @@ public:
     // Words that belong to no option, in the order in which they are declared.
     enum class Need
     {
-        kRequired,
-        kOptional
+        Required,
+        Optional
     };
     void AddOperand(const char* label, std::string& value, Need need, const char* help);
 

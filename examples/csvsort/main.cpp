@@ -25,9 +25,9 @@ struct Options
 // False when help was asked for.
 bool Read(CommandLine& line, int count, char** words, Options& options)
 {
-    line.AddOperand("FILE", options.file, CommandLine::Need::kRequired,
+    line.AddOperand("FILE", options.file, CommandLine::Need::Required,
                     "the CSV file; its first line has the captions");
-    line.AddOperand("COLUMN", options.column, CommandLine::Need::kOptional, "a caption, or a number from 1");
+    line.AddOperand("COLUMN", options.column, CommandLine::Need::Optional, "a caption, or a number from 1");
     line.AddFlag("--desc", options.descending, "downwards");
     struct
     {
@@ -35,9 +35,9 @@ bool Read(CommandLine& line, int count, char** words, Options& options)
         Order order;
         const char* help;
         bool given = false;
-    } orders[] = {{"--natural", Order::kNatural, "the column holds texts with numbers, file9 before file10"},
-                  {"--number", Order::kNumber, "it holds numbers"},
-                  {"--date", Order::kDate, "it holds dates"}};
+    } orders[] = {{"--natural", Order::Natural, "the column holds texts with numbers, file9 before file10"},
+                  {"--number", Order::Number, "it holds numbers"},
+                  {"--date", Order::Date, "it holds dates"}};
     for (auto& choice : orders)
         line.AddFlag(choice.name, choice.given, choice.help);
     if (!line.Read(count, words))

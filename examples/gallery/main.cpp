@@ -199,7 +199,7 @@ class GalleryApp : public CWinApp
         try
         {
             std::string picture;
-            line.AddOperand("FILE", picture, CommandLine::Need::kOptional,
+            line.AddOperand("FILE", picture, CommandLine::Need::Optional,
                             "write a picture of the window, as BMP, and end");
             return line.Read(__argc, __argv) && Start(picture); // FALSE ends the program
         }

@@ -26,10 +26,10 @@ enum Column
 Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
 {
     static const std::pair<Order, std::regex> orders[] = {
-        {Order::kNumber, std::regex(R"([-+]?(?=\.?\d)(\d{1,3}(,\d{3})+|\d*)(\.\d*)?([eE][-+]?\d+)?)")},
-        {Order::kDecimalComma, std::regex(R"([-+]?(?=,?\d)(\d{1,3}(\.\d{3})+|\d*)(,\d*)?([eE][-+]?\d+)?)")},
-        {Order::kDate, std::regex(R"((\d{4}([-/.])\d\d?\2\d\d?|(0?\d|1[0-2])([-/])\d\d?\4\d{4})([T ].*)?)")},
-        {Order::kDateDayFirst, std::regex(R"(\d\d?([-/.])\d\d?\1\d{4}([T ].*)?)")},
+        {Order::Number, std::regex(R"([-+]?(?=\.?\d)(\d{1,3}(,\d{3})+|\d*)(\.\d*)?([eE][-+]?\d+)?)")},
+        {Order::DecimalComma, std::regex(R"([-+]?(?=,?\d)(\d{1,3}(\.\d{3})+|\d*)(,\d*)?([eE][-+]?\d+)?)")},
+        {Order::Date, std::regex(R"((\d{4}([-/.])\d\d?\2\d\d?|(0?\d|1[0-2])([-/])\d\d?\4\d{4})([T ].*)?)")},
+        {Order::DateDayFirst, std::regex(R"(\d\d?([-/.])\d\d?\1\d{4}([T ].*)?)")},
     };
     const auto last = lines.begin() + std::min<std::ptrdiff_t>(kSample, std::ssize(lines));
     for (const auto& [order, pattern] : orders)
@@ -39,7 +39,7 @@ Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
                 return text.empty() || (text.size() < 50 && std::regex_match(text, pattern));
             }))
             return order;
-    return Order::kNatural;
+    return Order::Natural;
 }
 
 // Pixels at 96 dots per inch, as so many of the control's display.
@@ -148,7 +148,7 @@ void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order, cons
         _RVSUBITEM subitem;
         subitem.text = lines.front()[column].c_str();
         subitem.width = FitWidth(report, i);
-        if (guess == Order::kNumber || guess == Order::kDecimalComma)
+        if (guess == Order::Number || guess == Order::DecimalComma)
             subitem.format = kAlignRight;
         report.RedefineSubItem(i, &subitem);
     }
@@ -162,10 +162,10 @@ void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order, c
         int width;
         std::uint32_t format;
         Order order;
-    } columns[] = {{"Name", 300, 0, Order::kNatural},
-                   {"Size", 100, kAlignRight, Order::kNumber},
-                   {"Modified", 130, 0, Order::kDate},
-                   {"Type", 80, 0, Order::kCaseless}};
+    } columns[] = {{"Name", 300, 0, Order::Natural},
+                   {"Size", 100, kAlignRight, Order::Number},
+                   {"Modified", 130, 0, Order::Date},
+                   {"Type", 80, 0, Order::Caseless}};
     for (const auto& column : columns)
     {
         _RVSUBITEM subitem;

@@ -36,7 +36,7 @@ CSize ReadSize(const std::string& text)
 
 void Declare(CommandLine& line, Options& options)
 {
-    line.AddOperand("PATH", options.path, CommandLine::Need::kRequired,
+    line.AddOperand("PATH", options.path, CommandLine::Need::Required,
                     "a CSV or TSV file, its first line has the captions; or a folder");
     line.AddText("--layout", "FILE", options.layout,
                  "the INI file to remember in, not %APPDATA%\\QmLogReport.ini");

@@ -110,13 +110,13 @@ void DeskLine::ReadPath(Arguments& arguments) const
     const std::optional<std::string>* given = nullptr;
     for (const std::optional<std::string>* const each : {&path, &open, &folder})
     {
-        if (*each && given != nullptr)
+        if (*each && given)
             throw UsageError(**each, "one folder or file is enough");
         given = *each ? each : given;
     }
-    if (given != nullptr && (*given)->empty())
+    if (given && (*given)->empty())
         throw UsageError("''", "names no folder or file");
-    arguments.path = given != nullptr ? **given : "";
+    arguments.path = given ? **given : "";
 }
 
 } // namespace

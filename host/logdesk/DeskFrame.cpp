@@ -62,7 +62,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
       m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); })
 {
-    GetTextCtrl().SetStartSession(session == SessionState::kStarted);
+    GetTextCtrl().SetStartSession(session == SessionState::Started);
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place)
@@ -80,8 +80,8 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place)
     if (!isCreated)
         return FALSE;
     bar.Detach(); // the window's now
-    if (m_session == SessionState::kStarted && !GetTextCtrl().IsSessionStarted())
-        m_session = SessionState::kRefused;
+    if (m_session == SessionState::Started && !GetTextCtrl().IsSessionStarted())
+        m_session = SessionState::Refused;
     SetWindowText(TitleText(m_place.folder, m_session).c_str());
     RefreshNotices();
     RefreshStatus();
@@ -185,7 +185,7 @@ void DeskFrame::OnActivate(UINT state, CWnd*, BOOL)
 
 void DeskFrame::OnSetFocus(CWnd*)
 {
-    if (m_focus != nullptr && ::IsChild(m_hWnd, m_focus) && ::IsWindowVisible(m_focus))
+    if (m_focus && ::IsChild(m_hWnd, m_focus) && ::IsWindowVisible(m_focus))
         ::SetFocus(m_focus);
     else if (m_browser.GetSafeHwnd())
         m_browser.SetFocus();
@@ -233,9 +233,9 @@ ViewState DeskFrame::ReadView()
         view.number = row.time;
     }
     if (!text.GetFollow())
-        view.follow = FollowState::kOff;
+        view.follow = FollowState::Off;
     else if (text.IsFollowPaused())
-        view.follow = FollowState::kPaused;
+        view.follow = FollowState::Paused;
     return view;
 }
 

@@ -61,7 +61,7 @@ void DeskFrame::ScanHelp(IQmCommand& collector)
 // The innermost window around the focus that offers commands; the browser where there is none.
 IQmHandler& DeskFrame::FocusHandler()
 {
-    for (HWND hwnd = ::GetFocus(); hwnd != nullptr && hwnd != m_hWnd; hwnd = ::GetParent(hwnd))
+    for (HWND hwnd = ::GetFocus(); hwnd && hwnd != m_hWnd; hwnd = ::GetParent(hwnd))
         if (auto* const handler = dynamic_cast<IQmHandler*>(CWnd::FromHandlePermanent(hwnd)))
             return *handler;
     return m_browser;
@@ -97,7 +97,7 @@ void DeskFrame::OnInitMenuPopup(CMenu* popup, UINT index, BOOL system)
 // All menus number their items alike; the one that opened last is the one that was chosen from.
 BOOL DeskFrame::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info)
 {
-    if (m_menuHandler != nullptr && id >= kQmFirstCommand && id <= kQmLastCommand)
+    if (m_menuHandler && id >= kQmFirstCommand && id <= kQmLastCommand)
         return CQmHandlerWnd(m_menuHandler).OnCmdMsg(id, code, extra, info);
     return QmHandler<CWnd>::OnCmdMsg(id, code, extra, info);
 }

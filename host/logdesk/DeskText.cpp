@@ -9,20 +9,20 @@ namespace
 // A session was to be started, and was not.
 bool IsWanting(SessionState session)
 {
-    return session == SessionState::kRefused || session == SessionState::kElsewhere;
+    return session == SessionState::Refused || session == SessionState::Elsewhere;
 }
 
 std::string StateText(SessionState session)
 {
     switch (session)
     {
-    case SessionState::kStarted:
+    case SessionState::Started:
         return "Session started";
-    case SessionState::kOpened:
+    case SessionState::Opened:
         return "Session opened";
-    case SessionState::kElsewhere:
+    case SessionState::Elsewhere:
         return "No session started: another LogDesk shows this one";
-    case SessionState::kRefused:
+    case SessionState::Refused:
         break;
     }
     return "No session started: a program is writing here, or nothing can be written";
@@ -64,11 +64,11 @@ std::string FollowText(const ViewState& view)
 {
     switch (view.follow)
     {
-    case FollowState::kOn:
+    case FollowState::On:
         return "Following";
-    case FollowState::kPaused:
+    case FollowState::Paused:
         return "Following paused";
-    case FollowState::kOff:
+    case FollowState::Off:
         break;
     }
     return "Not following";

@@ -10,17 +10,17 @@ namespace logdesk
 
 enum class SessionState
 {
-    kStarted,   // this program began the session
-    kOpened,    // what lies in the folder is shown
-    kElsewhere, // another LogDesk has the folder: a new session would delete the one it shows
-    kRefused    // it was to be started and could not be
+    Started,   // this program began the session
+    Opened,    // what lies in the folder is shown
+    Elsewhere, // another LogDesk has the folder: a new session would delete the one it shows
+    Refused    // it was to be started and could not be
 };
 
 enum class FollowState
 {
-    kOn,
-    kPaused,
-    kOff
+    On,
+    Paused,
+    Off
 };
 
 // What the text window shows at the moment.
@@ -30,7 +30,7 @@ struct ViewState
     int caretRow = 0;         // displayed, counted from 0
     std::string log = {};     // of the caret's row; empty when there is no such row
     unsigned long number = 0; // its sequence number
-    FollowState follow = FollowState::kOn;
+    FollowState follow = FollowState::On;
     bool operator==(const ViewState&) const = default;
 };
 

@@ -11,7 +11,7 @@ namespace
 bool Write(HANDLE output, const std::string& text)
 {
     DWORD written = 0;
-    return output != nullptr && output != INVALID_HANDLE_VALUE &&
+    return output && output != INVALID_HANDLE_VALUE &&
            ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
@@ -32,7 +32,7 @@ bool WriteToConsole(const std::string& text)
 
 void Tell(const std::string& text, Tone tone)
 {
-    const bool isFailure = tone == Tone::kFailure;
+    const bool isFailure = tone == Tone::Failure;
     if (Write(::GetStdHandle(isFailure ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE), text) || WriteToConsole(text))
         return;
     ::MessageBoxA(nullptr, text.c_str(), "LogDesk",

@@ -8,8 +8,8 @@ namespace logdesk
 
 enum class Tone
 {
-    kAnswer, // to a question, such as for the help: standard output
-    kFailure // standard error
+    Answer, // to a question, such as for the help: standard output
+    Failure // standard error
 };
 
 // Goes to the program's stream where it was started with one, as from a script, else to the console that it

@@ -84,7 +84,7 @@ void NoticeBar::UpdateTip()
     tool.hwnd = m_hWnd;
     tool.uId = reinterpret_cast<UINT_PTR>(m_hWnd);
     tool.lpszText = m_text.data();
-    if (m_tip == nullptr)
+    if (!m_tip)
     {
         m_tip =
             ::CreateWindowEx(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
@@ -97,7 +97,7 @@ void NoticeBar::UpdateTip()
 
 void NoticeBar::OnDestroy()
 {
-    if (m_tip != nullptr)
+    if (m_tip)
         ::DestroyWindow(std::exchange(m_tip, nullptr));
     CWnd::OnDestroy();
 }

@@ -84,7 +84,7 @@ std::string Foreign(const FolderState& state, const std::vector<std::string>& na
 std::string Wanted(const FolderState& state)
 {
     const LogCounts* const log = Find(state, state.wanted);
-    if (log == nullptr || log->rows == 0)
+    if (!log || log->rows == 0)
         return state.wanted + " has no rows: its index, " + state.wanted +
                ".ROW, is missing or empty. A text in " + state.wanted + ".LOG can be read with an editor";
     if (log->after == log->rows)

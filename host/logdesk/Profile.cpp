@@ -15,7 +15,7 @@ constexpr const char* kSection = "LogDesk";
 IProfileStore* Profile()
 {
     IAppDataManager* const manager = AppDataManager::LoadAppDataManager();
-    return manager != nullptr ? manager->GetProfileStore() : nullptr;
+    return manager ? manager->GetProfileStore() : nullptr;
 }
 
 Place ToPlace(const RECT& rect)
@@ -56,7 +56,7 @@ WindowOptions ReadWindowOptions()
 void WriteWindowOptions(CWnd& frame, bool followPauses)
 {
     IProfileStore* const profile = Profile();
-    if (profile == nullptr)
+    if (!profile)
         return;
     const bool isMaximised = ::IsZoomed(frame) != FALSE;
     CRect rect;

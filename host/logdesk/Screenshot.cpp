@@ -48,45 +48,45 @@ void TakeStep(DeskFrame& frame, const Step& step)
     const int caret = text.GetCaretRow();
     switch (step.action)
     {
-    case StepAction::kHome:
+    case StepAction::Home:
         return text.Focus(0, 0, false);
-    case StepAction::kEnd:
+    case StepAction::End:
         return text.Focus(text.GetRowCount() - 1, 0, true);
-    case StepAction::kUp:
+    case StepAction::Up:
         return MoveCaret(text, -step.count);
-    case StepAction::kDown:
+    case StepAction::Down:
         return MoveCaret(text, step.count);
-    case StepAction::kNextFold:
+    case StepAction::NextFold:
         return GoToFold(text);
-    case StepAction::kUnfold:
+    case StepAction::Unfold:
         text.Expand(caret);
         return;
-    case StepAction::kUnfoldAll:
+    case StepAction::UnfoldAll:
         text.ExpandAll(caret);
         return;
-    case StepAction::kFold:
+    case StepAction::Fold:
         text.Collapse(caret);
         return;
-    case StepAction::kNextError:
+    case StepAction::NextError:
         text.GoToError(true);
         return;
-    case StepAction::kPreviousError:
+    case StepAction::PreviousError:
         text.GoToError(false);
         return;
-    case StepAction::kFind:
+    case StepAction::Find:
         return FindText(text, step.text);
-    case StepAction::kSelect:
+    case StepAction::Select:
         text.Focus(caret, 0, false);
         return text.Select(std::min(step.count, text.GetRowCount() - caret) + caret, 0);
-    case StepAction::kSelectAll:
+    case StepAction::SelectAll:
         return text.SelectAll();
-    case StepAction::kFollow:
+    case StepAction::Follow:
         return text.SetFollow(step.count != 0);
-    case StepAction::kSize:
+    case StepAction::Size:
         frame.SetWindowPos(nullptr, 0, 0, step.count, step.height,
                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         return;
-    case StepAction::kSample:
+    case StepAction::Sample:
         text.WriteTest();
         text.Browse(text.GetFilePathIndex());
     }

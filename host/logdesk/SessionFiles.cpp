@@ -110,7 +110,7 @@ FolderClaim::FolderClaim(const std::string& folder)
 
 FolderClaim::~FolderClaim()
 {
-    if (m_mutex != nullptr)
+    if (m_mutex)
         ::CloseHandle(m_mutex);
 }
 

@@ -10,11 +10,11 @@ namespace
 
 enum class Value
 {
-    kNone,
-    kCount,
-    kSwitch,
-    kSize,
-    kText
+    None,
+    Count,
+    Switch,
+    Size,
+    Text
 };
 
 struct Form
@@ -25,22 +25,22 @@ struct Form
 };
 
 constexpr Form kForms[] = {
-    {"home", StepAction::kHome, Value::kNone},
-    {"end", StepAction::kEnd, Value::kNone},
-    {"up", StepAction::kUp, Value::kCount},
-    {"down", StepAction::kDown, Value::kCount},
-    {"next-fold", StepAction::kNextFold, Value::kNone},
-    {"unfold", StepAction::kUnfold, Value::kNone},
-    {"unfold-all", StepAction::kUnfoldAll, Value::kNone},
-    {"fold", StepAction::kFold, Value::kNone},
-    {"next-error", StepAction::kNextError, Value::kNone},
-    {"previous-error", StepAction::kPreviousError, Value::kNone},
-    {"find", StepAction::kFind, Value::kText},
-    {"select", StepAction::kSelect, Value::kCount},
-    {"select-all", StepAction::kSelectAll, Value::kNone},
-    {"follow", StepAction::kFollow, Value::kSwitch},
-    {"size", StepAction::kSize, Value::kSize},
-    {"sample", StepAction::kSample, Value::kNone},
+    {"home", StepAction::Home, Value::None},
+    {"end", StepAction::End, Value::None},
+    {"up", StepAction::Up, Value::Count},
+    {"down", StepAction::Down, Value::Count},
+    {"next-fold", StepAction::NextFold, Value::None},
+    {"unfold", StepAction::Unfold, Value::None},
+    {"unfold-all", StepAction::UnfoldAll, Value::None},
+    {"fold", StepAction::Fold, Value::None},
+    {"next-error", StepAction::NextError, Value::None},
+    {"previous-error", StepAction::PreviousError, Value::None},
+    {"find", StepAction::Find, Value::Text},
+    {"select", StepAction::Select, Value::Count},
+    {"select-all", StepAction::SelectAll, Value::None},
+    {"follow", StepAction::Follow, Value::Switch},
+    {"size", StepAction::Size, Value::Size},
+    {"sample", StepAction::Sample, Value::None},
 };
 
 bool ParseNumber(const std::string& text, int least, int greatest, int& number)
@@ -54,19 +54,19 @@ bool ParseValue(Value value, const std::string& text, Step& step)
 {
     switch (value)
     {
-    case Value::kNone:
+    case Value::None:
         return false;
-    case Value::kCount:
+    case Value::Count:
         return ParseNumber(text, 1, 1'000'000'000, step.count);
-    case Value::kSwitch:
+    case Value::Switch:
         step.count = text == "on" ? 1 : 0;
         return text == "on" || text == "off";
-    case Value::kSize: {
+    case Value::Size: {
         const std::size_t times = text.find('x');
         return times != std::string::npos && ParseNumber(text.substr(0, times), 1, 10'000, step.count) &&
                ParseNumber(text.substr(times + 1), 1, 10'000, step.height);
     }
-    case Value::kText:
+    case Value::Text:
         step.text = text;
         return !text.empty();
     }
@@ -86,7 +86,7 @@ bool ParseStep(const std::string& word, Step& step)
         step = Step();
         step.action = form.action;
         if (colon == std::string::npos)
-            return form.value == Value::kNone;
+            return form.value == Value::None;
         return ParseValue(form.value, word.substr(colon + 1), step);
     }
     return false;

@@ -8,30 +8,30 @@ namespace logdesk
 
 enum class StepAction
 {
-    kHome,
-    kEnd,
-    kUp,
-    kDown,
-    kNextFold,
-    kUnfold,
-    kUnfoldAll,
-    kFold,
-    kNextError,
-    kPreviousError,
-    kFind,
-    kSelect,
-    kSelectAll,
-    kFollow,
-    kSize,
-    kSample
+    Home,
+    End,
+    Up,
+    Down,
+    NextFold,
+    Unfold,
+    UnfoldAll,
+    Fold,
+    NextError,
+    PreviousError,
+    Find,
+    Select,
+    SelectAll,
+    Follow,
+    Size,
+    Sample
 };
 
 struct Step
 {
-    StepAction action = StepAction::kHome;
+    StepAction action = StepAction::Home;
     int count = 0;         // rows to go or to select; 1 or 0 for following or not; the width
     int height = 0;        // of kSize
-    std::string text = {}; // of kFind
+    std::string text = {}; // of Find
 };
 
 // Reads one step, such as "down:3". False when there is no such step or its value does not fit.

@@ -25,7 +25,7 @@ constexpr Place kPicturePlace = {0, 0, 900, 640};
 // What the user typed comes back in it, and may be anything.
 void TellFailure(const std::exception& error)
 {
-    Tell("LogDesk: " + commandline::Printable(error.what()) + "\n", Tone::kFailure);
+    Tell("LogDesk: " + commandline::Printable(error.what()) + "\n", Tone::Failure);
 }
 
 } // namespace
@@ -53,9 +53,9 @@ BOOL DeskApp::InitInstance()
     {
         m_arguments = ParseArguments(std::vector<std::string>(__argv + 1, __argv + __argc));
         if (m_arguments.help)
-            Tell(HelpText(), Tone::kAnswer);
+            Tell(HelpText(), Tone::Answer);
         else if (m_arguments.version)
-            Tell("LogDesk " LOGDESK_VERSION "\n", Tone::kAnswer);
+            Tell("LogDesk " LOGDESK_VERSION "\n", Tone::Answer);
         else
             Start();
     }
@@ -92,12 +92,12 @@ SessionState DeskApp::ClaimSession(const std::string& folder)
 {
     m_claim = std::make_unique<FolderClaim>(folder);
     if (!m_arguments.start)
-        return SessionState::kOpened;
+        return SessionState::Opened;
     if (!m_claim->IsFirst())
-        return SessionState::kElsewhere;
+        return SessionState::Elsewhere;
     if (m_arguments.keep > 0)
         KeepSession(folder, m_arguments.keep);
-    return SessionState::kStarted;
+    return SessionState::Started;
 }
 
 void DeskApp::TakePicture()

@@ -73,13 +73,13 @@ void BlockTree::OpenBlock(std::size_t log, unsigned long index, const CQmLogRow&
 // The last child of a block is known as long as the block is open, and it gets no further ones afterwards.
 void BlockTree::Append(std::uint32_t node, OpenNode* parent)
 {
-    std::uint32_t& last = parent == nullptr ? m_lastTop : parent->lastChild;
-    if (parent != nullptr)
+    std::uint32_t& last = parent ? parent->lastChild : m_lastTop;
+    if (parent)
         m_nodes[node].parent = parent->node;
     if (last != kNone)
         m_nodes[last].nextSibling = node;
     else
-        (parent == nullptr ? m_firstTop : m_nodes[parent->node].firstChild) = node;
+        (parent ? m_nodes[parent->node].firstChild : m_firstTop) = node;
     last = node;
 }
 

@@ -152,7 +152,7 @@ int Cat::Run(Host& host)
     const Match match = WantedRows();
     TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
     ContextOutput output(text, logs, m_before.value_or(0), m_after.value_or(0));
-    LogStream stream(logs, LogStream::Content::kText);
+    LogStream stream(logs, LogStream::Content::Text);
     stream.SetRange(from, to);
     if (match.text && !match.withoutText && !m_after && !m_before)
         stream.SetWanted(match.text->NeededText());
@@ -187,8 +187,8 @@ Match Cat::WantedRows() const
     match.withoutText = m_inverted;
     if (m_grep)
         match.text = std::make_unique<TextMatch>(
-            *m_grep, m_expression ? TextMatch::Syntax::kExpression : TextMatch::Syntax::kText,
-            m_ignoreCase ? TextMatch::Case::kIgnored : TextMatch::Case::kKept);
+            *m_grep, m_expression ? TextMatch::Syntax::Expression : TextMatch::Syntax::Text,
+            m_ignoreCase ? TextMatch::Case::Ignored : TextMatch::Case::Kept);
     return match;
 }
 

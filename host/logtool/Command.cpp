@@ -38,7 +38,7 @@ std::vector<std::string>::const_iterator FindName(const std::vector<std::string>
 Command::Command(const Texts& texts, FolderUse use)
     : m_texts(texts), m_use(use), m_line(texts.name, "logtool help " + std::string(texts.name))
 {
-    if (use != FolderUse::kNone)
+    if (use != FolderUse::None)
         m_line.AddText("--folder", "DIR", m_folder, kFolderHelp);
 }
 
@@ -55,7 +55,7 @@ int Command::Call(const std::vector<std::string>& words, Host& host)
         host.Output() << Help();
         return kDone;
     }
-    if (m_use != FolderUse::kNone)
+    if (m_use != FolderUse::None)
         EnterFolder(host);
     return Run(host);
 }
@@ -84,11 +84,11 @@ void Command::EnterFolder(Host& host) const
     if (named)
         host.UseFolder(*named);
     const std::string shown = named.value_or(host.FolderName());
-    if (m_use == FolderUse::kLook && !host.FolderExists())
+    if (m_use == FolderUse::Look && !host.FolderExists())
         throw UsageError(shown, "cannot be opened: " + SystemReason());
     if (LogFolder().empty()) // asking for it makes it
         throw UsageError(shown.empty() ? "log folder" : shown, "cannot be made, or its name is too long");
-    const unsigned long error = m_use == FolderUse::kWrite ? CountersError() : ERROR_SUCCESS;
+    const unsigned long error = m_use == FolderUse::Write ? CountersError() : ERROR_SUCCESS;
     if (error != ERROR_SUCCESS && error != ERROR_SHARING_VIOLATION)
         throw UsageError(LogFolder(), "cannot be written to: " + SystemReason(error));
 }

@@ -18,9 +18,9 @@ using commandline::UsageError;
 // What a command needs of the log folder.
 enum class FolderUse
 {
-    kNone,
-    kLook, // it is there
-    kWrite // it can be written to; made when it is missing
+    None,
+    Look, // it is there
+    Write // it can be written to; made when it is missing
 };
 
 // A new command is a file with a subclass and its maker, and the maker's line in CommandList.cpp.
@@ -35,7 +35,7 @@ public:
         const char* example;
     };
 
-    explicit Command(const Texts& texts, FolderUse use = FolderUse::kLook);
+    explicit Command(const Texts& texts, FolderUse use = FolderUse::Look);
     virtual ~Command() = default;
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;

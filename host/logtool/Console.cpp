@@ -32,7 +32,7 @@ BOOL WINAPI OnControl(DWORD)
 // Commands that do not wait leave Ctrl+C its usual meaning.
 void CatchControl()
 {
-    if (stopEvent != nullptr)
+    if (stopEvent)
         return;
     stopEvent = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
     ::DuplicateHandle(::GetCurrentProcess(), ::GetCurrentThread(), ::GetCurrentProcess(), &mainThread, 0,
@@ -61,16 +61,16 @@ public:
     Result Read(char* data, std::size_t size, std::size_t& length) override
     {
         if (::WaitForSingleObject(stopEvent, 0) == WAIT_OBJECT_0)
-            return Result::kEnd;
+            return Result::End;
         DWORD bytes = 0;
         if (!::ReadFile(m_handle, data, static_cast<DWORD>(size), &bytes, nullptr))
         {
             const DWORD error = ::GetLastError();
             const bool ended = error == ERROR_BROKEN_PIPE || error == ERROR_OPERATION_ABORTED;
-            return ended ? Result::kEnd : Result::kError;
+            return ended ? Result::End : Result::Error;
         }
         length = bytes;
-        return bytes == 0 ? Result::kEnd : Result::kData;
+        return bytes == 0 ? Result::End : Result::Data;
     }
 
 private:
@@ -169,7 +169,7 @@ void Console::UseFolder(const std::string& folder)
 std::string Console::FolderName()
 {
     const char* folder = std::getenv("QM_LOG_FOLDER");
-    return folder != nullptr ? folder : "";
+    return folder ? folder : "";
 }
 
 // The manager makes its own folder when none is named, so only a named one can be missing.

@@ -16,7 +16,7 @@ std::optional<std::uint32_t> LastNumber()
         return 0;
     const HANDLE file = ZEMA_CreateFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+    if (!file || file == INVALID_HANDLE_VALUE)
         return std::nullopt;
     std::uint32_t number = 0;
     DWORD bytes = 0;
@@ -32,7 +32,7 @@ unsigned long CountersError()
         return ERROR_PATH_NOT_FOUND;
     const HANDLE file = ZEMA_CreateFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                         OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == nullptr || file == INVALID_HANDLE_VALUE)
+    if (!file || file == INVALID_HANDLE_VALUE)
         return ZEMA::FileCalls().LastError();
     ZEMA::FileCalls().Close(file);
     return ERROR_SUCCESS;

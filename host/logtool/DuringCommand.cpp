@@ -17,10 +17,10 @@ class BlockSearch
 {
 public:
     BlockSearch(const std::vector<std::string>& logs, std::uint32_t number)
-        : m_logs(logs), m_stream(logs, LogStream::Content::kRows), m_tree(logs.size())
+        : m_logs(logs), m_stream(logs, LogStream::Content::Rows), m_tree(logs.size())
     {
         const LogEntry* const row = FindRow(number);
-        if (row == nullptr)
+        if (!row)
             return;
         const std::uint32_t block = m_tree.Innermost(row->log);
         if (block == BlockTree::kNone)
@@ -38,7 +38,7 @@ private:
     const LogEntry* Next()
     {
         const LogEntry* const entry = m_stream.Next();
-        if (entry == nullptr)
+        if (!entry)
             return nullptr;
         if (entry->hasText)
             m_tree.Add(entry->log, entry->index, entry->row);
@@ -52,17 +52,17 @@ private:
         LogEntry before;
         bool any = false;
         const LogEntry* entry = Next();
-        for (; entry != nullptr && entry->row.time < number; entry = Next())
+        for (; entry && entry->row.time < number; entry = Next())
         {
             before = *entry;
             any = true;
         }
-        if (entry != nullptr && entry->row.time == number)
+        if (entry && entry->row.time == number)
             return entry;
         m_reason = "no row has this number";
         if (any)
             m_reason += "; the one before is " + Place(before);
-        if (entry != nullptr)
+        if (entry)
         {
             m_reason += any ? ", the one behind is " : "; the one behind is ";
             m_reason += Place(*entry);
@@ -80,8 +80,8 @@ private:
         const LogEntry* entry = nullptr;
         do
             entry = Next();
-        while (entry != nullptr && m_tree.IsOpen(block));
-        if (entry != nullptr)
+        while (entry && m_tree.IsOpen(block));
+        if (entry)
             m_last = entry->row.time - 1;
         LogEntry header; // read last, because it ends what the stream has given out
         m_stream.ReadEntry(m_tree.At(block).log, m_tree.At(block).begin, header);
@@ -128,7 +128,7 @@ private:
             return kNothingFound;
         }
         TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
-        LogStream stream(logs, LogStream::Content::kText);
+        LogStream stream(logs, LogStream::Content::Text);
         stream.SetRange(block.First(), block.Last());
         while (const LogEntry* const entry = stream.Next())
             text.Row(logs[entry->log], *entry);

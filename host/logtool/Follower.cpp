@@ -52,7 +52,7 @@ void Follower::AddLogs(const std::vector<std::string>& logs)
 
 void Follower::StartAtLast(std::uint32_t rows)
 {
-    LogStream stream(Logs(), LogStream::Content::kText);
+    LogStream stream(Logs(), LogStream::Content::Text);
     unsigned long candidates = 0;
     for (std::size_t log = 0; log < m_places.size(); ++log)
     {
@@ -66,7 +66,7 @@ void Follower::StartAtLast(std::uint32_t rows)
     for (; candidates > rows; --candidates)
     {
         const LogEntry* const entry = stream.Next();
-        if (entry == nullptr)
+        if (!entry)
             break;
         MarkShown(m_places[entry->log], *entry);
     }
@@ -74,7 +74,7 @@ void Follower::StartAtLast(std::uint32_t rows)
 
 void Follower::StartAfter(std::uint32_t number)
 {
-    LogStream stream(Logs(), LogStream::Content::kText);
+    LogStream stream(Logs(), LogStream::Content::Text);
     for (std::size_t log = 0; log < m_places.size(); ++log)
     {
         ShownLog& place = m_places[log];
@@ -104,7 +104,7 @@ void Follower::StartAtCursor(const Cursor& cursor)
         return;
     }
     StartAfter(cursor.number);
-    LogStream stream(Logs(), LogStream::Content::kText);
+    LogStream stream(Logs(), LogStream::Content::Text);
     for (const Cursor::Lag& lag : cursor.lags)
     {
         for (std::size_t log = 0; log < m_places.size(); ++log)
@@ -217,7 +217,7 @@ void Follower::Restart()
 
 bool Follower::Show()
 {
-    LogStream stream(Logs(), LogStream::Content::kText);
+    LogStream stream(Logs(), LogStream::Content::Text);
     for (std::size_t log = 0; log < m_places.size(); ++log)
         stream.StartAt(log, m_places[log].index);
     bool shown = false;

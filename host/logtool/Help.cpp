@@ -16,7 +16,7 @@ public:
     Help()
         : Command(
               {"help", "explains a command", "Lists the commands, or explains one.\n", "logtool help cat"},
-              FolderUse::kNone)
+              FolderUse::None)
     {
         Line().AddOperand("[COMMAND]", m_command);
     }

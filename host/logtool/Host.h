@@ -16,9 +16,9 @@ class Input
 public:
     enum class Result
     {
-        kData,
-        kEnd,
-        kError
+        Data,
+        End,
+        Error
     };
 
     virtual ~Input() = default;

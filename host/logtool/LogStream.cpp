@@ -19,7 +19,7 @@ LogStream::LogStream(const std::vector<std::string>& logs, Content content) : m_
     {
         m_logs.push_back(std::make_unique<Log>(name, m_logs.size()));
         Log& log = *m_logs.back();
-        log.end = content == Content::kRows ? log.pages.RowCount() : log.pages.TextEnd();
+        log.end = content == Content::Rows ? log.pages.RowCount() : log.pages.TextEnd();
         if (log.pages.TextSize() == 0 && log.pages.RowCount() > 1)
             m_unreadable +=
                 log.pages.RowCount(); // the text is gone: one row may wait for its first, not many
@@ -79,7 +79,7 @@ bool LogStream::Load(Log& log)
 // Up to its end every row has text, so one without cannot be read.
 bool LogStream::Read(Log& log)
 {
-    if (m_content == Content::kText)
+    if (m_content == Content::Text)
         return ReadEntry(log.entry.log, log.next, log.entry) && !log.entry.text.empty();
     log.entry.index = log.next;
     log.entry.hasText = log.next < log.pages.TextEnd();

@@ -33,8 +33,8 @@ class LogStream
 public:
     enum class Content
     {
-        kRows, // texts stay empty, which spares reading them
-        kText  // rows without text are left out
+        Rows, // texts stay empty, which spares reading them
+        Text  // rows without text are left out
     };
 
     LogStream(const std::vector<std::string>& logs, Content content);
@@ -46,7 +46,7 @@ public:
     // Leaves out all rows with numbers outside of `from` to `to`. Before the first Next.
     void SetRange(std::uint32_t from, std::uint32_t to);
     // Only rows with `text` are wanted: others may be left out, and most are without a look at each of them.
-    // For Content::kText, before the first Next.
+    // For Content::Text, before the first Next.
     void SetWanted(std::string_view text)
     {
         m_wanted = text;
@@ -101,8 +101,8 @@ private:
         if (m_filtered || log.next + 1 >= log.pages.TextEnd())
             return false;
         LogEntry& entry = log.entry;
-        if (m_content == Content::kText ? !log.pages.ReadHeld(log.next, entry.row, entry.text)
-                                        : !log.pages.ReadHeldRow(log.next, entry.row))
+        if (m_content == Content::Text ? !log.pages.ReadHeld(log.next, entry.row, entry.text)
+                                       : !log.pages.ReadHeldRow(log.next, entry.row))
             return false;
         entry.index = log.next++;
         return true;

@@ -98,8 +98,8 @@ struct TextMatch::Expression
 
 TextMatch::TextMatch(const std::string& text, Syntax syntax, Case letterCase)
 {
-    const bool expression = syntax == Syntax::kExpression;
-    const bool anyCase = letterCase == Case::kIgnored;
+    const bool expression = syntax == Syntax::Expression;
+    const bool anyCase = letterCase == Case::Ignored;
     if (!expression && !anyCase)
         m_text = text;
     else

@@ -16,13 +16,13 @@ class TextMatch
 public:
     enum class Syntax
     {
-        kText,
-        kExpression
+        Text,
+        Expression
     };
     enum class Case
     {
-        kKept,
-        kIgnored
+        Kept,
+        Ignored
     };
 
     // Throws UsageError with the position when the expression is none.

@@ -17,7 +17,7 @@ constexpr std::size_t kCaptionLimit = 72; // on a terminal, where a line should 
 struct Blocks
 {
     explicit Blocks(const std::vector<std::string>& names)
-        : logs(names), stream(names, LogStream::Content::kRows), tree(names.size())
+        : logs(names), stream(names, LogStream::Content::Rows), tree(names.size())
     {
         while (const LogEntry* const entry = stream.Next())
         {

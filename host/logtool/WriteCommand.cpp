@@ -44,10 +44,10 @@ bool Copy(Input& input, LogFeed& feed)
     {
         std::size_t length = 0;
         const Input::Result result = input.Read(buffer.data(), buffer.size(), length);
-        if (result != Input::Result::kData)
+        if (result != Input::Result::Data)
         {
             feed.EndInput();
-            return result == Input::Result::kEnd;
+            return result == Input::Result::End;
         }
         feed.Take({buffer.data(), length}, length == buffer.size());
     }
@@ -65,7 +65,7 @@ Inputs OpenInputs(std::vector<std::string> paths, Host& host)
     for (const std::string& path : paths)
     {
         inputs.emplace_back(path, host.OpenInput(path));
-        if (inputs.back().second == nullptr)
+        if (!inputs.back().second)
             throw UsageError(path, "cannot be opened: " + SystemReason());
     }
     return inputs;
@@ -81,7 +81,7 @@ public:
                    "feed at its end is left to the next text. The folder is made when it is\n"
                    "missing. NUL bytes are written as '?'.\n",
                    "logtool write Run --block \"Nightly build\" --kind notice build.txt"},
-                  FolderUse::kWrite)
+                  FolderUse::Write)
     {
         Line().AddOperand("LOG", m_log);
         Line().AddOperands("[FILE...]", m_files);

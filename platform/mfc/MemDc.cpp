@@ -18,7 +18,7 @@ BITMAP Describe(const CBitmap& bitmap)
 std::unique_ptr<CBitmap> TakeBitmap(CDC& dc, CSize size)
 {
     std::unique_ptr<CBitmap> bitmap = std::exchange(GetThreadState().paintBitmap, nullptr);
-    if (bitmap != nullptr)
+    if (bitmap)
     {
         const BITMAP kept = Describe(*bitmap);
         if (kept.bmWidth >= size.cx && kept.bmHeight >= size.cy)
@@ -51,10 +51,10 @@ void CMemDC::Begin()
     if (m_rect.IsRectEmpty() || !m_memory.CreateCompatibleDC(&m_dc))
         return;
     m_bitmap = TakeBitmap(m_dc, m_rect.Size());
-    if (m_bitmap == nullptr)
+    if (!m_bitmap)
         return;
     m_oldBitmap = ::SelectObject(m_memory, *m_bitmap);
-    if (m_oldBitmap == nullptr)
+    if (!m_oldBitmap)
         return;
     m_memory.IntersectClipRect(CRect(0, 0, m_rect.Width(), m_rect.Height()));
     m_memory.SetViewportOrg(-m_rect.left, -m_rect.top);

@@ -8,7 +8,7 @@ void CQmCommandDefineMenu::Add(std::unique_ptr<IQmEntry> entry)
 {
     const UINT id = m_nextId++;
     const char* const caption = entry->GetCaption();
-    if (caption == nullptr || id > kQmLastCommand)
+    if (!caption || id > kQmLastCommand)
         return;
 
     if (m_separator)

@@ -54,13 +54,13 @@ void CQmCommandFind::Visit(IQmHandler&)
 void CQmCommandFind::Add(std::unique_ptr<IQmEntry> entry)
 {
     const int index = m_count++;
-    if (m_entry == nullptr && IsWanted(*entry, index) && entry->GetCaption() != nullptr && entry->IsEnabled())
+    if (!m_entry && IsWanted(*entry, index) && entry->GetCaption() && entry->IsEnabled())
         m_entry = std::move(entry);
 }
 
 void CQmCommandFind::Finish()
 {
-    if (m_entry == nullptr)
+    if (!m_entry)
         return;
     SetResult(1);
     m_entry->Execute();

@@ -60,7 +60,7 @@ BOOL CQmHandlerWnd::OnCmdMsg(UINT id, int code, void*, AFX_CMDHANDLERINFO* info)
     if (code != CN_COMMAND || id < kQmFirstCommand || id > kQmLastCommand)
         return FALSE;
     const int index = static_cast<int>(id - kQmFirstCommand);
-    if (info != nullptr)
+    if (info)
     {
         FindCommand record(index);
         return m_handler->Dispatch(record);
@@ -99,7 +99,7 @@ BOOL CQmHandlerWnd::PreTranslateMessage(MSG* message)
 bool CQmHandlerWnd::WantsKeys(const MSG& message) const
 {
     const CWnd* const wnd = dynamic_cast<const CWnd*>(m_handler);
-    if (wnd == nullptr || message.hwnd == wnd->GetSafeHwnd())
+    if (!wnd || message.hwnd == wnd->GetSafeHwnd())
         return false;
     if (!::IsChild(wnd->GetSafeHwnd(), message.hwnd))
         return true;

@@ -20,7 +20,7 @@ bool CQmHookWnd::Attach(HWND hwnd)
 
 void CQmHookWnd::Detach()
 {
-    if (m_hWnd != nullptr)
+    if (m_hWnd)
         ::RemoveWindowSubclass(m_hWnd, HookProc, reinterpret_cast<UINT_PTR>(this));
     m_hWnd = nullptr;
 }

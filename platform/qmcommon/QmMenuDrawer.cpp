@@ -71,7 +71,7 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
     case WM_MEASUREITEM: {
         MEASUREITEMSTRUCT& measure = *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
         const Item* const item = measure.CtlType == ODT_MENU ? FindItem(measure.itemData) : nullptr;
-        if (item == nullptr)
+        if (!item)
             return FALSE;
         qmcommon::MeasureMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0, measure);
         *result = TRUE;
@@ -80,7 +80,7 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
     case WM_DRAWITEM: {
         const DRAWITEMSTRUCT& draw = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
         const Item* const item = draw.CtlType == ODT_MENU ? FindItem(draw.itemData) : nullptr;
-        if (item == nullptr)
+        if (!item)
             return FALSE;
         qmcommon::DrawMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0,
                                (item->type & MFT_RADIOCHECK) != 0, draw);
@@ -113,7 +113,7 @@ void CQmMenuDrawer::TakeItems(HMENU menu)
         MENUITEMINFOA info = MakeInfo(MIIM_FTYPE | MIIM_DATA | MIIM_BITMAP);
         if (!::GetMenuItemInfoA(menu, position, TRUE, &info))
             continue;
-        if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) != 0 || info.hbmpItem != nullptr)
+        if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) != 0 || info.hbmpItem)
             continue;
         auto item =
             std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, GetItemText(menu, position)});
@@ -133,7 +133,7 @@ void CQmMenuDrawer::GiveBackItems(HMENU menu)
         MENUITEMINFOA info = MakeInfo(MIIM_DATA);
         const Item* const item =
             ::GetMenuItemInfoA(menu, position, TRUE, &info) ? FindItem(info.dwItemData) : nullptr;
-        if (item == nullptr)
+        if (!item)
             continue;
         info.fMask = MIIM_FTYPE | MIIM_DATA;
         info.fType = item->type;

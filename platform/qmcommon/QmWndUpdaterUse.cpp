@@ -21,10 +21,9 @@ void SetCount(HWND hwnd, int count)
 
 } // namespace
 
-CQmWndUpdaterUse::CQmWndUpdaterUse(CWnd* wnd)
-    : m_hWnd(wnd != nullptr ? wnd->GetSafeHwnd() : nullptr), m_suspended(false)
+CQmWndUpdaterUse::CQmWndUpdaterUse(CWnd* wnd) : m_hWnd(wnd ? wnd->GetSafeHwnd() : nullptr), m_suspended(false)
 {
-    if (m_hWnd == nullptr)
+    if (!m_hWnd)
         return;
     const int count = GetCount(m_hWnd);
     SetCount(m_hWnd, count + 1);
@@ -36,7 +35,7 @@ CQmWndUpdaterUse::CQmWndUpdaterUse(CWnd* wnd)
 
 CQmWndUpdaterUse::~CQmWndUpdaterUse()
 {
-    const int count = m_hWnd != nullptr ? GetCount(m_hWnd) : 0;
+    const int count = m_hWnd ? GetCount(m_hWnd) : 0;
     if (count == 0)
         return; // the window is gone
     SetCount(m_hWnd, count - 1);

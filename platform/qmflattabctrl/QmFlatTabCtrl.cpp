@@ -74,7 +74,7 @@ BOOL CQmFlatTabCtrl::SelectTab(int index)
         return TRUE;
 
     const HWND focus = ::GetFocus();
-    const bool focused = focus != nullptr && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
+    const bool focused = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
     const int former = m_selected;
     m_selected = index;
     PlacePage();

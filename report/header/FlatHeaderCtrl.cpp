@@ -176,7 +176,7 @@ HeaderFace CFlatHeaderCtrl::GetFace(int index) const
     face.filtered = IsItemFiltered(index);
     face.marked = index == m_markedItem;
     if (m_press && m_press->index == index && (m_press->inside || m_press->IsDrag()))
-        face.look = HeaderLook::kPressed;
+        face.look = HeaderLook::Pressed;
     return face;
 }
 

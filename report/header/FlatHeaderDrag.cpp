@@ -48,7 +48,7 @@ bool CFlatHeaderCtrl::BeginDrag()
     GetItemRect(m_press->index, rect);
     m_press->grip = CPoint(m_press->point.x - rect.left, m_press->point.y - rect.top);
     ClientToScreen(rect);
-    if (!m_press->window.Create(rect, *this, m_press->index, HeaderLook::kPlain))
+    if (!m_press->window.Create(rect, *this, m_press->index, HeaderLook::Plain))
         return false;
     m_press->escape.emplace([this] { EndPress(); });
     RedrawItem(m_press->index);
@@ -61,7 +61,7 @@ void CFlatHeaderCtrl::MoveDrag(CPoint point)
     const bool removes = drop.result == DropResult::Outside && IsRemovedByDrop();
     CPoint topLeft(point.x - m_press->grip.x, point.y - m_press->grip.y);
     ClientToScreen(&topLeft);
-    m_press->window.MoveTo(topLeft, removes ? HeaderLook::kRemoved : HeaderLook::kPlain);
+    m_press->window.MoveTo(topLeft, removes ? HeaderLook::Removed : HeaderLook::Plain);
     ShowMark(drop);
 }
 
@@ -75,7 +75,7 @@ void CFlatHeaderCtrl::Drop(CPoint point)
 
     HDITEM item = {};
     item.mask = HDI_ORDER;
-    item.iOrder = drop.result == DropResult::Outside ? -1 : drag.PlaceAt(drop.gap);
+    item.iOrder = drop.result == DropResult::Outside ? -1 : drag.ColumnAfterDrop(drop.gap);
     LRESULT cancelled = 0;
     if (!Notify(HDN_ENDDRAG, index, &item, cancelled) || cancelled || !drop.moves)
         return;

@@ -23,7 +23,7 @@ protected:
 private:
     CFlatHeaderCtrl* m_header = nullptr;
     int m_headerItem = -1;
-    HeaderLook m_look = HeaderLook::kPlain;
+    HeaderLook m_look = HeaderLook::Plain;
 };
 
 // Two arrows, from above and below the header, at the divider where the column would land.

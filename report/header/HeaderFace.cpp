@@ -87,7 +87,7 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     const int saved = dc.SaveDC();
     dc.IntersectClipRect(rect);
     DrawHeaderGround(dc, rect);
-    const bool pressed = face.look == HeaderLook::kPressed;
+    const bool pressed = face.look == HeaderLook::Pressed;
     if (pressed)
         dc.FillSolidRect(rect.left, rect.top, rect.Width() - 1, rect.Height() - 1,
                          Mix(COLOR_BTNFACE, COLOR_3DSHADOW));
@@ -100,18 +100,18 @@ void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face)
     rest.right -= report::Scale(kMargin, face.dpi);
     rest.bottom -= 1;
     if (face.format & HDF_SORTUP)
-        DrawMark(dc, rest, report::HeaderMark::kAscending, face.dpi, COLOR_3DDKSHADOW);
+        DrawMark(dc, rest, report::HeaderMark::Ascending, face.dpi, COLOR_3DDKSHADOW);
     else if (face.format & HDF_SORTDOWN)
-        DrawMark(dc, rest, report::HeaderMark::kDescending, face.dpi, COLOR_3DDKSHADOW);
+        DrawMark(dc, rest, report::HeaderMark::Descending, face.dpi, COLOR_3DDKSHADOW);
     if (face.filtered)
-        DrawMark(dc, rest, report::HeaderMark::kFiltered, face.dpi, COLOR_HIGHLIGHT);
+        DrawMark(dc, rest, report::HeaderMark::Filtered, face.dpi, COLOR_HIGHLIGHT);
     int width = 0;
     int height = 0;
     if ((face.format & HDF_IMAGE) && ::ImageList_GetIconSize(face.images, &width, &height))
         DrawImage(dc, Take(rest, width, report::Scale(kGap, face.dpi), false), face, height);
 
     dc.SetBkMode(TRANSPARENT);
-    const bool removed = face.look == HeaderLook::kRemoved;
+    const bool removed = face.look == HeaderLook::Removed;
     dc.SetTextColor(::GetSysColor(removed ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
     GraphicText(dc).Draw(face.caption.data(), static_cast<int>(face.caption.size()), rest,
                          TextAlignment(face.format) | DT_VCENTER | DT_END_ELLIPSIS);

@@ -8,9 +8,9 @@
 
 enum class HeaderLook
 {
-    kPlain,
-    kPressed,
-    kRemoved, // the item will go when the mouse lets go of it
+    Plain,
+    Pressed,
+    Removed, // the item will go when the mouse lets go of it
 };
 
 struct HeaderFace
@@ -22,7 +22,7 @@ struct HeaderFace
     bool filtered = false;
     bool marked = false; // keys change this column
     int dpi = 96;        // dots per inch, by which margins and marks grow
-    HeaderLook look = HeaderLook::kPlain;
+    HeaderLook look = HeaderLook::Plain;
 };
 
 // In the system's colours and the font of `dc`, which is otherwise left as it was. Marks stand at the right

@@ -22,10 +22,10 @@ std::string_view TextOf(const ZEMA::String& cells)
 }
 
 // Where a field lies, or would.
-struct Place
+struct FieldBytes
 {
     std::size_t begin = 0; // the length of the string when the field is missing
-    std::size_t end = 0;   // behind its separator
+    std::size_t end = 0;   // after its separator
     int missing = 0;       // fields that are missing in front of it
 };
 
@@ -36,17 +36,17 @@ std::size_t EndOfField(std::string_view cells, std::size_t begin)
                      : cells.size();
 }
 
-Place Find(std::string_view cells, int field)
+FieldBytes Find(std::string_view cells, int field)
 {
-    Place place;
-    while (field > 0 && place.begin < cells.size())
+    FieldBytes bytes;
+    while (field > 0 && bytes.begin < cells.size())
     {
-        place.begin = EndOfField(cells, place.begin);
+        bytes.begin = EndOfField(cells, bytes.begin);
         --field;
     }
-    place.end = EndOfField(cells, place.begin);
-    place.missing = field;
-    return place;
+    bytes.end = EndOfField(cells, bytes.begin);
+    bytes.missing = field;
+    return bytes;
 }
 
 // Takes `byte` from the front of `text`.
@@ -85,13 +85,13 @@ bool ReadNumber(std::string_view& text, int& number)
 class Insertion
 {
 public:
-    // Begins with what has to stand in front of the field at `place`.
-    Insertion(std::string_view cells, const Place& place) : m_text(&m_memory)
+    // Begins with what has to stand in front of the field at `bytes`.
+    Insertion(std::string_view cells, const FieldBytes& bytes) : m_text(&m_memory)
     {
         m_text.reserve(sizeof(m_buffer) - 1);
-        if (place.begin == cells.size() && !cells.empty() && cells.back() != g_separator)
+        if (bytes.begin == cells.size() && !cells.empty() && cells.back() != g_separator)
             m_text += g_separator;
-        for (int i = 0; i < place.missing; ++i)
+        for (int i = 0; i < bytes.missing; ++i)
             AddUndefined();
     }
 
@@ -156,8 +156,8 @@ std::string_view UndefinedField()
 Cell ReadCell(const ZEMA::String& cells, int field)
 {
     const std::string_view all = TextOf(cells);
-    const Place place = Find(all, field);
-    std::string_view text = all.substr(place.begin, place.end - place.begin);
+    const FieldBytes bytes = Find(all, field);
+    std::string_view text = all.substr(bytes.begin, bytes.end - bytes.begin);
     if (!text.empty() && text.back() == g_separator)
         text.remove_suffix(1);
 
@@ -180,34 +180,34 @@ Cell ReadCell(const ZEMA::String& cells, int field)
 
 void WriteCell(ZEMA::String& cells, int field, const Cell& cell)
 {
-    const Place place = Find(TextOf(cells), field);
-    Insertion insertion(TextOf(cells), place);
+    const FieldBytes bytes = Find(TextOf(cells), field);
+    Insertion insertion(TextOf(cells), bytes);
     insertion.Add(cell);
     const std::string_view text = insertion.Text();
-    const std::size_t old = place.end - place.begin;
+    const std::size_t old = bytes.end - bytes.begin;
     if (text.size() <= old)
     {
-        cells.deleteAt(place.begin, old); // the new field finds room: nothing can fail
-        cells.insertAt(place.begin, text.data(), text.size());
+        cells.deleteAt(bytes.begin, old); // the new field finds room: nothing can fail
+        cells.insertAt(bytes.begin, text.data(), text.size());
         return;
     }
-    cells.insertAt(place.begin, text.data(), text.size());
-    cells.deleteAt(place.begin + text.size(), old);
+    cells.insertAt(bytes.begin, text.data(), text.size());
+    cells.deleteAt(bytes.begin + text.size(), old);
 }
 
 void InsertCell(ZEMA::String& cells, int field)
 {
-    const Place place = Find(TextOf(cells), field);
-    Insertion insertion(TextOf(cells), place);
+    const FieldBytes bytes = Find(TextOf(cells), field);
+    Insertion insertion(TextOf(cells), bytes);
     insertion.AddUndefined();
     const std::string_view text = insertion.Text();
-    cells.insertAt(place.begin, text.data(), text.size());
+    cells.insertAt(bytes.begin, text.data(), text.size());
 }
 
 void RemoveCell(ZEMA::String& cells, int field)
 {
-    const Place place = Find(TextOf(cells), field);
-    cells.deleteAt(place.begin, place.end - place.begin);
+    const FieldBytes bytes = Find(TextOf(cells), field);
+    cells.deleteAt(bytes.begin, bytes.end - bytes.begin);
 }
 
 void ResetCells(ZEMA::String& cells, int count)

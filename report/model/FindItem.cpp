@@ -30,7 +30,7 @@ bool Matches(const _RVFINDINFO& info, const Cell& cell, std::int64_t itemData)
 {
     if ((info.flags & RVFI_TEXT) != 0)
     {
-        const std::string_view wanted = info.text != nullptr ? info.text : "";
+        const std::string_view wanted = info.text ? info.text : "";
         const bool prefix = (info.flags & RVFI_PREFIX) != 0;
         if (!cell.hasText || (prefix ? !cell.text.starts_with(wanted) : cell.text != wanted))
             return false;

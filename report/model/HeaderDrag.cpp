@@ -25,7 +25,7 @@ HeaderDrop HeaderDrag::DropAt(int x, int y) const
     HeaderDrop drop = {};
     drop.result = isOutside ? DropResult::Outside : DropResult::OnHeader;
     drop.gap = static_cast<int>(gap);
-    drop.moves = !isOutside && (m_column == kNoColumn || PlaceAt(drop.gap) != m_column);
+    drop.moves = !isOutside && (m_column == kNoColumn || ColumnAfterDrop(drop.gap) != m_column);
     drop.x = static_cast<int>(
         std::clamp<std::int64_t>(m_edges[gap], m_strip.left, std::max(m_strip.left, m_strip.right)));
     return drop;
@@ -39,7 +39,7 @@ bool HeaderDrag::Begins(int pressX, int pressY, int x, int y, int distanceX, int
     return isFar && (drop.moves || drop.result == DropResult::Outside);
 }
 
-int HeaderDrag::PlaceAt(int gap) const
+int HeaderDrag::ColumnAfterDrop(int gap) const
 {
     return m_column != kNoColumn && gap > m_column ? gap - 1 : gap;
 }
@@ -48,7 +48,7 @@ std::vector<int> HeaderDrag::Reorder(std::vector<int> items, int gap) const
 {
     const int item = items[static_cast<std::size_t>(m_column)];
     items.erase(items.begin() + m_column);
-    items.insert(items.begin() + PlaceAt(gap), item);
+    items.insert(items.begin() + ColumnAfterDrop(gap), item);
     return items;
 }
 

@@ -45,7 +45,7 @@ public:
     bool Begins(int pressX, int pressY, int x, int y, int distanceX, int distanceY) const;
 
     // The place of the dragged column after it has come to a gap.
-    int PlaceAt(int gap) const;
+    int ColumnAfterDrop(int gap) const;
 
     // The items of the columns in their new order.
     std::vector<int> Reorder(std::vector<int> items, int gap) const;

@@ -19,9 +19,9 @@ std::vector<int> PlainRows(HeaderMark mark)
 {
     switch (mark)
     {
-    case HeaderMark::kAscending:
+    case HeaderMark::Ascending:
         return {1, 3, 5, 7};
-    case HeaderMark::kDescending:
+    case HeaderMark::Descending:
         return {7, 5, 3, 1};
     default:
         return {7, 7, 5, 3, 1, 1, 1};

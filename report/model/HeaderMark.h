@@ -8,9 +8,9 @@ namespace report
 
 enum class HeaderMark
 {
-    kAscending,  // an arrow that points up
-    kDescending, // an arrow that points down
-    kFiltered    // a funnel
+    Ascending,  // an arrow that points up
+    Descending, // an arrow that points down
+    Filtered    // a funnel
 };
 
 // Pixels that the widest row of any mark has.

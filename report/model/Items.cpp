@@ -85,7 +85,7 @@ bool Items::Read(_RVITEM& record)
         record.text = nullptr;
     if (!fetched.cell.hasText)
         record.textMax = -1;
-    else if (record.text != nullptr && record.textMax > 0)
+    else if (record.text && record.textMax > 0)
     {
         // The preview goes in whole: callers bring room for it.
         const std::size_t room = static_cast<std::size_t>(record.textMax) - 1;

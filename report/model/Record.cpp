@@ -47,7 +47,7 @@ void FillRecord(_RVITEM& record, const FetchedCell& from)
 
     record.mask = RVIM_STATE | RVIM_ITEMDATA;
     const auto set = [&record](unsigned bit, bool has) { record.mask |= has ? bit : 0; };
-    set(RVIM_TEXT, record.text != nullptr && cell.hasText);
+    set(RVIM_TEXT, record.text && cell.hasText);
     set(RVIM_TEXTCOLOR, record.textColor >= 0);
     set(RVIM_IMAGE, record.image >= 0);
     set(RVIM_CHECK, record.check >= 0);

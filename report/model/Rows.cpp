@@ -43,7 +43,7 @@ RowMap& Rows::Map()
     // Focus and selection follow their items, or what hides them now.
     const auto rowOf = [this](_TREEITEM* item) {
         bool isHidden = false;
-        return item != nullptr ? RowOf(VisibleAncestor(item, isHidden)->item) : kNoRow;
+        return item ? RowOf(VisibleAncestor(item, isHidden)->item) : kNoRow;
     };
     if (selection.focusRow >= 0)
         selection.focusRow = rowOf(m_focused);

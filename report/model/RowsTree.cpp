@@ -49,7 +49,7 @@ void Rows::Build(_TREEITEM* parent)
         Item& record = m_overrides.GetItemStruct(child->item, child->item, RVIM_TREELEVEL | RVIM_STATE);
         record.state &= ~kBoxStates;
         record.treeLevel = child->level;
-        if (child->firstChild != nullptr)
+        if (child->firstChild)
             record.state |= child->expanded != 0 ? RVIS_EXPANDED : RVIS_COLLAPSED;
         m_overrides.SetItemStruct(child->item, record);
     });
@@ -66,7 +66,7 @@ _TREEITEM* Rows::TakeFocus()
 
 void Rows::PutFocus(_TREEITEM* item)
 {
-    if (item == nullptr)
+    if (!item)
         return;
     bool isHidden = false;
     selection.focusRow = RowOf(VisibleAncestor(item, isHidden)->item);
@@ -77,34 +77,33 @@ void Rows::PutFocus(_TREEITEM* item)
 
 int Rows::InsertTree(int subitem, _TREEITEM* parent, _TREEITEM* after, _TREEITEM* item, bool ascending)
 {
-    if (item == nullptr)
+    if (!item)
         return 0;
     const Busy busy(*this);
-    _TREEITEM* const under = parent != nullptr ? m_tree.Resolve(parent) : m_tree.Root();
+    _TREEITEM* const under = parent ? m_tree.Resolve(parent) : m_tree.Root();
     item->parent = under;
     item->level = under->level + 1;
     const auto subitemOf = [subitem](const _TREEITEM* i) { return i->subitem >= 0 ? i->subitem : subitem; };
-    return Tree::Link(under, after != nullptr ? after : kTreeLast, item, ascending,
-                      [&](_TREEITEM* item1, _TREEITEM* item2) {
-                          return m_overrides.CompareItems(item1->item, subitemOf(item1), item2->item,
-                                                          subitemOf(item2));
-                      });
+    return Tree::Link(
+        under, after ? after : kTreeLast, item, ascending, [&](_TREEITEM* item1, _TREEITEM* item2) {
+            return m_overrides.CompareItems(item1->item, subitemOf(item1), item2->item, subitemOf(item2));
+        });
 }
 
 _TREEITEM* Rows::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, const char* text, int subitem,
                                 bool ascending)
 {
-    _TREEITEM* const under = parent != nullptr ? m_tree.Resolve(parent) : m_tree.Root();
-    if (after == nullptr)
+    _TREEITEM* const under = parent ? m_tree.Resolve(parent) : m_tree.Root();
+    if (!after)
         after = kTreeLast;
-    if (!IsTree() || (!Tree::IsPlace(after) && m_tree.ParentOf(m_tree.Resolve(after)) != under))
+    if (!IsTree() || (!Tree::IsInsertPosition(after) && m_tree.ParentOf(m_tree.Resolve(after)) != under))
         return nullptr;
     const int item = InsertItem(m_items.Count());
     if (item < 0)
         return nullptr;
     try
     {
-        if (text != nullptr && m_items.SubItemCount() > 0)
+        if (text && m_items.SubItemCount() > 0)
         {
             _RVITEM change;
             change.item = item;
@@ -133,7 +132,7 @@ _TREEITEM* Rows::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, const char*
 void Rows::LinkNew(_TREEITEM& made, _TREEITEM* parent, _TREEITEM* after, int subitem, bool ascending)
 {
     const _TREEITEM* const last = m_lastInserted;
-    if (after == kTreeLast && last != nullptr && last->parent == parent && last->nextSibling == nullptr)
+    if (after == kTreeLast && last && last->parent == parent && !last->nextSibling)
         after = m_lastInserted;
     InsertTree(subitem, parent, after, &made, ascending);
     m_lastInserted = &made;
@@ -141,7 +140,7 @@ void Rows::LinkNew(_TREEITEM& made, _TREEITEM* parent, _TREEITEM* after, int sub
 
 bool Rows::DeleteTreeItem(_TREEITEM* item)
 {
-    if (m_items.IsCallback() || m_isBusy || item == nullptr)
+    if (m_items.IsCallback() || m_isBusy || !item)
         return false;
     if (m_tree.Resolve(item) != m_tree.Root())
     {
@@ -174,14 +173,14 @@ void Rows::DeleteSubtree(_TREEITEM* top)
     const _TREEITEM* const parent = m_tree.ParentOf(top);
     m_lastInserted = nullptr;
     m_tree.Unlink(top);
-    if (parent->firstChild == nullptr && parent != m_tree.Root())
+    if (!parent->firstChild && parent != m_tree.Root())
         m_items.Stored().At(parent->item).state &= ~kBoxStates;
     RemoveItems(items);
 }
 
 bool Rows::Expand(_TREEITEM* item, unsigned action)
 {
-    if (m_isBusy || item == nullptr || m_tree.Resolve(item) == m_tree.Root() || item->firstChild == nullptr ||
+    if (m_isBusy || !item || m_tree.Resolve(item) == m_tree.Root() || !item->firstChild ||
         action < RVE_COLLAPSE || action > RVE_TOGGLE)
         return false;
     const bool expand = action == RVE_EXPAND || (action == RVE_TOGGLE && item->expanded == 0);

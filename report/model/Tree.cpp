@@ -16,11 +16,11 @@ bool Stands(const _TREEITEM* handle, const _TREEITEM* place)
 // after the last.
 _TREEITEM* Following(const _TREEITEM* item, const _TREEITEM* top, bool enter)
 {
-    if (enter && item->firstChild != nullptr)
+    if (enter && item->firstChild)
         return item->firstChild;
-    while (item != nullptr && item != kTreeRoot && item != top && item->nextSibling == nullptr)
+    while (item && item != kTreeRoot && item != top && !item->nextSibling)
         item = item->parent;
-    return item == nullptr || item == kTreeRoot || item == top ? nullptr : item->nextSibling;
+    return !item || item == kTreeRoot || item == top ? nullptr : item->nextSibling;
 }
 
 void LinkInFront(_TREEITEM* parent, _TREEITEM* item)
@@ -38,12 +38,12 @@ void LinkAfter(_TREEITEM* sibling, _TREEITEM* item)
 int LinkSorted(_TREEITEM* parent, _TREEITEM* item, bool ascending, const TreeCompare& compare)
 {
     _TREEITEM* before = nullptr;
-    for (_TREEITEM* child = parent->firstChild; child != nullptr; child = child->nextSibling)
+    for (_TREEITEM* child = parent->firstChild; child; child = child->nextSibling)
     {
         const int result = compare(item, child);
         if (ascending ? result <= 0 : result >= 0)
         {
-            if (before == nullptr)
+            if (!before)
             {
                 LinkInFront(parent, item);
                 return result;
@@ -62,14 +62,14 @@ _TREEITEM* Tree::ParentOf(const _TREEITEM* item)
 {
     if (item == &m_root)
         return nullptr;
-    return item->parent != nullptr ? Resolve(item->parent) : &m_root;
+    return item->parent ? Resolve(item->parent) : &m_root;
 }
 
 _TREEITEM* Tree::PreviousSibling(const _TREEITEM* item)
 {
     const _TREEITEM* const parent = ParentOf(item);
-    _TREEITEM* previous = parent != nullptr ? parent->firstChild : nullptr;
-    while (previous != nullptr && previous->nextSibling != item)
+    _TREEITEM* previous = parent ? parent->firstChild : nullptr;
+    while (previous && previous->nextSibling != item)
         previous = previous->nextSibling;
     return previous;
 }
@@ -78,12 +78,12 @@ _TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
 {
     if (code == RVGN_FOCUSED)
         return focused;
-    if (item == nullptr)
+    if (!item)
         return nullptr;
     switch (code)
     {
     case RVGN_ROOT:
-        for (_TREEITEM* above = ParentOf(item); above != nullptr && above != &m_root; above = ParentOf(item))
+        for (_TREEITEM* above = ParentOf(item); above && above != &m_root; above = ParentOf(item))
             item = above;
         return item;
     case RVGN_NEXT:
@@ -102,7 +102,7 @@ _TREEITEM* Tree::Next(_TREEITEM* item, unsigned code, _TREEITEM* focused)
 int Tree::Count(const _TREEITEM* parent, bool recursive)
 {
     int count = 0;
-    for (const _TREEITEM* item = parent != nullptr ? parent->firstChild : nullptr; item != nullptr;
+    for (const _TREEITEM* item = parent ? parent->firstChild : nullptr; item;
          item = Following(item, parent, recursive))
         ++count;
     return count;
@@ -110,18 +110,18 @@ int Tree::Count(const _TREEITEM* parent, bool recursive)
 
 bool Tree::IsDescendant(const _TREEITEM* ancestor, const _TREEITEM* item)
 {
-    if (ancestor == nullptr || item == nullptr)
+    if (!ancestor || !item)
         return false;
     do
         item = ParentOf(item);
-    while (item != nullptr && item != ancestor);
+    while (item && item != ancestor);
     return item != nullptr;
 }
 
 _TREEITEM* Tree::VisibleAncestor(_TREEITEM* item, bool& found)
 {
     _TREEITEM* visible = item;
-    for (_TREEITEM* above = item != nullptr ? ParentOf(item) : nullptr; above != nullptr && above != &m_root;
+    for (_TREEITEM* above = item ? ParentOf(item) : nullptr; above && above != &m_root;
          above = ParentOf(above))
     {
         if (above->expanded == 0)
@@ -131,7 +131,7 @@ _TREEITEM* Tree::VisibleAncestor(_TREEITEM* item, bool& found)
     return visible;
 }
 
-bool Tree::IsPlace(const _TREEITEM* handle)
+bool Tree::IsInsertPosition(const _TREEITEM* handle)
 {
     return Stands(handle, kTreeFirst) || Stands(handle, kTreeLast) || Stands(handle, kTreeSort);
 }
@@ -139,14 +139,14 @@ bool Tree::IsPlace(const _TREEITEM* handle)
 int Tree::Link(_TREEITEM* parent, _TREEITEM* after, _TREEITEM* item, bool ascending,
                const TreeCompare& compare)
 {
-    if (parent->firstChild == nullptr || Stands(after, kTreeFirst))
+    if (!parent->firstChild || Stands(after, kTreeFirst))
         LinkInFront(parent, item);
     else if (Stands(after, kTreeSort))
         return LinkSorted(parent, item, ascending, compare);
     else if (Stands(after, kTreeLast))
     {
         _TREEITEM* last = parent->firstChild;
-        while (last->nextSibling != nullptr)
+        while (last->nextSibling)
             last = last->nextSibling;
         LinkAfter(last, item);
     }
@@ -159,14 +159,14 @@ void Tree::Unlink(_TREEITEM* item)
 {
     if (_TREEITEM* previous = PreviousSibling(item))
         previous->nextSibling = item->nextSibling;
-    else if (_TREEITEM* parent = ParentOf(item); parent != nullptr && parent->firstChild == item)
+    else if (_TREEITEM* parent = ParentOf(item); parent && parent->firstChild == item)
         parent->firstChild = item->nextSibling;
     item->nextSibling = nullptr;
 }
 
 void Tree::Walk(_TREEITEM* parent, bool expandedOnly, const std::function<void(_TREEITEM*)>& visit)
 {
-    for (_TREEITEM* item = parent != nullptr ? parent->firstChild : nullptr; item != nullptr;
+    for (_TREEITEM* item = parent ? parent->firstChild : nullptr; item;
          item = Following(item, parent, !expandedOnly || item->expanded != 0))
         visit(item);
 }

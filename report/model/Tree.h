@@ -51,7 +51,7 @@ public:
     _TREEITEM* VisibleAncestor(_TREEITEM* item, bool& found);
 
     // Whether a handle stands for one of the last three places.
-    static bool IsPlace(const _TREEITEM* handle);
+    static bool IsInsertPosition(const _TREEITEM* handle);
 
     // Links `item` under `parent` (not a handle), next to `after`: an item or one of the three places. With
     // kTreeSort, in front of the first child that `compare` answers <= 0 for (ascending; else >= 0). The

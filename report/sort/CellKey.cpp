@@ -30,12 +30,12 @@ void AppendNumber(std::string& key, std::string_view digits)
 CellKey KeyWithoutText(int check, int image)
 {
     constexpr std::int64_t kChecks = std::int64_t{1} << 32; // above all images
-    return {CellKey::Kind::kNoText, check >= 0 ? kChecks + check : image, {}};
+    return {CellKey::Kind::NoText, check >= 0 ? kChecks + check : image, {}};
 }
 
 CellKey TextKey(std::string_view text)
 {
-    return {CellKey::Kind::kText, 0, std::string(text)};
+    return {CellKey::Kind::Text, 0, std::string(text)};
 }
 
 CellKey CaselessTextKey(std::string_view text)

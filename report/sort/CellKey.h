@@ -15,15 +15,15 @@ struct CellKey
 {
     enum class Kind
     {
-        kNoText,
-        kText,
-        kNegative,
-        kZero,
-        kPositive,
-        kDate
+        NoText,
+        Text,
+        Negative,
+        Zero,
+        Positive,
+        Date
     };
 
-    Kind kind = Kind::kNoText;
+    Kind kind = Kind::NoText;
     std::int64_t value = 0;
     std::string text;
 
@@ -52,8 +52,8 @@ CellKey NumberKey(std::string_view text, char point);
 // What comes first in a date that ends with the year.
 enum class DateOrder
 {
-    kMonthFirst,
-    kDayFirst
+    MonthFirst,
+    DayFirst
 };
 
 // A day, and optionally after a blank or 'T' the time of day as hours:minutes[:seconds[.fraction]], and after

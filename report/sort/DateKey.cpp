@@ -36,7 +36,7 @@ bool ReadDay(TextScanner& in, DateOrder order, std::int64_t& dayNumber)
     if (parts[0].size() != 4) // then the year is the last: make it year, month, day
     {
         std::swap(parts[0], parts[2]);
-        if (separator != '.' && order == DateOrder::kMonthFirst)
+        if (separator != '.' && order == DateOrder::MonthFirst)
             std::swap(parts[1], parts[2]);
     }
     int year = 0;
@@ -112,7 +112,7 @@ CellKey DateKey(std::string_view text, DateOrder order)
     if (!isDate)
         return TextKey(text);
     fraction = fraction.substr(0, fraction.find_last_not_of('0') + 1);
-    return {CellKey::Kind::kDate, day * 86400 + seconds - offset, std::string(fraction)};
+    return {CellKey::Kind::Date, day * 86400 + seconds - offset, std::string(fraction)};
 }
 
 } // namespace report

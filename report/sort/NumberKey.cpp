@@ -83,12 +83,12 @@ CellKey NumberKey(std::string_view text, char point)
     if (!number)
         return TextKey(text);
     if (number->digits.empty())
-        return {CellKey::Kind::kZero, 0, {}};
+        return {CellKey::Kind::Zero, 0, {}};
     if (!number->negative)
-        return {CellKey::Kind::kPositive, number->exponent, std::move(number->digits)};
+        return {CellKey::Kind::Positive, number->exponent, std::move(number->digits)};
     for (char& digit : number->digits)
         digit = static_cast<char>('0' + ('9' - digit));
-    return {CellKey::Kind::kNegative, -number->exponent, number->digits + ':'};
+    return {CellKey::Kind::Negative, -number->exponent, number->digits + ':'};
 }
 
 } // namespace report

@@ -42,7 +42,7 @@ bool SortKeys::Compare(int item1, int subitem1, int item2, int subitem2, int& re
 {
     const Key* key1 = Find(item1, subitem1);
     const Key* key2 = Find(item2, subitem2);
-    if (key1 == nullptr || key2 == nullptr)
+    if (!key1 || !key2)
         return false;
     result = CompareCells(CellOf(*key1), CellOf(*key2));
     return true;

@@ -20,7 +20,7 @@ struct Unsorted
     ~Unsorted()
     {
         _TREEITEM** end = &parent->firstChild;
-        while (*end != nullptr)
+        while (*end)
             end = &(*end)->nextSibling;
         *end = first;
     }
@@ -54,7 +54,7 @@ bool MergeSort(SortTree& tree, _TREEITEM* parent, int count, bool ascending, con
     std::vector<_TREEITEM*> from(size);
     std::vector<_TREEITEM*> to(size);
     std::size_t place = size; // from the end, so that equal ones are reversed
-    for (_TREEITEM* child = parent->firstChild; child != nullptr; child = child->nextSibling)
+    for (_TREEITEM* child = parent->firstChild; child; child = child->nextSibling)
         from[--place] = child;
 
     for (std::size_t width = 1; width < size; width *= 2)
@@ -83,7 +83,7 @@ bool MergeSort(SortTree& tree, _TREEITEM* parent, int count, bool ascending, con
 
 void TreeSort::SortBelow(SortTree& tree, _TREEITEM* item)
 {
-    if (item->firstChild == nullptr)
+    if (!item->firstChild)
         return;
     if (m_depth < kMaxDepth)
         tree.Sort(item);
@@ -104,7 +104,7 @@ void TreeSort::Run(SortTree& tree, _TREEITEM* parent, bool ascending, bool recur
     bool isSorted = false;
     if (count > kLongList && tree.IsOrdered())
     {
-        for (_TREEITEM* child = parent->firstChild; recursive && child != nullptr; child = child->nextSibling)
+        for (_TREEITEM* child = parent->firstChild; recursive && child; child = child->nextSibling)
             SortBelow(tree, child);
         belowIsSorted = true;
         isSorted = MergeSort(tree, parent, count, ascending, compare);
@@ -112,7 +112,7 @@ void TreeSort::Run(SortTree& tree, _TREEITEM* parent, bool ascending, bool recur
     if (!isSorted)
     {
         Unsorted rest(parent);
-        while (rest.first != nullptr)
+        while (rest.first)
         {
             _TREEITEM* child = rest.first;
             if (!belowIsSorted)

@@ -74,12 +74,12 @@ TEST(LogDeskArguments, TellFolderKeepingAndSteps)
 
     const auto steps = Parse("--screenshot a.bmp --steps size:800x600,find:a:b,down:12,follow:off").steps;
     ASSERT_EQ(4u, steps.size());
-    EXPECT_EQ(StepAction::kSize, steps[0].action);
+    EXPECT_EQ(StepAction::Size, steps[0].action);
     EXPECT_EQ(800, steps[0].count);
     EXPECT_EQ(600, steps[0].height);
     EXPECT_EQ("a:b", steps[1].text);
     EXPECT_EQ(12, steps[2].count);
-    EXPECT_EQ(StepAction::kFollow, steps[3].action);
+    EXPECT_EQ(StepAction::Follow, steps[3].action);
     EXPECT_EQ(0, steps[3].count);
 }
 

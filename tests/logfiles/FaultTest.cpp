@@ -181,7 +181,7 @@ TEST(Faults, EveryCallOfAWriterFailsAsInTheReference)
     ASSERT_GT(calls, 60u);
     for (unsigned long call = 1; call <= calls; ++call)
     {
-        for (const Fault kind : {Fault::kFail, Fault::kShortWrite, Fault::kNullHandle, Fault::kInvalidHandle})
+        for (const Fault kind : {Fault::Fail, Fault::ShortWrite, Fault::NullHandle, Fault::InvalidHandle})
         {
             for (const bool forever : {false, true})
             {
@@ -208,7 +208,7 @@ TEST(Faults, RowsWrittenTogetherAreLostOneByOneOrNotAtAll)
     int absorbed = 0;
     for (unsigned long call = 1; call <= calls; ++call)
     {
-        for (const Fault kind : {Fault::kFail, Fault::kShortWrite})
+        for (const Fault kind : {Fault::Fail, Fault::ShortWrite})
         {
             const ZEMA::ScriptedFault fault = {call, kind, false};
             const Outcome outcome = RunScript<LibraryLogs>(
@@ -406,7 +406,7 @@ TEST(Faults, CountersReportWithTheirFixedTexts)
             logfiles::GlobalIndentIncrement(); // both handles are open now
             logfiles::GlobalIndentDecrement();
             session.files.ForgetCalls();
-            session.files.SetFault({static_cast<unsigned long>(at + 2), Fault::kFail});
+            session.files.SetFault({static_cast<unsigned long>(at + 2), Fault::Fail});
             EXPECT_EQ(c.answers[at], c.run());
             EXPECT_EQ(c.calls[at], session.files.Calls()[at + 1]);
             EXPECT_EQ(ReportOf(c.reports[at]), Reports(session));
@@ -476,7 +476,7 @@ TEST(Faults, ReadersReportEachFailingCall)
         CQmLogReader reader;
         reader.SetFilePath("Main");
         session.files.ForgetCalls();
-        session.files.SetFault({c.call, Fault::kFail});
+        session.files.SetFault({c.call, Fault::Fail});
         const char* text = nullptr;
         unsigned long length = 0;
         CQmLogRow row;
@@ -494,7 +494,7 @@ TEST(Faults, HandlesThatDoNotCloseAreReported)
     {
         CQmLogWriter writer = WriterOf("Main");
         writer.Write("a\n");
-        session.files.SetFault({session.files.CallCount() + 1, Fault::kFail, true});
+        session.files.SetFault({session.files.CallCount() + 1, Fault::Fail, true});
         EXPECT_TRUE(writer.Close());
         session.files.ClearFault();
         session.files.CloseAllHandles();

@@ -106,7 +106,7 @@ TEST(OutputFile, WritesNothingWithoutItsServicesAndDoesNotTryAgain)
     }
     noRegistry.Write("text");
 
-    session.files.SetFault({1, ZEMA::Fault::kFail});
+    session.files.SetFault({1, ZEMA::Fault::Fail});
     QmLogOutputFile refused("x");
     refused.Write("text");
     session.files.ClearFault();

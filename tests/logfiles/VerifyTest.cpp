@@ -161,47 +161,46 @@ TEST(Verify, NamesEachKindOfDamage)
         const char* file;
         unsigned long row;
     } cases[] = {
-        {"text removed", Delete("Main.LOG"), Kind::kIndexWithoutText, "Main.LOG", kNoRow},
-        {"index removed", Delete("Main.ROW"), Kind::kTextWithoutIndex, "Main.ROW", kNoRow},
-        {"index emptied", Cut("SQL.ROW", 0), Kind::kTextWithoutIndex, "SQL.ROW", kNoRow},
-        {"index cut within a record", Cut("Main.ROW", 93), Kind::kIndexCut, "Main.ROW", 4},
-        {"last record removed", Cut("SQL.ROW", 40), Kind::kLineWithoutRow, "SQL.ROW", 2},
-        {"record removed", Replace("Main.ROW", 20, 20, ""), Kind::kLineWithoutRow, "Main.ROW", 1},
-        {"first record removed", Replace("SQL.ROW", 0, 20, ""), Kind::kLineWithoutRow, "SQL.ROW", 0},
-        {"text cut", Cut("Main.LOG", 4), Kind::kTextCut, "Main.LOG", kNoRow},
-        {"record doubled", Records("011234"), Kind::kNumberNotAscending, "Main.ROW", 1},
-        {"records exchanged", Records("01324"), Kind::kNumberNotAscending, "Main.ROW", 2},
-        {"offset too low", Set("Main.ROW", 3, kOffset, 1), Kind::kOffsetNotAscending, "Main.ROW", 3},
+        {"text removed", Delete("Main.LOG"), Kind::IndexWithoutText, "Main.LOG", kNoRow},
+        {"index removed", Delete("Main.ROW"), Kind::TextWithoutIndex, "Main.ROW", kNoRow},
+        {"index emptied", Cut("SQL.ROW", 0), Kind::TextWithoutIndex, "SQL.ROW", kNoRow},
+        {"index cut within a record", Cut("Main.ROW", 93), Kind::IndexCut, "Main.ROW", 4},
+        {"last record removed", Cut("SQL.ROW", 40), Kind::LineWithoutRow, "SQL.ROW", 2},
+        {"record removed", Replace("Main.ROW", 20, 20, ""), Kind::LineWithoutRow, "Main.ROW", 1},
+        {"first record removed", Replace("SQL.ROW", 0, 20, ""), Kind::LineWithoutRow, "SQL.ROW", 0},
+        {"text cut", Cut("Main.LOG", 4), Kind::TextCut, "Main.LOG", kNoRow},
+        {"record doubled", Records("011234"), Kind::NumberNotAscending, "Main.ROW", 1},
+        {"records exchanged", Records("01324"), Kind::NumberNotAscending, "Main.ROW", 2},
+        {"offset too low", Set("Main.ROW", 3, kOffset, 1), Kind::OffsetNotAscending, "Main.ROW", 3},
         {"two offsets alike, within a line",
          [](Folder& folder) {
              Set("Main.ROW", 2, kOffset, 11)(folder);
              Set("Main.ROW", 3, kOffset, 11)(folder);
          },
-         Kind::kOffsetNotAscending, "Main.ROW", 3},
-        {"offset within a line", Set("Main.ROW", 3, kOffset, 11), Kind::kOffsetNotAtLine, "Main.ROW", 3},
-        {"last offset within a line", Set("Main.ROW", 4, kOffset, 14), Kind::kOffsetNotAtLine, "Main.ROW", 4},
-        {"offset behind", Set("Main.ROW", 4, kOffset, 0x80000000), Kind::kOffsetNotAtLine, "Main.ROW", 4},
-        {"line feed written over", Replace("Main.LOG", 7, 1, " "), Kind::kOffsetNotAtLine, "Main.ROW", 2},
-        {"byte removed from the text", Replace("Main.LOG", 2, 1, ""), Kind::kOffsetNotAtLine, "Main.ROW", 1},
-        {"line feed put into the text", Replace("Main.LOG", 3, 1, "\n"), Kind::kLineWithoutRow, "Main.ROW",
-         1},
-        {"text appended by hand", Replace("SQL.LOG", 4, 0, "z\n"), Kind::kLineWithoutRow, "SQL.ROW", 3},
-        {"number zero", Set("Main.ROW", 1, kTime, 0), Kind::kNumberZero, "Main.ROW", 1},
-        {"number too low", Set("Main.ROW", 4, kTime, 2), Kind::kNumberNotAscending, "Main.ROW", 4},
-        {"number too high", Set("Main.ROW", 1, kTime, 8), Kind::kNumberNotAscending, "Main.ROW", 1},
-        {"number of another log", Set("SQL.ROW", 2, kTime, 5), Kind::kNumberNotUnique, "SQL.ROW", 2},
-        {"number above the counter", Set("Main.ROW", 4, kTime, 9), Kind::kNumberAboveCounter, "Main.ROW", 4},
-        {"counter set back", Replace("Log.DAT", 0, 1, "\7"), Kind::kNumberAboveCounter, "Main.ROW", 4},
-        {"block mark", Set("Main.ROW", 2, &CQmLogRow::blockBegin, 2), Kind::kBlockMarkInvalid, "Main.ROW", 2},
-        {"kind", Set("SQL.ROW", 0, &CQmLogRow::kind, kEnclosingKind), Kind::kKindInvalid, "SQL.ROW", 0},
-        {"counters removed", Delete("Log.DAT"), Kind::kCountersMissing, "Log.DAT", kNoRow},
-        {"counters cut", Cut("Log.DAT", 5), Kind::kCountersSize, "Log.DAT", kNoRow},
-        {"counters too long", Cut("Log.DAT", 9), Kind::kCountersSize, "Log.DAT", kNoRow},
+         Kind::OffsetNotAscending, "Main.ROW", 3},
+        {"offset within a line", Set("Main.ROW", 3, kOffset, 11), Kind::OffsetNotAtLine, "Main.ROW", 3},
+        {"last offset within a line", Set("Main.ROW", 4, kOffset, 14), Kind::OffsetNotAtLine, "Main.ROW", 4},
+        {"offset behind", Set("Main.ROW", 4, kOffset, 0x80000000), Kind::OffsetNotAtLine, "Main.ROW", 4},
+        {"line feed written over", Replace("Main.LOG", 7, 1, " "), Kind::OffsetNotAtLine, "Main.ROW", 2},
+        {"byte removed from the text", Replace("Main.LOG", 2, 1, ""), Kind::OffsetNotAtLine, "Main.ROW", 1},
+        {"line feed put into the text", Replace("Main.LOG", 3, 1, "\n"), Kind::LineWithoutRow, "Main.ROW", 1},
+        {"text appended by hand", Replace("SQL.LOG", 4, 0, "z\n"), Kind::LineWithoutRow, "SQL.ROW", 3},
+        {"number zero", Set("Main.ROW", 1, kTime, 0), Kind::NumberZero, "Main.ROW", 1},
+        {"number too low", Set("Main.ROW", 4, kTime, 2), Kind::NumberNotAscending, "Main.ROW", 4},
+        {"number too high", Set("Main.ROW", 1, kTime, 8), Kind::NumberNotAscending, "Main.ROW", 1},
+        {"number of another log", Set("SQL.ROW", 2, kTime, 5), Kind::NumberNotUnique, "SQL.ROW", 2},
+        {"number above the counter", Set("Main.ROW", 4, kTime, 9), Kind::NumberAboveCounter, "Main.ROW", 4},
+        {"counter set back", Replace("Log.DAT", 0, 1, "\7"), Kind::NumberAboveCounter, "Main.ROW", 4},
+        {"block mark", Set("Main.ROW", 2, &CQmLogRow::blockBegin, 2), Kind::BlockMarkInvalid, "Main.ROW", 2},
+        {"kind", Set("SQL.ROW", 0, &CQmLogRow::kind, kEnclosingKind), Kind::KindInvalid, "SQL.ROW", 0},
+        {"counters removed", Delete("Log.DAT"), Kind::CountersMissing, "Log.DAT", kNoRow},
+        {"counters cut", Cut("Log.DAT", 5), Kind::CountersSize, "Log.DAT", kNoRow},
+        {"counters too long", Cut("Log.DAT", 9), Kind::CountersSize, "Log.DAT", kNoRow},
         {"index kept from others",
          [](Folder& folder) {
              folder.session.files.Create("C:\\Logs\\Main.ROW", GENERIC_READ, 0, OPEN_EXISTING, 0);
          },
-         Kind::kFileUnreadable, "Main.ROW", kNoRow},
+         Kind::FileUnreadable, "Main.ROW", kNoRow},
     };
     for (const auto& c : cases)
     {
@@ -214,7 +213,7 @@ TEST(Verify, NamesEachKindOfDamage)
                    QmLogIsDamage(c.kind);
         });
         EXPECT_TRUE(named) << c.name << ":\n" << Describe(findings);
-        if (c.kind == Kind::kNumberNotAscending)
+        if (c.kind == Kind::NumberNotAscending)
             EXPECT_EQ(1u, Count(findings, c.kind)) << c.name << ":\n" << Describe(findings);
         EXPECT_LE(findings.size(), 8u) << c.name << ": one fault is told in few words\n"
                                        << Describe(findings);
@@ -269,28 +268,28 @@ TEST(Verify, TellsLeftoversFromDamage)
     folder.session.files.SetFreeSpace(0xFFFFFFFFFFFFFFFF);
     goOn("");
     EXPECT_EQ(1u, folder.Verify().size()) << Describe(folder.Verify());
-    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::NumberWithoutRow));
 
     // A killed writer leaves rows without their text, which the next writer takes away.
     folder.AddRow("SQL.ROW", 15);
     folder.AddRow("SQL.ROW", 16);
-    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kRowBeforeText)) << Describe(folder.Verify());
+    EXPECT_EQ(2u, Count(folder.Verify(), Kind::RowBeforeText)) << Describe(folder.Verify());
     EXPECT_FALSE(folder.IsDamaged());
     goOn("\n");
-    EXPECT_EQ(0u, Count(folder.Verify(), Kind::kRowBeforeText));
+    EXPECT_EQ(0u, Count(folder.Verify(), Kind::RowBeforeText));
     EXPECT_EQ(1u, folder.Verify().size()) << Describe(folder.Verify());
 
     // A row at the very place of the next one shows nothing.
     folder.AddRow("SQL.ROW", 6);
-    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRowWithoutText)) << Describe(folder.Verify());
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::RowWithoutText)) << Describe(folder.Verify());
     EXPECT_FALSE(folder.IsDamaged());
 
     // A killed writer leaves part of a record, and numbers it had taken.
     folder.Edit("SQL.ROW", [](std::string& bytes) { bytes += "unfinished"; });
     std::uint32_t first = 0;
     logfiles::GlobalTimeTake(3, first);
-    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kRecordUnfinished));
-    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kNumberWithoutRow));
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::RecordUnfinished));
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::NumberWithoutRow));
     EXPECT_FALSE(folder.IsDamaged()) << Describe(folder.Verify());
     goOn("");
 }
@@ -305,11 +304,11 @@ TEST(Verify, RowsThatPointIntoLaterTextAreDamage)
     std::uint32_t first = 0;
     logfiles::GlobalTimeTake(1, first); // for another log
     folder.AddRow("SQL.ROW", 12);
-    EXPECT_EQ(1u, Count(folder.Verify(), Kind::kTextCut)) << Describe(folder.Verify());
+    EXPECT_EQ(1u, Count(folder.Verify(), Kind::TextCut)) << Describe(folder.Verify());
     QmLogWriterCloseAll();
     EXPECT_TRUE(WriterOf("SQL").Write("a\nlonger text\n"));
     EXPECT_EQ(7u, folder.session.files.Contents("C:\\Logs\\SQL.ROW").size() / sizeof(CQmLogRow));
-    EXPECT_EQ(2u, Count(folder.Verify(), Kind::kOffsetNotAtLine)) << Describe(folder.Verify());
+    EXPECT_EQ(2u, Count(folder.Verify(), Kind::OffsetNotAtLine)) << Describe(folder.Verify());
     EXPECT_TRUE(folder.IsDamaged());
 }
 
@@ -355,7 +354,7 @@ TEST(Verify, FindsNoDamageAfterAKillAtAnyCall)
         Folder folder;
         folder.WriteSession();
         folder.session.files.ForgetCalls();
-        folder.session.files.SetFault({static_cast<unsigned long>(kills + 1), ZEMA::Fault::kKill});
+        folder.session.files.SetFault({static_cast<unsigned long>(kills + 1), ZEMA::Fault::Kill});
         EXPECT_NO_THROW(try { write(finished); } catch (const ZEMA::ProcessKilled&){});
         folder.session.files.ClearFault();
         folder.session.files.CloseAllHandles();
@@ -399,7 +398,7 @@ TEST(Verify, CountsWhatIsTooMuchToTell)
     folder.Edit("Main.ROW", [](std::string& bytes) { bytes.assign(bytes.size(), '\1'); });
     const std::vector<Finding> findings = folder.Verify();
     EXPECT_LT(findings.size(), 1010u);
-    EXPECT_EQ(1u, Count(findings, Kind::kMoreDamage));
+    EXPECT_EQ(1u, Count(findings, Kind::MoreDamage));
 }
 
 // An index of zeros: each row is a finding, and the first hundred thousand say all that there is to say.
@@ -411,7 +410,7 @@ TEST(Verify, GivesUpALogOfNothingButFindings)
     folder.session.files.SetSize("C:\\Logs\\Run.ROW", 20 * 110000);
     const std::vector<Finding> findings = folder.Verify();
     ASSERT_EQ(1001u, findings.size()) << "nothing is told of numbers that the rest may have";
-    EXPECT_EQ(Kind::kMoreDamage, findings.back().kind);
+    EXPECT_EQ(Kind::MoreDamage, findings.back().kind);
     EXPECT_EQ("100000 more findings like these, and the rest of the log was not checked",
               findings.back().reason);
 }

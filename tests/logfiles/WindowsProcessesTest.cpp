@@ -212,7 +212,7 @@ TEST_F(WindowsProcessesTest, AKilledWriterLosesNothingThatWasAnswered)
             for (int index = 0; !answered.empty() && index <= std::atoi(answered.c_str()); ++index)
             {
                 const MixedStep step(roundSeed, static_cast<unsigned>(index));
-                if (step.kind != MixedStep::Kind::kText || step.log != log)
+                if (step.kind != MixedStep::Kind::Text || step.log != log)
                     continue;
                 at = text.find(step.text, at);
                 ASSERT_NE(std::string::npos, at) << log << " lacks step " << index << " of " << answered;

@@ -25,17 +25,17 @@ public:
     {
         m_onRead();
         if (m_pieces.empty())
-            return Result::kEnd;
+            return Result::End;
         if (m_pieces.front() == "fail")
         {
             ZEMA::FileCalls().SetLastError(23);
-            return Result::kError;
+            return Result::Error;
         }
         length = m_pieces.front().copy(data, size);
         m_pieces.front().erase(0, length);
         if (m_pieces.front().empty())
             m_pieces.pop_front();
-        return Result::kData;
+        return Result::Data;
     }
 
 private:

@@ -84,7 +84,7 @@ TEST_F(LogtoolTest, EveryLineGetsARowAndNoRowIsBlankThatIsNone)
 TEST_F(LogtoolTest, AFolderThatCannotBeWrittenIsRefusedAndOneInUseIsWaitedFor)
 {
     host.inputs["-"] = {"text"};
-    session.files.SetFault({1, ZEMA::Fault::kFail, true});
+    session.files.SetFault({1, ZEMA::Fault::Fail, true});
     EXPECT_EQ("logtool: C:\\Logs\\: cannot be written to: Error 5.\nexit 2", Run("write Source --block c"));
     session.files.ClearFault();
 

@@ -130,7 +130,7 @@ TEST_F(SessionStartTest, DoesNotWaitForAProcessThatComesBetween)
     ASSERT_NE(calls.end(), deleted);
     const auto number = static_cast<unsigned long>(deleted - calls.begin()) + 2; // of the next call
     session.files.ForgetCalls();
-    session.files.SetFault({number, ZEMA::Fault::kFail, true, ERROR_SHARING_VIOLATION});
+    session.files.SetFault({number, ZEMA::Fault::Fail, true, ERROR_SHARING_VIOLATION});
     EXPECT_FALSE(logview::StartSession());
 }
 

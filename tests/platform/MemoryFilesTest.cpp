@@ -45,9 +45,9 @@ TEST_F(MemoryFilesTest, FaultsStrikeTheCallsTheyAreScriptedFor)
 {
     const HANDLE file = Open();
     const std::pair<ZEMA::ScriptedFault, const char*> writes[] = {
-        {{2, Fault::kFail, false, 5}, "4 error 5 4 "},
-        {{2, Fault::kFail, true, 1450}, "4 error 1450 error 1450 "},
-        {{1, Fault::kShortWrite}, "2 4 4 "},
+        {{2, Fault::Fail, false, 5}, "4 error 5 4 "},
+        {{2, Fault::Fail, true, 1450}, "4 error 1450 error 1450 "},
+        {{1, Fault::ShortWrite}, "2 4 4 "},
     };
     for (const auto& [fault, expected] : writes)
     {
@@ -59,10 +59,10 @@ TEST_F(MemoryFilesTest, FaultsStrikeTheCallsTheyAreScriptedFor)
         EXPECT_EQ(expected, answers);
     }
 
-    for (const Fault fault : {Fault::kFail, Fault::kNullHandle, Fault::kInvalidHandle})
+    for (const Fault fault : {Fault::Fail, Fault::NullHandle, Fault::InvalidHandle})
     {
         files.SetFault({files.CallCount() + 1, fault, false, 32});
-        EXPECT_EQ(fault == Fault::kNullHandle ? nullptr : INVALID_HANDLE_VALUE, Open());
+        EXPECT_EQ(fault == Fault::NullHandle ? nullptr : INVALID_HANDLE_VALUE, Open());
         EXPECT_EQ(ERROR_SHARING_VIOLATION, Error(false));
     }
 }

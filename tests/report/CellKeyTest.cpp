@@ -91,9 +91,9 @@ TEST(CellKey, OrdersNumbersThatNoDoubleHolds)
 
 TEST(CellKey, OrdersDatesInTheirForms)
 {
-    for (const DateOrder order : {DateOrder::kMonthFirst, DateOrder::kDayFirst})
+    for (const DateOrder order : {DateOrder::MonthFirst, DateOrder::DayFirst})
     {
-        const std::string leapDay = order == DateOrder::kDayFirst ? "29/2/2024" : "02-29-2024";
+        const std::string leapDay = order == DateOrder::DayFirst ? "29/2/2024" : "02-29-2024";
         ExpectOrder({"0001-01-01", "2024-02-29= 29.2.2024 =2024/2/29=" + leapDay,
                      "2026-11-21 00:00:00.5Z=2026-11-20T23:59:60.5=2026-11-21 01:00:00,50+01",
                      "2026-11-21 14:05=2026.11.21 14:05:00Z=21.11.2026 14:05:00.000",
@@ -113,7 +113,7 @@ TEST(CellKey, TakesNoDateWhereAPartIsWrong)
         "2026-11-21 1:00+|2026-11-21 1:00+24:00|2026-11-21 1:00+01:|2026-11-21 1:00+01:60|2026-11-21 1:00Z0");
     for (std::string text; std::getline(texts, text, '|');)
     {
-        EXPECT_EQ(TextKey(text), DateKey(text, DateOrder::kMonthFirst)) << text;
+        EXPECT_EQ(TextKey(text), DateKey(text, DateOrder::MonthFirst)) << text;
     }
 }
 

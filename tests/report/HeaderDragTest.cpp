@@ -46,13 +46,13 @@ TEST(HeaderDrag, LandsAtTheNearestGapAndMovesOnlyTheDraggedColumn)
             if (column == HeaderDrag::kNoColumn)
             {
                 EXPECT_EQ(isOnHeader, moves);
-                EXPECT_EQ(gap, drag.PlaceAt(gap));
+                EXPECT_EQ(gap, drag.ColumnAfterDrop(gap));
                 continue;
             }
             std::vector<int> order = drag.Reorder(items, gap);
             EXPECT_EQ(isOnHeader && order != items, moves);
-            EXPECT_EQ(column, order[static_cast<std::size_t>(drag.PlaceAt(gap))]);
-            EXPECT_EQ(gap - (gap > column), drag.PlaceAt(gap));
+            EXPECT_EQ(column, order[static_cast<std::size_t>(drag.ColumnAfterDrop(gap))]);
+            EXPECT_EQ(gap - (gap > column), drag.ColumnAfterDrop(gap));
             order.erase(std::find(order.begin(), order.end(), column));
             EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
         }

@@ -129,12 +129,12 @@ TEST_F(ReportProperties, SizesGrowUntilTheOwnerSetsThem)
 
 TEST(ReportHeaderMarks, GrowWithoutSteps)
 {
-    EXPECT_EQ((std::vector<int>{1, 3, 5, 7}), MarkRows(HeaderMark::kAscending, 96));
-    EXPECT_EQ((std::vector<int>{7, 5, 3, 1}), MarkRows(HeaderMark::kDescending, 96));
-    EXPECT_EQ((std::vector<int>{7, 7, 5, 3, 1, 1, 1}), MarkRows(HeaderMark::kFiltered, 96));
+    EXPECT_EQ((std::vector<int>{1, 3, 5, 7}), MarkRows(HeaderMark::Ascending, 96));
+    EXPECT_EQ((std::vector<int>{7, 5, 3, 1}), MarkRows(HeaderMark::Descending, 96));
+    EXPECT_EQ((std::vector<int>{7, 7, 5, 3, 1, 1, 1}), MarkRows(HeaderMark::Filtered, 96));
     for (const int dpi : {72, 120, 144, 192, 288, 480})
     {
-        const std::vector<int> rows = MarkRows(HeaderMark::kDescending, dpi);
+        const std::vector<int> rows = MarkRows(HeaderMark::Descending, dpi);
         EXPECT_EQ(static_cast<std::size_t>(report::Scale(4, dpi)), rows.size());
         EXPECT_EQ(report::MarkWidth(dpi), rows.front()) << dpi;
         for (std::size_t y = 1; y < rows.size(); ++y)

@@ -193,8 +193,8 @@ TEST_F(ReportSort, SorterGivesEachColumnItsOrder)
     for (int item = 0; item < 4; ++item)
         report.SetItemText(item, 1, names[item]);
     CReportSorter sorter(report);
-    sorter.SetOrder(0, CReportSorter::Order::kNumber);
-    sorter.SetOrder(1, CReportSorter::Order::kNatural);
+    sorter.SetOrder(0, CReportSorter::Order::Number);
+    sorter.SetOrder(1, CReportSorter::Order::Natural);
     sorter.AddFurtherKey(1, 0);
     report.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
     EXPECT_EQ("none 9 10 1e1", Sorted(0, 1));
@@ -222,7 +222,7 @@ TEST_F(ReportSort, SorterComparesWordsByTheUsersLanguage)
     for (const std::string& word : words)
         Fill({word.c_str()});
     CReportSorter sorter(report);
-    sorter.SetOrder(0, CReportSorter::Order::kLocale);
+    sorter.SetOrder(0, CReportSorter::Order::Locale);
     report.SetSortCallback(CReportSorter::Compare, reinterpret_cast<__int64>(&sorter));
     std::sort(words.begin(), words.end(), [](const std::string& word1, const std::string& word2) {
         ZEMA::WideString wide1, wide2;

@@ -28,11 +28,11 @@ HANDLE MemoryFiles::Create(const char* path, DWORD access, DWORD share, DWORD di
     HANDLE file = INVALID_HANDLE_VALUE;
     if (CountCall("Create", path))
     {
-        if (IsStruck(Fault::kNullHandle))
+        if (IsStruck(Fault::NullHandle))
             file = nullptr;
-        else if (!IsStruck(Fault::kInvalidHandle))
+        else if (!IsStruck(Fault::InvalidHandle))
             file = Open(path, access, share, disposition);
-        if (IsStruck(Fault::kNullHandle) || IsStruck(Fault::kInvalidHandle))
+        if (IsStruck(Fault::NullHandle) || IsStruck(Fault::InvalidHandle))
             Fail(m_fault.error);
     }
     if (file == nullptr || file == INVALID_HANDLE_VALUE)
@@ -98,8 +98,8 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     OpenFile* const open = CountCall("Write") ? Find(file, GENERIC_WRITE) : nullptr;
     if (open == nullptr || IsLocked(file, *open->file))
         return false;
-    const bool killed = IsStruck(Fault::kKill);
-    std::uint64_t fitting = killed || IsStruck(Fault::kShortWrite) ? size / 2 : size;
+    const bool killed = IsStruck(Fault::Kill);
+    std::uint64_t fitting = killed || IsStruck(Fault::ShortWrite) ? size / 2 : size;
     if (fitting == 0)
         return killed ? throw ProcessKilled("killed before a write") : true;
     // Overwriting takes no space; only what lies behind the present end does.
@@ -295,9 +295,9 @@ bool MemoryFiles::CountCall(const char* name, const char* path)
         onCall = told;
     }
     m_calls.push_back(call);
-    if (IsStruck(Fault::kKill) && call != "Write")
+    if (IsStruck(Fault::Kill) && call != "Write")
         throw ProcessKilled("killed within " + call);
-    return !IsStruck(Fault::kFail) || Fail(m_fault.error);
+    return !IsStruck(Fault::Fail) || Fail(m_fault.error);
 }
 
 bool MemoryFiles::IsStruck(Fault fault) const

@@ -17,22 +17,22 @@ namespace ZEMA
 
 enum class Fault
 {
-    kFail,          // the call does nothing but fail with the fault's error; Create: INVALID_HANDLE_VALUE
-    kShortWrite,    // a Write answers true with half of the bytes written; other calls are not touched
-    kNullHandle,    // a Create fails with the fault's error and answers null; other calls are not touched
-    kInvalidHandle, // likewise, with INVALID_HANDLE_VALUE
-    kKill // the process ends within the call: ProcessKilled, a Write having written half of its bytes
+    Fail,          // the call does nothing but fail with the fault's error; Create: INVALID_HANDLE_VALUE
+    ShortWrite,    // a Write answers true with half of the bytes written; other calls are not touched
+    NullHandle,    // a Create fails with the fault's error and answers null; other calls are not touched
+    InvalidHandle, // likewise, with INVALID_HANDLE_VALUE
+    Kill // the process ends within the call: ProcessKilled, a Write having written half of its bytes
 };
 
 struct ScriptedFault
 {
     unsigned long call = 0; // number of the first call it strikes, counted from 1
-    Fault fault = Fault::kFail;
+    Fault fault = Fault::Fail;
     bool forever = false; // every later call as well
     DWORD error = ERROR_ACCESS_DENIED;
 };
 
-// Thrown by the call that Fault::kKill strikes. CloseAllHandles does the rest of a process's end.
+// Thrown by the call that Fault::Kill strikes. CloseAllHandles does the rest of a process's end.
 class ProcessKilled : public std::runtime_error
 {
 public:

@@ -11,9 +11,9 @@ struct MixedStep
 {
     enum class Kind
     {
-        kText,
-        kBlockBegin,
-        kBlockEnd
+        Text,
+        BlockBegin,
+        BlockEnd
     };
 
     // Single lines and parts of lines, texts of several lines, and now and then a long line or text.
@@ -24,7 +24,7 @@ struct MixedStep
         log = kMixedLogs[below(3)];
         const unsigned choice = below(100);
         if (choice < 10)
-            kind = choice < 5 ? Kind::kBlockBegin : Kind::kBlockEnd;
+            kind = choice < 5 ? Kind::BlockBegin : Kind::BlockEnd;
         const bool isLong = below(25) == 0;
         const unsigned lines = choice < 80 ? 1 : isLong ? 60 : 2 + below(40);
         const unsigned width = !isLong ? 80 : lines == 1 ? 60000 : 1000;
@@ -35,7 +35,7 @@ struct MixedStep
             text.pop_back();
     }
 
-    Kind kind = Kind::kText;
+    Kind kind = Kind::Text;
     std::string log;
     std::string text; // unlike that of any other step
 };

@@ -26,9 +26,9 @@ namespace
 bool Take(const MixedStep& step)
 {
     CQmLogWriter& log = QmLogWriterDefine(step.log.c_str());
-    if (step.kind == MixedStep::Kind::kBlockBegin)
+    if (step.kind == MixedStep::Kind::BlockBegin)
         return log.BlockBegin(kDetailKind);
-    if (step.kind == MixedStep::Kind::kText)
+    if (step.kind == MixedStep::Kind::Text)
         return log.Write(step.text.c_str());
     log.BlockEnd(); // refused when none is open
     return true;

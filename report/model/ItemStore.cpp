@@ -49,6 +49,12 @@ void ItemStore::Remove(const std::vector<int>& items)
     Renumber(items.front());
 }
 
+void ItemStore::Remove(int item)
+{
+    m_items.erase(m_items.begin() + item);
+    Renumber(item);
+}
+
 void ItemStore::RemoveAll()
 {
     m_items.clear();

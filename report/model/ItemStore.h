@@ -24,6 +24,7 @@ public:
     // Removes the items of a sorted list without duplicates; the others keep their order, and the numbers in
     // their tree items follow. The tree must have let go of the removed ones.
     void Remove(const std::vector<int>& items);
+    void Remove(int item); // needs no memory
     void RemoveAll();
 
     // A tree item for a stored item that has none, owned by the store and freed with the item.

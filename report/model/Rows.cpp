@@ -185,12 +185,14 @@ int Rows::InsertItem(int item)
     ItemStore& stored = m_items.Stored();
     item = std::min(item, stored.Count());
     const bool last = item == stored.Count();
-    const int rowThere = last || m_isTree ? kNoRow : RowOf(item);
-    const int row = rowThere == kNoRow && !m_isTree ? Count() : rowThere;
-    if (m_isTree && !last)
-        Invalidate(); // which remembers focus and selection by the numbers that are about to change
+    int row = kNoRow;
     try
     {
+        row = last || m_isTree ? kNoRow : RowOf(item);
+        if (row == kNoRow && !m_isTree)
+            row = Count();
+        if (m_isTree && !last)
+            Invalidate(); // which remembers focus and selection by the numbers that are about to change
         stored.Insert(item, m_items.SubItemCount());
     }
     catch (const std::bad_alloc&)
@@ -205,7 +207,7 @@ int Rows::InsertItem(int item)
     }
     catch (const std::bad_alloc&)
     {
-        stored.Remove({item});
+        stored.Remove(item);
         return -1;
     }
     selection.RowInserted(row);

@@ -118,12 +118,12 @@ _TREEITEM* Rows::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, const char*
     }
     catch (const std::bad_alloc&)
     {
-        m_items.Stored().Remove({item});
+        m_items.Stored().Remove(item);
         return nullptr;
     }
     catch (...)
     {
-        m_items.Stored().Remove({item});
+        m_items.Stored().Remove(item);
         throw;
     }
 }

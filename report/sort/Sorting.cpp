@@ -144,8 +144,6 @@ void Sorting::SortAllRows(int subitem, int ascending)
     const bool alone = selection.IsFocusAlone();
     const int focused = m_rows.ItemAt(selection.focusRow);
     const auto restore = [&] {
-        if (focused == RVI_NONE)
-            return;
         selection.focusRow = m_rows.RowOf(focused);
         if (alone)
             selection.SelectFocusAlone();

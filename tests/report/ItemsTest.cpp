@@ -1,5 +1,6 @@
 // Items as callers, subclasses and owners see them: the record is what is read.
 #include "tests/report/ModelControl.h"
+#include "tests/support/FailingMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -228,6 +229,71 @@ TEST(Rows, FormNoTreeInCallbackMode)
     EXPECT_EQ(report::kNoRow, control.rows.FocusedRow()) << "of other items";
 }
 
+// Everything there is, in words.
+std::string Describe(ModelControl& control)
+{
+    std::string all = std::to_string(control.items.SubItemCount());
+    for (int item = -1; item < control.items.Count(); ++item)
+        all += std::string("|") + control.items.Stored().At(item).cells.c_str();
+    for (int row = 0; row < control.rows.Count(); ++row)
+        all += ' ' + std::to_string(control.rows.ItemAt(row));
+    return all + " focus " + std::to_string(control.rows.FocusedRow());
+}
+
+TEST(Items, ComeWholeOrNotAtAllWhenMemoryRunsOut)
+{
+    const std::function<bool(ModelControl&)> acts[] = {
+        [](ModelControl& control) { return control.items.Define(1, {}); },
+        [](ModelControl& control) { return control.rows.InsertItem(1) == 1; },
+        [](ModelControl& control) { return control.rows.InsertItem(control.items.Count()) >= 0; },
+        [](ModelControl& control) {
+            return control.rows.InsertTreeItem(nullptr, nullptr, "a text of some length", 0, true) != nullptr;
+        }};
+    for (const auto& act : acts)
+    {
+        const bool isTree = &act == &acts[3];
+        const auto make = [isTree] {
+            auto control = std::make_unique<ModelControl>();
+            control->Define(2);
+            control->rows.SetMode(false, isTree);
+            for (int item = 0; item < 4; ++item)
+            {
+                if (isTree)
+                    control->rows.InsertTreeItem(nullptr, nullptr, "x", 0, true);
+                else
+                    control->rows.InsertItem(item);
+            }
+            control->rows.Focus(2, -1);
+            return control;
+        };
+        ExpectAllOrNothing(make, act, Describe);
+    }
+}
+
+// Keys are read once, those of a tree item from its own subitem.
+TEST(Sorting, ReadsEachCellOnce)
+{
+    for (const bool isTree : {false, true})
+    {
+        constexpr int kItems = 100;
+        ModelControl control;
+        control.Define(2);
+        control.rows.SetMode(false, isTree);
+        for (int item = 0; item < kItems; ++item)
+        {
+            if (isTree)
+                control.rows.InsertTreeItem(nullptr, nullptr, nullptr, 0, true)->subitem = 1;
+            else
+                control.rows.InsertItem(item);
+            control.SetText(item, isTree ? 1 : 0, std::to_string(item * 37 % 101));
+        }
+        control.rows.Count();
+        control.looks = 0;
+        control.sorting.Sort(0, 1);
+        EXPECT_LE(control.looks, 3 * kItems) << "and twice to make the rows";
+    }
+}
+
 // A comparison that is no order gives what insertion gives, and only insertion: however long the list is.
 TEST(Sorting, MergesOnlyWhatItComparesItself)
 {
@@ -237,7 +303,8 @@ TEST(Sorting, MergesOnlyWhatItComparesItself)
         const int difference = number(item1) - number(item2);
         return difference > 10 ? 1 : difference < -10 ? -1 : 0;
     };
-    for (const int way : {0, 1, 2, 3}) // of comparing: itself, by an override, a callback, a ready one
+    for (const int way :
+         {0, 1, 2, 3, 4}) // of comparing: itself, by an override, a callback, a ready one, without keys
     {
         ModelControl control;
         control.Define(1);
@@ -255,15 +322,32 @@ TEST(Sorting, MergesOnlyWhatItComparesItself)
             control.sorting.SetCallback(
                 [](int item1, int, int item2, int, std::int64_t) { return callback(item1, item2); }, 0,
                 way == 3);
+        for (int item = 0; way == 4 && item < kItems; ++item) // which have no order with empty texts
+        {
+            _RVITEM change;
+            change.item = item;
+            change.subitem = 0;
+            change.mask = RVIM_CHECK | (item % 3 != 0 ? RVIM_TEXT : 0);
+            change.check = number(item);
+            control.items.Write(change);
+            if (item % 3 == 0)
+                control.SetText(item, 0, "");
+        }
         std::vector<int> expected;
         for (int item = 0; item < kItems; ++item)
         {
             const auto place = std::find_if(expected.begin(), expected.end(), [&](int other) {
-                return (way == 1 ? tolerant(item, other) : number(item) - number(other)) <= 0;
+                return control.CompareItems(item, 0, other, 0) <= 0;
             });
             expected.insert(place, item);
         }
-        control.sorting.Sort(0, 1);
+        if (way == 4)
+        {
+            control.TreeSort(0, report::kTreeRoot, 1, 0); // as a subclass does
+            control.rows.Build();
+        }
+        else
+            control.sorting.Sort(0, 1);
         EXPECT_EQ(expected, control.rows.Map().Items()) << way;
         EXPECT_EQ(0u, control.sorting.Number());
     }

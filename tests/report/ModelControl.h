@@ -18,6 +18,7 @@ public:
     std::function<bool(_RVITEM&)> answer;    // of the owner, in callback mode
     std::function<bool(report::Item&)> load; // instead of asking the owner
     unsigned mask = 0;                       // of the last look at a record
+    int looks = 0;
 
     report::Items items{*this};
     report::Rows rows{items, *this, *this};
@@ -26,6 +27,7 @@ public:
     report::Item& GetItemStruct(int item, int subitem, unsigned asked) override
     {
         mask = asked;
+        ++looks;
         report::Item& record = items.Record(item, subitem, asked);
         return copies ? *(m_copy = std::make_unique<report::Item>(record)) : record; // the last one goes
     }

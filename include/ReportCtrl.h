@@ -45,8 +45,10 @@ public:
     CReportCtrl();
     ~CReportCtrl() override;
 
-    // Returns FALSE on failure. Columns need the window; everything else can be set before. SubclassWindow
-    // takes over a window of the class "QmReportCtrl" instead, and raises the resource exception on failure.
+    // Returns FALSE on failure, which in a comparison or a callback is another mode than that of the window
+    // before (list, tree, callback). Columns need the window; everything else can be set before.
+    // SubclassWindow takes over a window of the class "QmReportCtrl" instead, and raises the resource
+    // exception on failure.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id, CCreateContext* context = nullptr);
 
     // Changes styles (RVS_*), which take effect at once. Returns 0 if nothing has changed. A change between a

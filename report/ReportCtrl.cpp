@@ -8,6 +8,8 @@
 namespace
 {
 
+constexpr DWORD kRowStyles = RVS_CALLBACK | RVS_TREEMASK; // they say what is a row
+
 constexpr char kWindowClass[] = "QmReportCtrl";
 constexpr UINT kHeaderId = 0;
 static_assert(RVK_FOLD == report::kFoldKeys && RVK_DOUBLECLICK == report::kDoubleClickToggles &&
@@ -107,6 +109,8 @@ void CReportCtrl::PreSubclassWindow()
 
 BOOL CReportCtrl::CreateCommon()
 {
+    if (((GetStyle() ^ m_data->style) & kRowStyles) && !m_data->MayMakeRows())
+        return FALSE;
     SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->window.hasFaceBackground = (GetStyle() & RVS_FACEBACKGROUND) != 0;
@@ -134,11 +138,15 @@ void CReportCtrl::Data::UseStyle(DWORD bits)
     rows.SetMode((bits & RVS_CALLBACK) != 0, (bits & RVS_TREEMASK) != 0);
 }
 
+// A sort, and whoever asks the owner for an item, goes on with the rows that there were.
+bool CReportCtrl::Data::MayMakeRows() const
+{
+    return !rows.IsBusy() && window.questions == 0;
+}
+
 int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 {
-    // A sort, and whoever asks the owner for an item, goes on with the rows that there were.
-    const bool makesRows = ((remove | add) & (RVS_CALLBACK | RVS_TREEMASK)) != 0;
-    if (makesRows && (m_data->rows.IsBusy() || m_data->window.questions > 0))
+    if (((remove | add) & kRowStyles) && !m_data->MayMakeRows())
         return 0;
     const bool hadFaceBackground = m_data->window.hasFaceBackground;
     m_data->window.hasFaceBackground =

@@ -140,6 +140,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
 
     // ---- The window
 
+    bool MayMakeRows() const;
     void UseStyle(DWORD bits); // of the window; a disabled one has that of the face background, too
     void ReadSystem();
     void UseFont(HFONT font); // null for the system's

@@ -186,6 +186,8 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
         {"click", [&] { Click(10, y); }},
         {"font", [&] { report.SendMessage(WM_SETFONT), report.SetItemHeight(30); }},
         {"create", [&] { Create(mode | WS_VISIBLE); }},
+        {"create list", [&] { Create((mode & ~(RVS_TREE | RVS_CALLBACK)) | WS_VISIBLE); }},
+        {"create tree", [&] { Create((mode & ~RVS_CALLBACK) | RVS_TREE | WS_VISIBLE); }},
     };
     std::set<std::string> kinds;
     for (const DWORD style : {DWORD{0}, RVS_TREE, RVS_CALLBACK})

@@ -237,20 +237,28 @@ private:
     unsigned Below(unsigned end) { return static_cast<unsigned>(m_random() % end); }
 
     // Shows "Run" where the view expects "Main".
-    class Swapped : public logview::ReaderRows
+    class Swapped : public logview::RowSource
     {
     public:
-        unsigned long GetRowCount(unsigned file) override { return ReaderRows::GetRowCount(file + 1); }
+        unsigned long GetRowCount(unsigned file) override { return m_rows.GetRowCount(file + 1); }
         unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count,
                                CQmLogRow* rows) override
         {
-            return ReaderRows::ReadRows(file + 1, first, count, rows);
+            return m_rows.ReadRows(file + 1, first, count, rows);
         }
-        unsigned long GetTextSize(unsigned file) override { return ReaderRows::GetTextSize(file + 1); }
+        unsigned long GetTextSize(unsigned file) override { return m_rows.GetTextSize(file + 1); }
         unsigned long ReadText(unsigned file, unsigned long offset, unsigned long size, char* text) override
         {
-            return ReaderRows::ReadText(file + 1, offset, size, text);
+            return m_rows.ReadText(file + 1, offset, size, text);
         }
+        bool Find(unsigned file, unsigned long time, bool forward, unsigned long& foundTime,
+                  unsigned long& row) override
+        {
+            return m_rows.Find(file + 1, time, forward, foundTime, row);
+        }
+
+    private:
+        logview::ReaderRows m_rows;
     };
 
     bench::Options m_options;

@@ -12,10 +12,10 @@ public:
     static constexpr int kWidth = 300;
     static constexpr int kHeight = 200;
 
-    ReportPicture()
+    explicit ReportPicture(int width = kWidth, int height = kHeight) : m_width(width), m_height(height)
     {
         BITMAPINFO info = {};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, 0, 0, 0, 0, 0, 0};
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER), m_width, -m_height, 1, 32, 0, 0, 0, 0, 0, 0};
         void* bits = nullptr;
         m_bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         dc.CreateCompatibleDC(nullptr);
@@ -30,13 +30,13 @@ public:
     void Take(HWND hwnd)
     {
         const HDC shown = ::GetDC(hwnd);
-        EXPECT_TRUE(::BitBlt(dc, 0, 0, kWidth, kHeight, shown, 0, 0, SRCCOPY));
+        EXPECT_TRUE(::BitBlt(dc, 0, 0, m_width, m_height, shown, 0, 0, SRCCOPY));
         ::ReleaseDC(hwnd, shown);
     }
 
     COLORREF At(int x, int y) const
     {
-        const DWORD pixel = m_bits[y * kWidth + x];
+        const DWORD pixel = m_bits[y * m_width + x];
         return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
     }
     int Count(const CRect& rect, COLORREF color) const
@@ -51,12 +51,14 @@ public:
     std::vector<DWORD> Pixels() const
     {
         ::GdiFlush();
-        return {m_bits, m_bits + kWidth * kHeight};
+        return {m_bits, m_bits + m_width * m_height};
     }
 
     CDC dc;
 
 private:
+    int m_width;
+    int m_height;
     CBitmap m_bitmap;
     HGDIOBJ m_old = nullptr;
     const DWORD* m_bits = nullptr;

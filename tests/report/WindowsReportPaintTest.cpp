@@ -403,6 +403,33 @@ TEST_F(ReportPaint, PaintsNoMoreThanTheClipBoxAsksFor)
     picture.dc.RestoreDC(saved);
 }
 
+// A window so large that it is painted in several bands, whose rows are cut by their edges.
+TEST_F(ReportPaint, BandsLookLikeOnePicture)
+{
+    constexpr int kLargeWidth = 1000;
+    constexpr int kLargeHeight = 700;
+    for (const DWORD style :
+         {DWORD{0}, RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID | RVS_FIXEDROW})
+    {
+        ShowRows(WS_VISIBLE | RVS_ALTERNATEROWS | style, Texts(70, "text"));
+        parent.SetWindowPos(nullptr, 0, 0, kLargeWidth + 50, kLargeHeight + 50, SWP_NOMOVE | SWP_NOZORDER);
+        report.SetWindowPos(nullptr, 0, 0, kLargeWidth, kLargeHeight, SWP_NOZORDER);
+        report.SetItemHeight(13);
+        for (int item = 0; item < 70; item += 3)
+            report.SetItemPreview(item, "previewed", 7 + item % 11);
+        ReportPicture pictures[] = {ReportPicture(kLargeWidth, kLargeHeight),
+                                    ReportPicture(kLargeWidth, kLargeHeight)};
+        for (const int isBuffered : {0, 1})
+        {
+            report.ModifyProperty(RVP_DOUBLEBUFFER, isBuffered);
+            Redraw();
+            pictures[isBuffered].Take(report);
+        }
+        EXPECT_GT(pictures[0].Count(CRect(0, 500, kLargeWidth, kLargeHeight), kOdd), 10000);
+        EXPECT_TRUE(pictures[0].Pixels() == pictures[1].Pixels()) << style;
+    }
+}
+
 // Controls of any looks, painted as a whole and then again in parts of any size: nothing may change.
 TEST_F(ReportPaint, PartsLookLikeTheWhole)
 {

@@ -85,7 +85,7 @@ bool ReadNumber(std::string_view& text, int& number)
 class Insertion
 {
 public:
-    // Begins with what has to stand in front of the field at `bytes`.
+    // Begins with what has to come before the field at `bytes`.
     Insertion(std::string_view cells, const FieldBytes& bytes) : m_text(&m_memory)
     {
         m_text.reserve(sizeof(m_buffer) - 1);

@@ -222,8 +222,8 @@ public:
     _TREEITEM* GetItemHandle(int item);
     int GetItemIndex(_TREEITEM* item);
 
-    // Returns a neighbour (RVGN_*), or null if there is none. TVI_ROOT is taken for the root wherever a tree
-    // item is asked for. Given null, they all answer that there is none.
+    // Returns a neighbour (RVGN_*), or null if there is none. TVI_ROOT stands for the root wherever a tree
+    // item is asked for. For null there is no neighbour, no child and no index.
     _TREEITEM* GetNextItem(_TREEITEM* item, unsigned int code);
     int GetItemCount(_TREEITEM* parent, int recursive);
     int HasChildren(_TREEITEM* item);

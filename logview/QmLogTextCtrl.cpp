@@ -13,7 +13,6 @@
 #include "qmcommon/QmWndUpdaterUse.h"
 
 #include <algorithm>
-#include <cstring>
 
 BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
     ON_WM_PAINT()

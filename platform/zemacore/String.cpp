@@ -111,7 +111,7 @@ void String::assign(const char* text, std::size_t length)
     m_length = length;
 }
 
-// Makes room for `length` more characters at `at`, in new memory where there is none.
+// Opens a gap of `length` characters at `at`; moves to new memory if the old has no room.
 char* String::Open(std::size_t at, std::size_t length)
 {
     if (m_capacity - m_length < length)

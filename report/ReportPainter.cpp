@@ -64,12 +64,19 @@ COLORREF CReportCtrl::Data::Painter::TextColorOf(int index, bool isSelected) con
 void CReportCtrl::Data::Painter::DrawInBands(CDC& dc, const CRect& clip, HPALETTE palette)
 {
     CRect band = clip;
-    for (; band.top < clip.bottom && m_data.control.m_hWnd; band.top = band.bottom)
-    {
+    const auto endBand = [&] {
         band.bottom = VkGrafic::EndOfBand(band.top, clip.bottom, clip.Width(), m_data.view.report.top,
                                           m_data.view.itemHeight);
-        CMemDC memory(dc, band);
-        const report::Realized realized(memory.GetDC(), palette);
+    };
+    endBand();
+    CMemDC memory(dc, band);
+    const report::Realized realized(memory.GetDC(), palette);
+    m_data.control.DrawCtrl(&memory.GetDC());
+    while (band.bottom < clip.bottom && m_data.control.m_hWnd)
+    {
+        band.top = band.bottom;
+        endBand();
+        memory.MoveTo(band);
         m_data.control.DrawCtrl(&memory.GetDC());
     }
 }

@@ -22,8 +22,14 @@ public:
     CDC& GetDC() { return IsMemDC() ? m_memory : m_dc; }
     BOOL IsMemDC() const { return m_oldBitmap != nullptr; }
 
+    // Copies the picture, and covers another rectangle. What is selected and set stays.
+    void MoveTo(const CRect& rect);
+
 private:
     void Begin();
+    void Cover();
+    void Copy();
+    void Deselect();
 
     CDC& m_dc;
     CRect m_rect;

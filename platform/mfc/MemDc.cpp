@@ -14,16 +14,18 @@ BITMAP Describe(const CBitmap& bitmap)
     return description;
 }
 
+bool Covers(const CBitmap& bitmap, CSize size)
+{
+    const BITMAP described = Describe(bitmap);
+    return described.bmWidth >= size.cx && described.bmHeight >= size.cy;
+}
+
 // A bitmap of at least this size, the thread's own where it will do; null when there is no memory.
 std::unique_ptr<CBitmap> TakeBitmap(CDC& dc, CSize size)
 {
     std::unique_ptr<CBitmap> bitmap = std::exchange(GetThreadState().paintBitmap, nullptr);
-    if (bitmap)
-    {
-        const BITMAP kept = Describe(*bitmap);
-        if (kept.bmWidth >= size.cx && kept.bmHeight >= size.cy)
-            return bitmap;
-    }
+    if (bitmap && Covers(*bitmap, size))
+        return bitmap;
     bitmap = std::make_unique<CBitmap>();
     if (!bitmap->CreateCompatibleBitmap(&dc, size.cx, size.cy))
         return nullptr;
@@ -50,26 +52,54 @@ void CMemDC::Begin()
 {
     if (m_rect.IsRectEmpty() || !m_memory.CreateCompatibleDC(&m_dc))
         return;
-    m_bitmap = TakeBitmap(m_dc, m_rect.Size());
-    if (!m_bitmap)
-        return;
-    m_oldBitmap = ::SelectObject(m_memory, *m_bitmap);
-    if (!m_oldBitmap)
-        return;
-    m_memory.IntersectClipRect(CRect(0, 0, m_rect.Width(), m_rect.Height()));
-    m_memory.SetViewportOrg(-m_rect.left, -m_rect.top);
+    Cover();
     ::SelectObject(m_memory, ::GetCurrentObject(m_dc, OBJ_FONT));
     m_memory.SetTextColor(m_dc.GetTextColor());
     m_memory.SetBkColor(m_dc.GetBkColor());
     m_memory.SetBkMode(::GetBkMode(m_dc));
 }
 
+// Selecting a bitmap makes the system look at everything that is selected: it is done only if it must be.
+void CMemDC::Cover()
+{
+    if (!m_bitmap || !Covers(*m_bitmap, m_rect.Size()))
+    {
+        Deselect();
+        m_bitmap = TakeBitmap(m_dc, m_rect.Size());
+        m_oldBitmap = m_bitmap ? ::SelectObject(m_memory, *m_bitmap) : nullptr;
+    }
+    m_memory.SetViewportOrg(0, 0); // whoever painted may have moved it
+    ::SelectClipRgn(m_memory, nullptr);
+    m_memory.IntersectClipRect(CRect(0, 0, m_rect.Width(), m_rect.Height()));
+    m_memory.SetViewportOrg(-m_rect.left, -m_rect.top);
+}
+
+void CMemDC::Copy()
+{
+    m_memory.SetViewportOrg(0, 0);
+    m_dc.BitBlt(m_rect.left, m_rect.top, m_rect.Width(), m_rect.Height(), &m_memory, 0, 0, SRCCOPY);
+}
+
+void CMemDC::Deselect()
+{
+    if (IsMemDC())
+        ::SelectObject(m_memory, std::exchange(m_oldBitmap, nullptr));
+}
+
+void CMemDC::MoveTo(const CRect& rect)
+{
+    if (!IsMemDC())
+        return;
+    Copy();
+    m_rect = rect;
+    Cover();
+}
+
 CMemDC::~CMemDC()
 {
     if (!IsMemDC())
         return;
-    m_memory.SetViewportOrg(0, 0); // whoever painted may have moved it
-    m_dc.BitBlt(m_rect.left, m_rect.top, m_rect.Width(), m_rect.Height(), &m_memory, 0, 0, SRCCOPY);
-    ::SelectObject(m_memory, m_oldBitmap);
+    Copy();
+    Deselect();
     GetThreadState().paintBitmap = std::move(m_bitmap);
 }

@@ -48,11 +48,18 @@ void CQmTextCtrl::OnPaint()
     if (const textview::Range rows = RowsToDraw(area); rows.begin < rows.end)
         PrepareRows(rows.begin, rows.end - rows.begin);
     CRect band = area;
-    for (; band.top < area.bottom; band.top = band.bottom)
-    {
+    const auto endBand = [&] {
         band.bottom =
             VkGrafic::EndOfBand(band.top, area.bottom, area.Width(), 0, m_view.GetMetrics().rowHeight);
-        CMemDC memory(dc, band);
+    };
+    endBand();
+    CMemDC memory(dc, band);
+    DrawRows(memory.GetDC(), band);
+    while (band.bottom < area.bottom)
+    {
+        band.top = band.bottom;
+        endBand();
+        memory.MoveTo(band);
         DrawRows(memory.GetDC(), band);
     }
     UpdateScrollBars(); // rows farther to the right than any before may have come into view

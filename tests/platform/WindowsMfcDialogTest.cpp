@@ -214,4 +214,31 @@ TEST(MfcDrawing, ObjectsAreReleasedAndFoundByTheirHandles)
     });
     EXPECT_GT(GdiObjectCount(), 0);
 }
+
+// The picture moves over the canvas in bands of any size, and nothing is painted outside a band.
+TEST(MfcDrawing, MemoryPictureMovesOnInBands)
+{
+    Canvas canvas;
+    const CRect all(0, 0, 20, 10);
+    canvas.dc.FillSolidRect(all, RGB(9, 9, 9));
+    const CRect bands[] = {CRect(2, 1, 6, 3), CRect(2, 3, 20, 9), CRect(0, 9, 5, 10)};
+    {
+        CMemDC memory(canvas.dc, bands[0]);
+        for (const CRect& band : bands)
+        {
+            if (band != bands[0])
+                memory.MoveTo(band);
+            memory.GetDC().FillSolidRect(all, RGB(band.top, 0, 0));
+        }
+    }
+    for (int y = 0; y < all.bottom; ++y)
+        for (int x = 0; x < all.right; ++x)
+        {
+            COLORREF expected = RGB(9, 9, 9);
+            for (const CRect& band : bands)
+                if (band.PtInRect(CPoint(x, y)))
+                    expected = RGB(band.top, 0, 0);
+            ASSERT_EQ(expected, ::GetPixel(canvas.dc, x, y)) << x << " " << y;
+        }
+}
 } // namespace

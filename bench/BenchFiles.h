@@ -58,7 +58,7 @@ public:
     // Seek to `offset` and read; answers the bytes read.
     DWORD ReadAt(std::uint32_t offset, void* data, DWORD size);
 
-    // Read behind the last read.
+    // Read after the last read.
     DWORD ReadNext(void* data, DWORD size);
 
 private:

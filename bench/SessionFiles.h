@@ -18,7 +18,7 @@ class SessionFiles
 public:
     static constexpr const char* kLogs[] = {"Main", "Run", "Source", "SQL", "Service"};
 
-    // Ends with the first task behind `textBytes` bytes of text in all logs.
+    // Ends with the first task after `textBytes` bytes of text in all logs.
     SessionFiles(const std::string& folder, std::uint64_t textBytes);
     SessionFiles(const SessionFiles&) = delete;
     SessionFiles& operator=(const SessionFiles&) = delete;

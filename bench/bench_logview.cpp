@@ -107,7 +107,7 @@ private:
 
         const auto lastScreen = [](LogSession& session, RowCache& cache) {
             session.Refresh(0);
-            const unsigned first = static_cast<unsigned>(session.GetRowCount()) - kPage;
+            const unsigned first = static_cast<unsigned>(session.RowCount()) - kPage;
             cache.Prepare(session, static_cast<int>(first), kPage);
             CheckPage(cache, first);
         };
@@ -119,7 +119,7 @@ private:
         CloseReaders();
     }
 
-    // "Main" has a header with a short stretch of "Run" behind it, and one with a long stretch of "Source".
+    // "Main" has a header with a short stretch of "Run" after it, and one with a long stretch of "Source".
     void MeasureCounting()
     {
         const unsigned longRows = m_options.quick ? 100000 : 1000000;
@@ -150,7 +150,7 @@ private:
         CloseReaders();
     }
 
-    // "Main" has two headers. Behind them "Run" and "Source" take turns, so that every row of "Run" unfolds
+    // "Main" has two headers. After them "Run" and "Source" take turns, so that every row of "Run" unfolds
     // too.
     void MeasureUnfoldingAll()
     {
@@ -205,7 +205,7 @@ private:
         }
         unsigned sum = 0;
         const auto translate = [&](LogSession& session) {
-            sum += session.Translate(Below(static_cast<unsigned>(session.GetRowCount()))).row;
+            sum += session.Translate(Below(static_cast<unsigned>(session.RowCount()))).row;
         };
         const Comparison comparison(
             {Repeat(1000, 1, [&] { translate(few); }), Repeat(1000, 1, [&] { translate(many); })},
@@ -240,13 +240,13 @@ private:
     class Swapped : public logview::RowSource
     {
     public:
-        unsigned long GetRowCount(unsigned file) override { return m_rows.GetRowCount(file + 1); }
+        unsigned long RowCount(unsigned file) override { return m_rows.RowCount(file + 1); }
         unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count,
                                CQmLogRow* rows) override
         {
             return m_rows.ReadRows(file + 1, first, count, rows);
         }
-        unsigned long GetTextSize(unsigned file) override { return m_rows.GetTextSize(file + 1); }
+        unsigned long TextSize(unsigned file) override { return m_rows.TextSize(file + 1); }
         unsigned long ReadText(unsigned file, unsigned long offset, unsigned long size, char* text) override
         {
             return m_rows.ReadText(file + 1, offset, size, text);

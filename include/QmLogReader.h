@@ -40,7 +40,7 @@ public:
     bool Read(unsigned long index, const char*& text, unsigned long& length, CQmLogRow& row);
 
     // The length of line `index` as the index tells it, its line feed counted. For the last line this is
-    // one more than the bytes that lie behind its offset.
+    // one more than the bytes that lie after its offset.
     bool ReadLength(unsigned long index, unsigned long& length);
 
     // The record of line `index`: its depth, kind, block mark and sequence number.

@@ -20,9 +20,9 @@ struct ShownRows;
 } // namespace logview
 
 // Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
-// logs behind it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared counter
-// is looked at five times a second, and the window follows when it has moved. Looking waits for nobody and
-// changes nothing in the log folder.
+// logs hidden at it: it carries a fold mark and unfolds them beneath itself, and so do they. The shared
+// counter is looked at five times a second, and the window follows when it has moved. Looking waits for
+// nobody and changes nothing in the log folder.
 //
 // "Displayed rows" are counted from 0 over everything that is unfolded; "rows" and "numbers" (times) are
 // those of the log files. A file index names a log: 0 "Main", 1 "Run", 2 "Source", 3 "SQL", 4 "Service".
@@ -71,7 +71,7 @@ public:
     // only checked: false when there is no such log.
     bool Browse(int file);
 
-    // Whether a displayed row has rows behind it, and whether they are shown.
+    // Whether rows of other logs unfold at a displayed row, and whether they are shown.
     bool GetExpanded(int row, bool& expanded);
 
     // Unfold, with all that lies within; fold; or whichever is due. True when the row is in the state asked

@@ -23,7 +23,7 @@ enum class QmLogFindingKind
     TextCut,            // the text ends before rows of more than one write
     IndexCut,           // the index ends within a record, and with it lines lack their rows
     OffsetNotAscending, // a row's offset is not above that of the row before
-    OffsetNotAtLine,    // a row's offset is not just behind a line feed
+    OffsetNotAtLine,    // a row's offset is not just after a line feed
     LineWithoutRow,     // the text has lines for which the index has no row
     NumberZero,         // a row has no sequence number
     NumberNotAscending, // a row's sequence number is not above that of the row before

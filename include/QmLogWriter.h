@@ -121,7 +121,7 @@ private:
     char m_lastCharacter = 0;
     std::uint64_t m_end =
         kUnknownEnd;            // of the text, as this writer left it; others may write while it is closed
-    bool m_onFreshLine = false; // there: behind a line feed that belongs to the present block
+    bool m_onFreshLine = false; // there: after a line feed that belongs to the present block
     unsigned long m_lostRows = 0;
 };
 

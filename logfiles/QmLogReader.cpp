@@ -92,7 +92,7 @@ bool CQmLogReader::Read(unsigned long index, const char*& text, unsigned long& l
     if (!GrowText(length, row.offset) || !files.Read(m_logHandle, m_text, static_cast<DWORD>(length), bytes))
         return logfiles::Fail("CQmLogReader::Read().ReadFile()");
 
-    // A writer may have gone on since the record was read: what lies behind the last line is not part of it.
+    // A writer may have gone on since the record was read: what lies after the last line is not part of it.
     const void* const lineFeed = last ? std::memchr(m_text, '\n', bytes) : nullptr;
     length = lineFeed ? static_cast<unsigned long>(static_cast<const char*>(lineFeed) - m_text + 1) : bytes;
     m_text[length] = '\0';

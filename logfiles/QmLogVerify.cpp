@@ -108,7 +108,7 @@ private:
 
     VerifyLog& m_log;
     std::optional<std::uint32_t> m_counter;
-    std::uint64_t m_index = 0; // the row behind the present one
+    std::uint64_t m_index = 0; // the row after the present one
     CQmLogRow m_row;
     bool m_atEnd = false;
 };

@@ -78,7 +78,7 @@ void VerifyLog::CheckReadable()
     }
 }
 
-// Walks from the end: a row is live when it stands at a line and before the live row behind it. Lines
+// Walks from the end: a row is live when it stands at a line and before the live row after it. Lines
 // must each have their live row; rows that are not live must be explained.
 void VerifyLog::CheckOffsets()
 {
@@ -199,7 +199,7 @@ void VerifyLog::CheckGap(std::uint64_t firstRow, std::uint64_t endRow, std::uint
                        "the record is unfinished, and its line has not been written");
 }
 
-// The first of these rows, the last of the index, that still lies behind the text: that of the others has
+// The first of these rows, the last of the index, that still lies after the text: that of the others has
 // come since the text was looked at, and is not checked.
 std::uint64_t VerifyLog::SkipRowsWithLateText(std::uint64_t firstRow, std::uint64_t endRow)
 {

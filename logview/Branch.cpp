@@ -116,7 +116,7 @@ const CQmLogBranch* CQmLogBranch::Enter(std::uint64_t& row, std::size_t& index) 
     return nullptr;
 }
 
-// The first child at or behind `position`.
+// The first child at or after `position`.
 std::size_t CQmLogBranch::ChildAtPosition(std::uint64_t position) const
 {
     const auto found =

@@ -22,7 +22,7 @@ struct RowId
 // Rows of a branch are addressed as rows of its log. A child lies before row `position` of its parent: its
 // header is row position - 1. Children are kept in order of position, no two at the same one. Each branch
 // keeps the size of its children, and each child the rows that its elder siblings show, as far as anyone
-// asked: finding a row takes a binary search a level, and adding behind the last child costs nothing more.
+// asked: finding a row takes a binary search a level, and adding after the last child costs nothing more.
 class CQmLogBranch
 {
 public:

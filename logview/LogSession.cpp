@@ -30,14 +30,14 @@ bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded)
     return true;
 }
 
-int LogSession::GetRowCount() const
+int LogSession::RowCount() const
 {
     return static_cast<int>(std::min<std::uint64_t>(m_root.GetSize(), kMaxRows));
 }
 
 std::uint32_t LogSession::CountRows(std::uint32_t file) const
 {
-    return static_cast<std::uint32_t>(std::min<unsigned long>(m_source.GetRowCount(file), kMaxRows));
+    return static_cast<std::uint32_t>(std::min<unsigned long>(m_source.RowCount(file), kMaxRows));
 }
 
 void LogSession::Refresh(int file)
@@ -55,7 +55,7 @@ bool LogSession::HasNewCount(int file) const
 
 RowId LogSession::Translate(std::int64_t row) const
 {
-    return m_root.Translate(static_cast<std::uint64_t>(row)); // one below 0 comes behind all others
+    return m_root.Translate(static_cast<std::uint64_t>(row)); // one below 0 comes after all others
 }
 
 bool LogSession::ReadStyle(int row, CQmLogRow& record) const
@@ -64,7 +64,7 @@ bool LogSession::ReadStyle(int row, CQmLogRow& record) const
     return pages.Read(Translate(row), record);
 }
 
-int LogSession::GetColumnCount(int row) const
+int LogSession::ColumnCount(int row) const
 {
     RecordPages pages(m_source, kLookRows);
     std::uint32_t length = 0;
@@ -83,7 +83,7 @@ bool LogSession::ReadLine(int row, std::string& text) const
         return false;
 
     // A damaged index can tell any length: no more is made room for than the log has.
-    const unsigned long size = m_source.GetTextSize(place.file);
+    const unsigned long size = m_source.TextSize(place.file);
     const unsigned long rest = size > record.offset ? size - record.offset : 0;
     const unsigned long wanted = std::min({static_cast<unsigned long>(length), rest, kMaxColumns});
     text.resize(wanted);
@@ -94,18 +94,18 @@ bool LogSession::ReadLine(int row, std::string& text) const
     return true;
 }
 
-bool LogSession::GetExpanded(int row, bool& expanded) const
+bool LogSession::ReadExpanded(int row, bool& expanded) const
 {
     RecordPages pages(m_source, kLookRows);
     PlacedRow header;
-    return GetFold(pages, row, header, expanded);
+    return ReadFold(pages, row, header, expanded);
 }
 
 bool LogSession::Expand(int row, RowChange& change)
 {
     RecordPages pages(m_source, kLookRows);
     std::uint32_t added = 0;
-    const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
+    const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
     const bool done = Unfold(pages, row, room, added);
     change = Added(row, added);
     RememberEnds();
@@ -116,16 +116,15 @@ bool LogSession::ExpandAll(int row, RowChange& change)
 {
     std::uint64_t rows = 0;
     for (unsigned file = 0; file < kFileCount; ++file)
-        rows += m_source.GetRowCount(file);
-    const std::uint64_t room =
-        std::min(16 * rows + 1024, static_cast<std::uint64_t>(kMaxRows - GetRowCount()));
+        rows += m_source.RowCount(file);
+    const std::uint64_t room = std::min(16 * rows + 1024, static_cast<std::uint64_t>(kMaxRows - RowCount()));
     const std::uint64_t maxReads = rows / 4 + 1024;
 
     RecordPages pages(m_source, kWalkRows);
     std::uint32_t added = 0;
     const bool done = Unfold(pages, row, room, added);
     std::int64_t total = added;
-    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total && pages.GetReads() <= maxReads; ++at)
+    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total && pages.Reads() <= maxReads; ++at)
     {
         if (Unfold(pages, at, room - static_cast<std::uint64_t>(total), added))
             total += added;
@@ -147,10 +146,10 @@ bool LogSession::Collapse(int row, RowChange& change)
 
 bool LogSession::IsShown(std::int64_t row) const
 {
-    return row >= 0 && row < GetRowCount();
+    return row >= 0 && row < RowCount();
 }
 
-bool LogSession::GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const
+bool LogSession::ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const
 {
     if (!IsShown(row))
         return false;
@@ -166,7 +165,7 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
     added = 0;
     bool expanded = false;
     PlacedRow header;
-    if (!GetFold(pages, row, header, expanded))
+    if (!ReadFold(pages, row, header, expanded))
         return false;
     if (expanded)
         return true;
@@ -188,7 +187,7 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
     std::uint32_t end = 0;
     std::uint32_t behind = 0;
     if (last == kMaxNumber)
-        end = static_cast<std::uint32_t>(std::min<unsigned long>(m_source.GetRowCount(found.file), kMaxRows));
+        end = static_cast<std::uint32_t>(std::min<unsigned long>(m_source.RowCount(found.file), kMaxRows));
     else
         pages.FindFirst(found.file, last + 1, end, behind);
 

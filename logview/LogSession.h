@@ -34,11 +34,11 @@ struct PlacedRow
     CQmLogRow record;
 };
 
-// Whether `row`, displayed before `next`, has rows behind it; `expanded` tells whether they are shown.
-// A row that another log's next number follows counts as unfolded, even where it only ends a branch.
+// Whether rows of other logs unfold at `row`, displayed before `next`; `expanded` tells whether they are
+// shown. A row that another log's next number follows counts as unfolded, even where it only ends a branch.
 bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded);
 
-// Rows are "displayed" ones unless a log is named; what lies behind the last does not unfold. Nothing is kept
+// Rows are "displayed" ones unless a log is named; what lies after the last does not unfold. Nothing is kept
 // of the logs but the row count at the top and what is unfolded. Operations answer false where rows cannot be
 // read; damaged or growing logs lead to odd rows, but every operation ends, and needs memory only for what it
 // unfolds.
@@ -51,11 +51,11 @@ public:
     explicit LogSession(RowSource& source) : m_source(source) {}
 
     // At most kMaxRows.
-    int GetRowCount() const;
+    int RowCount() const;
 
     // Takes the row count of log `file` for the rows of "Main" at the top. Logs may have been cut: a writer
     // takes back what it could not write whole, and a new session begins them again. Then what is unfolded is
-    // unfolded anew, as far as its headers are still there.
+    // unfolded again, as far as its headers are still there.
     void Refresh(int file);
 
     // Whether log `file` has another row count than the one taken last, and whether any log that is shown has
@@ -63,22 +63,22 @@ public:
     bool HasNewCount(int file) const;
     bool HasShrunk() const;
 
-    // The log and row that lie at `row`; a row behind the last one continues the log at the top, and one
+    // The log and row that lie at `row`; a row after the last one continues the log at the top, and one
     // below 0 does not exist.
     RowId Translate(std::int64_t row) const;
 
     bool ReadStyle(int row, CQmLogRow& record) const;
 
     // Bytes of the line as its index tells it, 0 on failure.
-    int GetColumnCount(int row) const;
+    int ColumnCount(int row) const;
 
     // The line as the log has it, line feed included.
     bool ReadLine(int row, std::string& text) const;
 
-    // Whether a row has rows behind it, and whether they are shown.
-    bool GetExpanded(int row, bool& expanded) const;
+    // Whether rows of other logs unfold at a row, and whether they are shown.
+    bool ReadExpanded(int row, bool& expanded) const;
 
-    // Unfolds the rows of one log that lie behind the row: of the log with the next number, up to the number
+    // Unfolds the rows of one log that lie after the row: of the log with the next number, up to the number
     // before the header's own log goes on, or to its end when that log does not go on or goes on with the
     // very next number. True also when the row counts as unfolded already.
     bool Expand(int row, RowChange& change);
@@ -111,7 +111,7 @@ public:
     int FindError(int row, bool forward) const;
 
     // The block around row `row` of log `current`: its header's row and its last one.
-    void GetBlock(int current, int row, int& first, int& last) const;
+    void FindBlock(int current, int row, int& first, int& last) const;
 
 private:
     // A log's last row, as it was when something was unfolded. Logs only grow unless they are cut, which
@@ -128,7 +128,7 @@ private:
     void Restore();
     std::int64_t RestoreChildren(RecordPages& pages, const CQmLogBranch& old, std::int64_t first);
     bool IsShown(std::int64_t row) const;
-    bool GetFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
+    bool ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
     bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
     bool FindFirst(RecordPages& pages, std::uint32_t number, RowId& found, std::uint32_t& foundNumber) const;
 

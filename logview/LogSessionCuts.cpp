@@ -61,7 +61,7 @@ std::int64_t LogSession::RestoreChildren(RecordPages& pages, const CQmLogBranch&
     {
         const RowId header = {old.GetFirst().file, child.GetHeaderRow()};
         const std::int64_t row = first + (std::int64_t{header.row} - old.GetFirst().row) + total;
-        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
+        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
         CQmLogRow record;
         std::uint32_t added = 0;
         if (Translate(row) != header || !pages.Read(header, record) ||

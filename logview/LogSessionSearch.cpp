@@ -115,7 +115,7 @@ int LogSession::Reveal(RowId place)
     while (row >= 0 && Translate(row) != place)
     {
         std::uint32_t added = 0;
-        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - GetRowCount());
+        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
         if (!Unfold(pages, row, room, added) || added == 0)
             return kNoRow;
         const RowId first = Translate(row + 1);
@@ -170,7 +170,7 @@ int LogSession::FindError(int row, bool forward) const
     return kNoRow;
 }
 
-void LogSession::GetBlock(int current, int row, int& first, int& last) const
+void LogSession::FindBlock(int current, int row, int& first, int& last) const
 {
     RecordPages pages(m_source, kWalkRows);
     const std::uint32_t file = static_cast<std::uint32_t>(current);

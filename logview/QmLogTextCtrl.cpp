@@ -196,7 +196,7 @@ bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
 
 bool CQmLogTextCtrl::GetExpanded(int row, bool& expanded)
 {
-    return m_rows->session.GetExpanded(row, expanded);
+    return m_rows->session.ReadExpanded(row, expanded);
 }
 
 bool CQmLogTextCtrl::Expand(int row)
@@ -295,9 +295,8 @@ bool CQmLogTextCtrl::GoToError(bool forward)
 
 std::string CQmLogTextCtrl::GetSelectedText()
 {
-    return logview::GetSelectionText(m_rows->source, m_rows->session, GetSelectionBeginRow(),
-                                     GetSelectionBeginColumn(), GetSelectionEndRow(),
-                                     GetSelectionEndColumn());
+    return logview::SelectionText(m_rows->source, m_rows->session, GetSelectionBeginRow(),
+                                  GetSelectionBeginColumn(), GetSelectionEndRow(), GetSelectionEndColumn());
 }
 
 bool CQmLogTextCtrl::Copy()
@@ -330,7 +329,7 @@ bool CQmLogTextCtrl::Translation(int a, int b)
 
 int CQmLogTextCtrl::GetRowCount()
 {
-    return m_rows->session.GetRowCount();
+    return m_rows->session.RowCount();
 }
 
 int CQmLogTextCtrl::GetColumnCount()
@@ -342,7 +341,7 @@ int CQmLogTextCtrl::GetRowColumnCount(int row)
 {
     if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
         return static_cast<int>(std::min<std::uint32_t>(cached->length, logview::LogSession::kMaxRows));
-    return m_rows->session.GetColumnCount(row);
+    return m_rows->session.ColumnCount(row);
 }
 
 // The line of a row that a search looks at, which goes on with its neighbours: they are read along.

@@ -51,7 +51,7 @@ void CQmLogTextCtrl::OnLButtonDblClk(UINT, CPoint point)
         return;
     int last = first;
     if (column < 0)
-        m_rows->session.GetBlock(m_file, first, first, last);
+        m_rows->session.FindBlock(m_file, first, first, last);
     Focus(first, 0, false);
     Select(last, kRowEnd);
 }

@@ -26,7 +26,7 @@ bool CanOpenFile(unsigned file, const char* extension)
 }
 } // namespace
 
-unsigned long ReaderRows::GetRowCount(unsigned file)
+unsigned long ReaderRows::RowCount(unsigned file)
 {
     return ReaderOf(file).GetRowCount();
 }
@@ -36,7 +36,7 @@ unsigned long ReaderRows::ReadRows(unsigned file, unsigned long first, unsigned 
     return CanReadRows(file) ? ReaderOf(file).ReadRows(first, count, rows) : 0;
 }
 
-unsigned long ReaderRows::GetTextSize(unsigned file)
+unsigned long ReaderRows::TextSize(unsigned file)
 {
     return ReaderOf(file).GetLogFileSize();
 }
@@ -55,14 +55,14 @@ bool ReaderRows::Find(unsigned file, unsigned long time, bool forward, unsigned 
 bool ReaderRows::CanReadRows(unsigned file)
 {
     if (file < kFileCount && !m_rowsOpen[file])
-        m_rowsOpen[file] = GetRowCount(file) > 0 && CanOpenFile(file, ".ROW");
+        m_rowsOpen[file] = RowCount(file) > 0 && CanOpenFile(file, ".ROW");
     return file < kFileCount && m_rowsOpen[file];
 }
 
 bool ReaderRows::CanReadText(unsigned file)
 {
     if (file < kFileCount && !m_textOpen[file])
-        m_textOpen[file] = GetTextSize(file) > 0 && CanOpenFile(file, ".LOG");
+        m_textOpen[file] = TextSize(file) > 0 && CanOpenFile(file, ".LOG");
     return file < kFileCount && m_textOpen[file];
 }
 

@@ -12,9 +12,9 @@ namespace logview
 class ReaderRows : public RowSource
 {
 public:
-    unsigned long GetRowCount(unsigned file) override;
+    unsigned long RowCount(unsigned file) override;
     unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count, CQmLogRow* rows) override;
-    unsigned long GetTextSize(unsigned file) override;
+    unsigned long TextSize(unsigned file) override;
     unsigned long ReadText(unsigned file, unsigned long offset, unsigned long size, char* text) override;
     bool Find(unsigned file, unsigned long time, bool forward, unsigned long& foundTime,
               unsigned long& row) override;

@@ -21,7 +21,7 @@ bool RecordPages::Read(RowId place, CQmLogRow& record)
     if (place.file >= kFileCount)
         return false;
     Page& page = m_pages[place.file];
-    if (!page.IsLoaded() || place.row < page.first || place.row >= page.GetEnd())
+    if (!page.IsLoaded() || place.row < page.first || place.row >= page.End())
     {
         if (page.IsLoaded() && page.atEnd && place.row >= page.first)
             return false;
@@ -30,7 +30,7 @@ bool RecordPages::Read(RowId place, CQmLogRow& record)
         Load(place.file, backwards && place.row >= m_pageRows ? place.row + 1 - m_pageRows
                          : backwards                          ? 0
                                                               : place.row);
-        if (place.row < page.first || place.row >= page.GetEnd())
+        if (place.row < page.first || place.row >= page.End())
             return false;
     }
     record = page.rows[place.row - page.first];
@@ -44,8 +44,8 @@ bool RecordPages::ReadLength(RowId place, std::uint32_t& length)
         return false;
     CQmLogRow next;
     const bool last = !Read({place.file, place.row + 1}, next);
-    length = LineLength(record.offset, last ? std::uint64_t{m_source.GetTextSize(place.file)} + 1
-                                            : std::uint64_t{next.offset});
+    length = LineLength(record.offset,
+                        last ? std::uint64_t{m_source.TextSize(place.file)} + 1 : std::uint64_t{next.offset});
     return true;
 }
 
@@ -55,7 +55,7 @@ bool RecordPages::FindFirst(std::uint32_t file, std::uint32_t number, std::uint3
     Page& page = m_pages[file];
     CQmLogRow record;
     if (page.IsLoaded() && !page.atEnd && page.rows.back().time < number)
-        Read({file, page.GetEnd()}, record); // a walk in order of numbers has come to the end of its page
+        Read({file, page.End()}, record); // a walk in order of numbers has come to the end of its page
     if (!FindInPage(page, number, row))
     {
         unsigned long time = 0;

@@ -40,7 +40,7 @@ public:
     bool FindFirst(std::uint32_t file, std::uint32_t number, std::uint32_t& row, std::uint32_t& found);
 
     // Pages read and searches made so far.
-    std::uint64_t GetReads() const { return m_reads; }
+    std::uint64_t Reads() const { return m_reads; }
 
 private:
     struct Page
@@ -50,7 +50,7 @@ private:
         std::vector<CQmLogRow> rows;
 
         bool IsLoaded() const { return !rows.empty() || (first == 0 && atEnd); }
-        std::uint32_t GetEnd() const { return first + static_cast<std::uint32_t>(rows.size()); }
+        std::uint32_t End() const { return first + static_cast<std::uint32_t>(rows.size()); }
     };
 
     void Load(std::uint32_t file, std::uint32_t first);

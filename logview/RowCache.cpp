@@ -33,7 +33,7 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
 {
     Clear();
     m_first = std::max(first, 0);
-    count = std::min(count, session.GetRowCount() - m_first);
+    count = std::min(count, session.RowCount() - m_first);
     if (count <= 0)
         return;
 
@@ -71,7 +71,7 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
     }
 }
 
-// The records of rows of one log in their order, and the one behind them, which ends the last line.
+// The records of rows of one log in their order, and the one after them, which ends the last line.
 void RowCache::ReadRecords(Order::const_iterator begin, Order::const_iterator end)
 {
     const RowId first = m_rows[*begin].place;
@@ -92,7 +92,7 @@ void RowCache::ReadRecords(Order::const_iterator begin, Order::const_iterator en
         if (index + 1 < count)
             row.length = LineLength(row.record.offset, m_records[index + 1].offset);
         else if (IsDrawn(*at))
-            row.length = LineLength(row.record.offset, std::uint64_t{m_source.GetTextSize(first.file)} + 1);
+            row.length = LineLength(row.record.offset, std::uint64_t{m_source.TextSize(first.file)} + 1);
     }
 }
 
@@ -136,7 +136,7 @@ void RowCache::ReadTexts(Order::const_iterator begin, Order::const_iterator end)
     }
 }
 
-// Reads behind what is there; answers how many bytes came.
+// Reads after what is there; answers how many bytes came.
 std::size_t RowCache::AppendText(std::uint32_t file, std::uint32_t offset, std::uint32_t size)
 {
     const std::size_t begin = m_text.size();

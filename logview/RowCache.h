@@ -56,7 +56,7 @@ private:
 
     RowSource& m_source;
     int m_first = 0;
-    std::vector<CachedRow> m_rows; // and the one behind them, for the fold mark of the last
+    std::vector<CachedRow> m_rows; // and the one after them, for the fold mark of the last
     std::vector<Slice> m_slices;
     std::vector<CQmLogRow> m_records;
     std::string m_text;

@@ -13,13 +13,13 @@ constexpr unsigned kFileCount = 5;
 class RowSource
 {
 public:
-    virtual unsigned long GetRowCount(unsigned file) = 0;
+    virtual unsigned long RowCount(unsigned file) = 0;
 
     // Up to `count` records from row `first` on, with one read; answers how many there were.
     virtual unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count,
                                    CQmLogRow* rows) = 0;
 
-    virtual unsigned long GetTextSize(unsigned file) = 0;
+    virtual unsigned long TextSize(unsigned file) = 0;
 
     // Up to `size` bytes of text from `offset` on, with one read; answers how many there were.
     virtual unsigned long ReadText(unsigned file, unsigned long offset, unsigned long size, char* text) = 0;

@@ -22,13 +22,13 @@ std::string_view Part(std::string_view line, int begin, int end)
 
 } // namespace
 
-std::string GetSelectionText(RowSource& source, const LogSession& session, int beginRow, int beginColumn,
-                             int endRow, int endColumn)
+std::string SelectionText(RowSource& source, const LogSession& session, int beginRow, int beginColumn,
+                          int endRow, int endColumn)
 {
     std::string text;
     std::string whole;
     RowCache cache(source);
-    const int rowsEnd = endRow < session.GetRowCount() ? endRow + 1 : session.GetRowCount();
+    const int rowsEnd = endRow < session.RowCount() ? endRow + 1 : session.RowCount();
     int prepared = std::max(beginRow, 0);
     for (int row = prepared; row < rowsEnd; ++row)
     {

@@ -1,4 +1,4 @@
-// The report control's scrolling, and what is painted anew when something changes.
+// The report control's scrolling, and what is painted again when something changes.
 #include "report/ReportPainter.h"
 #include "report/model/ScrollPosition.h"
 
@@ -146,7 +146,7 @@ void CReportCtrl::OnMouseHWheel(UINT, short delta, CPoint)
         m_data->Scroll(SB_HORZ, steps > 0 ? SB_LINERIGHT : SB_LINELEFT);
 }
 
-// ---- Painting anew
+// ---- Painting again
 
 void CReportCtrl::SetRedraw(int redraw)
 {

@@ -27,7 +27,7 @@ bool IsDigit(char character)
     return character >= '0' && character <= '9';
 }
 
-// The number behind the date: 1 without one, 0 when `folder` is no name that we give.
+// The number after the date: 1 without one, 0 when `folder` is no name that we give.
 int SuffixNumber(const std::string& folder)
 {
     if (folder.size() < kPattern.size())

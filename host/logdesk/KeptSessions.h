@@ -18,7 +18,7 @@ struct Moment
 bool IsSessionFile(const std::string& name);
 
 // The folder for a session that was last written at `moment`: "Session 2026-03-31 09-05-00", with " (2)" and
-// so on behind it when `folders`, the names in the log folder, already have it.
+// so on after it when `folders`, the names in the log folder, already have it.
 std::string KeptFolderName(const Moment& moment, const std::vector<std::string>& folders);
 
 // Which of `folders` to delete so that the newest `keep` are left, oldest first. Folders that KeptFolderName

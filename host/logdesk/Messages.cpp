@@ -21,7 +21,7 @@ bool WriteToConsole(const std::string& text)
         return false;
     const HANDLE console =
         ::CreateFileA("CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-    const bool isWritten = Write(console, "\n" + text); // behind the prompt, which did not wait for us
+    const bool isWritten = Write(console, "\n" + text); // after the prompt, which did not wait for us
     if (console != INVALID_HANDLE_VALUE)
         ::CloseHandle(console);
     ::FreeConsole();

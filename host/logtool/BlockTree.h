@@ -29,7 +29,7 @@ public:
         std::uint32_t isError : 1;
         std::uint32_t indent : 8;
         std::uint32_t begin = 0;  // row of the header in its log
-        std::uint32_t end = 0;    // row of its log behind the block
+        std::uint32_t end = 0;    // row of its log after the block
         std::uint32_t rows = 0;   // in the block and the blocks below it, the headers counted
         std::uint32_t errors = 0; // headers of errors, its own counted
         std::uint32_t parent = kNone;
@@ -90,7 +90,7 @@ private:
     void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
     void Append(std::uint32_t node, OpenNode* parent);
 
-    std::deque<Node> m_nodes; // a block stands behind its parent
+    std::deque<Node> m_nodes; // a block stands after its parent
     std::vector<Log> m_logs;
     std::vector<OpenNode> m_open; // the open blocks of all logs in the order they were opened
     std::uint32_t m_firstTop = kNone;

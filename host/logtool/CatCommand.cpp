@@ -54,7 +54,7 @@ private:
     const std::vector<std::string>& m_logs;
     std::uint32_t m_before;
     std::uint32_t m_after;
-    std::uint32_t m_afterLeft = 0; // rows still to be shown behind the last match
+    std::uint32_t m_afterLeft = 0; // rows still to be shown after the last match
     std::deque<Kept> m_kept;       // rows not shown that the next match may need
     bool m_gap = false;            // rows were dropped since the last one shown
     bool m_shown = false;

@@ -21,7 +21,7 @@ std::string Reason()
     return std::generic_category().message(errno) + '.';
 }
 
-// Takes a number off the front of `line`, and the blank behind it.
+// Takes a number off the front of `line`, and the blank after it.
 template <typename Number> bool TakeNumber(std::string_view& line, Number& number)
 {
     const std::from_chars_result result = std::from_chars(line.data(), line.data() + line.size(), number);

@@ -85,7 +85,7 @@ void Follower::StartAfter(std::uint32_t number)
         LogEntry last;
         if (stream.RowCount(log) == 0 || !reader.Find(number, true, found, place.index))
             continue;
-        // The answer is a row before when there is none behind.
+        // The answer is a row before when there is none after.
         if (reader.ReadStyle(place.index, row) && row.time == number)
             ++place.index;
         else if (row.time < number)

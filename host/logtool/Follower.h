@@ -39,7 +39,7 @@ public:
     // Where to begin instead; one of these before the first Poll.
     void StartAtLast(std::uint32_t rows);     // the last `rows` rows of all logs
     void StartAfter(std::uint32_t number);    // rows with greater numbers, and lines that get text only now
-    void StartAtCursor(const Cursor& cursor); // behind it, or at the beginning of a session that began since
+    void StartAtCursor(const Cursor& cursor); // after it, or at the beginning of a session that began since
 
     // Takes in logs that are not known yet.
     void AddLogs(const std::vector<std::string>& logs);

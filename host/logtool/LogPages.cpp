@@ -25,7 +25,7 @@ LogPages::LogPages(const std::string& name)
     m_rowCount = m_reader.GetRowCount();
     m_textEnd = m_rowCount;
     // The last rows may have no text yet. They are found from the end and not by bisection: a single damaged
-    // offset must not hide the rows behind it.
+    // offset must not hide the rows after it.
     CQmLogRow row;
     while (m_textEnd > 0 && ReadRow(m_textEnd - 1, row) && row.offset >= m_textSize)
         --m_textEnd;
@@ -121,7 +121,7 @@ std::string_view LogPages::Text(unsigned long begin, unsigned long end) const
     return {m_text.data() + from, std::min(end - begin, m_textHeld - from)};
 }
 
-// Bytes behind the last row's line have no row. When the row has come meanwhile, they are not missed.
+// Bytes after the last row's line have no row. When the row has come meanwhile, they are not missed.
 std::string_view LogPages::FirstLine(std::string_view text)
 {
     const std::size_t lineFeed = text.find('\n');

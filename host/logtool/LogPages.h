@@ -23,7 +23,7 @@ public:
 
     unsigned long RowCount() const { return m_rowCount; }
     unsigned long TextSize() const { return m_textSize; }
-    // The row behind the last one that has text: rows are written before their text.
+    // The row after the last one that has text: rows are written before their text.
     unsigned long TextEnd() const { return m_textEnd; }
 
     // The first row with at least this number, or the last one. By bisection: any row of a damaged index.
@@ -64,7 +64,7 @@ public:
     // row before it has that text.
     unsigned long Skip(unsigned long index, std::string_view wanted);
 
-    // Lines behind that of the last row, for which the index has no rows. Known when the last row has been
+    // Lines after that of the last row, for which the index has no rows. Known when the last row has been
     // read with its text.
     unsigned long LinesWithoutRow() const { return m_linesWithoutRow; }
 
@@ -92,8 +92,8 @@ private:
     unsigned long m_textStart = 0;
     unsigned long m_textHeld = 0;
 
-    // Rows from m_stretchBegin to before m_stretchEnd have texts one behind the other, all of them held, and
-    // the row behind is held too: most rows lie in such a stretch and need no further look.
+    // Rows from m_stretchBegin to before m_stretchEnd have texts one after the other, all of them held, and
+    // the row after is held too: most rows lie in such a stretch and need no further look.
     unsigned long m_stretchBegin = 0;
     unsigned long m_stretchEnd = 0;
 };

@@ -55,7 +55,7 @@ public:
     TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs);
 
     // Writes a row of log `name`. `skip` bytes of its text went out before; when they are the last thing that
-    // went out the rest goes right behind them, else on a line of its own, unless it is but a line end. A
+    // went out the rest goes right after them, else on a line of its own, unless it is but a line end. A
     // line that has no line feed gets it only when another row follows, for it may still grow.
     void Row(const std::string& name, const LogEntry& entry, std::size_t skip = 0)
     {
@@ -94,7 +94,7 @@ private:
     unsigned long m_openIndex = 0;
 };
 
-// A line as most are, in one step: nothing but its bytes behind a few blanks, and room for it. More blanks
+// A line as most are, in one step: nothing but its bytes after a few blanks, and room for it. More blanks
 // are written than may be needed, because their number cannot be predicted; the line goes over them.
 inline bool TextOutput::PutUsual(const LogEntry& entry)
 {

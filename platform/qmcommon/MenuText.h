@@ -11,12 +11,12 @@ namespace qmcommon
 struct MenuText
 {
     std::string caption;  // with "&" before its access key
-    std::string shortcut; // what stands behind the tab, if there is one
+    std::string shortcut; // what stands after the tab, if there is one
 };
 
 MenuText SplitMenuText(const std::string& text);
 
-// The character behind the first single "&", else the first one; as a capital letter. 0 for an empty caption.
+// The character after the first single "&", else the first one; as a capital letter. 0 for an empty caption.
 char AccessKey(const std::string& caption);
 
 // The items that an access key names.

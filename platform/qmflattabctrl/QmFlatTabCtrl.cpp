@@ -122,15 +122,14 @@ void CQmFlatTabCtrl::OnPaint()
     GetClientRect(client);
     dc.FillSolidRect(client, ::GetSysColor(COLOR_BTNFACE));
     const flattab::TabStrip layout = GetLayout();
-    CRect edge = RectOf(layout.GetStrip());
+    CRect edge = RectOf(layout.Strip());
     if (m_bottom)
         edge.bottom = edge.top + 1;
     else
         edge.top = edge.bottom - 1;
     dc.FillSolidRect(edge, ::GetSysColor(COLOR_3DSHADOW));
     for (int index = 0; index < static_cast<int>(m_tabs.size()); ++index)
-        DrawTab(dc, RectOf(layout.GetTab(index)), m_tabs[static_cast<std::size_t>(index)],
-                index == m_selected);
+        DrawTab(dc, RectOf(layout.Tab(index)), m_tabs[static_cast<std::size_t>(index)], index == m_selected);
 }
 
 BOOL CQmFlatTabCtrl::OnEraseBkgnd(CDC*)
@@ -187,7 +186,7 @@ void CQmFlatTabCtrl::PlacePage()
 {
     if (m_selected < 0)
         return;
-    const CRect rect = RectOf(GetLayout().GetPage());
+    const CRect rect = RectOf(GetLayout().Page());
     ::MoveWindow(m_tabs[static_cast<std::size_t>(m_selected)].page, rect.left, rect.top, rect.Width(),
                  rect.Height(), TRUE);
 }

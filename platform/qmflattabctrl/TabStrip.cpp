@@ -19,20 +19,20 @@ TabStrip::TabStrip(int clientWidth, int clientHeight, bool bottom, int labelHeig
 {
 }
 
-Box TabStrip::GetStrip() const
+Box TabStrip::Strip() const
 {
     const int top = m_bottom ? m_height - m_stripHeight : 0;
     return {0, top, m_width, top + m_stripHeight};
 }
 
-Box TabStrip::GetPage() const
+Box TabStrip::Page() const
 {
     if (m_bottom)
         return {0, 0, m_width, m_height - m_stripHeight};
     return {0, m_stripHeight, m_width, m_height};
 }
 
-Box TabStrip::GetTab(int index) const
+Box TabStrip::Tab(int index) const
 {
     if (index < 0 || index >= static_cast<int>(m_labelWidths.size()))
         return {0, 0, 0, 0};
@@ -40,7 +40,7 @@ Box TabStrip::GetTab(int index) const
     for (int before = 0; before < index; ++before)
         left += m_labelWidths[static_cast<std::size_t>(before)] + 2 * kMarginX;
     const int right = left + m_labelWidths[static_cast<std::size_t>(index)] + 2 * kMarginX;
-    const Box strip = GetStrip();
+    const Box strip = Strip();
     return {std::min(left, m_width), strip.top, std::min(right, m_width), strip.bottom};
 }
 
@@ -48,7 +48,7 @@ int TabStrip::HitTest(int x, int y) const
 {
     for (int index = 0; index < static_cast<int>(m_labelWidths.size()); ++index)
     {
-        const Box tab = GetTab(index);
+        const Box tab = Tab(index);
         if (x >= tab.left && x < tab.right && y >= tab.top && y < tab.bottom)
             return index;
     }

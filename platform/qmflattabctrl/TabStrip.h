@@ -25,9 +25,9 @@ public:
     // Labels are given by their height and widths in pixels; a tab leaves some room around its own.
     TabStrip(int clientWidth, int clientHeight, bool bottom, int labelHeight, std::vector<int> labelWidths);
 
-    Box GetStrip() const;
-    Box GetPage() const;
-    Box GetTab(int index) const; // empty for no tab
+    Box Strip() const;
+    Box Page() const;
+    Box Tab(int index) const; // empty for no tab
 
     // The tab at a point; kNoTab beside the tabs.
     int HitTest(int x, int y) const;

@@ -235,37 +235,37 @@ bool CQmTextCtrl::HitTest(CPoint point, int& row, int& column)
 
 int CQmTextCtrl::GetCaretRow() const
 {
-    return m_view.GetState().caret.row;
+    return m_view.CurrentState().caret.row;
 }
 
 int CQmTextCtrl::GetCaretColumn() const
 {
-    return m_view.GetState().caret.column;
+    return m_view.CurrentState().caret.column;
 }
 
 int CQmTextCtrl::GetSelectionBeginRow() const
 {
-    return m_view.GetSelectionBegin().row;
+    return m_view.SelectionBegin().row;
 }
 
 int CQmTextCtrl::GetSelectionBeginColumn() const
 {
-    return m_view.GetSelectionBegin().column;
+    return m_view.SelectionBegin().column;
 }
 
 int CQmTextCtrl::GetSelectionEndRow() const
 {
-    return m_view.GetSelectionEnd().row;
+    return m_view.SelectionEnd().row;
 }
 
 int CQmTextCtrl::GetSelectionEndColumn() const
 {
-    return m_view.GetSelectionEnd().column;
+    return m_view.SelectionEnd().column;
 }
 
 int CQmTextCtrl::GetTopRow() const
 {
-    return m_view.GetState().top;
+    return m_view.CurrentState().top;
 }
 
 bool CQmTextCtrl::IsAtEnd()

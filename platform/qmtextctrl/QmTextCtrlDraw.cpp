@@ -50,7 +50,7 @@ void CQmTextCtrl::OnPaint()
     CRect band = area;
     const auto endBand = [&] {
         band.bottom =
-            VkGrafic::EndOfBand(band.top, area.bottom, area.Width(), 0, m_view.GetMetrics().rowHeight);
+            VkGrafic::EndOfBand(band.top, area.bottom, area.Width(), 0, m_view.CurrentMetrics().rowHeight);
     };
     endBand();
     CMemDC memory(dc, band);
@@ -74,7 +74,7 @@ void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
     const textview::Range rows = RowsToDraw(area);
     for (int row = rows.begin; row < rows.end; ++row)
     {
-        DrawRow(dc, m_view.GetX({row, 0}), m_view.GetY(row), row);
+        DrawRow(dc, m_view.XOf({row, 0}), m_view.YOf(row), row);
         DrawSelection(dc, area, row);
     }
 }
@@ -82,8 +82,8 @@ void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
 // The row above reaches into the first one with its marks.
 textview::Range CQmTextCtrl::RowsToDraw(const CRect& area)
 {
-    const textview::Range visible = m_view.GetVisibleRows();
-    const int height = m_view.GetMetrics().rowHeight;
+    const textview::Range visible = m_view.VisibleRows();
+    const int height = m_view.CurrentMetrics().rowHeight;
     const int first = visible.begin + static_cast<int>(area.top) / height;
     const int last = visible.begin + static_cast<int>(area.bottom - 1) / height;
     return {first > 0 ? first - 1 : first, std::min(visible.end, last + 1)};
@@ -91,19 +91,19 @@ textview::Range CQmTextCtrl::RowsToDraw(const CRect& area)
 
 void CQmTextCtrl::DrawSelection(CDC& dc, const CRect& area, int row)
 {
-    const textview::Range columns = m_view.GetSelectedColumns(row);
+    const textview::Range columns = m_view.SelectedColumns(row);
     if (columns.begin == columns.end)
         return;
-    const int y = m_view.GetY(row);
-    const CRect cells(m_view.GetX({row, columns.begin}), y, m_view.GetX({row, columns.end}),
-                      y + m_view.GetMetrics().rowHeight);
+    const int y = m_view.YOf(row);
+    const CRect cells(m_view.XOf({row, columns.begin}), y, m_view.XOf({row, columns.end}),
+                      y + m_view.CurrentMetrics().rowHeight);
     CRect clip;
     if (!clip.IntersectRect(cells, area))
         return;
     const SelectionDrawing drawing(dc, clip, m_drawingSelection);
     dc.FillSolidRect(clip, m_colors.selection);
     dc.SetBkMode(TRANSPARENT);
-    DrawRow(dc, m_view.GetX({row, 0}), y, row);
+    DrawRow(dc, m_view.XOf({row, 0}), y, row);
 }
 
 COLORREF CQmTextCtrl::GetDrawColor(COLORREF wanted) const
@@ -126,19 +126,19 @@ void CQmTextCtrl::InvalidateRows(textview::Range rows)
     if (rows.begin == rows.end)
         return;
     CRect area = GetTextArea();
-    const int marks = m_view.GetMetrics().rowHeight / 2; // in the row below
-    const int bottom = std::min(m_view.GetY(rows.end), static_cast<int>(area.bottom)) + marks;
-    const CRect changed(area.left, m_view.GetY(rows.begin), area.right, bottom);
+    const int marks = m_view.CurrentMetrics().rowHeight / 2; // in the row below
+    const int bottom = std::min(m_view.YOf(rows.end), static_cast<int>(area.bottom)) + marks;
+    const CRect changed(area.left, m_view.YOf(rows.begin), area.right, bottom);
     if (area.IntersectRect(area, changed))
         InvalidateRect(area, FALSE);
 }
 
 void CQmTextCtrl::ShowChange(const textview::State& before)
 {
-    const textview::State& after = m_view.GetState();
+    const textview::State& after = m_view.CurrentState();
     const CRect area = GetTextArea();
     const std::int64_t rows = static_cast<std::int64_t>(before.top) - after.top;
-    const std::int64_t down = rows * m_view.GetMetrics().rowHeight;
+    const std::int64_t down = rows * m_view.CurrentMetrics().rowHeight;
     const std::int64_t right = static_cast<std::int64_t>(before.offset) - after.offset;
     if (down != 0 || right != 0)
     {
@@ -149,15 +149,15 @@ void CQmTextCtrl::ShowChange(const textview::State& before)
         else
             InvalidateText();
     }
-    InvalidateRows(textview::GetChangedRows(before, after));
+    InvalidateRows(textview::ChangedRows(before, after));
     UpdateScrollBars();
     UpdateCaret();
 }
 
 void CQmTextCtrl::UpdateScrollBars()
 {
-    UpdateScrollBar(SB_VERT, m_view.GetRowScroll(), m_rowScroll);
-    UpdateScrollBar(SB_HORZ, m_view.GetPixelScroll(), m_pixelScroll);
+    UpdateScrollBar(SB_VERT, m_view.RowScroll(), m_rowScroll);
+    UpdateScrollBar(SB_HORZ, m_view.PixelScroll(), m_pixelScroll);
 }
 
 void CQmTextCtrl::UpdateScrollBar(int bar, const textview::ScrollRange& range, textview::ScrollRange& shown)
@@ -178,10 +178,10 @@ void CQmTextCtrl::UpdateCaret()
 {
     if (!m_focused || !m_prepared)
         return;
-    const textview::Cell caret = m_view.GetState().caret;
-    const int y = m_view.GetY(caret.row);
+    const textview::Cell caret = m_view.CurrentState().caret;
+    const int y = m_view.YOf(caret.row);
     const bool inView = y >= 0 && y < GetTextArea().bottom;
-    SetCaretPos(CPoint(m_view.GetX(caret), inView ? y : -m_view.GetMetrics().rowHeight));
+    SetCaretPos(CPoint(m_view.XOf(caret), inView ? y : -m_view.CurrentMetrics().rowHeight));
 }
 
 void CQmTextCtrl::OnSetFocus(CWnd*)
@@ -191,7 +191,7 @@ void CQmTextCtrl::OnSetFocus(CWnd*)
     m_focused = true;
     DWORD width = 1;
     ::SystemParametersInfo(SPI_GETCARETWIDTH, 0, &width, 0);
-    CreateSolidCaret(static_cast<int>(width), m_view.GetMetrics().rowHeight);
+    CreateSolidCaret(static_cast<int>(width), m_view.CurrentMetrics().rowHeight);
     UpdateCaret();
     ShowCaret();
     InvalidateRows({GetSelectionBeginRow(), GetSelectionEndRow() + 1});

@@ -68,7 +68,7 @@ bool CQmTextCtrl::FindForward(textview::Cell& match)
     const int rowCount = GetRowCount();
     if (m_findText.empty() || rowCount <= 0)
         return false;
-    match = m_view.GetSelectionEnd();
+    match = m_view.SelectionEnd();
     // The row it begins in comes a second time, at the end, for what lies before the beginning.
     for (std::int64_t searched = 0; searched <= rowCount; ++searched)
     {
@@ -85,7 +85,7 @@ bool CQmTextCtrl::FindBackward(textview::Cell& match)
     const int rowCount = GetRowCount();
     if (m_findText.empty() || rowCount <= 0)
         return false;
-    match = m_view.GetSelectionBegin();
+    match = m_view.SelectionBegin();
     int limit = match.column;
     for (std::int64_t searched = 0; searched <= rowCount; ++searched)
     {

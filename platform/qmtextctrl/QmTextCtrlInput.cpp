@@ -180,9 +180,9 @@ void CQmTextCtrl::OnContextMenu(CWnd* wnd, CPoint point)
         return CWnd::OnContextMenu(wnd, point); // the find bar's or a scroll bar's
     if (byKey)
     {
-        Apply([&] { m_view.EnsureVisible(m_view.GetState().caret, 1, 1); });
-        const textview::Cell caret = m_view.GetState().caret;
-        point = CPoint(m_view.GetX(caret), m_view.GetY(caret.row) + m_view.GetMetrics().rowHeight);
+        Apply([&] { m_view.EnsureVisible(m_view.CurrentState().caret, 1, 1); });
+        const textview::Cell caret = m_view.CurrentState().caret;
+        point = CPoint(m_view.XOf(caret), m_view.YOf(caret.row) + m_view.CurrentMetrics().rowHeight);
         ClientToScreen(&point);
     }
     OnTextMenu(point); // may destroy this object
@@ -203,14 +203,14 @@ void CQmTextCtrl::OnMouseHWheel(UINT, short delta, CPoint)
 
 void CQmTextCtrl::OnVScroll(UINT code, UINT, CScrollBar*)
 {
-    const auto position = ScrolledPosition(m_hWnd, SB_VERT, code, m_view.GetRowScroll(), 1);
+    const auto position = ScrolledPosition(m_hWnd, SB_VERT, code, m_view.RowScroll(), 1);
     if (position)
         ApplyUser([&] { m_view.ScrollToRow(*position); });
 }
 
 void CQmTextCtrl::OnHScroll(UINT code, UINT, CScrollBar*)
 {
-    const auto position = ScrolledPosition(m_hWnd, SB_HORZ, code, m_view.GetPixelScroll(), m_columnWidth);
+    const auto position = ScrolledPosition(m_hWnd, SB_HORZ, code, m_view.PixelScroll(), m_columnWidth);
     if (position)
         ApplyUser([&] { m_view.ScrollToPixel(*position); });
 }

@@ -69,25 +69,25 @@ void TextView::SetMetrics(const Metrics& metrics)
     ScrollBy(0, 0);
 }
 
-Cell TextView::GetSelectionBegin() const
+Cell TextView::SelectionBegin() const
 {
     return std::min(m_state.caret, m_state.anchor);
 }
 
-Cell TextView::GetSelectionEnd() const
+Cell TextView::SelectionEnd() const
 {
     return std::max(m_state.caret, m_state.anchor);
 }
 
 bool TextView::IsSelected(Cell cell) const
 {
-    return !(cell < GetSelectionBegin()) && cell < GetSelectionEnd();
+    return !(cell < SelectionBegin()) && cell < SelectionEnd();
 }
 
-Range TextView::GetSelectedColumns(int row)
+Range TextView::SelectedColumns(int row)
 {
-    const Cell begin = GetSelectionBegin();
-    const Cell end = GetSelectionEnd();
+    const Cell begin = SelectionBegin();
+    const Cell end = SelectionEnd();
     if (begin == end || row < begin.row || row > end.row)
         return {};
     const int last = row < end.row ? m_rows.GetRowColumnCount(row) : end.column;
@@ -95,17 +95,17 @@ Range TextView::GetSelectedColumns(int row)
     return {first, last};
 }
 
-int TextView::GetPageRows() const
+int TextView::PageRows() const
 {
     return std::max(m_metrics.height / m_metrics.rowHeight, 1);
 }
 
-int TextView::GetPageColumns() const
+int TextView::PageColumns() const
 {
     return std::max(m_metrics.width / m_metrics.cellWidth, 1);
 }
 
-Range TextView::GetVisibleRows()
+Range TextView::VisibleRows()
 {
     const std::int64_t begun = (m_metrics.height - 1) / m_metrics.rowHeight + 1;
     return {m_state.top, Limited(std::min<std::int64_t>(m_state.top + begun, m_rows.GetRowCount()))};
@@ -113,15 +113,15 @@ Range TextView::GetVisibleRows()
 
 bool TextView::IsAtEnd()
 {
-    return m_rows.GetRowCount() - m_state.top <= GetPageRows();
+    return m_rows.GetRowCount() - m_state.top <= PageRows();
 }
 
-int TextView::GetLastRow()
+int TextView::LastRow()
 {
     return std::max(m_rows.GetRowCount(), 1) - 1;
 }
 
-int TextView::GetLeft(int row)
+int TextView::LeftOf(int row)
 {
     const int left = row < m_rows.GetRowCount() ? std::max(m_rows.GetRowLeft(row), 0) : 0;
     const std::int64_t columns = static_cast<std::int64_t>(m_metrics.columnCount) * m_metrics.cellWidth;
@@ -129,17 +129,17 @@ int TextView::GetLeft(int row)
     return left;
 }
 
-std::int64_t TextView::GetPixel(Cell place)
+std::int64_t TextView::PixelOf(Cell place)
 {
-    return GetLeft(place.row) + static_cast<std::int64_t>(place.column) * m_metrics.cellWidth;
+    return LeftOf(place.row) + static_cast<std::int64_t>(place.column) * m_metrics.cellWidth;
 }
 
-int TextView::GetX(Cell place)
+int TextView::XOf(Cell place)
 {
-    return Limited(GetPixel(place) - m_state.offset);
+    return Limited(PixelOf(place) - m_state.offset);
 }
 
-int TextView::GetY(int row) const
+int TextView::YOf(int row) const
 {
     return Limited((static_cast<std::int64_t>(row) - m_state.top) * m_metrics.rowHeight);
 }
@@ -149,30 +149,30 @@ bool TextView::HitTest(int x, int y, Cell& cell)
     const std::int64_t row = m_state.top + static_cast<std::int64_t>(FloorDivide(y, m_metrics.rowHeight));
     const int rowCount = m_rows.GetRowCount();
     cell = {static_cast<int>(std::clamp<std::int64_t>(row, 0, rowCount)), 0};
-    const std::int64_t pixel = static_cast<std::int64_t>(x) + m_state.offset - GetLeft(cell.row);
+    const std::int64_t pixel = static_cast<std::int64_t>(x) + m_state.offset - LeftOf(cell.row);
     cell.column = FloorDivide(pixel, m_metrics.cellWidth);
     return row >= 0 && row < rowCount;
 }
 
-ScrollRange TextView::GetRowScroll()
+ScrollRange TextView::RowScroll()
 {
-    return {GetLastRow(), GetPageRows(), m_state.top};
+    return {LastRow(), PageRows(), m_state.top};
 }
 
-ScrollRange TextView::GetPixelScroll()
+ScrollRange TextView::PixelScroll()
 {
     return {std::max(Limited(m_widest), 1) - 1, m_metrics.width, m_state.offset};
 }
 
 void TextView::ScrollToTop(std::int64_t top)
 {
-    const int last = std::max(m_rows.GetRowCount() - GetPageRows(), 0);
+    const int last = std::max(m_rows.GetRowCount() - PageRows(), 0);
     m_state.top = static_cast<int>(std::clamp<std::int64_t>(top, 0, last));
 }
 
 void TextView::ScrollToOffset(std::int64_t offset)
 {
-    GetLeft(m_state.top);
+    LeftOf(m_state.top);
     const std::int64_t last = std::max<std::int64_t>(Limited(m_widest) - m_metrics.width, 0);
     m_state.offset = static_cast<int>(std::clamp<std::int64_t>(offset, 0, last));
 }
@@ -195,14 +195,14 @@ void TextView::ScrollToPixel(int offset)
 
 void TextView::EnsureVisible(Cell place, int rowCount, int columnCount)
 {
-    place.row = std::clamp(place.row, 0, GetLastRow());
+    place.row = std::clamp(place.row, 0, LastRow());
     place.column = std::max(place.column, 0);
-    const std::int64_t missing = static_cast<std::int64_t>(place.row) + std::max(rowCount, 1) - GetPageRows();
+    const std::int64_t missing = static_cast<std::int64_t>(place.row) + std::max(rowCount, 1) - PageRows();
     ScrollToTop(std::min<std::int64_t>(std::max<std::int64_t>(m_state.top, missing), place.row));
 
     if (columnCount <= 0)
         return;
-    const std::int64_t begin = GetPixel(place);
+    const std::int64_t begin = PixelOf(place);
     const std::int64_t end = begin + static_cast<std::int64_t>(columnCount) * m_metrics.cellWidth;
     m_widest = std::max(m_widest, end);
     if (begin < m_state.offset)
@@ -215,7 +215,7 @@ Cell TextView::Bounded(std::int64_t row, int column)
 {
     if (m_rows.GetRowCount() <= 0)
         return {};
-    const int bounded = static_cast<int>(std::clamp<std::int64_t>(row, 0, GetLastRow()));
+    const int bounded = static_cast<int>(std::clamp<std::int64_t>(row, 0, LastRow()));
     return {bounded, std::clamp(column, 0, std::max(m_rows.GetRowColumnCount(bounded), 0))};
 }
 
@@ -242,9 +242,9 @@ void TextView::MoveRow(std::int64_t row, Caret mode)
 void TextView::Focus(Cell place, bool bottom)
 {
     const Cell bounded = Bounded(place.row, place.column);
-    const bool inView = bounded.row >= m_state.top && bounded.row - m_state.top < GetPageRows();
+    const bool inView = bounded.row >= m_state.top && bounded.row - m_state.top < PageRows();
     if (!inView)
-        ScrollToTop(bottom ? static_cast<std::int64_t>(bounded.row) - GetPageRows() + 1 : bounded.row);
+        ScrollToTop(bottom ? static_cast<std::int64_t>(bounded.row) - PageRows() + 1 : bounded.row);
     MoveCaret(bounded, Caret::Move);
 }
 
@@ -256,7 +256,7 @@ void TextView::Select(Cell place)
 void TextView::SelectAll()
 {
     m_state.anchor = {};
-    m_state.caret = Bounded(GetLastRow(), kRowEnd);
+    m_state.caret = Bounded(LastRow(), kRowEnd);
     m_goalColumn = m_state.caret.column;
 }
 
@@ -293,7 +293,7 @@ void TextView::Move(Motion motion, Caret mode)
 {
     const Cell caret = Bounded(m_state.caret.row, m_state.caret.column);
     const std::int64_t row = caret.row;
-    const int page = GetPageRows();
+    const int page = PageRows();
     switch (motion)
     {
     case Motion::Left:
@@ -303,7 +303,7 @@ void TextView::Move(Motion motion, Caret mode)
     case Motion::Right:
         if (caret.column < Bounded(row, kRowEnd).column)
             return MoveCaret({caret.row, caret.column + 1}, mode);
-        return MoveCaret(row < GetLastRow() ? Cell{caret.row + 1, 0} : caret, mode);
+        return MoveCaret(row < LastRow() ? Cell{caret.row + 1, 0} : caret, mode);
     case Motion::RowBegin:
         return MoveCaret({caret.row, 0}, mode);
     case Motion::RowEnd:
@@ -325,7 +325,7 @@ void TextView::Move(Motion motion, Caret mode)
     case Motion::Begin:
         return MoveCaret({}, mode);
     case Motion::End:
-        return MoveCaret(Bounded(GetLastRow(), kRowEnd), mode);
+        return MoveCaret(Bounded(LastRow(), kRowEnd), mode);
     case Motion::ScrollLeft:
         return ScrollBy(0, -kScrolledColumns);
     case Motion::ScrollRight:
@@ -342,7 +342,7 @@ Cell TextView::CellAt(int x, int y)
     const int line = std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight;
     const Cell row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
     const std::int64_t pixel = std::clamp<std::int64_t>(x, 0, m_metrics.width) + m_state.offset;
-    const std::int64_t fromLeft = pixel - GetLeft(row.row) + m_metrics.cellWidth / 2; // the nearer edge
+    const std::int64_t fromLeft = pixel - LeftOf(row.row) + m_metrics.cellWidth / 2; // the nearer edge
     return Bounded(row.row, FloorDivide(fromLeft, m_metrics.cellWidth));
 }
 
@@ -359,26 +359,25 @@ bool TextView::Autoscroll(int x, int y)
     const int columns = UnitsOutside(x, m_metrics.width, m_metrics.cellWidth);
     if (rows == 0 && columns == 0)
         return false;
-    ScrollBy(std::clamp(rows, -GetPageRows(), GetPageRows()),
-             std::clamp(columns, -GetPageColumns(), GetPageColumns()));
+    ScrollBy(std::clamp(rows, -PageRows(), PageRows()), std::clamp(columns, -PageColumns(), PageColumns()));
     DragTo(x, y);
     return true;
 }
 
 void TextView::Wheel(int delta, unsigned linesPerNotch)
 {
-    const unsigned page = static_cast<unsigned>(GetPageRows());
+    const unsigned page = static_cast<unsigned>(PageRows());
     ScrollBy(-static_cast<std::int64_t>(m_wheel.Add(delta, static_cast<int>(std::min(linesPerNotch, page)))),
              0);
 }
 
 void TextView::WheelAcross(int delta, unsigned columnsPerNotch)
 {
-    const unsigned page = static_cast<unsigned>(GetPageColumns());
+    const unsigned page = static_cast<unsigned>(PageColumns());
     ScrollBy(0, m_wheelAcross.Add(delta, static_cast<int>(std::min(columnsPerNotch, page))));
 }
 
-Range GetChangedRows(const State& before, const State& after)
+Range ChangedRows(const State& before, const State& after)
 {
     if (before.caret == after.caret && before.anchor == after.anchor)
         return {};

@@ -24,7 +24,7 @@ public:
     Item* Fetch(int item, int subitem, unsigned mask, int fields);
 
     // Asks the owner and puts the answer into `record`: what LoadItemData does. The owner gets a text buffer
-    // of 65,537 bytes, of which none but those far behind an earlier answer may be other than NUL.
+    // of 65,537 bytes, of which none but those far after an earlier answer may be other than NUL.
     bool Load(Item& record, int item, int subitem, unsigned mask);
 
 private:

@@ -58,7 +58,7 @@ bool Skip(std::string_view& text, char byte)
     return true;
 }
 
-// Takes a number from the front of `text`, as "%d" does: behind white space, and a plus sign may precede it.
+// Takes a number from the front of `text`, as "%d" does: after white space, and a plus sign may precede it.
 // False when there is none; one that int does not hold leaves `number` alone.
 bool ReadNumber(std::string_view& text, int& number)
 {

@@ -41,7 +41,7 @@ bool SetCellSeparator(char separator);
 std::string_view UndefinedField();
 
 // Field `field` of `cells`. What is missing, does not parse, or int does not hold counts as none, and so does
-// all behind the first number that is missing; other numbers come as they stand, so that those of a field
+// all after the first number that is missing; other numbers come as they stand, so that those of a field
 // broken by a separator in a text may be any. `text` lies within `cells`, and goes when they change.
 Cell ReadCell(const ZEMA::String& cells, int field);
 

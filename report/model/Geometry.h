@@ -105,7 +105,7 @@ public:
     int EndLeft();  // the pixels scrolled when the last one is at the right edge
     int LeftToShow(int column);
 
-    // Goes to the first cell, or the one right of `cell`; false behind the last. A spanning cell is the only
+    // Goes to the first cell, or the one right of `cell`; false after the last. A spanning cell is the only
     // one of its row, in column 0.
     bool Next(const ShownRow& row, ShownCell& cell);
 

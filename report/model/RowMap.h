@@ -20,7 +20,7 @@ public:
     // are no item, below 0 or from `itemCount` on, are not found.
     int RowOf(int item, int itemCount);
 
-    // A new last row. Rows are not looked up anew when items are appended in their order.
+    // A new last row. Rows are not looked up again when items are appended in their order.
     void Append(int item);
     void Clear();
     void Swap(int row1, int row2); // invalid argument outside the rows

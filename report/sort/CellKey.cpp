@@ -16,7 +16,7 @@ char Lower(char c)
 }
 
 // Of two numbers the one with more digits is greater, so the count of digits goes before them: four bytes,
-// the highest first, behind a '0', which gives numbers their place among the other characters.
+// the highest first, after a '0', which gives numbers their place among the other characters.
 void AppendNumber(std::string& key, std::string_view digits)
 {
     key += '0';

@@ -11,7 +11,7 @@ namespace report
 namespace
 {
 
-// Brings the rows that belong before the pivot in front of those behind it. The rows from `low` to `last`
+// Brings the rows that belong before the pivot in front of those after it. The rows from `low` to `last`
 // and from `next` to `high` remain to be sorted.
 void Partition(SortRows& rows, bool ascending, int low, int high, int& last, int& next)
 {

@@ -43,7 +43,7 @@ std::vector<std::string> Reports(const MemorySession& session)
     return reports;
 }
 
-// The entries of an error log without the system's words, each with a bar behind it.
+// The entries of an error log without the system's words, each with a bar after it.
 std::string Messages(const std::string& text)
 {
     std::istringstream lines(text);

@@ -64,7 +64,7 @@ struct Folder
         });
     }
 
-    // A row of depth 0 with the next number, behind what the index holds.
+    // A row of depth 0 with the next number, after what the index holds.
     void AddRow(const char* file, std::uint32_t offset)
     {
         CQmLogRow row;

@@ -82,7 +82,7 @@ TEST(Writer, BeginsRowsAtLinesAndLinesWithTheirLineFeeds)
         {"error|write a\n|end|line b|plain|write c\n|end|close|other-line d", "\na\n\nb\nc\n\nd",
          "1@1.2! 3@1.2 4! 6@1.0! 8@1.0 9!"},                               // not in a block that has ended
         {"line ab|close|clear|other-write x\n|line c", "x\nc", "0!#2 2!"}, // begun again by another
-        {"write a|close|by-hand|line b", "a\n\nb", "0! 3!"},               // behind a line without a row
+        {"write a|close|by-hand|line b", "a\n\nb", "0! 3!"},               // after a line without a row
         {"error|write a|end|close|other-write \nb\n|line c|write d", "\na\nb\ncd", "1@1.2! 3! 5"}, // due once
     };
     for (const auto& [script, text, rows] : cases)

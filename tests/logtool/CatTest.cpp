@@ -125,7 +125,7 @@ TEST_F(LogtoolTest, RowsThatCannotBeReadAreSkippedAndTold)
 {
     Play("'Main:a\nb\nc\n' 'Run:fine\n'");
     std::string rows = session.files.Contents(session.Path("Main.ROW"));
-    rows[20 + 3] = '\x70'; // row 1 lies far behind the end of the text
+    rows[20 + 3] = '\x70'; // row 1 lies far after the end of the text
     session.files.SetContents(session.Path("Main.ROW"), rows);
     EXPECT_EQ("a\nb\nc\nc\nfine\nlogtool: C:\\Logs\\: 1 row cannot be read, see logtool verify\nexit 1",
               Run("cat"));
@@ -189,7 +189,7 @@ TEST_F(LogtoolTest, PagesHoldWhatSingleRowsHold)
     }
 }
 
-// A page of text ends before, at and behind the end of a line; the rows after it are known already. Lines
+// A page of text ends before, at and after the end of a line; the rows after it are known already. Lines
 // are indented by no, some and very many blanks, and the output's pieces end somewhere within them.
 TEST_F(LogtoolTest, PagesAndPiecesEndAnywhereInALine)
 {

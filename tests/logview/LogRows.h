@@ -35,8 +35,8 @@ public:
             Add(static_cast<unsigned>(std::strchr("MROQS", letter) - "MROQS"));
     }
 
-    unsigned long GetRowCount(unsigned file) override { return rows[file].size(); }
-    unsigned long GetTextSize(unsigned file) override { return texts[file].size(); }
+    unsigned long RowCount(unsigned file) override { return rows[file].size(); }
+    unsigned long TextSize(unsigned file) override { return texts[file].size(); }
 
     unsigned long ReadRows(unsigned file, unsigned long first, unsigned long count, CQmLogRow* out) override
     {
@@ -87,7 +87,7 @@ public:
     std::uint32_t Size() const { return static_cast<std::uint32_t>(m_rows.size()); }
     void Refresh()
     {
-        while (m_mainRows < m_source.GetRowCount(0))
+        while (m_mainRows < m_source.RowCount(0))
             m_rows.push_back({{0, m_mainRows++}, 0});
     }
 

@@ -25,7 +25,7 @@ unsigned Below(Random& random, std::size_t end)
 
 void ExpectSame(const LogSession& session, LiteralView& literal)
 {
-    ASSERT_EQ(literal.Size(), static_cast<std::uint32_t>(session.GetRowCount()));
+    ASSERT_EQ(literal.Size(), static_cast<std::uint32_t>(session.RowCount()));
     for (std::uint32_t row = 0; row <= literal.Size(); ++row)
     {
         const RowId place = session.Translate(row);
@@ -39,15 +39,15 @@ void ExpectSamePage(RowSource& source, const LogSession& session, int first)
 {
     RowCache cache(source);
     cache.Prepare(session, first, 20);
-    for (int row = first; row < std::min(first + 20, session.GetRowCount()); ++row)
+    for (int row = first; row < std::min(first + 20, session.RowCount()); ++row)
     {
         const CachedRow* const cached = cache.Get(row);
         std::string line;
         bool expanded = false;
         ASSERT_TRUE(cached != nullptr && session.ReadLine(row, line));
         EXPECT_EQ(line, cached->text);
-        EXPECT_EQ(session.GetColumnCount(row), static_cast<int>(cached->length));
-        EXPECT_EQ(session.GetExpanded(row, expanded), cached->foldable);
+        EXPECT_EQ(session.ColumnCount(row), static_cast<int>(cached->length));
+        EXPECT_EQ(session.ReadExpanded(row, expanded), cached->foldable);
         EXPECT_EQ(expanded, cached->expanded);
     }
 }
@@ -83,7 +83,7 @@ TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
             literal.Refresh();
             const unsigned at = Below(random, literal.Size() + 1);
             const int row = static_cast<int>(at);
-            const int before = session.GetRowCount();
+            const int before = session.RowCount();
             RowChange change;
             switch (Below(random, 4))
             {
@@ -98,7 +98,7 @@ TEST(LogSession, ShowsWhatTheRulesSayInGrowingSessions)
             default:
                 EXPECT_EQ(literal.Expand(at), session.Expand(row, change));
             }
-            EXPECT_EQ(before + change.delta, session.GetRowCount());
+            EXPECT_EQ(before + change.delta, session.RowCount());
             EXPECT_EQ(change.delta != 0 ? row + 1 : 0, change.row);
             ExpectSame(session, literal);
             ExpectSamePage(source, session, row);
@@ -143,10 +143,10 @@ TEST(LogSession, UnfoldsLongSessionsWithFewReads)
     EXPECT_LT(logs.recordReads, 20u);
     EXPECT_TRUE(session.Collapse(0, change));
     EXPECT_TRUE(session.ExpandAll(0, change));
-    ASSERT_EQ(static_cast<int>(logs.time), session.GetRowCount());
+    ASSERT_EQ(static_cast<int>(logs.time), session.RowCount());
     EXPECT_LT(logs.recordReads, 600u);
     CQmLogRow record;
-    for (int row = 0; row < session.GetRowCount(); ++row)
+    for (int row = 0; row < session.RowCount(); ++row)
         ASSERT_TRUE(session.ReadStyle(row, record) && static_cast<int>(record.time) == row + 1) << row;
 }
 
@@ -174,20 +174,20 @@ TEST(LogSession, EndsOnAnyBytes)
         for (int step = 0; step < 20; ++step)
         {
             const int row =
-                static_cast<int>(Below(random, static_cast<std::size_t>(session.GetRowCount()) + 2)) - 1;
-            const int before = session.GetRowCount();
+                static_cast<int>(Below(random, static_cast<std::size_t>(session.RowCount()) + 2)) - 1;
+            const int before = session.RowCount();
             RowChange change;
             Below(random, 3) == 0 ? session.Collapse(row, change) : session.ExpandAll(row, change);
             EXPECT_LE(change.delta, static_cast<int>(limit));
-            EXPECT_EQ(before + change.delta, session.GetRowCount());
+            EXPECT_EQ(before + change.delta, session.RowCount());
             RowCache(logs).Prepare(session, row, 60);
             int file = 0;
             unsigned long fileRow = 0;
             session.FindNeighbour(static_cast<int>(Below(random, kFileCount)), row, step % 2 == 0, true, file,
                                   fileRow);
             session.FindError(row, step % 2 != 0);
-            session.GetBlock(0, std::max(row, 0), file, file);
-            GetSelectionText(logs, session, 0, 0, 100, 10);
+            session.FindBlock(0, std::max(row, 0), file, file);
+            SelectionText(logs, session, 0, 0, 100, 10);
             session.CountHidden(Below(random, kFileCount));
             if (step % 4 == 0)
                 session.Reveal({Below(random, kFileCount), Below(random, 60)});
@@ -225,13 +225,13 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     EXPECT_EQ(LogSession::kNoRow, session.FindError(1, false));
     logs.Add(0, "x\n", 0, true, kErrorKind); // not displayed before the next refresh
     EXPECT_EQ(LogSession::kNoRow, session.FindError(4, true));
-    EXPECT_FALSE(session.Expand(session.GetRowCount(), change));
+    EXPECT_FALSE(session.Expand(session.RowCount(), change));
 
     int first = -1;
     int last = -1;
-    session.GetBlock(0, 2, first, last);
+    session.FindBlock(0, 2, first, last);
     EXPECT_TRUE(first == 1 && last == 2); // to the next block of the same depth
-    session.GetBlock(0, 4, first, last);
+    session.FindBlock(0, 4, first, last);
     EXPECT_TRUE(first == 3 && last == 4); // to a row of less depth
 
     CQmLogRow record;
@@ -249,10 +249,7 @@ TEST(LogSession, UnfoldsAsLongAsThereIsRoom)
     class Long : public LogRows
     {
     public:
-        unsigned long GetRowCount(unsigned file) override
-        {
-            return file == 0 ? count : LogRows::GetRowCount(file);
-        }
+        unsigned long RowCount(unsigned file) override { return file == 0 ? count : LogRows::RowCount(file); }
         unsigned long count = 0;
     } logs;
     logs.AddAll("MRRRRM");
@@ -288,7 +285,7 @@ std::string Shown(const LogSession& session)
 {
     std::string shown;
     CQmLogRow record;
-    for (int row = 0; row < session.GetRowCount(); ++row)
+    for (int row = 0; row < session.RowCount(); ++row)
         shown += session.ReadStyle(row, record)
                      ? "MROQS"[session.Translate(row).file] + std::to_string(record.time) + ' '
                      : "? ";
@@ -399,10 +396,10 @@ TEST(RowCache, ReadsNeighboursTogetherAndLongLinesInPart)
     EXPECT_TRUE(logs.recordReads == 2 && logs.textReads == 2); // one a log, however they alternate
 
     logs.bytesRead = 0;
-    cache.Prepare(session, session.GetRowCount() - 10, 60);
+    cache.Prepare(session, session.RowCount() - 10, 60);
     EXPECT_LT(logs.bytesRead, 3u * RowCache::kLineBytes);
-    EXPECT_EQ(1'000'001u, cache.Get(session.GetRowCount() - 1)->length); // a last line's is one too many
-    EXPECT_EQ(nullptr, cache.Get(session.GetRowCount()));
+    EXPECT_EQ(1'000'001u, cache.Get(session.RowCount() - 1)->length); // a last line's is one too many
+    EXPECT_EQ(nullptr, cache.Get(session.RowCount()));
 }
 
 // A writer goes on between the reads of a row and of its text.
@@ -429,9 +426,9 @@ TEST(SelectionText, CutsTheFirstAndTheLastLine)
     logs.Add(0, "last");
     LogSession session(logs);
     session.Refresh(0);
-    EXPECT_EQ("rst\n" + logs.texts[0].substr(6, 5001) + "la", GetSelectionText(logs, session, 0, 2, 2, 2));
-    EXPECT_EQ("irs", GetSelectionText(logs, session, 0, 1, 0, 4));
-    EXPECT_EQ("last", GetSelectionText(logs, session, 2, 0, 9, 99));
+    EXPECT_EQ("rst\n" + logs.texts[0].substr(6, 5001) + "la", SelectionText(logs, session, 0, 2, 2, 2));
+    EXPECT_EQ("irs", SelectionText(logs, session, 0, 1, 0, 4));
+    EXPECT_EQ("last", SelectionText(logs, session, 2, 0, 9, 99));
 }
 
 TEST(MarginZones, SwitchTheRowWhoseLowerEdgeIsNearest)

@@ -23,9 +23,9 @@ TEST(TabStrip, SharesTheClientAreaBetweenTabsAndPage)
         EXPECT_EQ(atTop, top.HitTest(x, y)) << x << " " << y;
         EXPECT_EQ(atBottom, bottom.HitTest(x, y)) << x << " " << y;
     }
-    EXPECT_EQ(19, top.GetPage().top);
-    EXPECT_EQ(31, bottom.GetPage().bottom);
-    EXPECT_EQ(0, TabStrip(100, 5, true, 13, {}).GetPage().bottom) << "the page is never less than empty";
+    EXPECT_EQ(19, top.Page().top);
+    EXPECT_EQ(31, bottom.Page().bottom);
+    EXPECT_EQ(0, TabStrip(100, 5, true, 13, {}).Page().bottom) << "the page is never less than empty";
 }
 
 } // namespace

@@ -50,24 +50,24 @@ std::vector<Cell> Places(TestRows& text)
 
 void ExpectSound(TextView& view, TestRows& text)
 {
-    const State& state = view.GetState();
+    const State& state = view.CurrentState();
     const std::vector<Cell> places = Places(text);
-    const int page = view.GetPageRows();
+    const int page = view.PageRows();
     EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.caret));
     EXPECT_TRUE(std::binary_search(places.begin(), places.end(), state.anchor));
     EXPECT_TRUE(state.top >= 0 && state.top <= std::max(text.GetRowCount() - page, 0)) << state.top;
-    const ScrollRange across = view.GetPixelScroll();
+    const ScrollRange across = view.PixelScroll();
     EXPECT_TRUE(state.offset >= 0 && state.offset <= std::max(across.last + 1 - across.page, 0))
         << state.offset;
 
     for (int row = 0; row < text.GetRowCount(); ++row)
     {
-        const Range selected = view.GetSelectedColumns(row);
+        const Range selected = view.SelectedColumns(row);
         for (int column = 0; column < text.GetRowColumnCount(row); ++column)
         {
             EXPECT_EQ(view.IsSelected({row, column}), column >= selected.begin && column < selected.end);
             Cell hit;
-            EXPECT_TRUE(view.HitTest(view.GetX({row, column}), view.GetY(row), hit));
+            EXPECT_TRUE(view.HitTest(view.XOf({row, column}), view.YOf(row), hit));
             EXPECT_EQ((Cell{row, column}), hit);
         }
     }
@@ -90,7 +90,7 @@ TEST(TextView, KeysMoveAsInTheFlatText)
             const std::vector<Cell> places = Places(text);
             const auto rowEnd = [&](int row) { return text.rows.empty() ? 0 : text.GetRowColumnCount(row); };
             const int lastRow = places.back().row;
-            const State before = view.GetState();
+            const State before = view.CurrentState();
             Cell expected = before.caret;
             const auto at = std::find(places.begin(), places.end(), before.caret);
             const auto motion = static_cast<Motion>(below(static_cast<int>(Motion::ScrollDown) + 1));
@@ -113,23 +113,23 @@ TEST(TextView, KeysMoveAsInTheFlatText)
             else if (motion == Motion::Up || motion == Motion::Down)
                 toRow(expected.row + (motion == Motion::Up ? -1 : 1));
             else if (motion == Motion::PageUp || motion == Motion::PageDown)
-                toRow(expected.row + (motion == Motion::PageUp ? -1 : 1) * view.GetPageRows());
+                toRow(expected.row + (motion == Motion::PageUp ? -1 : 1) * view.PageRows());
             else if (motion == Motion::WindowTop)
                 toRow(before.top);
             else if (motion == Motion::WindowBottom)
-                toRow(before.top + view.GetPageRows() - 1);
+                toRow(before.top + view.PageRows() - 1);
 
             const Caret mode = below(3) == 0 ? Caret::Extend : Caret::Move;
             view.Move(motion, mode);
-            const State& after = view.GetState();
+            const State& after = view.CurrentState();
             EXPECT_EQ(expected, after.caret) << "motion " << static_cast<int>(motion);
             ExpectSound(view, text);
             if (motion >= Motion::ScrollLeft)
                 continue;
             EXPECT_EQ(mode == Caret::Extend ? before.anchor : expected, after.anchor);
-            EXPECT_TRUE(after.caret.row >= after.top && after.caret.row < after.top + view.GetPageRows());
-            const int x = view.GetX(after.caret);
-            EXPECT_TRUE(x >= 0 && x + 7 <= view.GetMetrics().width) << x;
+            EXPECT_TRUE(after.caret.row >= after.top && after.caret.row < after.top + view.PageRows());
+            const int x = view.XOf(after.caret);
+            EXPECT_TRUE(x >= 0 && x + 7 <= view.CurrentMetrics().width) << x;
             if (motion < Motion::Up || motion == Motion::Begin || motion == Motion::End)
                 goal = expected.column;
 
@@ -143,8 +143,8 @@ TEST(TextView, KeysMoveAsInTheFlatText)
             view.Autoscroll(below(300) - 100, below(300) - 100);
             view.Wheel(below(500) - 250, 3);
             view.WheelAcross(below(500) - 250, 3);
-            goal = view.GetState().caret.column;
-            view.Focus(view.GetState().caret, below(2) == 0);
+            goal = view.CurrentState().caret.column;
+            view.Focus(view.CurrentState().caret, below(2) == 0);
             ExpectSound(view, text);
         }
     }
@@ -192,22 +192,22 @@ TEST_F(TextViewTest, ScrollsAsLittleAsNeeded)
         view.ScrollToRow(c.top);
         view.ScrollToPixel(c.offset);
         view.EnsureVisible(c.place, c.rows, c.columns);
-        EXPECT_EQ(c.expectedTop, view.GetState().top) << "case " << &c - cases;
-        EXPECT_EQ(c.expectedOffset, view.GetState().offset) << "case " << &c - cases;
+        EXPECT_EQ(c.expectedTop, view.CurrentState().top) << "case " << &c - cases;
+        EXPECT_EQ(c.expectedOffset, view.CurrentState().offset) << "case " << &c - cases;
     }
 }
 
 TEST_F(TextViewTest, FocusGoesToTheEdgeAskedForWhenOutOfView)
 {
     view.Focus({7, 2}, true);
-    EXPECT_EQ(4, view.GetState().top);
+    EXPECT_EQ(4, view.CurrentState().top);
     view.Focus({5, 2}, false);
-    EXPECT_EQ(4, view.GetState().top);
+    EXPECT_EQ(4, view.CurrentState().top);
     view.Focus({1, 2}, false);
-    EXPECT_EQ(1, view.GetState().top);
+    EXPECT_EQ(1, view.CurrentState().top);
     view.Select({1, TextView::kRowEnd});
-    EXPECT_EQ((Cell{1, 2}), view.GetState().caret);
-    EXPECT_EQ((Cell{1, 20}), view.GetSelectionEnd());
+    EXPECT_EQ((Cell{1, 2}), view.CurrentState().caret);
+    EXPECT_EQ((Cell{1, 20}), view.SelectionEnd());
 }
 
 TEST_F(TextViewTest, RowsMovedAboveTakeEverythingAlong)
@@ -223,31 +223,31 @@ TEST_F(TextViewTest, RowsMovedAboveTakeEverythingAlong)
         view.Select({3, 1});
         view.ScrollToRow(5);
         view.MoveRows(row, delta);
-        EXPECT_EQ((State{{caret, 3}, {anchor, 1}, top, 0}), view.GetState()) << row << ' ' << delta;
+        EXPECT_EQ((State{{caret, 3}, {anchor, 1}, top, 0}), view.CurrentState()) << row << ' ' << delta;
     }
 }
 
 TEST_F(TextViewTest, WheelAndAutoscrollCountWholeSteps)
 {
     view.Wheel(-40, 3);
-    EXPECT_EQ(1, view.GetState().top); // a third of a notch
+    EXPECT_EQ(1, view.CurrentState().top); // a third of a notch
     view.Wheel(-60, 3);
-    EXPECT_EQ(2, view.GetState().top);
+    EXPECT_EQ(2, view.CurrentState().top);
     view.Wheel(60, 1); // turned back: the half step down is forgotten, half a step up is not one
-    EXPECT_EQ(2, view.GetState().top);
+    EXPECT_EQ(2, view.CurrentState().top);
     view.Wheel(-120, TextView::kWheelPages);
-    EXPECT_EQ(6, view.GetState().top);
+    EXPECT_EQ(6, view.CurrentState().top);
 
     view.Reload();
     EXPECT_FALSE(view.Autoscroll(79, 44));
     EXPECT_TRUE(view.Autoscroll(10, 45)); // the first pixel below
-    EXPECT_EQ(1, view.GetState().top);
+    EXPECT_EQ(1, view.CurrentState().top);
     EXPECT_TRUE(view.Autoscroll(10, 55));
-    EXPECT_EQ(3, view.GetState().top);
+    EXPECT_EQ(3, view.CurrentState().top);
     EXPECT_TRUE(view.Autoscroll(10, -1));
-    EXPECT_EQ(2, view.GetState().top);
+    EXPECT_EQ(2, view.CurrentState().top);
     EXPECT_TRUE(view.Autoscroll(80, 20));
-    EXPECT_EQ(8, view.GetState().offset);
+    EXPECT_EQ(8, view.CurrentState().offset);
 
     Cell cell;
     EXPECT_TRUE(view.HitTest(7, 0, cell));
@@ -263,17 +263,17 @@ TEST_F(TextViewTest, ClicksMeetTheNearerEdgeAndTheLastRowInTheWindow)
     for (const auto& [x, y, row, column] : cases)
     {
         view.Click(x, y, Caret::Move);
-        EXPECT_EQ((Cell{row, column}), view.GetState().caret) << x << ' ' << y;
+        EXPECT_EQ((Cell{row, column}), view.CurrentState().caret) << x << ' ' << y;
     }
     view.Focus({1, 15}, false);
     view.Select({3, 1});
     text.rows[1].columns = 4; // which the view is not told of yet
-    EXPECT_EQ((Range{4, 4}), view.GetSelectedColumns(1));
+    EXPECT_EQ((Range{4, 4}), view.SelectedColumns(1));
 
     view.EnsureVisible({0, 100}, 1, 1);
-    EXPECT_EQ(16 + 101 * 8 - 1, view.GetPixelScroll().last);
+    EXPECT_EQ(16 + 101 * 8 - 1, view.PixelScroll().last);
     view.SetMetrics({4, 10, 80, 50, 30});
-    EXPECT_EQ(16 + 30 * 4 - 1, view.GetPixelScroll().last) << "of cells of another width";
+    EXPECT_EQ(16 + 30 * 4 - 1, view.PixelScroll().last) << "of cells of another width";
 }
 
 TEST(TextView, ReadsTextThatIsMuchBrighterOrDarker)
@@ -287,12 +287,12 @@ TEST(TextView, ReadsTextThatIsMuchBrighterOrDarker)
 TEST(TextView, CountsToTheLargestRow)
 {
     const State first, last = {{0x7FFFFFFF, 0}, {0x7FFFFFFF, 0}, 0, 0};
-    EXPECT_EQ((Range{0, 0x7FFFFFFF}), GetChangedRows(first, last));
+    EXPECT_EQ((Range{0, 0x7FFFFFFF}), ChangedRows(first, last));
     EqualRows rows;
     TextView view(rows);
     view.SetMetrics({8, 10, 80, 45, 0x7FFFFFFF});
     view.SelectAll();
-    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.GetState().caret);
+    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.CurrentState().caret);
     view.Move(Motion::End, Caret::Move);
     view.Move(Motion::PageDown, Caret::Move);
     view.EnsureVisible({0x7FFFFFFF, 0x7FFFFFFF}, 0x7FFFFFFF, 0x7FFFFFFF);
@@ -301,9 +301,9 @@ TEST(TextView, CountsToTheLargestRow)
     Cell cell;
     view.HitTest(0x7FFFFFFF, 0x7FFFFFFF, cell);
     view.RowsChanged();
-    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.GetState().caret);
-    EXPECT_EQ((ScrollRange{0x7FFFFFFE, 4, 0x7FFFFFFB}), view.GetRowScroll());
-    EXPECT_EQ((Range{0x7FFFFFFB, 0x7FFFFFFF}), view.GetVisibleRows());
+    EXPECT_EQ((Cell{0x7FFFFFFE, 3}), view.CurrentState().caret);
+    EXPECT_EQ((ScrollRange{0x7FFFFFFE, 4, 0x7FFFFFFB}), view.RowScroll());
+    EXPECT_EQ((Range{0x7FFFFFFB, 0x7FFFFFFF}), view.VisibleRows());
     EXPECT_TRUE(view.IsAtEnd());
 }
 
@@ -324,7 +324,7 @@ TEST(TextView, EveryOperationKeepsWithinTheNumbers)
         for (int step = 0; step < 20; ++step)
         {
             Cell cell = {any(), any()};
-            const State before = view.GetState();
+            const State before = view.CurrentState();
             view.Focus(cell, step % 2 == 0);
             view.Select({any(), any()});
             view.EnsureVisible(cell, any(), any());
@@ -337,12 +337,12 @@ TEST(TextView, EveryOperationKeepsWithinTheNumbers)
             view.Wheel(any(), static_cast<unsigned>(any()));
             view.WheelAcross(any(), static_cast<unsigned>(any()));
             view.HitTest(any(), any(), cell);
-            view.GetX({any(), any()});
-            view.GetY(any());
-            view.GetSelectedColumns(any());
-            view.GetPixelScroll();
-            GetChangedRows(before, view.GetState());
-            const Range visible = view.GetVisibleRows();
+            view.XOf({any(), any()});
+            view.YOf(any());
+            view.SelectedColumns(any());
+            view.PixelScroll();
+            ChangedRows(before, view.CurrentState());
+            const Range visible = view.VisibleRows();
             EXPECT_TRUE(visible.begin >= 0 && visible.end <= rows.count) << visible.end;
             view.MoveRows(any(), any());
             rows.count = std::max(any(), 0);

@@ -127,7 +127,7 @@ TEST_F(HandlerTest, KeysExecuteCommands)
     EXPECT_FALSE(Press(::GetDesktopWindow(), VK_SPACE, 0));
     EXPECT_EQ("follow ", TakeDone());
 
-    // Without pre-translation the key arrives, and its character behind it.
+    // Without pre-translation the key arrives, and its character after it.
     const auto type = [this](UINT key) {
         wnd->SendMessage(WM_KEYDOWN, key);
         wnd->SendMessage(WM_CHAR, key);

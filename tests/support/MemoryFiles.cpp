@@ -102,7 +102,7 @@ bool MemoryFiles::Write(HANDLE file, const void* data, DWORD size, DWORD& bytesW
     std::uint64_t fitting = killed || IsStruck(Fault::ShortWrite) ? size / 2 : size;
     if (fitting == 0)
         return killed ? throw ProcessKilled("killed before a write") : true;
-    // Overwriting takes no space; only what lies behind the present end does.
+    // Overwriting takes no space; only what lies after the present end does.
     const std::uint64_t last = open->file->size + std::min(m_freeSpace, kMaxPosition);
     fitting = std::min(fitting, last > open->position ? last - open->position : 0);
     if (fitting == 0)

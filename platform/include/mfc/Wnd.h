@@ -85,7 +85,7 @@ public:
     DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
 
     // Takes styles away and adds others; FALSE when that changes nothing. Flags of SetWindowPos other than 0
-    // have the window laid out anew, as SWP_FRAMECHANGED does, where it is.
+    // have the window laid out again, as SWP_FRAMECHANGED does, where it is.
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
 
     // Place and visibility

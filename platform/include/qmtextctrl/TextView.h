@@ -140,33 +140,33 @@ public:
     explicit TextView(Rows& rows) : m_rows(rows) {}
 
     void SetMetrics(const Metrics& metrics);
-    const Metrics& GetMetrics() const { return m_metrics; }
+    const Metrics& CurrentMetrics() const { return m_metrics; }
 
-    const State& GetState() const { return m_state; }
-    Cell GetSelectionBegin() const;
-    Cell GetSelectionEnd() const;
+    const State& CurrentState() const { return m_state; }
+    Cell SelectionBegin() const;
+    Cell SelectionEnd() const;
     bool IsSelected(Cell cell) const;
 
     // The selected columns of a row; empty when there are none.
-    Range GetSelectedColumns(int row);
+    Range SelectedColumns(int row);
 
     // Rows that fit in the window, at least 1, and rows of which something is in view.
-    int GetPageRows() const;
-    Range GetVisibleRows();
+    int PageRows() const;
+    Range VisibleRows();
     bool IsAtEnd();
 
     // Window pixels of a place, limited to 32 bits.
-    int GetX(Cell place);
-    int GetY(int row) const;
+    int XOf(Cell place);
+    int YOf(int row) const;
 
     // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it.
     // False above the first row, where the row is 0, and below the last, where it is the row count.
     bool HitTest(int x, int y, Cell& cell);
 
-    ScrollRange GetRowScroll();
+    ScrollRange RowScroll();
 
     // Across: as wide as the widest of left edge and columns met so far.
-    ScrollRange GetPixelScroll();
+    ScrollRange PixelScroll();
 
     void ScrollToRow(int top);
     void ScrollToPixel(int offset);
@@ -196,10 +196,10 @@ public:
     void WheelAcross(int delta, unsigned columnsPerNotch);
 
 private:
-    int GetLastRow();
-    int GetLeft(int row);
-    int GetPageColumns() const;
-    std::int64_t GetPixel(Cell place);
+    int LastRow();
+    int LeftOf(int row);
+    int PageColumns() const;
+    std::int64_t PixelOf(Cell place);
     Cell Bounded(std::int64_t row, int column);
     Cell CellAt(int x, int y);
     void SetCaret(Cell place, Caret mode);
@@ -212,12 +212,12 @@ private:
     Rows& m_rows;
     Metrics m_metrics;
     State m_state;
-    int m_goalColumn = 0; // where Up and Down aim, shorter rows on the way notwithstanding
+    int m_goalColumn = 0; // where Up and Down aim, even over shorter rows
     std::int64_t m_widest = 0;
     WheelSteps m_wheel;
     WheelSteps m_wheelAcross;
 };
 
 // The rows to paint again when the selection or the caret went from one state to another.
-QMPLATFORM_API Range GetChangedRows(const State& before, const State& after);
+QMPLATFORM_API Range ChangedRows(const State& before, const State& after);
 } // namespace textview

@@ -14,7 +14,7 @@ QMPLATFORM_API HANDLE ZEMA_CreateFile(const char* path, DWORD access, DWORD shar
 QMPLATFORM_API bool ZEMA_DeleteFile(const char* path);
 
 // Composes `path` (a buffer of MAX_PATH characters) from its parts, any of which may be empty or null:
-// a colon is put behind the drive, a backslash behind the directory and a dot before the extension
+// a colon is put after the drive, a backslash after the directory and a dot before the extension
 // where they are missing. False, with an empty path, when the result with its NUL does not fit.
 // A part may lie in `path` itself.
 QMPLATFORM_API bool ZEMA_makepath(char* path, const char* drive, const char* directory, const char* name,

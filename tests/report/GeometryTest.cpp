@@ -1,5 +1,5 @@
-// Where things are, against walks over all rows and pixels.
-#include "report/model/Geometry.h"
+// Where things are: cells against a table, rows and points against walks over all rows and pixels.
+#include "tests/report/Sheet.h"
 
 #include "ReportItem.h"
 
@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <functional>
 #include <map>
 #include <random>
 
@@ -15,235 +16,249 @@ namespace
 
 using namespace report;
 
-// A control of any looks.
-class Sheet : public GeometrySource
+// ---- Within a cell
+
+TEST(CellLayout, DividesACellFromLeftToRight)
 {
-public:
-    int RowCount() override { return static_cast<int>(rows.size()); }
-    RowShape ShapeOf(int row) override
+    const struct
     {
-        ++asked;
-        return row == kFixedRow ? RowShape() : rows.at(static_cast<std::size_t>(row));
-    }
-    CellContents ContentsOf(int, int subitem) override { return contents[subitem]; }
-    const std::vector<Column>& Columns() override { return columns; }
-
-    int Height(int row)
+        int line;
+        int margin, image, check; // sizes
+        CellContents contents;
+        int width;                          // of the cell, from 100 on
+        int imageEnd, checkEnd, text, room; // where the parts end; the text's beginning and end
+        int measured;                       // with a text of 30
+    } cases[] = {
+        {__LINE__, 6, 16, 8, {}, 80, 106, 106, 106, 174, 42},
+        {__LINE__, 6, 16, 8, {true, true, false, false}, 80, 128, 142, 142, 174, 78},
+        {__LINE__, 6, 16, 8, {false, false, true, true}, 80, 128, 142, 142, 174, 42},
+        {__LINE__, 6, 0, 8, {true, true, false, false}, 80, 106, 120, 120, 174, 62}, // no list of images
+        {__LINE__, 6, 16, 0, {true, true, false, false}, 80, 128, 128, 128, 174, 70},
+        // A check box needs one pixel more than its width; room that is kept is kept in any case.
+        {__LINE__, 6, 16, 8, {true, true, false, false}, 42, 128, 128, 128, 136, 78},
+        {__LINE__, 6, 16, 8, {true, true, false, false}, 43, 128, 137, 142, 137, 78},
+        {__LINE__, 6, 16, 8, {true, false, false, true}, 42, 128, 136, 142, 136, 64},
+        {__LINE__, 0, 16, 8, {true, true, false, false}, 80, 116, 124, 124, 180, 54},
+        // Narrower than its image.
+        {__LINE__, 6, 16, 8, {true, true, false, false}, 20, 114, 114, 128, 114, 78},
+        {__LINE__, 6, 16, 8, {}, 0, 94, 94, 106, 94, 42},
+    };
+    for (const auto& each : cases)
     {
-        const int preview = view.showPreviews ? rows.at(static_cast<std::size_t>(row)).previewHeight : 0;
-        return (view.showLines ? view.itemHeight : 0) + preview;
+        View view;
+        view.margin = each.margin;
+        view.imageWidth = each.image;
+        view.checkWidth = each.check;
+        const CellLayout layout(view);
+        const CellParts parts = layout.PartsOf({100, 10, 100 + each.width, 30}, each.contents);
+        EXPECT_EQ((Rect{100 + each.margin, 10, each.imageEnd, 30}), parts.image) << "line " << each.line;
+        EXPECT_EQ(each.checkEnd, parts.check.right) << "line " << each.line;
+        EXPECT_EQ((Rect{each.text, 10, each.room, 30}), parts.text) << "line " << each.line;
+        EXPECT_EQ(each.measured, layout.ContentsWidth(each.contents, 30)) << "line " << each.line;
+        EXPECT_EQ(each.measured - 30, layout.ContentsWidth(each.contents, 0)) << "line " << each.line;
+        EXPECT_EQ(each.measured - each.margin - 30, layout.ContentsWidth(each.contents, -1));
     }
-    int HeightOf(int first, int last)
-    {
-        int height = 0;
-        for (int row = first; row <= last; ++row)
-            height += Height(row);
-        return height;
-    }
-
-    View view;
-    std::vector<RowShape> rows;
-    std::vector<Column> columns;
-    std::map<int, CellContents> contents;
-    int asked = 0;
-};
-
-int RowsOf(RowRange range)
-{
-    return range.last - range.first + 1;
 }
 
-class GeometryTest : public testing::Test
+TEST(CellLayout, PutsPicturesInTheMiddleOfTheLine)
 {
-protected:
-    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    View view;
+    view.imageWidth = view.imageHeight = 16;
+    view.checkWidth = view.checkHeight = 7;
+    const CellLayout layout(view);
+    EXPECT_EQ((Rect{100, 13, 116, 29}), layout.ImageIn({100, 10, 300, 30}));
+    EXPECT_EQ((Rect{100, 18, 107, 25}), layout.CheckIn({100, 10, 300, 30}));
+    EXPECT_EQ((Rect{100, 8, 116, 24}), layout.ImageIn({100, 10, 300, 20})) << "higher than the line";
 
-    void Randomise(Sheet& sheet)
+    // The tree box's middle is the pixel in the middle of its square, left of the window too.
+    EXPECT_EQ((Rect{106, 16, 115, 25}), layout.TreeBoxIn({100, 10, 300, 31}));
+    EXPECT_EQ((Rect{-95, 16, -86, 25}), layout.TreeBoxIn({-101, 10, -81, 31}));
+    EXPECT_EQ((Rect{20, 10, 30, 40}), layout.TreeBoxOf({30, 10, 90, 40}));
+    EXPECT_EQ(0, layout.Indentation(-1));
+    EXPECT_EQ(30, layout.Indentation(3));
+    view.dpi = 192;
+    EXPECT_EQ((Rect{106, 16, 124, 34}), layout.TreeBoxIn({100, 10, 300, 41}));
+}
+
+// ---- Rows and columns
+
+class RandomSheet : public Sheet
+{
+public:
+    explicit RandomSheet(std::mt19937& random)
     {
-        View& view = sheet.view;
-        view.itemHeight = 1 + Below(12);
-        view.margin = Below(4);
-        view.imageWidth = Below(2) * 9;
-        view.checkWidth = 1 + Below(8);
-        view.fixedFrame = Below(3);
-        view.showLines = Below(4) != 0;
-        view.showPreviews = !view.showLines || Below(2) == 0;
-        sheet.columns.clear();
-        for (int i = Below(5); i > 0; --i)
+        const auto below = [&random](int limit) {
+            return static_cast<int>(random() % static_cast<unsigned>(limit));
+        };
+        view.itemHeight = 1 + below(12);
+        view.margin = below(4);
+        view.imageWidth = below(2) * 9;
+        view.checkWidth = 1 + below(8);
+        view.fixedFrame = below(3);
+        view.showLines = below(4) != 0;
+        view.showPreviews = !view.showLines || below(2) == 0;
+        const int widths[] = {0, view.itemHeight, view.itemHeight * 3, below(60), below(60)};
+        for (int subitem = 10 + below(5); subitem > 10; --subitem)
         {
-            sheet.columns.push_back({static_cast<int>(sheet.columns.size()) + 10, Below(4) ? Below(60) : 0});
-            CellContents& contents = sheet.contents[sheet.columns.back().subitem];
-            contents = {Below(2) == 0, Below(2) == 0, Below(2) == 0, Below(2) == 0};
+            columns.push_back({subitem, widths[below(5)]});
+            contents[subitem] = {below(2) == 0, below(2) == 0, below(2) == 0, below(2) == 0};
         }
-        sheet.rows.resize(static_cast<std::size_t>(Below(40)));
-        for (RowShape& row : sheet.rows)
-            row = {Below(3) * 7, Below(2) == 0, Below(5) - 1, Below(2) == 0, Below(6) == 0 ? 10 : -1};
-        LayOut(view, Below(150), Below(120), Below(20), Below(2) == 0);
-        view.topRow = Below(sheet.RowCount() + 1);
-        view.left = Below(80);
+        rows.resize(static_cast<std::size_t>(below(40)));
+        for (RowShape& row : rows)
+            row = {below(3) * 7, below(2) == 0, below(5) - 1, below(2) == 0, below(6) == 0 ? 10 : -1};
+        LayOut(view, below(150), below(120), below(20), below(2) == 0);
+        view.topRow = below(RowCount() + 1);
+        view.left = below(80);
     }
 
-private:
-    std::mt19937 m_random{5};
+    int Height(int row) { return view.LineHeight() + (view.showPreviews ? ShapeOf(row).previewHeight : 0); }
+    int HeightOf(int first, int last) { return first > last ? 0 : Height(first) + HeightOf(first + 1, last); }
 };
 
-TEST_F(GeometryTest, ScrollsAsAWalkOverAllRowsSays)
+TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
 {
+    std::mt19937 random(5);
     for (int round = 0; round < 3000; ++round)
     {
-        Sheet sheet;
-        Randomise(sheet);
-        Geometry geometry(sheet.view, sheet);
+        RandomSheet sheet(random);
         const int count = sheet.RowCount();
-        const int room = sheet.view.report.Height();
         if (count == 0)
         {
-            EXPECT_EQ(0, geometry.FittingTop(7));
+            EXPECT_EQ(0, sheet.geometry.FittingTop(7));
             continue;
         }
-        const int row = Below(count);
+        SCOPED_TRACE(round);
+        const int room = sheet.view.report.Height();
+        const auto firstAbove = [&](int last) {
+            int first = last;
+            while (first > 0 && sheet.HeightOf(first - 1, last) <= room)
+                --first;
+            return first;
+        };
+        const int row = static_cast<int>(random() % sheet.rows.size());
+        const int top = sheet.view.topRow;
         int last = row;
         while (last + 1 < count && sheet.HeightOf(row, last + 1) <= room)
             ++last;
-        EXPECT_EQ((RowRange{row, last}), geometry.RowsFrom(row)) << round;
-        int first = row;
-        while (first > 0 && sheet.HeightOf(first - 1, row) <= room)
-            --first;
-        EXPECT_EQ((RowRange{first, row}), geometry.RowsUpTo(row)) << round;
-
-        // The smallest way to a place where the row is seen whole, or is the first.
-        const int top = sheet.view.topRow;
-        const int shown = geometry.TopToShow(row);
-        EXPECT_TRUE(shown == row || sheet.HeightOf(shown, row) <= room) << round;
-        EXPECT_EQ(row <= top ? row : std::max(top, first), shown) << round;
-
-        int end = count - 1;
-        while (end > 0 && sheet.HeightOf(end - 1, count - 1) <= room)
-            --end;
-        EXPECT_EQ(std::min(top, end), geometry.FittingTop(top)) << round;
+        EXPECT_EQ((RowRange{row, last}), sheet.geometry.RowsFrom(row));
+        EXPECT_EQ((RowRange{firstAbove(row), row}), sheet.geometry.RowsUpTo(row));
+        EXPECT_EQ(row <= top ? row : std::max(top, firstAbove(row)), sheet.geometry.TopToShow(row));
+        EXPECT_EQ(std::min(top, firstAbove(count - 1)), sheet.geometry.FittingTop(top));
     }
 }
 
-// What each point should hit, painted into a picture in the order of the drawing.
-using Picture = std::map<std::pair<int, int>, Hit>;
-
-void Paint(Picture& picture, const View& view, const Rect& rect, const Rect& clip, Hit hit)
+// What each point should hit, painted in the order of the drawing; a cell's parts are the layout's.
+class Picture
 {
-    hit.rect = rect;
-    for (int y = std::max(rect.top, clip.top); y < std::min(rect.bottom, clip.bottom); ++y)
-        for (int x = std::max(rect.left, clip.left); x < std::min(rect.right, clip.right); ++x)
-            if (x < view.report.right)
-                picture[{x, y}] = hit;
-}
-
-void PaintRow(Picture& picture, Sheet& sheet, int row, const Rect& rect, const Rect& clip,
-              std::uint32_t flags)
-{
-    const View& view = sheet.view;
-    const RowShape shape = row == kFixedRow ? RowShape() : sheet.rows.at(static_cast<std::size_t>(row));
-    const int line = row == kFixedRow ? rect.Height() : view.LineHeight();
-    const int indentation = std::max(0, shape.level) * view.itemHeight;
-    Hit hit;
-    hit.row = row;
-    hit.flags = flags | RVHT_NOWHERE;
-    Paint(picture, view, rect, clip, hit);
-    std::vector<Column> columns = sheet.columns;
-    if (shape.spanning >= 0)
-        columns = {{shape.spanning, rect.Width()}};
-    int x = rect.left;
-    for (std::size_t i = 0; i < columns.size(); ++i)
+public:
+    explicit Picture(Sheet& sheet) : m_sheet(sheet), m_view(sheet.view)
     {
-        hit.column = static_cast<int>(i);
-        hit.subitem = columns[i].subitem;
-        const int right = x + columns[i].width;
-        Rect cell{x, rect.top, right, rect.top + line};
-        hit.flags = flags | RVHT_NOWHERE;
-        Paint(picture, view, {x, rect.top, right, rect.bottom}, clip, hit);
-        if (i == 0)
-            cell.left = std::min(right, x + indentation);
-        // Parts stand side by side, whatever there is of them, and end at the right margin.
-        const CellContents contents = sheet.contents[hit.subitem];
-        int at = cell.left + view.margin;
-        const int end = right - view.margin;
-        const auto part = [&](int width, std::uint32_t flag) {
-            hit.flags = flags | flag;
-            Paint(picture, view, {at, cell.top, std::min(at + width, end), cell.bottom}, clip, hit);
-            at += width;
-        };
-        if (view.imageWidth > 0 && (contents.hasImage || contents.keepsImageRoom))
-            part(view.imageWidth + view.margin, contents.hasImage ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
-        if (contents.hasCheck ? end - at > view.checkWidth : contents.keepsCheckRoom)
-            part(view.checkWidth + view.margin, contents.hasCheck ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
-        part(std::max(0, end - at), RVHT_ONITEMTEXT);
-        if (i == 0 && shape.level >= 0 && shape.hasBox && x + indentation <= right)
+        int width = 0;
+        for (const Column& column : sheet.columns)
+            width += column.width;
+        Rect rect = m_view.fixedRow;
+        rect = {-m_view.left, rect.top + m_view.fixedFrame,
+                std::max(m_view.header.Width(), width) - m_view.left, rect.bottom - m_view.fixedFrame};
+        if (rect.Height() > 0)
+            PaintRow(kFixedRow, RowShape(), rect, rect.Height(), m_view.fixedRow);
+        rect.bottom = m_view.report.top;
+        for (int row = m_view.topRow; row < sheet.RowCount(); ++row)
         {
-            hit.flags = flags | RVHT_ONITEMTREEBOX;
-            const Rect box{cell.left - view.itemHeight, cell.top, cell.left, cell.bottom};
-            Paint(picture, view, box, {x, clip.top, clip.right, clip.bottom}, hit);
+            const RowShape shape = sheet.ShapeOf(row);
+            rect.top = rect.bottom;
+            rect.bottom += m_view.LineHeight() + (m_view.showPreviews ? shape.previewHeight : 0);
+            PaintRow(row, shape, rect, m_view.LineHeight(), m_view.report);
         }
-        x = right;
     }
-    hit = {};
-    hit.row = row;
-    hit.flags = flags | RVHT_ONITEMPREVIEW;
-    if (row != kFixedRow && view.showPreviews && shape.hasPreview)
-        Paint(picture, view, {rect.left, rect.top + line, rect.right, rect.bottom}, clip, hit);
-}
+    const std::map<std::pair<int, int>, Hit>& Hits() const { return m_hits; }
 
-TEST_F(GeometryTest, EveryPointHitsWhatIsDrawnThere)
+private:
+    void PaintRow(int row, const RowShape& shape, const Rect& rect, int line, const Rect& clip)
+    {
+        m_hit = Hit();
+        m_hit.flags = row == kFixedRow ? RVHT_ONFIXEDROW : 0;
+        m_hit.row = row;
+        Paint(rect, clip, RVHT_NOWHERE);
+        int x = rect.left;
+        const std::vector<Column> whole = {{shape.spanning, rect.Width()}};
+        for (const Column& column : shape.spanning >= 0 ? whole : m_sheet.columns)
+        {
+            ++m_hit.column;
+            m_hit.subitem = column.subitem;
+            const int right = x + column.width;
+            Paint({x, rect.top, right, rect.bottom}, clip, RVHT_NOWHERE);
+            PaintCell(shape, {x, rect.top, right, rect.top + line}, clip);
+            x = right;
+        }
+        m_hit.column = kNoColumn;
+        m_hit.subitem = -1;
+        if (row != kFixedRow && m_view.showPreviews && shape.hasPreview)
+            Paint({rect.left, rect.top + line, rect.right, rect.bottom}, clip, RVHT_ONITEMPREVIEW);
+    }
+    void PaintCell(const RowShape& shape, Rect cell, Rect clip)
+    {
+        const int x = cell.left;
+        const int indented = x + (m_hit.column == 0 ? std::max(0, shape.level) * m_view.itemHeight : 0);
+        cell.left = std::min(cell.right, indented);
+        const CellContents contents = m_sheet.contents[m_hit.subitem];
+        const CellParts parts = CellLayout(m_view).PartsOf(cell, contents);
+        Paint(parts.image, clip, contents.hasImage ? RVHT_ONITEMIMAGE : RVHT_NOWHERE);
+        Paint(parts.check, clip, contents.hasCheck ? RVHT_ONITEMCHECK : RVHT_NOWHERE);
+        Paint(parts.text, clip, RVHT_ONITEMTEXT);
+        clip.left = std::max(clip.left, x);
+        if (m_hit.column == 0 && shape.level >= 0 && shape.hasBox && indented <= cell.right)
+            Paint({indented - m_view.itemHeight, cell.top, indented, cell.bottom}, clip, RVHT_ONITEMTREEBOX);
+    }
+    void Paint(const Rect& rect, const Rect& clip, std::uint32_t flag)
+    {
+        Hit hit = m_hit;
+        hit.flags |= flag;
+        hit.rect = rect;
+        for (int y = std::max(rect.top, clip.top); y < std::min(rect.bottom, clip.bottom); ++y)
+            for (int x = std::max(rect.left, clip.left); x < std::min(rect.right, clip.right); ++x)
+                m_hits[{x, y}] = hit;
+    }
+
+    Sheet& m_sheet;
+    const View& m_view;
+    Hit m_hit; // of the row and column that are painted
+    std::map<std::pair<int, int>, Hit> m_hits;
+};
+
+TEST(Geometry, EveryPointHitsWhatIsDrawnThere)
 {
-    constexpr std::uint32_t kParts = RVHT_ONITEMIMAGE | RVHT_ONITEMCHECK | RVHT_ONITEMTEXT |
-                                     RVHT_ONITEMTREEBOX |
-                                     RVHT_ONITEMPREVIEW; // which have rectangles of their own
     Hit nowhere;
     nowhere.flags = RVHT_NOWHERE;
+    std::mt19937 random(5);
     for (int round = 0; round < 300; ++round)
     {
-        Sheet sheet;
-        Randomise(sheet);
-        const View& view = sheet.view;
-        Geometry geometry(view, sheet);
-        int columns = 0;
-        for (const Column& column : sheet.columns)
-            columns += column.width;
-        const int width = std::max(view.header.Width(), columns);
-
-        Picture picture;
-        const Rect fixed{-view.left, view.fixedRow.top + view.fixedFrame, width - view.left,
-                         view.fixedRow.bottom - view.fixedFrame};
-        if (fixed.Height() > 0)
-            PaintRow(picture, sheet, kFixedRow, fixed, view.fixedRow, RVHT_ONFIXEDROW);
-        int y = view.report.top;
-        for (int row = view.topRow; row < sheet.RowCount() && y < view.report.bottom; ++row)
+        RandomSheet sheet(random);
+        const Picture picture(sheet);
+        const Rect& area = sheet.view.report;
+        for (int y = sheet.view.fixedRow.top; y < area.bottom; ++y)
         {
-            const Rect rect{-view.left, y, width - view.left, y + sheet.Height(row)};
-            PaintRow(picture, sheet, row, rect, view.report, 0);
-            y = rect.bottom;
-        }
-        for (int py = 0; py < view.report.bottom; ++py)
-        {
-            for (int px = 0; px < view.report.right; ++px)
+            for (int x = 0; x < area.right; ++x)
             {
-                const auto found = picture.find({px, py});
-                if (found == picture.end() && !view.report.Contains(px, py))
-                    continue;
-                const Hit hit = geometry.HitTest(px, py);
-                Hit expected = found != picture.end() ? found->second : nowhere;
-                if ((expected.flags & kParts) == 0)
-                    expected.rect = hit.rect;
-                ASSERT_EQ(expected, hit) << round << ": " << px << ' ' << py;
+                const auto found = picture.Hits().find({x, y});
+                const bool isFound = found != picture.Hits().end();
+                if (!isFound && y < area.top)
+                    continue; // the frame of the fixed row
+                Hit expected = isFound ? found->second : nowhere;
+                const Hit hit = sheet.geometry.HitTest(x, y);
+                if ((expected.flags & ~(RVHT_NOWHERE | RVHT_ONFIXEDROW)) == 0)
+                    expected.rect = hit.rect; // which only parts have of their own
+                ASSERT_EQ(expected, hit) << round << ": " << x << ' ' << y;
             }
         }
     }
 }
 
-TEST_F(GeometryTest, TellsWherePointsOutsideLie)
+TEST(Geometry, TellsWherePointsOutsideLie)
 {
     Sheet sheet;
     sheet.view.fixedFrame = 3;
     LayOut(sheet.view, 100, 80, 20, true);
     EXPECT_EQ((Rect{0, 20, 100, 36}), sheet.view.fixedRow);
-    Geometry geometry(sheet.view, sheet);
     const struct
     {
         int x, y;
@@ -252,79 +267,70 @@ TEST_F(GeometryTest, TellsWherePointsOutsideLie)
                  {50, 25, RVHT_ONFIXEDROW | RVHT_NOWHERE}, {50, 40, RVHT_NOWHERE},
                  {100, 80, RVHT_BELOW | RVHT_TORIGHT},     {INT_MIN, INT_MAX, RVHT_BELOW | RVHT_TOLEFT}};
     for (const auto& each : cases)
-        EXPECT_EQ(each.flags, geometry.HitTest(each.x, each.y).flags) << each.x << ' ' << each.y;
+        EXPECT_EQ(each.flags, sheet.geometry.HitTest(each.x, each.y).flags) << each.x << ' ' << each.y;
 }
 
-TEST_F(GeometryTest, BringsColumnsIntoView)
-{
-    Sheet sheet;
-    sheet.columns = {{0, 50}, {1, 300}, {2, 40}, {3, 30000}};
-    LayOut(sheet.view, 200, 80, 0, false);
-    Geometry geometry(sheet.view, sheet);
-    const struct
-    {
-        int left, column, expected;
-    } cases[] = {{0, 0, 0},     {30, 0, 0},    {0, 1, 50},  {350, 1, 50},    {0, 2, 350},  {190, 2, 190},
-                 {191, 2, 191}, {200, 2, 200}, {0, 3, 390}, {20000, 3, 390}, {70, -1, 70}, {70, 4, 70}};
-    for (const auto& each : cases)
-    {
-        sheet.view.left = each.left;
-        EXPECT_EQ(each.expected, geometry.LeftToShow(each.column)) << each.left << ' ' << each.column;
-    }
-    EXPECT_EQ(30390 - 200, geometry.EndLeft());
-}
+// ---- Limits
 
 // As many rows as there may be, and columns beyond the range of int: neither overflows nor takes long.
-TEST_F(GeometryTest, StandsSizesAtTheirLimits)
+class HugeSheet : public Sheet
 {
-    class Huge : public Sheet
+public:
+    HugeSheet()
     {
-    public:
-        int RowCount() override { return INT_MAX; }
-        RowShape ShapeOf(int) override
-        {
-            ++asked;
-            return {previewHeight, true, INT_MAX, true, -1};
-        }
-        int previewHeight = 0;
-    } sheet;
-    sheet.columns.assign(70000, {0, 0x7FFF});
-    sheet.contents[0] = {true, true, true, true};
-    LayOut(sheet.view, 1000, 1000, 20, false);
-    Geometry geometry(sheet.view, sheet);
-    EXPECT_EQ(INT_MAX - 98, geometry.EndTop());
-    EXPECT_EQ(INT_MAX, geometry.RowWidth());
-    sheet.view.topRow = geometry.TopToShow(INT_MAX - 1);
+        columns.assign(70000, {0, 0x7FFF});
+        contents[0] = {true, true, true, true};
+        LayOut(view, 1000, 1000, 20, false);
+    }
+    int RowCount() override { return INT_MAX; }
+    RowShape ShapeOf(int) override
+    {
+        ++asked;
+        return {previewHeight, true, INT_MAX, true, -1};
+    }
+    int previewHeight = 0;
+};
+
+TEST(Geometry, FindsAmongAsManyRowsAsThereMayBe)
+{
+    HugeSheet sheet;
+    EXPECT_EQ(INT_MAX - 98, sheet.geometry.EndTop());
+    EXPECT_EQ(INT_MAX, sheet.geometry.RowWidth());
+    sheet.view.topRow = sheet.geometry.TopToShow(INT_MAX - 1);
     EXPECT_EQ(INT_MAX - 98, sheet.view.topRow);
-    EXPECT_EQ(INT_MAX - 1, geometry.HitTest(5, 995).row);
+    EXPECT_EQ(INT_MAX - 1, sheet.geometry.HitTest(5, 995).row);
     sheet.view.left = INT_MAX - 1000;
-    EXPECT_NE(kNoColumn, geometry.HitTest(5, 900).column);
+    EXPECT_NE(kNoColumn, sheet.geometry.HitTest(5, 900).column);
     EXPECT_GT(10000, sheet.asked);
 
     sheet.view.showLines = false;
     sheet.previewHeight = 0x7FFF;
     ShownRow shown;
-    EXPECT_TRUE(geometry.Next(shown, 1000));
-    EXPECT_EQ(RVHT_ONITEMPREVIEW, geometry.HitTest(5, 900).flags);
+    EXPECT_TRUE(sheet.geometry.Next(shown, 1000));
+    EXPECT_EQ(RVHT_ONITEMPREVIEW, sheet.geometry.HitTest(5, 900).flags);
+}
 
-    // Sizes that no window has: what matters is that nothing overflows.
+// Sizes that no window has: what matters is that nothing overflows.
+TEST(Geometry, StandsSizesAtTheirLimits)
+{
     for (const int size : {INT_MAX - 1, INT_MAX})
     {
+        HugeSheet sheet;
         View& view = sheet.view;
-        view.showLines = true;
+        Geometry& geometry = sheet.geometry;
         view.itemHeight = view.margin = view.imageWidth = view.checkWidth = view.fixedFrame = size;
         LayOut(view, size, size, size, true);
-        view.fixedRow = view.report = {0, 0, size, size};
+        view.report = {0, 0, size, size};
         sheet.previewHeight = sheet.columns[0].width = size;
         for (const int scrolled : {0, size})
         {
             view.left = view.topRow = scrolled;
             for (const int point : {INT_MIN, -1, 0, size - 1, size})
             {
-                geometry.HitTest(point, point);
                 view.fixedRow = {};
                 geometry.HitTest(point, point);
                 view.fixedRow = view.report;
+                geometry.HitTest(point, point);
             }
             for (const int row : {kFixedRow, 0, INT_MAX - 1})
                 if (const std::optional<ShownRow> found = geometry.FindRow(row))
@@ -334,57 +340,62 @@ TEST_F(GeometryTest, StandsSizesAtTheirLimits)
                 }
             geometry.HeightOf(0);
             geometry.RowsFrom(0);
-            geometry.RowsUpTo(INT_MAX - 1);
             geometry.TopToShow(INT_MAX - 1);
             geometry.LeftToShow(1);
             geometry.EndLeft();
             geometry.FittingTop(INT_MAX);
         }
+        const CellLayout layout(view);
+        EXPECT_EQ(INT_MAX, layout.ContentsWidth({true, true, true, true}, INT_MAX));
+        for (const int left : {INT_MIN, INT_MAX})
+            for (const int right : {INT_MIN, INT_MAX})
+            {
+                const Rect cell{left, left, right, right};
+                EXPECT_LE(layout.PartsOf(cell, {true, true, true, true}).text.Width(), 0);
+                layout.ImageIn(cell);
+                layout.CheckIn(cell);
+                layout.TreeBoxOf(cell);
+                layout.TreeBoxIn(cell);
+            }
     }
 }
 
 // Previews alone, of which there are none but one of a row in 400: a walk asks of what fits on a screen.
-TEST_F(GeometryTest, LooksPastFewRowsWithoutHeight)
+TEST(Geometry, LooksPastFewRowsWithoutHeight)
 {
+    const RowShape preview{10, true, -1, false, -1};
     for (const bool hasSome : {false, true})
     {
         Sheet sheet;
         sheet.rows.resize(100000);
         for (std::size_t row = 0; hasSome && row < sheet.rows.size(); row += 400)
-            sheet.rows[row] = {10, true, -1, false, -1};
+            sheet.rows[row] = preview;
         sheet.view.showLines = false;
         LayOut(sheet.view, 100, 700, 0, false);
         sheet.view.topRow = 5000;
-        Geometry geometry(sheet.view, sheet);
-        const auto asks = [&](const auto& walk) {
-            sheet.asked = 0;
-            walk();
-            return sheet.asked;
-        };
-        EXPECT_GE(kMaxHidden + 70, asks([&] { EXPECT_GT(RowsOf(geometry.RowsFrom(5000)), 100); }));
-        EXPECT_GE(kMaxHidden + 70, asks([&] { EXPECT_GT(RowsOf(geometry.RowsUpTo(5000)), 100); }));
-        EXPECT_GE(kMaxHidden + 70, asks([&] { geometry.FittingTop(5000); }));
-        EXPECT_GE(kMaxHidden + 70, asks([&] { geometry.HitTest(5, 650); }));
         int shown = 0;
-        EXPECT_GE(kMaxHidden + 70, asks([&] {
-                      for (ShownRow row; geometry.Next(row, 700);)
-                          ++shown;
-                  }));
+        const std::function<void(Geometry&)> walks[] = {
+            [](Geometry& geometry) { EXPECT_LT(5100, geometry.RowsFrom(5000).last); },
+            [](Geometry& geometry) { EXPECT_GT(4900, geometry.RowsUpTo(5000).first); },
+            [](Geometry& geometry) { geometry.FittingTop(5000); },
+            [](Geometry& geometry) { geometry.HitTest(5, 650); },
+            [&shown](Geometry& geometry) {
+                for (ShownRow row; geometry.Next(row, 700);)
+                    ++shown;
+            }};
+        for (const auto& walk : walks)
+        {
+            sheet.asked = 0;
+            walk(sheet.geometry);
+            EXPECT_GE(kMaxHidden + 70, sheet.asked) << &walk - walks;
+        }
         EXPECT_EQ(hasSome ? 3 : 0, shown);
-    }
-}
 
-TEST_F(GeometryTest, FindsTheRowAfterAsManyHiddenOnesAsAreLookedPast)
-{
-    for (const int hidden : {kMaxHidden, kMaxHidden + 1})
-    {
-        Sheet sheet;
-        sheet.rows.resize(static_cast<std::size_t>(hidden));
-        sheet.rows.push_back({10, true, -1, false, -1});
-        sheet.view.showLines = false;
-        LayOut(sheet.view, 100, 700, 0, false);
+        sheet.rows.assign(static_cast<std::size_t>(kMaxHidden + hasSome), {});
+        sheet.rows.push_back(preview);
+        sheet.view.topRow = 0;
         ShownRow row;
-        EXPECT_EQ(hidden == kMaxHidden, Geometry(sheet.view, sheet).Next(row, 700));
+        EXPECT_EQ(!hasSome, sheet.geometry.Next(row, 700)) << "after as many hidden rows, or one more";
     }
 }
 

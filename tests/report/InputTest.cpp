@@ -1,149 +1,428 @@
-// What each key and click does, row by row.
+// What each key and click does, row by row; the keys that an owner switches on, and typing to a row.
+#include "report/model/ExtraKeys.h"
 #include "report/model/ScrollPosition.h"
-#include "tests/report/InputList.h"
+#include "tests/report/Sheet.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <climits>
+#include <map>
 #include <random>
 #include <set>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace
 {
 
 using namespace report;
-using List = InputList;
 
-// Focus, first row, anchor, and what was called.
-std::string State(const List& list)
+// 100 rows, 1 high, of which 10 are seen, and columns 50 wide, of which column 1 cannot have the focus. In a
+// tree, row 0 is expanded and has row 1 below it, 2 has 3 and 4, and 5 is collapsed. What it is told is
+// written down.
+class List : public InputTarget, public ExtraKeysTarget
 {
-    return std::to_string(list.selection.focusRow) + " top " + std::to_string(list.top) + " anchor " +
-           std::to_string(list.selection.anchor) + ':' + list.log;
+public:
+    // Numbers by their names, "rows 10 focus 2".
+    explicit List(const std::string& scene = {})
+    {
+        std::istringstream words(scene);
+        int value = 0;
+        for (std::string word; words >> word >> value;)
+        {
+            if (word == "hidden")
+                hidden.insert(value);
+            else
+                *numbers.at(word) = value;
+        }
+        toldColumn = selection.focusColumn;
+        for (const auto& [name, each] : numbers)
+            before[name] = *each;
+    }
+    // The numbers that have changed, and after a colon what was called.
+    std::string State() const
+    {
+        EXPECT_EQ(toldColumn, selection.focusColumn);
+        std::string changes;
+        for (const auto& [name, number] : numbers)
+            if (*number != before.at(name))
+                changes += name + ' ' + std::to_string(*number) + ' ';
+        return changes + ':' + log;
+    }
+    void Log(const std::string& what, const std::vector<int>& with = {})
+    {
+        log += ' ' + what;
+        for (const int number : with)
+            log += ' ' + std::to_string(number);
+    }
+
+    int RowCount() override { return rows; }
+    bool HasHeight(int row) override { return !hidden.contains(row); }
+    RowRange WholeRows() override { return {top, std::max(top, std::min(top + page, rows) - 1)}; }
+    int ColumnCount() override { return columns; }
+    bool CanFocus(int column) override
+    {
+        EXPECT_LT(column, columns);
+        return column != 1;
+    }
+    bool IsCellFocus() const override { return cellFocus != 0; }
+    bool IsFixedRow() const override { return fixedRow != 0; }
+    bool IsTree() const override { return tree != 0; }
+    void SelectRows(int row, int anchor, SelectMode mode) override
+    {
+        const char* const modes[] = {"focus", "select", "add", "toggle"};
+        Log(modes[static_cast<int>(mode)], {row, anchor});
+        selection.Select(row, anchor, mode, false);
+    }
+    void FocusFixedRow() override
+    {
+        Log("fixed");
+        selection.focusRow = kFixedRow;
+    }
+    void EnsureVisible(int row) override { top = std::clamp(top, row - page + 1, row); }
+    void Scroll(RowScroll how) override
+    {
+        const int tops[] = {top - page + 1, top + page - 1, 0, rows};
+        top = std::clamp(tops[static_cast<int>(how)], 0, std::max(0, rows - page));
+    }
+    void ScrollColumns(int direction) override { Log("scroll", {direction}); }
+    void FocusColumn(int column) override { toldColumn = selection.focusColumn = column; }
+    void EnsureVisibleColumn(int column) override { Log("show", {column}); }
+    void ChangeTree(int row, TreeAction action) override
+    {
+        const char* const actions[] = {"expand", "expand all", "collapse"};
+        Log(actions[static_cast<int>(action)], {row});
+    }
+    bool BeginEdit(int row, int column, unsigned key) override
+    {
+        Log("edit", {row, column, static_cast<int>(key)});
+        return edits != 0;
+    }
+
+    bool BeginsWith(int row, const ZEMA::WideString& typed) override
+    {
+        return texts.at(static_cast<std::size_t>(row)).starts_with(std::string(typed.begin(), typed.end()));
+    }
+    TreeRow TreeRowAt(int row) override
+    {
+        EXPECT_LT(row, rows);
+        const int parents[] = {kNoRow, 0, kNoRow, 2, 2, kNoRow};
+        return {row == 0 || row == 2 || row == 5, row < 5, row < 6 ? parents[row] : kNoRow};
+    }
+    void SelectAll() override { Log("all"); }
+    void Copy() override { Log("copy"); }
+    int MarkedColumn() override { return mark; }
+    void MarkColumn(int column) override { mark = column; }
+    int WidthOf(int) override { return width; }
+    void SetWidth(int column, int to) override { Log("width", {column, to}); }
+    void FitColumn(int column) override { Log("fit", {column}); }
+    void MoveColumn(int from, int to) override { Log("move", {from, to}); }
+    void ClickColumn(int column) override { Log("click", {column}); }
+
+    int rows = 100;
+    int page = 10;
+    int top = 0;
+    int columns = 4;
+    int width = 50;
+    int mark = kNoColumn;
+    int keys = 0; // switched on
+    int cellFocus = 0;
+    int fixedRow = 0;
+    int tree = 0;
+    int edits = 1;
+    std::set<int> hidden;
+    std::vector<std::string> texts;
+    Selection selection{5, kNoColumn, 20};
+    int toldColumn = kNoColumn; // that has the focus
+    ExtraKeysState state;
+    std::string log;
+
+private:
+    const std::map<std::string, int*> numbers = {
+        {"rows", &rows},           {"top", &top},     {"focus", &selection.focusRow},
+        {"cellfocus", &cellFocus}, {"mark", &mark},   {"column", &selection.focusColumn},
+        {"fixedrow", &fixedRow},   {"width", &width}, {"anchor", &selection.anchor},
+        {"tree", &tree},           {"edits", &edits}, {"keys", &keys}};
+    std::map<std::string, int> before;
+};
+
+// "Down", "shift+click 7 2", "type x", one after the other. A key or character that is not taken is logged as
+// "not".
+void Do(const std::string& acts, List& list)
+{
+    static const std::map<std::string, unsigned> keys = {
+        {"Down", 40}, {"Up", 38},    {"PageUp", 33}, {"PageDown", 34}, {"End", 35}, {"Home", 36},
+        {"Left", 37}, {"Right", 39}, {"Space", 32},  {"Esc", 27},      {"Ins", 45}, {"*", 106},
+        {"+", 107},   {"-", 109},    {"Plus", 0xBB}, {"Minus", 0xBD}};
+    list.state.switchedOn = static_cast<unsigned>(list.keys);
+    ExtraKeys extraKeys(list.state, list.selection, list, list);
+    Input input(list.selection, list);
+    std::istringstream words(acts);
+    for (std::string word; words >> word;)
+    {
+        const auto take = [&word](std::string_view prefix) {
+            const bool has = word.starts_with(prefix);
+            word.erase(0, has ? prefix.size() : 0);
+            return has;
+        };
+        const auto number = [&words] {
+            int read = 0;
+            words >> read;
+            return read;
+        };
+        const Modifiers modifiers{take("shift+"), take("ctrl+")};
+        const unsigned key = keys.contains(word) ? keys.at(word) : static_cast<unsigned char>(word[0]);
+        bool isTaken = true;
+        if (word == "click")
+        {
+            const int row = number();
+            input.Click(row, number(), modifiers);
+        }
+        else if (word == "rightclick")
+            input.RightClick(number(), modifiers);
+        else if (word == "drag")
+            input.DragTo(number());
+        else if (word == "doubleclick")
+            isTaken = extraKeys.DoubleClick(number());
+        else if (word == "type")
+            isTaken = words >> word && input.Character(static_cast<unsigned char>(word[0]));
+        else
+            isTaken = list.keys != 0 ? extraKeys.KeyDown(key, modifiers, 0) : input.KeyDown(key, modifiers);
+        list.log += isTaken ? "" : " not";
+    }
 }
 
-constexpr unsigned Number(Key key)
+TEST(Input, MovesFocusAndSelection)
 {
-    return static_cast<unsigned>(key);
-}
-
-TEST(Input, KeysMoveFocusAndSelection)
-{
-    const Modifiers none, shift{true, false}, control{false, true}, both{true, true};
     const struct
     {
-        int line;
-        Key key;
-        Modifiers modifiers;
-        int focus, top;
-        const char* expected;
-        int rows = 100;
-        bool fixedRow = false;
-        std::set<int> hidden = {};
+        const char *scene, *acts, *expected; // the focus is on row 5 and the anchor on 20
     } cases[] = {
-        // The anchor is row 20 before each.
-        {__LINE__, Key::Down, none, 5, 0, "6 top 0 anchor 6: select 6..6"},
-        {__LINE__, Key::Down, none, 9, 0, "10 top 1 anchor 10: select 10..10"},
-        {__LINE__, Key::Down, control, 5, 0, "6 top 0 anchor 6: select 6..6 focus only"},
-        {__LINE__, Key::Down, shift, 5, 0, "6 top 0 anchor 20: select 6..20"},
-        {__LINE__, Key::Down, both, 5, 0, "6 top 0 anchor 20: select 6..20"},
-        {__LINE__, Key::Down, none, 99, 90, "99 top 90 anchor 20:"},
-        {__LINE__, Key::Down, none, kNoRow, 0, "0 top 0 anchor 0: select 0..0"},
-        {__LINE__, Key::Down, none, kNoRow, 0, "0 top 0 anchor 0: select 0..0", 100, true},
-        {__LINE__, Key::Down, none, kNoRow, 0, "-2 top 0 anchor 20:", 0},
-        {__LINE__, Key::Up, none, 5, 5, "4 top 4 anchor 4: select 4..4"},
-        {__LINE__, Key::Up, shift, 5, 5, "4 top 4 anchor 20: select 4..20"},
-        {__LINE__, Key::Up, none, 0, 0, "0 top 0 anchor 20:"},
-        {__LINE__, Key::Up, none, 0, 0, "0 top 0 anchor 0: select 0..0", 100, true},
-        {__LINE__, Key::Up, none, kNoRow, 0, "-2 top 0 anchor 20:"},
-        {__LINE__, Key::PageUp, none, 55, 50, "49 top 49 anchor 49: select 49..49"},
-        {__LINE__, Key::PageUp, none, 50, 50, "40 top 40 anchor 40: select 40..40"},
-        {__LINE__, Key::PageUp, none, 3, 0, "0 top 0 anchor 0: select 0..0"},
-        {__LINE__, Key::PageUp, shift, 50, 50, "40 top 40 anchor 20: select 40..20"},
-        {__LINE__, Key::PageUp, control, 50, 50, "40 top 40 anchor 40: select 40..40 focus only"},
-        {__LINE__, Key::PageUp, none, kNoRow, 0, "-2 top 0 anchor 20:", 0},
-        {__LINE__, Key::PageDown, none, 55, 50, "60 top 51 anchor 60: select 60..60"},
-        {__LINE__, Key::PageDown, none, 59, 50, "69 top 60 anchor 69: select 69..69"},
-        {__LINE__, Key::PageDown, none, 98, 90, "99 top 90 anchor 99: select 99..99"},
-        {__LINE__, Key::PageDown, shift, 59, 50, "69 top 60 anchor 20: select 69..20"},
-        {__LINE__, Key::End, none, 5, 0, "99 top 90 anchor 99: select 99..99"},
-        {__LINE__, Key::End, control, 5, 0, "99 top 90 anchor 99: select 99..99 focus only"},
-        {__LINE__, Key::End, shift, 5, 0, "99 top 90 anchor 20: select 99..20"},
-        {__LINE__, Key::End, none, 99, 0, "99 top 0 anchor 20:"},
-        {__LINE__, Key::Home, none, 50, 45, "0 top 0 anchor 0: select 0..0"},
-        {__LINE__, Key::Home, shift, 50, 45, "0 top 0 anchor 20: select 0..20"},
-        {__LINE__, Key::Home, none, 0, 45, "0 top 45 anchor 20:"},
-        {__LINE__, Key::Space, none, 5, 0, "5 top 0 anchor 20: select 5..5 add"},
-        {__LINE__, Key::Space, control, 5, 0, "5 top 0 anchor 20: select 5..5 toggle"},
-        {__LINE__, Key::Space, none, kNoRow, 0, "-2 top 0 anchor 20:"},
-        {__LINE__, Key::Down, shift, 5, 0, "6 top 0 anchor 20: select 6..9", 10}, // the anchor's row has gone
-        {__LINE__, Key::Down, none, 9, 0, "9 top 0 anchor 20:", 10},
-        {__LINE__, Key::Down, none, 12, 0, "12 top 0 anchor 20:", 10},
-        {__LINE__, Key::Up, none, 12, 0, "9 top 0 anchor 9: select 9..9", 10},
-        {__LINE__, Key::Down, none, 0, 0, "3 top 0 anchor 3: select 3..3", 100, false, {1, 2}},
-        {__LINE__, Key::Down, none, kNoRow, 0, "1 top 0 anchor 1: select 1..1", 100, false, {0}},
-        {__LINE__, Key::Up, none, 3, 0, "0 top 0 anchor 0: select 0..0", 100, false, {1, 2}},
-        {__LINE__, Key::End, none, 5, 0, "97 top 90 anchor 97: select 97..97", 100, false, {98, 99}},
-        {__LINE__, Key::Home, none, 50, 45, "2 top 0 anchor 2: select 2..2", 100, false, {0, 1}},
-        {__LINE__, Key::Down, none, 97, 90, "97 top 90 anchor 97: select 97..97", 100, false, {98, 99}},
-        {__LINE__, Key::Left, none, 5, 0, "5 top 0 anchor 20: left"},
-        {__LINE__, Key::Right, shift, 5, 0, "5 top 0 anchor 20: right"},
+        {"", "Down", "anchor 6 focus 6 : select 6 6"},
+        {"focus 9", "Down", "anchor 10 focus 10 top 1 : select 10 10"},
+        {"", "ctrl+Down", "anchor 6 focus 6 : focus 6 6"},
+        {"", "shift+Down", "focus 6 : select 6 20"},
+        {"", "shift+ctrl+Down", "focus 6 : select 6 20"},
+        {"focus 99 top 90", "Down", ":"},
+        {"focus -2", "Down", "anchor 0 focus 0 : select 0 0"},
+        {"focus -2 fixedrow 1", "Down", "anchor 0 focus 0 : select 0 0"},
+        {"focus -2 rows 0", "Down PageUp PageDown End Home Up Space", ":"},
+        {"top 5", "Up", "anchor 4 focus 4 top 4 : select 4 4"},
+        {"focus 0", "Up", ":"},
+        {"focus 0 fixedrow 1", "Up", "anchor 0 : select 0 0"},
+        {"focus -2", "Up Space Home", ":"},
+        {"focus -1 fixedrow 1", "Up Space Home", ":"},
+        {"focus 55 top 50", "PageUp", "anchor 49 focus 49 top 49 : select 49 49"},
+        {"focus 50 top 50", "PageUp", "anchor 40 focus 40 top 40 : select 40 40"},
+        {"focus 50 top 50", "shift+PageUp", "focus 40 top 40 : select 40 20"},
+        {"focus 3", "PageUp", "anchor 0 focus 0 : select 0 0"},
+        {"focus 55 top 50", "PageDown", "anchor 60 focus 60 top 51 : select 60 60"},
+        {"focus 59 top 50", "PageDown", "anchor 69 focus 69 top 60 : select 69 69"},
+        {"focus 59 top 50", "shift+PageDown", "focus 69 top 60 : select 69 20"},
+        {"", "End", "anchor 99 focus 99 top 90 : select 99 99"},
+        {"", "ctrl+End", "anchor 99 focus 99 top 90 : focus 99 99"},
+        {"focus 99", "End", ":"},
+        {"focus 50 top 45", "shift+Home", "focus 0 top 0 : select 0 20"},
+        {"focus 0 top 45", "Home", ":"},
+        {"", "Space ctrl+Space", ": add 5 5 toggle 5 5"},
+        {"rows 10", "shift+Down", "focus 6 : select 6 9"}, // the anchor's row has gone
+        {"rows 10 focus 12", "Down", ":"},
+        {"rows 10 focus 12", "Up", "anchor 9 focus 9 : select 9 9"},
+        {"focus 0 hidden 1 hidden 2", "Down Up", "anchor 0 : select 3 3 select 0 0"},
+        {"focus -2 hidden 0", "Down", "anchor 1 focus 1 : select 1 1"},
+        {"hidden 98 hidden 99", "End Down", "anchor 97 focus 97 top 90 : select 97 97 select 97 97"},
+        {"top 45 hidden 0 hidden 1", "Home", "anchor 2 focus 2 top 0 : select 2 2"},
+        {"", "Left shift+Right", ": scroll -1 scroll 1"},
+        // Among columns; left of the first lies the whole row.
+        {"cellfocus 1", "Right Right", "column 2 : show 0 show 2"},
+        {"cellfocus 1 column 3", "Right Left", "column 2 : show 2"},
+        {"cellfocus 1 column 2", "Left Left Left", "column -1 : show 0 show -1"},
+        // With the mouse, where -2 is no row and -1 the fixed one.
+        {"anchor 3", "click 7 2", "anchor 7 focus 7 : select 7 7"},
+        {"anchor 3", "shift+click 7 2", "focus 7 : select 7 3"},
+        {"anchor 3", "ctrl+click 7 2", "anchor 7 focus 7 : toggle 7 7"},
+        {"anchor 3", "shift+ctrl+click 7 2", "anchor 7 focus 7 : add 7 3"},
+        {"", "click -2 2", ":"},
+        {"", "click -1 2 click -1 2", "column 2 focus -1 : fixed fixed edit -1 2 1"},
+        {"cellfocus 1 column 2", "click -2 -1", "column -1 :"},
+        {"cellfocus 1 column 2", "click 7 2", "anchor 7 focus 7 : select 7 7"},
+        {"cellfocus 1 column 2", "click 5 1", "anchor 5 column -1 : select 5 5"}, // which takes no focus
+        {"cellfocus 1 column 2", "click 5 3", "anchor 5 column 3 : select 5 5"},
+        {"cellfocus 1 column 2", "click 5 4", "anchor 5 column -1 : select 5 5"}, // gone since the click
+        {"cellfocus 1 column 2", "click 5 2", "anchor 5 : select 5 5 edit 5 2 1"},
+        {"cellfocus 1 column 2", "ctrl+click 5 2", "anchor 5 : toggle 5 5"},
+        {"", "rightclick 4 shift+rightclick 6 ctrl+rightclick 6 rightclick -2",
+         "anchor 4 focus 4 : select 4 4"},
+        {"anchor 4", "drag 6 drag 6 drag 3 drag -2 drag 100", "focus 3 : select 6 4 select 3 4"},
+        // The keypad changes a tree, unless it begins to edit a cell.
+        {"tree 1", "+ type + - type + * type +", ": expand 5 not collapse 5 not expand all 5 not"},
+        {"tree 1 cellfocus 1 column 2", "- type -", ": edit 5 2 45 not"},
+        {"tree 1 cellfocus 1 column 2 edits 0", "- type -", ": edit 5 2 45 collapse 5 not"},
+        {"cellfocus 1 column 2", "- type -", ": not edit 5 2 45"},
+        {"cellfocus 1 column 2", "X type x shift+X type x", ": not edit 5 2 120 not edit 5 2 120"},
+        {"cellfocus 1 column 2", "ctrl+X type x Esc type x \x1e type x", ": not not not not not not"},
     };
     for (const auto& each : cases)
     {
-        List list;
-        list.rows = each.rows;
-        list.fixedRow = each.fixedRow;
-        list.hidden = each.hidden;
-        list.selection.focusRow = each.focus;
-        list.selection.anchor = 20;
-        list.top = each.top;
-        EXPECT_TRUE(Input(list.selection, list).KeyDown(Number(each.key), each.modifiers));
-        EXPECT_EQ(each.expected, State(list)) << "line " << each.line;
+        List list(each.scene);
+        Do(each.acts, list);
+        EXPECT_EQ(each.expected, list.State()) << each.scene << ": " << each.acts;
     }
 }
 
-TEST(Input, KeysMoveAmongColumnsThatCanHaveTheFocus)
+TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
 {
     const struct
     {
-        Key key;
-        int from, to;
-    } cases[] = {{Key::Right, -1, 0}, {Key::Right, 0, 2}, {Key::Right, 3, 3}, {Key::Left, 3, 2},
-                 {Key::Left, 2, 0},   {Key::Left, 0, -1}, {Key::Left, -1, -1}};
+        int keys;
+        const char *scene, *act, *expected;
+    } cases[] = {
+        {kFoldKeys, "", "Right", ": expand 5"},
+        {kFoldKeys, "focus 2", "Right", "anchor 3 focus 3 : select 3 3"},
+        {kFoldKeys, "focus 2", "shift+Right", "focus 3 : select 3 9"},
+        {kFoldKeys, "focus 3", "Right", ": not"},
+        {kFoldKeys, "focus 2", "Left", ": collapse 2"},
+        {kFoldKeys, "focus 4", "Left", "anchor 2 focus 2 : select 2 2"},
+        {kFoldKeys, "focus 1", "Left", "anchor 0 focus 0 : select 0 0"},
+        {kFoldKeys, "", "Left", ": not"},
+        {kFoldKeys, "focus 2", "ctrl+Left", ": not"},
+        {kFoldKeys, "focus 2 tree 0", "Left", ": not"},
+        {kFoldKeys, "focus -2", "Left", ": not"},
+        {kFoldKeys, "focus 10", "Right", ": not"},
+        {kFoldKeys, "cellfocus 1", "Right", ": expand 5"},
+        {kFoldKeys, "cellfocus 1 column 0", "Right", ": not"},
+        {kFoldKeys, "cellfocus 1 focus 2", "Right", ": not"}, // to its first cell
+        {kDoubleClickToggles, "", "doubleclick 2", ": collapse 2"},
+        {kDoubleClickToggles, "", "doubleclick 5", ": expand 5"},
+        {kDoubleClickToggles, "", "doubleclick 3", ": not"},
+        {kDoubleClickToggles, "", "doubleclick 10", ": not"},
+        {kDoubleClickToggles, "", "doubleclick -2", ": not"},
+        {kDoubleClickToggles, "tree 0", "doubleclick 2", ": not"},
+        {kSelectAllKey, "", "ctrl+A", ": all"},
+        {kSelectAllKey, "", "A", ": not"},
+        {kSelectAllKey, "", "shift+ctrl+A", ": not"},
+        {kCopyKeys, "", "ctrl+C", ": copy"},
+        {kCopyKeys, "", "ctrl+Ins", ": copy"},
+        {kCopyKeys, "", "shift+Ins", ": not"},
+        {kColumnKeys, "", "ctrl+Right", "mark 0 : show 0"},
+        {kColumnKeys, "", "ctrl+Left", "mark 3 : show 3"},
+        {kColumnKeys, "mark 9", "ctrl+Left", "mark 3 : show 3"},
+        {kColumnKeys, "mark 3", "ctrl+Right", ": show 3"},
+        {kColumnKeys, "mark 2", "ctrl+Left", "mark 1 : show 1"},
+        {kColumnKeys, "mark 2 cellfocus 1 column 1", "ctrl+Left", ": not"}, // the focus moves
+        {kColumnKeys, "mark 2", "Right", ": not"},
+        {kColumnKeys, "mark 2", "shift+ctrl+Right", "mark 3 : move 2 3 show 3"},
+        {kColumnKeys, "mark 3", "shift+ctrl+Right", ":"},
+        {kColumnKeys, "mark 0", "shift+ctrl+Left", ":"},
+        {kColumnKeys, "mark 2 cellfocus 1 column 1", "shift+ctrl+Left", "column 0 : move 1 0 show 0"},
+        {kColumnKeys, "", "shift+ctrl+Left", ": not"},
+        {kColumnKeys, "mark 2", "shift+ctrl+Space", ": click 2"},
+        {kColumnKeys, "mark 2", "ctrl+Space", ": not"},
+        {kColumnKeys, "mark 2", "ctrl++", ": width 2 58"},
+        {kColumnKeys, "mark 2 cellfocus 1 column 1", "shift+ctrl+Plus", ": width 1 58"},
+        {kColumnKeys, "mark 0", "ctrl+-", ": width 0 42"},
+        {kColumnKeys, "mark 0", "ctrl+Minus", ": width 0 42"},
+        {kColumnKeys, "mark 0 width 2147483644", "ctrl++", ": width 0 2147483647"},
+        {kColumnKeys, "mark 0 width 2147483647", "ctrl++", ": width 0 2147483647"},
+        {kColumnKeys, "mark 0 width 12", "ctrl+-", ": width 0 8"},
+        {kColumnKeys, "mark 0 width 3", "ctrl+-", ": width 0 3"},
+        {kColumnKeys, "mark 0", "ctrl+*", ": fit 0"},
+        {kColumnKeys, "mark 0", "*", ": not"},
+        {kColumnKeys, "mark 4", "ctrl+*", ": not"}, // there is no such column any more
+    };
     for (const auto& each : cases)
     {
-        List list;
-        list.cellFocus = true;
-        list.selection.focusColumn = each.from;
-        Input(list.selection, list).KeyDown(Number(each.key), {});
-        EXPECT_EQ(each.to, list.selection.focusColumn) << each.from;
-        EXPECT_EQ(each.to == each.from ? kNoRow : each.to, list.visibleColumn) << each.from;
-        EXPECT_EQ("", list.log);
+        const std::string scene = std::string("tree 1 rows 10 ") + each.scene + " keys ";
+        List on(scene + std::to_string(each.keys));
+        Do(each.act, on);
+        EXPECT_EQ(each.expected, on.State()) << each.scene << ": " << each.act;
+        if (on.log == " not")
+            continue;
+        List others(scene + std::to_string(kAllExtraKeys & ~each.keys));
+        Do(each.act, others);
+        EXPECT_EQ(": not", others.State()) << each.scene << ": " << each.act;
     }
 }
 
+// Random typing, and the row that a plain search finds.
+TEST(ExtraKeys, TypingGoesToTheNextRowThatBeginsSo)
+{
+    std::mt19937 random(23);
+    const auto below = [&random](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    for (int round = 0; round < 300; ++round)
+    {
+        List list("rows " + std::to_string(below(8)));
+        for (int row = 0; row < list.rows; ++row)
+            list.texts.push_back(std::string("aa b ab bba a b").substr(random() % 12, random() % 4));
+        const auto search = [&list](int after, const std::string& text) {
+            for (int row = after + 1; row <= after + list.rows; ++row)
+                if (list.texts[static_cast<std::size_t>(row % list.rows)].starts_with(text))
+                    return row % list.rows;
+            return kNoRow;
+        };
+        int& focus = list.selection.focusRow = below(list.rows + 1) - 1;
+        list.state.switchedOn = kTypeAheadKeys;
+        ExtraKeys keys(list.state, list.selection, list, list);
+        std::string typed;
+        int start = 0;
+        std::uint32_t time = UINT32_MAX - 2000;
+        for (int step = 0; step < 12; ++step)
+        {
+            const bool goesOn = below(4) != 0 && step > 0;
+            time += goesOn ? TypeAhead::kPause : TypeAhead::kPause + 1;
+            start = goesOn ? start : focus;
+            typed = goesOn ? typed : "";
+            const char character = "ab "[below(typed.empty() ? 2 : 3)];
+            typed += character;
+            int expected = search(start, typed);
+            if (expected == kNoRow && typed == std::string(typed.size(), character))
+                expected = search(focus, std::string(1, character));
+            expected = expected == kNoRow ? focus : expected;
+
+            list.selection.typingMayEdit = character != ' ';
+            EXPECT_EQ(character == ' ', keys.KeyDown(static_cast<unsigned char>(character), {}, time));
+            EXPECT_TRUE(keys.Character(static_cast<unsigned char>(character), time));
+            ASSERT_EQ(expected, focus) << "round " << round << ", typed '" << typed << "' from " << start;
+        }
+    }
+}
+
+TEST(ExtraKeys, TypingEndsAfterManyRowsAndAfterAPause)
+{
+    List list("focus 0 rows " + std::to_string(INT_MAX));
+    list.texts.assign(TypeAhead::kMaxRows + 2, "b");
+    list.texts.back() = "a";
+    EXPECT_EQ(kNoRow, list.state.typing.Type('a', 0, 0, list)) << "so many rows are not looked at";
+    EXPECT_EQ(TypeAhead::kMaxRows + 1, list.state.typing.Type('a', 5000, 1, list));
+    list.state.switchedOn = kTypeAheadKeys;
+    ExtraKeys keys(list.state, list.selection, list, list);
+    EXPECT_FALSE(keys.KeyDown(' ', {}, 20000)) << "which begins no text";
+    list.selection.typingMayEdit = true;
+    EXPECT_FALSE(keys.Character(8, 20000));
+    list.selection.typingMayEdit = false;
+    EXPECT_FALSE(keys.Character('a', 20000)) << "the key was a command";
+}
+
 // Rows of different heights, placed and scrolled by the rules of the control.
-class Pages : public List, public GeometrySource
+class Pages : public List
 {
 public:
-    Pages(int height, std::vector<int> previews) : m_previews(std::move(previews))
+    Pages(int height, std::vector<RowShape> shapes)
     {
-        rows = static_cast<int>(m_previews.size());
-        LayOut(view, 50, height, 0, false);
+        rows = static_cast<int>(shapes.size());
+        sheet.rows = std::move(shapes);
+        LayOut(sheet.view, 50, height, 0, false);
     }
-    int RowCount() override { return rows; }
-    RowShape ShapeOf(int row) override { return {m_previews[static_cast<std::size_t>(row)]}; }
-    CellContents ContentsOf(int, int) override { return {}; }
-    const std::vector<Column>& Columns() override { return m_columns; }
-    RowRange WholeRows() override { return geometry.RowsFrom(view.topRow); }
-    void EnsureVisible(int row) override { view.topRow = geometry.TopToShow(row); }
+    RowRange WholeRows() override { return sheet.geometry.RowsFrom(sheet.view.topRow); }
+    void EnsureVisible(int row) override { sheet.view.topRow = sheet.geometry.TopToShow(row); }
     void Scroll(RowScroll how) override
     {
-        const ScrollRequest requests[] = {ScrollRequest::PageBack, ScrollRequest::PageForward,
-                                          ScrollRequest::Begin, ScrollRequest::End};
-        view.topRow = RowAfter(requests[static_cast<int>(how)], 0, view, geometry);
+        const auto request = how == RowScroll::PageUp ? ScrollRequest::PageBack : ScrollRequest::PageForward;
+        sheet.view.topRow = RowAfter(request, 0, sheet.view, sheet.geometry);
         if (seesScrolls)
             See();
     }
@@ -153,14 +432,9 @@ public:
             seen.insert(row);
     }
 
+    Sheet sheet;
     std::set<int> seen;
     bool seesScrolls = false;
-    View view;
-    Geometry geometry{view, *this};
-
-private:
-    std::vector<int> m_previews;
-    std::vector<Column> m_columns;
 };
 
 TEST(Input, PagesShowEachRowWholeOnTheWay)
@@ -171,130 +445,27 @@ TEST(Input, PagesShowEachRowWholeOnTheWay)
         // A high row pushes others out of view when it comes in: then it is enough that the scroll showed
         // them.
         const bool isUneven = round % 2 != 0;
-        std::vector<int> previews(1 + random() % 60);
-        for (int& each : previews)
-            each = static_cast<int>(isUneven && random() % 4 == 0 ? random() % 30 : 0);
-        Pages pages(40 + static_cast<int>(random() % 60), std::move(previews));
+        std::vector<RowShape> shapes(1 + random() % 60);
+        for (RowShape& each : shapes)
+            each.previewHeight = static_cast<int>(isUneven && random() % 4 == 0 ? random() % 30 : 0);
+        Pages pages(40 + static_cast<int>(random() % 60), std::move(shapes));
         pages.seesScrolls = isUneven;
-        Input input(pages.selection, pages);
-        for (const Key key : {Key::PageDown, Key::PageUp})
+        pages.selection.focusRow = 0;
+        for (const char* const key : {"PageDown", "PageUp"})
         {
             pages.seen.clear();
             pages.See();
-            const int end = key == Key::PageDown ? pages.rows - 1 : 0;
+            const int end = key == std::string("PageDown") ? pages.rows - 1 : 0;
             for (int press = 0; press < 200 && pages.selection.focusRow != end; ++press)
             {
-                input.KeyDown(Number(key), {});
+                Do(key, pages);
                 pages.See();
-                EXPECT_LE(pages.view.topRow, pages.selection.focusRow);
+                EXPECT_LE(pages.sheet.view.topRow, pages.selection.focusRow);
             }
             EXPECT_EQ(end, pages.selection.focusRow);
             EXPECT_EQ(pages.rows, static_cast<int>(pages.seen.size())) << "round " << round;
         }
     }
-}
-
-TEST(Input, ClicksSelectAndEdit)
-{
-    const Modifiers none, shift{true, false}, control{false, true}, both{true, true};
-    const struct
-    {
-        int line;
-        int row, column;
-        Modifiers modifiers;
-        const char* expected; // anchor 3, the focus on row 5 and, with cell focus, column 2
-        bool cellFocus = false;
-    } cases[] = {
-        {__LINE__, 7, 2, none, "7,-1 anchor 7: select 7..7"},
-        {__LINE__, 7, 2, shift, "7,-1 anchor 3: select 7..3"},
-        {__LINE__, 7, 2, control, "7,-1 anchor 7: select 7..7 toggle"},
-        {__LINE__, 7, 2, both, "7,-1 anchor 7: select 7..3 add"},
-        {__LINE__, 5, 2, none, "5,-1 anchor 5: select 5..5"},
-        {__LINE__, kNoRow, 2, none, "5,-1 anchor 3:"},
-        {__LINE__, kFixedRow, 2, none, "-1,2 anchor 3: fixed"},
-        {__LINE__, kNoRow, kNoColumn, none, "5,-1 anchor 3:", true},
-        {__LINE__, 7, 2, none, "7,2 anchor 7: select 7..7", true},
-        {__LINE__, 5, 1, none, "5,-1 anchor 5: select 5..5", true}, // which cannot have the focus
-        {__LINE__, 5, 3, none, "5,3 anchor 5: select 5..5", true},
-        {__LINE__, 5, 4, none, "5,-1 anchor 5: select 5..5", true}, // gone since the click
-        {__LINE__, 5, 2, none, "5,2 anchor 5: select 5..5 edit 5,2 1", true},
-        {__LINE__, 5, 2, control, "5,2 anchor 5: select 5..5 toggle", true},
-    };
-    for (const auto& each : cases)
-    {
-        List list;
-        list.cellFocus = each.cellFocus;
-        list.selection = {5, each.cellFocus ? 2 : -1, 3, false, 5, 5};
-        Input(list.selection, list).Click(each.row, each.column, each.modifiers);
-        EXPECT_EQ(each.expected, std::to_string(list.selection.focusRow) + ',' +
-                                     std::to_string(list.selection.focusColumn) + " anchor " +
-                                     std::to_string(list.selection.anchor) + ':' + list.log)
-            << "line " << each.line;
-        EXPECT_EQ(list.shownColumn, list.selection.focusColumn) << "line " << each.line;
-    }
-
-    List list;
-    Input input(list.selection, list);
-    input.Click(kFixedRow, 2, none);
-    input.Click(kFixedRow, 2, none); // the second edits
-    EXPECT_EQ(" fixed fixed edit -1,2 1", list.log);
-    list.log.clear();
-    input.RightClick(4, none);
-    input.RightClick(6, shift);
-    input.RightClick(6, control);
-    input.RightClick(kNoRow, none);
-    EXPECT_EQ("4 top 0 anchor 4: select 4..4", State(list));
-    list.log.clear();
-    for (const int row : {6, 6, 3, kNoRow, 100})
-        input.DragTo(row);
-    EXPECT_EQ("3 top 0 anchor 4: select 6..4 select 3..4", State(list));
-}
-
-TEST(Input, TypingEditsAndKeypadChangesTheTree)
-{
-    List list;
-    Input input(list.selection, list);
-    list.tree = true;
-    list.selection.focusRow = 4;
-    for (const Key key : {Key::Add, Key::Subtract, Key::Multiply})
-    {
-        EXPECT_TRUE(input.KeyDown(Number(key), {}));
-        EXPECT_FALSE(input.Character('+'));
-    }
-    EXPECT_EQ(" tree 4+ tree 4- tree 4*", list.log);
-
-    list.log.clear();
-    list.cellFocus = true;
-    list.selection.focusColumn = 2;
-    const struct
-    {
-        unsigned key;
-        Modifiers modifiers;
-        bool edits;
-    } cases[] = {{'X', {}, true},
-                 {'X', {true, false}, true},
-                 {'X', {false, true}, false},
-                 {Number(Key::Escape), {}, false},
-                 {30, {}, false}};
-    for (const auto& each : cases)
-    {
-        EXPECT_FALSE(input.KeyDown(each.key, each.modifiers)) << each.key;
-        EXPECT_EQ(each.edits, input.Character('x')) << each.key;
-    }
-    EXPECT_EQ(" edit 4,2 120 edit 4,2 120", list.log);
-
-    list.log.clear();
-    for (const bool edits : {true, false})
-    {
-        list.edits = edits;
-        EXPECT_TRUE(input.KeyDown(Number(Key::Subtract), {}));
-        EXPECT_FALSE(input.Character('-')) << "which the key was already";
-    }
-    list.tree = false;
-    list.edits = true;
-    EXPECT_FALSE(input.KeyDown(Number(Key::Subtract), {}));
-    EXPECT_TRUE(input.Character('-'));
-    EXPECT_EQ(" edit 4,2 45 edit 4,2 45 tree 4- edit 4,2 45", list.log);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Items as callers, subclasses and owners see them: the record is what is read.
+#include "report/model/CopyRows.h"
 #include "tests/report/ModelControl.h"
 #include "tests/support/FailingMemory.h"
 
@@ -268,6 +269,28 @@ TEST(Items, ComeWholeOrNotAtAllWhenMemoryRunsOut)
         };
         ExpectAllOrNothing(make, act, Describe);
     }
+}
+
+TEST(CopyRows, GivesALineForEachRowAndATabBetweenCells)
+{
+    ModelControl control;
+    control.Define(3);
+    for (int item = 0; item < 3; ++item)
+        control.rows.InsertItem(item);
+    control.SetText(0, 0, "a\tb\r\nc");
+    control.SetText(1, 0, "\xC3\xA4\xE2\x82\xAC"); // UTF-8
+    control.SetText(1, 2, "\xE4\x80");             // the code page
+    control.rows.SetOrder({2, 1, 0});
+    std::string text;
+    const auto copy = [&](report::RowRange range) {
+        const ZEMA::WideString wide = report::CopyRows(control.items, control.rows, range, {2, 0});
+        ZEMA::FromWide(wide.data(), wide.size(), text);
+        return text;
+    };
+    EXPECT_EQ("\xC3\xA4\xE2\x82\xAC\t\xC3\xA4\xE2\x82\xAC\r\n\ta b  c\r\n", copy({1, 2}));
+    EXPECT_EQ("\t\r\n", copy({0, 0}));
+    EXPECT_EQ("\ta b  c\r\n", copy({2, 9})) << "rows that have gone";
+    EXPECT_EQ("", copy({0, -1}));
 }
 
 // Keys are read once, those of a tree item from its own subitem.

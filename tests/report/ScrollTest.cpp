@@ -1,6 +1,7 @@
 // Where scroll bars lead, and what is invalidated.
 #include "report/model/DirtyRows.h"
 #include "report/model/ScrollPosition.h"
+#include "tests/report/Sheet.h"
 
 #include <gtest/gtest.h>
 
@@ -11,20 +12,34 @@ namespace
 
 using namespace report;
 
-// 100 rows of 10 pixels and three columns of 100, in an area of 205 by 45 pixels.
-class ScrolledSheet : public GeometrySource
+// 100 rows of 10 pixels.
+class HundredRows : public Sheet
 {
 public:
-    ScrolledSheet() { LayOut(view, 205, 45, 0, false); }
-    int RowCount() override { return 100; }
-    RowShape ShapeOf(int) override { return {}; }
-    CellContents ContentsOf(int, int) override { return {}; }
-    const std::vector<Column>& Columns() override { return columns; }
-
-    View view;
-    std::vector<Column> columns{{0, 100}, {1, 100}, {2, 100}};
-    Geometry geometry{view, *this};
+    HundredRows(int width, int height, const std::vector<int>& columnWidths)
+    {
+        rows.resize(100);
+        for (const int each : columnWidths)
+            columns.push_back({static_cast<int>(columns.size()), each});
+        LayOut(view, width, height, 0, false);
+    }
 };
+
+TEST(ScrollPosition, BringsColumnsIntoView)
+{
+    HundredRows sheet(200, 80, {50, 300, 40, 30000});
+    const struct
+    {
+        int left, column, expected;
+    } cases[] = {{0, 0, 0},     {30, 0, 0},    {0, 1, 50},  {350, 1, 50},    {0, 2, 350},  {190, 2, 190},
+                 {191, 2, 191}, {200, 2, 200}, {0, 3, 390}, {20000, 3, 390}, {70, -1, 70}, {70, 4, 70}};
+    for (const auto& each : cases)
+    {
+        sheet.view.left = each.left;
+        EXPECT_EQ(each.expected, sheet.geometry.LeftToShow(each.column)) << each.left << ' ' << each.column;
+    }
+    EXPECT_EQ(30390 - 200, sheet.geometry.EndLeft());
+}
 
 TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
 {
@@ -33,6 +48,8 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
     {
         Request request;
         int thumb, top, rowAfter, left, leftAfter;
+        int height = 45; // of the area
+        int itemHeight = 10;
     } cases[] = {{Request::LineBack, 0, 0, 0, 0, 0},
                  {Request::LineBack, 0, 5, 4, 25, 15},
                  {Request::LineForward, 0, 5, 6, 25, 35},
@@ -47,12 +64,17 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
                  {Request::Thumb, INT_MAX, 5, 96, 5, 95},
                  {Request::Thumb, -1, 5, 0, 5, 0},
                  {Request::LineForward, 0, 99, 99, 200, 200}, // past the end
-                 {Request::PageForward, 0, 98, 98, 299, 299}};
+                 {Request::PageForward, 0, 98, 98, 299, 299},
+                 {Request::LineForward, 0, 99, 99, INT_MAX, INT_MAX},
+                 {Request::PageForward, 0, 5, 6, 0, 95, 5}, // one row fills the area
+                 {Request::PageBack, 0, 5, 4, 0, 0, 5},
+                 {Request::LineBack, 0, 5, 4, 25, 24, 45, 0}};
     for (const auto& each : cases)
     {
-        ScrolledSheet sheet;
+        HundredRows sheet(205, each.height, {100, 100, 100});
         sheet.view.topRow = each.top;
         sheet.view.left = each.left;
+        sheet.view.itemHeight = each.itemHeight;
         EXPECT_EQ(each.rowAfter, RowAfter(each.request, each.thumb, sheet.view, sheet.geometry))
             << &each - cases;
         EXPECT_EQ(each.leftAfter, LeftAfter(each.request, each.thumb, sheet.view, sheet.geometry))
@@ -60,24 +82,18 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
     }
 }
 
-TEST(ScrollPosition, IsCutToTheRowsAndToTheirWidth)
+TEST(ScrollPosition, IsCutToTheRowsAndComesBackOnceFromTooFar)
 {
-    View view;
-    ScrollPosition position(view);
+    HundredRows sheet(205, 45, {});
+    ScrollPosition position(sheet.view);
     const std::tuple<int, int, bool> cases[] = {{-1, 0, false}, {7, 7, true}, {7, 7, false}, {9, 8, true}};
     for (const auto& [wanted, reached, moved] : cases)
     {
         EXPECT_EQ(moved, position.SetTop(wanted, 8));
-        EXPECT_EQ(reached, view.topRow);
+        EXPECT_EQ(reached, sheet.view.topRow);
         EXPECT_EQ(moved, position.SetLeft(wanted, 8));
-        EXPECT_EQ(reached, view.left);
+        EXPECT_EQ(reached, sheet.view.left);
     }
-}
-
-TEST(ScrollPosition, ComesBackOnceFromTooFar)
-{
-    ScrolledSheet sheet;
-    ScrollPosition position(sheet.view);
     position.SetTop(99, 100);
     EXPECT_FALSE(position.Fit(sheet.geometry)) << "a program may scroll so far";
     position.MarkTooFar();
@@ -88,21 +104,10 @@ TEST(ScrollPosition, ComesBackOnceFromTooFar)
     EXPECT_FALSE(position.Fit(sheet.geometry)) << "nothing moves";
 }
 
-TEST(ScrollPosition, PagesGoOnWhereOneRowFillsTheArea)
-{
-    ScrolledSheet sheet;
-    LayOut(sheet.view, 205, 5, 0, false);
-    sheet.view.topRow = 5;
-    EXPECT_EQ(6, RowAfter(ScrollRequest::PageForward, 0, sheet.view, sheet.geometry));
-    EXPECT_EQ(4, RowAfter(ScrollRequest::PageBack, 0, sheet.view, sheet.geometry));
-    sheet.view.left = INT_MAX;
-    EXPECT_EQ(INT_MAX, LeftAfter(ScrollRequest::LineForward, 0, sheet.view, sheet.geometry));
-}
-
 TEST(DirtyRows, AskForFewRangesInViewAndThenForAll)
 {
     using Request = DirtyRows::Request;
-    ScrolledSheet sheet;
+    HundredRows sheet(205, 45, {});
     sheet.view.topRow = 10; // rows to 14 are in view
     DirtyRows dirty;
     const std::tuple<int, int, Request> cases[] = {

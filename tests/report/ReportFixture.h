@@ -6,12 +6,14 @@
 #include <commctrl.h>
 #include <functional>
 #include <gtest/gtest.h>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
 constexpr int kItemHeight = 20; // of the rows that Show makes, like the next
 constexpr int kColumnWidth = 50;
+constexpr int kHeaderY = 5; // within the header
 
 // Values with a blank between them.
 template <typename... Values> std::string Line(const Values&... values)
@@ -30,7 +32,8 @@ public:
 
     std::vector<UINT> codes;
     std::function<LRESULT(NMHDR&)> answer;
-    CPoint menuPoint; // of the last context menu asked for
+    bool takes = false; // what it is told, where there is no such function
+    CPoint menuPoint;   // of the last context menu asked for
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
@@ -45,17 +48,18 @@ protected:
         if (static_cast<int>(header.code) > -2048)
             return FALSE; // the header's own
         codes.push_back(header.code);
-        *result = answer ? answer(header) : 0;
+        *result = answer ? answer(header) : takes;
         return TRUE;
     }
 };
 
-// The control with its extension points in reach.
+// The control with its extension points in reach. It tells of moments at which somebody else's code runs.
 class TestReport : public CReportCtrl
 {
 public:
     using CReportCtrl::BuildTree;
     using CReportCtrl::CreatePalette;
+    using CReportCtrl::DrawCtrl;
     using CReportCtrl::GetTreeFocus;
     using CReportCtrl::GetVisibleAncestor;
     using CReportCtrl::InsertTree;
@@ -64,15 +68,72 @@ public:
     using CReportCtrl::SetState;
     using CReportCtrl::SetTreeFocus;
 
-    structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
+    std::function<void(const std::string&)> moment;
+    std::function<__int64(_RVITEM&)> load; // what callback mode answers
+    std::function<__int64(_NMRVITEMDRAW&)> drawPreview;
+    bool refusesDrags = false;
+    int dpi = 0; // and the wheel's lines: those of the system, if 0
+    unsigned wheelLines = 0;
 
-    // What callback mode answers.
-    std::function<__int64(_RVITEM&)> load;
+    structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
+    void SetColors(int item, int text, int background)
+    {
+        _RVITEM change;
+        change.item = item;
+        change.mask = RVIM_TEXTCOLOR | RVIM_BACKGROUNDCOLOR;
+        change.textColor = text;
+        change.backgroundColor = background;
+        SetItem(&change);
+    }
+    void Tell(const std::string& kind) const
+    {
+        if (moment)
+            moment(kind);
+    }
+    int GetResolution() override { return dpi ? dpi : CReportCtrl::GetResolution(); }
 
 protected:
+    unsigned GetMouseScrollLines() override
+    {
+        return wheelLines ? wheelLines : CReportCtrl::GetMouseScrollLines();
+    }
+    int BeginEdit(int row, int column, unsigned key) override
+    {
+        Tell("edit " + Line(row, column, key));
+        return 0;
+    }
+    void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
+    {
+        Tell(item->state & RVIS_SELECTED ? "selected" : "item");
+        CReportCtrl::DrawItem(dc, rect, item);
+    }
+    void DrawRow(CDC* dc, CRect row, CRect clip, int number, _RVITEM* item, int odd, int fixed) override
+    {
+        Tell(fixed ? "fixed" : odd ? "odd" : "even");
+        CReportCtrl::DrawRow(dc, row, clip, number, item, odd, fixed);
+    }
+    void DrawBkgnd(CDC* dc, CRect rect, unsigned long color) override
+    {
+        Tell("background");
+        CReportCtrl::DrawBkgnd(dc, rect, color);
+    }
     __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification) override
     {
+        Tell("callback");
         return load ? load(reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item) : 0;
+    }
+    __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification) override
+    {
+        Tell("preview");
+        return drawPreview ? drawPreview(*reinterpret_cast<_NMRVITEMDRAW*>(notification)) : 0;
+    }
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
+    {
+        const UINT code = reinterpret_cast<NMHDR*>(lParam)->code;
+        if (code == HDN_BEGINDRAG || code == HDN_ENDDRAG)
+            Tell(code == HDN_BEGINDRAG ? "drag" : "drop");
+        *result = refusesDrags && code == HDN_BEGINDRAG;
+        return *result || CReportCtrl::OnNotify(wParam, lParam, result);
     }
 };
 
@@ -127,6 +188,12 @@ protected:
         parent.codes.clear();
     }
 
+    // Rows that fill a window of ten, without a header.
+    void ShowRows(DWORD style, std::size_t items)
+    {
+        Show(style | WS_VISIBLE | RVS_NOHEADER, Texts(items, "x"));
+    }
+
     // Defines subitems with these captions, each shown in a column.
     void Define(const Texts& captions)
     {
@@ -161,6 +228,7 @@ protected:
         const Held held(with);
         report.SendMessage(WM_KEYDOWN, key);
     }
+    void Type(WPARAM character) { Key('Q'), report.SendMessage(WM_CHAR, character); }
     static void Send(HWND hwnd, UINT message, int x, int y, WPARAM flags = MK_LBUTTON)
     {
         ::SendMessage(hwnd, message, flags, MAKELPARAM(x, y));
@@ -171,15 +239,18 @@ protected:
         Mouse(WM_LBUTTONDOWN, x, y, MK_LBUTTON | flags);
         Mouse(WM_LBUTTONUP, x, y, flags);
     }
-    // Presses the header at the first point, moves to the others and lets go at the last one.
-    void DragHeader(std::initializer_list<CPoint> points)
+    void MouseOnHeader(UINT message, int x, int y = kHeaderY) { Send(header, message, x, y); }
+    void ClickHeader(int x, UINT press = WM_LBUTTONDOWN)
     {
-        Send(header, WM_LBUTTONDOWN, points.begin()->x, points.begin()->y);
-        for (const CPoint* point = points.begin() + 1; point != points.end(); ++point)
-            Send(header, WM_MOUSEMOVE, point->x, point->y);
-        Send(header, WM_LBUTTONUP, points.end()[-1].x, points.end()[-1].y);
+        MouseOnHeader(press, x);
+        MouseOnHeader(WM_LBUTTONUP, x);
     }
-    void ClickHeader(int x) { DragHeader({CPoint(x, 5)}); }
+    void DragHeader(int from, int to, int y = kHeaderY)
+    {
+        MouseOnHeader(WM_LBUTTONDOWN, from);
+        MouseOnHeader(WM_MOUSEMOVE, to, y);
+        MouseOnHeader(WM_LBUTTONUP, to, y);
+    }
     void Redraw() { report.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); }
 
     // ---- What is to be seen then
@@ -227,26 +298,25 @@ protected:
         return std::string(1, static_cast<char>('a' + subitem)) + (ascending ? '+' : '-');
     }
 
-    std::string Selected()
+    // Of selection, focus and position.
+    std::string State()
     {
         int first = 0;
         int last = 0;
         report.GetSelectedRows(&first, &last);
-        return std::to_string(first) + " to " + std::to_string(last);
+        const std::string column = "," + std::to_string(report.GetCurrentFocusColumn());
+        return Line(first, "to", last, "focus", std::to_string(report.GetCurrentFocus()) + column, "top",
+                    report.GetTopIndex());
     }
 
-    // Of selection, focus and position.
-    std::string State()
-    {
-        return Selected() + " focus " + std::to_string(report.GetCurrentFocus()) + ',' +
-               std::to_string(report.GetCurrentFocusColumn()) + " top " +
-               std::to_string(report.GetTopIndex());
-    }
+    // A random number below the limit, the same ones in each run.
+    int Below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
 
     ReportParent parent;
     Report report;
     bool tree = false;
     HWND header = nullptr;
+    std::minstd_rand random{7};
 };
 
 using ReportTest = ReportTestOf<TestReport>;

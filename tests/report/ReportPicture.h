@@ -1,9 +1,12 @@
 // The pixels that a report control draws.
 #pragma once
 
-#include "afxwin.h"
+#include "ReportCtrl.h"
 
+#include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
 class ReportPicture
@@ -18,13 +21,11 @@ public:
         info.bmiHeader = {sizeof(BITMAPINFOHEADER), m_width, -m_height, 1, 32, 0, 0, 0, 0, 0, 0};
         void* bits = nullptr;
         m_bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        dc.CreateCompatibleDC(nullptr);
-        m_old = ::SelectObject(dc, m_bitmap.GetSafeHandle());
         m_bits = static_cast<const DWORD*>(bits);
+        dc.CreateCompatibleDC(nullptr);
+        ::SelectObject(dc, m_bitmap.GetSafeHandle());
     }
-    ~ReportPicture() { ::SelectObject(dc, m_old); }
-    ReportPicture(const ReportPicture&) = delete;
-    ReportPicture& operator=(const ReportPicture&) = delete;
+    ~ReportPicture() { dc.DeleteDC(); } // before the bitmap
 
     // What a window shows.
     void Take(HWND hwnd)
@@ -60,41 +61,61 @@ private:
     int m_width;
     int m_height;
     CBitmap m_bitmap;
-    HGDIOBJ m_old = nullptr;
     const DWORD* m_bits = nullptr;
 };
 
 // So many pixels of a colour there.
 struct Spot
 {
-    static constexpr int kSome = -1;
-
     CRect rect;
     COLORREF color;
     int count;
 };
+constexpr int kSome = -1;
+constexpr int kAll = -2;
 
-inline Spot All(const CRect& rect, COLORREF color)
+struct Scene
 {
-    return {rect, color, rect.Width() * rect.Height()};
-}
+    std::function<void()> prepare;
+    std::vector<Spot> spots;
+};
 
-inline Spot Some(const CRect& rect, COLORREF color)
+// Prepares one after the other, paints it by `paint`, and looks for its spots.
+inline void ExpectScenes(const ReportPicture& picture, const std::function<void()>& paint,
+                         std::initializer_list<Scene> scenes)
 {
-    return {rect, color, Spot::kSome};
-}
-
-inline Spot None(const CRect& rect, COLORREF color)
-{
-    return {rect, color, 0};
-}
-
-inline void ExpectSpots(const ReportPicture& picture, const std::vector<Spot>& spots)
-{
-    for (const Spot& spot : spots)
+    for (const Scene& scene : scenes)
     {
-        const int count = picture.Count(spot.rect, spot.color);
-        EXPECT_TRUE(spot.count == Spot::kSome ? count > 0 : count == spot.count)
-            << "spot " << &spot - spots.data() << ": " << count << " and not " << spot.count;
+        scene.prepare();
+        paint();
+        for (const Spot& spot : scene.spots)
+        {
+            const int count = picture.Count(spot.rect, spot.color);
+            const int wanted = spot.count == kAll ? spot.rect.Width() * spot.rect.Height() : spot.count;
+            EXPECT_TRUE(wanted == kSome ? count > 0 : count == wanted)
+                << "scene " << &scene - scenes.begin() << ", spot " << &spot - scene.spots.data() << ": "
+                << count << " and not " << wanted;
+        }
     }
+}
+
+// Puts a line of pixels behind the rows, from a file that is gone then. `colors` has four bytes for each.
+inline void ShowBitmap(CReportCtrl& report, int width, WORD bits, const std::string& pixels,
+                       const std::string& colors = "", DWORD used = 0)
+{
+    char folder[MAX_PATH] = "";
+    ::GetTempPath(sizeof(folder), folder);
+    const std::string path = std::string(folder) + "report_picture.bmp";
+    BITMAPFILEHEADER file = {};
+    file.bfType = 0x4D42;
+    file.bfOffBits = static_cast<DWORD>(sizeof(file) + sizeof(BITMAPINFOHEADER) + colors.size());
+    file.bfSize = file.bfOffBits + static_cast<DWORD>(pixels.size());
+    const BITMAPINFOHEADER info = {sizeof(info), width, 1, 1, bits, BI_RGB, 0, 0, 0, used, 0};
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof(file));
+    out.write(reinterpret_cast<const char*>(&info), sizeof(info));
+    out << colors << pixels;
+    out.close();
+    EXPECT_EQ(1, report.SetBkImage(path.c_str()));
+    EXPECT_TRUE(::DeleteFile(path.c_str()));
 }

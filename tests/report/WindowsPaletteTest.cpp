@@ -1,12 +1,12 @@
 // What only a display of 256 colours shows; palette_test.sh provides one.
 #include "tests/report/ReportFixture.h"
+#include "tests/report/ReportPicture.h"
 
 #include "tests/support/GuiCounts.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <set>
 
 namespace
@@ -31,39 +31,16 @@ std::multiset<std::string> Palettes()
         if (::GetObjectType(object) != OBJ_PAL)
             return;
         const UINT count = ::GetPaletteEntries(static_cast<HPALETTE>(object), 0, 256, entries);
-        const PALETTEENTRY& last = entries[count - 1];
-        char text[64];
-        std::snprintf(text, sizeof(text), "%u: %02x%02x%02x to %02x%02x%02x", count, entries[0].peRed,
-                      entries[0].peGreen, entries[0].peBlue, last.peRed, last.peGreen, last.peBlue);
-        palettes.insert(text);
+        const PALETTEENTRY &first = entries[0], &last = entries[count - 1];
+        palettes.insert(Line(count, +first.peRed, +first.peGreen, +first.peBlue, "to", +last.peRed,
+                             +last.peGreen, +last.peBlue));
     });
     return palettes;
 }
 
-// A picture of one pixel whose colours have the red of their number.
-std::string WriteBitmap(WORD bits, DWORD used)
-{
-    char path[MAX_PATH] = "";
-    ::GetTempPath(sizeof(path), path);
-    const std::string file = std::string(path) + "palette_test.bmp";
-    const DWORD colors = bits > 8 ? 0 : used ? used : 1u << bits;
-    BITMAPFILEHEADER fileHeader = {};
-    fileHeader.bfType = 0x4D42;
-    fileHeader.bfOffBits = static_cast<DWORD>(sizeof(fileHeader) + sizeof(BITMAPINFOHEADER) + 4 * colors);
-    fileHeader.bfSize = fileHeader.bfOffBits + 4;
-    const BITMAPINFOHEADER header = {sizeof(header), 1, 1, 1, bits, BI_RGB, 4, 0, 0, used, 0};
-    std::ofstream out(file, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&fileHeader), sizeof(fileHeader));
-    out.write(reinterpret_cast<const char*>(&header), sizeof(header));
-    for (DWORD color = 0; color < colors; ++color)
-        out.write("\1\2", 2).put(static_cast<char>(color)).put(0);
-    out.write("\0\0\0", 4);
-    return file;
-}
-
 TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
 {
-    const std::string halftone = "256: 000000 to ffffff";
+    const std::string halftone = "256 0 0 0 to 255 255 255";
     const struct
     {
         WORD bits;
@@ -72,12 +49,12 @@ TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
         std::string expected;
     } cases[] = {
         {0, 0, 0, ""},
-        {0, 0, 2, "2: 112233 to 010000"},
-        {0, 0, 256, "256: 112233 to ff0000"},
+        {0, 0, 2, "2 17 34 51 to 1 0 0"},
+        {0, 0, 256, "256 17 34 51 to 255 0 0"},
         {0, 0, 257, halftone},
-        {4, 0, 0, "16: 000201 to 0f0201"},
-        {4, 0, 2, "18: 112233 to 0f0201"},
-        {8, 0, 0, "256: 000201 to ff0201"},
+        {4, 0, 0, "16 0 2 1 to 15 2 1"},
+        {4, 0, 2, "18 17 34 51 to 15 2 1"},
+        {8, 0, 0, "256 0 2 1 to 255 2 1"},
         {8, 0, 1, halftone},
         {24, 0, 0, halftone},
     };
@@ -85,12 +62,11 @@ TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
     for (const auto& each : cases)
     {
         report.DeleteAllColors();
-        if (each.bits)
-        {
-            const std::string file = WriteBitmap(each.bits, each.used);
-            EXPECT_EQ(1, report.SetBkImage(file.c_str()));
-            EXPECT_TRUE(::DeleteFile(file.c_str()));
-        }
+        std::string reds; // the colours of a bitmap have the red of their number
+        for (DWORD color = 0; each.bits <= 8 && color < (each.used ? each.used : 1u << each.bits); ++color)
+            reds += {'\1', '\2', static_cast<char>(color), '\0'};
+        if (each.bits > 0)
+            ShowBitmap(report, 1, each.bits, std::string(4, '\0'), reds, each.used);
         for (int index = 0; index < each.colors; ++index)
             EXPECT_EQ(index, report.InsertColor(index, index ? static_cast<COLORREF>(index) : 0x332211));
         EXPECT_EQ(!each.expected.empty(), report.CreatePalette() == 1);
@@ -109,10 +85,7 @@ TEST_F(Palette, PaintsInTheColoursOfItsPalette)
     Show(WS_VISIBLE | RVS_NOHEADER, {""});
     ASSERT_TRUE(CClientDC(&report).GetDeviceCaps(RASTERCAPS) & RC_PALETTE) << "the display has no palette";
     report.InsertColor(0, RGB(color.peRed, color.peGreen, color.peBlue));
-    _RVITEM change;
-    change.mask = RVIM_BACKGROUNDCOLOR;
-    change.backgroundColor = 0;
-    report.SetItem(&change);
+    report.SetColors(0, -1, 0);
     for (const int doubleBuffer : {0, 1})
     {
         report.ModifyProperty(RVP_DOUBLEBUFFER, doubleBuffer);

@@ -3,29 +3,12 @@
 #include "ReportSubItemListCtrl.h"
 #include "tests/report/ReportFixture.h"
 #include "tests/report/ReportPicture.h"
-#include "tests/support/NothingLeft.h"
 
 namespace
 {
 
-class HeaderReport : public TestReport
-{
-public:
-    bool refusesDrags = false;
-
-protected:
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
-    {
-        const bool refused = refusesDrags && reinterpret_cast<NMHDR*>(lParam)->code == HDN_BEGINDRAG;
-        *result = refused;
-        return refused || TestReport::OnNotify(wParam, lParam, result);
-    }
-};
-
-constexpr int kY = 5; // within the header
-
 // Columns a, b and c, 50 pixels each, in a header 300 pixels wide.
-class ReportHeader : public ReportTestOf<HeaderReport>
+class ReportHeader : public ReportTest
 {
 protected:
     ReportHeader()
@@ -33,8 +16,6 @@ protected:
         parent.ShowWindow(SW_SHOW);
         Show(WS_VISIBLE);
     }
-
-    void Drag(int from, int to, int y = kY) { DragHeader({CPoint(from, kY), CPoint(to, y)}); }
 
     static std::string Entries(CWnd& list)
     {
@@ -64,11 +45,10 @@ TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
 {
     Fill({"2", "3", "1"});
     int told = -1;
-    LRESULT answer = 0;
     parent.answer = [&](NMHDR& click) {
         EXPECT_EQ(RVN_COLUMNCLICK, click.code); // a sort mark changes no column
         told = reinterpret_cast<_NMRVHEADER&>(click).subitem;
-        return answer;
+        return parent.takes;
     };
     Follow(
         {
@@ -76,11 +56,11 @@ TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
             {"0 a- 3 2 1", [&] { ClickHeader(25); }},
             {"1 b+ 1 2 3", [&] { ClickHeader(75); }},
             {"0 a+ 1 2 3", [&] { ClickHeader(25); }},
-            {"0 a- 3 2 1",
-             [&] { Send(header, WM_LBUTTONDBLCLK, 25, kY), Send(header, WM_LBUTTONUP, 25, kY); }},
-            {"2 a- 3 2 1", [&] { answer = 1, ClickHeader(125); }}, // and is refused
-            {"-1 a- 3 2 1", [&] { told = -1, Drag(25, 60); }},     // off the item, and back on the next one
-            {"1 a- 3 2 1", [&] { report.ModifyStyle(0, RVS_NOHEADERSORT), answer = 0, ClickHeader(75); }},
+            {"0 a- 3 2 1", [&] { ClickHeader(25, WM_LBUTTONDBLCLK); }},
+            {"2 a- 3 2 1", [&] { parent.takes = true, ClickHeader(125); }},
+            {"-1 a- 3 2 1", [&] { told = -1, DragHeader(25, 60); }}, // off the item, and back on the next one
+            {"1 a- 3 2 1",
+             [&] { report.ModifyStyle(0, RVS_NOHEADERSORT), parent.takes = false, ClickHeader(75); }},
         },
         [&] { return Line(told, SortMark(), Rows()); });
     Show(WS_VISIBLE | RVS_CALLBACK);
@@ -98,7 +78,10 @@ TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
         widths.push_back(report.GetSubItemWidth(change.subitem));
         return 0;
     };
-    DragHeader({CPoint(50, kY), CPoint(150, kY), CPoint(80, kY)});
+    MouseOnHeader(WM_LBUTTONDOWN, 50);
+    MouseOnHeader(WM_MOUSEMOVE, 150);
+    MouseOnHeader(WM_MOUSEMOVE, 80);
+    MouseOnHeader(WM_LBUTTONUP, 80);
     EXPECT_EQ((std::vector<int>{150, 80, 80}), widths);
     report.DeactivateAllSubItems();
     EXPECT_EQ(0, report.ActivateSubItem(0, 0));
@@ -109,7 +92,7 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
 {
     const auto fit = [this] {
         report.SetSubItemWidth(0, 50);
-        Send(header, WM_LBUTTONDBLCLK, 50, kY);
+        ClickHeader(50, WM_LBUTTONDBLCLK);
         return report.GetSubItemWidth(0);
     };
     const auto needs = [this](int item) {
@@ -121,11 +104,9 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
     Fill({"1", "a long text in this one", "22"});
     EXPECT_LT(60, needs(1));
     EXPECT_EQ(needs(1), fit());
-    report.SetItemState(1, RVIS_BOLD, RVIS_BOLD);
-    EXPECT_LT(fit(), needs(1) + 1);
-    parent.answer = [](NMHDR& told) { return told.code == RVN_DIVIDERDBLCLICK; };
+    parent.takes = true;
     EXPECT_EQ(50, fit());
-    parent.answer = nullptr;
+    parent.takes = false;
     _RVSUBITEM fixed;
     fixed.format = RVSF_FIXEDWIDTH;
     report.RedefineSubItem(0, &fixed);
@@ -133,17 +114,14 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
 
     Show(WS_VISIBLE | RVS_TREE);
     _TREEITEM* const top = report.InsertTreeItem(nullptr, nullptr, "text");
-    _TREEITEM* const child = report.InsertTreeItem(top, nullptr, "text");
+    const int child = report.GetItemIndex(report.InsertTreeItem(top, nullptr, "text"));
     report.Expand(top, RVE_EXPAND);
     report.UpdateWindow();
-    EXPECT_EQ(needs(child->item) + 2 * kItemHeight, fit()) << "indented";
+    EXPECT_EQ(needs(child) + 2 * kItemHeight, fit()) << "indented";
 
     Show(WS_VISIBLE | RVS_CALLBACK); // where only rows that are seen are asked for
     int last = 0;
-    report.load = [&](_RVITEM& item) {
-        last = std::max(last, item.item);
-        return 0;
-    };
+    report.load = [&](_RVITEM& item) { return last = std::max(last, item.item), 0; };
     report.SetItemCount(1000);
     fit();
     EXPECT_GT(20, last);
@@ -157,33 +135,28 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
         int from, to, y;
         const char* columns;
     } cases[] = {
-        {0, 25, 130, kY, "bca"},
-        {0, 125, 5, kY, "cab"},
-        {0, 25, 290, kY, "bca"},  // after the last
-        {0, 75, 250, 100, "abc"}, // off the header
-        {0, 75, 320, kY, "abc"},
+        {0, 25, 130, kHeaderY, "bca"},
+        {0, 125, 5, kHeaderY, "cab"},
+        {0, 25, 290, kHeaderY, "bca"}, // after the last
+        {0, 75, 250, 100, "abc"},      // off the header
+        {0, 75, 320, kHeaderY, "abc"},
         {RVS_DRAGCOLUMNS, 75, 250, 100, "ac"},
         {RVS_DRAGCOLUMNS, 75, 250, -30, "ac"},
-        {RVS_DRAGCOLUMNS, 75, 70, kY, "abc"}, // no drag: its own place
+        {RVS_DRAGCOLUMNS, 75, 70, kHeaderY, "abc"}, // no drag: its own place
     };
     for (const auto& each : cases)
     {
         Show(WS_VISIBLE | each.style);
-        Drag(each.from, each.to, each.y);
+        DragHeader(each.from, each.to, each.y);
         EXPECT_EQ(each.columns, Columns()) << &each - cases;
         EXPECT_EQ(nullptr, ::GetCapture());
         EXPECT_EQ(each.columns != std::string("abc"), ::GetUpdateRect(report, nullptr, FALSE) != 0);
-        int clicked = -1; // the header knows where its columns are now
-        parent.answer = [&](NMHDR& told) {
-            return clicked = reinterpret_cast<_NMRVHEADER&>(told).subitem, 0;
-        };
-        ClickHeader(25);
-        EXPECT_EQ(std::string(2, each.columns[0]) + '+', static_cast<char>('a' + clicked) + SortMark());
-        parent.answer = nullptr;
         report.refusesDrags = true;
-        Drag(75, 5);
+        DragHeader(75, 5);
         EXPECT_EQ(each.columns, Columns()) << "refused";
         report.refusesDrags = false;
+        ClickHeader(25); // the header knows where its columns are now
+        EXPECT_EQ(std::string(1, each.columns[0]) + '+', SortMark());
     }
 }
 
@@ -199,20 +172,20 @@ TEST_F(ReportHeader, EndsADragThatGoesNowhere)
     {
         SCOPED_TRACE(&end - ends);
         Show(WS_VISIBLE | RVS_DRAGCOLUMNS);
-        Send(header, WM_LBUTTONDOWN, 25, kY);
-        Send(header, WM_MOUSEMOVE, 130, kY);
+        MouseOnHeader(WM_LBUTTONDOWN, 25);
+        MouseOnHeader(WM_MOUSEMOVE, 130);
         EXPECT_TRUE(DragWindow() && DropWindow());
         end();
         EXPECT_FALSE(DragWindow() || DropWindow());
-        Send(header, WM_LBUTTONUP, 130, kY);
+        MouseOnHeader(WM_LBUTTONUP, 130);
         EXPECT_EQ(report.m_hWnd ? "abc" : "", Columns().substr(0, 3));
     }
 }
 
 TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
 {
-    Send(header, WM_LBUTTONDOWN, 75, kY);
-    Send(header, WM_MOUSEMOVE, 130, kY);
+    MouseOnHeader(WM_LBUTTONDOWN, 75);
+    MouseOnHeader(WM_MOUSEMOVE, 130);
     CRect place, mark, dragged;
     ::GetWindowRect(header, place);
     ::GetWindowRect(DropWindow(), mark);
@@ -230,10 +203,10 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
         EXPECT_EQ(inside, ::PtInRegion(region, x, y) != 0) << x << ", " << y - h;
     ::DeleteObject(region);
 
-    Send(header, WM_MOUSEMOVE, 75, kY); // and back to its own place
+    MouseOnHeader(WM_MOUSEMOVE, 75); // and back to its own place
     EXPECT_TRUE(DragWindow() && !DropWindow());
     report.ModifyStyle(0, RVS_DRAGCOLUMNS);
-    Send(header, WM_LBUTTONUP, 75, kY);
+    MouseOnHeader(WM_LBUTTONUP, 75);
     EXPECT_EQ("abc", Columns()) << "which changes nothing";
 }
 
@@ -255,7 +228,7 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
     const auto pull = [&](int x, int y, bool escape) {
         Send(*list, WM_LBUTTONDOWN, 5, 20); // the second entry
         Send(*list, WM_MOUSEMOVE, x, y - 100);
-        EXPECT_EQ(y == kY, DropWindow() != nullptr);
+        EXPECT_EQ(y == kHeaderY, DropWindow() != nullptr);
         if (escape)
             PressEscape();
         Send(*list, WM_LBUTTONUP, x, y - 100);
@@ -263,12 +236,12 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
     };
     Follow(
         {
-            {"ac b", [&] { Drag(75, 20, 120); }},
-            {"c ab", [&] { Drag(25, 20, 120); }},
-            {"c ab", [&] { pull(10, kY, true); }},
+            {"ac b", [&] { DragHeader(75, 20, 120); }},
+            {"c ab", [&] { DragHeader(25, 20, 120); }},
+            {"c ab", [&] { pull(10, kHeaderY, true); }},
             {"c ab", [&] { pull(10, 50, false); }},
             {"c ab", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 90); }}, // below the entries
-            {"bc a", [&] { pull(10, kY, false); }},
+            {"bc a", [&] { pull(10, kHeaderY, false); }},
             {"bca ", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 5); }},
             {"ba c", [&] { report.DeactivateSubItem(2); }},
             {"a bc", [&] { report.DeactivateSubItem(1); }},
@@ -291,21 +264,6 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
     EXPECT_EQ(nullptr, report.GetReportSubItemListCtrl());
 }
 
-TEST_F(ReportHeader, LeavesNothingBehind)
-{
-    ExpectNothingLeft([this] {
-        Send(header, WM_LBUTTONDOWN, 25, kY);
-        for (const int x : {70, 130, 200, 130})
-        {
-            Send(header, WM_MOUSEMOVE, x, x == 200 ? 100 : kY);
-            ::RedrawWindow(header, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-            ::UpdateWindow(DragWindow());
-        }
-        Send(header, WM_LBUTTONUP, 130, kY);
-    });
-    EXPECT_EQ("bca", Columns());
-}
-
 TEST_F(ReportHeader, ShowsTheFixedRowWithPreviewsAlone)
 {
     const auto show = [this](int rows, int columns) {
@@ -323,44 +281,35 @@ TEST_F(ReportHeader, ShowsTheFixedRowWithPreviewsAlone)
 
 TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
 {
-    ReportPicture picture;
-    const auto expect = [&](const char* what, std::vector<Spot> spots) {
-        SCOPED_TRACE(what);
-        ::UpdateWindow(header);
-        picture.Take(header);
-        ExpectSpots(picture, spots);
-    };
     const COLORREF text = ::GetSysColor(COLOR_BTNTEXT), dark = ::GetSysColor(COLOR_3DDKSHADOW),
                    high = ::GetSysColor(COLOR_HIGHLIGHT), face = ::GetSysColor(COLOR_BTNFACE);
-    const CRect left(0, 0, 25, 15), right(25, 0, 49, 15), mark(37, 0, 44, 15), second(24, 0, 33, 15);
-    expect("captions", {Some(left, text), None(right, text), Some(CRect(50, 0, 75, 15), text)});
-    report.SortItems(0, 1);
     CRect client;
     ::GetClientRect(header, client);
     const int middle = (client.bottom - 1 - 4) / 2;
-    const CRect top(37, middle, 44, middle + 1), bottom(37, middle + 3, 44, middle + 4);
-    expect("ascending", {{top, dark, 1}, {bottom, dark, 7}, None(second, high)});
-    report.SortItems(0, 0);
-    expect("descending", {{top, dark, 7}, {bottom, dark, 1}});
-    report.GetHeaderCtrl()->SetItemFiltered(0, true);
-    expect("filtered, left of the other",
-           {{mark, dark, 16}, Some(CRect(26, 0, 33, 15), high), None(mark, high)});
-    report.GetHeaderCtrl()->SetItemFiltered(0, false);
+    const CRect left(0, 0, 25, 15), right(25, 0, 49, 15), mark(37, 0, 44, 15), second(24, 0, 33, 15),
+        next(50, 0, 75, 15), top(37, middle, 44, middle + 1), bottom(37, middle + 3, 44, middle + 4),
+        ground(76, 1, 80, client.bottom - 2);
+    CReportHeaderCtrl& shown = *report.GetHeaderCtrl();
     _RVSUBITEM aligned;
     aligned.width = kColumnWidth;
     aligned.text = "a";
     aligned.format = HDF_RIGHT;
-    report.RedefineSubItem(1, &aligned);
-    expect("right", {None(CRect(50, 0, 75, 15), text), Some(CRect(85, 0, 94, 15), text)});
-    const CRect ground(76, 1, 80, client.bottom - 2);
-    expect("not pressed", {All(ground, face)});
-    Send(header, WM_LBUTTONDOWN, 75, kY);
-    expect("pressed", {None(ground, face)});
-    Send(header, WM_MOUSEMOVE, 60, 3);
-    expect("pressed still", {None(ground, face)});
-    Send(header, WM_MOUSEMOVE, 48, kY);
-    expect("not on it any more", {All(ground, face)});
-    Send(header, WM_LBUTTONUP, 48, kY);
+    ReportPicture picture;
+    ExpectScenes(
+        picture, [&] { ::UpdateWindow(header), picture.Take(header); },
+        {
+            {[] {}, {{left, text, kSome}, {right, text, 0}, {next, text, kSome}}},
+            {[&] { report.SortItems(0, 1); }, {{top, dark, 1}, {bottom, dark, 7}, {second, high, 0}}},
+            {[&] { report.SortItems(0, 0); }, {{top, dark, 7}, {bottom, dark, 1}}},
+            {[&] { shown.SetItemFiltered(0, true); },
+             {{mark, dark, 16}, {second, high, kSome}, {mark, high, 0}}},
+            {[&] { shown.SetItemFiltered(0, false), report.RedefineSubItem(1, &aligned); },
+             {{next, text, 0}, {CRect(85, 0, 94, 15), text, kSome}, {ground, face, kAll}}},
+            {[&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }, {{ground, face, 0}}},
+            {[&] { MouseOnHeader(WM_MOUSEMOVE, 60, 3); }, {{ground, face, 0}}},
+            {[&] { MouseOnHeader(WM_MOUSEMOVE, 48); }, {{ground, face, kAll}}}, // not on it any more
+        });
+    MouseOnHeader(WM_LBUTTONUP, 48);
 }
 
 TEST_F(ReportHeader, GoesWithTheColumns)
@@ -372,7 +321,7 @@ TEST_F(ReportHeader, GoesWithTheColumns)
     report.ScreenToClient(shown);
     EXPECT_EQ("-70 0 300", Line(shown.left, shown.top, shown.right));
     report.ModifyStyle(0, RVS_DRAGCOLUMNS);
-    Drag(125, 30); // where the header is not seen
+    DragHeader(125, 30); // where the header is not seen
     EXPECT_EQ("ab", Columns());
 }
 
@@ -386,14 +335,14 @@ TEST_F(ReportHeader, TellsOfARightClickWithItsColumn)
     };
     report.DeactivateSubItem(0);
     for (const int x : {25, 49, 50, 52, 99, 102, 200}) // some are near a divider
-        Send(header, WM_RBUTTONUP, x, kY);
+        MouseOnHeader(WM_RBUTTONUP, x);
     EXPECT_EQ((std::vector<int>{1, 1, 2, 2, 2, -1, -1}), subitems);
 }
 
 TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)
 {
     const auto tip = [this](int x) {
-        Send(header, WM_MOUSEMOVE, x, kY);
+        MouseOnHeader(WM_MOUSEMOVE, x);
         char said[64] = "";
         TOOLINFO tool = {TTTOOLINFOA_V1_SIZE, 0, header, 0, {}, nullptr, said, 0, nullptr};
         const HWND tips = ::FindWindow(TOOLTIPS_CLASSA, nullptr);

@@ -1,11 +1,9 @@
 // What owners do to a report control that they should not, and how much they put into it.
 #include "tests/report/ReportFixture.h"
 
-#include "report/model/Tree.h"
 #include "tests/support/NothingLeft.h"
 
 #include <climits>
-#include <stdexcept>
 
 namespace
 {
@@ -16,21 +14,20 @@ TEST_F(ReportHostile, PutsUpWithAnyOrderOfRows)
 {
     Show(0, {"1", "2", "3"});
     Select(0, 0);
-    CArray<int, int> order;
-    order.SetSize(2);
-    EXPECT_EQ(0, report.SetItemRowArray(order));
-    order.SetSize(3);
-    order[0] = 99;
-    order[1] = order[2] = 1;
-    EXPECT_EQ(1, report.SetItemRowArray(order));
+    const auto put = [this](std::initializer_list<int> items) {
+        CArray<int, int> order;
+        for (const int item : items)
+            order.Add(item);
+        return report.SetItemRowArray(order);
+    };
+    EXPECT_EQ("0 1", Line(put({0, 1}), put({99, 1, 1})));
     EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
     EXPECT_THROW(Select(0, 0), CInvalidArgException*);
     Select(2, 2);
-    order[0] = 2;
-    EXPECT_EQ(1, report.SetItemRowArray(order));
-    EXPECT_EQ("3 2 2 focus 2", Rows() + " focus " + std::to_string(report.GetCurrentFocus()));
+    EXPECT_EQ(1, put({2, 1, 1}));
+    EXPECT_EQ("3 2 2 focus 2", Line(Rows(), "focus", report.GetCurrentFocus()));
     EXPECT_EQ(1, report.DeleteItem(1)); // which has two rows
-    EXPECT_EQ("3 focus 0", Rows() + " focus " + std::to_string(report.GetCurrentFocus()));
+    EXPECT_EQ("3 focus 0", Line(Rows(), "focus", report.GetCurrentFocus()));
 }
 
 TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
@@ -144,30 +141,6 @@ TEST_F(ReportHostile, AnswersNumbersAtTheLimits)
     report.SetTreeFocus(TVI_ROOT);
 }
 
-class OwnLoading : public TestReport
-{
-protected:
-    int LoadItemData(structITEM* record, int item, int subitem, unsigned int mask) override
-    {
-        if (item == 3)
-            throw std::runtime_error("load");
-        const int loaded = TestReport::LoadItemData(record, item, subitem, mask);
-        record->cells = "\x01-1,-1,-1,-1,1\x02x\x07\x01-1,-1,-1,-1,2\x02yz\x07";
-        return item == 4 ? 0 : loaded;
-    }
-};
-
-using ReportLoading = ReportTestOf<OwnLoading>;
-
-TEST_F(ReportLoading, ASubclassMayChangeWhatIsLoaded)
-{
-    Show(RVS_CALLBACK);
-    report.SetItemCount(5);
-    EXPECT_STREQ("yz", report.GetItemText(2, 1).c_str());
-    EXPECT_THROW(report.GetItemText(3, 1), std::runtime_error);
-    EXPECT_STREQ("", report.GetItemText(4, 1).c_str());
-}
-
 // In a fraction of a second each: none takes the square of it.
 TEST_F(ReportHostile, HoldsDeepTreesAndManyRows)
 {
@@ -197,15 +170,37 @@ TEST_F(ReportHostile, HoldsDeepTreesAndManyRows)
     report.DeleteAllItems();
 }
 
-TEST_F(ReportHostile, LivesThroughManyWindows)
+TEST_F(ReportHostile, LeavesNothingBehind)
 {
-    ExpectNothingLeft([this] {
+    ExpectNothingLeft([this] { // windows
         report.DeleteAllColors();
         Show(0);
         report.InsertColor(0, 1);
-        report.SetColor(0, 2);
         report.SetBkImage("no such file");
         report.SortItems(1, 0);
+    });
+    ExpectNothingLeft([this] { // drags
+        Show(WS_VISIBLE);
+        MouseOnHeader(WM_LBUTTONDOWN, 25);
+        for (const int x : {70, 130, 200, 130})
+        {
+            MouseOnHeader(WM_MOUSEMOVE, x, x == 200 ? 100 : kHeaderY);
+            ::RedrawWindow(header, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+            ::UpdateWindow(::FindWindow("MFCFHDragWnd", nullptr));
+        }
+        MouseOnHeader(WM_LBUTTONUP, 130);
+        EXPECT_EQ("bca", Columns());
+    });
+    Show(WS_VISIBLE | RVS_HORIZONTALGRID | RVS_TREE | RVS_ALTERNATEROWS | RVS_FIXEDROW, Texts(4, "x"));
+    report.SetItemCheck(1, 1, 3);
+    report.SetItemState(2, RVIS_BOLD, RVIS_BOLD);
+    report.InsertColor(0, 1);
+    ExpectNothingLeft([this] { // paints
+        report.ModifyStyle(RVS_VERTICALGRID, report.GetStyle() & RVS_VERTICALGRID ? 0 : RVS_VERTICALGRID);
+        report.SetColor(0, report.GetColor(0) + 1);
+        report.SendMessage(WM_SYSCOLORCHANGE);
+        report.SendMessage(WM_SETFONT, 0, TRUE);
+        Redraw();
     });
 }
 

@@ -5,19 +5,13 @@
 namespace
 {
 
-class ReportInput : public ReportTest
-{
-protected:
-    // Ten rows of 300 pixels are seen.
-    void ShowRows(DWORD style, std::size_t items)
-    {
-        Show(style | WS_VISIBLE | RVS_NOHEADER, Texts(items, "x"));
-    }
-};
+using ReportInput = ReportTest;
 
 TEST_F(ReportInput, KeysAndClicksReachTheRules)
 {
     ShowRows(0, 100);
+    _RVSUBITEM closed;
+    closed.format = RVSF_NOCELLFOCUS;
     Follow(
         {
             {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_DOWN); }},
@@ -36,6 +30,8 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
             {"4 to 4 focus 4,1 top 0", [&] { Click(60, 4 * kItemHeight + 5, MK_SHIFT); }},
             {"4 to 4 focus 4,2 top 0", [&] { Key(VK_RIGHT); }},
             {"4 to 4 focus 4,1 top 0", [&] { report.DeactivateSubItem(0); }},
+            {"4 to 4 focus 4,0 top 0", [&] { report.RedefineSubItem(0, &closed), Key(VK_LEFT); }},
+            {"4 to 4 focus 4,2 top 0", [&] { report.ActivateSubItem(0, 1), Key(VK_RIGHT); }},
             {"4 to 4 focus 4,-1 top 0", [&] { report.ModifyStyle(RVS_CELLFOCUS, 0); }},
         },
         [&] { return State(); });
@@ -61,19 +57,6 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
     EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
 }
 
-TEST_F(ReportInput, ColumnsMayRefuseTheFocus)
-{
-    ShowRows(RVS_CELLFOCUS, 1);
-    _RVSUBITEM closed;
-    closed.format = RVSF_NOCELLFOCUS;
-    report.RedefineSubItem(2, &closed);
-    report.DeactivateSubItem(2);
-    report.ActivateSubItem(2, 1); // "a c b"
-    Click(20, 5);
-    Key(VK_RIGHT);
-    EXPECT_EQ("0 to 0 focus 0,2 top 0", State());
-}
-
 TEST_F(ReportInput, ParentIsAskedFirst)
 {
     ShowRows(RVS_TREE | RVS_CELLFOCUS, 5);
@@ -85,30 +68,24 @@ TEST_F(ReportInput, ParentIsAskedFirst)
         asked = reinterpret_cast<_NMREPORTVIEW&>(notified);
         return answer;
     };
-    const struct
-    {
-        UINT code;
-        const char* told; // item, subitem, key or buttons, point, data
-        UINT flags;
-        std::function<void()> act;
-    } cases[] = {
-        {RVN_ITEMCLICK, "3 1 5 60 65 77", RVHT_ONITEMTEXT, [&] { Click(60, 65, MK_SHIFT); }},
-        {RVN_ITEMDBLCLICK, "-2 -1 1 60 190 0", RVHT_NOWHERE, [&] { Mouse(WM_LBUTTONDBLCLK, 60, 190); }},
-        {RVN_ITEMRCLICK, "0 1 2 60 5 0", RVHT_ONITEMTEXT, [&] { Mouse(WM_RBUTTONDOWN, 60, 5, MK_RBUTTON); }},
-        {RVN_KEYDOWN, "1 -1 40 0 0 0", 0, [&] { Key(VK_DOWN); }},
-    };
-    for (const auto& each : cases)
-    {
-        ::SetFocus(parent);
-        each.act();
-        EXPECT_EQ(each.code == RVN_ITEMCLICK || each.code == RVN_ITEMRCLICK, ::GetFocus() == report.m_hWnd);
-        EXPECT_EQ(each.code, asked.hdr.code);
-        EXPECT_EQ(each.told,
-                  Line(asked.item, asked.subitem, asked.keys, asked.point.x, asked.point.y, asked.itemData));
-        EXPECT_EQ(each.flags, asked.flags) << each.told;
-        EXPECT_EQ(asked.item < 0 ? nullptr : report.GetItemHandle(asked.item), asked.treeItem) << each.told;
-        EXPECT_EQ("1 to 1 focus 1,-1 top 0", State()) << each.told;
-    }
+    ::SetFocus(parent);
+    Follow( // item, subitem, key or buttons, point, data
+        {
+            {Line(RVN_ITEMCLICK, RVHT_ONITEMTEXT, "3 1 5 60 65 77 focused"),
+             [&] { Click(60, 65, MK_SHIFT); }},
+            {Line(RVN_ITEMDBLCLICK, RVHT_NOWHERE, "-2 -1 1 60 190 0 not"),
+             [&] { Mouse(WM_LBUTTONDBLCLK, 60, 190); }},
+            {Line(RVN_ITEMRCLICK, RVHT_ONITEMTEXT, "0 1 2 60 5 0 focused"),
+             [&] { Mouse(WM_RBUTTONDOWN, 60, 5, MK_RBUTTON); }},
+            {Line(RVN_KEYDOWN, "0 1 -1 40 0 0 0 not"), [&] { Key(VK_DOWN); }},
+        },
+        [&] {
+            EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+            EXPECT_EQ(asked.item < 0 ? nullptr : report.GetItemHandle(asked.item), asked.treeItem);
+            const bool isFocused = ::SetFocus(parent) == report.m_hWnd;
+            return Line(asked.hdr.code, asked.flags, asked.item, asked.subitem, asked.keys, asked.point.x,
+                        asked.point.y, asked.itemData, isFocused ? "focused" : "not");
+        });
     answer = 0;
     Key(VK_DOWN);
     EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
@@ -132,10 +109,6 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
     report.GetRowRect(0, -1, row, RVRC_WHOLE);
     EXPECT_EQ(0, report.ModifyProperty(RVP_KEYS, RVK_ALL + 1));
     EXPECT_EQ(1, report.ModifyProperty(RVP_KEYS, RVK_ALL));
-    const auto type = [&](const char* bytes) {
-        for (; *bytes; ++bytes)
-            Key('Q'), report.SendMessage(WM_CHAR, static_cast<unsigned char>(*bytes));
-    };
     const std::initializer_list<int> both = {VK_CONTROL, VK_SHIFT};
     Follow(
         {
@@ -145,17 +118,12 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
             {"abc 50 - 0 of 4", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
             {"abc 50 - 0 of 4",
              [&] { report.SetItemCheck(0, 0, 1), Mouse(WM_LBUTTONDBLCLK, 30, row.top + 10); }},
-            {"abc 50 - 2 of 4", [&] { type("\xC3\x84"); }}, // a capital
+            {"abc 50 - 2 of 4", [&] { Type(0xC3), Type(0x84); }}, // a capital
             {"abc 50 - 1 of 4", [&] { Key(VK_UP); }},
             {"abc 50 - 0 of 4", [&] { Key(VK_LEFT); }},
             {"abc 50 - 0 of 4", [&] { Key(VK_RIGHT, {VK_CONTROL}); }},
             {"bac 50 - 0 of 4", [&] { Key(VK_RIGHT, both); }},
-            {"bac 50 - 0 of 4",
-             [&] {
-                 parent.answer = [](NMHDR&) { return 1; }; // takes the key
-                 Key(VK_RIGHT, both);
-                 parent.answer = nullptr;
-             }},
+            {"bac 50 - 0 of 4", [&] { parent.takes = true, Key(VK_RIGHT, both), parent.takes = false; }},
             {"bac 58 - 0 of 4", [&] { Key(VK_ADD, {VK_CONTROL}); }},
             {"bac 58 a+ 0 of 4", [&] { Key(VK_SPACE, both); }},
             {"ac 58 a+ 0 of 4", [&] { report.DeactivateSubItem(1); }},
@@ -182,7 +150,7 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
     report.ModifyStyle(0, RVS_SINGLESELECT);
     Key(VK_DOWN);
     Key('A', {VK_CONTROL});
-    EXPECT_EQ("1 to 1", Selected());
+    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
     report.ModifyStyle(RVS_SINGLESELECT, 0);
     Key('A', {VK_CONTROL});
     Key('C', {VK_CONTROL});
@@ -259,46 +227,28 @@ TEST_F(ReportInput, BarsScroll)
         [&] { return std::to_string(report.GetScrollPos32(SB_HORZ)); });
 }
 
-class WheelReport : public TestReport
+TEST_F(ReportInput, WheelTurnsRowsAndColumns)
 {
-public:
-    unsigned lines = 3;
-    unsigned GetMouseScrollLines() override { return lines; }
-};
-
-using ReportWheel = ReportTestOf<WheelReport>;
-
-TEST_F(ReportWheel, TurnsRowsAndColumns)
-{
-    const std::tuple<unsigned, int, const char*> turns[] = {
-        {3, 120, "up up up "},
-        {3, 60, "up "},
-        {3, 30, ""},
-        {3, -120, "down down down "},
-        {WHEEL_PAGESCROLL, -240, "page page "},
-    };
-    for (const auto& [lines, delta, expected] : turns)
-    {
-        report.lines = lines;
+    const auto turn = [this](unsigned lines, UINT message, int delta) {
+        report.wheelLines = lines;
         report.SendMessage(WM_SETTINGCHANGE);
-        report.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, delta));
+        report.SendMessage(message, MAKEWPARAM(0, delta));
         const char* const codes[] = {"up ", "down ", "page up ", "page "};
         std::string posted;
-        for (MSG message; ::PeekMessage(&message, report, WM_VSCROLL, WM_VSCROLL, PM_REMOVE);)
-            posted += codes[message.wParam];
-        EXPECT_EQ(expected, posted) << lines << ' ' << delta;
-    }
-    report.lines = 2;
-    report.SendMessage(WM_SETTINGCHANGE);
+        for (MSG told; ::PeekMessage(&told, report, WM_VSCROLL, WM_VSCROLL, PM_REMOVE);)
+            posted += codes[told.wParam];
+        return posted + std::to_string(report.GetScrollPos32(SB_HORZ));
+    };
     Define({"a"});
     report.SetSubItemWidth(0, 1000);
-    const auto position = [&](int delta) {
-        report.SendMessage(WM_MOUSEHWHEEL, MAKEWPARAM(0, delta));
-        return report.GetScrollPos32(SB_HORZ);
-    };
-    const int right = position(240);
-    EXPECT_GT(right, 0);
-    EXPECT_EQ(right / 2, position(-120));
+    std::string posted;
+    for (const auto& [lines, delta] :
+         {std::pair(3u, 120), {3, 60}, {3, 30}, {3, -120}, {WHEEL_PAGESCROLL, -240}})
+        posted += turn(lines, WM_MOUSEWHEEL, delta) + ", ";
+    EXPECT_EQ("up up up 0, up 0, 0, down down down 0, page page 0, ", posted);
+    const std::string right = turn(2, WM_MOUSEHWHEEL, 240);
+    EXPECT_GT(std::stoi(right), 0);
+    EXPECT_EQ(std::stoi(right) / 2, std::stoi(turn(2, WM_MOUSEHWHEEL, -120)));
 }
 
 TEST_F(ReportInput, TheMenuKeyAsksForAMenuBelowTheFocusedRow)
@@ -316,30 +266,17 @@ TEST_F(ReportInput, TheMenuKeyAsksForAMenuBelowTheFocusedRow)
     EXPECT_EQ(LRESULT{DLGC_WANTARROWS | DLGC_WANTCHARS}, report.SendMessage(WM_GETDLGCODE));
 }
 
-class EditedReport : public TestReport
-{
-public:
-    std::string edits;
-    int BeginEdit(int row, int column, unsigned key) override
-    {
-        edits += Line(row, column, key) + "; ";
-        return 1;
-    }
-};
-
-using ReportEdit = ReportTestOf<EditedReport>;
-
-TEST_F(ReportEdit, ACellOfTheFixedRowIsEdited)
+TEST_F(ReportInput, ACellOfTheFixedRowIsEdited)
 {
     Show(RVS_FIXEDROW | RVS_NOHEADER, {"1"});
+    std::string told;
+    report.moment = [&](const std::string& kind) { told += kind + ' '; };
     Click(20, 10);
     Click(20, 10);
-    Key('Q');
-    report.SendMessage(WM_CHAR, 'q');
-    parent.answer = [](NMHDR&) { return 1; };
-    Key('R');
-    report.SendMessage(WM_CHAR, 'r'); // which the owner has taken
-    EXPECT_EQ("-1 0 1; -1 0 113; ", report.edits);
+    Type('q');
+    parent.takes = true;
+    Type('r'); // which the owner has taken
+    EXPECT_EQ("edit -1 0 1 edit -1 0 113 ", told);
 }
 
 } // namespace

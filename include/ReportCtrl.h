@@ -327,6 +327,10 @@ public:
     virtual void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw);
     void SelectAll();
 
+    // Puts the cells of the selected rows on the clipboard, in the order of their columns, with tabs between
+    // them and a line for each row. Returns 0 if no row is selected or the clipboard takes nothing.
+    int CopySelection();
+
     // Takes all rows out of the selection; the focus stays. Returns 0 during a sort.
     int SelectNone();
 

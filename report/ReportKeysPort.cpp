@@ -51,16 +51,21 @@ void CReportCtrl::Data::KeysPort::SelectAll()
 void CReportCtrl::Data::KeysPort::Copy()
 {
     const report::RowRange selected = m_data.rows.SelectedRows();
+    if (selected.first <= selected.last && !m_data.control.CopySelection())
+        ::MessageBeep(MB_ICONWARNING);
+}
+
+int CReportCtrl::CopySelection()
+{
+    const report::RowRange selected = m_data->rows.SelectedRows();
     if (selected.first > selected.last)
-        return;
+        return 0;
     const CWaitCursor wait; // an owner may be asked for millions
     std::vector<int> subitems;
-    for (const report::Column& column : m_data.header.GetColumns())
+    for (const report::Column& column : m_data->header.GetColumns())
         subitems.push_back(column.subitem);
-    const std::wstring text = report::CopyRows(m_data.items, m_data.rows, selected, subitems);
-    if (!QmSetClipboard(m_data.control.m_hWnd, CF_UNICODETEXT, text.c_str(),
-                        (text.size() + 1) * sizeof(wchar_t)))
-        ::MessageBeep(MB_ICONWARNING);
+    const std::wstring text = report::CopyRows(m_data->items, m_data->rows, selected, subitems);
+    return QmSetClipboard(m_hWnd, CF_UNICODETEXT, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
 }
 
 // ---- Columns

@@ -24,6 +24,7 @@ constexpr UINT kFirstStyleCommand = 100;
 constexpr UINT kLastStyleCommand = kFirstStyleCommand + static_cast<UINT>(std::size(kSwitches)) - 1;
 constexpr UINT kHiddenListCommand = kLastStyleCommand + 1;
 constexpr UINT kSelectAllCommand = kHiddenListCommand + 1;
+constexpr UINT kCopyCommand = kSelectAllCommand + 1;
 
 void FillViewMenu(CMenu& view)
 {
@@ -56,6 +57,7 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_COMMAND_RANGE(kFirstStyleCommand, kLastStyleCommand, &ReportWnd::OnSwitchStyle)
     ON_COMMAND(kHiddenListCommand, &ReportWnd::OnSwitchHiddenList)
     ON_COMMAND(kSelectAllCommand, &ReportWnd::OnSelectAll)
+    ON_COMMAND(kCopyCommand, &ReportWnd::OnCopy)
 END_MESSAGE_MAP()
 
 void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
@@ -174,12 +176,19 @@ void ReportWnd::OnSelectAll()
     m_report.SelectAll();
 }
 
+void ReportWnd::OnCopy()
+{
+    if (!m_report.CopySelection())
+        ::MessageBeep(MB_ICONWARNING);
+}
+
 // With a right click or the menu key, at a point of the screen.
 void ReportWnd::OnContextMenu(CWnd*, CPoint point)
 {
     CMenu menu;
     FillViewMenu(menu);
     menu.AppendMenu(MF_STRING, kSelectAllCommand, "Select &All\tCtrl+A");
+    menu.AppendMenu(MF_STRING, kCopyCommand, "&Copy\tCtrl+C");
     menu.TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, this);
 }
 

@@ -25,6 +25,7 @@ protected:
     afx_msg void OnSwitchStyle(UINT id);
     afx_msg void OnSwitchHiddenList();
     afx_msg void OnSelectAll();
+    afx_msg void OnCopy();
     afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
     DECLARE_MESSAGE_MAP()
 

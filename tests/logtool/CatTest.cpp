@@ -215,7 +215,7 @@ TEST_F(LogtoolTest, NoDamageOfTheIndexStopsACommand)
     std::mt19937 random(11);
     Play("'Main:a\nb\n' 'Main!caption\ntext' 'Run:a\nb\nc\n'");
     const std::string whole = session.files.Contents(session.Path("Main.ROW"));
-    for (int round = 0; round < 300; ++round)
+    for (int round = 0; round < 100; ++round)
     {
         std::string rows = whole;
         for (int i = 0; i < 4; ++i)

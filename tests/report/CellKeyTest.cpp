@@ -1,15 +1,15 @@
-// Cells in order: tables of texts, and random texts against a plain comparison.
+// What cells are sorted by: tables of texts, and the order by several keys.
 #include "report/sort/CellKey.h"
+#include "report/sort/KeyOrder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <array>
 #include <functional>
+#include <numeric>
 #include <random>
-#include <regex>
 #include <sstream>
-#include <tuple>
 #include <vector>
 
 namespace report
@@ -37,16 +37,6 @@ CellKey Number(std::string_view text)
     return NumberKey(text, '.');
 }
 
-// Texts before numbers, numbers by their values.
-std::tuple<bool, double, std::string> PlainNumber(std::string text)
-{
-    static const std::regex form(R"([+-]?(?=\.?\d)(\d*|\d{1,3}(,\d{3})+)(\.\d*)?)");
-    if (!std::regex_match(text, form))
-        return {false, 0, text};
-    std::erase(text, ',');
-    return {true, std::strtod(text.c_str(), nullptr), ""};
-}
-
 TEST(CellKey, OrdersCellsWithoutTextBeforeTexts)
 {
     const CellKey keys[] = {KeyWithoutText(-1, -1), KeyWithoutText(-1, 7), KeyWithoutText(0, 3),
@@ -62,27 +52,11 @@ TEST(CellKey, OrdersTextNaturally)
                 NaturalTextKey);
 }
 
-TEST(CellKey, OrdersRandomNumbersByValue)
-{
-    std::mt19937 random(1);
-    std::string before;
-    for (int i = 0; i < 5000; ++i)
-    {
-        std::string text(static_cast<std::size_t>(random() % 8), ' ');
-        for (char& c : text)
-            c = "0019,.-+"[random() % 8];
-        EXPECT_EQ(PlainNumber(text) < PlainNumber(before), Number(text) < Number(before))
-            << text << " with " << before;
-        before = text;
-    }
-}
-
 TEST(CellKey, OrdersNumbersThatNoDoubleHolds)
 {
-    ExpectOrder({"", "1234,567", "1e", "1e+", "inf", "nan",
-                 "-1e99999999999999999999=-1e9223372036854775807=-1e+999999999999999", "-1e400", "-1.25",
-                 "-1.2", "-1e-400", "0=-0E1=0e99999999999999999999", "1e-99999999999999999999",
-                 "0.001=1e-3=.1E-2= +0.010E-01 ", "9007199254740992",
+    ExpectOrder({"", "x", "-1e99999999999999999999=-1e9223372036854775807=-1e+999999999999999", "-1e400",
+                 "-1.25", "-1.2", "-1e-400", "0=-0E1=0e99999999999999999999", "1e-99999999999999999999",
+                 "0.001=1e-3=.1E-2= +0.010E-01 ", "1=1.=01", "12,345=12345", "9007199254740992",
                  "9007199254740993=9,007,199,254,740,993.0", "1e400", "2e400=20E0399"},
                 Number);
     ExpectOrder({"1,234.5", "1,5", "1.234,4", "1234,5=1.234,5"},
@@ -104,17 +78,71 @@ TEST(CellKey, OrdersDatesInTheirForms)
     }
 }
 
-TEST(CellKey, TakesNoDateWhereAPartIsWrong)
+TEST(CellKey, TakesNoDateOrNumberWhereAPartIsWrong)
 {
-    std::istringstream texts(
+    std::istringstream dates(
         "|2026|2026-11|2026-02-29|2026-13-01|0-0-0|2026-00-10|2026-11/21|21.11.26|13/13/2026|"
         "2026-001-01|20260-01-01|2026-11-21x|2026-11-21 24:00|2026-11-21 1|"
         "2026-11-21 1:60|2026-11-21 1:00:61|2026-11-21 1:00:00.|2026-11-21 1:00 PM|"
         "2026-11-21 1:00+|2026-11-21 1:00+24:00|2026-11-21 1:00+01:|2026-11-21 1:00+01:60|2026-11-21 1:00Z0");
-    for (std::string text; std::getline(texts, text, '|');)
+    for (std::string text; std::getline(dates, text, '|');)
     {
         EXPECT_EQ(TextKey(text), DateKey(text, DateOrder::MonthFirst)) << text;
     }
+    std::istringstream numbers(
+        "|.|,|+|-|+.|--1|+-1|- 1|1-|,123|.,123|12,|1,23|1,2345|1,,234|1234,567|1,234,56|"
+        "0,000,|1..2|1.2.3|1.,5|1.234,567|1x|1e|1e+|e1|inf|nan|0x1");
+    for (std::string text; std::getline(numbers, text, '|');)
+    {
+        EXPECT_EQ(TextKey(text), Number(text)) << text;
+    }
+}
+
+// By several keys: as stable sorts by one after the other.
+TEST(KeyOrder, SortsAsStableSortsByEachKeyDoInEitherDirection)
+{
+    constexpr int kItems = 300;
+    std::mt19937 random(1);
+    std::vector<std::array<CellKey, 3>> cells(kItems);
+    for (auto& item : cells)
+        for (CellKey& each : item)
+            each = random() % 8 == 0 ? KeyWithoutText(-1, -1) : Number(std::to_string(random() % 5));
+    const auto at = [&](int item, int subitem) -> const CellKey& {
+        return cells[static_cast<std::size_t>(item)][static_cast<std::size_t>(subitem)];
+    };
+    int reads = 0;
+    KeyOrder order([&](int item, int subitem) {
+        ++reads;
+        return at(item, subitem);
+    });
+    order.AddFurtherKey(1, false);
+    order.RemoveFurtherKeys();
+    order.AddFurtherKey(2, false);
+    order.AddFurtherKey(0, true);
+
+    for (const int kept : {kItems, kItems / 2, 0})
+        for (const bool ascending : {true, false})
+        {
+            std::vector<int> expected(kItems);
+            std::iota(expected.begin(), expected.end(), 0);
+            std::vector<int> items = expected;
+            for (const auto& key : {std::pair(0, true), {2, false}, {1, ascending}})
+                std::stable_sort(expected.begin(), expected.end(), [&](int a, int b) {
+                    const bool isLess = at(a, key.first) < at(b, key.first);
+                    return key.second ? isLess : at(b, key.first) < at(a, key.first);
+                });
+
+            std::shuffle(items.begin(), items.end(), random);
+            reads = 0;
+            order.Begin(kept, ascending);
+            std::sort(items.begin(), items.end(), [&](int a, int b) {
+                const int result = order.Compare(a, 1, b, 1);
+                return ascending ? result < 0 : result > 0;
+            });
+            EXPECT_EQ(expected, items);
+            EXPECT_GE(reads, kItems) << "nothing is left of the sort before";
+            EXPECT_TRUE(kept < kItems || reads <= kItems * 3) << reads;
+        }
 }
 
 } // namespace

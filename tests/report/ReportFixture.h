@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 #include <sstream>
 #include <string>
@@ -31,8 +32,8 @@ public:
     ReportParent() { CreateEx(0, nullptr, "", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr); }
 
     std::vector<UINT> codes;
-    std::function<LRESULT(NMHDR&)> answer;
-    bool takes = false; // what it is told, where there is no such function
+    std::function<LRESULT(NMHDR&)> answer = [this](NMHDR&) { return takes; };
+    bool takes = false; // what it is told
     CPoint menuPoint;   // of the last context menu asked for
 
 protected:
@@ -48,7 +49,7 @@ protected:
         if (static_cast<int>(header.code) > -2048)
             return FALSE; // the header's own
         codes.push_back(header.code);
-        *result = answer ? answer(header) : takes;
+        *result = answer(header);
         return TRUE;
     }
 };
@@ -57,20 +58,17 @@ protected:
 class TestReport : public CReportCtrl
 {
 public:
-    using CReportCtrl::BuildTree;
     using CReportCtrl::CreatePalette;
     using CReportCtrl::DrawCtrl;
     using CReportCtrl::GetTreeFocus;
     using CReportCtrl::GetVisibleAncestor;
-    using CReportCtrl::InsertTree;
     using CReportCtrl::Notify;
-    using CReportCtrl::NotifyHdr;
     using CReportCtrl::SetState;
     using CReportCtrl::SetTreeFocus;
 
-    std::function<void(const std::string&)> moment;
-    std::function<__int64(_RVITEM&)> load; // what callback mode answers
-    std::function<__int64(_NMRVITEMDRAW&)> drawPreview;
+    std::function<void(const std::string&)> moment = [](const std::string&) {};
+    std::function<__int64(_RVITEM&)> load = [](_RVITEM&) { return 0; }; // what callback mode answers
+    std::function<__int64(_NMRVITEMDRAW&)> drawPreview = [](_NMRVITEMDRAW&) { return 0; };
     bool refusesDrags = false;
     int dpi = 0; // and the wheel's lines: those of the system, if 0
     unsigned wheelLines = 0;
@@ -85,11 +83,6 @@ public:
         change.backgroundColor = background;
         SetItem(&change);
     }
-    void Tell(const std::string& kind) const
-    {
-        if (moment)
-            moment(kind);
-    }
     int GetResolution() override { return dpi ? dpi : CReportCtrl::GetResolution(); }
 
 protected:
@@ -99,62 +92,42 @@ protected:
     }
     int BeginEdit(int row, int column, unsigned key) override
     {
-        Tell("edit " + Line(row, column, key));
+        moment("edit " + Line(row, column, key));
         return 0;
     }
     void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
     {
-        Tell(item->state & RVIS_SELECTED ? "selected" : "item");
+        moment(item->state & RVIS_SELECTED ? "selected" : "item");
         CReportCtrl::DrawItem(dc, rect, item);
     }
     void DrawRow(CDC* dc, CRect row, CRect clip, int number, _RVITEM* item, int odd, int fixed) override
     {
-        Tell(fixed ? "fixed" : odd ? "odd" : "even");
+        moment(fixed ? "fixed" : odd ? "odd" : "even");
         CReportCtrl::DrawRow(dc, row, clip, number, item, odd, fixed);
     }
     void DrawBkgnd(CDC* dc, CRect rect, unsigned long color) override
     {
-        Tell("background");
+        moment("background");
         CReportCtrl::DrawBkgnd(dc, rect, color);
     }
     __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification) override
     {
-        Tell("callback");
-        return load ? load(reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item) : 0;
+        moment("callback");
+        return load(reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item);
     }
     __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification) override
     {
-        Tell("preview");
-        return drawPreview ? drawPreview(*reinterpret_cast<_NMRVITEMDRAW*>(notification)) : 0;
+        moment("preview");
+        return drawPreview(*reinterpret_cast<_NMRVITEMDRAW*>(notification));
     }
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
     {
         const UINT code = reinterpret_cast<NMHDR*>(lParam)->code;
         if (code == HDN_BEGINDRAG || code == HDN_ENDDRAG)
-            Tell(code == HDN_BEGINDRAG ? "drag" : "drop");
+            moment(code == HDN_BEGINDRAG ? "drag" : "drop");
         *result = refusesDrags && code == HDN_BEGINDRAG;
         return *result || CReportCtrl::OnNotify(wParam, lParam, result);
     }
-};
-
-// Keys that are down for as long as it lives.
-class Held
-{
-public:
-    Held(std::initializer_list<int> keys)
-    {
-        BYTE states[256] = {};
-        for (const int key : keys)
-            states[key] = 0x80;
-        ::SetKeyboardState(states);
-    }
-    ~Held()
-    {
-        BYTE none[256] = {};
-        ::SetKeyboardState(none);
-    }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
 };
 
 template <class Report> class ReportTestOf : public testing::Test
@@ -207,6 +180,14 @@ protected:
         }
     }
 
+    void Format(int subitem, unsigned format)
+    {
+        _RVSUBITEM definition;
+        report.GetSubItem(subitem, &definition);
+        definition.format = format;
+        report.RedefineSubItem(subitem, &definition);
+    }
+
     // Further items with these texts, at the end of the list or the root.
     void Fill(const Texts& texts)
     {
@@ -223,15 +204,81 @@ protected:
 
     // ---- What a user does
 
-    void Key(UINT key, std::initializer_list<int> with = {})
+    // From now on the system does it: it finds the window, keeps the key states and makes double clicks.
+    void UseSystem()
     {
-        const Held held(with);
-        report.SendMessage(WM_KEYDOWN, key);
+        usesSystem = true;
+        ::SetWindowPos(parent, HWND_TOPMOST, 100, 100, 500, 300, SWP_SHOWWINDOW);
+        ::SetForegroundWindow(parent);
+        report.SetFocus();
+        Settle();
+    }
+    // Dispatches what the system makes of it.
+    static void Settle()
+    {
+        MSG message = {};
+        for (int rest = 2; rest > 0; --rest)
+        {
+            for (; ::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE); rest = 2)
+            {
+                ::TranslateMessage(&message);
+                ::DispatchMessage(&message);
+            }
+            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
+        }
+    }
+    static void SystemMouse(DWORD flags, int data = 0)
+    {
+        ::mouse_event(flags, 0, 0, static_cast<DWORD>(data), 0);
+        Settle();
+    }
+    // Presses or releases keys; without the system they only count as pressed.
+    void Hold(const std::vector<int>& keys, bool down)
+    {
+        BYTE states[256] = {};
+        for (const int key : keys)
+        {
+            states[key] = down ? 0x80 : 0;
+            if (usesSystem)
+                ::keybd_event(static_cast<BYTE>(key), 0, down ? 0 : KEYEVENTF_KEYUP, 0);
+        }
+        if (usesSystem)
+            Settle();
+        else
+            ::SetKeyboardState(states);
+    }
+    void Key(int key, const std::vector<int>& with = {})
+    {
+        Hold(with, true);
+        if (usesSystem)
+            Hold({key}, true), Hold({key}, false);
+        else
+            report.SendMessage(WM_KEYDOWN, static_cast<WPARAM>(key));
+        Hold(with, false);
     }
     void Type(WPARAM character) { Key('Q'), report.SendMessage(WM_CHAR, character); }
-    static void Send(HWND hwnd, UINT message, int x, int y, WPARAM flags = MK_LBUTTON)
+    void Send(HWND hwnd, UINT message, int x, int y, WPARAM flags = MK_LBUTTON)
     {
-        ::SendMessage(hwnd, message, flags, MAKELPARAM(x, y));
+        if (!usesSystem)
+        {
+            ::SendMessage(hwnd, message, flags, MAKELPARAM(x, y));
+            return;
+        }
+        POINT point = {x, y};
+        ::ClientToScreen(hwnd, &point);
+        ::SetCursorPos(point.x, point.y);
+        const std::map<UINT, DWORD> events = {
+            {WM_MOUSEMOVE, MOUSEEVENTF_MOVE},
+            {WM_LBUTTONDOWN, MOUSEEVENTF_LEFTDOWN},
+            {WM_LBUTTONUP, MOUSEEVENTF_LEFTUP},
+            {WM_LBUTTONDBLCLK, MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP}, // after a click there
+            {WM_RBUTTONDOWN, MOUSEEVENTF_RIGHTDOWN | MOUSEEVENTF_RIGHTUP}};
+        std::vector<int> keys;
+        if (flags & (MK_SHIFT | MK_CONTROL))
+            keys = {flags & MK_SHIFT ? VK_SHIFT : VK_CONTROL};
+        Hold(keys, true);
+        SystemMouse(events.at(message));
+        Hold(keys, false);
     }
     void Mouse(UINT message, int x, int y, WPARAM flags = MK_LBUTTON) { Send(report, message, x, y, flags); }
     void Click(int x, int y, WPARAM flags = 0)
@@ -315,6 +362,7 @@ protected:
     ReportParent parent;
     Report report;
     bool tree = false;
+    bool usesSystem = false;
     HWND header = nullptr;
     std::minstd_rand random{7};
 };

@@ -35,15 +35,14 @@ protected:
     {
         ::keybd_event(VK_ESCAPE, 0, 0, 0);
         ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
-        MSG message;
-        while (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE))
-            ::DispatchMessage(&message);
+        Settle();
     }
 };
 
 TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
 {
     Fill({"2", "3", "1"});
+    UseSystem();
     int told = -1;
     parent.answer = [&](NMHDR& click) {
         EXPECT_EQ(RVN_COLUMNCLICK, click.code); // a sort mark changes no column
@@ -107,9 +106,7 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
     parent.takes = true;
     EXPECT_EQ(50, fit());
     parent.takes = false;
-    _RVSUBITEM fixed;
-    fixed.format = RVSF_FIXEDWIDTH;
-    report.RedefineSubItem(0, &fixed);
+    Format(0, RVSF_FIXEDWIDTH);
     EXPECT_EQ(50, fit());
 
     Show(WS_VISIBLE | RVS_TREE);
@@ -133,7 +130,7 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
     {
         DWORD style;
         int from, to, y;
-        const char* columns;
+        std::string columns;
     } cases[] = {
         {0, 25, 130, kHeaderY, "bca"},
         {0, 125, 5, kHeaderY, "cab"},
@@ -150,13 +147,13 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
         DragHeader(each.from, each.to, each.y);
         EXPECT_EQ(each.columns, Columns()) << &each - cases;
         EXPECT_EQ(nullptr, ::GetCapture());
-        EXPECT_EQ(each.columns != std::string("abc"), ::GetUpdateRect(report, nullptr, FALSE) != 0);
+        EXPECT_EQ(each.columns != "abc", ::GetUpdateRect(report, nullptr, FALSE) != 0);
         report.refusesDrags = true;
         DragHeader(75, 5);
         EXPECT_EQ(each.columns, Columns()) << "refused";
         report.refusesDrags = false;
         ClickHeader(25); // the header knows where its columns are now
-        EXPECT_EQ(std::string(1, each.columns[0]) + '+', SortMark());
+        EXPECT_EQ(each.columns.substr(0, 1) + '+', SortMark());
     }
 }
 
@@ -187,6 +184,7 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
     MouseOnHeader(WM_LBUTTONDOWN, 75);
     MouseOnHeader(WM_MOUSEMOVE, 130);
     CRect place, mark, dragged;
+    ReportPicture picture;
     ::GetWindowRect(header, place);
     ::GetWindowRect(DropWindow(), mark);
     ::GetWindowRect(DragWindow(), dragged);
@@ -206,6 +204,13 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
     MouseOnHeader(WM_MOUSEMOVE, 75); // and back to its own place
     EXPECT_TRUE(DragWindow() && !DropWindow());
     report.ModifyStyle(0, RVS_DRAGCOLUMNS);
+    for (const auto& [y, lined] : {std::pair(100, true), {kHeaderY, false}}) // what a drop removes has a line
+    {
+        MouseOnHeader(WM_MOUSEMOVE, 75, y);
+        ::UpdateWindow(DragWindow());
+        picture.Take(DragWindow());
+        EXPECT_EQ(lined, picture.Count(CRect(2, 2, 46, 15), ::GetSysColor(COLOR_GRAYTEXT)) > 20);
+    }
     MouseOnHeader(WM_LBUTTONUP, 75);
     EXPECT_EQ("abc", Columns()) << "which changes nothing";
 }
@@ -241,7 +246,7 @@ TEST_F(ReportHeader, ExchangesColumnsWithItsList)
             {"c ab", [&] { pull(10, kHeaderY, true); }},
             {"c ab", [&] { pull(10, 50, false); }},
             {"c ab", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 90); }}, // below the entries
-            {"bc a", [&] { pull(10, kHeaderY, false); }},
+            {"bc a", [&] { UseSystem(), pull(10, kHeaderY, false), usesSystem = false; }},
             {"bca ", [&] { Send(*list, WM_LBUTTONDBLCLK, 5, 5); }},
             {"ba c", [&] { report.DeactivateSubItem(2); }},
             {"a bc", [&] { report.DeactivateSubItem(1); }},
@@ -269,13 +274,13 @@ TEST_F(ReportHeader, ShowsTheFixedRowWithPreviewsAlone)
     const auto show = [this](int rows, int columns) {
         report.SetShowReport(rows);
         report.SetShowHeader(columns);
-        EXPECT_EQ(columns, report.GetShowHeader());
-        return report.GetStyle() & (RVS_NOHEADER | RVS_FIXEDROW);
+        const DWORD style = report.GetStyle();
+        return Line(report.GetShowHeader(), (style & RVS_NOHEADER) != 0, (style & RVS_FIXEDROW) != 0);
     };
     report.ModifyStyle(0, RVS_FIXEDROW);
-    EXPECT_EQ(0u, show(1, 1));
-    EXPECT_EQ(RVS_NOHEADER, show(1, 0));
-    EXPECT_EQ(RVS_FIXEDROW, show(0, 1));
+    EXPECT_EQ("1 0 0", show(1, 1));
+    EXPECT_EQ("0 1 0", show(1, 0));
+    EXPECT_EQ("1 0 1", show(0, 1));
     EXPECT_EQ(300, report.GetHeaderWidth());
 }
 
@@ -288,12 +293,8 @@ TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
     const int middle = (client.bottom - 1 - 4) / 2;
     const CRect left(0, 0, 25, 15), right(25, 0, 49, 15), mark(37, 0, 44, 15), second(24, 0, 33, 15),
         next(50, 0, 75, 15), top(37, middle, 44, middle + 1), bottom(37, middle + 3, 44, middle + 4),
-        ground(76, 1, 80, client.bottom - 2);
+        gap(83, 0, 87, 15), ground(70, 1, 74, client.bottom - 2);
     CReportHeaderCtrl& shown = *report.GetHeaderCtrl();
-    _RVSUBITEM aligned;
-    aligned.width = kColumnWidth;
-    aligned.text = "a";
-    aligned.format = HDF_RIGHT;
     ReportPicture picture;
     ExpectScenes(
         picture, [&] { ::UpdateWindow(header), picture.Take(header); },
@@ -303,8 +304,10 @@ TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
             {[&] { report.SortItems(0, 0); }, {{top, dark, 7}, {bottom, dark, 1}}},
             {[&] { shown.SetItemFiltered(0, true); },
              {{mark, dark, 16}, {second, high, kSome}, {mark, high, 0}}},
-            {[&] { shown.SetItemFiltered(0, false), report.RedefineSubItem(1, &aligned); },
-             {{next, text, 0}, {CRect(85, 0, 94, 15), text, kSome}, {ground, face, kAll}}},
+            {[&] { shown.SetItemFiltered(0, false), Format(1, HDF_RIGHT), report.SortItems(1, 1); },
+             {{next, text, 0}, {CRect(75, 0, 83, 15), text, kSome}, {gap, text, 0}, {ground, face, kAll}}},
+            {[&] { report.ModifyProperty(RVP_KEYS, RVK_COLUMNS), Key(VK_RIGHT, {VK_CONTROL}); },
+             {{CRect(1, 1, 48, 2), face ^ RGB(255, 255, 255), kSome}}}, // dots
             {[&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }, {{ground, face, 0}}},
             {[&] { MouseOnHeader(WM_MOUSEMOVE, 60, 3); }, {{ground, face, 0}}},
             {[&] { MouseOnHeader(WM_MOUSEMOVE, 48); }, {{ground, face, kAll}}}, // not on it any more
@@ -349,18 +352,20 @@ TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)
         ::SendMessage(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
         return std::string(said);
     };
+    const auto caption = [this](const char* text) {
+        report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>(text));
+    };
     EXPECT_EQ("Sort by: a", tip(25));
     EXPECT_EQ("Sort by: c", tip(125));
     EXPECT_EQ("", tip(50)); // a divider
-    report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>("%n%s%s&"));
-    EXPECT_EQ("%nb%s&", tip(75));
-    report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>("%s"));
-    EXPECT_EQ("b", tip(75)) << "of now";
-    for (const DWORD style : {RVS_NOHEADERSORT, RVS_CALLBACK})
-    {
-        report.ModifyStyle(RVS_NOHEADERSORT, style);
-        EXPECT_EQ("", tip(75)) << style;
-    }
+    Follow(
+        {
+            {"%nb%s&", [&] { caption("%n%s%s&"); }},
+            {"b", [&] { caption("%s"); }},
+            {"", [&] { report.ModifyStyle(0, RVS_NOHEADERSORT); }},
+            {"", [&] { report.ModifyStyle(RVS_NOHEADERSORT, RVS_CALLBACK); }},
+        },
+        [&] { return tip(75); });
 }
 
 } // namespace

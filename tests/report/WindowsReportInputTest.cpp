@@ -10,8 +10,7 @@ using ReportInput = ReportTest;
 TEST_F(ReportInput, KeysAndClicksReachTheRules)
 {
     ShowRows(0, 100);
-    _RVSUBITEM closed;
-    closed.format = RVSF_NOCELLFOCUS;
+    UseSystem();
     Follow(
         {
             {"0 to 0 focus 0,-1 top 0", [&] { Key(VK_DOWN); }},
@@ -23,14 +22,21 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
             {"0 to 6 focus 6,-1 top 0", [&] { Click(20, 6 * kItemHeight + 5, MK_SHIFT); }},
             {"0 to 4 focus 5,-1 top 0", [&] { Click(20, 5 * kItemHeight + 5, MK_CONTROL); }},
             {"2 to 2 focus 2,-1 top 0", [&] { Mouse(WM_RBUTTONDOWN, 20, 45, MK_RBUTTON); }},
-            {"0 to 99 focus 0,-1 top 0", [&] { report.SelectAll(); }},
+            {"2 to 2 focus 2,-1 top 3", [&] { SystemMouse(MOUSEEVENTF_WHEEL, -WHEEL_DELTA); }},
+            {"4 to 8 focus 8,-1 top 3",
+             [&] {
+                 Mouse(WM_LBUTTONDOWN, 20, 25), Mouse(WM_MOUSEMOVE, 20, 105), Mouse(WM_LBUTTONUP, 20, 105);
+             }},
+            {"4 to 8 focus 9,-1 top 3", [&] { Key(VK_DOWN, {VK_CONTROL}); }},
+            {"4 to 9 focus 9,-1 top 3", [&] { Key(VK_SPACE, {VK_CONTROL}); }},
+            {"0 to 99 focus 0,-1 top 0", [&] { report.ScrollWindow(SB_VERT, 0), report.SelectAll(); }},
             {"0 to -1 focus 0,-1 top 0", [&] { report.SelectNone(); }},
             {"0 to 0 focus 0,0 top 0",
              [&] { report.ModifyStyle(0, RVS_CELLFOCUS | RVS_SINGLESELECT), Click(20, 5); }},
             {"4 to 4 focus 4,1 top 0", [&] { Click(60, 4 * kItemHeight + 5, MK_SHIFT); }},
             {"4 to 4 focus 4,2 top 0", [&] { Key(VK_RIGHT); }},
             {"4 to 4 focus 4,1 top 0", [&] { report.DeactivateSubItem(0); }},
-            {"4 to 4 focus 4,0 top 0", [&] { report.RedefineSubItem(0, &closed), Key(VK_LEFT); }},
+            {"4 to 4 focus 4,0 top 0", [&] { Format(0, RVSF_NOCELLFOCUS), Key(VK_LEFT); }},
             {"4 to 4 focus 4,2 top 0", [&] { report.ActivateSubItem(0, 1), Key(VK_RIGHT); }},
             {"4 to 4 focus 4,-1 top 0", [&] { report.ModifyStyle(RVS_CELLFOCUS, 0); }},
         },
@@ -55,6 +61,8 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
     report.DeactivateAllSubItems();
     Click(60, kItemHeight + 5);
     EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+    Key(VK_APPS);
+    EXPECT_NE(0, parent.menuPoint.x + parent.menuPoint.y);
 }
 
 TEST_F(ReportInput, ParentIsAskedFirst)
@@ -63,10 +71,10 @@ TEST_F(ReportInput, ParentIsAskedFirst)
     report.SetItemData(3, 77);
     Select(1, 1);
     _NMREPORTVIEW asked = {};
-    LRESULT answer = 1;
+    parent.takes = true;
     parent.answer = [&](NMHDR& notified) {
         asked = reinterpret_cast<_NMREPORTVIEW&>(notified);
-        return answer;
+        return parent.takes;
     };
     ::SetFocus(parent);
     Follow( // item, subitem, key or buttons, point, data
@@ -86,15 +94,15 @@ TEST_F(ReportInput, ParentIsAskedFirst)
             return Line(asked.hdr.code, asked.flags, asked.item, asked.subitem, asked.keys, asked.point.x,
                         asked.point.y, asked.itemData, isFocused ? "focused" : "not");
         });
-    answer = 0;
+    parent.takes = false;
     Key(VK_DOWN);
     EXPECT_EQ("2 to 2 focus 2,-1 top 0", State());
     report.ModifyProperty(RVP_NOTIFYMASK, ~std::int64_t{2}); // no clicks: as if the parent had answered 0
-    answer = 1;
+    parent.takes = true;
     Click(60, 5);
     EXPECT_EQ("0 to 0 focus 0,1 top 0", State());
     report.DeactivateSubItem(0);
-    answer = 0;
+    parent.takes = false;
     Key(VK_RIGHT);
     Key(VK_LEFT);
     EXPECT_EQ(2, asked.subitem) << "of the second column";
@@ -109,7 +117,7 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
     report.GetRowRect(0, -1, row, RVRC_WHOLE);
     EXPECT_EQ(0, report.ModifyProperty(RVP_KEYS, RVK_ALL + 1));
     EXPECT_EQ(1, report.ModifyProperty(RVP_KEYS, RVK_ALL));
-    const std::initializer_list<int> both = {VK_CONTROL, VK_SHIFT};
+    const std::vector<int> both = {VK_CONTROL, VK_SHIFT};
     Follow(
         {
             {"abc 50 - 0 of 3", [&] { Key(VK_DOWN); }},
@@ -138,12 +146,12 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
                         report.GetCurrentFocus(), "of", report.GetRowCount());
         });
     EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());
-    Key(VK_RIGHT, {VK_CONTROL});
-    report.DeactivateSubItem(1);
+    Key(VK_LEFT, {VK_CONTROL}); // to the item inserted last
+    report.DeactivateSubItem(2);
     Key(VK_ADD, {VK_CONTROL});
-    EXPECT_EQ(58, report.GetSubItemWidth(2)) << "the mark is on its column still";
-    report.ActivateSubItem(1, 0);
-    Key(VK_LEFT, {VK_CONTROL});
+    EXPECT_EQ(58, report.GetSubItemWidth(1)) << "the mark is on its column still";
+    report.ActivateSubItem(2, 2);
+    Key(VK_RIGHT, {VK_CONTROL});
     Key(VK_MULTIPLY, {VK_CONTROL}); // fits it
     EXPECT_NE(58, report.GetSubItemWidth(0));
 
@@ -166,7 +174,7 @@ TEST_F(ReportInput, DragSelectsAndScrolls)
     ::SetCursorPos(0, 0);
     const auto timer = [&] { report.SendMessage(WM_TIMER, 1); };
     const auto end = [&] { Mouse(WM_LBUTTONUP, 20, -1), Mouse(WM_MOUSEMOVE, 20, 105, 0), timer(); };
-    const Held held({VK_LBUTTON});
+    Hold({VK_LBUTTON}, true);
     Follow(
         {
             {"2 to 2 focus 2,-1 top 0", [&] { Mouse(WM_LBUTTONDOWN, 20, 45); }},
@@ -182,28 +190,25 @@ TEST_F(ReportInput, DragSelectsAndScrolls)
             {"4 to 4 focus 4,-1 top 2", [&] { Mouse(WM_MOUSEMOVE, 20, 145); }}, // which drags nothing
         },
         [&] { return State(); });
+    Hold({VK_LBUTTON}, false);
     EXPECT_EQ(nullptr, ::GetCapture());
 }
 
 TEST_F(ReportInput, BarsScroll)
 {
     ShowRows(0, 100);
-    const auto remove = [&](int from) {
-        for (int item = report.GetItemCount(); item-- > from;)
-            report.DeleteItem(item);
-    };
+    const auto removeLast = [&] { return report.DeleteItem(report.GetItemCount() - 1); };
     Follow(
         {
-            {"99 10 6",
-             [&] { report.ScrollWindow(SB_VERT, 5), report.SendMessage(WM_VSCROLL, SB_LINEDOWN); }},
-            {"99 10 0", [&] { report.SendMessage(WM_VSCROLL, SB_PAGEUP); }},
-            {"99 10 0", [&] { report.SendMessage(WM_VSCROLL, SB_ENDSCROLL); }},
+            {"99 10 5", [&] { report.ScrollWindow(SB_VERT, 5); }},
+            {"99 10 6", [&] { report.SendMessage(WM_VSCROLL, SB_LINEDOWN); }},
+            {"99 10 6", [&] { report.SendMessage(WM_VSCROLL, SB_ENDSCROLL); }},
             {"99 10 90", [&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM); }},
             {"99 8 90", [&] { report.SetItemHeight(25); }},
             {"99 10 90", [&] { report.SetItemHeight(kItemHeight); }},
-            {"49 10 40", [&] { remove(50); }}, // what is shown moves with the end
-            {"49 10 3", [&] { report.EnsureVisible(3, 2); }},
-            {"49 10 3", [&] { EXPECT_EQ(0, report.EnsureVisible(50, 0)); }},
+            {"97 10 88", [&] { removeLast(), removeLast(); }}, // what is shown moves with the end
+            {"97 10 3", [&] { report.EnsureVisible(3, 2); }},
+            {"97 10 3", [&] { EXPECT_EQ(0, report.EnsureVisible(98, 0)); }},
         },
         [&] {
             report.UpdateWindow();
@@ -217,14 +222,13 @@ TEST_F(ReportInput, BarsScroll)
     report.SendMessage(WM_HSCROLL, SB_RIGHT);
     const int end = report.GetScrollPos32(SB_HORZ);
     EXPECT_LT(150, end);
-    const std::string part = std::to_string(end - 300 / 8 + 2);
     Follow(
         {
-            {std::to_string(end), [&] { Key(VK_RIGHT); }},
-            {part, [&] { Key(VK_LEFT); }},
-            {"100", [&] { report.EnsureVisibleColumn(2); }}, // wider than the view: its left edge
+            {Line(end), [&] { Key(VK_RIGHT); }},
+            {Line(end - 300 / 8 + 2), [&] { Key(VK_LEFT); }}, // a part of what is seen beside the bar
+            {"100", [&] { report.EnsureVisibleColumn(2); }},  // wider than the view: its left edge
         },
-        [&] { return std::to_string(report.GetScrollPos32(SB_HORZ)); });
+        [&] { return Line(report.GetScrollPos32(SB_HORZ)); });
 }
 
 TEST_F(ReportInput, WheelTurnsRowsAndColumns)

@@ -14,35 +14,35 @@ class MomentReport : public TestReport
 public:
     void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw) override
     {
-        Tell("select");
+        moment("select");
         if (std::max(row, anchor) < GetRowCount())
             TestReport::SelectRows(row, anchor, select, add, toggle, redraw);
     }
     int CompareItems(int item1, int subitem1, int item2, int subitem2) override
     {
-        Tell("compare");
+        moment("compare");
         return TestReport::CompareItems(item1, subitem1, item2, subitem2);
     }
 
 protected:
     structITEM& GetItemStruct(int item, int subitem, unsigned mask) override
     {
-        Tell("record");
+        moment("record");
         return TestReport::GetItemStruct(item, subitem, mask);
     }
     int LoadItemData(structITEM* record, int item, int subitem, unsigned mask) override
     {
-        Tell("load");
+        moment("load");
         return TestReport::LoadItemData(record, item, subitem, mask);
     }
     void QuickSort(int subitem, int ascending, int low, int high) override
     {
-        Tell("quick");
+        moment("quick");
         TestReport::QuickSort(subitem, ascending, low, high);
     }
     void TreeSort(int subitem, structTREEITEM* above, int ascending, int recursive) override
     {
-        Tell("tree");
+        moment("tree");
         TestReport::TreeSort(subitem, above, ascending, recursive);
     }
 };
@@ -53,7 +53,7 @@ protected:
     ReportMoments()
     {
         parent.answer = [this](NMHDR& told) {
-            report.Tell(std::to_string(static_cast<int>(told.code)));
+            report.moment(std::to_string(static_cast<int>(told.code)));
             return 0;
         };
         report.load = [](_RVITEM& item) {
@@ -73,7 +73,7 @@ protected:
                 tell(kind.substr(0, kind.find(' ')));
         };
         EXPECT_NO_THROW(event.second());
-        report.moment = nullptr;
+        report.moment = [](const std::string&) {};
     }
 
     // Six rows, the first of a tree expanded, with the focus on a cell of the third.

@@ -32,7 +32,7 @@ void FillViewMenu(CMenu& view)
     UINT id = kFirstStyleCommand;
     for (const auto& item : kSwitches)
         view.AppendMenu(MF_STRING, id++, item.caption);
-    view.AppendMenu(MF_STRING, kHiddenListCommand, "Hidden &Columns");
+    view.AppendMenu(MF_STRING, kHiddenListCommand, "&Hidden Columns");
 }
 
 HMENU MakeMenu()
@@ -58,6 +58,7 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_COMMAND(kHiddenListCommand, &ReportWnd::OnSwitchHiddenList)
     ON_COMMAND(kSelectAllCommand, &ReportWnd::OnSelectAll)
     ON_COMMAND(kCopyCommand, &ReportWnd::OnCopy)
+    ON_NOTIFY(RVN_ITEMRCLICK, kReportId, &ReportWnd::OnRightClick)
 END_MESSAGE_MAP()
 
 void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
@@ -182,12 +183,24 @@ void ReportWnd::OnCopy()
         ::MessageBeep(MB_ICONWARNING);
 }
 
+// A click on selected rows leaves them selected: the menu is for all of them.
+void ReportWnd::OnRightClick(NMHDR* notification, LRESULT* result)
+{
+    const int item = reinterpret_cast<_NMREPORTVIEW*>(notification)->item;
+    const int row = item >= 0 ? m_report.GetRowFromItem(item) : -1;
+    int first = 0;
+    int last = 0;
+    m_report.GetSelectedRows(&first, &last);
+    *result = row >= first && row <= last;
+}
+
 // With a right click or the menu key, at a point of the screen.
 void ReportWnd::OnContextMenu(CWnd*, CPoint point)
 {
     CMenu menu;
     FillViewMenu(menu);
-    menu.AppendMenu(MF_STRING, kSelectAllCommand, "Select &All\tCtrl+A");
+    menu.AppendMenu(MF_SEPARATOR);
+    menu.AppendMenu(MF_STRING, kSelectAllCommand, "&Select All\tCtrl+A");
     menu.AppendMenu(MF_STRING, kCopyCommand, "&Copy\tCtrl+C");
     menu.TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, this);
 }

@@ -38,15 +38,20 @@ run_tests() {
 }
 
 tools/setup.sh
-for preset in native windows; do
-    if ! tools/build.sh "$preset"; then
-        failed=$((failed + 1))
-    elif [[ $preset == windows ]]; then
-        run_tests "$preset" tools/with-wine.sh
-    else
-        run_tests "$preset"
-    fi
-done
+native=1
+tools/build.sh native || native=0
+tools/build.sh windows & # while the native tests run
+windows=$!
+if ((native)); then
+    run_tests native
+else
+    failed=$((failed + 1))
+fi
+if wait "$windows"; then
+    run_tests windows tools/with-wine.sh
+else
+    failed=$((failed + 1))
+fi
 
 echo "$passed passed, $failed failed"
 ((failed == 0 && passed > 0))

@@ -56,5 +56,6 @@ if ! has_log; then
         echo "No machine log: name files when calling run.sh" >&2
 fi
 
-"$root/tools/dependencies.sh"
+"$root/tools/dependencies.sh" & # each of the two waits more than it works
 [[ -e $root/build/wine/.ready ]] || "$root/tools/with-wine.sh" true
+wait $!

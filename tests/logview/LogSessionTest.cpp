@@ -339,6 +339,67 @@ TEST(LogSession, UnfoldsAnewWhatWasCut)
     }
 }
 
+// Logs of these numbers, in the order of the logs.
+LogRows Numbered(const std::vector<std::vector<std::uint32_t>>& numbers)
+{
+    LogRows logs;
+    for (unsigned file = 0; file < numbers.size(); ++file)
+        for (const std::uint32_t number : numbers[file])
+        {
+            logs.time = number - 1;
+            logs.Add(file);
+        }
+    return logs;
+}
+
+TEST(LogSession, UnfoldsOfDamagedLogsOnlyWhatCanBelongThere)
+{
+    const struct
+    {
+        const char* name;
+        std::vector<std::vector<std::uint32_t>> numbers;
+        const char* shown;
+    } cases[] = {
+        {"a search that leads back", {{1, 50}, {7, 8, 9, 5, 20}}, "M1 R7 R8 R9 R20 R5 R20 M50 "},
+        {"a number in two logs", {{1, 3}, {}, {2}, {2}}, "M1 O2 M3 "},
+        {"a greater one in two logs", {{1, 9}, {}, {4}, {4}}, "M1 O4 M9 "},
+    };
+    for (const auto& [name, numbers, shown] : cases)
+    {
+        LogRows logs = Numbered(numbers);
+        LogSession session(logs);
+        session.Refresh(0);
+        RowChange change;
+        session.ExpandAll(0, change);
+        EXPECT_EQ(shown, Shown(session)) << name;
+    }
+
+    // Four logs of rows with one number each: 30 rows unfold 30 rows, which unfold 30 rows each.
+    std::vector<std::vector<std::uint32_t>> alike;
+    for (std::uint32_t number = 1; number <= 4; ++number)
+        alike.emplace_back(30, number);
+    LogRows logs = Numbered(alike);
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    EXPECT_TRUE(session.ExpandAll(0, change));
+    EXPECT_EQ((16 * 120 + 1024) / 30 * 30, change.delta);
+}
+
+// "Main" has another second row: what was unfolded ends before the header that had unfolded there.
+TEST(LogSession, UnfoldsNothingAgainAtAnotherRow)
+{
+    LogRows logs = Numbered({{1, 6}, {2, 3, 5}, {4}});
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    EXPECT_TRUE(session.ExpandAll(0, change));
+    EXPECT_EQ("M1 R2 R3 O4 R5 M6 ", Shown(session));
+    logs.rows[0] = Numbered({{1, 3, 9}}).rows[0];
+    session.Refresh(0);
+    EXPECT_EQ("M1 R2 M3 M9 ", Shown(session));
+}
+
 TEST(LogSession, RevealsAnyRowBetweenTheFirstAndTheLastOfMain)
 {
     for (unsigned seed = 0; seed < 40; ++seed)

@@ -10,6 +10,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 constexpr int kItemHeight = 20; // of the rows that Show makes, like the next
@@ -66,7 +67,7 @@ public:
     using CReportCtrl::SetState;
     using CReportCtrl::SetTreeFocus;
 
-    std::function<void(const std::string&)> moment = [](const std::string&) {};
+    std::function<void(std::string_view)> moment = [](std::string_view) {};
     std::function<__int64(_RVITEM&)> load = [](_RVITEM&) { return 0; }; // what callback mode answers
     std::function<__int64(_NMRVITEMDRAW&)> drawPreview = [](_NMRVITEMDRAW&) { return 0; };
     bool refusesDrags = false;
@@ -97,12 +98,12 @@ protected:
     }
     void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
     {
-        moment(item->state & RVIS_SELECTED ? "selected" : "item");
+        moment(item->state & RVIS_SELECTED ? "item selected" : "item");
         CReportCtrl::DrawItem(dc, rect, item);
     }
     void DrawRow(CDC* dc, CRect row, CRect clip, int number, _RVITEM* item, int odd, int fixed) override
     {
-        moment(fixed ? "fixed" : odd ? "odd" : "even");
+        moment(fixed ? "row fixed" : odd ? "row odd" : "row even");
         CReportCtrl::DrawRow(dc, row, clip, number, item, odd, fixed);
     }
     void DrawBkgnd(CDC* dc, CRect rect, unsigned long color) override
@@ -148,9 +149,10 @@ protected:
     // Begins again with the columns a, b and c, and with items of these texts.
     void Show(DWORD style, const Texts& texts = {})
     {
-        report.UndefineAllSubItems();
         report.ModifyStyle(RVS_CALLBACK | RVS_TREE, 0);
+        report.DestroyWindow();
         report.DeleteAllItems();
+        report.UndefineAllSubItems();
         Create(style);
         parent.ShowWindow(SW_SHOWNOACTIVATE);
         report.SetItemHeight(style & RVS_HORIZONTALGRID ? kItemHeight + 1 : kItemHeight);
@@ -224,7 +226,7 @@ protected:
                 ::TranslateMessage(&message);
                 ::DispatchMessage(&message);
             }
-            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
+            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
         }
     }
     static void SystemMouse(DWORD flags, int data = 0)

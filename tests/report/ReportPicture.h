@@ -72,7 +72,19 @@ struct Spot
     int count;
 };
 constexpr int kSome = -1;
-constexpr int kAll = -2;
+
+inline Spot All(const CRect& rect, COLORREF color)
+{
+    return {rect, color, rect.Width() * rect.Height()};
+}
+inline Spot Some(const CRect& rect, COLORREF color)
+{
+    return {rect, color, kSome};
+}
+inline Spot None(const CRect& rect, COLORREF color)
+{
+    return {rect, color, 0};
+}
 
 struct Scene
 {
@@ -91,10 +103,9 @@ inline void ExpectScenes(const ReportPicture& picture, const std::function<void(
         for (const Spot& spot : scene.spots)
         {
             const int count = picture.Count(spot.rect, spot.color);
-            const int wanted = spot.count == kAll ? spot.rect.Width() * spot.rect.Height() : spot.count;
-            EXPECT_TRUE(wanted == kSome ? count > 0 : count == wanted)
+            EXPECT_TRUE(spot.count == kSome ? count > 0 : count == spot.count)
                 << "scene " << &scene - scenes.begin() << ", spot " << &spot - scene.spots.data() << ": "
-                << count << " and not " << wanted;
+                << count << " and not " << spot.count;
         }
     }
 }

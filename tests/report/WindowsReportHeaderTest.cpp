@@ -69,19 +69,19 @@ TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
 
 TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
 {
-    std::vector<int> widths;
+    std::string widths;
     parent.answer = [&](NMHDR& told) {
         const auto& change = reinterpret_cast<_NMREPORTVIEW&>(told);
-        EXPECT_EQ(RVN_COLUMNCHANGED, told.code);
-        EXPECT_EQ("-2 0 0", Line(change.item, change.subitem, reinterpret_cast<_NMRVHEADER&>(told).subitem));
-        widths.push_back(report.GetSubItemWidth(change.subitem));
+        EXPECT_EQ(Line(RVN_COLUMNCHANGED, "-2 0 0"),
+                  Line(told.code, change.item, change.subitem, reinterpret_cast<_NMRVHEADER&>(told).subitem));
+        widths += Line(report.GetSubItemWidth(change.subitem)) + ' ';
         return 0;
     };
     MouseOnHeader(WM_LBUTTONDOWN, 50);
     MouseOnHeader(WM_MOUSEMOVE, 150);
     MouseOnHeader(WM_MOUSEMOVE, 80);
     MouseOnHeader(WM_LBUTTONUP, 80);
-    EXPECT_EQ((std::vector<int>{150, 80, 80}), widths);
+    EXPECT_EQ("150 80 80 ", widths);
     report.DeactivateAllSubItems();
     EXPECT_EQ(0, report.ActivateSubItem(0, 0));
     EXPECT_EQ(80, report.GetSubItemWidth(0));
@@ -299,18 +299,18 @@ TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
     ExpectScenes(
         picture, [&] { ::UpdateWindow(header), picture.Take(header); },
         {
-            {[] {}, {{left, text, kSome}, {right, text, 0}, {next, text, kSome}}},
-            {[&] { report.SortItems(0, 1); }, {{top, dark, 1}, {bottom, dark, 7}, {second, high, 0}}},
+            {[] {}, {Some(left, text), None(right, text), Some(next, text)}},
+            {[&] { report.SortItems(0, 1); }, {{top, dark, 1}, {bottom, dark, 7}, None(second, high)}},
             {[&] { report.SortItems(0, 0); }, {{top, dark, 7}, {bottom, dark, 1}}},
             {[&] { shown.SetItemFiltered(0, true); },
-             {{mark, dark, 16}, {second, high, kSome}, {mark, high, 0}}},
+             {{mark, dark, 16}, Some(second, high), None(mark, high)}},
             {[&] { shown.SetItemFiltered(0, false), Format(1, HDF_RIGHT), report.SortItems(1, 1); },
-             {{next, text, 0}, {CRect(75, 0, 83, 15), text, kSome}, {gap, text, 0}, {ground, face, kAll}}},
+             {None(next, text), Some(CRect(75, 0, 83, 15), text), None(gap, text), All(ground, face)}},
             {[&] { report.ModifyProperty(RVP_KEYS, RVK_COLUMNS), Key(VK_RIGHT, {VK_CONTROL}); },
-             {{CRect(1, 1, 48, 2), face ^ RGB(255, 255, 255), kSome}}}, // dots
-            {[&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }, {{ground, face, 0}}},
-            {[&] { MouseOnHeader(WM_MOUSEMOVE, 60, 3); }, {{ground, face, 0}}},
-            {[&] { MouseOnHeader(WM_MOUSEMOVE, 48); }, {{ground, face, kAll}}}, // not on it any more
+             {Some(CRect(1, 1, 48, 2), face ^ RGB(255, 255, 255))}}, // dots
+            {[&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }, {None(ground, face)}},
+            {[&] { MouseOnHeader(WM_MOUSEMOVE, 60, 3); }, {None(ground, face)}},
+            {[&] { MouseOnHeader(WM_MOUSEMOVE, 48); }, {All(ground, face)}}, // not on it any more
         });
     MouseOnHeader(WM_LBUTTONUP, 48);
 }

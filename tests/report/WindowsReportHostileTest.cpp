@@ -18,16 +18,16 @@ TEST_F(ReportHostile, PutsUpWithAnyOrderOfRows)
         CArray<int, int> order;
         for (const int item : items)
             order.Add(item);
-        return report.SetItemRowArray(order);
+        const int done = report.SetItemRowArray(order);
+        return Line(done, report.GetCurrentFocus());
     };
-    EXPECT_EQ("0 1", Line(put({0, 1}), put({99, 1, 1})));
-    EXPECT_EQ(RVI_NONE, report.GetCurrentFocus());
+    EXPECT_EQ("0 0", put({0, 1}));
+    EXPECT_EQ("1 -2", put({99, 1, 1}));
     EXPECT_THROW(Select(0, 0), CInvalidArgException*);
     Select(2, 2);
-    EXPECT_EQ(1, put({2, 1, 1}));
-    EXPECT_EQ("3 2 2 focus 2", Line(Rows(), "focus", report.GetCurrentFocus()));
+    EXPECT_EQ("1 2", put({2, 1, 1}));
     EXPECT_EQ(1, report.DeleteItem(1)); // which has two rows
-    EXPECT_EQ("3 focus 0", Line(Rows(), "focus", report.GetCurrentFocus()));
+    EXPECT_EQ("3 0", Line(Rows(), report.GetCurrentFocus()));
 }
 
 TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
@@ -54,12 +54,11 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
     for (const auto& [style, rows] : windows)
     {
         Create(style);
-        EXPECT_EQ(rows, report.GetRowCount()) << style;
-        EXPECT_EQ("0 to -1 focus -2,-1 top 0", State()) << style;
-        EXPECT_EQ(0u, report.GetItemState(1) & RVIS_FOCUSED) << style;
         report.ActivateSubItem(0, 0);
         report.ActivateSubItem(1, 1);
-        EXPECT_EQ("ab", Columns() + SortMark()) << style;
+        EXPECT_EQ(Line("ab", rows, "0 to -1 focus -2,-1 top 0"),
+                  Line(Columns() + SortMark(), report.GetRowCount(), State()));
+        EXPECT_EQ(0u, report.GetItemState(1) & RVIS_FOCUSED) << style;
     }
 }
 
@@ -166,8 +165,8 @@ TEST_F(ReportHostile, HoldsDeepTreesAndManyRows)
     EXPECT_EQ(1, report.GetRowCount());
 
     Create();
-    Fill(Texts(1000000, "x"));
-    EXPECT_EQ(999999, report.GetRowFromItem(999999));
+    Fill(Texts(300000, "x"));
+    EXPECT_EQ(299999, report.GetRowFromItem(299999));
 }
 
 TEST_F(ReportHostile, LeavesNothingBehind)

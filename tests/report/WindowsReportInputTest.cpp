@@ -61,8 +61,15 @@ TEST_F(ReportInput, KeysAndClicksReachTheRules)
     report.DeactivateAllSubItems();
     Click(60, kItemHeight + 5);
     EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
-    Key(VK_APPS);
-    EXPECT_NE(0, parent.menuPoint.x + parent.menuPoint.y);
+    for (const auto& [height, y] : {std::pair(kItemHeight, 40), {150, 200}}) // the bottom that is seen
+    {
+        report.SetItemHeight(height);
+        CPoint below(0, y);
+        report.ClientToScreen(&below);
+        Key(VK_APPS);
+        EXPECT_EQ(below, parent.menuPoint) << height;
+    }
+    EXPECT_EQ(LRESULT{DLGC_WANTARROWS | DLGC_WANTCHARS}, report.SendMessage(WM_GETDLGCODE));
 }
 
 TEST_F(ReportInput, ParentIsAskedFirst)
@@ -118,50 +125,42 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
     EXPECT_EQ(0, report.ModifyProperty(RVP_KEYS, RVK_ALL + 1));
     EXPECT_EQ(1, report.ModifyProperty(RVP_KEYS, RVK_ALL));
     const std::vector<int> both = {VK_CONTROL, VK_SHIFT};
+    const auto control = [this](int key) { Key(key, {VK_CONTROL}); };
     Follow(
         {
-            {"abc 50 - 0 of 3", [&] { Key(VK_DOWN); }},
-            {"abc 50 - 0 of 4", [&] { Key(VK_RIGHT); }},
-            {"abc 50 - 0 of 3", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
-            {"abc 50 - 0 of 4", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
-            {"abc 50 - 0 of 4",
+            {"abc 50 50 0 of 3", [&] { Key(VK_DOWN); }},
+            {"abc 50 50 0 of 4", [&] { Key(VK_RIGHT); }},
+            {"abc 50 50 0 of 3", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
+            {"abc 50 50 0 of 4", [&] { Mouse(WM_LBUTTONDBLCLK, 60, row.top + 5); }},
+            {"abc 50 50 0 of 4",
              [&] { report.SetItemCheck(0, 0, 1), Mouse(WM_LBUTTONDBLCLK, 30, row.top + 10); }},
-            {"abc 50 - 2 of 4", [&] { Type(0xC3), Type(0x84); }}, // a capital
-            {"abc 50 - 1 of 4", [&] { Key(VK_UP); }},
-            {"abc 50 - 0 of 4", [&] { Key(VK_LEFT); }},
-            {"abc 50 - 0 of 4", [&] { Key(VK_RIGHT, {VK_CONTROL}); }},
-            {"bac 50 - 0 of 4", [&] { Key(VK_RIGHT, both); }},
-            {"bac 50 - 0 of 4", [&] { parent.takes = true, Key(VK_RIGHT, both), parent.takes = false; }},
-            {"bac 58 - 0 of 4", [&] { Key(VK_ADD, {VK_CONTROL}); }},
-            {"bac 58 a+ 0 of 4", [&] { Key(VK_SPACE, both); }},
-            {"ac 58 a+ 0 of 4", [&] { report.DeactivateSubItem(1); }},
-            {"ac 66 a+ 0 of 4", [&] { Key(VK_ADD, {VK_CONTROL}); }}, // what is marked has gone along
-            {"bac 66 a+ 0 of 4", [&] { report.ActivateSubItem(1, 0); }},
-            {"bac 58 a+ 0 of 4",
-             [&] { report.ModifyProperty(RVP_MARGIN, 6), Key(VK_SUBTRACT, {VK_CONTROL}); }},
+            {"abc 50 50 2 of 4", [&] { Type(0xC3), Type(0x84); }}, // a capital
+            {"abc 50 50 1 of 4", [&] { Key(VK_UP); }},
+            {"abc 50 50 0 of 4", [&] { Key(VK_LEFT); }},
+            {"bac 50 50 0 of 4", [&] { control(VK_RIGHT), Key(VK_RIGHT, both); }},
+            {"bac 50 50 0 of 4", [&] { parent.takes = true, Key(VK_RIGHT, both), parent.takes = false; }},
+            {"bac 58 50 0 of 4", [&] { control(VK_ADD); }},
+            {"baca+ 58 50 0 of 4", [&] { Key(VK_SPACE, both); }},
+            {"aca+ 66 50 0 of 4",
+             [&] { report.DeactivateSubItem(1), control(VK_ADD); }}, // the mark has gone along
+            {"baca+ 58 50 0 of 4",
+             [&] {
+                 report.ActivateSubItem(1, 0), report.ModifyProperty(RVP_MARGIN, 6), control(VK_SUBTRACT);
+             }},
+            {"baa+ 58 58 0 of 4", [&] { control(VK_LEFT), report.DeactivateSubItem(2), control(VK_ADD); }},
+            {"baca+ 58 58 0 of 4", [&] { report.ActivateSubItem(2, 2); }},
+            {"baca+ 58 58 0 of 4", [&] { report.ModifyStyle(0, RVS_SINGLESELECT), control('A'); }},
         },
         [&] {
-            const std::string mark = SortMark();
-            return Line(Columns(), report.GetSubItemWidth(0), mark.empty() ? "-" : mark,
+            return Line(Columns() + SortMark(), report.GetSubItemWidth(0), report.GetSubItemWidth(1),
                         report.GetCurrentFocus(), "of", report.GetRowCount());
         });
-    EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());
-    Key(VK_LEFT, {VK_CONTROL}); // to the item inserted last
-    report.DeactivateSubItem(2);
-    Key(VK_ADD, {VK_CONTROL});
-    EXPECT_EQ(58, report.GetSubItemWidth(1)) << "the mark is on its column still";
-    report.ActivateSubItem(2, 2);
-    Key(VK_RIGHT, {VK_CONTROL});
-    Key(VK_MULTIPLY, {VK_CONTROL}); // fits it
+    EXPECT_EQ("0 to 0 focus 0,-1 top 0", State());
+    control(VK_RIGHT), control(VK_MULTIPLY); // fits it
     EXPECT_NE(58, report.GetSubItemWidth(0));
-
-    report.ModifyStyle(0, RVS_SINGLESELECT);
-    Key(VK_DOWN);
-    Key('A', {VK_CONTROL});
-    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
+    EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());
     report.ModifyStyle(RVS_SINGLESELECT, 0);
-    Key('A', {VK_CONTROL});
-    Key('C', {VK_CONTROL});
+    control('A'), control('C');
     ASSERT_TRUE(::OpenClipboard(report));
     EXPECT_EQ(std::wstring(L"\tb\t\r\n\tchild 1\t\r\n\tc\t\r\nx\t\u00E4z\t\r\n"),
               static_cast<const wchar_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT))));
@@ -255,26 +254,11 @@ TEST_F(ReportInput, WheelTurnsRowsAndColumns)
     EXPECT_EQ(std::stoi(right) / 2, std::stoi(turn(2, WM_MOUSEHWHEEL, -120)));
 }
 
-TEST_F(ReportInput, TheMenuKeyAsksForAMenuBelowTheFocusedRow)
-{
-    ShowRows(0, 20);
-    for (const auto& [height, y] : {std::pair(kItemHeight, 40), {150, 200}}) // the bottom that is seen
-    {
-        report.SetItemHeight(height);
-        Select(1, 1);
-        CPoint below(0, y);
-        report.ClientToScreen(&below);
-        report.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(report.m_hWnd), MAKELPARAM(-1, -1));
-        EXPECT_EQ(below, parent.menuPoint) << height;
-    }
-    EXPECT_EQ(LRESULT{DLGC_WANTARROWS | DLGC_WANTCHARS}, report.SendMessage(WM_GETDLGCODE));
-}
-
 TEST_F(ReportInput, ACellOfTheFixedRowIsEdited)
 {
     Show(RVS_FIXEDROW | RVS_NOHEADER, {"1"});
     std::string told;
-    report.moment = [&](const std::string& kind) { told += kind + ' '; };
+    report.moment = [&](std::string_view kind) { told.append(kind) += ' '; };
     Click(20, 10);
     Click(20, 10);
     Type('q');

@@ -65,27 +65,27 @@ protected:
     }
 
     // Has it done, and tells of the moments in it; of drawing only where that is what is done.
-    void Do(const Act& event, const std::function<void(const std::string&)>& tell)
+    void Do(const Act& event, const std::function<void(std::string_view)>& tell)
     {
-        report.moment = [&](const std::string& kind) {
-            static const std::set<std::string> drawing = {"background", "even", "odd", "item", "selected"};
-            if (event.first == std::string("paint") || !drawing.contains(kind))
-                tell(kind.substr(0, kind.find(' ')));
+        const bool isPaint = event.first == std::string_view("paint");
+        report.moment = [&](std::string_view kind) {
+            kind = kind.substr(0, kind.find(' '));
+            if (isPaint || (kind != "background" && kind != "row" && kind != "item"))
+                tell(kind);
         };
         EXPECT_NO_THROW(event.second());
-        report.moment = [](const std::string&) {};
+        report.moment = [](std::string_view) {};
     }
 
     // Six rows, the first of a tree expanded, with the focus on a cell of the third.
     void Begin(DWORD style)
     {
         mode = style;
-        Show(style | WS_VISIBLE | RVS_CELLFOCUS | RVS_DRAGCOLUMNS);
         report.ModifyProperty(RVP_KEYS, RVK_ALL);
+        Show(style | RVS_CELLFOCUS | RVS_DRAGCOLUMNS,
+             style & RVS_CALLBACK ? Texts() : Texts{"f", "e", "d", "c", "b", "a"});
         if (style & RVS_CALLBACK)
             report.SetItemCount(6);
-        else
-            Fill({"f", "e", "d", "c", "b", "a"});
         if (tree)
         {
             report.InsertTreeItem(report.GetItemHandle(0), nullptr, "child");
@@ -98,6 +98,7 @@ protected:
         }
         Select(2, 1);
         report.AdjustFocus(2, 1);
+        report.ShowWindow(SW_SHOW); // painted once
         report.UpdateWindow();
     }
 
@@ -186,7 +187,7 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
             present = &event;
             std::set<std::string> moments;
             Begin(style);
-            Do(event, [&](const std::string& kind) { moments.insert(kind); });
+            Do(event, [&](std::string_view kind) { moments.emplace(kind); });
             kinds.insert(moments.begin(), moments.end());
             for (const char* kind : {"record", "load"}) // which answer for what they have done to the items
                 moments.erase(kind);
@@ -197,7 +198,7 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
                     SCOPED_TRACE(Line("style", style, event.first, "in", moment, name));
                     Begin(style);
                     bool done = false;
-                    Do(event, [&](const std::string& kind) {
+                    Do(event, [&](std::string_view kind) {
                         if (kind == moment && !std::exchange(done, true))
                             act();
                     });
@@ -207,10 +208,10 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
             }
         }
     }
-    EXPECT_EQ((std::set<std::string>{"-2049", "-2050",   "-2053", "-2054",      "-2059",    "-2060",
-                                     "-2061", "-2063",   "-2066", "background", "callback", "compare",
-                                     "drag",  "drop",    "edit",  "even",       "item",     "load",
-                                     "odd",   "preview", "quick", "record",     "select",   "tree"}),
+    EXPECT_EQ((std::set<std::string>{"-2049", "-2050",  "-2053", "-2054",      "-2059",    "-2060",
+                                     "-2061", "-2063",  "-2066", "background", "callback", "compare",
+                                     "drag",  "drop",   "edit",  "item",       "load",     "preview",
+                                     "quick", "record", "row",   "select",     "tree"}),
               kinds);
 }
 

@@ -9,7 +9,7 @@
 // make what is kept for all.
 template <typename Act> void ExpectNothingLeft(Act act)
 {
-    constexpr int kRounds = 100;
+    constexpr int kRounds = 30;
     for (int round = 0; round < 3; ++round)
         act();
     const int objects = GdiObjectCount();

@@ -9,9 +9,10 @@ endif()
 add_library(QmDeps::CLI11 INTERFACE IMPORTED GLOBAL)
 target_include_directories(QmDeps::CLI11 INTERFACE ${QM_DEPS}/include)
 
-# Regular expressions. It is built here like a part of ours. The native preset compiles C plainly, without sanitizers:
-# with them this library alone would take as long as half of all else.
-function(qm_add_pcre2)
+# Regular expressions. For Windows it is built here like a part of ours.
+add_library(QmDeps::PCRE2 INTERFACE IMPORTED GLOBAL)
+target_compile_definitions(QmDeps::PCRE2 INTERFACE PCRE2_CODE_UNIT_WIDTH=8)
+function(qm_build_pcre2)
     set(CMAKE_POLICY_DEFAULT_CMP0077 NEW) # its options are what we set here
     set(CMAKE_POLICY_DEFAULT_CMP0126 NEW)
     set(CMAKE_WARN_DEPRECATED OFF)
@@ -25,16 +26,17 @@ function(qm_add_pcre2)
     # The code that its compiler makes does the matching. How that one is optimised and what matches where there is
     # no such code counts little, and takes as long as all the rest.
     target_compile_options(pcre2-8-static PRIVATE -g0)
-    if(WIN32)
-        set_source_files_properties(
-            ${QM_DEPS}/pcre2-10.42/src/pcre2_jit_compile.c ${QM_DEPS}/pcre2-10.42/src/pcre2_match.c
-            TARGET_DIRECTORY pcre2-8-static PROPERTIES COMPILE_OPTIONS -O1)
-    endif()
-    add_library(QmDeps::PCRE2 INTERFACE IMPORTED GLOBAL)
+    set_source_files_properties(
+        ${QM_DEPS}/pcre2-10.42/src/pcre2_jit_compile.c ${QM_DEPS}/pcre2-10.42/src/pcre2_match.c
+        TARGET_DIRECTORY pcre2-8-static PROPERTIES COMPILE_OPTIONS -O1)
     target_link_libraries(QmDeps::PCRE2 INTERFACE pcre2-8-static)
     target_include_directories(QmDeps::PCRE2 INTERFACE ${CMAKE_BINARY_DIR}/pcre2)
-    target_compile_definitions(QmDeps::PCRE2 INTERFACE PCRE2_CODE_UNIT_WIDTH=8)
 endfunction()
-qm_add_pcre2()
+if(WIN32)
+    qm_build_pcre2()
+else()
+    find_library(QM_PCRE2 libpcre2-8.a REQUIRED) # Debian's, of the same version
+    target_link_libraries(QmDeps::PCRE2 INTERFACE ${QM_PCRE2})
+endif()
 
 install(DIRECTORY ${QM_DEPS}/licences DESTINATION ${CMAKE_INSTALL_DOCDIR})

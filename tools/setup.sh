@@ -8,7 +8,7 @@ packages=(
     cmake ninja-build git
     g++-mingw-w64-x86-64-posix wine wine64 fonts-wine pkgconf        # the Windows build
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
-    libcli11-dev                                                    # command lines
+    libcli11-dev libpcre2-dev                                       # command lines, regular expressions
     libgtest-dev libspdlog-dev                                       # tests; the benchmarks' peer
     xvfb xauth xdotool x11-utils imagemagick xclip                  # windows on a virtual display, their test
     clang-format clang-tidy gcovr

@@ -62,6 +62,12 @@ public:
         while (--count >= 0)
             items.Define(items.SubItemCount(), {});
     }
+    void AskFor(int count) // items in callback mode, of one subitem
+    {
+        Define(1);
+        rows.SetMode(true, false);
+        rows.SetCallbackCount(count);
+    }
     bool SetText(int item, int subitem, std::string text)
     {
         _RVITEM change;

@@ -1,0 +1,335 @@
+// Cells: their encoding, and how items keep them.
+#include "report/model/CellCodec.h"
+#include "tests/report/ModelControl.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <tuple>
+
+namespace
+{
+
+using report::Cell;
+
+// ---- The encoding
+
+const std::string undefinedAtFirst(report::UndefinedField()); // before any test sets the separator
+
+TEST(CellCodec, ReadsNumbersUntilOneIsMissing)
+{
+    const struct
+    {
+        std::string bytes;
+        Cell cell;
+    } cases[] = {
+        {"", {}},
+        {"\x07", {}},
+        {"1,2,3,4,4\x02text\x07", {}},
+        {"\x01\x07", {}},
+        {"\x01"
+         "1,2,3,4,4\x02text\x07",
+         {1, 2, 3, 4, true, "text"}},
+        {"\x01"
+         "1,2,3,4,99\x02text",
+         {1, 2, 3, 4, true, "text"}},
+        {"\x01"
+         "1,2,3,4,0\x02\x07",
+         {1, 2, 3, 4, true, ""}},
+        {"\x01"
+         "1,2,3,4,-1\x02text\x07",
+         {1, 2, 3, 4, false, ""}},
+        {"\x01"
+         "1,2,3,4,4text\x07",
+         {1, 2, 3, 4, false, ""}},
+        {"\x01"
+         "1,2,3,4\x02text\x07",
+         {1, 2, 3, 4, false, ""}},
+        {"\x01"
+         "1,2,x,4,4\x02text\x07",
+         {1, 2, -1, -1, false, ""}},
+        {"\x01"
+         "1,2,\x07"
+         "3,4,4\x02text\x07",
+         {1, 2, -1, -1, false, ""}},
+        {"\x01 +1,\t-2,+-3,4,4\x02text\x07", {1, -2, -1, -1, false, ""}},
+        {"\x01-1x,2,3,4,4\x02text\x07", {}},
+        {"\x01-2147483648,2147483648,-99999999999999999999,4,4\x02\x01\x02\x07",
+         {INT_MIN, -1, -1, 4, true, "\x01\x02"}},
+    };
+    for (const auto& each : cases)
+    {
+        const ZEMA::String cells(each.bytes.c_str(), each.bytes.size());
+        EXPECT_EQ(each.cell, report::ReadCell(cells, 0)) << &each - cases;
+        EXPECT_EQ(each.cell, report::ReadCell(cells, -1)) << &each - cases;
+        const ZEMA::String second(("a\x07" + each.bytes).c_str(), each.bytes.size() + 2);
+        EXPECT_EQ(each.cell, report::ReadCell(second, 1)) << &each - cases;
+    }
+}
+
+// Here | is the separator, C a cell that is written, and U an undefined one.
+TEST(CellCodec, ChangesFieldByField)
+{
+    const struct
+    {
+        const char* before;
+        int field;
+        const char *written, *inserted, *removed;
+    } cases[] = {
+        {"", 0, "C|", "U|", ""},
+        {"", 2, "U|U|C|", "U|U|U|", ""},
+        {"a", 0, "C|", "U|a", ""},
+        {"a", 1, "a|C|", "a|U|", "a"},
+        {"a|", 1, "a|C|", "a|U|", "a|"},
+        {"a|b", 0, "C|b", "U|a|b", "b"},
+        {"a|b", 1, "a|C|", "a|U|b", "a|"},
+        {"a|b", 3, "a|b|U|C|", "a|b|U|U|", "a|b"},
+        {"a|b|c|", -1, "C|b|c|", "U|a|b|c|", "b|c|"},
+        {"||", 1, "|C|", "|U||", "|"},
+    };
+    for (const std::size_t length : {0, 1, 600})
+        for (const auto& each : cases)
+        {
+            const std::string text(length, 'x');
+            const std::string numbers = "\x01"
+                                        "7,-2147483648,0,-1," +
+                                        std::to_string(length) + '\x02';
+            const auto expect = [&](const char* wanted, const auto& act) {
+                std::string bytes;
+                for (const char c : std::string(wanted))
+                    bytes += c == 'C'   ? numbers + text
+                             : c == 'U' ? "\x01-1,-1,-1,-1,-1\x02"
+                                        : std::string(1, c == '|' ? '\x07' : c);
+                std::string before = each.before;
+                std::replace(before.begin(), before.end(), '|', '\x07');
+                ZEMA::String cells(before.c_str(), before.size());
+                act(cells);
+                EXPECT_EQ(bytes, cells.c_str()) << each.before << ' ' << each.field;
+            };
+            expect(each.written, [&](ZEMA::String& cells) {
+                report::WriteCell(cells, each.field, {7, INT_MIN, 0, -1, true, text});
+            });
+            expect(each.inserted, [&](ZEMA::String& cells) { report::InsertCell(cells, each.field); });
+            expect(each.removed, [&](ZEMA::String& cells) { report::RemoveCell(cells, each.field); });
+        }
+    ZEMA::String cells;
+    report::WriteCell(cells, 1, {-1, -1, -1, -1, true, "within \x07 the cells"});
+    report::WriteCell(cells, 0, report::ReadCell(cells, 1));
+    EXPECT_EQ("within ", report::ReadCell(cells, 0).text);
+}
+
+TEST(CellCodec, TheUndefinedFieldLosesANumberWithTheSeparator)
+{
+    EXPECT_EQ("\x01-1,-1,-1,-1,-1\x02\x07", undefinedAtFirst);
+    struct Restore
+    {
+        ~Restore() { report::SetCellSeparator('\x07'); }
+    } const restore;
+    for (const char byte : {'\0', '\x01', '\x02', ',', '-', '0', '9'})
+        EXPECT_FALSE(report::SetCellSeparator(byte)) << int{byte};
+    EXPECT_EQ('\x07', report::CellSeparator());
+
+    EXPECT_TRUE(report::SetCellSeparator('\xA7'));
+    ZEMA::String cells;
+    report::ResetCells(cells, 2);
+    report::WriteCell(cells, 1, {-1, -1, -1, -1, true, "\x07"});
+    EXPECT_STREQ("\x01-1,-1,-1,-1\x02\xA7\x01-1,-1,-1,-1,1\x02\x07\xA7", cells.c_str());
+    EXPECT_EQ((Cell{-1, -1, -1, -1, true, "\x07"}), report::ReadCell(cells, 1));
+}
+
+TEST(CellCodec, CellsSortByTextThenCheckThenImage)
+{
+    const Cell sorted[] = {{1, -1, -1, -1, false, {}}, {9, -1, -1, -1, false, {}}, {1, 0, 0, 0, false, {}},
+                           {0, 0, 0, 0, true, "A"},    {0, 0, 0, 0, true, "AB"},   {0, 0, 0, 0, true, "a"},
+                           {0, 0, 0, 0, true, "\xE4"}};
+    for (std::size_t i = 0; i + 1 < std::size(sorted); ++i)
+    {
+        EXPECT_LT(report::CompareCells(sorted[i], sorted[i + 1]), 0) << i;
+        EXPECT_GT(report::CompareCells(sorted[i + 1], sorted[i]), 0) << i;
+    }
+    EXPECT_EQ(report::CompareCells({9, 0, 5, 0, false, {}}, {1, 0, 5, 0, false, {}}), 0);
+}
+
+// ---- The cells of items
+
+// Each field on its own, with a value that counts as one and with 0; a subclass may answer copies.
+TEST(Cells, TakeWhatTheMaskNames)
+{
+    const std::pair<unsigned, int _RVITEM::*> numbers[] = {{RVIM_TEXTCOLOR, &_RVITEM::textColor},
+                                                           {RVIM_IMAGE, &_RVITEM::image},
+                                                           {RVIM_CHECK, &_RVITEM::check},
+                                                           {RVIM_EXTRA, &_RVITEM::extra},
+                                                           {RVIM_BACKGROUNDCOLOR, &_RVITEM::backgroundColor},
+                                                           {RVIM_PREVIEWHEIGHT, &_RVITEM::previewHeight},
+                                                           {RVIM_TREELEVEL, &_RVITEM::treeLevel}};
+    constexpr unsigned kOfItem =
+        RVIM_BACKGROUNDCOLOR | RVIM_PREVIEWHEIGHT | RVIM_TREELEVEL | RVIM_STATE | RVIM_ITEMDATA;
+    for (unsigned round = 0; round < 40; ++round)
+    {
+        const unsigned bit = 1u << round / 4; // to RVIM_EXTRA
+        const int value = round % 4 < 2 ? 1 : 0;
+        ModelControl control;
+        control.copies = round % 2 != 0;
+        control.Define(2);
+        control.rows.InsertItem(0);
+        control.items.SetState(0, RVIS_BOLD, RVIS_BOLD);
+        char text[] = "text";
+        _RVITEM change;
+        change.item = change.subitem = 0;
+        for (const auto& [mask, number] : numbers)
+            change.*number = value;
+        change.state = 0xFF;
+        change.itemData = 6;
+        change.text = text;
+        change.mask = bit;
+        for (const int item : {0, RVI_DEFAULT})
+        {
+            change.item = item;
+            ASSERT_TRUE(control.items.Write(change));
+            for (const int subitem : {0, 1})
+            {
+                SCOPED_TRACE(testing::Message() << bit << ' ' << value << ' ' << item << ' ' << subitem);
+                const unsigned taken = subitem == 0 ? bit : bit & kOfItem;
+                char room[8] = "";
+                _RVITEM record;
+                record.mask = RVIM_TEXT;
+                record.item = item;
+                record.subitem = subitem;
+                record.text = room;
+                record.textMax = sizeof(room);
+                ASSERT_TRUE(control.items.Read(record));
+                const bool isNone = value == 0 && taken == RVIM_PREVIEWHEIGHT;
+                EXPECT_EQ(RVIM_STATE | RVIM_ITEMDATA | (isNone ? 0 : taken), record.mask);
+                for (const auto& [mask, number] : numbers)
+                    EXPECT_EQ(mask == taken ? value : _RVITEM().*number, record.*number) << mask;
+                const unsigned state =
+                    taken == RVIM_STATE ? RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED : 0;
+                EXPECT_EQ(state | (item == 0 ? RVIS_BOLD : 0), record.state);
+                EXPECT_EQ(taken == RVIM_ITEMDATA ? 6 : 0, record.itemData);
+                EXPECT_STREQ(taken == RVIM_TEXT ? "text" : "", room);
+                EXPECT_EQ(taken == RVIM_TEXT ? 8 : -1, record.textMax);
+            }
+        }
+    }
+}
+
+TEST(Cells, GiveAsMuchOfATextAsThereIsRoomFor)
+{
+    const struct
+    {
+        unsigned mask;
+        int subitem, textMax;
+        const char* text;
+        bool isWanted = true;
+    } cases[] = {
+        {RVIM_TEXT, 0, 0, "####"}, {RVIM_TEXT, 0, 1, ""},     {RVIM_TEXT, 0, 3, "ce"},
+        {RVIM_TEXT, 0, 4, "cel"},  {RVIM_TEXT, 0, 5, "cell"}, {0, 0, 5, "####", false},
+        {RVIM_TEXT, -1, 1, "pre"}, // whole: callers bring room for it
+    };
+    ModelControl control;
+    control.Define(1);
+    control.rows.InsertItem(0);
+    control.SetText(0, 0, "cell");
+    EXPECT_TRUE(control.items.SetPreview(0, "pre", 7, 3));
+    for (const auto& each : cases)
+    {
+        char room[] = "####";
+        _RVITEM record;
+        record.mask = each.mask;
+        record.subitem = each.subitem;
+        record.text = room;
+        record.textMax = each.textMax;
+        EXPECT_TRUE(control.items.Read(record));
+        EXPECT_STREQ(each.text, room) << &each - cases;
+        EXPECT_EQ(each.isWanted, record.text != nullptr) << &each - cases;
+        EXPECT_EQ(each.subitem < 0 ? 3 : -1, record.textColor) << &each - cases;
+        EXPECT_EQ(7, record.previewHeight);
+    }
+    char empty[] = "";
+    _RVITEM change;
+    change.mask = RVIM_TEXT | RVIM_TEXTCOLOR;
+    change.textColor = 5;
+    change.text = empty;
+    change.subitem = -1;
+    EXPECT_TRUE(control.items.Write(change)); // which changes no preview
+    EXPECT_EQ("pre", control.Text(0, -1));
+    change.subitem = 0;
+    change.text = nullptr;
+    EXPECT_TRUE(control.items.Write(change));
+    report::FetchedCell fetched;
+    EXPECT_TRUE(control.items.Fetch(0, 0, 0, fetched));
+    EXPECT_EQ((Cell{-1, -1, -1, 5, false, ""}), fetched.cell);
+    ASSERT_TRUE(control.SetText(0, 0, std::string(70000, 'x')));
+    EXPECT_EQ(65535u, control.Text(0, 0).size()) << "a longer text is cut";
+}
+
+TEST(Cells, MoveWithTheirSubitemsAndMakeALine)
+{
+    for (const bool copies : {false, true})
+    {
+        ModelControl control;
+        control.copies = copies;
+        control.Define(2);
+        control.rows.InsertItem(0);
+        control.items.SubItemAt(1).format = 7;
+        for (const int item : {RVI_DEFAULT, 0})
+        {
+            control.SetText(item, 0, "a\tb");
+            control.SetText(item, 1, "c");
+        }
+        const auto line = [&](const std::vector<int>& order) {
+            return control.items.Line(RVI_DEFAULT, order, {'\t', true, ".."}) +
+                   control.items.Line(0, order, {'\t', true, ".."});
+        };
+        EXPECT_TRUE(control.items.Define(1, {}));
+        EXPECT_EQ(7u, control.items.FormatOf(2));
+        EXPECT_EQ(0u, control.items.FormatOf(1));
+        EXPECT_EQ("a b\t\tc\na b\t\tc\n", line({0, 1, 2}));
+        EXPECT_TRUE(control.items.Define(3, {}));
+        control.items.Undefine(0);
+        EXPECT_EQ("c\t\t\t\nc\t\t\t\n", line({1, 0, 2, 3})) << "the last is not there";
+
+        _RVITEM change;
+        change.mask = RVIM_IMAGE | RVIM_CHECK | RVIM_TREELEVEL;
+        for (const auto& [level, image, expected] : {std::tuple(-1, 0, "0\t\tc\n"),
+                                                     {0, -1, " 2\t\tc\n"},
+                                                     {1, 3, " 3\t\tc\n"},
+                                                     {3, -1, ".... 2\t\tc\n"}})
+        {
+            change.treeLevel = level;
+            change.image = image;
+            change.check = 2;
+            EXPECT_TRUE(control.items.Write(change));
+            EXPECT_EQ(expected, control.items.Line(0, {0, 2, 1}, {'\t', true, ".."}));
+        }
+    }
+}
+
+TEST(Cells, AreOfItemsAndSubitemsThatThereAre)
+{
+    ModelControl control;
+    control.Define(2);
+    control.rows.InsertItem(0);
+    for (const auto& [item, subitem] : {std::pair(1, 0), {-2, -2}, {-2, 0}, {0, 2}})
+    {
+        _RVITEM record;
+        record.item = item;
+        record.subitem = subitem;
+        EXPECT_FALSE(control.items.Read(record)) << item << ' ' << subitem;
+        EXPECT_FALSE(control.items.Write(record)) << item << ' ' << subitem;
+    }
+    for (const int subitem : {-1, 2})
+        EXPECT_THROW(control.items.SubItemAt(subitem), std::invalid_argument);
+    for (const int subitem : {-1, 3})
+        EXPECT_THROW(control.items.Define(subitem, {}), std::invalid_argument);
+    for (const int item : {-2, 1})
+    {
+        EXPECT_THROW(control.items.Stored().At(item), std::invalid_argument);
+        EXPECT_FALSE(control.items.SetPreview(item, "", 0, -1));
+    }
+    control.items.SetCallback(true);
+    EXPECT_FALSE(control.items.SetPreview(-1, "", 0, -1)) << "nothing is stored";
+}
+
+} // namespace

@@ -370,7 +370,7 @@ protected:
 
 TEST_P(ReportModel, AgreesWithAPlainOne)
 {
-    for (int step = 0; step < 4000; ++step)
+    for (int step = 0; step < 2000; ++step)
     {
         const int what = Random(20);
         SCOPED_TRACE("step " + std::to_string(step) + ", " + std::to_string(what));

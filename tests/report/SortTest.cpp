@@ -115,9 +115,9 @@ void Recurse(Numbers& rows, int low, int high, const Comparison& compare)
 Numbers Recursed(const Numbers& keys, int ascending = 1)
 {
     Numbers rows = UpTo(keys.size());
-    Recurse(rows, 0, static_cast<int>(keys.size()) - 1, [&](int item1, int item2) {
-        return ascending ? ByKey(keys)(item1, item2) : ByKey(keys)(item2, item1);
-    });
+    const Comparison compare = ByKey(keys);
+    const Comparison reverse = [&compare](int item1, int item2) { return compare(item2, item1); };
+    Recurse(rows, 0, static_cast<int>(keys.size()) - 1, ascending ? compare : reverse);
     return rows;
 }
 
@@ -143,7 +143,7 @@ Numbers WorstKeys(int count)
 TEST(FlatSort, GivesTheOrderOfTheRecursionOnAnyInput)
 {
     std::mt19937 random(4);
-    std::vector<Numbers> inputs = {WorstKeys(3000)};
+    std::vector<Numbers> inputs = {WorstKeys(1000)};
     for (const int count : {1, 2, 3, 10, 5000})
     {
         for (const int values : {1, 2, 7, count})
@@ -179,8 +179,8 @@ TEST(FlatSort, LosesNoRowAndSortsAgainAfterABadComparison)
     for (const int answer : {-1, 1})
     {
         bad.push_back([=](int, int) { return answer; });
-        bad.push_back([&keys, answer](int item1, int item2) { // of equal ones, too, one is less
-            const int result = ByKey(keys)(item1, item2);
+        bad.push_back([compare = ByKey(keys), answer](int item1, int item2) {
+            const int result = compare(item1, item2); // of equal ones, too, one is less
             return result != 0 ? result : answer;
         });
     }

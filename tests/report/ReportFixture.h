@@ -1,142 +1,23 @@
-// A report control in a parent that records what it is told, and what a user does to it.
+// What a user does to a report control, and what is to be seen then.
 #pragma once
 
-#include "ReportCtrl.h"
+#include "tests/report/TestReport.h"
 
 #include <commctrl.h>
-#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
-#include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 constexpr int kItemHeight = 20; // of the rows that Show makes, like the next
 constexpr int kColumnWidth = 50;
 constexpr int kHeaderY = 5; // within the header
 
-// Values with a blank between them.
-template <typename... Values> std::string Line(const Values&... values)
-{
-    std::ostringstream line;
-    int count = 0;
-    ((line << (count++ ? " " : "") << values), ...);
-    return line.str();
-}
-
-// The parent: answers notifications, and remembers them.
-class ReportParent : public CWnd
-{
-public:
-    ReportParent() { CreateEx(0, nullptr, "", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr); }
-
-    std::vector<UINT> codes;
-    std::function<LRESULT(NMHDR&)> answer = [this](NMHDR&) { return takes; };
-    bool takes = false; // what it is told
-    CPoint menuPoint;   // of the last context menu asked for
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
-    {
-        if (message == WM_CONTEXTMENU)
-            menuPoint = CPoint(lParam);
-        return CWnd::WindowProc(message, wParam, lParam);
-    }
-    BOOL OnNotify(WPARAM, LPARAM lParam, LRESULT* result) override
-    {
-        NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);
-        if (static_cast<int>(header.code) > -2048)
-            return FALSE; // the header's own
-        codes.push_back(header.code);
-        *result = answer(header);
-        return TRUE;
-    }
-};
-
-// The control with its extension points in reach. It tells of moments at which somebody else's code runs.
-class TestReport : public CReportCtrl
-{
-public:
-    using CReportCtrl::CreatePalette;
-    using CReportCtrl::DrawCtrl;
-    using CReportCtrl::GetTreeFocus;
-    using CReportCtrl::GetVisibleAncestor;
-    using CReportCtrl::Notify;
-    using CReportCtrl::SetState;
-    using CReportCtrl::SetTreeFocus;
-
-    std::function<void(std::string_view)> moment = [](std::string_view) {};
-    std::function<__int64(_RVITEM&)> load = [](_RVITEM&) { return 0; }; // what callback mode answers
-    std::function<__int64(_NMRVITEMDRAW&)> drawPreview = [](_NMRVITEMDRAW&) { return 0; };
-    bool refusesDrags = false;
-    int dpi = 0; // and the wheel's lines: those of the system, if 0
-    unsigned wheelLines = 0;
-
-    structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
-    void SetColors(int item, int text, int background)
-    {
-        _RVITEM change;
-        change.item = item;
-        change.mask = RVIM_TEXTCOLOR | RVIM_BACKGROUNDCOLOR;
-        change.textColor = text;
-        change.backgroundColor = background;
-        SetItem(&change);
-    }
-    int GetResolution() override { return dpi ? dpi : CReportCtrl::GetResolution(); }
-
-protected:
-    unsigned GetMouseScrollLines() override
-    {
-        return wheelLines ? wheelLines : CReportCtrl::GetMouseScrollLines();
-    }
-    int BeginEdit(int row, int column, unsigned key) override
-    {
-        moment("edit " + Line(row, column, key));
-        return 0;
-    }
-    void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
-    {
-        moment(item->state & RVIS_SELECTED ? "item selected" : "item");
-        CReportCtrl::DrawItem(dc, rect, item);
-    }
-    void DrawRow(CDC* dc, CRect row, CRect clip, int number, _RVITEM* item, int odd, int fixed) override
-    {
-        moment(fixed ? "row fixed" : odd ? "row odd" : "row even");
-        CReportCtrl::DrawRow(dc, row, clip, number, item, odd, fixed);
-    }
-    void DrawBkgnd(CDC* dc, CRect rect, unsigned long color) override
-    {
-        moment("background");
-        CReportCtrl::DrawBkgnd(dc, rect, color);
-    }
-    __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification) override
-    {
-        moment("callback");
-        return load(reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item);
-    }
-    __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification) override
-    {
-        moment("preview");
-        return drawPreview(*reinterpret_cast<_NMRVITEMDRAW*>(notification));
-    }
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override
-    {
-        const UINT code = reinterpret_cast<NMHDR*>(lParam)->code;
-        if (code == HDN_BEGINDRAG || code == HDN_ENDDRAG)
-            moment(code == HDN_BEGINDRAG ? "drag" : "drop");
-        *result = refusesDrags && code == HDN_BEGINDRAG;
-        return *result || CReportCtrl::OnNotify(wParam, lParam, result);
-    }
-};
-
-template <class Report> class ReportTestOf : public testing::Test
+class ReportTest : public testing::Test
 {
 protected:
     using Texts = std::vector<const char*>;
 
-    ReportTestOf() { Create(); }
+    ReportTest() { Create(); }
 
     // Another window; items and subitems stay.
     void Create(DWORD style = 0)
@@ -362,11 +243,9 @@ protected:
     int Below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
 
     ReportParent parent;
-    Report report;
+    TestReport report;
     bool tree = false;
     bool usesSystem = false;
     HWND header = nullptr;
     std::minstd_rand random{7};
 };
-
-using ReportTest = ReportTestOf<TestReport>;

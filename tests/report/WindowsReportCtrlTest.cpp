@@ -31,11 +31,12 @@ TEST_F(ReportTest, TellsTheHeightsOfRowsThatThereAre)
         return report.GetRowHeight(row, height) ? height : -1;
     };
     Show(0, {"1", "2"});
-    report.load = [](_RVITEM& item) -> __int64 { return item.item == 1; }; // which is not there then
+    report.load = [](_RVITEM& item) -> __int64 { return item.item != 0; }; // it has only this one
     Follow(
         {
             {"20 20 50", [&] { report.SetItemPreview(1, "preview", 30); }},
             {"21 21 51", [&] { report.ModifyStyle(0, RVS_HORIZONTALGRID); }},
+            {"20 20 50", [&] { report.ModifyStyle(RVS_HORIZONTALGRID, 0); }},
             {"20 20 -1",
              [&] { Show(RVS_CALLBACK), report.SetItemCount(2), report.ModifyProperty(RVP_SHOWPREVIEW, 1); }},
         },
@@ -69,7 +70,10 @@ TEST_F(ReportTest, TellsWhereRowsAndCellsAre)
     EXPECT_EQ("none, none", cell(1, 3) + ", " + cell(-1, 0));
     const auto width = [&](int bare) { return report.MeasureItem(1, 0, rect, bare), rect.Width(); };
     const int plain = width(0);
-    report.SetItemCheck(1, 0, 1);
+    CImageList images;
+    images.Create(8, 8, ILC_COLOR32, 0, 1);
+    report.SetImageList(&images, nullptr);
+    report.SetItemImage(1, 0, 0);
     EXPECT_EQ(plain, width(1));
     EXPECT_LT(plain, width(0));
     report.SetItemState(1, RVIS_BOLD, RVIS_BOLD);

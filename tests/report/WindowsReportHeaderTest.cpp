@@ -81,7 +81,11 @@ TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
     MouseOnHeader(WM_MOUSEMOVE, 150);
     MouseOnHeader(WM_MOUSEMOVE, 80);
     MouseOnHeader(WM_LBUTTONUP, 80);
-    EXPECT_EQ("150 80 80 ", widths);
+    MouseOnHeader(WM_LBUTTONDOWN, 80);
+    report.DeactivateSubItem(0); // and nothing is dragged any more
+    MouseOnHeader(WM_MOUSEMOVE, 120);
+    MouseOnHeader(WM_LBUTTONUP, 120);
+    EXPECT_EQ("150 80 80 50 50", widths + Line(report.GetSubItemWidth(1), report.GetSubItemWidth(2)));
     report.DeactivateAllSubItems();
     EXPECT_EQ(0, report.ActivateSubItem(0, 0));
     EXPECT_EQ(80, report.GetSubItemWidth(0));
@@ -209,7 +213,9 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
         MouseOnHeader(WM_MOUSEMOVE, 75, y);
         ::UpdateWindow(DragWindow());
         picture.Take(DragWindow());
-        EXPECT_EQ(lined, picture.Count(CRect(2, 2, 46, 15), ::GetSysColor(COLOR_GRAYTEXT)) > 20);
+        const CRect inside(2, 2, 46, 15);
+        EXPECT_EQ(lined, picture.Count(inside, ::GetSysColor(COLOR_GRAYTEXT)) > 20);
+        EXPECT_EQ(lined, picture.Count(inside, ::GetSysColor(COLOR_BTNTEXT)) == 0);
     }
     MouseOnHeader(WM_LBUTTONUP, 75);
     EXPECT_EQ("abc", Columns()) << "which changes nothing";

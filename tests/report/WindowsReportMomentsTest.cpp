@@ -8,46 +8,7 @@ namespace
 
 using Act = std::pair<const char*, std::function<void()>>;
 
-// Tells of more than its base does.
-class MomentReport : public TestReport
-{
-public:
-    void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw) override
-    {
-        moment("select");
-        if (std::max(row, anchor) < GetRowCount())
-            TestReport::SelectRows(row, anchor, select, add, toggle, redraw);
-    }
-    int CompareItems(int item1, int subitem1, int item2, int subitem2) override
-    {
-        moment("compare");
-        return TestReport::CompareItems(item1, subitem1, item2, subitem2);
-    }
-
-protected:
-    structITEM& GetItemStruct(int item, int subitem, unsigned mask) override
-    {
-        moment("record");
-        return TestReport::GetItemStruct(item, subitem, mask);
-    }
-    int LoadItemData(structITEM* record, int item, int subitem, unsigned mask) override
-    {
-        moment("load");
-        return TestReport::LoadItemData(record, item, subitem, mask);
-    }
-    void QuickSort(int subitem, int ascending, int low, int high) override
-    {
-        moment("quick");
-        TestReport::QuickSort(subitem, ascending, low, high);
-    }
-    void TreeSort(int subitem, structTREEITEM* above, int ascending, int recursive) override
-    {
-        moment("tree");
-        TestReport::TreeSort(subitem, above, ascending, recursive);
-    }
-};
-
-class ReportMoments : public ReportTestOf<MomentReport>
+class ReportMoments : public ReportTest
 {
 protected:
     ReportMoments()

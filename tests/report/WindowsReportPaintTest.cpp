@@ -314,7 +314,7 @@ TEST_F(ReportPaint, PaintsNoMoreThanTheClipBoxAsksFor)
 {
     Begin(RVS_FIXEDROW, {"1", "2"});
     std::string calls;
-    report.moment = [&](std::string_view kind) { calls.append(kind) += ", "; };
+    report.moment = [&](std::string_view kind) { calls += kind == "record" ? "" : std::string(kind) + ", "; };
     Paint();
     EXPECT_EQ(
         "background, row fixed, item, item, item, row even, item, item, item, row odd, item, item, item, ",

@@ -89,6 +89,7 @@ TEST_F(ReportSort, RefusesChangesFromWithin)
     order.SetSize(6);
     static std::function<int()> act;
     act = [&] {
+        report.SelectRows(0, 2, 1, 0, 0, 1);
         return report.InsertItem(0) + report.DeleteItem(0) + report.DeleteAllItems() +
                report.SortItems(0, 0) + report.ResortItems() + report.SetItemRowArray(order) +
                report.DeleteTreeItem(TVI_ROOT) + (report.InsertTreeItem(nullptr, nullptr) != nullptr) +

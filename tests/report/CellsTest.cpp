@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <tuple>
 
 namespace
@@ -153,7 +154,8 @@ TEST(CellCodec, CellsSortByTextThenCheckThenImage)
 
 // ---- The cells of items
 
-// Each field on its own, with a value that counts as one and with 0; a subclass may answer copies.
+// Each field on its own, with a value that counts as one and with 0: as stored, when a subclass answers
+// copies, and as an owner answers it.
 TEST(Cells, TakeWhatTheMaskNames)
 {
     const std::pair<unsigned, int _RVITEM::*> numbers[] = {{RVIM_TEXTCOLOR, &_RVITEM::textColor},
@@ -165,15 +167,11 @@ TEST(Cells, TakeWhatTheMaskNames)
                                                            {RVIM_TREELEVEL, &_RVITEM::treeLevel}};
     constexpr unsigned kOfItem =
         RVIM_BACKGROUNDCOLOR | RVIM_PREVIEWHEIGHT | RVIM_TREELEVEL | RVIM_STATE | RVIM_ITEMDATA;
-    for (unsigned round = 0; round < 40; ++round)
+    for (unsigned round = 0; round < 60; ++round)
     {
-        const unsigned bit = 1u << round / 4; // to RVIM_EXTRA
-        const int value = round % 4 < 2 ? 1 : 0;
-        ModelControl control;
-        control.copies = round % 2 != 0;
-        control.Define(2);
-        control.rows.InsertItem(0);
-        control.items.SetState(0, RVIS_BOLD, RVIS_BOLD);
+        const unsigned bit = 1u << round / 6; // to RVIM_EXTRA
+        const int value = round % 6 < 3 ? 1 : 0;
+        const bool isAsked = round % 3 == 2;
         char text[] = "text";
         _RVITEM change;
         change.item = change.subitem = 0;
@@ -183,33 +181,43 @@ TEST(Cells, TakeWhatTheMaskNames)
         change.itemData = 6;
         change.text = text;
         change.mask = bit;
-        for (const int item : {0, RVI_DEFAULT})
+
+        ModelControl control;
+        control.copies = round % 3 == 1;
+        control.Define(2);
+        control.rows.InsertItem(0);
+        control.items.SetState(0, RVIS_BOLD, RVIS_BOLD);
+        EXPECT_TRUE(control.items.Write(change));
+        control.rows.SetMode(isAsked, false);
+        control.rows.SetCallbackCount(1);
+        control.answer = [&change](_RVITEM& question) {
+            _RVITEM own = change;
+            own.text = std::strcpy(question.text, change.text);
+            own.subitem = question.subitem;
+            question = own;
+            return true;
+        };
+        for (const int subitem : {0, isAsked ? 0 : 1})
         {
-            change.item = item;
-            ASSERT_TRUE(control.items.Write(change));
-            for (const int subitem : {0, 1})
-            {
-                SCOPED_TRACE(testing::Message() << bit << ' ' << value << ' ' << item << ' ' << subitem);
-                const unsigned taken = subitem == 0 ? bit : bit & kOfItem;
-                char room[8] = "";
-                _RVITEM record;
-                record.mask = RVIM_TEXT;
-                record.item = item;
-                record.subitem = subitem;
-                record.text = room;
-                record.textMax = sizeof(room);
-                ASSERT_TRUE(control.items.Read(record));
-                const bool isNone = value == 0 && taken == RVIM_PREVIEWHEIGHT;
-                EXPECT_EQ(RVIM_STATE | RVIM_ITEMDATA | (isNone ? 0 : taken), record.mask);
-                for (const auto& [mask, number] : numbers)
-                    EXPECT_EQ(mask == taken ? value : _RVITEM().*number, record.*number) << mask;
-                const unsigned state =
-                    taken == RVIM_STATE ? RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED : 0;
-                EXPECT_EQ(state | (item == 0 ? RVIS_BOLD : 0), record.state);
-                EXPECT_EQ(taken == RVIM_ITEMDATA ? 6 : 0, record.itemData);
-                EXPECT_STREQ(taken == RVIM_TEXT ? "text" : "", room);
-                EXPECT_EQ(taken == RVIM_TEXT ? 8 : -1, record.textMax);
-            }
+            SCOPED_TRACE(testing::Message() << bit << ' ' << value << ' ' << subitem << ' ' << isAsked);
+            const unsigned taken = subitem == 0 ? bit : bit & kOfItem;
+            char room[8] = "";
+            _RVITEM record;
+            record.mask = RVIM_TEXT;
+            record.subitem = subitem;
+            record.text = room;
+            record.textMax = sizeof(room);
+            ASSERT_TRUE(control.items.Read(record));
+            const bool isNone = value == 0 && taken == RVIM_PREVIEWHEIGHT;
+            EXPECT_EQ(RVIM_STATE | RVIM_ITEMDATA | (isNone ? 0 : taken), record.mask);
+            for (const auto& [mask, number] : numbers)
+                EXPECT_EQ(mask == taken ? value : _RVITEM().*number, record.*number) << mask;
+            const unsigned stored = RVIS_FOCUSED | RVIS_COLLAPSED | RVIS_EXPANDED;
+            EXPECT_EQ((taken == RVIM_STATE ? isAsked ? change.state : stored : 0) | (isAsked ? 0 : RVIS_BOLD),
+                      record.state);
+            EXPECT_EQ(taken == RVIM_ITEMDATA ? 6 : 0, record.itemData);
+            EXPECT_STREQ(taken == RVIM_TEXT ? "text" : "", room);
+            EXPECT_EQ(taken == RVIM_TEXT ? 8 : -1, record.textMax);
         }
     }
 }

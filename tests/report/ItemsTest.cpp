@@ -72,35 +72,6 @@ TEST(Items, AreLoadedIntoABlankRecord)
         EXPECT_TRUE(control.items.Fetch(item, 0, 0, fetched));
 }
 
-TEST(Items, TakesFromAnAnswerWhatItsMaskNames)
-{
-    ModelControl control;
-    control.AskFor(1);
-    for (unsigned mask = 1; mask <= RVIM_EXTRA; mask *= 2)
-    {
-        control.answer = [mask](_RVITEM& question) {
-            std::strcpy(question.text, "a");
-            question.textColor = question.image = question.check = question.backgroundColor = 1;
-            question.previewHeight = question.treeLevel = question.extra = 1;
-            question.state = 1;
-            question.itemData = 1;
-            question.mask = mask;
-            return true;
-        };
-        FetchedCell fetched;
-        ASSERT_TRUE(control.items.Fetch(0, 0, 0, fetched));
-        const report::Item& item = *fetched.item;
-        const report::Cell& cell = fetched.cell;
-        const std::int64_t taken[] = {
-            cell.hasText, // by the bits of the mask
-            cell.textColor + 1, cell.image + 1, cell.check + 1, item.backgroundColor + 1,
-            item.previewHeight, item.state,     item.itemData,  item.treeLevel + 1,
-            cell.extra + 1};
-        for (unsigned bit = 0; bit < std::size(taken); ++bit)
-            EXPECT_EQ(mask == 1u << bit, taken[bit] != 0) << bit << " of " << mask;
-    }
-}
-
 TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
 {
     const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};

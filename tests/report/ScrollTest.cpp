@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <random>
+#include <set>
 
 namespace
 {
@@ -79,6 +81,29 @@ TEST(ScrollPosition, GoesWhereTheBarWantsButNotPastTheEnd)
             << &each - cases;
         EXPECT_EQ(each.leftAfter, LeftAfter(each.request, each.thumb, sheet.view, sheet.geometry))
             << &each - cases;
+    }
+}
+
+TEST(ScrollPosition, PagesShowEachRowWholeOnTheWay)
+{
+    std::mt19937 random(17);
+    for (int round = 0; round < 200; ++round)
+    {
+        HundredRows sheet(50, 40 + static_cast<int>(random() % 60), {});
+        for (RowShape& row : sheet.rows)
+            row.previewHeight = static_cast<int>(round % 2 != 0 && random() % 4 == 0 ? random() % 30 : 0);
+        for (const ScrollRequest request : {ScrollRequest::PageForward, ScrollRequest::PageBack})
+        {
+            std::set<int> seen;
+            for (int page = 0; page < 100; ++page)
+            {
+                const RowRange shown = sheet.geometry.RowsFrom(sheet.view.topRow);
+                for (int row = shown.first; row <= shown.last; ++row)
+                    seen.insert(row);
+                sheet.view.topRow = RowAfter(request, 0, sheet.view, sheet.geometry);
+            }
+            EXPECT_EQ(100u, seen.size()) << "round " << round;
+        }
     }
 }
 

@@ -239,6 +239,7 @@ TEST(Input, MovesFocusAndSelection)
         {"cellfocus 1 column 2", "Left Left Left", "column -1 : show 0 show -1"},
         // With the mouse, where -2 is no row and -1 the fixed one.
         {"anchor 3", "click 7 2", "anchor 7 focus 7 : select 7 7"},
+        {"anchor 3", "click 5 2", "anchor 5 : select 5 5"},
         {"anchor 3", "shift+click 7 2", "focus 7 : select 7 3"},
         {"anchor 3", "ctrl+click 7 2", "anchor 7 focus 7 : toggle 7 7"},
         {"anchor 3", "shift+ctrl+click 7 2", "anchor 7 focus 7 : add 7 3"},
@@ -280,7 +281,7 @@ TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
         {kFoldKeys, "", "Right", ": expand 5"},
         {kFoldKeys, "focus 2", "Right", "anchor 3 focus 3 : select 3 3"},
         {kFoldKeys, "focus 2", "shift+Right", "focus 3 : select 3 9"},
-        {kFoldKeys, "focus 3", "Right", ": not"},
+        {kFoldKeys, "focus 3", "Right Space", ": not not"},
         {kFoldKeys, "focus 2", "Left", ": collapse 2"},
         {kFoldKeys, "focus 4", "Left", "anchor 2 focus 2 : select 2 2"},
         {kFoldKeys, "focus 1", "Left", "anchor 0 focus 0 : select 0 0"},

@@ -121,22 +121,19 @@ Numbers Recursed(const Numbers& keys, int ascending = 1)
     return rows;
 }
 
-// Keys that make each pivot a small one: they are chosen while a sort compares them.
-Numbers WorstKeys(int count)
+// Keys that make each pivot the smallest or the greatest of its range, in turn. It goes to an end of it.
+Numbers WorstKeys(std::size_t count)
 {
-    Numbers keys(static_cast<std::size_t>(count), count);
-    int smallest = 0;
-    int candidate = 0;
-    SortedRows rows(keys.size());
-    rows.compare = [&](int item1, int item2) {
-        if (NumberAt(keys, item1) == count && NumberAt(keys, item2) == count)
-            keys[static_cast<std::size_t>(item1 == candidate ? item1 : item2)] = smallest++;
-        candidate = NumberAt(keys, item1) == count   ? item1
-                    : NumberAt(keys, item2) == count ? item2
-                                                     : candidate;
-        return NumberAt(keys, item1) - NumberAt(keys, item2);
-    };
-    rows.Sorted();
+    Numbers keys(count);
+    Numbers items = UpTo(count);
+    std::size_t low = 0;
+    for (std::size_t high = count; low < high;)
+    {
+        const std::size_t middle = (low + high - 1) / 2;
+        const std::size_t place = (high - low) % 2 != 0 ? low++ : --high;
+        std::swap(items[place], items[middle]);
+        keys[static_cast<std::size_t>(items[place])] = static_cast<int>(place);
+    }
     return keys;
 }
 
@@ -343,6 +340,7 @@ TEST(Sorting, ReadsEachCellOnce)
         control.compare = [&](int item1, int item2) {
             EXPECT_EQ(0, control.sorting.Compare(item1, other, item2, other));
             EXPECT_EQ(0, control.sorting.Compare(-1, other, kItems, 1 - other));
+            EXPECT_LT(0, control.sorting.Compare(item1, 1 - other, -1, 1 - other));
             return 0;
         };
         control.sorting.Sort(0, 1);

@@ -18,67 +18,56 @@ using report::Cell;
 
 const std::string undefinedAtFirst(report::UndefinedField()); // before any test sets the separator
 
+// Here [ and ] stand around the numbers of a field, and | is the separator.
+std::string Bytes(std::string text)
+{
+    for (const auto& [sign, byte] : {std::pair('[', '\x01'), {']', '\x02'}, {'|', '\x07'}})
+        std::replace(text.begin(), text.end(), sign, byte);
+    return text;
+}
+
+ZEMA::String CellsOf(const std::string& text)
+{
+    return {Bytes(text).c_str(), text.size()};
+}
+
 TEST(CellCodec, ReadsNumbersUntilOneIsMissing)
 {
     const struct
     {
-        std::string bytes;
+        std::string text;
         Cell cell;
     } cases[] = {
         {"", {}},
-        {"\x07", {}},
-        {"1,2,3,4,4\x02text\x07", {}},
-        {"\x01\x07", {}},
-        {"\x01"
-         "1,2,3,4,4\x02text\x07",
-         {1, 2, 3, 4, true, "text"}},
-        {"\x01"
-         "1,2,3,4,99\x02text",
-         {1, 2, 3, 4, true, "text"}},
-        {"\x01"
-         "1,2,3,4,0\x02\x07",
-         {1, 2, 3, 4, true, ""}},
-        {"\x01"
-         "1,2,3,4,-1\x02text\x07",
-         {1, 2, 3, 4, false, ""}},
-        {"\x01"
-         "1,2,3,4,4text\x07",
-         {1, 2, 3, 4, false, ""}},
-        {"\x01"
-         "1,2,3,4\x02text\x07",
-         {1, 2, 3, 4, false, ""}},
-        {"\x01"
-         "1,2,x,4,4\x02text\x07",
-         {1, 2, -1, -1, false, ""}},
-        {"\x01"
-         "1,2,\x07"
-         "3,4,4\x02text\x07",
-         {1, 2, -1, -1, false, ""}},
-        {"\x01 +1,\t-2,+-3,4,4\x02text\x07", {1, -2, -1, -1, false, ""}},
-        {"\x01"
-         "1,2,3,4,x\x02text\x07",
-         {1, 2, 3, 4, false, ""}},
-        {"\x01\x08"
-         "1,2,3,4,4\x02text\x07",
-         {}},
-        {"\x01\x0E"
-         "1,2,3,4,4\x02text\x07",
-         {}},
-        {"\x01-1x,2,3,4,4\x02text\x07", {}},
-        {"\x01-2147483648,2147483648,-99999999999999999999,4,4\x02\x01\x02\x07",
-         {INT_MIN, -1, -1, 4, true, "\x01\x02"}},
+        {"|", {}},
+        {"[|", {}},
+        {"1,2,3,4,4]text|", {}},
+        {"[1,2,3,4,4]text|", {1, 2, 3, 4, true, "text"}},
+        {"[1,2,3,4,99]text", {1, 2, 3, 4, true, "text"}},
+        {"[1,2,3,4,0]|", {1, 2, 3, 4, true, ""}},
+        {"[1,2,3,4,-1]text|", {1, 2, 3, 4, false, ""}},
+        {"[1,2,3,4,x]text|", {1, 2, 3, 4, false, ""}},
+        {"[1,2,3,4,4text|", {1, 2, 3, 4, false, ""}},
+        {"[1,2,3,4]text|", {1, 2, 3, 4, false, ""}},
+        {"[1,2,x,4,4]text|", {1, 2, -1, -1, false, ""}},
+        {"[1,2,|3,4,4]text|", {1, 2, -1, -1, false, ""}},
+        {"[ +1,\t-2,+-3,4,4]text|", {1, -2, -1, -1, false, ""}},
+        {"[-1x,2,3,4,4]text|", {}},
+        {"[\b1,2,3,4,4]text|", {}},
+        {"[\x0E 1,2,3,4,4]text|", {}},
+        {"[-2147483648,2147483648,-99999999999999999999,4,4][]|", {INT_MIN, -1, -1, 4, true, "\x01\x02"}},
     };
     for (const auto& each : cases)
     {
-        const ZEMA::String cells(each.bytes.c_str(), each.bytes.size());
-        EXPECT_EQ(each.cell, report::ReadCell(cells, 0)) << &each - cases;
-        EXPECT_EQ(each.cell, report::ReadCell(cells, -1)) << &each - cases;
-        const ZEMA::String second(("a\x07" + each.bytes).c_str(), each.bytes.size() + 2);
-        EXPECT_EQ(each.cell, report::ReadCell(second, 1)) << &each - cases;
+        const ZEMA::String first = CellsOf(each.text);
+        const ZEMA::String second = CellsOf("a|" + each.text);
+        EXPECT_EQ(each.cell, report::ReadCell(first, 0)) << each.text;
+        EXPECT_EQ(each.cell, report::ReadCell(first, -1)) << each.text;
+        EXPECT_EQ(each.cell, report::ReadCell(second, 1)) << each.text;
     }
 }
 
-// Here | is the separator, C a cell that is written, and U an undefined one.
+// C is a cell that is written, and U an undefined one.
 TEST(CellCodec, ChangesFieldByField)
 {
     const struct
@@ -102,20 +91,14 @@ TEST(CellCodec, ChangesFieldByField)
         for (const auto& each : cases)
         {
             const std::string text(length, 'x');
-            const std::string numbers = "\x01"
-                                        "7,-2147483648,0,-1," +
-                                        std::to_string(length) + '\x02';
+            const std::string cell = "[7,-2147483648,0,-1," + std::to_string(length) + ']' + text;
             const auto expect = [&](const char* wanted, const auto& act) {
-                std::string bytes;
+                std::string expected;
                 for (const char c : std::string(wanted))
-                    bytes += c == 'C'   ? numbers + text
-                             : c == 'U' ? "\x01-1,-1,-1,-1,-1\x02"
-                                        : std::string(1, c == '|' ? '\x07' : c);
-                std::string before = each.before;
-                std::replace(before.begin(), before.end(), '|', '\x07');
-                ZEMA::String cells(before.c_str(), before.size());
+                    expected += c == 'C' ? cell : c == 'U' ? "[-1,-1,-1,-1,-1]" : std::string(1, c);
+                ZEMA::String cells = CellsOf(each.before);
                 act(cells);
-                EXPECT_EQ(bytes, cells.c_str()) << each.before << ' ' << each.field;
+                EXPECT_EQ(Bytes(expected), cells.c_str()) << each.before << ' ' << each.field;
             };
             expect(each.written, [&](ZEMA::String& cells) {
                 report::WriteCell(cells, each.field, {7, INT_MIN, 0, -1, true, text});
@@ -131,7 +114,7 @@ TEST(CellCodec, ChangesFieldByField)
 
 TEST(CellCodec, TheUndefinedFieldLosesANumberWithTheSeparator)
 {
-    EXPECT_EQ("\x01-1,-1,-1,-1,-1\x02\x07", undefinedAtFirst);
+    EXPECT_EQ(Bytes("[-1,-1,-1,-1,-1]|"), undefinedAtFirst);
     struct Restore
     {
         ~Restore() { report::SetCellSeparator('\x07'); }

@@ -127,7 +127,7 @@ protected:
         }
         if (usesSystem)
             Settle();
-        else
+        else if (!keys.empty())
             ::SetKeyboardState(states);
     }
     void Key(int key, const std::vector<int>& with = {})

@@ -13,7 +13,7 @@ class ReportHeader : public ReportTest
 protected:
     ReportHeader()
     {
-        parent.ShowWindow(SW_SHOW);
+        parent.ShowWindow(SW_SHOW); // active: Escape comes to it
         Show(WS_VISIBLE);
     }
 
@@ -339,8 +339,7 @@ TEST_F(ReportHeader, TellsOfARightClickWithItsColumn)
     std::vector<int> subitems;
     parent.answer = [&](NMHDR& told) {
         EXPECT_EQ(RVN_HEADERRCLICK, told.code);
-        subitems.push_back(reinterpret_cast<_NMRVHEADER&>(told).subitem);
-        return 0;
+        return subitems.push_back(reinterpret_cast<_NMRVHEADER&>(told).subitem), 0;
     };
     report.DeactivateSubItem(0);
     for (const int x : {25, 49, 50, 52, 99, 102, 200}) // some are near a divider

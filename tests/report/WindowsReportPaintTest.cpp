@@ -292,20 +292,18 @@ TEST_F(ReportPaint, OwnerDrawsItsCells)
 {
     Begin(0);
     report.SetState(1, RVIS_OWNERDRAWN, RVIS_OWNERDRAWN);
-    bool draws = true;
-    parent.answer = [&](NMHDR& told) -> LRESULT {
-        if (told.code != RVN_ITEMDRAW)
-            return 0;
+    parent.takes = true;
+    parent.answer = [&](NMHDR& told) {
         const auto& draw = reinterpret_cast<_NMRVITEMDRAW&>(told);
-        EXPECT_EQ(1, draw.item->item);
+        EXPECT_EQ(Line(RVN_ITEMDRAW, 1), Line(told.code, draw.item->item));
         EXPECT_EQ(CellAt(1, draw.item->subitem), CRect(draw.rect));
         ::SetTextColor(draw.dc, kRed);
-        return draws;
+        return parent.takes;
     };
     const COLORREF text = Color(RVSC_TEXT);
     ExpectScenes({
         {[] {}, {None(CellAt(1, 0), text), Some(CellAt(2, 0), text)}},
-        {[&] { draws = false; },
+        {[&] { parent.takes = false; },
          {Some(CellAt(1, 0), text), None(CellAt(1, 0), kRed)}}, // in the colour before
     });
 }

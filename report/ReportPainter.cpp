@@ -222,7 +222,7 @@ void CReportCtrl::Data::Painter::DrawCells(CDC& dc, const CRect& rowRect, const 
 void CReportCtrl::Data::Painter::DrawCell(CDC& dc, int row, const report::ShownCell& shown, bool isSelected)
 {
     _RVITEM cell;
-    std::string text = std::move(m_data.painting.text); // its memory is used again
+    std::string text = std::exchange(m_data.painting.text, {}); // its memory is used again
     if (!snapshot.rows.ReadCell(row, shown.subitem, cell, text))
         return;
     const CRect rect = ToRect(shown.rect);

@@ -7,7 +7,11 @@ class CSize : public SIZE
 {
 public:
     CSize() : SIZE{} {}
-    CSize(int width, int height) : SIZE{width, height} {}
+    CSize(int width, int height)
+    {
+        cx = width;
+        cy = height;
+    }
     CSize(const SIZE& size) : SIZE(size) {}
 
     friend bool operator==(const CSize& a, const CSize& b) { return a.cx == b.cx && a.cy == b.cy; }
@@ -17,12 +21,16 @@ class CPoint : public POINT
 {
 public:
     CPoint() : POINT{} {}
-    CPoint(int left, int top) : POINT{left, top} {}
+    CPoint(int left, int top)
+    {
+        x = left;
+        y = top;
+    }
     CPoint(const POINT& point) : POINT(point) {}
 
     // The point of a message: x in the low word and y in the high word, both signed.
     explicit CPoint(LPARAM words)
-        : POINT{static_cast<short>(LOWORD(words)), static_cast<short>(HIWORD(words))}
+        : CPoint(static_cast<short>(LOWORD(words)), static_cast<short>(HIWORD(words)))
     {
     }
 
@@ -38,9 +46,16 @@ class CRect : public RECT
 {
 public:
     CRect() : RECT{} {}
-    CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
+    CRect(int l, int t, int r, int b)
+    {
+        left = l;
+        top = t;
+        right = r;
+        bottom = b;
+    }
     CRect(const RECT& rect) : RECT(rect) {}
-    CRect(const POINT& point, const SIZE& size) : RECT{point.x, point.y, point.x + size.cx, point.y + size.cy}
+    CRect(const POINT& point, const SIZE& size)
+        : CRect(point.x, point.y, point.x + size.cx, point.y + size.cy)
     {
     }
 

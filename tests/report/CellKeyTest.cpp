@@ -98,7 +98,7 @@ TEST(CellKey, TakesNoDateOrNumberWhereAPartIsWrong)
 // A column for each key, which is a character or, as '-', none.
 TEST(KeyOrder, ComparesBySeveralKeysAndAtLastByNumber)
 {
-    const std::string cells[] = {"b2x", "a2x", "b1x", "-2y", "a2y", "b2x", "b2-", "-2y", "b1x"};
+    const std::string cells[] = {"b2x", "a2x", "b1x", "-2y", "a2y", "b2x", "b1-", "-2y", "b1x"};
     constexpr int kItems = std::size(cells);
     int reads = 0;
     KeyOrder order([&](int item, int subitem) {

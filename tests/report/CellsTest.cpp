@@ -52,6 +52,7 @@ TEST(CellCodec, ReadsNumbersUntilOneIsMissing)
         {"[1,2,x,4,4]text|", {1, 2, -1, -1, false, ""}},
         {"[1,2,|3,4,4]text|", {1, 2, -1, -1, false, ""}},
         {"[ +1,\t-2,+-3,4,4]text|", {1, -2, -1, -1, false, ""}},
+        {"[-12,2,3,4,4]text|", {-12, 2, 3, 4, true, "text"}},
         {"[-1x,2,3,4,4]text|", {}},
         {"[\b1,2,3,4,4]text|", {}},
         {"[\x0E 1,2,3,4,4]text|", {}},

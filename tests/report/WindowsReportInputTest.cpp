@@ -149,13 +149,14 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
              }},
             {"baa+ 58 58 0 of 4", [&] { control(VK_LEFT), report.DeactivateSubItem(2), control(VK_ADD); }},
             {"baca+ 58 58 0 of 4", [&] { report.ActivateSubItem(2, 2); }},
-            {"baca+ 58 58 0 of 4", [&] { report.ModifyStyle(0, RVS_SINGLESELECT), control('A'); }},
+            {"baca+ 58 58 1 of 4",
+             [&] { report.ModifyStyle(0, RVS_SINGLESELECT), Key(VK_DOWN), control('A'); }},
         },
         [&] {
             return Line(Columns() + SortMark(), report.GetSubItemWidth(0), report.GetSubItemWidth(1),
                         report.GetCurrentFocus(), "of", report.GetRowCount());
         });
-    EXPECT_EQ("0 to 0 focus 0,-1 top 0", State());
+    EXPECT_EQ("1 to 1 focus 1,-1 top 0", State());
     control(VK_RIGHT), control(VK_MULTIPLY); // fits it
     EXPECT_NE(58, report.GetSubItemWidth(0));
     EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());

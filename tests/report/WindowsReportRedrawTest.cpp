@@ -40,20 +40,19 @@ TEST_F(ReportRedraw, WhatHasChangedIsPainted)
     Show(WS_VISIBLE | RVS_CELLFOCUS | RVS_TREE, Texts(8, "x"));
     report.SetFocus();
     report.ModifyProperty(RVP_KEYS, RVK_COLUMNS);
-    const auto item = [&] { return report.GetItemHandle(Below(8)); };
     const int keys[] = {VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_SPACE, VK_HOME, VK_END};
     const std::vector<int> both = {VK_CONTROL, VK_SHIFT};
     const WPARAM modifiers[] = {0, 0, MK_SHIFT, MK_CONTROL};
     const std::function<void()> changes[] = {
-        [&] { report.SetTreeFocus(item()); },
+        [&] { report.SetTreeFocus(report.GetItemHandle(Below(8))); },
         [&] { report.GetTreeFocus(); },
         [&] { report.SetItemState(Below(8), Below(2) ? RVIS_BOLD : 0u, RVIS_BOLD); },
         [&] { report.SetItemPreview(Below(8), "preview", Below(2) * 15); },
         [&] { report.SetItemText(Below(8), Below(3), Below(2) ? "some text" : "x"); },
         [&] { report.SortItems(0, Below(2)); },
         [&] { report.SetSubItemWidth(Below(3), 20 + Below(60)); },
-        [&] { report.InsertTreeItem(item(), nullptr, "x"); },
-        [&] { report.Expand(item(), RVE_TOGGLE); },
+        [&] { report.InsertTreeItem(report.GetItemHandle(Below(2)), nullptr, "x"); },
+        [&] { report.Expand(report.GetItemHandle(Below(2)), RVE_TOGGLE); },
         [&] { report.DeleteItem(8); },
         [&] { report.SendMessage(Below(2) ? WM_KILLFOCUS : WM_SETFOCUS); },
         [&] { report.SelectRows(Below(8), Below(8), 1, Below(2), Below(2), 1); },

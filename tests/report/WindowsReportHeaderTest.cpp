@@ -60,6 +60,7 @@ TEST_F(ReportHeader, ClickSortsAndTheSecondClickTurns)
             {"-1 a- 3 2 1", [&] { told = -1, DragHeader(25, 60); }}, // off the item, and back on the next one
             {"1 a- 3 2 1",
              [&] { report.ModifyStyle(0, RVS_NOHEADERSORT), parent.takes = false, ClickHeader(75); }},
+            {"2 a- 3 2 1", [&] { DragHeader(25, 130), ClickHeader(75); }}, // b c a now
         },
         [&] { return Line(told, SortMark(), Rows()); });
     Show(WS_VISIBLE | RVS_CALLBACK);

@@ -32,6 +32,9 @@ public:
         {
             if (word == "hidden")
                 hidden.insert(value);
+            else if (word == "to") // further hidden ones
+                for (int row = *hidden.rbegin(); row <= value; ++row)
+                    hidden.insert(row);
             else
                 *numbers.at(word) = value;
         }
@@ -229,6 +232,8 @@ TEST(Input, MovesFocusAndSelection)
         {"rows 10 focus 12", "Down", ":"},
         {"rows 10 focus 12", "Up", "anchor 9 focus 9 : select 9 9"},
         {"focus 0 hidden 1 hidden 2", "Down Up", "anchor 0 : select 3 3 select 0 0"},
+        {"rows 3000 hidden 6 to 1005", "Down", "anchor 1006 focus 1006 top 997 : select 1006 1006"},
+        {"rows 3000 hidden 6 to 1006", "Down", "anchor 5 : select 5 5"}, // no further look
         {"focus -2 hidden 0", "Down", "anchor 1 focus 1 : select 1 1"},
         {"hidden 98 hidden 99", "End Down", "anchor 97 focus 97 top 90 : select 97 97 select 97 97"},
         {"top 45 hidden 0 hidden 1", "Home", "anchor 2 focus 2 top 0 : select 2 2"},

@@ -329,6 +329,7 @@ TEST(Items, ComeWholeOrNotAtAllWhenMemoryRunsOut)
         const auto make = [isTree] {
             auto control = std::make_unique<ModelControl>();
             control->Define(2);
+            control->SetText(RVI_DEFAULT, 1, std::string(40, 'x')); // items are copies without room for more
             control->rows.SetMode(false, isTree);
             for (int item = 0; item < 4; ++item)
             {

@@ -2,6 +2,19 @@
 #include "mfc/ThreadState.h"
 #include "mfc/WndCall.h"
 
+namespace
+{
+
+// A window's handle as the map has it. Of a handle 32 bits count: where the highest of them is set, as after
+// some 30,000 windows in one place of the system's table, the system fills those above with ones or with
+// zeros.
+HWND KeyOf(HWND hwnd)
+{
+    return static_cast<HWND>(LongToHandle(HandleToLong(hwnd)));
+}
+
+} // namespace
+
 CWnd::~CWnd()
 {
     CWnd::DestroyWindow();
@@ -12,14 +25,14 @@ BOOL CWnd::Attach(HWND hwnd)
     if (!hwnd || m_hWnd || FromHandlePermanent(hwnd))
         return FALSE;
     m_hWnd = hwnd;
-    GetThreadState().windows.Add(hwnd, this);
+    GetThreadState().windows.Add(KeyOf(hwnd), this);
     return TRUE;
 }
 
 HWND CWnd::Detach()
 {
     if (m_hWnd)
-        GetThreadState().windows.Remove(m_hWnd, this);
+        GetThreadState().windows.Remove(KeyOf(m_hWnd), this);
     m_pfnSuper = nullptr;
     return std::exchange(m_hWnd, nullptr);
 }
@@ -29,16 +42,16 @@ CWnd* CWnd::FromHandle(HWND hwnd)
     if (!hwnd)
         return nullptr;
     HandleMap<CWnd>& map = GetThreadState().windows;
-    if (CWnd* const found = map.Find(hwnd))
+    if (CWnd* const found = map.Find(KeyOf(hwnd)))
         return found;
     auto made = std::make_unique<CWnd>();
     made->m_hWnd = hwnd;
-    return map.AddTemporary(hwnd, std::move(made));
+    return map.AddTemporary(KeyOf(hwnd), std::move(made));
 }
 
 CWnd* CWnd::FromHandlePermanent(HWND hwnd)
 {
-    return GetThreadState().windows.FindPermanent(hwnd);
+    return GetThreadState().windows.FindPermanent(KeyOf(hwnd));
 }
 
 void CWnd::DeleteTempMap()

@@ -142,6 +142,8 @@ TEST(MfcWindow, HandlesFindTheirObjects)
     EXPECT_EQ(temporary, CWnd::FromHandle(plain));
     EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(plain));
     EXPECT_EQ(nullptr, CWnd::FromHandle(nullptr));
+    EXPECT_EQ(CWnd::FromHandle(reinterpret_cast<HWND>(0x8000004E)),
+              CWnd::FromHandle(reinterpret_cast<HWND>(~0x7FFFFFB1LL))); // one handle in two forms
 
     CWnd::DeleteTempMap();
     EXPECT_TRUE(::IsWindow(plain));

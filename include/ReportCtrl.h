@@ -463,7 +463,8 @@ protected:
 
     // Item -1 is the default item. Both raise outside the stored items. With RVS_CALLBACK the first returns a
     // scratch item that LoadItemData has filled, valid until the next call, or the default item if it could
-    // not; the second does nothing.
+    // not; the second does nothing. An override of these or of LoadItemData answers only: it inserts and
+    // deletes nothing, and makes no window of another mode.
     virtual structITEM& GetItemStruct(int item, int subitem, unsigned int mask);
     virtual void SetItemStruct(int item, structITEM& record);
 

@@ -85,7 +85,7 @@ void Follower::StartAfter(std::uint32_t number)
         LogEntry last;
         if (stream.RowCount(log) == 0 || !reader.Find(number, true, found, place.index))
             continue;
-        // The answer is a row before when there is none after.
+        // Find answers a row before the number if there is none after it.
         if (reader.ReadStyle(place.index, row) && row.time == number)
             ++place.index;
         else if (row.time < number)

@@ -22,7 +22,8 @@ public:
     CDC& GetDC() { return IsMemDC() ? m_memory : m_dc; }
     BOOL IsMemDC() const { return m_oldBitmap != nullptr; }
 
-    // Copies the picture, and covers another rectangle. What is selected and set stays.
+    // Copies the picture, and covers another rectangle. What is selected and set stays. Nothing happens where
+    // GetDC is the other device context itself.
     void MoveTo(const CRect& rect);
 
 private:

@@ -72,7 +72,8 @@ void CReportCtrl::Data::Painter::DrawInBands(CDC& dc, const CRect& clip, HPALETT
     CMemDC memory(dc, band);
     const report::Realized realized(memory.GetDC(), palette);
     m_data.control.DrawCtrl(&memory.GetDC());
-    while (band.bottom < clip.bottom && m_data.control.m_hWnd)
+    // Without memory for a picture all has been drawn already, to the window itself.
+    while (memory.IsMemDC() && band.bottom < clip.bottom && m_data.control.m_hWnd)
     {
         band.top = band.bottom;
         endBand();

@@ -58,6 +58,7 @@ logs='QmLog(Api|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
 includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser).h
+includes_only 'QmLogApi\.h|zemacore/String\.h' include/LogMsg.h include/LogViewer.h
 includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
 includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report*.h
 
@@ -80,8 +81,13 @@ without_system report/{model,sort}/*.{h,cpp}
 # These only pass on what models answer, or raise the framework's exception.
 calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp
 
+# The message viewer: its models know messages only.
+includes_only "LogMsg\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
+without_system logreport/model/*.{h,cpp}
+
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
 includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}
+includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
 includes_only "$logs|$core|commandline/\w+\.h|logtool/\w+\.h" host/logtool/*.{h,cpp}
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
 for file in host/logdesk/*.cpp; do

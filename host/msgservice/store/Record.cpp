@@ -1,0 +1,125 @@
+#include "msgservice/store/Record.h"
+
+#include <cstring>
+
+namespace msgservice
+{
+
+namespace
+{
+
+// Two bytes of flags come first: a bit for each shared text, one for each number, and these.
+constexpr std::uint32_t kHasTime = 1u << 13;
+constexpr std::uint32_t kHasIndent = 1u << 14;
+constexpr std::uint32_t kCountsSourceLine = 1u << 15;
+constexpr std::size_t kFirstNumber = kSharedTexts;
+static_assert(kFirstNumber + 4 <= 13);
+
+// Seven bits a byte, the lowest first; the highest bit tells that more follow.
+void Put(RecordHead& head, std::uint64_t number)
+{
+    for (; number >= 0x80; number >>= 7)
+        head.bytes[head.size++] = static_cast<char>(number | 0x80);
+    head.bytes[head.size++] = static_cast<char>(number);
+}
+
+std::uint64_t Take(const char*& from)
+{
+    std::uint64_t number = 0;
+    for (unsigned shift = 0;; shift += 7)
+    {
+        const auto byte = static_cast<unsigned char>(*from++);
+        number |= std::uint64_t{byte & 0x7Fu} << shift;
+        if (byte < 0x80)
+            return number;
+    }
+}
+
+std::string_view TakeText(const char*& from, std::uint64_t size)
+{
+    const std::string_view text(from, static_cast<std::size_t>(size));
+    from += size + 1;
+    return text;
+}
+
+// Small numbers of either sign are short.
+std::uint32_t Fold(std::int32_t number)
+{
+    const auto bits = static_cast<std::uint32_t>(number);
+    return bits << 1 ^ (number < 0 ? ~std::uint32_t{0} : 0);
+}
+
+std::int32_t Unfold(std::uint32_t folded)
+{
+    return static_cast<std::int32_t>(folded >> 1 ^ ((folded & 1) != 0 ? ~std::uint32_t{0} : 0));
+}
+
+std::uint32_t FlagsOf(const Record& record)
+{
+    std::uint32_t flags = 0;
+    for (std::size_t i = 0; i < record.texts.size(); ++i)
+        flags |= record.texts[i] != 0 ? 1u << i : 0;
+    for (std::size_t i = 0; i < record.numbers.size(); ++i)
+        flags |= record.numbers[i] != 0 ? 1u << (kFirstNumber + i) : 0;
+    flags |= record.time != kNoTime ? kHasTime : 0;
+    flags |= record.indent != 0 ? kHasIndent : 0;
+    flags |= record.countsSourceLine ? kCountsSourceLine : 0;
+    return flags;
+}
+
+} // namespace
+
+RecordHead EncodeHead(const Record& record)
+{
+    RecordHead head;
+    const std::uint32_t flags = FlagsOf(record);
+    head.bytes[head.size++] = static_cast<char>(flags);
+    head.bytes[head.size++] = static_cast<char>(flags >> 8);
+    Put(head, record.level);
+    for (const std::uint32_t text : record.texts)
+        if (text != 0)
+            Put(head, text);
+    for (const std::int32_t number : record.numbers)
+        if (number != 0)
+            Put(head, Fold(number));
+    if ((flags & kHasTime) != 0)
+    {
+        std::memcpy(&head.bytes[head.size], &record.time, sizeof(record.time));
+        head.size += sizeof(record.time);
+    }
+    if ((flags & kHasIndent) != 0)
+        Put(head, record.indent);
+    Put(head, record.timestamp.size());
+    Put(head, record.body.size());
+    return head;
+}
+
+Record DecodeRecord(const char* bytes)
+{
+    Record record;
+    const auto low = static_cast<unsigned char>(*bytes++);
+    const auto high = static_cast<unsigned char>(*bytes++);
+    const std::uint32_t flags = low | static_cast<std::uint32_t>(high) << 8;
+    record.level = static_cast<std::uint32_t>(Take(bytes));
+    for (std::size_t i = 0; i < record.texts.size(); ++i)
+        if ((flags & 1u << i) != 0)
+            record.texts[i] = static_cast<std::uint32_t>(Take(bytes));
+    for (std::size_t i = 0; i < record.numbers.size(); ++i)
+        if ((flags & 1u << (kFirstNumber + i)) != 0)
+            record.numbers[i] = Unfold(static_cast<std::uint32_t>(Take(bytes)));
+    if ((flags & kHasTime) != 0)
+    {
+        std::memcpy(&record.time, bytes, sizeof(record.time));
+        bytes += sizeof(record.time);
+    }
+    if ((flags & kHasIndent) != 0)
+        record.indent = static_cast<std::uint32_t>(Take(bytes));
+    record.countsSourceLine = (flags & kCountsSourceLine) != 0;
+    const std::uint64_t timestamp = Take(bytes);
+    const std::uint64_t body = Take(bytes);
+    record.timestamp = TakeText(bytes, timestamp);
+    record.body = TakeText(bytes, body);
+    return record;
+}
+
+} // namespace msgservice

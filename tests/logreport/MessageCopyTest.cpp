@@ -1,0 +1,206 @@
+// The copy of a message, the one-message cache, names and levels.
+#include "LogMsg.h"
+#include "logreport/model/LevelMap.h"
+#include "logreport/model/MsgCache.h"
+
+#include <map>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+// Answers a field of its own to every question and notes the questions.
+class AskedMessage : public ILogMsgData
+{
+public:
+    explicit AskedMessage(const std::string& body = "body") : m_body(body) {}
+
+    const char* GetTimestamp() const override { return Note("timestamp"); }
+    std::uint32_t GetIndent(std::uint32_t) const override { return Number("indent", 21); }
+    std::uint32_t GetLevel() const override { return Number("level", 22); }
+    const char* GetLevelText() const override { return Note("level text"); }
+    const char* GetBody() const override
+    {
+        Note("body");
+        return m_body.c_str();
+    }
+    std::int32_t IsValid() const override { return 0; }
+    void GetSource(ZEMA::String& text) const override { text = Note("source"); }
+    void GetTopic(ZEMA::String& text) const override { text = Note("topic"); }
+    void GetText1(ZEMA::String& text) const override { text = Note("text 1"); }
+    void GetText2(ZEMA::String& text) const override { text = Note("text 2"); }
+    void GetWho(ZEMA::String& text) const override { text = Note("who"); }
+    std::int32_t GetErrorNumber() const override { return Number("error number", -23); }
+    std::int32_t GetLine() const override { return Number("line", 24); }
+    std::int32_t GetSourceLine() const override { return Number("source line", 25); }
+    std::int32_t GetSourceColumn() const override { return Number("source column", 26); }
+    const char* GetModule() const override { return Note("module"); }
+    const char* GetRuntimeFile() const override { return Note("runtime file"); }
+    const char* GetRuntimeContext() const override { return nullptr; } // as the empty text
+
+    mutable std::string asked;
+
+private:
+    const char* Note(const char* field) const
+    {
+        asked += std::string(asked.empty() ? "" : ", ") + field;
+        return field;
+    }
+    template <typename Value> Value Number(const char* field, Value value) const
+    {
+        Note(field);
+        return value;
+    }
+
+    std::string m_body;
+};
+
+TEST(MessageCopy, AsksForEachFieldOnceInTheFixedOrderAndKeepsIt)
+{
+    const AskedMessage message;
+    CCacheMsgData copy;
+    EXPECT_EQ(std::string(""), copy.GetBody());
+    copy = message;
+    EXPECT_EQ(
+        "timestamp, indent, level, level text, body, source, topic, text 1, text 2, who, error number, line, "
+        "source line, source column, module, runtime file",
+        message.asked);
+
+    AskedMessage same; // asked the same questions again, now of the copy
+    const ILogMsgData& read = copy;
+    EXPECT_STREQ("timestamp", read.GetTimestamp());
+    EXPECT_EQ(21u, read.GetIndent(3));
+    EXPECT_EQ(22u, read.GetLevel());
+    EXPECT_STREQ("level text", read.GetLevelText());
+    EXPECT_STREQ("body", read.GetBody());
+    EXPECT_STREQ("body", read.GetText());
+    EXPECT_EQ(1, read.IsValid());
+    const std::pair<void (ILogMsgData::*)(ZEMA::String&) const, const char*> texts[] = {
+        {&ILogMsgData::GetSource, "source"},
+        {&ILogMsgData::GetTopic, "topic"},
+        {&ILogMsgData::GetText1, "text 1"},
+        {&ILogMsgData::GetText2, "text 2"},
+        {&ILogMsgData::GetWho, "who"}};
+    for (const auto& [get, wanted] : texts)
+    {
+        ZEMA::String text("before");
+        (read.*get)(text);
+        EXPECT_STREQ(wanted, text.c_str());
+    }
+    EXPECT_EQ(-23, read.GetErrorNumber());
+    EXPECT_EQ(24, read.GetLine());
+    EXPECT_EQ(25, read.GetSourceLine());
+    EXPECT_EQ(26, read.GetSourceColumn());
+    EXPECT_STREQ("module", read.GetModule());
+    EXPECT_STREQ("runtime file", read.GetRuntimeFile());
+    EXPECT_STREQ("", read.GetRuntimeContext());
+    EXPECT_EQ(0, read.GetTag());
+    EXPECT_EQ(0, read.GetExtra());
+    EXPECT_EQ(nullptr, read.Clone());
+}
+
+class CountingList : public ILogMsgList
+{
+public:
+    std::int32_t Add(ILogMsgData*) override { return 0; }
+    ILogMsgData* Get(std::uint32_t id) override
+    {
+        ++asked;
+        const auto found = messages.find(id);
+        return found != messages.end() ? &found->second : nullptr;
+    }
+
+    std::map<std::uint32_t, AskedMessage> messages;
+    int asked = 0;
+};
+
+class DirectService : public ILogMsgService
+{
+public:
+    ILogMsgData* GetMsg(std::uint32_t id) override { return id == 7 ? &message : nullptr; }
+    void GetSortKeys(LogMsgSortKey*, std::int32_t) override {}
+    void SetSortKeys(const LogMsgSortKey*, std::int32_t) override {}
+    void GetFilters(LogMsgFilter*, std::int32_t) override {}
+    void SetFilters(const LogMsgFilter*, std::int32_t) override {}
+    void GetShowDuplicate(std::int32_t&) override {}
+    void SetShowDuplicate(std::int32_t) override {}
+    void Apply() override {}
+    bool IsBusy() override { return false; }
+    void OpenFile(const char*, std::int32_t) override {}
+    void GetFileInfo(ZEMA::String&, bool&, bool&, bool&) override {}
+    ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return nullptr; }
+
+    AskedMessage message;
+};
+
+TEST(MessageCache, AnswersTheListsMessageFirstAndItsCopyFromThenOn)
+{
+    logreport::MsgCache cache;
+    CountingList list;
+    DirectService service;
+    DirectService otherService;
+    list.messages.emplace(1, AskedMessage("one"));
+    list.messages.emplace(2, AskedMessage("two"));
+    const logreport::MsgOrigin origin{&service, &list};
+
+    EXPECT_EQ(&list.messages.at(1), cache.Find(1, origin));
+    const ILogMsgData* const copy = cache.Find(1, origin);
+    EXPECT_NE(&list.messages.at(1), copy);
+    EXPECT_STREQ("one", copy->GetBody());
+    EXPECT_EQ(1, list.asked);
+
+    // The copy answers whatever the viewer's mode; an unknown id leaves it alone.
+    EXPECT_EQ(copy, cache.Find(1, {&service, nullptr, true, true}));
+    EXPECT_EQ(nullptr, cache.Find(3, origin));
+    EXPECT_EQ(copy, cache.Find(1, origin));
+
+    // The same id of another service is another message.
+    CountingList otherList;
+    otherList.messages.emplace(1, AskedMessage("other"));
+    EXPECT_STREQ("other", cache.Find(1, {&otherService, &otherList})->GetBody());
+    EXPECT_STREQ("one", cache.Find(1, origin)->GetBody());
+
+    EXPECT_EQ(&list.messages.at(2), cache.Find(2, origin));
+    EXPECT_STREQ("two", cache.Find(2, origin)->GetBody());
+    cache.Flush();
+    EXPECT_EQ(&list.messages.at(2), cache.Find(2, origin));
+}
+
+TEST(MessageCache, AsksTheServiceInDirectModeAndNobodyWhileMessagesChange)
+{
+    logreport::MsgCache cache;
+    CountingList list;
+    DirectService service;
+    list.messages.emplace(7, AskedMessage());
+    EXPECT_EQ(&service.message, cache.Find(7, {&service, &list, true, false}));
+    EXPECT_EQ(&service.message, cache.Find(7, {&service, &list, true, true})) << "it keeps no copy";
+    EXPECT_EQ(nullptr, cache.Find(8, {&service, &list, true, false}));
+    EXPECT_EQ(nullptr, cache.Find(7, {nullptr, &list, true, false}));
+    EXPECT_EQ(nullptr, cache.Find(7, {&service, &list, false, true}));
+    EXPECT_EQ(nullptr, cache.Find(7, {&service, nullptr, false, false}));
+    EXPECT_EQ(0, list.asked);
+}
+
+TEST(MessageFields, HaveTheirNamesAndLevelsTheirImages)
+{
+    const char* const names[] = {"",       "<Empty>", "Timestamp",     "Level",
+                                 "Topic",  "Body",    "Error Number",  "Runtime File",
+                                 "Line",   "Module",  "Source Line",   "Runtime Context",
+                                 "Source", "Who",     "Source Column", "",
+                                 ""};
+    for (std::int32_t kind = -2; kind <= 14; ++kind)
+        EXPECT_STREQ(names[kind + 2], LogMsgDataKindText(kind)) << kind;
+
+    const std::string wanted = "0- 0- 1- 2w 3e 4e 0- 0-";
+    std::string told;
+    for (const std::uint32_t level : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 0xFFFFFFFFu})
+        told += (told.empty() ? "" : " ") + std::to_string(logreport::LevelImage(level)) +
+                (logreport::IsWarning(level) ? "w"
+                 : logreport::IsError(level) ? "e"
+                                             : "-");
+    EXPECT_EQ(wanted, told);
+}
+
+} // namespace

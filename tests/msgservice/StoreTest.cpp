@@ -1,0 +1,199 @@
+// The store against the plain messages that were put into it.
+#include "msgservice/store/StoredMessage.h"
+#include "tests/support/FailingMemory.h"
+
+#include <deque>
+#include <limits>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace msgservice;
+
+// Texts that outlive the views of the message.
+struct OwnedMessage
+{
+    std::deque<std::string> texts;
+    MessageFields fields;
+};
+
+constexpr std::string_view MessageFields::*kTextFields[] = {
+    &MessageFields::timestamp, &MessageFields::levelText,   &MessageFields::topic,
+    &MessageFields::body,      &MessageFields::source,      &MessageFields::who,
+    &MessageFields::module,    &MessageFields::runtimeFile, &MessageFields::runtimeContext,
+    &MessageFields::text1,     &MessageFields::text2};
+constexpr std::int32_t MessageFields::*kNumberFields[] = {&MessageFields::errorNumber, &MessageFields::line,
+                                                          &MessageFields::sourceLine,
+                                                          &MessageFields::sourceColumn};
+
+std::unique_ptr<OwnedMessage> RandomMessage(std::mt19937& random)
+{
+    auto message = std::make_unique<OwnedMessage>();
+    const auto below = [&](std::uint32_t bound) { return static_cast<std::uint32_t>(random() % bound); };
+    const std::int32_t edges[] = {0,
+                                  1,
+                                  -1,
+                                  63,
+                                  64,
+                                  -64,
+                                  -65,
+                                  std::numeric_limits<std::int32_t>::max(),
+                                  std::numeric_limits<std::int32_t>::min()};
+    for (const auto field : kTextFields)
+    {
+        const std::size_t length = below(20) == 0 ? below(3'000'000) % (1u << below(22)) : below(12);
+        message->texts.emplace_back(length, static_cast<char>('a' + below(3)));
+        message->fields.*field = message->texts.back();
+    }
+    for (const auto field : kNumberFields)
+        message->fields.*field = below(3) == 0 ? static_cast<std::int32_t>(random()) : edges[below(9)];
+    message->fields.level = below(4) == 0 ? below(0xFFFFFFFF) : below(6);
+    message->fields.indent = below(3) == 0 ? below(0xFFFFFFFF) : 0;
+    const Time times[] = {kNoTime, 0, -1, std::numeric_limits<Time>::max(), kNoTime + 1};
+    message->fields.time = times[below(5)];
+    message->fields.countsSourceLine = below(2) == 0;
+    return message;
+}
+
+void ExpectSame(const MessageFields& wanted, const MessageFields& got)
+{
+    for (const auto field : kTextFields)
+    {
+        EXPECT_TRUE(wanted.*field == got.*field); // not EXPECT_EQ, which would print megabytes
+        EXPECT_EQ('\0', (got.*field).data()[(got.*field).size()]);
+    }
+    for (const auto field : kNumberFields)
+        EXPECT_EQ(wanted.*field, got.*field);
+    EXPECT_EQ(wanted.level, got.level);
+    EXPECT_EQ(wanted.indent, got.indent);
+    EXPECT_EQ(wanted.time, got.time);
+    EXPECT_EQ(wanted.countsSourceLine, got.countsSourceLine);
+}
+
+TEST(MessageStore, GivesBackEveryFieldOfEveryMessage)
+{
+    std::mt19937 random(5);
+    const auto store = MessageStore::Make();
+    std::vector<std::unique_ptr<OwnedMessage>> added;
+    for (int i = 0; i < 1500; ++i)
+    {
+        added.push_back(RandomMessage(random));
+        store->Add(added.back()->fields);
+    }
+    ASSERT_EQ(added.size(), store->Count());
+    for (std::uint32_t i = 0; i < store->Count(); ++i)
+        ExpectSame(added[i]->fields, FieldsOf(*store, i));
+}
+
+// What a viewer is handed says the same, and a clone says it after the store's owner has let go of it.
+TEST(MessageStore, AMessageTellsItsFieldsAndItsCloneOutlivesTheOwner)
+{
+    MessageFields fields;
+    fields.timestamp = "10:00";
+    fields.levelText = "WARN";
+    fields.topic = "topic";
+    fields.body = "a\r\nb";
+    fields.source = "source";
+    fields.who = "who";
+    fields.module = "module";
+    fields.runtimeFile = "file";
+    fields.runtimeContext = "context";
+    fields.text1 = "one";
+    fields.text2 = "two";
+    fields.level = 3;
+    fields.indent = 70000;
+    fields.errorNumber = -4;
+    fields.line = 5;
+    fields.sourceLine = 6;
+    fields.sourceColumn = 7;
+    auto store = MessageStore::Make();
+    store->Add({});
+    store->Add(fields);
+
+    std::unique_ptr<ILogMsgData> clone(StoredMessage(*store, 1).Clone());
+    store.reset();
+    std::unique_ptr<ILogMsgData> again(clone->Clone());
+    clone.reset();
+
+    std::string told;
+    ZEMA::String text;
+    const auto tell = [&](void (ILogMsgData::*get)(ZEMA::String&) const) {
+        (again.get()->*get)(text);
+        told += std::string(" ") + text.c_str();
+    };
+    told += again->GetTimestamp();
+    for (const auto get : {&ILogMsgData::GetSource, &ILogMsgData::GetTopic, &ILogMsgData::GetText1,
+                           &ILogMsgData::GetText2, &ILogMsgData::GetWho})
+        tell(get);
+    for (const char* const pointed :
+         {again->GetLevelText(), again->GetBody(), again->GetText(), again->GetModule(),
+          again->GetRuntimeFile(), again->GetRuntimeContext()})
+        told += std::string(" ") + pointed;
+    for (const std::int32_t number : {again->GetErrorNumber(), again->GetLine(), again->GetSourceLine(),
+                                      again->GetSourceColumn(), again->GetTag(), again->IsValid()})
+        told += " " + std::to_string(number);
+    told += " " + std::to_string(again->GetIndent(65535)) + " " + std::to_string(again->GetIndent(80000)) +
+            " " + std::to_string(again->GetLevel());
+    EXPECT_EQ(
+        "10:00 source topic one two who WARN a\r\nb a\r\nb module file context -4 5 6 7 2 1 65535 70000 3",
+        told);
+}
+
+TEST(MessageStore, AnotherThreadReadsWhatItSeesCounted)
+{
+    const auto store = MessageStore::Make();
+    constexpr std::uint32_t kCount = 20000;
+    std::thread adding([&] {
+        for (std::uint32_t i = 0; i < kCount; ++i)
+        {
+            const std::string number = std::to_string(i);
+            MessageFields fields;
+            fields.body = number;
+            fields.topic = number;
+            store->Add(fields);
+        }
+    });
+    for (std::uint32_t count = 0; count < kCount;)
+    {
+        count = store->Count();
+        if (count == 0)
+            continue;
+        const MessageFields last = FieldsOf(*store, count - 1);
+        EXPECT_EQ(std::to_string(count - 1), last.body);
+        EXPECT_EQ(last.body, last.topic);
+    }
+    adding.join();
+}
+
+TEST(MessageStore, WithoutMemoryAMessageIsNotAdded)
+{
+    const std::string large(3'000'000, 'x');
+    ExpectAllOrNothing(
+        [] {
+            auto store = MessageStore::Make();
+            store->Add({});
+            return store;
+        },
+        [&](MessageStore& store) {
+            MessageFields fields;
+            fields.topic = "new topic";
+            fields.who = "new";
+            fields.body = large;
+            try
+            {
+                store.Add(fields);
+                return FieldsOf(store, store.Count() - 1).topic == fields.topic;
+            }
+            catch (const std::bad_alloc&)
+            {
+                return false;
+            }
+        },
+        [](const MessageStore& store) { return std::to_string(store.Count()); });
+}
+
+} // namespace

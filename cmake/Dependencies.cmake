@@ -1,13 +1,19 @@
 # The libraries that we build on, as tools/dependencies.sh has put them into build/deps. All are linked statically, and
 # none shows in an exported header. Our warnings do not apply to them: imported targets are system headers.
 set(QM_DEPS ${PROJECT_SOURCE_DIR}/build/deps)
-if(NOT EXISTS ${QM_DEPS}/pcre2-10.42/.ready)
+if(NOT EXISTS ${QM_DEPS}/pcre2-10.42/.ready OR NOT EXISTS ${QM_DEPS}/include/date)
     message(FATAL_ERROR "The libraries in build/deps are missing: run tools/setup.sh")
 endif()
 
 # Command lines.
 add_library(QmDeps::CLI11 INTERFACE IMPORTED GLOBAL)
 target_include_directories(QmDeps::CLI11 INTERFACE ${QM_DEPS}/include)
+
+# Calendar arithmetic and dates as texts. JSON.
+foreach(library Date JSON)
+    add_library(QmDeps::${library} INTERFACE IMPORTED GLOBAL)
+    target_include_directories(QmDeps::${library} INTERFACE ${QM_DEPS}/include)
+endforeach()
 
 # Regular expressions. For Windows it is built here like a part of ours.
 add_library(QmDeps::PCRE2 INTERFACE IMPORTED GLOBAL)

@@ -12,6 +12,8 @@ sources=(
 # Folders below /usr/include, and the package whose licence goes with each.
 headers=(
     "CLI libcli11-dev"
+    "date libhowardhinnant-date-dev"
+    "nlohmann nlohmann-json3-dev"
 )
 
 # Source packages are listed by what the machine installs from, read into a folder of ours: the machine's own lists

@@ -9,6 +9,7 @@ packages=(
     g++-mingw-w64-x86-64-posix wine wine64 fonts-wine pkgconf        # the Windows build
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
     libcli11-dev libpcre2-dev                                       # command lines, regular expressions
+    libhowardhinnant-date-dev nlohmann-json3-dev                    # dates, JSON
     libgtest-dev libspdlog-dev                                       # tests; the benchmarks' peer
     xvfb xauth xdotool x11-utils imagemagick xclip                  # windows on a virtual display, their test
     clang-format clang-tidy gcovr

@@ -1,6 +1,8 @@
 // What "cat --grep" looks for in a row.
 #pragma once
 
+#include "msgservice/text/Expression.h"
+
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -14,22 +16,11 @@ namespace logtool
 class TextMatch
 {
 public:
-    enum class Syntax
-    {
-        Text,
-        Expression
-    };
-    enum class Case
-    {
-        Kept,
-        Ignored
-    };
+    using Syntax = msgservice::Expression::Syntax;
+    using Case = msgservice::Expression::Case;
 
     // Throws UsageError with the position when the expression is none.
     TextMatch(const std::string& text, Syntax syntax, Case letterCase);
-    ~TextMatch();
-    TextMatch(const TextMatch&) = delete;
-    TextMatch& operator=(const TextMatch&) = delete;
 
     // `row` may end with its line end, which does not count to it.
     bool operator()(std::string_view row);
@@ -42,10 +33,8 @@ public:
     std::size_t RowsGivenUp() const { return m_givenUp; }
 
 private:
-    struct Expression;
-
     std::string m_text; // empty for expressions
-    std::unique_ptr<Expression> m_expression;
+    std::unique_ptr<msgservice::Expression> m_expression;
     std::size_t m_givenUp = 0;
 };
 

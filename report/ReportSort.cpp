@@ -1,7 +1,7 @@
 #include "ReportSort.h"
 
 #include "report/sort/KeyOrder.h"
-#include "zemacore/WideText.h"
+#include "zemacore/Collation.h"
 
 #include <array>
 #include <map>
@@ -10,20 +10,11 @@
 namespace
 {
 
-// The system's sort key stands for its comparison of the texts: the keys' bytes compare as CompareStringEx
-// does. The key ends with its only NUL, so the text after it decides only between texts with equal keys.
+// The key ends with its only NUL, so the text after it decides only between texts with equal keys.
 report::CellKey LocaleTextKey(std::string_view text)
 {
-    ZEMA::WideString wide;
-    ZEMA::ToWide(text.data(), text.size(), wide);
-    const int length = static_cast<int>(wide.size());
-    const auto map = [&](char* key, int size) {
-        return ::LCMapStringEx(LOCALE_NAME_USER_DEFAULT, LCMAP_SORTKEY, wide.data(), length,
-                               reinterpret_cast<wchar_t*>(key), size, nullptr, nullptr, 0);
-    };
     report::CellKey key = report::TextKey({});
-    key.text.resize(static_cast<std::size_t>(length > 0 ? map(nullptr, 0) : 0));
-    map(key.text.data(), static_cast<int>(key.text.size()));
+    ZEMA::AppendSortKey(text.data(), text.size(), ZEMA::LetterCase::Kept, key.text);
     key.text += text;
     return key;
 }

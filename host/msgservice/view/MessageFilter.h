@@ -1,0 +1,36 @@
+// Which messages pass the filters of a view.
+#pragma once
+
+#include "msgservice/view/Description.h"
+#include "msgservice/view/FieldText.h"
+
+#include <memory>
+#include <vector>
+
+namespace msgservice
+{
+
+// One thread at a time.
+class MessageFilter
+{
+public:
+    // The store must outlive it.
+    MessageFilter(const MessageStore& store, const ViewDescription& description);
+    ~MessageFilter();
+    MessageFilter(const MessageFilter&) = delete;
+    MessageFilter& operator=(const MessageFilter&) = delete;
+
+    bool PassesAll() const; // whatever the message
+    bool Passes(std::uint32_t message);
+
+private:
+    class Condition;
+
+    const MessageStore& m_store;
+    std::uint32_t m_leastLevel;
+    std::uint32_t m_firstIndex;
+    std::vector<std::unique_ptr<Condition>> m_conditions;
+    FieldText m_text;
+};
+
+} // namespace msgservice

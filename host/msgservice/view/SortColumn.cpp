@@ -1,0 +1,143 @@
+#include "msgservice/view/SortColumn.h"
+
+#include "LogMsg.h"
+#include "msgservice/view/FieldText.h"
+#include "zemacore/Collation.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace msgservice
+{
+
+namespace
+{
+
+constexpr std::size_t kRestMemory = 1024 * 1024 * 1024; // for the rests of all keys of a column
+constexpr std::size_t kLeastRest = 56;
+constexpr std::size_t kMostRest = 1024;
+constexpr std::uint64_t kLastHead = std::numeric_limits<std::uint64_t>::max();
+
+std::string TextKey(std::string_view text)
+{
+    std::string key;
+    ZEMA::AppendSortKey(text.data(), text.size(), ZEMA::LetterCase::Ignored, key);
+    return key;
+}
+
+// The first eight bytes as a number that compares as they do.
+std::uint64_t HeadOf(std::string_view key)
+{
+    std::uint64_t head = 0;
+    for (std::size_t i = 0; i < sizeof(head); ++i)
+        head = head << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
+    return head;
+}
+
+// Numbers with a sign as numbers without one, in the same order.
+std::uint64_t HeadOf(std::int64_t number)
+{
+    return static_cast<std::uint64_t>(number) ^ std::uint64_t{1} << 63;
+}
+
+} // namespace
+
+SortColumn::SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages,
+                       Work& work, double from, double to)
+    : m_store(store), m_field(field), m_messages(messages)
+{
+    m_heads.reserve(messages.size());
+    if (field == kLogMsgTimestamp || field == kLogMsgBody)
+        MakeTexts(work, from, to);
+    else if (const auto shared = SharedTextOf(field); shared && field != kLogMsgLevel)
+        RankSharedTexts(*shared, work, from, to);
+    else
+        MakeNumbers(work, from, to);
+}
+
+void SortColumn::MakeNumbers(Work& work, double from, double to)
+{
+    for (const std::uint32_t message : m_messages)
+    {
+        const Record record = m_store.At(message);
+        m_heads.push_back(
+            HeadOf(NumberOf(record, m_field).value_or(static_cast<std::int64_t>(record.level))));
+        if (m_heads.size() % 4096 == 0)
+            work.Check(m_heads.size(), m_messages.size(), from, to);
+    }
+}
+
+// Few texts stand for many messages: those are put in order, and a message's key is the place of its text.
+void SortColumn::RankSharedTexts(SharedText field, Work& work, double from, double to)
+{
+    std::vector<std::uint64_t> ranks(m_store.Texts().Count());
+    std::vector<std::pair<std::string, std::uint32_t>> texts;
+    for (const std::uint32_t message : m_messages)
+    {
+        const std::uint32_t text = m_store.At(message).texts[field];
+        if (text >= ranks.size())
+            ranks.resize(text + 1); // messages arrive meanwhile
+        if (ranks[text]++ == 0)
+            texts.emplace_back(TextKey(m_store.Texts().Text(text)), text);
+        m_heads.push_back(text);
+        if (m_heads.size() % 4096 == 0)
+            work.Check(m_heads.size(), m_messages.size(), from, to);
+    }
+    std::sort(texts.begin(), texts.end());
+    std::uint64_t rank = 0;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+    {
+        rank += i > 0 && texts[i].first != texts[i - 1].first ? 1 : 0;
+        ranks[texts[i].second] = rank;
+    }
+    for (std::uint64_t& head : m_heads)
+        head = ranks[head];
+}
+
+void SortColumn::MakeTexts(Work& work, double from, double to)
+{
+    m_keptRest = std::clamp(kRestMemory / std::max<std::size_t>(m_messages.size(), 1), kLeastRest, kMostRest);
+    m_restEnds.reserve(m_messages.size());
+    for (const std::uint32_t message : m_messages)
+    {
+        const Record record = m_store.At(message);
+        if (m_field == kLogMsgTimestamp && record.time != kNoTime)
+            m_heads.push_back(HeadOf(record.time));
+        else if (m_field == kLogMsgTimestamp)
+        {
+            m_heads.push_back(kLastHead);
+            m_rests += TextKey(record.timestamp).substr(0, m_keptRest);
+        }
+        else
+        {
+            const std::string key = TextKey(record.body);
+            m_heads.push_back(HeadOf(key));
+            m_rests += std::string_view(key).substr(std::min(key.size(), sizeof(std::uint64_t)), m_keptRest);
+        }
+        m_restEnds.push_back(m_rests.size());
+        if (m_heads.size() % 1024 == 0)
+            work.Check(m_heads.size(), m_messages.size(), from, to);
+    }
+    m_hasRests = !m_rests.empty();
+}
+
+std::string_view SortColumn::KeptRest(std::uint32_t slot) const
+{
+    const std::uint64_t begin = slot > 0 ? m_restEnds[slot - 1] : 0;
+    return std::string_view(m_rests).substr(begin, m_restEnds[slot] - begin);
+}
+
+std::string SortColumn::WholeKey(std::uint32_t slot) const
+{
+    const Record record = m_store.At(m_messages[slot]);
+    return TextKey(m_field == kLogMsgBody ? record.body : record.timestamp);
+}
+
+int SortColumn::Rests(std::uint32_t left, std::uint32_t right) const
+{
+    const std::string_view leftRest = KeptRest(left);
+    const int kept = leftRest.compare(KeptRest(right));
+    return kept == 0 && leftRest.size() == m_keptRest ? WholeKey(left).compare(WholeKey(right)) : kept;
+}
+
+} // namespace msgservice

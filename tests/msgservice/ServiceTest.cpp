@@ -1,0 +1,573 @@
+// The message service against plain vectors.
+#include "msgservice/MsgService.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <random>
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace msgservice;
+
+struct PlainMessage
+{
+    std::array<std::string, 11> texts; // timestamp, level, topic, body, ...: by field, "" for numbers
+    std::int32_t number = 0;           // error number
+    std::int32_t sourceLine = 0;
+    Time time = kNoTime;
+    std::uint32_t level = 0;
+    bool counts = false;
+
+    MessageFields Fields() const
+    {
+        MessageFields fields;
+        fields.timestamp = texts[kLogMsgTimestamp];
+        fields.levelText = texts[kLogMsgLevel];
+        fields.topic = texts[kLogMsgTopic];
+        fields.body = texts[kLogMsgBody];
+        fields.source = texts[kLogMsgSource];
+        fields.errorNumber = number;
+        fields.sourceLine = sourceLine;
+        fields.time = time;
+        fields.level = level;
+        fields.countsSourceLine = counts;
+        return fields;
+    }
+
+    std::string Text(std::int32_t field) const
+    {
+        if (field == kLogMsgErrorNumber || field == kLogMsgSourceLine)
+            return std::to_string(field == kLogMsgSourceLine ? sourceLine : number);
+        if (field == kLogMsgLine || field == kLogMsgSourceColumn)
+            return "0";
+        return field >= 0 && field < 11 ? texts[static_cast<std::size_t>(field)] : "";
+    }
+};
+
+std::string Lower(std::string text)
+{
+    for (char& letter : text)
+        letter = static_cast<char>(letter >= 'A' && letter <= 'Z' ? letter + 32 : letter);
+    return text;
+}
+
+bool PassesPlain(const PlainMessage& message, const Filter& filter)
+{
+    const std::string text = message.Text(filter.field);
+    const bool has = filter.matchCase ? text.find(filter.value) != std::string::npos
+                                      : Lower(text).find(Lower(filter.value)) != std::string::npos;
+    return filter.field == kLogMsgNone ||
+           (filter.operation == kLogMsgNotEmpty ? !text.empty()
+                                                : has == (filter.operation != kLogMsgNotContain));
+}
+
+int ComparePlain(const PlainMessage& left, const PlainMessage& right, std::int32_t field)
+{
+    const auto sign = [](auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; };
+    if (field == kLogMsgErrorNumber)
+        return sign(left.number, right.number);
+    if (field == kLogMsgSourceLine)
+        return sign(left.sourceLine, right.sourceLine);
+    if (field == kLogMsgLevel)
+        return sign(left.level, right.level);
+    if (field == kLogMsgTimestamp && (left.time != kNoTime || right.time != kNoTime))
+        return left.time == kNoTime ? 1 : right.time == kNoTime ? -1 : sign(left.time, right.time);
+    return sign(Lower(left.Text(field)), Lower(right.Text(field)));
+}
+
+bool SaySamePlain(PlainMessage left, PlainMessage right)
+{
+    left.texts[kLogMsgTimestamp] = right.texts[kLogMsgTimestamp];
+    const bool sameLine = (left.counts && right.counts) || left.sourceLine == right.sourceLine;
+    return left.texts == right.texts && left.number == right.number && left.level == right.level && sameLine;
+}
+
+// Tags in the order in which the view has to be.
+std::vector<std::int32_t> PlainView(const std::vector<PlainMessage>& messages,
+                                    const ViewDescription& description)
+{
+    std::vector<std::int32_t> tags;
+    const auto at = [&](std::int32_t tag) -> const PlainMessage& {
+        return messages[static_cast<std::size_t>(tag - 1)];
+    };
+    for (std::size_t i = description.firstIndex; i < messages.size(); ++i)
+        if (messages[i].level >= description.leastLevel &&
+            std::all_of(description.filters.begin(), description.filters.end(),
+                        [&](const Filter& filter) { return PassesPlain(messages[i], filter); }))
+            tags.push_back(static_cast<std::int32_t>(i + 1));
+    std::stable_sort(tags.begin(), tags.end(), [&](std::int32_t left, std::int32_t right) {
+        for (const SortKey& key : description.keys)
+            if (const int order = key.field < 0 ? 0 : ComparePlain(at(left), at(right), key.field);
+                order != 0)
+                return (order < 0) == key.ascending;
+        return false;
+    });
+    std::vector<std::int32_t> shown;
+    for (const std::int32_t tag : tags)
+        if (description.showDuplicates || shown.empty() || !SaySamePlain(at(tag), at(shown.back())))
+            shown.push_back(tag);
+    return shown;
+}
+
+// Knows what it was told, and complains of what a service must not tell.
+class ToldViewer : public ILogViewer
+{
+public:
+    void SetLogMsgService(ILogMsgService* given) override { service = given; }
+    void AddMsg(std::uint32_t id, ILogMsgData* message) override
+    {
+        EXPECT_GE(id, count) << "ids grow";
+        EXPECT_TRUE(!message || message->GetTag() == service->GetMsg(id)->GetTag());
+        count = id;
+        if (!list)
+            list.reset(service->CreateMsgList(500, 0));
+        if (onTold)
+            onTold();
+    }
+    void SetMsgIdRange(std::uint32_t first, std::uint32_t last) override
+    {
+        EXPECT_EQ(1u, first);
+        count = last;
+        ++ranges;
+        if (onTold)
+            onTold();
+    }
+    void Present(std::uint32_t) override {}
+    CWnd* GetWnd() override { return nullptr; }
+
+    // The tags of all rows, as the list has them.
+    std::vector<std::int32_t> Tags() const
+    {
+        std::vector<std::int32_t> tags;
+        for (std::uint32_t id = 1; id <= count; ++id)
+            tags.push_back(list->Get(id)->GetTag());
+        return tags;
+    }
+
+    ILogMsgService* service = nullptr;
+    std::unique_ptr<ILogMsgList> list;
+    std::uint32_t count = 0;
+    int ranges = 0;
+    std::function<void()> onTold;
+};
+
+class RandomService
+{
+public:
+    explicit RandomService(unsigned seed) : m_random(seed) { m_service.AddViewer(viewer); }
+
+    void Step()
+    {
+        switch (Below(9))
+        {
+        case 0:
+            AddMessages(Below(60) == 0 ? 1001 + Below(200) : Below(30));
+            break;
+        case 1:
+            SetKeys();
+            break;
+        case 2:
+            SetFilter();
+            break;
+        case 3:
+            m_set.showDuplicates = !m_set.showDuplicates;
+            m_service.SetShowDuplicate(m_set.showDuplicates ? 1 : 0);
+            break;
+        case 4:
+            m_set.leastLevel = Below(3);
+            m_service.SetLeastLevel(m_set.leastLevel);
+            break;
+        case 5:
+            m_service.Apply();
+            m_applied = m_set;
+            break;
+        case 6:
+            if (!m_service.IsBusy())
+                break;
+            m_service.CancelApply();
+            m_set = m_applied = m_shown;
+            break;
+        case 7:
+            m_set.firstIndex = Below(4) == 0 ? 0 : Below(static_cast<std::uint32_t>(m_messages.size()) + 1);
+            m_service.ClearBefore(m_set.firstIndex == 0 ? 0
+                                                        : static_cast<std::int32_t>(m_set.firstIndex + 1));
+            m_applied = m_set;
+            break;
+        default:
+            m_service.Publish();
+            if (!m_service.IsBusy())
+                m_shown = m_applied;
+        }
+    }
+
+    void ExpectSettled()
+    {
+        m_service.Settle();
+        m_shown = m_applied;
+        const std::vector<std::int32_t> wanted = PlainView(m_messages, m_shown);
+        ASSERT_EQ(wanted, viewer.Tags());
+        ASSERT_EQ(wanted.size(), m_service.GetMsgCount());
+        EXPECT_FALSE(m_service.IsBusy());
+        for (int i = 0; i < 5 && !m_messages.empty(); ++i)
+        {
+            const auto tag =
+                static_cast<std::int32_t>(1 + Below(static_cast<std::uint32_t>(m_messages.size())));
+            const auto found = std::find(wanted.begin(), wanted.end(), tag);
+            ASSERT_EQ(found == wanted.end() ? kNoLogMsgId
+                                            : static_cast<std::uint32_t>(found - wanted.begin() + 1),
+                      m_service.FindTag(tag));
+        }
+    }
+
+    ToldViewer viewer;
+
+private:
+    std::uint32_t Below(std::uint32_t bound) { return static_cast<std::uint32_t>(m_random() % bound); }
+
+    void AddMessages(std::uint32_t count)
+    {
+        const std::array<std::string, 6> words = {"",
+                                                  "a",
+                                                  "B",
+                                                  "b long text that is more than eight bytes",
+                                                  "B long text that is more than eight bytez",
+                                                  "\xC3\xA4rger"};
+        for (; count > 0; --count)
+        {
+            PlainMessage message;
+            for (const auto field :
+                 {kLogMsgTimestamp, kLogMsgLevel, kLogMsgTopic, kLogMsgBody, kLogMsgSource})
+                message.texts[static_cast<std::size_t>(field)] = words[Below(field == kLogMsgSource ? 2 : 6)];
+            // Bodies that differ only after what a sort keeps of them.
+            if (Below(8) == 0)
+                message.texts[kLogMsgBody] = std::string(1100, 'x') + words[Below(6)];
+            message.number = static_cast<std::int32_t>(Below(3)) - 1;
+            message.level = Below(6);
+            message.time = Below(3) == 0 ? kNoTime : static_cast<Time>(Below(5)) - 2;
+            message.counts = Below(2) == 0;
+            message.sourceLine =
+                message.counts ? static_cast<std::int32_t>(m_messages.size()) : message.number;
+            m_messages.push_back(message);
+            m_service.Store()->Add(message.Fields());
+        }
+    }
+
+    std::int32_t AnyField() { return static_cast<std::int32_t>(Below(14)) - 1; }
+
+    void SetKeys()
+    {
+        const std::uint32_t count = Below(2) == 0 ? 1 : 3;
+        LogMsgSortKey keys[3];
+        for (std::uint32_t i = 0; i < count; ++i)
+        {
+            m_set.keys[i] = {AnyField(), Below(2) == 0};
+            keys[i] = {static_cast<ILogMsgDataKind>(m_set.keys[i].field), m_set.keys[i].ascending ? 7 : 0};
+        }
+        m_service.SetSortKeys(keys, static_cast<std::int32_t>(count));
+        LogMsgSortKey all[3];
+        m_service.GetSortKeys(all, 3);
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_TRUE(all[i].field == m_set.keys[i].field &&
+                        (all[i].ascending != 0) == m_set.keys[i].ascending);
+    }
+
+    void SetFilter()
+    {
+        const std::array<std::string, 5> values = {"", "b", "LONG", "\xC3\x84", "1"};
+        LogMsgFilter filters[3];
+        m_service.GetFilters(filters, 3);
+        const std::size_t which = Below(3);
+        Filter& filter = m_set.filters[which];
+        filter = {Below(2) == 0 ? kLogMsgNone : AnyField(), static_cast<std::int32_t>(Below(5)),
+                  values[Below(5)], Below(2) == 0};
+        if (filter.value == "\xC3\x84")
+            filter.matchCase = true; // beyond ASCII the plain model knows no case
+        filters[which].field = static_cast<ILogMsgDataKind>(filter.field);
+        filters[which].operation = static_cast<LogMsgFilterOperator>(filter.operation);
+        filters[which].value = filter.value.c_str();
+        filters[which].matchCase = filter.matchCase ? 1 : 0;
+        m_service.SetFilters(filters, 3);
+    }
+
+    std::mt19937 m_random;
+    MsgService m_service;
+    std::vector<PlainMessage> m_messages;
+    ViewDescription m_set;     // as the service has been told
+    ViewDescription m_applied; // as it was when it was last applied
+    ViewDescription m_shown;   // as the service is known to show it
+};
+
+TEST(MsgService, ShowsWhatPlainVectorsShowWhateverIsAsked)
+{
+    const unsigned seeds = std::getenv("QM_TEST_LONG") ? 300 : 12;
+    for (unsigned seed = 0; seed < seeds; ++seed)
+    {
+        SCOPED_TRACE(seed);
+        RandomService random(seed);
+        for (int step = 0; step < 120; ++step)
+        {
+            random.Step();
+            if (step % 5 == 4)
+                ASSERT_NO_FATAL_FAILURE(random.ExpectSettled());
+        }
+    }
+}
+
+// Notes what it is told.
+class NotingViewer : public ILogViewer
+{
+public:
+    void SetLogMsgService(ILogMsgService* given) override { service = given; }
+    void AddMsg(std::uint32_t id, ILogMsgData* message) override
+    {
+        Note("add " + std::to_string(id) + (message ? " " + std::string(message->GetBody()) : ""));
+    }
+    void SetMsgIdRange(std::uint32_t first, std::uint32_t last) override
+    {
+        Note("range " + std::to_string(first) + " " + std::to_string(last));
+    }
+    void Present(std::uint32_t) override {}
+    CWnd* GetWnd() override { return nullptr; }
+
+    std::string Told() { return std::exchange(m_told, {}); }
+
+    ILogMsgService* service = nullptr;
+    std::function<void()> onTold;
+
+private:
+    void Note(const std::string& what)
+    {
+        m_told += (m_told.empty() ? "" : ", ") + what;
+        if (onTold)
+            onTold();
+    }
+
+    std::string m_told;
+};
+
+void AddBody(MessageStore& store, std::string_view body, int count = 1)
+{
+    MessageFields fields;
+    fields.body = body;
+    for (; count > 0; --count)
+        store.Add(fields);
+}
+
+void SortByBody(MsgService& service)
+{
+    const LogMsgSortKey key = {kLogMsgBody, 1};
+    service.SetSortKeys(&key, 1);
+    service.Apply();
+    service.Settle();
+}
+
+TEST(MsgService, AnnouncesArrivalsOneByOneAndNewViewsAsARange)
+{
+    MsgService service;
+    NotingViewer viewer;
+    service.AddViewer(viewer);
+    EXPECT_EQ("range 1 0", viewer.Told());
+    AddBody(*service.Store(), "c");
+    AddBody(*service.Store(), "d");
+    EXPECT_EQ("", viewer.Told());
+    service.Publish();
+    EXPECT_EQ("add 1 c, add 2 d", viewer.Told());
+
+    SortByBody(service);
+    EXPECT_EQ("range 1 2, add 2", viewer.Told());
+    AddBody(*service.Store(), "e");
+    service.Publish();
+    EXPECT_EQ("add 3 e", viewer.Told()) << "it belongs at the end";
+    AddBody(*service.Store(), "a");
+    service.Settle();
+    EXPECT_EQ("range 1 4, add 4", viewer.Told());
+    EXPECT_STREQ("a", service.GetMsg(1)->GetBody());
+
+    AddBody(*service.Store(), "f", 1001);
+    service.Settle();
+    EXPECT_EQ("range 1 1005, add 1005", viewer.Told()) << "many are put in order by the worker";
+    service.SetStore(MessageStore::Make());
+    EXPECT_EQ("range 1 0", viewer.Told());
+
+    const LogMsgSortKey none;
+    service.SetSortKeys(&none, 1);
+    service.Apply();
+    service.Settle();
+    AddBody(*service.Store(), "g", 1001);
+    viewer.Told();
+    service.Publish();
+    EXPECT_EQ("add 1001 g", viewer.Told()) << "of many the last stands for all";
+    NotingViewer second;
+    service.AddViewer(second);
+    EXPECT_EQ("range 1 1001, add 1001", second.Told());
+    service.RemoveViewer(viewer);
+    EXPECT_EQ(nullptr, viewer.service);
+    AddBody(*service.Store(), "h");
+    service.Publish();
+    EXPECT_EQ("", viewer.Told());
+    EXPECT_EQ("add 1002 h", second.Told());
+}
+
+// Whatever a viewer does when it is told something, all others end up with what the service shows.
+TEST(MsgService, BearsWhatViewersDoWhenTheyAreTold)
+{
+    for (int act = 0; act < 7; ++act)
+        for (int moment = 0; moment < 6; ++moment)
+        {
+            SCOPED_TRACE(std::to_string(act) + " at " + std::to_string(moment));
+            MsgService service;
+            NotingViewer hostile;
+            ToldViewer added;
+            ToldViewer viewer;
+            const std::function<void()> acts[] = {
+                [&] { service.RemoveViewer(hostile); },
+                [&] { service.RemoveViewer(viewer); },
+                [&] { service.AddViewer(added); },
+                [&] { service.SetStore(MessageStore::Make()); },
+                [&] { service.Apply(); },
+                [&] { service.Publish(); },
+                [&] { AddBody(*service.Store(), "b"); },
+            };
+            int told = 0;
+            hostile.onTold = [&] {
+                if (told++ == moment)
+                    acts[act]();
+            };
+            service.AddViewer(hostile);
+            service.AddViewer(viewer);
+            AddBody(*service.Store(), "c", 3);
+            service.Publish();
+            SortByBody(service);
+            AddBody(*service.Store(), "a", 2);
+            service.Settle();
+            EXPECT_GT(told, moment);
+            for (const ToldViewer* const each : {&viewer, &added})
+                EXPECT_EQ(each->service ? service.GetMsgCount() : each->count, each->count);
+            EXPECT_TRUE(act == 3 || service.GetMsgCount() >= 5);
+        }
+}
+
+// Answers pieces of two messages, the last of which fails.
+class TwoPieces : public MessageSource
+{
+public:
+    State Read(MessageSink& sink) override
+    {
+        if (m_piece++ == 2)
+            throw std::runtime_error("the disk is gone");
+        for (const char* const body : {"x", "y"})
+        {
+            MessageFields fields;
+            fields.body = body;
+            sink.Add(fields);
+        }
+        return m_piece == 1 ? State::More : State::Waiting;
+    }
+    std::string TakeNotices() override { return {}; }
+
+private:
+    int m_piece = 0;
+};
+
+TEST(MsgService, OpensAFileAndKeepsWhatItShowsIfItCannot)
+{
+    MsgService service;
+    NotingViewer viewer;
+    service.AddViewer(viewer);
+    AddBody(*service.Store(), "before");
+    service.Publish();
+    std::unique_ptr<ILogMsgData> clone(service.GetMsg(1)->Clone());
+
+    service.OpenFile("no.log", 0);
+    EXPECT_EQ("no.log: files cannot be opened here\n", service.TakeNotices());
+    EXPECT_EQ(1u, service.GetMsgCount());
+    service.SetOpener([](const std::string& path, bool) -> std::unique_ptr<MessageSource> {
+        if (path != "two.log")
+            throw std::runtime_error(path + " is not there");
+        return std::make_unique<TwoPieces>();
+    });
+    service.OpenFile("other.log", 0);
+    EXPECT_EQ("other.log is not there\n", service.TakeNotices());
+    viewer.Told();
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    int wakes = 0;
+    service.SetWake([&] {
+        const std::lock_guard lock(mutex);
+        ++wakes;
+        changed.notify_all();
+    });
+    service.OpenFile("two.log", 1);
+    EXPECT_EQ("range 1 0", viewer.Told());
+    ZEMA::String path;
+    bool followed = true;
+    bool damaged = false;
+    bool readOnly = false;
+    {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [&] { return wakes >= 3; }); // two pieces and the fault
+    }
+    service.Settle();
+    service.GetFileInfo(path, followed, damaged, readOnly);
+    EXPECT_STREQ("two.log", path.c_str());
+    EXPECT_TRUE(!followed && damaged && readOnly);
+    EXPECT_EQ(4u, service.GetMsgCount());
+    EXPECT_EQ("Reading has ended: the disk is gone\n", service.TakeNotices());
+    EXPECT_EQ("", service.TakeNotices());
+    service.SetWake({});
+    EXPECT_STREQ("before", clone->GetBody());
+}
+
+TEST(MsgService, ListsOutliveItAndCancellingBringsTheKeysBack)
+{
+    auto service = std::make_unique<MsgService>();
+    AddBody(*service->Store(), "b");
+    AddBody(*service->Store(), "a");
+    SortByBody(*service);
+    const LogMsgSortKey other = {kLogMsgTopic, 0};
+    service->SetSortKeys(&other, 1);
+    service->Apply();
+    EXPECT_TRUE(service->IsBusy());
+    service->CancelApply();
+    EXPECT_FALSE(service->IsBusy());
+    LogMsgSortKey key;
+    service->GetSortKeys(&key, 1);
+    EXPECT_EQ(kLogMsgBody, key.field);
+
+    std::unique_ptr<ILogMsgList> list(service->CreateMsgList(500, 0));
+    EXPECT_EQ(0, list->Add(nullptr));
+    service.reset();
+    EXPECT_EQ(2u, list->GetCount());
+    EXPECT_STREQ("a", list->Get(1)->GetBody());
+    EXPECT_STREQ("b", list->Get(2)->GetBody());
+    EXPECT_EQ(nullptr, list->Get(0));
+    EXPECT_EQ(nullptr, list->Get(3));
+    EXPECT_EQ(nullptr, list->Get(kNoLogMsgId));
+}
+
+// A sort of enough messages to be still at it is broken off without being waited for.
+TEST(MsgService, ASecondApplyBreaksOffTheFirst)
+{
+    MsgService service;
+    for (int i = 0; i < 20'000; ++i)
+        AddBody(*service.Store(), std::to_string(i * 7919 % 20'011));
+    for (const ILogMsgDataKind field : {kLogMsgBody, kLogMsgTopic, kLogMsgBody, kLogMsgSourceLine})
+    {
+        const LogMsgSortKey key = {field, 1};
+        service.SetSortKeys(&key, 1);
+        service.Apply();
+        service.Publish();
+        EXPECT_GE(service.Progress(), 0);
+        EXPECT_LE(service.Progress(), 1);
+    }
+    service.Settle();
+    EXPECT_EQ(20'000u, service.GetMsgCount());
+    EXPECT_EQ(1, service.GetMsg(1)->GetTag()) << "nothing is ordered by a field that all have alike";
+}
+
+} // namespace

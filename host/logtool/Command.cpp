@@ -1,7 +1,7 @@
 #include "logtool/Command.h"
 
 #include "logtool/Commands.h"
-#include "logtool/Counter.h"
+#include "msgservice/session/Counter.h"
 
 #include "wintypes.h"
 
@@ -30,7 +30,7 @@ std::vector<std::string>::const_iterator FindName(const std::vector<std::string>
                                                   const std::string& name)
 {
     return std::find_if(logs.begin(), logs.end(),
-                        [&](const std::string& log) { return IsSameName(log, name); });
+                        [&](const std::string& log) { return msgservice::IsSameName(log, name); });
 }
 
 } // namespace
@@ -88,7 +88,7 @@ void Command::EnterFolder(Host& host) const
         throw UsageError(shown, "cannot be opened: " + SystemReason());
     if (LogFolder().empty()) // asking for it makes it
         throw UsageError(shown.empty() ? "log folder" : shown, "cannot be made, or its name is too long");
-    const unsigned long error = m_use == FolderUse::Write ? CountersError() : ERROR_SUCCESS;
+    const unsigned long error = m_use == FolderUse::Write ? msgservice::CountersError() : ERROR_SUCCESS;
     if (error != ERROR_SUCCESS && error != ERROR_SHARING_VIOLATION)
         throw UsageError(LogFolder(), "cannot be written to: " + SystemReason(error));
 }

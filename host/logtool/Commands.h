@@ -2,7 +2,6 @@
 #pragma once
 
 #include "logtool/Command.h"
-#include "logtool/LogStream.h"
 #include "logtool/TextOutput.h"
 
 #include <string>

@@ -1,12 +1,16 @@
 // A cursor in a file, so that the next call goes on where this one has ended.
 #pragma once
 
-#include "logtool/Follower.h"
+#include "msgservice/session/Follower.h"
 
 #include <string>
 
 namespace logtool
 {
+
+using msgservice::Cursor;
+using msgservice::FollowedRows;
+using msgservice::Follower;
 
 // The file's first line is the number, which may stand alone. Each further line is a log that lags: its
 // row's number, the bytes shown of it, and the log's name.

@@ -1,7 +1,7 @@
 #include "logtool/LogName.h"
 
 #include "logtool/Command.h"
-#include "logtool/LogStream.h"
+#include "msgservice/session/LogStream.h"
 
 #include <algorithm>
 #include <string_view>
@@ -24,10 +24,10 @@ bool IsDevice(std::string_view name)
     while (stem.ends_with(' '))
         stem.remove_suffix(1);
     for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$", "CLOCK$"})
-        if (IsSameName(stem, device))
+        if (msgservice::IsSameName(stem, device))
             return true;
-    const bool port =
-        stem.size() > 3 && (IsSameName(stem.substr(0, 3), "COM") || IsSameName(stem.substr(0, 3), "LPT"));
+    const bool port = stem.size() > 3 && (msgservice::IsSameName(stem.substr(0, 3), "COM") ||
+                                          msgservice::IsSameName(stem.substr(0, 3), "LPT"));
     if (!port)
         return false;
     // The raised digits 1 to 3 count as well, in Latin-1 and in UTF-8.
@@ -69,10 +69,10 @@ void CheckLogName(const std::string& name)
     }
     const std::size_t file = name.find_last_of("\\/") + 1;
     const std::string_view own = std::string_view(name).substr(file);
-    if (IsSameName(own, "QmLog") || IsSameName(own, "QmLog.LOG"))
+    if (msgservice::IsSameName(own, "QmLog") || msgservice::IsSameName(own, "QmLog.LOG"))
         Refuse(name, "holds the messages about failures and is no log");
     const std::size_t dot = own.rfind('.');
-    if (dot != std::string_view::npos && !IsSameName(own.substr(dot), ".LOG"))
+    if (dot != std::string_view::npos && !msgservice::IsSameName(own.substr(dot), ".LOG"))
         Refuse(name,
                "is the same log as '" + name.substr(0, file + dot) + "', because extensions are dropped");
 }

@@ -82,7 +82,8 @@ std::string Totals(const std::vector<std::string>& logs, Host& host)
     std::uint64_t rows = 0;
     for (const std::string& name : host.ListLogs())
     {
-        if (std::none_of(logs.begin(), logs.end(), [&](const auto& log) { return IsSameName(log, name); }))
+        if (std::none_of(logs.begin(), logs.end(),
+                         [&](const auto& log) { return msgservice::IsSameName(log, name); }))
             continue;
         CQmLogReader reader;
         reader.SetFilePath(name.c_str());

@@ -1,6 +1,5 @@
 #include "logtool/Commands.h"
 #include "logtool/CursorFile.h"
-#include "logtool/Follower.h"
 
 #include <ostream>
 
@@ -11,6 +10,26 @@ namespace
 {
 
 constexpr std::uint32_t kDefaultRows = 10;
+
+class TailRows : public FollowedRows
+{
+public:
+    TailRows(TextOutput& output, std::ostream& messages) : m_output(output), m_messages(messages) {}
+
+    void Row(const std::string& name, const LogEntry& entry, std::size_t skip) override
+    {
+        m_output.Row(name, entry, skip);
+    }
+    void SessionBegun() override
+    {
+        m_messages << "logtool: a new session has begun in " << LogFolder() << std::endl;
+    }
+    void Flush() override { m_output.Flush(); }
+
+private:
+    TextOutput& m_output;
+    std::ostream& m_messages;
+};
 
 class Tail : public Command
 {
@@ -46,7 +65,8 @@ int Tail::Run(Host& host)
 
     const std::vector<std::string> logs = ChosenLogs(host);
     TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
-    Follower follower(logs, text, host.Messages());
+    TailRows rows(text, host.Messages());
+    Follower follower(logs, rows);
     Start(follower);
     ShowNews(follower, host.Output());
     TellNoRows(logs, host);

@@ -1,6 +1,6 @@
 #include "logtool/TextOutput.h"
 
-#include "logtool/Counter.h"
+#include "msgservice/session/Counter.h"
 
 #include <algorithm>
 #include <ostream>
@@ -50,7 +50,7 @@ std::string PrintableLines(std::string_view text)
 
 std::size_t NumberWidth()
 {
-    return std::max<std::size_t>(5, std::to_string(LastNumber().value_or(0)).size());
+    return std::max<std::size_t>(5, std::to_string(msgservice::LastNumber().value_or(0)).size());
 }
 
 TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs)

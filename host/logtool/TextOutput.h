@@ -2,7 +2,7 @@
 #pragma once
 
 #include "commandline/Printable.h"
-#include "logtool/LogStream.h"
+#include "msgservice/session/LogStream.h"
 
 #include <cstring>
 #include <iosfwd>
@@ -14,6 +14,8 @@ namespace logtool
 {
 
 using commandline::Printable;
+using msgservice::LogEntry;
+using msgservice::LogStream;
 
 // How wide a column of sequence numbers is.
 std::size_t NumberWidth();

@@ -1,7 +1,7 @@
 #include "logtool/Commands.h"
-#include "logtool/Counter.h"
 #include "logtool/LogFeed.h"
 #include "logtool/LogName.h"
+#include "msgservice/session/Counter.h"
 
 #include "QmLogWriter.h"
 #include "wintypes.h"
@@ -24,7 +24,7 @@ bool AwaitCounters(Host& host)
 {
     for (int waits = 0;; ++waits)
     {
-        if (const unsigned long error = CountersError(); error == ERROR_SUCCESS)
+        if (const unsigned long error = msgservice::CountersError(); error == ERROR_SUCCESS)
             return true;
         else if (error != ERROR_SHARING_VIOLATION)
             throw UsageError(LogFolder(), "cannot be written to: " + SystemReason(error));

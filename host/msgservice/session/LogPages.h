@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace logtool
+namespace msgservice
 {
 
 // Shows the log as it was at the moment of construction, though it may grow. The memory is that of two
@@ -98,4 +98,4 @@ private:
     unsigned long m_stretchEnd = 0;
 };
 
-} // namespace logtool
+} // namespace msgservice

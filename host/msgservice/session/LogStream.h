@@ -1,7 +1,7 @@
 // The rows of several logs as one stream in the order of their sequence numbers.
 #pragma once
 
-#include "logtool/LogPages.h"
+#include "msgservice/session/LogPages.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace logtool
+namespace msgservice
 {
 
 // Names of logs compare as file names do.
@@ -124,4 +124,4 @@ private:
     Key m_nextKey = 0;        // the lowest of the others
 };
 
-} // namespace logtool
+} // namespace msgservice

@@ -1,10 +1,10 @@
-#include "logtool/Counter.h"
+#include "msgservice/session/Counter.h"
 
 #include "QmLogWriter.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
-namespace logtool
+namespace msgservice
 {
 
 std::optional<std::uint32_t> LastNumber()
@@ -38,4 +38,4 @@ unsigned long CountersError()
     return ERROR_SUCCESS;
 }
 
-} // namespace logtool
+} // namespace msgservice

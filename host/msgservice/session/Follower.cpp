@@ -1,12 +1,10 @@
-#include "logtool/Follower.h"
+#include "msgservice/session/Follower.h"
 
-#include "logtool/Commands.h"
-#include "logtool/Counter.h"
+#include "msgservice/session/Counter.h"
 
 #include <algorithm>
-#include <ostream>
 
-namespace logtool
+namespace msgservice
 {
 
 namespace
@@ -30,8 +28,8 @@ bool FindRow(const std::string& log, std::uint32_t number, unsigned long& index)
 
 } // namespace
 
-Follower::Follower(const std::vector<std::string>& logs, TextOutput& output, std::ostream& messages)
-    : m_output(output), m_messages(messages), m_counter(LastNumber().value_or(0))
+Follower::Follower(const std::vector<std::string>& logs, FollowedRows& rows)
+    : m_rows(rows), m_counter(LastNumber().value_or(0))
 {
     AddLogs(logs);
 }
@@ -120,15 +118,15 @@ void Follower::StartAtCursor(const Cursor& cursor)
     m_number = cursor.number;
 }
 
-bool Follower::Poll()
+bool Follower::Poll(std::size_t most)
 {
     const bool changed = Look() || m_first;
-    if (!changed && !m_waiting)
+    if (!changed && !m_waiting && !m_more)
         return false;
     const bool restarted = changed && HasRestarted();
     if (restarted)
         Restart();
-    const bool shown = Show();
+    const bool shown = Show(most);
     const bool first = m_first;
     m_first = false;
     return shown || restarted || first;
@@ -205,7 +203,7 @@ void Follower::StepBack(ShownLog& place, CQmLogReader& reader)
 
 void Follower::Restart()
 {
-    m_messages << "logtool: a new session has begun in " << LogFolder() << std::endl;
+    m_rows.SessionBegun();
     m_number = 0;
     for (ShownLog& place : m_places)
     {
@@ -215,17 +213,18 @@ void Follower::Restart()
     }
 }
 
-bool Follower::Show()
+bool Follower::Show(std::size_t most)
 {
     LogStream stream(Logs(), LogStream::Content::Text);
     for (std::size_t log = 0; log < m_places.size(); ++log)
         stream.StartAt(log, m_places[log].index);
-    bool shown = false;
+    std::size_t shown = 0;
     m_waiting = false;
-    while (const LogEntry* const entry = stream.Next())
-        shown = ShowEntry(m_places[entry->log], *entry) || shown;
-    m_output.Flush();
-    return shown;
+    for (const LogEntry* entry = stream.Next(); entry && shown < most; entry = stream.Next())
+        shown += ShowEntry(m_places[entry->log], *entry) ? 1 : 0;
+    m_more = shown >= most;
+    m_rows.Flush();
+    return shown > 0;
 }
 
 bool Follower::ShowEntry(ShownLog& place, const LogEntry& entry)
@@ -240,7 +239,7 @@ bool Follower::ShowEntry(ShownLog& place, const LogEntry& entry)
         m_waiting = true;
         return false;
     }
-    m_output.Row(place.log, entry, skip);
+    m_rows.Row(place.log, entry, skip);
     MarkShown(place, entry);
     return true;
 }
@@ -281,4 +280,4 @@ std::vector<std::string> Follower::Logs() const
     return logs;
 }
 
-} // namespace logtool
+} // namespace msgservice

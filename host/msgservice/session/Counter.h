@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace logtool
+namespace msgservice
 {
 
 // Asked without the lock, so that looking at logs never waits for who holds it, and without making the file,
@@ -17,4 +17,4 @@ std::optional<std::uint32_t> LastNumber();
 // writes.
 unsigned long CountersError();
 
-} // namespace logtool
+} // namespace msgservice

@@ -1,8 +1,8 @@
-#include "logtool/LogPages.h"
+#include "msgservice/session/LogPages.h"
 
 #include <algorithm>
 
-namespace logtool
+namespace msgservice
 {
 
 namespace
@@ -144,4 +144,4 @@ void LogPages::FindStretch(unsigned long index)
     m_stretchEnd = end;
 }
 
-} // namespace logtool
+} // namespace msgservice

@@ -1,9 +1,9 @@
-#include "logtool/LogStream.h"
+#include "msgservice/session/LogStream.h"
 
 #include <algorithm>
 #include <cctype>
 
-namespace logtool
+namespace msgservice
 {
 
 bool IsSameName(std::string_view left, std::string_view right)
@@ -105,4 +105,4 @@ std::uint64_t LogStream::Unreadable() const
     return count;
 }
 
-} // namespace logtool
+} // namespace msgservice

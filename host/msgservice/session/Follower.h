@@ -1,14 +1,14 @@
-// Shows growing logs bit by bit.
+// Tells of growing logs bit by bit.
 #pragma once
 
-#include "logtool/TextOutput.h"
+#include "msgservice/session/LogStream.h"
 
 #include <cstdint>
-#include <iosfwd>
+#include <limits>
 #include <string>
 #include <vector>
 
-namespace logtool
+namespace msgservice
 {
 
 // How far the logs have been shown, in a form that outlives the process.
@@ -29,12 +29,24 @@ struct Cursor
     std::vector<Lag> lags;
 };
 
+// Is told what a follower finds.
+class FollowedRows
+{
+public:
+    virtual ~FollowedRows() = default;
+
+    // A row of log `name`. `skip` bytes of its text were told before.
+    virtual void Row(const std::string& name, const LogEntry& entry, std::size_t skip) = 0;
+    virtual void SessionBegun() = 0; // all that follows is of a new session
+    virtual void Flush() {}          // no more for the moment
+};
+
 // Holds no file open between two calls, so that a new session can delete the files.
 class Follower
 {
 public:
-    // Begins with the first row of each log. `messages` hears of new sessions.
-    Follower(const std::vector<std::string>& logs, TextOutput& output, std::ostream& messages);
+    // Begins with the first row of each log.
+    Follower(const std::vector<std::string>& logs, FollowedRows& rows);
 
     // Where to begin instead; one of these before the first Poll.
     void StartAtLast(std::uint32_t rows);     // the last `rows` rows of all logs
@@ -49,8 +61,12 @@ public:
     // all. When the counter has become less, or the row shown last another, a new session has begun, which is
     // shown from its beginning. Rows that are gone from the end of a log are not: a writer takes back what it
     // could not write in full, and cuts what a killed one has left. What was shown of them is not shown
-    // again.
-    bool Poll();
+    // again. After `most` rows it leaves the rest to the next call.
+    bool Poll(std::size_t most = std::numeric_limits<std::size_t>::max());
+
+    // Whether the last call has left rows after `most` to the next one, or an unfinished line.
+    bool HasMore() const { return m_more; }
+    bool HoldsLine() const { return m_waiting; }
 
     Cursor Position() const;
 
@@ -71,7 +87,7 @@ private:
     bool Look();
     bool HasRestarted();
     void Restart();
-    bool Show();
+    bool Show(std::size_t most);
     bool ShowEntry(ShownLog& place, const LogEntry& entry);
     void MarkShown(ShownLog& place, const LogEntry& entry);
     std::vector<std::string> Logs() const;
@@ -79,12 +95,12 @@ private:
     void StepBack(ShownLog& place, CQmLogReader& reader);
 
     std::vector<ShownLog> m_places;
-    TextOutput& m_output;
-    std::ostream& m_messages;
+    FollowedRows& m_rows;
     std::uint32_t m_number = 0;  // the greatest shown
     std::uint32_t m_counter = 0; // the last number given out when rows were last read
     bool m_first = true;
+    bool m_more = false;    // rows are left to the next call
     bool m_waiting = false; // an unfinished line is held back
 };
 
-} // namespace logtool
+} // namespace msgservice

@@ -1,0 +1,99 @@
+#include "msgservice/session/SessionSource.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace msgservice
+{
+
+namespace
+{
+
+constexpr std::size_t kRowsAtOnce = 50'000;
+
+struct KindLevel
+{
+    QmLogBlockKind kind;
+    std::uint32_t level;
+    const char* name;
+};
+constexpr KindLevel kKinds[] = {{kDetailKind, kDebugLevel, "Detail"},
+                                {kPlainKind, kInfoLevel, "Plain"},
+                                {kNoticeKind, kWarningLevel, "Notice"},
+                                {kErrorKind, kErrorLevel, "Error"}};
+
+const KindLevel* FindKind(QmLogBlockKind kind)
+{
+    const auto* const found = std::find_if(std::begin(kKinds), std::end(kKinds),
+                                           [&](const KindLevel& entry) { return entry.kind == kind; });
+    return found != std::end(kKinds) ? found : nullptr;
+}
+
+} // namespace
+
+std::uint32_t LevelOfKind(QmLogBlockKind kind)
+{
+    const KindLevel* const found = FindKind(kind);
+    return found ? found->level : kInfoLevel;
+}
+
+std::string NameOfKind(QmLogBlockKind kind)
+{
+    const KindLevel* const found = FindKind(kind);
+    return found ? found->name : std::to_string(static_cast<std::uint32_t>(kind));
+}
+
+class SessionSource::Rows : public FollowedRows
+{
+public:
+    void Row(const std::string& name, const LogEntry& entry, std::size_t skip) override
+    {
+        const std::string number = std::to_string(entry.row.time);
+        const std::string level = NameOfKind(entry.row.kind);
+        m_text = entry.text.substr(skip);
+        m_text.erase(m_text.find_last_not_of("\r\n") + 1);
+        std::replace(m_text.begin(), m_text.end(), '\0', ' ');
+        MessageFields fields;
+        fields.timestamp = number;
+        fields.time = static_cast<Time>(entry.row.time);
+        fields.level = LevelOfKind(entry.row.kind);
+        fields.levelText = level;
+        fields.topic = name;
+        fields.body = m_text;
+        fields.indent = entry.row.indent;
+        fields.sourceLine = static_cast<std::int32_t>(entry.index + 1);
+        fields.countsSourceLine = true;
+        sink->Add(fields);
+    }
+
+    void SessionBegun() override { notices += "A new session has begun in the log folder\n"; }
+
+    MessageSink* sink = nullptr; // during a Read
+    std::string notices;
+
+private:
+    std::string m_text;
+};
+
+SessionSource::SessionSource(const std::vector<std::string>& logs, Until until)
+    : m_until(until), m_rows(std::make_unique<Rows>()), m_follower(logs, *m_rows)
+{
+}
+
+SessionSource::~SessionSource() = default;
+
+MessageSource::State SessionSource::Read(MessageSink& sink)
+{
+    m_rows->sink = &sink;
+    m_follower.Poll(kRowsAtOnce);
+    if (m_follower.HasMore() || (m_follower.HoldsLine() && m_until == Until::Now))
+        return State::More;
+    return m_until == Until::Now ? State::Ended : State::Waiting;
+}
+
+std::string SessionSource::TakeNotices()
+{
+    return std::exchange(m_rows->notices, {});
+}
+
+} // namespace msgservice

@@ -1,0 +1,46 @@
+// The rows of a session's logs as messages.
+#pragma once
+
+#include "msgservice/MessageSource.h"
+#include "msgservice/session/Follower.h"
+
+#include <memory>
+
+namespace msgservice
+{
+
+// What a block's kind is as a level, and its name: detail is 1, plain 2, notice 3 and error 4; a host's own
+// kinds are 2 and named by their number.
+std::uint32_t LevelOfKind(QmLogBlockKind kind);
+std::string NameOfKind(QmLogBlockKind kind);
+
+// A row is a message. Topic is its log and source line its number there, from 1 on, so that a message leads
+// to its row; timestamp and time are its sequence number, the level is that of its block's kind, and the
+// indentation is its depth.
+//
+// The logs lie in the log folder. Rows come in the order of their numbers; later, in the order in which they
+// are found. Of a line that goes on after it was found complete the rest is another message.
+class SessionSource : public MessageSource
+{
+public:
+    enum class Until
+    {
+        Now,    // the rows that there are
+        Forever // and those that come
+    };
+
+    SessionSource(const std::vector<std::string>& logs, Until until);
+    ~SessionSource() override;
+
+    State Read(MessageSink& sink) override;
+    std::string TakeNotices() override;
+
+private:
+    class Rows;
+
+    Until m_until;
+    std::unique_ptr<Rows> m_rows;
+    Follower m_follower;
+};
+
+} // namespace msgservice

@@ -1,0 +1,112 @@
+// The rows of a session as messages.
+#include "msgservice/session/SessionSource.h"
+#include "QmLogWriter.h"
+#include "tests/support/MemorySession.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace msgservice;
+
+class MessageLines : public MessageSink
+{
+public:
+    void Add(const MessageFields& message) override
+    {
+        lines += std::string(message.timestamp) + " " + std::to_string(message.time) + " " +
+                 std::to_string(message.level) + std::string(message.levelText) + " " +
+                 std::string(message.topic) + ":" + std::to_string(message.sourceLine) + " " +
+                 std::string(message.indent, '.') + std::string(message.body) + "\n";
+    }
+
+    std::string lines;
+};
+
+class SessionSourceTest : public testing::Test, protected MemorySession
+{
+protected:
+    SessionSourceTest()
+    {
+        m_main.SetFilePath("Main");
+        m_run.SetFilePath("Run");
+    }
+
+    // All that the source has at the moment, and the state that it ends with.
+    std::string Read(SessionSource& source)
+    {
+        MessageLines sink;
+        MessageSource::State state = MessageSource::State::More;
+        while (state == MessageSource::State::More)
+            state = source.Read(sink);
+        return sink.lines + (state == MessageSource::State::Ended ? "ended\n" : "");
+    }
+
+    CQmLogWriter m_main;
+    CQmLogWriter m_run;
+};
+
+TEST_F(SessionSourceTest, ARowIsAMessageThatLeadsBackToIt)
+{
+    m_main.WriteLine("one");
+    m_run.BlockBegin(kErrorKind);
+    m_run.WriteLine("two");
+    m_run.BlockBegin(kDetailKind);
+    m_run.WriteLine("three\r");
+    m_run.BlockBegin(static_cast<QmLogBlockKind>(77));
+    m_main.WriteLine("four");
+    m_run.WriteLine("five");
+    m_run.BlockBegin(kNoticeKind);
+    m_run.Write("six"); // without its end
+    SessionSource source({"Main", "Run"}, SessionSource::Until::Now);
+    EXPECT_EQ("1 1 2Plain Main:1 one\n"
+              "2 2 4Error Run:1 .two\n"
+              "3 3 1Detail Run:2 ..three\n"
+              "4 4 277 Run:3 ...five\n"
+              "5 5 2Plain Main:2 four\n"
+              "6 6 3Notice Run:4 ....six\n"
+              "ended\n",
+              Read(source));
+}
+
+TEST_F(SessionSourceTest, FollowsWhatIsWrittenAndANewSession)
+{
+    SessionSource source({"Main", "Run"}, SessionSource::Until::Forever);
+    EXPECT_EQ("", Read(source));
+    m_main.Write("one\ntwo");
+    EXPECT_EQ("1 1 2Plain Main:1 one\n", Read(source)) << "the second line may go on";
+    EXPECT_EQ("2 2 2Plain Main:2 two\n", Read(source)) << "it has not";
+    EXPECT_EQ("", Read(source));
+    m_main.Write(" and more\n");
+    m_run.Write("three\n");
+    EXPECT_EQ("2 2 2Plain Main:2  and more\n4 4 2Plain Run:1 three\n", Read(source));
+    EXPECT_EQ("", source.TakeNotices());
+
+    for (const char* const name : {"Main.LOG", "Run.LOG"})
+        files.SetContents(Path(name), "");
+    files.SetContents(Path("Main.ROW"), "");
+    files.SetContents(Path("Run.ROW"), "");
+    files.SetContents(Path("Log.DAT"), "");
+    EXPECT_EQ("", Read(source));
+    EXPECT_EQ("A new session has begun in the log folder\n", source.TakeNotices());
+}
+
+// A long session comes piece by piece, and nothing twice.
+TEST_F(SessionSourceTest, ALongSessionComesInPieces)
+{
+    std::string text;
+    for (int i = 0; i < 60'000; ++i)
+        text += std::to_string(i) + "\n";
+    m_main.Write(text.c_str());
+    SessionSource source({"Main"}, SessionSource::Until::Now);
+    MessageLines sink;
+    int pieces = 1;
+    for (; source.Read(sink) == MessageSource::State::More; ++pieces)
+        EXPECT_FALSE(sink.lines.empty());
+    EXPECT_EQ(2, pieces);
+    EXPECT_EQ(60'000, std::count(sink.lines.begin(), sink.lines.end(), '\n'));
+    EXPECT_TRUE(sink.lines.ends_with("60000 60000 2Plain Main:60000 59999\n"));
+}
+
+} // namespace

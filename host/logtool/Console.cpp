@@ -11,6 +11,8 @@
 namespace logtool
 {
 
+using msgservice::IsSameName;
+
 namespace
 {
 
@@ -194,16 +196,15 @@ std::vector<std::string> Console::ListLogs()
     {
         std::string name = file.cFileName;
         const std::string extension = name.size() > 4 ? name.substr(name.size() - 4) : "";
-        if (!msgservice::IsSameName(extension, ".LOG") && !IsSameName(extension, ".ROW"))
+        if (!IsSameName(extension, ".LOG") && !IsSameName(extension, ".ROW"))
             continue;
         name.resize(name.size() - 4);
-        const auto isSame = [&](const std::string& log) { return msgservice::IsSameName(log, name); };
+        const auto isSame = [&](const std::string& log) { return IsSameName(log, name); };
         const bool foreign = name.find('?') != std::string::npos; // not in the code page, so no log of ours
         // The library drops what follows the last dot of a name.
         if (name.find('.') != std::string::npos)
             name += ".LOG";
-        if (!foreign && !msgservice::IsSameName(name, "QmLog") &&
-            std::none_of(logs.begin(), logs.end(), isSame))
+        if (!foreign && !IsSameName(name, "QmLog") && std::none_of(logs.begin(), logs.end(), isSame))
             logs.push_back(name);
     }
     if (search != INVALID_HANDLE_VALUE)

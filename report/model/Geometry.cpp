@@ -44,7 +44,9 @@ RowRange Geometry::RowsUpTo(int last)
 {
     int first = last;
     int hidden = 0;
-    std::int64_t room = std::int64_t{m_view.report.Height()} - HeightOf(last);
+    std::int64_t room = m_view.report.Height();
+    if (last < m_source.RowCount()) // a program may scroll past the end
+        room -= HeightOf(last);
     while (first > 0 && hidden <= kMaxHidden)
     {
         const int height = HeightOf(first - 1);

@@ -25,6 +25,7 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
         control.AskFor(10);
         control.Define(1);
         control.answer = [&](_RVITEM& question) {
+            EXPECT_EQ(RVIM_TEXT | RVIM_TEXTCOLOR, question.mask & ~RVIM_STATE) << "whatever is wanted";
             if (question.item == 9)
                 return false;
             if (question.item == 5)
@@ -36,9 +37,10 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
             return true;
         };
         FetchedCell fetched;
-        ASSERT_TRUE(control.items.Fetch(5, 1, RVIM_TEXT, fetched));
+        ASSERT_TRUE(control.items.Fetch(5, -1, RVIM_TEXT, fetched));
+        EXPECT_EQ("5\x07x", fetched.cell.text) << "all of a preview";
+        ASSERT_TRUE(control.items.Fetch(5, 1, RVIM_STATE, fetched));
         EXPECT_EQ((report::Cell{1, -1, -1, -1, true, "5"}), fetched.cell) << "a text ends at the separator";
-        EXPECT_STREQ("5\x07x", fetched.item->previewText.c_str());
         ASSERT_TRUE(control.items.Fetch(9, 1, RVIM_TEXT, fetched));
         EXPECT_FALSE(fetched.cell.hasText) << "the default item's";
         EXPECT_FALSE(control.items.Fetch(10, 1, RVIM_TEXT, fetched));
@@ -96,12 +98,7 @@ TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
 TEST(FindItem, LooksAtEachItemOnceFromTheNextOneOn)
 {
     constexpr std::uint32_t kWrapBack = RVFI_WRAP | RVFI_BACKWARD;
-    const struct
-    {
-        std::uint32_t flags;
-        int start, count;
-        const char* looked;
-    } cases[] = {
+    const std::tuple<std::uint32_t, int, int, const char*> cases[] = {
         {0, -1, 3, "0 1 2 "},
         {0, 1, 4, "2 3 "},
         {0, -2, 2, "-1 0 1 "},
@@ -119,18 +116,14 @@ TEST(FindItem, LooksAtEachItemOnceFromTheNextOneOn)
         {kWrapBack, INT_MIN, 2, "1 0 -1 "},
         {kWrapBack, 0, 0, "-1 "},
     };
-    for (const auto& each : cases)
+    for (const auto& [flags, start, count, expected] : cases)
     {
         std::string looked;
         int last = RVI_NONE;
-        const auto look = [&](int item) {
-            looked += std::to_string(last = item) + ' ';
-            return false;
-        };
-        EXPECT_EQ(RVI_NONE, report::FindItem(each.flags, each.start, each.count, look));
-        EXPECT_EQ(each.looked, looked) << each.flags << " from " << each.start << " of " << each.count;
-        const auto match = [&](int item) { return item == last; };
-        EXPECT_EQ(last, report::FindItem(each.flags, each.start, each.count, match));
+        const auto look = [&](int item) { return looked += std::to_string(last = item) + ' ', false; };
+        EXPECT_EQ(RVI_NONE, report::FindItem(flags, start, count, look));
+        EXPECT_EQ(expected, looked) << flags << " from " << start << " of " << count;
+        EXPECT_EQ(last, report::FindItem(flags, start, count, [&](int item) { return item == last; }));
     }
 }
 
@@ -138,11 +131,8 @@ TEST(FindItem, MatchesWhenEachCriterionHolds)
 {
     const report::Cell cell{3, -1, 0, -1, true, "Text"};
     constexpr std::uint32_t kAll = RVFI_TEXT | RVFI_IMAGE | RVFI_CHECK | RVFI_ITEMDATA;
-    const struct
-    {
-        _RVFINDINFO info;
-        bool full, bare; // on the cell, and on one that has nothing
-    } cases[] = {
+    const std::tuple<_RVFINDINFO, bool, bool> cases[] = {
+        // on the cell, and on one that has nothing
         {{0, "x", 9, 9, 9}, true, true},
         {{kAll, "Text", 3, 0, 7}, true, false},
         {{kAll, "Text", 3, 1, 7}, false, false},
@@ -156,20 +146,30 @@ TEST(FindItem, MatchesWhenEachCriterionHolds)
         {{RVFI_CHECK, nullptr, -1, -1}, false, false},
         {{RVFI_ITEMDATA, nullptr, -1, -1, 7}, true, true},
     };
-    for (const auto& each : cases)
-    {
-        EXPECT_EQ(each.full, report::Matches(each.info, cell, 7)) << &each - cases;
-        EXPECT_EQ(each.bare, report::Matches(each.info, {}, 7)) << &each - cases;
-    }
+    for (const auto& [info, full, bare] : cases)
+        EXPECT_EQ(std::pair(full, bare),
+                  std::pair(report::Matches(info, cell, 7), report::Matches(info, {}, 7)))
+            << info.flags;
 }
 
-TEST(FindItem, AsksWithAllThatItMayCompare)
+// What a subclass that keeps records by itself is asked for.
+TEST(Items, AskWithAllThatIsNeeded)
 {
     ModelControl control;
     control.Define(1);
     control.rows.InsertItem(0);
-    EXPECT_EQ(0, control.items.Find({RVFI_ITEMDATA, nullptr, 0, 0, 0}, 0, -1));
-    EXPECT_EQ(RVIM_TEXT | RVIM_IMAGE | RVIM_CHECK | RVIM_ITEMDATA, control.mask);
+    const std::pair<std::function<void()>, std::vector<unsigned>> acts[] = {
+        {[&] { control.items.Find({}, 0, -1); }, {RVIM_TEXT | RVIM_IMAGE | RVIM_CHECK | RVIM_ITEMDATA}},
+        {[&] { control.SetText(0, 0, "x"); }, {RVIM_TEXT | RVIM_STATE, 0}},
+        {[&] { control.items.SetState(0, 4, 4); }, {RVIM_STATE}},
+        {[&] { control.items.SetPreview(0, "", 0, -1); }, {RVIM_TEXT | RVIM_PREVIEWHEIGHT}},
+    };
+    for (const auto& [act, masks] : acts)
+    {
+        control.masks.clear();
+        act();
+        EXPECT_EQ(masks, control.masks);
+    }
 }
 
 // ---- Rows
@@ -191,31 +191,20 @@ TEST(Rows, LinkAnOwnersTreeItems)
             control.items.Stored().At(item).treeItem = &own[item];
         }
         own[0].expanded = 1;
-        control.compare = [](int, int) { return -7; };
+        control.compare = [&rows](int, int) { return rows.InsertItem(0) < 0 ? -7 : 7; }; // items stay
         rows.InsertTree(0, parent, report::kTreeLast, &own[0], true);
         rows.InsertTree(0, &own[0], nullptr, &own[1], true); // as at the end
         rows.InsertTree(0, parent, report::kTreeLast, &own[2], true);
         EXPECT_EQ(-7, rows.InsertTree(0, parent, report::kTreeSort, &own[3], true)) << "in front";
         EXPECT_EQ(1, own[2].level);
         EXPECT_EQ(2, own[1].level);
-        for (const int topLevel : {0, 2, 3})
-            own[topLevel].parent = parent; // as an owner may say afterwards
         rows.Build();
         EXPECT_EQ((std::vector<int>{3, 0, 1, 2}), rows.Map().Items());
-
-        report::Tree& tree = rows.GetTree();
-        bool isHidden = true;
-        EXPECT_EQ(&own[0], rows.Next(&own[1], RVGN_ROOT));
-        EXPECT_EQ(&own[3], rows.Next(&own[0], RVGN_PREVIOUS));
-        EXPECT_EQ(nullptr, rows.Next(&own[2], RVGN_PARENT));
-        EXPECT_EQ(&own[1], rows.VisibleAncestor(&own[1], isHidden));
-        EXPECT_TRUE(tree.IsDescendant(tree.Root(), &own[2]));
-
         EXPECT_TRUE(rows.DeleteItem(3)); // the first child of the root
         EXPECT_EQ(nullptr, own[3].nextSibling);
         EXPECT_TRUE(rows.DeleteTreeItem(&own[0]));
         EXPECT_EQ(1, rows.Count());
-        EXPECT_EQ(&own[2], tree.Root()->firstChild);
+        EXPECT_EQ(&own[2], rows.GetTree().Root()->firstChild);
         EXPECT_EQ(0, own[2].item);
     }
 }
@@ -235,39 +224,6 @@ TEST(Rows, FindNothingAtNoTreeItem)
     rows.Build(nullptr); // appends nothing
     EXPECT_EQ(0, rows.Count());
     EXPECT_FALSE(rows.DeleteTreeItem(nullptr));
-}
-
-// Tree items a, with b and c below it, and e; below c is d, and below that f.
-TEST(Rows, TellWhatLiesAroundATreeItem)
-{
-    ModelControl control;
-    report::Rows& rows = control.rows;
-    rows.SetMode(false, true);
-    _TREEITEM* handles[] = {report::kTreeRoot, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
-    for (const auto& [item, parent] : {std::pair(1, 0), {2, 1}, {3, 1}, {4, 3}, {5, 0}, {6, 4}})
-        handles[item] = rows.InsertTreeItem(handles[parent], report::kTreeLast, nullptr, 0, true);
-    rows.Expand(handles[1], RVE_EXPAND);
-    rows.Focus(2, -1);
-    // Top, next, previous, parent, first child and focus; what shows it; how many are below it, and in all.
-    const char* const around[] = {"ae--bca24", "ac-a-cb00", "a-badcc12",
-                                  "a--cfcc11", "e-a--ce00", "a--d-cc00"};
-    const auto nameOf = [](const _TREEITEM* item) {
-        return item ? static_cast<char>('a' + item->item) : '-';
-    };
-    for (int item = 0; item < 6; ++item)
-    {
-        _TREEITEM* const handle = handles[item + 1];
-        std::string text;
-        for (unsigned code = RVGN_ROOT; code <= RVGN_FOCUSED; ++code)
-            text += nameOf(rows.Next(handle, code));
-        bool isHidden = false;
-        text += nameOf(rows.VisibleAncestor(handle, isHidden));
-        text += std::to_string(report::Tree::Count(handle, false));
-        text += std::to_string(report::Tree::Count(handle, true));
-        EXPECT_EQ(around[item], text);
-        EXPECT_EQ(item == 3 || item == 5, isHidden) << item;
-        EXPECT_EQ(item == 0 || item == 2, rows.GetTree().IsDescendant(handle, handles[4])) << item;
-    }
 }
 
 TEST(Rows, FormNoTreeInCallbackMode)
@@ -298,9 +254,13 @@ TEST(Rows, FormNoTreeInCallbackMode)
     EXPECT_EQ(0, rows.Count());
     rows.SetMode(false, false);
     EXPECT_EQ(1, rows.Count());
-    EXPECT_TRUE(rows.Focus(0, -1));
-    rows.SetMode(true, false);
-    EXPECT_EQ(report::kNoRow, rows.FocusedRow()) << "of other items";
+    for (const bool isList : {true, false})
+    {
+        EXPECT_TRUE(rows.SetOrder({0}) && rows.Focus(0, -1));
+        isList ? static_cast<void>(rows.SetOrder({9})) : rows.SetMode(true, false);
+        EXPECT_EQ(report::kNoRow, rows.FocusedRow()) << "of other items";
+        EXPECT_EQ(0u, control.items.Stored().At(0).state);
+    }
 }
 
 // Everything there is, in words.

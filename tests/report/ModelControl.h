@@ -17,8 +17,7 @@ public:
     std::function<int(int item1, int item2)> compare;
     std::function<bool(_RVITEM&)> answer;    // of the owner, in callback mode
     std::function<bool(report::Item&)> load; // instead of asking the owner
-    unsigned mask = 0;                       // of the last look at a record
-    int looks = 0;
+    std::vector<unsigned> masks;             // of the looks at records
 
     report::Items items{*this};
     report::Rows rows{items, *this, *this};
@@ -26,8 +25,7 @@ public:
 
     report::Item& GetItemStruct(int item, int subitem, unsigned asked) override
     {
-        mask = asked;
-        ++looks;
+        masks.push_back(asked);
         report::Item& record = items.Record(item, subitem, asked);
         return copies ? *(m_copy = std::make_unique<report::Item>(record)) : record; // the last one goes
     }

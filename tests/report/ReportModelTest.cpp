@@ -195,6 +195,31 @@ protected:
         return static_cast<int>(fetched.item->itemData);
     }
 
+    // What lies around a tree item.
+    void ExpectAround(int name, int other)
+    {
+        const Names above = Above(name), below = Below(name, true);
+        const Names &siblings = nodes[above[0]].children, &children = nodes[name].children;
+        const std::size_t place = static_cast<std::size_t>(IndexOf(siblings, name));
+        const int around[] = {above.size() > 1 ? above[above.size() - 2] : name,
+                              place + 1 < siblings.size() ? siblings[place + 1] : 0,
+                              place > 0 ? siblings[place - 1] : 0,
+                              above[0],
+                              children.empty() ? 0 : children[0],
+                              focus};
+        _TREEITEM* const handle = nodes[name].handle;
+        for (unsigned code = RVGN_ROOT; code <= RVGN_FOCUSED; ++code)
+            EXPECT_EQ(around[code] > 0 ? nodes[around[code]].handle : nullptr, rows.Next(handle, code))
+                << code;
+        bool isHidden = false;
+        EXPECT_EQ(nodes[Shown(name)].handle, rows.VisibleAncestor(handle, isHidden));
+        EXPECT_EQ(Shown(name) != name, isHidden);
+        EXPECT_EQ(static_cast<int>(children.size()), report::Tree::Count(handle, false));
+        EXPECT_EQ(static_cast<int>(below.size()), report::Tree::Count(handle, true));
+        EXPECT_EQ(IndexOf(below, other) < static_cast<int>(below.size()),
+                  rows.GetTree().IsDescendant(handle, nodes[other].handle));
+    }
+
     // ---- Operations, done to both
 
     // A new item has to be told apart.
@@ -246,6 +271,8 @@ protected:
                                                   : report::kTreeRoot;
         node.handle = rows.InsertTreeItem(under, after, node.text.c_str(), 0, ascending);
         ASSERT_NE(nullptr, node.handle);
+        if (parent == 0 && Random(2) == 0)
+            node.handle->parent = under; // as an owner may know the root, or not at all
         Name(node.handle->item, name);
     }
     void Delete()
@@ -280,6 +307,9 @@ protected:
     }
     void Sort()
     {
+        for (const int above : (tree && focus > 0 && Random(2)) ? Above(focus) : Names())
+            if (nodes[above].expanded) // hides what has the focus
+                nodes[above].expanded = !rows.Expand(nodes[above].handle, RVE_COLLAPSE);
         const Names before = Look();
         const bool alone = first != 0 && first == focus && last == focus;
         ascending = Random(2) == 0;
@@ -342,10 +372,17 @@ protected:
             DeleteAll();
         else if (what < 15 && tree && name != 0)
             Expand(name);
-        else if (what == 15 && !all.empty() && Random(5) == 0)
+        else if (what == 15 && !all.empty())
             Sort();
         else if (what < 15 && !tree && all.size() > 1)
             what == 14 ? Shuffle() : MoveDown();
+        else if (what == 16 && tree && name != 0)
+        {
+            Look();
+            rows.TakeFocus();
+            rows.PutFocus(nodes[name].handle);
+            focus = name;
+        }
         else if (what > 15 && !all.empty())
             Select(Look());
     }
@@ -372,7 +409,12 @@ TEST_P(ReportModel, AgreesWithAPlainOne)
         SCOPED_TRACE("step " + std::to_string(step) + ", " + std::to_string(what));
         ASSERT_NO_FATAL_FAILURE(Step(what));
         if (!tree || Random(3) != 0) // the rows are not asked for after each step
+        {
             ASSERT_EQ(Expected(), Actual());
+            const Names all = Below(0, true);
+            if (tree && !all.empty())
+                ExpectAround(At(all, Random(all.size())), At(all, Random(all.size())));
+        }
     }
     EXPECT_THROW(rows.ItemAt(rows.Count()), std::invalid_argument);
     EXPECT_THROW(rows.ItemAt(-3), std::invalid_argument);

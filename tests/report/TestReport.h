@@ -63,7 +63,8 @@ public:
     std::function<__int64(_RVITEM&)> load = [](_RVITEM&) { return 0; }; // what callback mode answers
     std::function<__int64(_NMRVITEMDRAW&)> drawPreview = [](_NMRVITEMDRAW&) { return 0; };
     bool refusesDrags = false;
-    int dpi = 0; // and the wheel's lines: those of the system, if 0
+    int hides = -1; // the subitem whose column goes when it changes
+    int dpi = 0;    // and the wheel's lines: those of the system, if 0
     unsigned wheelLines = 0;
 
     structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
@@ -150,6 +151,9 @@ protected:
         if (code == HDN_BEGINDRAG || code == HDN_ENDDRAG)
             moment(code == HDN_BEGINDRAG ? "drag" : "drop");
         *result = refusesDrags && code == HDN_BEGINDRAG;
-        return *result || CReportCtrl::OnNotify(wParam, lParam, result);
+        const BOOL handled = *result || CReportCtrl::OnNotify(wParam, lParam, result);
+        if (code == HDN_ITEMCHANGEDA || code == HDN_ITEMCHANGEDW)
+            DeactivateSubItem(std::exchange(hides, -1));
+        return handled;
     }
 };

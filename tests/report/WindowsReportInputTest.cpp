@@ -113,6 +113,10 @@ TEST_F(ReportInput, ParentIsAskedFirst)
     Key(VK_RIGHT);
     Key(VK_LEFT);
     EXPECT_EQ(2, asked.subitem) << "of the second column";
+    Key(VK_RIGHT);
+    ::SendMessage(header, HDM_DELETEITEM, 1, 0); // without the control's knowledge
+    Key(VK_DOWN);
+    EXPECT_EQ(-1, asked.subitem);
 }
 
 TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
@@ -197,6 +201,10 @@ TEST_F(ReportInput, DragSelectsAndScrolls)
 TEST_F(ReportInput, BarsScroll)
 {
     ShowRows(0, 100);
+    const auto thumb = [&](WPARAM code, int row) {
+        ::SetScrollPos(report, SB_VERT, row, FALSE), report.SendMessage(WM_VSCROLL, code);
+        return report.SendMessage(WM_VSCROLL, SB_LINEDOWN);
+    };
     const auto removeLast = [&] { return report.DeleteItem(report.GetItemCount() - 1); };
     Follow(
         {
@@ -209,6 +217,10 @@ TEST_F(ReportInput, BarsScroll)
             {"97 10 88", [&] { removeLast(), removeLast(); }}, // what is shown moves with the end
             {"97 10 3", [&] { report.EnsureVisible(3, 2); }},
             {"97 10 3", [&] { EXPECT_EQ(0, report.EnsureVisible(98, 0)); }},
+            {"97 10 88",
+             [&] { report.ScrollWindow(SB_VERT, 98), report.SendMessage(WM_VSCROLL, SB_PAGEUP); }},
+            {"97 10 31", [&] { thumb(SB_THUMBTRACK, 30); }},
+            {"97 10 51", [&] { thumb(SB_THUMBPOSITION, 50); }},
         },
         [&] {
             report.UpdateWindow();

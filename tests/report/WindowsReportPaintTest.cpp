@@ -282,6 +282,11 @@ TEST_F(ReportPaint, PictureLiesBehindTheRows)
         {scroll(0), spots(kRed, green)},
         {scroll(1), spots(green, kRed)},
         {scroll(2), spots(kRed, green)},
+        {[&] {
+             report.SetSubItemWidth(0, 51), report.ModifyStyle(0, RVS_CELLFOCUS), report.AdjustFocus(2, 1);
+         },
+         {All(CRect(50, top + 43, 51, top + 57), Color(RVSC_HIGHLIGHT)), // the cell's picture ends with it
+          All(CRect(52, top + 43, 53, top + 57), kRed)}},
         {[&] { EXPECT_EQ(1, report.SetBkImage(0u)); },
          {All(CRect(70, kHeight - 9, 90, kHeight), Color(RVSC_WINDOW))}},
     });

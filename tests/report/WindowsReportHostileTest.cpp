@@ -58,7 +58,8 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
         report.ActivateSubItem(1, 1);
         EXPECT_EQ(Line("ab", rows, "0 to -1 focus -2,-1 top 0"),
                   Line(Columns() + SortMark(), report.GetRowCount(), State()));
-        EXPECT_EQ(0u, report.GetItemState(1) & RVIS_FOCUSED) << style;
+        for (int item = 0; item < 4; ++item)
+            EXPECT_EQ(0u, report.GetItemState(item) & RVIS_FOCUSED) << style;
     }
 }
 

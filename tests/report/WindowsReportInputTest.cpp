@@ -241,6 +241,17 @@ TEST_F(ReportInput, BarsScroll)
             {"100", [&] { report.EnsureVisibleColumn(2); }},  // wider than the view: its left edge
         },
         [&] { return Line(report.GetScrollPos32(SB_HORZ)); });
+
+    ShowRows(RVS_TREE, 1);
+    _TREEITEM* const top = report.GetItemHandle(0);
+    for (int child = 0; child < 50; ++child)
+        report.InsertTreeItem(top, nullptr, "x");
+    report.Expand(top, RVE_EXPAND);
+    report.SendMessage(WM_VSCROLL, SB_BOTTOM);
+    report.Expand(top, RVE_COLLAPSE);
+    EXPECT_EQ("1 1", Line(report.GetRowCount(), report.GetTopIndex())) << "not painted yet";
+    report.UpdateWindow();
+    EXPECT_EQ(0, report.GetTopIndex());
 }
 
 TEST_F(ReportInput, WheelTurnsRowsAndColumns)

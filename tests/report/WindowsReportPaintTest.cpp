@@ -21,7 +21,10 @@ protected:
         report.InsertColor(0, kOdd);
         report.InsertColor(1, kRed);
     }
-    void Focus(bool focused) { report.SendMessage(focused ? WM_SETFOCUS : WM_KILLFOCUS); }
+    void Focus(bool focused)
+    {
+        report.SendMessage(focused ? WM_SETFOCUS : WM_KILLFOCUS, reinterpret_cast<WPARAM>(parent.m_hWnd));
+    }
     void Paint()
     {
         picture.dc.FillSolidRect(0, 0, kWidth, kHeight, RGB(9, 9, 9));

@@ -58,6 +58,7 @@ TEST_F(ReportRedraw, WhatHasChangedIsPainted)
         [&] { report.SelectRows(Below(8), Below(8), 1, Below(2), Below(2), 1); },
         [&] { report.SelectNone(); },
         [&] { Key(VK_RIGHT, both); }, // moves the column
+        [&] { DragHeader(report.GetSubItemWidth(0), 20 + Below(60)); },
     };
     for (int step = 0; step < 300; ++step)
     {

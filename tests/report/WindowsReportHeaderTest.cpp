@@ -92,6 +92,17 @@ TEST_F(ReportHeader, DividerChangesTheWidthWhileItIsDragged)
     report.DeactivateAllSubItems();
     EXPECT_EQ(0, report.ActivateSubItem(0, 0));
     EXPECT_EQ(80, report.GetSubItemWidth(0));
+
+    // Another window's columns are what the user, or the owner, has made of the header's items.
+    DragHeader(80, 70);
+    HDITEM item = {};
+    item.mask = HDI_FORMAT;
+    item.fmt = HDF_STRING | HDF_RIGHT;
+    EXPECT_TRUE(report.GetHeaderCtrl()->SetItem(0, &item));
+    Create();
+    report.ActivateSubItem(0, 0);
+    EXPECT_TRUE(report.GetHeaderCtrl()->GetItem(0, &item));
+    EXPECT_EQ(Line(70, HDF_STRING | HDF_RIGHT), Line(report.GetSubItemWidth(0), item.fmt));
 }
 
 TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
@@ -133,12 +144,7 @@ TEST_F(ReportHeader, DoubleClickOnADividerFitsTheColumn)
 
 TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
 {
-    const struct
-    {
-        DWORD style;
-        int from, to, y;
-        std::string columns;
-    } cases[] = {
+    const std::tuple<DWORD, int, int, int, std::string> cases[] = {
         {0, 25, 130, kHeaderY, "bca"},
         {0, 125, 5, kHeaderY, "cab"},
         {0, 25, 290, kHeaderY, "bca"}, // after the last
@@ -148,19 +154,19 @@ TEST_F(ReportHeader, DragsColumnsToPlacesAndOffTheHeader)
         {RVS_DRAGCOLUMNS, 75, 250, -30, "ac"},
         {RVS_DRAGCOLUMNS, 75, 70, kHeaderY, "abc"}, // no drag: its own place
     };
-    for (const auto& each : cases)
+    for (const auto& [style, from, to, y, columns] : cases)
     {
-        Show(WS_VISIBLE | each.style);
-        DragHeader(each.from, each.to, each.y);
-        EXPECT_EQ(each.columns, Columns()) << &each - cases;
+        Show(WS_VISIBLE | style);
+        DragHeader(from, to, y);
+        EXPECT_EQ(columns, Columns()) << Line(style, from, to, y);
         EXPECT_EQ(nullptr, ::GetCapture());
-        EXPECT_EQ(each.columns != "abc", ::GetUpdateRect(report, nullptr, FALSE) != 0);
+        EXPECT_EQ(columns != "abc", ::GetUpdateRect(report, nullptr, FALSE) != 0);
         report.refusesDrags = true;
         DragHeader(75, 5);
-        EXPECT_EQ(each.columns, Columns()) << "refused";
+        EXPECT_EQ(columns, Columns()) << "refused";
         report.refusesDrags = false;
         ClickHeader(25); // the header knows where its columns are now
-        EXPECT_EQ(each.columns.substr(0, 1) + '+', SortMark());
+        EXPECT_EQ(columns.substr(0, 1) + '+', SortMark());
     }
 }
 
@@ -332,6 +338,14 @@ TEST_F(ReportHeader, GoesWithTheColumns)
     ::GetWindowRect(header, shown);
     report.ScreenToClient(shown);
     EXPECT_EQ("-70 0 300", Line(shown.left, shown.top, shown.right));
+    report.ScrollWindow(SB_HORZ, 200);
+    MouseOnHeader(WM_LBUTTONDOWN, 498); // on the last divider
+    MouseOnHeader(WM_MOUSEMOVE, 220);
+    EXPECT_EQ(200, report.GetScrollPos32(SB_HORZ)) << "until the mouse lets it go";
+    MouseOnHeader(WM_LBUTTONUP, 220);
+    EXPECT_EQ(0, report.GetScrollPos32(SB_HORZ));
+    report.SetSubItemWidth(2, 400);
+    report.ScrollWindow(SB_HORZ, 70);
     report.ModifyStyle(0, RVS_DRAGCOLUMNS);
     DragHeader(125, 30); // where the header is not seen
     EXPECT_EQ("ab", Columns());
@@ -363,14 +377,16 @@ TEST_F(ReportHeader, SaysOverAColumnHowAClickSorts)
     const auto caption = [this](const char* text) {
         report.ModifyProperty(RVP_SORTCAPTION, reinterpret_cast<__int64>(text));
     };
-    EXPECT_EQ("Sort by: a", tip(25));
+    for (int window = 0; window < 2; ++window, Show(WS_VISIBLE)) // another one says it, too
+        EXPECT_EQ("Sort by: a", tip(25));
     EXPECT_EQ("Sort by: c", tip(125));
     EXPECT_EQ("", tip(50)); // a divider
     Follow(
         {
             {"%nb%s&", [&] { caption("%n%s%s&"); }},
             {"b", [&] { caption("%s"); }},
-            {"", [&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }},
+            {"", [&] { MouseOnHeader(WM_LBUTTONDOWN, 50); }}, // drags a divider
+            {"", [&] { MouseOnHeader(WM_LBUTTONUP, 50), tip(75), MouseOnHeader(WM_LBUTTONDOWN, 75); }},
             {"", [&] { ::ReleaseCapture(), report.ModifyStyle(0, RVS_NOHEADERSORT); }},
             {"", [&] { report.ModifyStyle(RVS_NOHEADERSORT, RVS_CALLBACK); }},
         },

@@ -33,11 +33,7 @@ ZEMA::String CellsOf(const std::string& text)
 
 TEST(CellCodec, ReadsNumbersUntilOneIsMissing)
 {
-    const struct
-    {
-        std::string text;
-        Cell cell;
-    } cases[] = {
+    const std::pair<std::string, Cell> cases[] = {
         {"", {}},
         {"|", {}},
         {"[|", {}},
@@ -58,25 +54,18 @@ TEST(CellCodec, ReadsNumbersUntilOneIsMissing)
         {"[\x0E 1,2,3,4,4]text|", {}},
         {"[-2147483648,2147483648,-99999999999999999999,4,4][]|", {INT_MIN, -1, -1, 4, true, "\x01\x02"}},
     };
-    for (const auto& each : cases)
-    {
-        const ZEMA::String first = CellsOf(each.text);
-        const ZEMA::String second = CellsOf("a|" + each.text);
-        EXPECT_EQ(each.cell, report::ReadCell(first, 0)) << each.text;
-        EXPECT_EQ(each.cell, report::ReadCell(first, -1)) << each.text;
-        EXPECT_EQ(each.cell, report::ReadCell(second, 1)) << each.text;
-    }
+    for (const auto& [text, cell] : cases)
+        for (const int field : {-1, 0, 1})
+        {
+            const ZEMA::String cells = CellsOf((field == 1 ? "a|" : "") + text);
+            EXPECT_EQ(cell, report::ReadCell(cells, field)) << text;
+        }
 }
 
 // C is a cell that is written, and U an undefined one.
 TEST(CellCodec, ChangesFieldByField)
 {
-    const struct
-    {
-        const char* before;
-        int field;
-        const char *written, *inserted, *removed;
-    } cases[] = {
+    const std::tuple<const char*, int, const char*, const char*, const char*> cases[] = {
         {"", 0, "C|", "U|", ""},
         {"", 2, "U|U|C|", "U|U|U|", ""},
         {"a", 0, "C|", "U|a", ""},
@@ -91,23 +80,23 @@ TEST(CellCodec, ChangesFieldByField)
     std::string undefined(report::UndefinedField()); // whatever the separator was before
     undefined.pop_back();
     for (const std::size_t length : {0, 1, 600})
-        for (const auto& each : cases)
+        for (const auto& [before, field, written, inserted, removed] : cases)
         {
             const std::string text(length, 'x');
             const std::string cell = "[7,-2147483648,0,-1," + std::to_string(length) + ']' + text;
-            const auto expect = [&](const char* wanted, const auto& act) {
+            const auto expect = [&, before = before, field = field](const char* wanted, const auto& act) {
                 std::string expected;
                 for (const char c : std::string(wanted))
                     expected += c == 'C' ? cell : c == 'U' ? undefined : std::string(1, c);
-                ZEMA::String cells = CellsOf(each.before);
-                act(cells);
-                EXPECT_EQ(Bytes(expected), cells.c_str()) << each.before << ' ' << each.field;
+                ZEMA::String cells = CellsOf(before);
+                act(cells, field);
+                EXPECT_EQ(Bytes(expected), cells.c_str()) << before << ' ' << field;
             };
-            expect(each.written, [&](ZEMA::String& cells) {
-                report::WriteCell(cells, each.field, {7, INT_MIN, 0, -1, true, text});
+            expect(written, [&](ZEMA::String& cells, int at) {
+                report::WriteCell(cells, at, {7, INT_MIN, 0, -1, true, text});
             });
-            expect(each.inserted, [&](ZEMA::String& cells) { report::InsertCell(cells, each.field); });
-            expect(each.removed, [&](ZEMA::String& cells) { report::RemoveCell(cells, each.field); });
+            expect(inserted, report::InsertCell);
+            expect(removed, report::RemoveCell);
         }
     ZEMA::String cells;
     report::WriteCell(cells, 1, {-1, -1, -1, -1, true, "within \x07 the cells"});
@@ -219,34 +208,29 @@ TEST(Cells, TakeWhatTheMaskNames)
 
 TEST(Cells, GiveAsMuchOfATextAsThereIsRoomFor)
 {
-    const struct
-    {
-        unsigned mask;
-        int subitem, textMax;
-        const char* text;
-        bool isWanted = true;
-    } cases[] = {
-        {RVIM_TEXT, 0, 0, "####"}, {RVIM_TEXT, 0, 1, ""},     {RVIM_TEXT, 0, 3, "ce"},
-        {RVIM_TEXT, 0, 4, "cel"},  {RVIM_TEXT, 0, 5, "cell"}, {0, 0, 5, "####", false},
-        {RVIM_TEXT, -1, 1, "pre"}, // whole: callers bring room for it
-    };
+    const std::tuple<unsigned, int, int, const char*> cases[] =
+        {
+            {RVIM_TEXT, 0, 0, "####"}, {RVIM_TEXT, 0, 1, ""},     {RVIM_TEXT, 0, 3, "ce"},
+            {RVIM_TEXT, 0, 4, "cel"},  {RVIM_TEXT, 0, 5, "cell"}, {0, 0, 5, "####"},
+            {RVIM_TEXT, -1, 1, "pre"}, // whole: callers bring room for it
+        };
     ModelControl control;
     control.Define(1);
     control.rows.InsertItem(0);
     control.SetText(0, 0, "cell");
     EXPECT_TRUE(control.items.SetPreview(0, "pre", 7, 3));
-    for (const auto& each : cases)
+    for (const auto& [mask, subitem, textMax, text] : cases)
     {
         char room[] = "####";
         _RVITEM record;
-        record.mask = each.mask;
-        record.subitem = each.subitem;
+        record.mask = mask;
+        record.subitem = subitem;
         record.text = room;
-        record.textMax = each.textMax;
+        record.textMax = textMax;
         EXPECT_TRUE(control.items.Read(record));
-        EXPECT_STREQ(each.text, room) << &each - cases;
-        EXPECT_EQ(each.isWanted, record.text != nullptr) << &each - cases;
-        EXPECT_EQ(each.subitem < 0 ? 3 : -1, record.textColor) << &each - cases;
+        EXPECT_STREQ(text, room) << textMax;
+        EXPECT_EQ(mask != 0, record.text != nullptr) << "it is wanted";
+        EXPECT_EQ(subitem < 0 ? 3 : -1, record.textColor);
         EXPECT_EQ(7, record.previewHeight);
     }
     char empty[] = "";

@@ -1,6 +1,9 @@
-// Where things are: cells against a table, rows and points against walks over all rows and pixels.
+// Where things are and what is invalidated: cells against a table, rows, bars and points against walks over
+// all rows and pixels.
+#include "report/model/DirtyRows.h"
 #include "report/model/ScrollPosition.h"
 #include "tests/report/Sheet.h"
+#include "tests/support/Random.h"
 
 #include "ReportItem.h"
 
@@ -9,7 +12,6 @@
 #include <algorithm>
 #include <climits>
 #include <functional>
-#include <random>
 #include <set>
 #include <vector>
 
@@ -22,43 +24,40 @@ using namespace report;
 
 TEST(CellLayout, DividesACellFromLeftToRight)
 {
-    const struct
-    {
-        int line;
-        int margin, image, check; // sizes
-        CellContents contents;
-        int width;                          // of the cell, from 100 on
-        int imageEnd, checkEnd, text, room; // where the parts end; the text's beginning and end
-        int measured;                       // with a text of 30
-    } cases[] = {
-        {__LINE__, 6, 16, 8, {}, 80, 106, 106, 106, 174, 42},
-        {__LINE__, 6, 16, 8, {true, true, false, false}, 80, 128, 142, 142, 174, 78},
-        {__LINE__, 6, 16, 8, {false, false, true, true}, 80, 128, 142, 142, 174, 42},
-        {__LINE__, 6, 0, 8, {true, true, false, false}, 80, 106, 120, 120, 174, 62}, // no list of images
-        {__LINE__, 6, 16, 0, {true, true, false, false}, 80, 128, 128, 128, 174, 70},
+    // Margin, width of image and of check box; the cell's contents and width, from 100 on; where image, check
+    // box and text end, where the text begins, and what is needed for a text of 30.
+    const std::tuple<std::array<int, 3>, CellContents, int, std::array<int, 5>> cases[] = {
+        {{6, 16, 8}, {}, 80, {106, 106, 174, 106, 42}},
+        {{6, 16, 8}, {true, true, false, false}, 80, {128, 142, 174, 142, 78}},
+        {{6, 16, 8}, {false, false, true, true}, 80, {128, 142, 174, 142, 42}},
+        {{6, 0, 8}, {true, true, false, false}, 80, {106, 120, 174, 120, 62}}, // no list of images
+        {{6, 16, 0}, {true, true, false, false}, 80, {128, 128, 174, 128, 70}},
         // A check box needs one pixel more than its width; room that is kept is kept in any case.
-        {__LINE__, 6, 16, 8, {true, true, false, false}, 42, 128, 128, 128, 136, 78},
-        {__LINE__, 6, 16, 8, {true, true, false, false}, 43, 128, 137, 142, 137, 78},
-        {__LINE__, 6, 16, 8, {true, false, false, true}, 42, 128, 136, 142, 136, 64},
-        {__LINE__, 0, 16, 8, {true, true, false, false}, 80, 116, 124, 124, 180, 54},
+        {{6, 16, 8}, {true, true, false, false}, 42, {128, 128, 136, 128, 78}},
+        {{6, 16, 8}, {true, true, false, false}, 43, {128, 137, 137, 142, 78}},
+        {{6, 16, 8}, {true, false, false, true}, 42, {128, 136, 136, 142, 64}},
+        {{0, 16, 8}, {true, true, false, false}, 80, {116, 124, 180, 124, 54}},
         // Narrower than its image.
-        {__LINE__, 6, 16, 8, {true, true, false, false}, 20, 114, 114, 128, 114, 78},
-        {__LINE__, 6, 16, 8, {}, 0, 94, 94, 106, 94, 42},
+        {{6, 16, 8}, {true, true, false, false}, 20, {114, 114, 114, 128, 78}},
+        {{6, 16, 8}, {}, 0, {94, 94, 94, 106, 42}},
     };
-    for (const auto& each : cases)
+    for (const auto& [sizes, contents, width, expected] : cases)
     {
         View view;
-        view.margin = each.margin;
-        view.imageWidth = each.image;
-        view.checkWidth = each.check;
+        view.margin = sizes[0];
+        view.imageWidth = sizes[1];
+        view.checkWidth = sizes[2];
         const CellLayout layout(view);
-        const CellParts parts = layout.PartsOf({100, 10, 100 + each.width, 30}, each.contents);
-        EXPECT_EQ((Rect{100 + each.margin, 10, each.imageEnd, 30}), parts.image) << "line " << each.line;
-        EXPECT_EQ(each.checkEnd, parts.check.right) << "line " << each.line;
-        EXPECT_EQ((Rect{each.text, 10, each.room, 30}), parts.text) << "line " << each.line;
-        EXPECT_EQ(each.measured, layout.ContentsWidth(each.contents, 30)) << "line " << each.line;
-        EXPECT_EQ(each.measured - 30, layout.ContentsWidth(each.contents, 0)) << "line " << each.line;
-        EXPECT_EQ(each.measured - each.margin - 30, layout.ContentsWidth(each.contents, -1));
+        const CellParts parts = layout.PartsOf({100, 10, 100 + width, 30}, contents);
+        const int needed = layout.ContentsWidth(contents, 30);
+        EXPECT_EQ(expected, (std::array{parts.image.right, parts.check.right, parts.text.right,
+                                        parts.text.left, needed}))
+            << width << ' ' << needed;
+        EXPECT_EQ(100 + view.margin, parts.image.left);
+        EXPECT_EQ(needed - 30, layout.ContentsWidth(contents, 0));
+        EXPECT_EQ(needed - view.margin - 30, layout.ContentsWidth(contents, -1));
+        for (const Rect& part : {parts.image, parts.check, parts.text})
+            EXPECT_TRUE(part.top == 10 && part.bottom == 30);
     }
 }
 
@@ -87,11 +86,8 @@ TEST(CellLayout, PutsPicturesInTheMiddleOfTheLine)
 class RandomSheet : public Sheet
 {
 public:
-    explicit RandomSheet(std::mt19937& random)
+    explicit RandomSheet(Random& below)
     {
-        const auto below = [&random](int limit) {
-            return static_cast<int>(random() % static_cast<unsigned>(limit));
-        };
         view.itemHeight = below(13);
         view.margin = below(4);
         view.imageWidth = below(2) * 9;
@@ -119,7 +115,7 @@ public:
 
 TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
 {
-    std::mt19937 random(5);
+    Random random(5);
     for (int round = 0; round < 1000; ++round)
     {
         RandomSheet sheet(random);
@@ -137,7 +133,7 @@ TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
                 --first;
             return first;
         };
-        const int row = static_cast<int>(random() % sheet.rows.size());
+        const int row = random(sheet.rows.size());
         const int top = sheet.view.topRow;
         int last = row;
         while (last + 1 < count && sheet.HeightOf(row, last + 1) <= room)
@@ -161,11 +157,11 @@ TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
             EXPECT_EQ(sheet.view.left, sheet.geometry.LeftToShow(static_cast<int>(none)));
 
         // Where the bars lead: not past the end, unless one is there already. Pages overlap by a row.
-        const std::int64_t x = sheet.view.left = random() % 9 == 0 ? INT_MAX : sheet.view.left;
+        const std::int64_t x = sheet.view.left = random(9) == 0 ? INT_MAX : sheet.view.left;
         last = top;
         while (last + 1 < count && sheet.HeightOf(top, last + 1) <= room)
             ++last;
-        const int thumb = static_cast<int>(random() % 300) - 20;
+        const int thumb = random(300) - 20;
         const std::pair<std::int64_t, std::int64_t> wanted[] = {
             {top - 1, x - line},
             {top + 1, x + line},
@@ -292,7 +288,7 @@ private:
 
 TEST(Geometry, EveryPointHitsWhatIsDrawnThere)
 {
-    std::mt19937 random(5);
+    Random random(5);
     for (int round = 0; round < 100; ++round)
     {
         RandomSheet sheet(random);
@@ -301,6 +297,60 @@ TEST(Geometry, EveryPointHitsWhatIsDrawnThere)
             for (const int x : picture.xs)
                 ASSERT_EQ(picture.At(x, y), sheet.geometry.HitTest(x, y)) << round << ' ' << x << ' ' << y;
     }
+}
+
+// ---- Positions
+
+// 100 rows of 10 pixels, of which 4 are seen, and a part of one.
+class HundredRows : public Sheet
+{
+public:
+    HundredRows()
+    {
+        rows.resize(100);
+        LayOut(view, 205, 45, 0, false);
+    }
+};
+
+TEST(ScrollPosition, IsCutToTheRowsAndComesBackOnceFromTooFar)
+{
+    HundredRows sheet;
+    ScrollPosition position(sheet.view);
+    const std::tuple<int, int, bool> cases[] = {{-1, 0, false}, {7, 7, true}, {7, 7, false}, {9, 8, true}};
+    for (const auto& [wanted, reached, moved] : cases)
+    {
+        EXPECT_EQ(moved, position.SetTop(wanted, 8));
+        EXPECT_EQ(reached, sheet.view.topRow);
+        EXPECT_EQ(moved, position.SetLeft(wanted, 8));
+        EXPECT_EQ(reached, sheet.view.left);
+    }
+    position.SetTop(99, 100);
+    EXPECT_FALSE(position.Fit(sheet.geometry)) << "a program may scroll so far";
+    position.MarkTooFar();
+    EXPECT_TRUE(position.IsTooFar() && position.Fit(sheet.geometry));
+    EXPECT_EQ(96, sheet.view.topRow);
+    EXPECT_FALSE(position.IsTooFar());
+    position.MarkTooFar();
+    EXPECT_FALSE(position.Fit(sheet.geometry)) << "nothing moves";
+}
+
+TEST(DirtyRows, AskForFewRangesInViewAndThenForAll)
+{
+    using Request = DirtyRows::Request;
+    HundredRows sheet;
+    sheet.view.topRow = 10; // rows to 14 are in view
+    DirtyRows dirty;
+    const std::tuple<int, int, Request> cases[] = {
+        {0, 9, Request::Nothing},   {15, 20, Request::Nothing}, {9, 10, Request::Rows},
+        {10, 10, Request::Nothing}, {14, 14, Request::Rows},    {14, 15, Request::Rows},
+        {11, 12, Request::Rows},    {13, 13, Request::All},     {11, 11, Request::Nothing}};
+    for (const auto& [first, last, request] : cases)
+        EXPECT_EQ(request, dirty.Add({first, last}, sheet.view)) << first << " to " << last;
+    EXPECT_EQ(Request::Nothing, dirty.AddAll());
+    dirty.Painted();
+    EXPECT_EQ(Request::Rows, dirty.Add({13, 13}, sheet.view));
+    EXPECT_EQ(Request::All, dirty.AddAll());
+    EXPECT_EQ(Request::Nothing, dirty.Add({12, 12}, sheet.view));
 }
 
 // ---- Limits

@@ -1,11 +1,11 @@
 #include "report/model/HeaderDrag.h"
+#include "tests/support/Random.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <numeric>
-#include <random>
 
 namespace
 {
@@ -16,18 +16,18 @@ using report::HeaderDrag;
 // Every point of random headers, scrolled and partly covered, some columns without width.
 TEST(HeaderDrag, LandsAtTheNearestGapAndMovesOnlyTheDraggedColumn)
 {
-    std::mt19937 random(5);
+    Random random(5);
     for (int round = 0; round < 300; ++round)
     {
-        const int count = static_cast<int>(random() % 6);
-        const int left = static_cast<int>(random() % 30) - 20;
+        const int count = random(6);
+        const int left = random(30) - 20;
         std::vector<int> widths;
         for (int i = 0; i < count; ++i)
-            widths.push_back(static_cast<int>(random() % 3 * (random() % 12)));
+            widths.push_back(random(3) * random(12));
         std::vector<int> edges = {left};
         for (const int width : widths)
             edges.push_back(edges.back() + width);
-        const int column = static_cast<int>(random() % static_cast<unsigned>(count + 1)) - 1;
+        const int column = random(count + 1) - 1;
         const HeaderDrag drag({0, 0, 40, 10}, left, widths, column);
         std::vector<int> items(static_cast<std::size_t>(count));
         std::iota(items.begin(), items.end(), 0);

@@ -1,12 +1,12 @@
 // What each key and click does, row by row; the keys that an owner switches on, and typing to a row.
 #include "report/model/ExtraKeys.h"
+#include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <climits>
 #include <map>
-#include <random>
 #include <set>
 #include <sstream>
 #include <string>
@@ -197,10 +197,8 @@ void Do(const std::string& acts, List& list)
 
 TEST(Input, MovesFocusAndSelection)
 {
-    const struct
-    {
-        const char *scene, *acts, *expected; // the focus is on row 5 and the anchor on 20
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        // the focus is on row 5, the anchor on 20
         {"", "Down", "anchor 6 focus 6 : select 6 6"},
         {"focus 9", "Down", "anchor 10 focus 10 top 1 : select 10 10"},
         {"", "ctrl+Down", "anchor 6 focus 6 : focus 6 6"},
@@ -268,21 +266,17 @@ TEST(Input, MovesFocusAndSelection)
         {"cellfocus 1 column 2", "X type x shift+X type x", ": not edit 5 2 120 not edit 5 2 120"},
         {"cellfocus 1 column 2", "ctrl+X type x Esc type x \x1e type x", ": not not not not not not"},
     };
-    for (const auto& each : cases)
+    for (const auto& [scene, acts, expected] : cases)
     {
-        List list(each.scene);
-        Do(each.acts, list);
-        EXPECT_EQ(each.expected, list.State()) << each.scene << ": " << each.acts;
+        List list(scene);
+        Do(acts, list);
+        EXPECT_EQ(expected, list.State()) << scene << ": " << acts;
     }
 }
 
 TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
 {
-    const struct
-    {
-        int keys;
-        const char *scene, *acts, *expected;
-    } cases[] = {
+    const std::tuple<int, const char*, const char*, const char*> cases[] = {
         {kFoldKeys, "", "Right", ": expand 5"},
         {kFoldKeys, "focus 2", "Right", "anchor 3 focus 3 : select 3 3"},
         {kFoldKeys, "focus 2", "shift+Right", "focus 3 : select 3 9"},
@@ -323,17 +317,17 @@ TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
         {kColumnKeys, "mark 0 width 3", "ctrl+-", ": width 0 3"},
         {kColumnKeys, "mark 4", "ctrl+*", ": not"}, // there is no such column any more
     };
-    for (const auto& each : cases)
+    for (const auto& [keys, what, acts, expected] : cases)
     {
-        const std::string scene = std::string("tree 1 rows 10 ") + each.scene + " keys ";
-        List on(scene + std::to_string(each.keys));
-        Do(each.acts, on);
-        EXPECT_EQ(each.expected, on.State()) << each.scene << ": " << each.acts;
+        const std::string scene = std::string("tree 1 rows 10 ") + what + " keys ";
+        List on(scene + std::to_string(keys));
+        Do(acts, on);
+        EXPECT_EQ(expected, on.State()) << what << ": " << acts;
         if (on.log.ends_with(" not"))
             continue;
-        List others(scene + std::to_string(kAllExtraKeys & ~each.keys));
-        Do(each.acts, others);
-        EXPECT_EQ(0u, others.State().find(": not")) << each.scene << ": " << each.acts;
+        List others(scene + std::to_string(kAllExtraKeys & ~keys));
+        Do(acts, others);
+        EXPECT_EQ(0u, others.State().find(": not")) << what << ": " << acts;
         EXPECT_EQ(std::string::npos, others.log.find_first_not_of(" not")) << others.log;
     }
 }
@@ -341,15 +335,12 @@ TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
 // Random typing, and the row that a plain search finds.
 TEST(ExtraKeys, TypingGoesToTheNextRowThatBeginsSo)
 {
-    std::mt19937 random(23);
-    const auto below = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
+    Random below(23);
     for (int round = 0; round < 300; ++round)
     {
         List list("rows " + std::to_string(below(8)));
         for (int row = 0; row < list.rows; ++row)
-            list.texts.push_back(std::string("aa b ab bba a b").substr(random() % 12, random() % 4));
+            list.texts.push_back(std::string("aa b ab bba a b").substr(below(12), below(4)));
         const auto search = [&list](int after, const std::string& text) {
             for (int row = after + 1; row <= after + list.rows; ++row)
                 if (list.texts[static_cast<std::size_t>(row % list.rows)].starts_with(text))

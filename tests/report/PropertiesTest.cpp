@@ -48,39 +48,33 @@ protected:
 TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
 {
     constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max();
-    const struct
+    const std::tuple<std::uint64_t, const char*, std::int64_t, const char*, std::vector<std::int64_t>>
+        cases[] = {
+            {RVP_MARGIN, "6", 0x7FFF, "32767", {-1, 0x8000, kHuge}},
+            {RVP_CHECKSIZE, "524296", 13 | 300 << 16, "19660813", {}},
+            {RVP_EMPTYTEXT, "<Empty list>", AddressOf("none"), "none", {0}},
+            {RVP_GRIDSTYLE, "2", 0, "0", {-1, 3}},
+            {RVP_SORTCAPTION, "Sort by: %s", AddressOf("%n"), "%n", {0}},
+            {RVP_NOTIFYMASK, "4294967295", -2, "4294967294", {}},
+            {RVP_UNUSED, "0", 5, "0", {}},
+            {RVP_CELLSEPARATOR, "7", 0xFF, "255", {0, 1, 2, ',', '-', '0', '9'}},
+            {RVP_SHOWPREVIEW, "1", 0, "0", {}},
+            {RVP_DOUBLEBUFFER, "1", 0, "0", {}},
+            {RVP_TREESTYLE, "0", 2, "2", {-1, 3}},
+            {RVP_IMAGEMODE, "0", RVIB_BLEND50, "2", {}},
+            {RVP_COLOR, "16777215", 0x010203, "66051", {}},
+            {RVP_STRINGSEPARATOR, "9", ';', "59", {}},
+            {RVP_TREEINDENT, "", AddressOf("  "), "  ", {0}},
+            {RVP_FITITEMHEIGHT, "0", 7, "1", {}},
+            {RVP_KEYS, "0", RVK_ALL, "63", {-1, 64}},
+        };
+    for (const auto& [id, initial, taken, after, refused] : cases)
     {
-        std::uint64_t id;
-        const char* initial;
-        std::int64_t value;
-        const char* after;
-        std::vector<std::int64_t> refused;
-    } cases[] = {
-        {RVP_MARGIN, "6", 0x7FFF, "32767", {-1, 0x8000, kHuge}},
-        {RVP_CHECKSIZE, "524296", 13 | 300 << 16, "19660813", {}},
-        {RVP_EMPTYTEXT, "<Empty list>", AddressOf("none"), "none", {0}},
-        {RVP_GRIDSTYLE, "2", 0, "0", {-1, 3}},
-        {RVP_SORTCAPTION, "Sort by: %s", AddressOf("%n"), "%n", {0}},
-        {RVP_NOTIFYMASK, "4294967295", -2, "4294967294", {}},
-        {RVP_UNUSED, "0", 5, "0", {}},
-        {RVP_CELLSEPARATOR, "7", 0xFF, "255", {0, 1, 2, ',', '-', '0', '9'}},
-        {RVP_SHOWPREVIEW, "1", 0, "0", {}},
-        {RVP_DOUBLEBUFFER, "1", 0, "0", {}},
-        {RVP_TREESTYLE, "0", 2, "2", {-1, 3}},
-        {RVP_IMAGEMODE, "0", RVIB_BLEND50, "2", {}},
-        {RVP_COLOR, "16777215", 0x010203, "66051", {}},
-        {RVP_STRINGSEPARATOR, "9", ';', "59", {}},
-        {RVP_TREEINDENT, "", AddressOf("  "), "  ", {0}},
-        {RVP_FITITEMHEIGHT, "0", 7, "1", {}},
-        {RVP_KEYS, "0", RVK_ALL, "63", {-1, 64}},
-    };
-    for (const auto& each : cases)
-    {
-        EXPECT_EQ(each.initial, Read(each.id)) << each.id;
-        EXPECT_TRUE(properties.Set(each.id, each.value)) << each.id;
-        for (const std::int64_t value : each.refused)
-            EXPECT_FALSE(properties.Set(each.id, value)) << each.id << ": " << value;
-        EXPECT_EQ(each.after, Read(each.id)) << each.id;
+        EXPECT_EQ(initial, Read(id)) << id;
+        EXPECT_TRUE(properties.Set(id, taken)) << id;
+        for (const std::int64_t value : refused)
+            EXPECT_FALSE(properties.Set(id, value)) << id << ": " << value;
+        EXPECT_EQ(after, Read(id)) << id;
     }
     for (const std::uint64_t id : {0ull, 16ull, 255ull, 258ull})
     {
@@ -91,39 +85,33 @@ TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
 
 TEST_F(ReportProperties, SizesGrowUntilTheOwnerSetsThem)
 {
-    const struct
-    {
-        const char* what;
-        std::function<void()> act;
-        int itemHeight, margin, checkWidth, checkHeight, columnWidth;
-    } steps[] = {
-        {"at 96", [] {}, 10, 6, 8, 8, 200},
-        {"at 144", [&] { sizes.SetResolution(144); }, 15, 9, 12, 12, 300},
-        {"at 120, halves rounded up", [&] { sizes.SetResolution(120); }, 13, 8, 10, 10, 250},
-        {"with a grid", [&] { sizes.ChangeItemHeight(1); }, 14, 8, 10, 10, 250},
-        {"at 192", [&] { sizes.SetResolution(192); }, 21, 12, 16, 16, 400},
-        {"check size", [&] { sizes.SetCheckSize(7, 9); }, 21, 12, 7, 9, 400},
-        {"margin", [&] { sizes.SetMargin(0); }, 21, 0, 7, 9, 400},
-        {"height", [&] { sizes.SetItemHeight(30); }, 30, 0, 7, 9, 400},
-        {"without the grid", [&] { sizes.ChangeItemHeight(-1); }, 29, 0, 7, 9, 400},
-        {"too high", [&] { sizes.SetItemHeight(0x8000); }, 29, 0, 7, 9, 400},
-        {"at 96 again", [&] { sizes.SetResolution(96); }, 29, 0, 7, 9, 200},
-        {"check size of the control's", [&] { sizes.ResetCheckSize(); }, 29, 0, 8, 8, 200},
-        {"as needed: the tree box", [&] { sizes.FitItemHeight(true); }, 10, 0, 8, 8, 200},
-        {"text", [&] { sizes.SetFontHeight(13); }, 17, 0, 8, 8, 200},
-        {"images", [&] { sizes.SetImageSize(40, 32); }, 33, 0, 8, 8, 200},
-        {"check boxes", [&] { sizes.SetCheckSize(1, 40); }, 41, 0, 1, 40, 200},
-        {"height again", [&] { sizes.SetItemHeight(0); }, 0, 0, 1, 40, 200},
-        {"no lower", [&] { sizes.ChangeItemHeight(-1); }, 0, 0, 1, 40, 200},
+    // The heights and widths after it: item height, margin, check box, column.
+    const std::tuple<const char*, std::function<void()>, std::array<int, 5>> steps[] = {
+        {"at 96", [] {}, {10, 6, 8, 8, 200}},
+        {"at 144", [&] { sizes.SetResolution(144); }, {15, 9, 12, 12, 300}},
+        {"at 120, halves rounded up", [&] { sizes.SetResolution(120); }, {13, 8, 10, 10, 250}},
+        {"with a grid", [&] { sizes.ChangeItemHeight(1); }, {14, 8, 10, 10, 250}},
+        {"at 192", [&] { sizes.SetResolution(192); }, {21, 12, 16, 16, 400}},
+        {"check size", [&] { sizes.SetCheckSize(7, 9); }, {21, 12, 7, 9, 400}},
+        {"margin", [&] { sizes.SetMargin(0); }, {21, 0, 7, 9, 400}},
+        {"height", [&] { sizes.SetItemHeight(30); }, {30, 0, 7, 9, 400}},
+        {"without the grid", [&] { sizes.ChangeItemHeight(-1); }, {29, 0, 7, 9, 400}},
+        {"too high", [&] { sizes.SetItemHeight(0x8000); }, {29, 0, 7, 9, 400}},
+        {"at 96 again", [&] { sizes.SetResolution(96); }, {29, 0, 7, 9, 200}},
+        {"check size of the control's", [&] { sizes.ResetCheckSize(); }, {29, 0, 8, 8, 200}},
+        {"as needed: the tree box", [&] { sizes.FitItemHeight(true); }, {10, 0, 8, 8, 200}},
+        {"text", [&] { sizes.SetFontHeight(13); }, {17, 0, 8, 8, 200}},
+        {"images", [&] { sizes.SetImageSize(40, 32); }, {33, 0, 8, 8, 200}},
+        {"check boxes", [&] { sizes.SetCheckSize(1, 40); }, {41, 0, 1, 40, 200}},
+        {"height again", [&] { sizes.SetItemHeight(0); }, {0, 0, 1, 40, 200}},
+        {"no lower", [&] { sizes.ChangeItemHeight(-1); }, {0, 0, 1, 40, 200}},
     };
-    for (const auto& step : steps)
+    for (const auto& [what, act, expected] : steps)
     {
-        step.act();
-        EXPECT_EQ(step.itemHeight, view.itemHeight) << step.what;
-        EXPECT_EQ(step.margin, view.margin) << step.what;
-        EXPECT_EQ(step.checkWidth, view.checkWidth) << step.what;
-        EXPECT_EQ(step.checkHeight, view.checkHeight) << step.what;
-        EXPECT_EQ(step.columnWidth, sizes.DefaultColumnWidth()) << step.what;
+        act();
+        EXPECT_EQ(expected, (std::array{view.itemHeight, view.margin, view.checkWidth, view.checkHeight,
+                                        sizes.DefaultColumnWidth()}))
+            << what;
     }
 }
 

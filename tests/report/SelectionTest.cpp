@@ -1,10 +1,10 @@
 // Focus and selection compared with a plain model, in which each row is selected or not.
 #include "report/model/Selection.h"
+#include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 #include <set>
 
 namespace
@@ -49,10 +49,7 @@ std::set<int> Expected(const Selection& old, int row, int other, SelectMode mode
 
 TEST(Selection, IsOneRangeThatRowsAreAddedToAndTakenOutOf)
 {
-    std::mt19937 random(3);
-    const auto below = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
+    Random below(3);
     Selection selection;
     for (int step = 0; step < 20000; ++step)
     {

@@ -41,13 +41,7 @@ std::multiset<std::string> Palettes()
 TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
 {
     const std::string halftone = "256 0 0 0 to 255 255 255";
-    const struct
-    {
-        WORD bits;
-        DWORD used;
-        int colors;
-        std::string expected;
-    } cases[] = {
+    const std::tuple<WORD, DWORD, int, std::string> cases[] = {
         {0, 0, 0, ""},
         {0, 0, 2, "2 17 34 51 to 1 0 0"},
         {0, 0, 256, "256 17 34 51 to 255 0 0"},
@@ -59,21 +53,21 @@ TEST_F(Palette, MakesAPaletteOfItsColoursAndItsPicture)
         {24, 0, 0, halftone},
     };
     const std::multiset<std::string> before = Palettes();
-    for (const auto& each : cases)
+    for (const auto& [bits, used, colors, made] : cases)
     {
         report.DeleteAllColors();
         std::string reds; // the colours of a bitmap have the red of their number
-        for (DWORD color = 0; each.bits <= 8 && color < (each.used ? each.used : 1u << each.bits); ++color)
+        for (DWORD color = 0; bits <= 8 && color < (used ? used : 1u << bits); ++color)
             reds += {'\1', '\2', static_cast<char>(color), '\0'};
-        if (each.bits > 0)
-            ShowBitmap(report, 1, each.bits, std::string(4, '\0'), reds, each.used);
-        for (int index = 0; index < each.colors; ++index)
+        if (bits > 0)
+            ShowBitmap(report, 1, bits, std::string(4, '\0'), reds, used);
+        for (int index = 0; index < colors; ++index)
             EXPECT_EQ(index, report.InsertColor(index, index ? static_cast<COLORREF>(index) : 0x332211));
-        EXPECT_EQ(!each.expected.empty(), report.CreatePalette() == 1);
+        EXPECT_EQ(!made.empty(), report.CreatePalette() == 1);
         std::multiset<std::string> expected = before;
-        if (!each.expected.empty())
-            expected.insert(each.expected);
-        EXPECT_EQ(expected, Palettes()) << &each - cases;
+        if (!made.empty())
+            expected.insert(made);
+        EXPECT_EQ(expected, Palettes()) << made;
         report.SetBkImage(0u);
     }
 }

@@ -111,6 +111,22 @@ public:
 
     int Height(int row) { return view.LineHeight() + (view.showPreviews ? ShapeOf(row).previewHeight : 0); }
     int HeightOf(int first, int last) { return first > last ? 0 : Height(first) + HeightOf(first + 1, last); }
+
+    // The rows seen whole above one, and below it; at least itself.
+    int FirstAbove(int row)
+    {
+        int first = row;
+        while (first > 0 && HeightOf(first - 1, row) <= view.report.Height())
+            --first;
+        return first;
+    }
+    int LastBelow(int row)
+    {
+        int last = row;
+        while (last + 1 < RowCount() && HeightOf(row, last + 1) <= view.report.Height())
+            ++last;
+        return last;
+    }
 };
 
 TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
@@ -118,68 +134,60 @@ TEST(Geometry, ScrollsAsAWalkOverAllRowsSays)
     Random random(5);
     for (int round = 0; round < 1000; ++round)
     {
-        RandomSheet sheet(random);
-        const int count = sheet.RowCount();
-        if (count == 0)
-        {
-            EXPECT_EQ(0, sheet.geometry.FittingTop(7));
-            continue;
-        }
         SCOPED_TRACE(round);
-        const int room = sheet.view.report.Height();
-        const auto firstAbove = [&](int last) {
-            int first = last;
-            while (first > 0 && sheet.HeightOf(first - 1, last) <= room)
-                --first;
-            return first;
-        };
-        const int row = random(sheet.rows.size());
-        const int top = sheet.view.topRow;
-        int last = row;
-        while (last + 1 < count && sheet.HeightOf(row, last + 1) <= room)
-            ++last;
-        EXPECT_EQ((RowRange{row, last}), sheet.geometry.RowsFrom(row));
-        EXPECT_EQ((RowRange{firstAbove(row), row}), sheet.geometry.RowsUpTo(row));
-        EXPECT_EQ(row <= top ? row : std::max(top, firstAbove(row)), sheet.geometry.TopToShow(row));
-        EXPECT_EQ(std::min(top, firstAbove(count - 1)), sheet.geometry.FittingTop(top));
-
-        const int line = std::max(1, sheet.view.itemHeight);
-        const int width = sheet.view.report.Width();
-        int left = 0;
-        for (std::size_t i = 0; i < sheet.columns.size(); left += sheet.columns[i++].width)
+        RandomSheet sheet(random);
+        const int count = sheet.RowCount(), top = sheet.view.topRow, row = random(count + 1) - 1;
+        const int end = count > 0 ? sheet.FirstAbove(count - 1) : 0;
+        EXPECT_EQ(std::min(top, end), sheet.geometry.FittingTop(top));
+        if (row >= 0)
         {
-            const bool isSeen =
-                left >= sheet.view.left && left + sheet.columns[i].width <= sheet.view.left + width;
-            EXPECT_EQ(isSeen ? sheet.view.left : left, sheet.geometry.LeftToShow(static_cast<int>(i)));
+            EXPECT_EQ((RowRange{row, sheet.LastBelow(row)}), sheet.geometry.RowsFrom(row));
+            EXPECT_EQ((RowRange{sheet.FirstAbove(row), row}), sheet.geometry.RowsUpTo(row));
+            EXPECT_EQ(row <= top ? row : std::max(top, sheet.FirstAbove(row)), sheet.geometry.TopToShow(row));
         }
-        EXPECT_EQ(std::max(left - width, 0), sheet.geometry.EndLeft());
-        for (const std::size_t none : {std::size_t{0} - 1, sheet.columns.size()})
-            EXPECT_EQ(sheet.view.left, sheet.geometry.LeftToShow(static_cast<int>(none)));
 
-        // Where the bars lead: not past the end, unless one is there already. Pages overlap by a row.
-        const std::int64_t x = sheet.view.left = random(9) == 0 ? INT_MAX : sheet.view.left;
-        last = top;
-        while (last + 1 < count && sheet.HeightOf(top, last + 1) <= room)
-            ++last;
-        const int thumb = random(300) - 20;
+        // Where bars lead: not past the end, unless one is there already. Pages overlap by a row.
+        const std::int64_t left = random(9) == 0 ? sheet.view.left = INT_MAX : sheet.view.left;
+        const int line = std::max(1, sheet.view.itemHeight), width = sheet.view.report.Width();
+        const int thumb = random(300) - 20, above = std::min(top, count - 1);
         const std::pair<std::int64_t, std::int64_t> wanted[] = {
-            {top - 1, x - line},
-            {top + 1, x + line},
-            {std::min(top - 1, firstAbove(std::min(top, count - 1))), x - width},
-            {std::max(top + 1, last), x + width},
+            {top - 1, left - line},
+            {top + 1, left + line},
+            {above < 0 ? 0 : std::min(top - 1, sheet.FirstAbove(above)), left - width},
+            {std::max(top + 1, sheet.LastBelow(top)), left + width},
             {0, 0},
             {INT_MAX, INT_MAX},
             {thumb, thumb}};
-        for (std::size_t i = 0; i < std::size(wanted); ++i)
+        for (int i = 0; i < 7; ++i)
         {
             const auto [toRow, toLeft] = wanted[i];
             const auto request = static_cast<ScrollRequest>(i);
-            EXPECT_EQ(std::clamp<std::int64_t>(toRow, 0, std::max(top, firstAbove(count - 1))),
+            EXPECT_EQ(std::clamp<std::int64_t>(toRow, 0, std::max(top, end)),
                       RowAfter(request, thumb, sheet.view, sheet.geometry));
             EXPECT_EQ(
-                std::clamp<std::int64_t>(toLeft, 0, std::max<std::int64_t>(x, sheet.geometry.EndLeft())),
+                std::clamp(toLeft, std::int64_t{0}, std::max<std::int64_t>(left, sheet.geometry.EndLeft())),
                 LeftAfter(request, thumb, sheet.view, sheet.geometry));
         }
+    }
+}
+
+TEST(Geometry, BringsColumnsIntoView)
+{
+    Random random(5);
+    for (int round = 0; round < 1000; ++round)
+    {
+        RandomSheet sheet(random);
+        const int width = sheet.view.report.Width(), shown = sheet.view.left;
+        int left = 0, column = 0;
+        EXPECT_EQ(shown, sheet.geometry.LeftToShow(-1));
+        for (const Column& each : sheet.columns)
+        {
+            const bool isSeen = left >= shown && left + each.width <= shown + width;
+            EXPECT_EQ(isSeen ? shown : left, sheet.geometry.LeftToShow(column++));
+            left += each.width;
+        }
+        EXPECT_EQ(shown, sheet.geometry.LeftToShow(column)) << "there is no such column";
+        EXPECT_EQ(std::max(left - width, 0), sheet.geometry.EndLeft());
     }
 }
 

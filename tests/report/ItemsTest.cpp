@@ -52,33 +52,19 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
     }
 }
 
-// A subclass that loads by itself finds nothing of the item before.
-TEST(Items, AreLoadedIntoABlankRecord)
+// A subclass that loads by itself finds nothing of the item before, and the owner an empty text buffer.
+TEST(Items, AreAskedForWithNothingOfTheItemBefore)
 {
+    const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};
     ModelControl control;
-    control.AskFor(2);
+    control.AskFor(1);
     control.load = [](report::Item& record) {
         EXPECT_EQ(report::UndefinedField(), record.cells.c_str());
         EXPECT_STREQ("", record.previewText.c_str());
         const int numbers[] = {record.backgroundColor, record.treeLevel, record.previewTextColor};
         EXPECT_EQ(3, std::count(std::begin(numbers), std::end(numbers), -1));
         EXPECT_TRUE(record.previewHeight == 0 && record.state == 0 && record.itemData == 0);
-        record.cells = record.previewText = "x";
-        record.backgroundColor = record.treeLevel = record.previewTextColor = record.previewHeight = 1;
-        record.state = 1;
-        record.itemData = 1;
-        return true;
     };
-    FetchedCell fetched;
-    for (const int item : {0, 1})
-        EXPECT_TRUE(control.items.Fetch(item, 0, 0, fetched));
-}
-
-TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
-{
-    const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};
-    ModelControl control;
-    control.AskFor(1);
     for (const auto& [begin, end] : written)
     {
         control.answer = [first = begin, last = end](_RVITEM& question) {
@@ -86,6 +72,9 @@ TEST(Items, HandsTheOwnerAnEmptyTextBufferEachTime)
             EXPECT_EQ(65537, std::count(question.text, question.text + 65537, '\0')) << first;
             std::fill(question.text + first, question.text + last, 'x');
             question.text[1] = '\0'; // what is behind it stays there
+            question.mask = ~0u;
+            question.textColor = question.backgroundColor = question.treeLevel = question.previewHeight = 1;
+            question.itemData = question.state = 1;
             return true;
         };
         control.Text(0, 0);

@@ -16,7 +16,7 @@ public:
     bool copies = false;
     std::function<int(int item1, int item2)> compare;
     std::function<bool(_RVITEM&)> answer;    // of the owner, in callback mode
-    std::function<bool(report::Item&)> load; // instead of asking the owner
+    std::function<void(report::Item&)> load; // what a subclass looks at before the owner is asked
     std::vector<unsigned> masks;             // of the looks at records
 
     report::Items items{*this};
@@ -33,7 +33,7 @@ public:
     bool LoadItemData(report::Item& record, int item, int subitem, unsigned asked) override
     {
         if (load)
-            return load(record);
+            load(record);
         report::Item own = record;
         const bool loaded = items.Load(copies ? own : record, item, subitem, asked);
         if (copies)

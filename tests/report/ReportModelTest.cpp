@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -24,6 +25,43 @@ int IndexOf(const Names& names, int name)
 int At(const Names& names, int index)
 {
     return names.at(static_cast<std::size_t>(index));
+}
+
+std::set<int> Between(int row, int other)
+{
+    std::set<int> rows;
+    for (int each = std::min(row, other); each <= std::max(row, other); ++each)
+        rows.insert(each);
+    return rows;
+}
+
+// The rows that are selected after `row` was taken out: one of the two parts.
+std::set<int> Without(const std::set<int>& old, int row, int anchor)
+{
+    const std::set<int> above(old.begin(), old.find(row));
+    const std::set<int> below(old.upper_bound(row), old.end());
+    if (above.size() != below.size())
+        return above.size() > below.size() ? above : below;
+    return below.contains(anchor) ? below : above;
+}
+
+// The rows that are selected after it.
+std::set<int> Selected(const report::Selection& old, int row, int other, report::SelectMode mode,
+                       bool isSingle)
+{
+    std::set<int> rows = Between(old.first, old.last);
+    if (old.first > old.last)
+        rows.clear();
+    if (mode == report::SelectMode::None)
+        return rows;
+    if (mode == report::SelectMode::Toggle && rows.contains(row))
+        return isSingle ? std::set<int>() : Without(rows, row, old.anchor);
+    const std::set<int> chosen = Between(row, isSingle ? row : other);
+    if (mode == report::SelectMode::Alone || isSingle)
+        return chosen;
+    rows.insert(chosen.begin(), chosen.end());
+    const bool hasGap = *rows.rbegin() - *rows.begin() >= static_cast<int>(rows.size());
+    return hasGap ? chosen : rows;
 }
 
 struct Node
@@ -345,17 +383,39 @@ protected:
     }
     void Select(const Names& names)
     {
-        const int row = Random(names.size());
-        const int other = Random(names.size());
-        const bool single = Random(8) == 0;
-        const bool select = Random(4) != 0;
-        ASSERT_TRUE(
-            rows.Select(row, other, select ? report::SelectMode::Alone : report::SelectMode::None, single));
-        rows.selection.anchor = other;
-        focus = At(names, row);
-        anchor = At(names, other);
-        first = select ? At(names, single ? row : std::min(row, other)) : first;
-        last = select ? At(names, single ? row : std::max(row, other)) : last;
+        for (int again = 0; again < 10; ++again)
+        {
+            rows.Count(); // looks, as the model has
+            const report::Selection old = rows.selection;
+            const int row = Random(std::min<std::size_t>(names.size(), 9));
+            const int other = Random(std::min<std::size_t>(names.size(), again + 1));
+            const auto mode = static_cast<report::SelectMode>(Random(4));
+            const bool single = Random(9) == 0;
+            const std::set<int> selected = Selected(old, row, other, mode, single);
+            ASSERT_TRUE(rows.Select(row, other, mode, single));
+            focus = At(names, row);
+            first = selected.empty() ? 0 : At(names, *selected.begin());
+            last = selected.empty() ? 0 : At(names, *selected.rbegin());
+            rows.selection.focusColumn = Random(3) - 1;
+            ASSERT_NO_FATAL_FAILURE(ExpectChanges(old, rows.selection));
+            rows.selection.anchor = Random(names.size());
+            anchor = At(names, rows.selection.anchor);
+        }
+    }
+    // The rows that look different now, and no others at the ends.
+    static void ExpectChanges(const report::Selection& old, const report::Selection& now)
+    {
+        std::set<int> changed;
+        for (int row = 0; row < 100; ++row)
+            if (old.IsSelected(row) != now.IsSelected(row))
+                changed.insert(row);
+        if (old.focusRow != now.focusRow || old.focusColumn != now.focusColumn)
+            changed.insert({old.focusRow, now.focusRow});
+        changed.erase(kNoRow);
+        const report::RowRange range = ChangedRows(old, now);
+        ASSERT_EQ(changed.empty(), range.first > range.last);
+        if (!changed.empty())
+            ASSERT_EQ((report::RowRange{*changed.begin(), *changed.rbegin()}), range);
     }
     void Step(int what)
     {
@@ -381,7 +441,7 @@ protected:
             Look();
             rows.TakeFocus();
             rows.PutFocus(nodes[name].handle);
-            focus = name;
+            focus = Shown(name);
         }
         else if (what > 15 && !all.empty())
             Select(Look());

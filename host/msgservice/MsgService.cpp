@@ -15,6 +15,8 @@ namespace
 {
 
 constexpr std::uint32_t kMostRows = std::numeric_limits<std::int32_t>::max(); // that a viewer can count
+constexpr std::size_t kKeys = 3;
+constexpr std::size_t kFilters = 3;
 constexpr std::uint32_t kFewArrivals = 1000;      // announced one by one; put into a sorted view at once
 constexpr std::uint32_t kArrivalsAtOnce = 20'000; // looked at by filters within a breath
 
@@ -63,6 +65,8 @@ private:
 MsgService::MsgService(std::shared_ptr<MessageStore> store)
     : m_store(std::move(store)), m_shown(std::make_shared<Shown>()), m_worker([this] { Wake(); })
 {
+    m_description.keys.resize(kKeys);
+    m_description.filters.resize(kFilters);
     m_shown->store = m_store;
     m_shown->view = std::make_unique<View>(m_store, m_description);
 }

@@ -4,6 +4,7 @@
 #include "logreport/model/MsgCache.h"
 
 #include <map>
+#include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -23,6 +24,8 @@ public:
     const char* GetLevelText() const override { return Note("level text"); }
     const char* GetBody() const override
     {
+        if (failing)
+            throw std::runtime_error("body");
         Note("body");
         return m_body.c_str();
     }
@@ -41,6 +44,7 @@ public:
     const char* GetRuntimeContext() const override { return nullptr; } // as the empty text
 
     mutable std::string asked;
+    bool failing = false;
 
 private:
     const char* Note(const char* field) const
@@ -163,6 +167,10 @@ TEST(MessageCache, AnswersTheListsMessageFirstAndItsCopyFromThenOn)
     EXPECT_STREQ("one", cache.Find(1, origin)->GetBody());
 
     EXPECT_EQ(&list.messages.at(2), cache.Find(2, origin));
+    EXPECT_STREQ("two", cache.Find(2, origin)->GetBody());
+    list.messages.at(1).failing = true;
+    EXPECT_THROW(cache.Find(1, origin), std::runtime_error);
+    EXPECT_EQ(&list.messages.at(2), cache.Find(2, origin)) << "the copy is no longer whole";
     EXPECT_STREQ("two", cache.Find(2, origin)->GetBody());
     cache.Flush();
     EXPECT_EQ(&list.messages.at(2), cache.Find(2, origin));

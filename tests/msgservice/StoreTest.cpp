@@ -52,7 +52,7 @@ std::unique_ptr<OwnedMessage> RandomMessage(std::mt19937& random)
     for (const auto field : kNumberFields)
         message->fields.*field = below(3) == 0 ? static_cast<std::int32_t>(random()) : edges[below(9)];
     message->fields.level = below(4) == 0 ? below(0xFFFFFFFF) : below(6);
-    message->fields.indent = below(3) == 0 ? below(0xFFFFFFFF) : 0;
+    message->fields.indent = below(3) == 0 ? below(0xFFFFFFFF) : below(3);
     const Time times[] = {kNoTime, 0, -1, std::numeric_limits<Time>::max(), kNoTime + 1};
     message->fields.time = times[below(5)];
     message->fields.countsSourceLine = below(2) == 0;

@@ -3,9 +3,9 @@
 
 #include "LogMsg.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace msgservice
 {
@@ -28,10 +28,13 @@ struct SortKey
     bool operator==(const SortKey&) const = default;
 };
 
+// The most important first. Messages that are equal in all stay as they arrived.
+using SortKeys = std::vector<SortKey>;
+
 struct ViewDescription
 {
-    std::array<SortKey, 3> keys;   // the most important first; messages equal in all stay as they arrived
-    std::array<Filter, 3> filters; // a message has to pass all
+    SortKeys keys;
+    std::vector<Filter> filters; // a message has to pass all
     bool showDuplicates = true;
     std::uint32_t leastLevel = 0;
     std::uint32_t firstIndex = 0; // messages before it are cleared

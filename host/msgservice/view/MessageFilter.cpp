@@ -57,8 +57,7 @@ private:
 };
 
 MessageFilter::MessageFilter(const MessageStore& store, const ViewDescription& description)
-    : m_store(store), m_leastLevel(description.leastLevel), m_firstIndex(description.firstIndex),
-      m_text(store)
+    : m_store(store), m_leastLevel(description.leastLevel), m_text(store)
 {
     for (const Filter& filter : description.filters)
         if (filter.field != kLogMsgNone)
@@ -75,7 +74,7 @@ bool MessageFilter::PassesAll() const
 bool MessageFilter::Passes(std::uint32_t message)
 {
     const Record record = m_store.At(message);
-    return message >= m_firstIndex && record.level >= m_leastLevel &&
+    return record.level >= m_leastLevel &&
            std::all_of(m_conditions.begin(), m_conditions.end(), [&](const auto& condition) {
                return condition->Passes(m_text(record, condition->Field()));
            });

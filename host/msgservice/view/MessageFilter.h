@@ -10,7 +10,7 @@
 namespace msgservice
 {
 
-// One thread at a time.
+// The least level and the filters of a description. One thread at a time.
 class MessageFilter
 {
 public:
@@ -28,7 +28,6 @@ private:
 
     const MessageStore& m_store;
     std::uint32_t m_leastLevel;
-    std::uint32_t m_firstIndex;
     std::vector<std::unique_ptr<Condition>> m_conditions;
     FieldText m_text;
 };

@@ -7,8 +7,6 @@
 namespace msgservice
 {
 
-using SortKeys = std::array<SortKey, 3>;
-
 // Whether the keys order anything.
 bool IsSorted(const SortKeys& keys);
 

@@ -73,8 +73,6 @@ void ViewWorker::Run(const std::stop_token& stop)
         lock.lock();
         job->done = true;
         m_changed.notify_all();
-        if (job != m_job)
-            continue; // broken off meanwhile
         lock.unlock();
         m_ready();
         lock.lock();

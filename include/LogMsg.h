@@ -150,23 +150,20 @@ protected:
 
 // The host's messages. A viewer gets it by ILogViewer::SetLogMsgService and does not own it.
 //
-// To write a service of your own:
-// - Number the messages that are to be seen without gaps, in the order in which they are to be seen, and
-// answer for
-//   them by GetMsg. What it answers belongs to the service and has to live at least until the messages next
+// To write a service of your own, implement GetMsg and CreateMsgList:
+// - Number the messages to be seen without gaps, in the order in which they are to be seen, and answer for
+//   them by GetMsg. What it answers belongs to the service and has to live at least until the messages
 //   change.
 // - For each new message at the end call the viewer's AddMsg(id, message). When the view becomes another one,
-// call
-//   SetMsgIdRange(first, last), and after it AddMsg(last, null) if the view has messages: the viewer asks for
-//   its list in AddMsg only. A last id below the first tells that there are none. Begin with one of the two.
-// - CreateMsgList makes the list of a viewer, from which it draws. The list may get clones of messages by
-// Add, or
-//   know the messages by itself and refuse them.
-// - Sorting, filtering and leaving out duplicates are the service's work: the viewer and its dialogs read and
-// write
-//   the descriptions and call Apply. A service that does this later answers true from IsBusy until it has
-//   announced the new view; the viewer sends no request meanwhile. A service that cannot sort answers empty
-//   descriptions.
+//   call SetMsgIdRange(first, last), and after it AddMsg(last, null) if there are messages: the viewer asks
+//   for its list in AddMsg only. A last id below the first tells that there are none. Begin with one of the
+//   two.
+// - CreateMsgList makes the list of a viewer, from which it draws. The list may take clones of messages by
+//   Add, or know the messages by itself and refuse them.
+// - Sorting, filtering and leaving out duplicates are the service's work: viewers and their dialogs read and
+//   write the descriptions and call Apply. A service that needs time for it answers true from IsBusy until
+//   it has announced the new view; viewers send no request meanwhile. A service that does none of this leaves
+//   these operations as they are here: they answer that nothing is sorted or filtered.
 // - All calls in both directions are made on the thread of the viewer's window.
 class ILogMsgService
 {
@@ -178,25 +175,25 @@ public:
 
     // The first `count` sort keys, 1 or 3, the most important first. To set one leaves the others as they
     // are.
-    virtual void GetSortKeys(LogMsgSortKey* keys, std::int32_t count) = 0;
-    virtual void SetSortKeys(const LogMsgSortKey* keys, std::int32_t count) = 0;
+    virtual void GetSortKeys(LogMsgSortKey* /*keys*/, std::int32_t /*count*/) {}
+    virtual void SetSortKeys(const LogMsgSortKey* /*keys*/, std::int32_t /*count*/) {}
 
     // Three filters; a message is left in if all of them leave it in.
-    virtual void GetFilters(LogMsgFilter* filters, std::int32_t count) = 0;
-    virtual void SetFilters(const LogMsgFilter* filters, std::int32_t count) = 0;
+    virtual void GetFilters(LogMsgFilter* /*filters*/, std::int32_t /*count*/) {}
+    virtual void SetFilters(const LogMsgFilter* /*filters*/, std::int32_t /*count*/) {}
 
     // 0 leaves out a message that says the same as the one before it.
-    virtual void GetShowDuplicate(std::int32_t& show) = 0;
-    virtual void SetShowDuplicate(std::int32_t show) = 0;
+    virtual void GetShowDuplicate(std::int32_t& show) { show = 1; }
+    virtual void SetShowDuplicate(std::int32_t /*show*/) {}
 
     // Sorts and filters again after the descriptions have changed.
-    virtual void Apply() = 0;
+    virtual void Apply() {}
 
     // True while the service can take no requests.
-    virtual bool IsBusy() = 0;
+    virtual bool IsBusy() { return false; }
 
     // Shows the messages of another file. What cannot be read is the service's to tell.
-    virtual void OpenFile(const char* path, std::int32_t readOnly) = 0;
+    virtual void OpenFile(const char* /*path*/, std::int32_t /*readOnly*/) {}
 
     // Maps what ILogMsgData::GetTag answers to the message's present id; kNoLogMsgId if it is not in the
     // view.
@@ -211,7 +208,11 @@ public:
 
     // The file that is shown: its path (empty if there is none), whether it is being followed, whether some
     // of it could not be read, and whether it is open for reading only.
-    virtual void GetFileInfo(ZEMA::String& path, bool& followed, bool& damaged, bool& readOnly) = 0;
+    virtual void GetFileInfo(ZEMA::String& path, bool& followed, bool& damaged, bool& readOnly)
+    {
+        path = "";
+        followed = damaged = readOnly = false;
+    }
 
     // A list for one viewer, which deletes it; null if the service makes none. The viewer passes 500 and 0.
     // `reserve`  how many messages to make room for at first; no limit
@@ -224,7 +225,8 @@ protected:
     ILogMsgService& operator=(const ILogMsgService&) = default;
 };
 
-// The copy of one message. It cannot be cloned.
+// The copy of one message. It cannot be cloned. A host whose messages are texts of its own can derive them
+// from it and fill the fields.
 class QMLOG_API CCacheMsgData : public ILogMsgData
 {
 public:
@@ -255,7 +257,7 @@ public:
     const char* GetRuntimeFile() const override;
     const char* GetRuntimeContext() const override;
 
-private:
+protected:
     ZEMA::String m_timestamp;
     std::uint32_t m_indent = 0;
     std::uint32_t m_level = 0;

@@ -26,6 +26,12 @@ run "$work/build/turns/turns.exe"
 run "$prefix/bin/logtool.exe" cat --numbers |
     diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
 
+# A host's own service tells its viewer what is new, and of all messages in another order.
+run "$work/build/messages/messages.exe" | tr -d '\r' | diff - <(printf '%s\n' \
+    '08:00  Info     Pump 1 started' '08:07  Error    Pump 2 does not start' '08:09  Warning  Level above 2.10 m' \
+    '-- 3 messages' '08:07  Error    Pump 2 does not start' '08:09  Warning  Level above 2.10 m' \
+    '08:00  Info     Pump 1 started')
+
 # Quotes, what may stand between them, a short line, and bytes that a cell cannot hold.
 printf '\xEF\xBB\xBFname;size\r\n"a ""b""; c";9\r\n"two\r\nlines";10\r\nbell\x07\x01;1e1\r\nnone\r\n' >"$work/sizes.csv"
 csvsort() { run "$work/build/csvsort/csvsort.exe" "$@"; }

@@ -124,16 +124,6 @@ class DirectService : public ILogMsgService
 {
 public:
     ILogMsgData* GetMsg(std::uint32_t id) override { return id == 7 ? &message : nullptr; }
-    void GetSortKeys(LogMsgSortKey*, std::int32_t) override {}
-    void SetSortKeys(const LogMsgSortKey*, std::int32_t) override {}
-    void GetFilters(LogMsgFilter*, std::int32_t) override {}
-    void SetFilters(const LogMsgFilter*, std::int32_t) override {}
-    void GetShowDuplicate(std::int32_t&) override {}
-    void SetShowDuplicate(std::int32_t) override {}
-    void Apply() override {}
-    bool IsBusy() override { return false; }
-    void OpenFile(const char*, std::int32_t) override {}
-    void GetFileInfo(ZEMA::String&, bool&, bool&, bool&) override {}
     ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return nullptr; }
 
     AskedMessage message;

@@ -8,6 +8,7 @@ deps=$root/build/deps
 # Debian's source packages: name, archive, its SHA-256, the folder in it, its licence.
 sources=(
     "pcre2 pcre2_10.42.orig.tar.gz c33b418e3b936ee3153de2c61cc638e7e4fe3156022a5c77d0711bcbb9d64f1f pcre2-10.42 LICENCE"
+    "sqlite3 sqlite3_3.40.1.orig.tar.xz aaa776260ab4dc976db34aa7891819484c8676b5b2783123ebc6301e2ca5d655 sqlite3-3.40.1 LICENSE.md"
 )
 # Folders below /usr/include, and the package whose licence goes with each.
 headers=(
@@ -35,6 +36,15 @@ fetch() { # NAME, into the current folder
     touch "$work/ready"
 }
 
+# SQLite's sources as one file, which is how they are meant to be compiled. Its configure script would ask this system
+# for a quarter of a minute about things that have no part in that file.
+make_sqlite3() { # FOLDER
+    mkdir "$1/one-file"
+    make -C "$1/one-file" -f ../main.mk TOP=.. BCC=cc TCC=cc sqlite3.c
+    mv "$1"/one-file/sqlite3.[ch] "$1"
+    rm -r "$1"/*/ # 120 MB
+}
+
 bring_source() { # NAME ARCHIVE SUM FOLDER LICENCE
     local output
     if [[ -e $deps/$4/.ready ]]; then
@@ -52,6 +62,10 @@ bring_source() { # NAME ARCHIVE SUM FOLDER LICENCE
     fi
     rm -rf "${deps:?}/$4"
     tar -xf "$2" "$4"
+    if declare -F "make_$1" >/dev/null && ! output=$("make_$1" "$4" 2>&1); then
+        printf '%s\n' "$output" "dependencies.sh: $1 cannot be made ready" >&2
+        return 1
+    fi
     cp "$4/$5" "licences/$1.txt"
     touch "$4/.ready"
 }

@@ -10,6 +10,7 @@ packages=(
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
     libcli11-dev libpcre2-dev                                       # command lines, regular expressions
     libhowardhinnant-date-dev nlohmann-json3-dev                    # dates, JSON
+    libsqlite3-dev make tcl                                         # saved messages; making its one source file
     libgtest-dev libspdlog-dev                                       # tests; the benchmarks' peer
     xvfb xauth xdotool x11-utils imagemagick xclip                  # windows on a virtual display, their test
     clang-format clang-tidy gcovr

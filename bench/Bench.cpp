@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <utility>
 
 namespace bench
@@ -60,6 +61,9 @@ double Now(Clock clock)
         const auto time = std::chrono::steady_clock::now().time_since_epoch();
         return std::chrono::duration<double, std::micro>(time).count();
     }
+#ifndef _WIN32
+    return 1e6 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+#else
     constexpr double kUnit = 0.1; // of FILETIME
     FILETIME start, exit, kernel, user;
     ::GetProcessTimes(::GetCurrentProcess(), &start, &exit, &kernel, &user);
@@ -67,6 +71,7 @@ double Now(Clock clock)
         return kUnit * (4294967296.0 * time.dwHighDateTime + time.dwLowDateTime);
     };
     return microseconds(kernel) + microseconds(user);
+#endif
 }
 
 } // namespace

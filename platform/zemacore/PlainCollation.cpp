@@ -10,7 +10,7 @@ void ZEMA::AppendSortKey(const char* text, std::size_t length, LetterCase letter
     std::erase(wide, WideChar{0});
     if (letterCase == LetterCase::Ignored)
         for (WideChar& unit : wide)
-            unit += unit >= 'A' && unit <= 'Z' ? 'a' - 'A' : 0;
+            unit = static_cast<WideChar>(unit >= 'A' && unit <= 'Z' ? unit + ('a' - 'A') : unit);
     std::string bytes;
     FromWide(wide.data(), wide.size(), bytes);
     key += bytes;

@@ -1,5 +1,6 @@
 #include "msgservice/store/Record.h"
 
+#include <bit>
 #include <cstring>
 
 namespace msgservice
@@ -13,6 +14,8 @@ constexpr std::uint32_t kHasTime = 1u << 13;
 constexpr std::uint32_t kHasIndent = 1u << 14;
 constexpr std::uint32_t kCountsSourceLine = 1u << 15;
 constexpr std::size_t kFirstNumber = kSharedTexts;
+constexpr std::uint32_t kTextFlags = (1u << kSharedTexts) - 1;
+constexpr std::uint32_t kNumberFlags = 0xF;
 static_assert(kFirstNumber + 4 <= 13);
 
 // Seven bits a byte, the lowest first; the highest bit tells that more follow.
@@ -101,12 +104,13 @@ Record DecodeRecord(const char* bytes)
     const auto high = static_cast<unsigned char>(*bytes++);
     const std::uint32_t flags = low | static_cast<std::uint32_t>(high) << 8;
     record.level = static_cast<std::uint32_t>(Take(bytes));
-    for (std::size_t i = 0; i < record.texts.size(); ++i)
-        if ((flags & 1u << i) != 0)
-            record.texts[i] = static_cast<std::uint32_t>(Take(bytes));
-    for (std::size_t i = 0; i < record.numbers.size(); ++i)
-        if ((flags & 1u << (kFirstNumber + i)) != 0)
-            record.numbers[i] = Unfold(static_cast<std::uint32_t>(Take(bytes)));
+    // From one field that there is to the next.
+    for (std::uint32_t left = flags & kTextFlags; left != 0; left &= left - 1)
+        record.texts[static_cast<std::size_t>(std::countr_zero(left))] =
+            static_cast<std::uint32_t>(Take(bytes));
+    for (std::uint32_t left = flags >> kFirstNumber & kNumberFlags; left != 0; left &= left - 1)
+        record.numbers[static_cast<std::size_t>(std::countr_zero(left))] =
+            Unfold(static_cast<std::uint32_t>(Take(bytes)));
     if ((flags & kHasTime) != 0)
     {
         std::memcpy(&record.time, bytes, sizeof(record.time));

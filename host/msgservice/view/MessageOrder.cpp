@@ -3,6 +3,7 @@
 #include "LogMsg.h"
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 
 namespace msgservice
@@ -17,39 +18,56 @@ constexpr double kKeysShare = 0.6; // of the progress
 class KeyTable
 {
 public:
-    struct Entry
+    // The first keys lie with what is sorted: the processor finds them there, and not all over the memory.
+    template <std::size_t kHeads> struct Entry
     {
-        std::uint64_t head; // of the first column, turned round if that one descends
+        std::array<std::uint64_t, kHeads> heads; // turned round where the column descends
         std::uint32_t slot;
     };
 
     KeyTable(const MessageStore& store, const SortKeys& keys, std::span<const std::uint32_t> messages,
              Work& work)
     {
-        const auto count = static_cast<double>(
-            std::count_if(keys.begin(), keys.end(), [](const SortKey& key) { return IsField(key.field); }));
         for (const SortKey& key : keys)
             if (IsField(key.field))
-            {
-                const double from = kKeysShare * static_cast<double>(m_columns.size()) / count;
-                m_columns.push_back(
-                    {{store, key.field, messages, work, from, from + kKeysShare / count}, key.ascending});
-            }
+                m_columns.push_back({{store, key.field, messages}, key.ascending});
+        for (std::size_t i = 0; i < messages.size(); ++i)
+        {
+            const Record record = store.At(messages[i]);
+            for (Column& key : m_columns)
+                key.column.Add(record);
+            if (i % 1024 == 0)
+                work.Check(i, messages.size(), 0, kKeysShare);
+        }
+        for (Column& key : m_columns)
+            key.column.Finish();
     }
 
     static bool IsField(std::int32_t field) { return field >= 0 && field < kLogMsgKindCount; }
 
-    Entry EntryOf(std::uint32_t slot) const
+    std::size_t Columns() const { return m_columns.size(); }
+
+    template <std::size_t kHeads> Entry<kHeads> EntryOf(std::uint32_t slot) const
     {
-        if (m_columns.empty())
-            return {0, slot};
-        const std::uint64_t head = m_columns.front().column.Head(slot);
-        return {m_columns.front().ascending ? head : ~head, slot};
+        Entry<kHeads> entry = {{}, slot};
+        for (std::size_t i = 0; i < kHeads && i < m_columns.size(); ++i)
+            entry.heads[i] = Head(m_columns[i], slot);
+        return entry;
     }
 
-    bool IsBefore(const Entry& left, const Entry& right) const
+    template <std::size_t kHeads> bool IsBefore(const Entry<kHeads>& left, const Entry<kHeads>& right) const
     {
-        return left.head != right.head ? left.head < right.head : IsBeforeByRest(left.slot, right.slot);
+        for (std::size_t i = 0; i < m_columns.size(); ++i)
+        {
+            const Column& key = m_columns[i];
+            const std::uint64_t leftHead = i < kHeads ? left.heads[i] : Head(key, left.slot);
+            const std::uint64_t rightHead = i < kHeads ? right.heads[i] : Head(key, right.slot);
+            if (leftHead != rightHead)
+                return leftHead < rightHead;
+            if (const int rests = key.column.CompareRests(left.slot, right.slot); rests != 0)
+                return (rests < 0) == key.ascending;
+        }
+        return false;
     }
 
 private:
@@ -59,28 +77,19 @@ private:
         bool ascending;
     };
 
-    bool IsBeforeByRest(std::uint32_t left, std::uint32_t right) const
+    static std::uint64_t Head(const Column& key, std::uint32_t slot)
     {
-        for (const Column& key : m_columns)
-        {
-            if (key.column.Head(left) != key.column.Head(right))
-                return (key.column.Head(left) < key.column.Head(right)) == key.ascending;
-            if (const int rests = key.column.CompareRests(left, right); rests != 0)
-                return (rests < 0) == key.ascending;
-        }
-        return false;
+        return key.ascending ? key.column.Head(slot) : ~key.column.Head(slot);
     }
 
     std::vector<Column> m_columns;
 };
 
-using Entries = std::vector<KeyTable::Entry>;
-
 // Runs that a breath sorts, merged two by two: between any two of these steps the work can be broken off.
-void SortEntries(Entries& entries, const KeyTable& table, Work& work)
+template <typename Entry> void SortEntries(std::vector<Entry>& entries, const KeyTable& table, Work& work)
 {
-    const auto before = [&](const auto& left, const auto& right) { return table.IsBefore(left, right); };
-    const auto at = [](Entries& from, std::size_t position) {
+    const auto before = [&](const Entry& left, const Entry& right) { return table.IsBefore(left, right); };
+    const auto at = [](std::vector<Entry>& from, std::size_t position) {
         return from.begin() + static_cast<std::ptrdiff_t>(std::min(position, from.size()));
     };
     std::size_t run = 32 * 1024;
@@ -93,7 +102,7 @@ void SortEntries(Entries& entries, const KeyTable& table, Work& work)
         std::stable_sort(at(entries, i), at(entries, i + run), before);
         work.Check(i, all, kKeysShare, 1);
     }
-    Entries other(run < entries.size() ? entries.size() : 0);
+    std::vector<Entry> other(run < entries.size() ? entries.size() : 0);
     for (std::size_t pass = 1; run < entries.size(); run *= 2, ++pass)
     {
         for (std::size_t i = 0; i < entries.size(); i += 2 * run)
@@ -106,13 +115,29 @@ void SortEntries(Entries& entries, const KeyTable& table, Work& work)
     }
 }
 
+template <std::size_t kHeads>
+void SortByTable(const KeyTable& table, std::vector<std::uint32_t>& messages, Work& work)
+{
+    std::vector<KeyTable::Entry<kHeads>> entries;
+    entries.reserve(messages.size());
+    for (std::uint32_t slot = 0; slot < messages.size(); ++slot)
+        entries.push_back(table.EntryOf<kHeads>(slot));
+    SortEntries(entries, table, work);
+
+    std::vector<std::uint32_t> sorted;
+    sorted.reserve(messages.size());
+    for (const auto& entry : entries)
+        sorted.push_back(messages[entry.slot]);
+    messages.swap(sorted);
+}
+
 // Two messages alone, for which keys are made again.
 bool IsBefore(const MessageStore& store, const SortKeys& keys, std::uint32_t left, std::uint32_t right)
 {
     const std::array<std::uint32_t, 2> both = {left, right};
     Work unwatched;
     const KeyTable table(store, keys, both, unwatched);
-    return table.IsBefore(table.EntryOf(0), table.EntryOf(1));
+    return table.IsBefore(table.EntryOf<1>(0), table.EntryOf<1>(1));
 }
 
 } // namespace
@@ -129,17 +154,10 @@ void SortMessages(const MessageStore& store, const SortKeys& keys, std::vector<s
     if (!IsSorted(keys))
         return;
     const KeyTable table(store, keys, messages, work);
-    Entries entries;
-    entries.reserve(messages.size());
-    for (std::uint32_t slot = 0; slot < messages.size(); ++slot)
-        entries.push_back(table.EntryOf(slot));
-    SortEntries(entries, table, work);
-
-    std::vector<std::uint32_t> sorted;
-    sorted.reserve(messages.size());
-    for (const KeyTable::Entry& entry : entries)
-        sorted.push_back(messages[entry.slot]);
-    messages.swap(sorted);
+    if (table.Columns() == 1)
+        SortByTable<1>(table, messages, work);
+    else
+        SortByTable<3>(table, messages, work);
 }
 
 bool BelongAfter(const MessageStore& store, const SortKeys& keys, std::span<const std::uint32_t> messages,

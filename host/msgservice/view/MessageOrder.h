@@ -3,6 +3,7 @@
 
 #include "msgservice/view/Description.h"
 #include "msgservice/view/SortColumn.h"
+#include "msgservice/view/Work.h"
 
 namespace msgservice
 {

@@ -42,83 +42,70 @@ std::uint64_t HeadOf(std::int64_t number)
 
 } // namespace
 
-SortColumn::SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages,
-                       Work& work, double from, double to)
-    : m_store(store), m_field(field), m_messages(messages)
+SortColumn::SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages)
+    : m_store(store), m_field(field), m_messages(messages),
+      m_shared(field == kLogMsgLevel ? std::nullopt : SharedTextOf(field)),
+      m_keptRest(std::clamp(kRestMemory / std::max<std::size_t>(messages.size(), 1), kLeastRest, kMostRest))
 {
     m_heads.reserve(messages.size());
-    if (field == kLogMsgTimestamp || field == kLogMsgBody)
-        MakeTexts(work, from, to);
-    else if (const auto shared = SharedTextOf(field); shared && field != kLogMsgLevel)
-        RankSharedTexts(*shared, work, from, to);
-    else
-        MakeNumbers(work, from, to);
 }
 
-void SortColumn::MakeNumbers(Work& work, double from, double to)
+void SortColumn::Add(const Record& record)
 {
-    for (const std::uint32_t message : m_messages)
-    {
-        const Record record = m_store.At(message);
+    if (m_field == kLogMsgTimestamp && record.time != kNoTime && m_restEnds.empty())
+        m_heads.push_back(HeadOf(record.time)); // as most are
+    else if (m_field == kLogMsgTimestamp || m_field == kLogMsgBody)
+        AddText(record);
+    else if (m_shared)
+        AddShared(record.texts[*m_shared]);
+    else
         m_heads.push_back(
             HeadOf(NumberOf(record, m_field).value_or(static_cast<std::int64_t>(record.level))));
-        if (m_heads.size() % 4096 == 0)
-            work.Check(m_heads.size(), m_messages.size(), from, to);
+}
+
+void SortColumn::AddText(const Record& record)
+{
+    m_restEnds.resize(m_heads.size()); // without a rest so far
+    if (m_field == kLogMsgTimestamp && record.time != kNoTime)
+        m_heads.push_back(HeadOf(record.time));
+    else if (m_field == kLogMsgTimestamp)
+    {
+        m_heads.push_back(kLastHead);
+        m_rests += TextKey(record.timestamp).substr(0, m_keptRest);
     }
+    else
+    {
+        const std::string key = TextKey(record.body);
+        m_heads.push_back(HeadOf(key));
+        m_rests += std::string_view(key).substr(std::min(key.size(), sizeof(std::uint64_t)), m_keptRest);
+    }
+    m_restEnds.push_back(m_rests.size());
 }
 
 // Few texts stand for many messages: those are put in order, and a message's key is the place of its text.
-void SortColumn::RankSharedTexts(SharedText field, Work& work, double from, double to)
+void SortColumn::AddShared(std::uint32_t text)
 {
-    std::vector<std::uint64_t> ranks(m_store.Texts().Count());
-    std::vector<std::pair<std::string, std::uint32_t>> texts;
-    for (const std::uint32_t message : m_messages)
-    {
-        const std::uint32_t text = m_store.At(message).texts[field];
-        if (text >= ranks.size())
-            ranks.resize(text + 1); // messages arrive meanwhile
-        if (ranks[text]++ == 0)
-            texts.emplace_back(TextKey(m_store.Texts().Text(text)), text);
-        m_heads.push_back(text);
-        if (m_heads.size() % 4096 == 0)
-            work.Check(m_heads.size(), m_messages.size(), from, to);
-    }
-    std::sort(texts.begin(), texts.end());
-    std::uint64_t rank = 0;
-    for (std::size_t i = 0; i < texts.size(); ++i)
-    {
-        rank += i > 0 && texts[i].first != texts[i - 1].first ? 1 : 0;
-        ranks[texts[i].second] = rank;
-    }
-    for (std::uint64_t& head : m_heads)
-        head = ranks[head];
+    if (text >= m_ranks.size())
+        m_ranks.resize(text + 1);
+    if (m_ranks[text]++ == 0)
+        m_sharedKeys.emplace_back(TextKey(m_store.Texts().Text(text)), text);
+    m_heads.push_back(text);
 }
 
-void SortColumn::MakeTexts(Work& work, double from, double to)
+void SortColumn::Finish()
 {
-    m_keptRest = std::clamp(kRestMemory / std::max<std::size_t>(m_messages.size(), 1), kLeastRest, kMostRest);
-    m_restEnds.reserve(m_messages.size());
-    for (const std::uint32_t message : m_messages)
-    {
-        const Record record = m_store.At(message);
-        if (m_field == kLogMsgTimestamp && record.time != kNoTime)
-            m_heads.push_back(HeadOf(record.time));
-        else if (m_field == kLogMsgTimestamp)
-        {
-            m_heads.push_back(kLastHead);
-            m_rests += TextKey(record.timestamp).substr(0, m_keptRest);
-        }
-        else
-        {
-            const std::string key = TextKey(record.body);
-            m_heads.push_back(HeadOf(key));
-            m_rests += std::string_view(key).substr(std::min(key.size(), sizeof(std::uint64_t)), m_keptRest);
-        }
-        m_restEnds.push_back(m_rests.size());
-        if (m_heads.size() % 1024 == 0)
-            work.Check(m_heads.size(), m_messages.size(), from, to);
-    }
     m_hasRests = !m_rests.empty();
+    if (!m_shared)
+        return;
+    std::sort(m_sharedKeys.begin(), m_sharedKeys.end());
+    std::uint64_t rank = 0;
+    for (std::size_t i = 0; i < m_sharedKeys.size(); ++i)
+    {
+        rank += i > 0 && m_sharedKeys[i].first != m_sharedKeys[i - 1].first ? 1 : 0;
+        m_ranks[m_sharedKeys[i].second] = rank;
+    }
+    for (std::uint64_t& head : m_heads)
+        head = m_ranks[head];
 }
 
 std::string_view SortColumn::KeptRest(std::uint32_t slot) const

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "msgservice/store/MessageStore.h"
-#include "msgservice/view/Work.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,9 +17,12 @@ namespace msgservice
 class SortColumn
 {
 public:
-    // A share of the work's progress for making the keys.
-    SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages,
-               Work& work, double from, double to);
+    // `messages` are those to be compared; they must stay until the column goes.
+    SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages);
+
+    // Takes the next of the messages, and Finish makes the keys ready when all have been taken.
+    void Add(const Record& record);
+    void Finish();
 
     // The beginning of the key of the `slot`-th of the messages.
     std::uint64_t Head(std::uint32_t slot) const { return m_heads[slot]; }
@@ -31,9 +34,8 @@ public:
     }
 
 private:
-    void MakeNumbers(Work& work, double from, double to);
-    void RankSharedTexts(SharedText field, Work& work, double from, double to);
-    void MakeTexts(Work& work, double from, double to);
+    void AddText(const Record& record);
+    void AddShared(std::uint32_t text);
     int Rests(std::uint32_t left, std::uint32_t right) const;
     std::string_view KeptRest(std::uint32_t slot) const;
     std::string WholeKey(std::uint32_t slot) const;
@@ -41,7 +43,13 @@ private:
     const MessageStore& m_store;
     std::int32_t m_field;
     std::span<const std::uint32_t> m_messages;
+    std::optional<SharedText> m_shared; // the field is one
     std::vector<std::uint64_t> m_heads;
+
+    // The shared texts that have come, with their keys, and by their numbers whether they have, then their
+    // place.
+    std::vector<std::pair<std::string, std::uint32_t>> m_sharedKeys;
+    std::vector<std::uint64_t> m_ranks;
 
     // What follows of the keys of texts. Long ones are cut: what is not kept is made again when it is needed.
     bool m_hasRests = false;

@@ -106,9 +106,7 @@ struct Expression::Data
     pcre2::Groups groups;
     pcre2::Context context;
     pcre2::Stack stack;
-    bool isMachineCode = false;          // the version for bytes
-    mutable std::string_view lastLine;   // the line that was looked at last
-    mutable std::uint32_t lastCount = 0; // of its groups, up to the last that took part
+    bool isMachineCode = false; // the version for bytes
 };
 
 Expression::Expression(const std::string& text, Syntax syntax, Case letterCase, Units units, Where where,
@@ -122,6 +120,7 @@ Expression::Expression(const std::string& text, Syntax syntax, Case letterCase, 
     if (where == Where::FromStart && syntax == Syntax::Expression)
         options |= PCRE2_DOTALL | PCRE2_DOLLAR_ENDONLY | PCRE2_DUPNAMES;
     m_data = std::make_unique<Data>(text, options, units, speed);
+    m_ends = pcre2_get_ovector_pointer(m_data->groups.get());
 }
 
 Expression::~Expression() = default;
@@ -135,8 +134,8 @@ Expression::Outcome Expression::Find(std::string_view line) const
     int result = m_data->utf8 ? m_data->MatchCharacters(line) : PCRE2_ERROR_UTF8_ERR1;
     if (IsEncodingError(result))
         result = m_data->MatchBytes(line);
-    m_data->lastLine = line;
-    m_data->lastCount = static_cast<std::uint32_t>(std::max(result, 0));
+    m_line = line;
+    m_count = static_cast<std::size_t>(std::max(result, 0));
     if (result >= 0)
         return Outcome::Found;
     return result == PCRE2_ERROR_NOMATCH ? Outcome::NotFound : Outcome::GivenUp;
@@ -154,17 +153,6 @@ std::vector<Expression::Part> Expression::Parts() const
     for (; count > 0; --count, entry += size)
         parts.push_back({reinterpret_cast<const char*>(entry + 2), entry[0] << 8 | entry[1]});
     return parts;
-}
-
-std::string_view Expression::Group(int number) const
-{
-    const auto index = static_cast<std::uint32_t>(number);
-    if (number < 0 || index >= m_data->lastCount)
-        return {};
-    const std::size_t* ends = pcre2_get_ovector_pointer(m_data->groups.get()) + 2 * std::size_t{index};
-    if (ends[0] == PCRE2_UNSET || ends[1] < ends[0])
-        return {};
-    return m_data->lastLine.substr(ends[0], ends[1] - ends[0]);
 }
 
 } // namespace msgservice

@@ -83,12 +83,22 @@ public:
     std::vector<Part> Parts() const;
 
     // What the part matched in the line found last: a view into that line; null data if it took no part.
-    std::string_view Group(int number) const;
+    std::string_view Group(int number) const
+    {
+        const auto index = static_cast<std::size_t>(number);
+        if (index >= m_count || m_ends[2 * index] > m_ends[2 * index + 1] ||
+            m_ends[2 * index] > m_line.size())
+            return {};
+        return m_line.substr(m_ends[2 * index], m_ends[2 * index + 1] - m_ends[2 * index]);
+    }
 
 private:
     struct Data;
 
     std::unique_ptr<Data> m_data;
+    const std::size_t* m_ends;       // where parts begin and end; PCRE2's, which never moves
+    mutable std::string_view m_line; // that was looked at last
+    mutable std::size_t m_count = 0; // of its parts, up to the last that took part
 };
 
 } // namespace msgservice

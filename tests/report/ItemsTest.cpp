@@ -257,7 +257,11 @@ std::string Describe(ModelControl& control)
 {
     std::string all = std::to_string(control.items.SubItemCount());
     for (int item = -1; item < control.items.Count(); ++item)
-        all += std::string("|") + control.items.Stored().At(item).cells.c_str();
+    {
+        const report::Item& stored = control.items.Stored().At(item);
+        all += std::string("|") + stored.cells.c_str();
+        all += stored.treeItem ? std::to_string(stored.treeItem->item) : "";
+    }
     for (int row = 0; row < control.rows.Count(); ++row)
         all += ' ' + std::to_string(control.rows.ItemAt(row));
     return all + " focus " + std::to_string(control.rows.FocusedRow());
@@ -279,14 +283,10 @@ TEST(Items, ComeWholeOrNotAtAllWhenMemoryRunsOut)
             auto control = std::make_unique<ModelControl>();
             control->Define(2);
             control->SetText(RVI_DEFAULT, 1, std::string(40, 'x')); // items are copies without room for more
-            control->rows.SetMode(false, isTree);
+            control->rows.SetMode(false, true);
             for (int item = 0; item < 4; ++item)
-            {
-                if (isTree)
-                    control->rows.InsertTreeItem(nullptr, nullptr, "x", 0, true);
-                else
-                    control->rows.InsertItem(item);
-            }
+                control->rows.InsertTreeItem(nullptr, nullptr, "x", 0, true);
+            control->rows.SetMode(false, isTree); // a list that has been a tree
             control->rows.Focus(2, -1);
             return control;
         };

@@ -200,10 +200,10 @@ public:
         int width = 0;
         for (const Column& column : sheet.columns)
             width += column.width;
-        Rect rect = m_view.fixedRow;
-        rect = {-m_view.left, rect.top + m_view.fixedFrame,
-                std::max(m_view.header.Width(), width) - m_view.left, rect.bottom - m_view.fixedFrame};
-        if (rect.Height() > 0)
+        const int top = m_view.header.bottom + m_view.fixedFrame;
+        Rect rect{-m_view.left, top, std::max(m_view.header.Width(), width) - m_view.left,
+                  top + m_view.itemHeight};
+        if (m_view.fixedRow.Height() > 0 && m_view.itemHeight > 0)
             PaintRow(kFixedRow, RowShape(), rect, rect.Height(), m_view.fixedRow);
         rect.bottom = m_view.report.top;
         for (int row = m_view.topRow; row < sheet.RowCount(); ++row)

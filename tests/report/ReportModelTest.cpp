@@ -35,6 +35,11 @@ std::set<int> Between(int row, int other)
     return rows;
 }
 
+std::set<int> RowsOf(const report::Selection& selection)
+{
+    return selection.first > selection.last ? std::set<int>() : Between(selection.first, selection.last);
+}
+
 // The rows that are selected after `row` was taken out: one of the two parts.
 std::set<int> Without(const std::set<int>& old, int row, int anchor)
 {
@@ -49,9 +54,7 @@ std::set<int> Without(const std::set<int>& old, int row, int anchor)
 std::set<int> Selected(const report::Selection& old, int row, int other, report::SelectMode mode,
                        bool isSingle)
 {
-    std::set<int> rows = Between(old.first, old.last);
-    if (old.first > old.last)
-        rows.clear();
+    std::set<int> rows = RowsOf(old);
     if (mode == report::SelectMode::None)
         return rows;
     if (mode == report::SelectMode::Toggle && rows.contains(row))
@@ -393,6 +396,7 @@ protected:
             const bool single = Random(9) == 0;
             const std::set<int> selected = Selected(old, row, other, mode, single);
             ASSERT_TRUE(rows.Select(row, other, mode, single));
+            ASSERT_EQ(selected, RowsOf(rows.selection));
             focus = At(names, row);
             first = selected.empty() ? 0 : At(names, *selected.begin());
             last = selected.empty() ? 0 : At(names, *selected.rbegin());

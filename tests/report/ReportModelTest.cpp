@@ -386,7 +386,7 @@ protected:
     }
     void Select(const Names& names)
     {
-        for (int again = 0; again < 10; ++again)
+        for (int again = 0; again < 9; ++again)
         {
             rows.Count(); // looks, as the model has
             const report::Selection old = rows.selection;
@@ -436,7 +436,7 @@ protected:
             DeleteAll();
         else if (what < 15 && tree && name != 0)
             Expand(name);
-        else if (what == 15 && !all.empty())
+        else if (what == 15 && !all.empty() && Random(3) == 0)
             Sort();
         else if (what < 15 && !tree && all.size() > 1)
             what == 14 ? Shuffle() : MoveDown();
@@ -476,7 +476,7 @@ TEST_P(ReportModel, AgreesWithAPlainOne)
         {
             ASSERT_EQ(Expected(), Actual());
             const Names all = Below(0, true);
-            if (tree && !all.empty())
+            if (tree && !all.empty() && Random(3) == 0)
                 ExpectAround(At(all, Random(all.size())), At(all, Random(all.size())));
         }
     }

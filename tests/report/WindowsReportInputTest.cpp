@@ -117,6 +117,10 @@ TEST_F(ReportInput, ParentIsAskedFirst)
     ::SendMessage(header, HDM_DELETEITEM, 1, 0); // without the control's knowledge
     Key(VK_DOWN);
     EXPECT_EQ(-1, asked.subitem);
+    const int focus = report.GetCurrentFocus();
+    parent.answer = [&](NMHDR&) { return report.DestroyWindow(), 0; };
+    Key(VK_DOWN);
+    EXPECT_EQ(focus, report.GetCurrentFocus()) << "a key moves nothing in a window that it has closed";
 }
 
 TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)

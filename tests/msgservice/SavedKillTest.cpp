@@ -83,9 +83,8 @@ protected:
     }
 
     // Saves piece by piece, and tells of each when it is in the file.
-    void SavePieces(Mode mode, const std::function<void()>& tell) const
+    static void SavePieces(MessageFileWriter& writer, const std::function<void()>& tell)
     {
-        MessageFileWriter writer(m_path, mode, {});
         for (std::size_t i = 1; i <= kPieces; ++i)
         {
             Add(writer, Numbers(i * 1000, 60));
@@ -122,9 +121,11 @@ TEST_F(SavedKillTest, WhateverCallItIsKilledAtWhatIsCommittedIsThere)
             if (child == 0)
             {
                 Strike(Trouble::Kill, call);
-                const bool saved =
-                    Refused([&] { SavePieces(mode, [&] { (void)!::write(told[1], "c", 1); }); }).empty();
-                ::_exit(saved ? 0 : 1);
+                const std::string refused = Refused([&] {
+                    MessageFileWriter writer(m_path, mode, {});
+                    SavePieces(writer, [&] { EXPECT_EQ(1, ::write(told[1], "c", 1)); });
+                });
+                ::_exit(refused.empty() ? 0 : 1);
             }
             int status = 0;
             ASSERT_EQ(child, ::waitpid(child, &status, 0));
@@ -147,9 +148,16 @@ TEST_F(SavedKillTest, OnAFullDiskWhatIsCommittedStaysAndTheReasonIsTold)
             Save(Numbers(0, 60));
             committed = 0;
             Strike(Trouble::FullDisk, static_cast<int>(call));
-            const std::string refused = Refused([&] { SavePieces(mode, [&] { ++committed; }); });
+            {
+                std::optional<MessageFileWriter> writer;
+                const std::string refused = Refused([&] {
+                    writer.emplace(m_path, mode, SavedAbout());
+                    SavePieces(*writer, [&] { ++committed; });
+                });
+                EXPECT_EQ(committed < kPieces ? m_path + ": the disk is full" : "", refused);
+                EXPECT_TRUE(!writer || refused == Refused([&] { writer->Commit(); })) << "it goes on";
+            }
             Strike(Trouble::None);
-            EXPECT_EQ(committed < kPieces ? m_path + ": the disk is full" : "", refused);
             ExpectPieces(mode, committed);
             EXPECT_EQ(1, FileCount());
         }

@@ -120,6 +120,17 @@ TEST_F(SavedTest, AnyToolReadsIt)
     EXPECT_EQ(1, any.Number("select count(*) from pragma_integrity_check where integrity_check = 'ok'"));
 }
 
+TEST_F(SavedTest, LongTextsAreCutBetweenCharactersAndCommittedAtOnce)
+{
+    const std::string fits(16 * 1024 * 1024 - 7, 'x');
+    MessageFileWriter writer(m_path, Mode::Append, {});
+    Add(writer, {fits + "\xC3\xA9 and more"});
+    EXPECT_EQ(0u, writer.Committed());
+    Add(writer, {"2"});
+    EXPECT_EQ(2u, writer.Committed());
+    EXPECT_TRUE(fits + " [...]|2|" == Bodies());
+}
+
 TEST_F(SavedTest, WhatIsNotCommittedReplacesNothing)
 {
     Save({"old"});
@@ -190,6 +201,16 @@ TEST_F(SavedTest, ValuesOfOthersAreNotTrusted)
         m_saved.Add(fields);
     }
     EXPECT_EQ(m_saved.dumps, got.dumps);
+}
+
+TEST_F(SavedTest, DeletedMessagesAreToldAndTheirNumbersNotGivenAgain)
+{
+    Save({"1", "2", "3", "4"});
+    Change("delete from messages where id in (2, 4)");
+    const std::string told = m_path + ": 2 messages are missing\n";
+    EXPECT_EQ(told + "1|3|", Bodies());
+    Save({"5"}, Mode::Append);
+    EXPECT_EQ(told + "1|3|5|", Bodies());
 }
 
 TEST_F(SavedTest, ThereIsOneWriterAndReadersReadWhatItCommits)
@@ -266,7 +287,25 @@ TEST_F(SavedTest, OfACutFileTheRestIsReadAndTheLossIsTold)
     EXPECT_GT(got.dumps.size(), wanted.size() * 9 / 10);
 }
 
-// A changed byte of a text shows in that text. Of everything else the loss is told.
+TEST_F(SavedTest, ADamagedMessageHidesNoOther)
+{
+    std::string bytes = SaveNumbered();
+    const auto before = [&](const char* number, const char* body) {
+        return bytes.rfind(number, bytes.find(body));
+    };
+    bytes[before("\x81\x21", "100160b")] = '\xFF';     // its number: from 161 to 16289
+    bytes[before("\x81\x2B", "100170b") + 2] = '\x7F'; // what follows the number: how its fields are laid out
+    std::ofstream(m_path, std::ios::binary) << bytes;
+    m_saved.dumps.erase(m_saved.dumps.begin() + 170);
+    m_saved.dumps.erase(m_saved.dumps.begin() + 160);
+    CollectingSink got;
+    EXPECT_EQ(m_path + ": it is damaged, and 2 messages are missing\n", Told(got));
+    EXPECT_TRUE(m_saved.dumps == got.dumps);
+}
+
+// A changed byte of a text shows in that text; of everything else the loss is told. A change costs the
+// messages of a page at most, unless it is in one that the others are found by: the first of the file and the
+// first of the tree.
 TEST_F(SavedTest, OfADamagedFileTheRestIsReadAndTheLossIsTold)
 {
     const std::string whole = SaveNumbered();
@@ -274,19 +313,25 @@ TEST_F(SavedTest, OfADamagedFileTheRestIsReadAndTheLossIsTold)
     for (int round = 0; round < (std::getenv("QM_TEST_LONG") ? 20'000 : 100); ++round)
     {
         std::string bytes = whole;
-        const auto changes = round % 2 == 0 ? 1 : 1 + m_random() % 20;
+        const std::size_t changes = round % 2 == 0 ? 1 : 1 + m_random() % 20;
+        std::size_t first = bytes.size();
         for (std::size_t i = 0; i < changes; ++i)
-            bytes[m_random() % bytes.size()] = static_cast<char>(m_random());
+        {
+            const std::size_t at = m_random() % bytes.size();
+            bytes[at] = static_cast<char>(m_random());
+            first = std::min(first, at);
+        }
         std::ofstream(m_path, std::ios::binary) << bytes;
         CollectingSink got;
-        if (!Told(got).empty())
-            continue;
-        std::vector<std::string> right;
+        const bool isTold = !Told(got).empty();
         std::sort(got.dumps.begin(), got.dumps.end());
+        std::vector<std::string> right;
         std::set_intersection(wanted.begin(), wanted.end(), got.dumps.begin(), got.dumps.end(),
                               std::back_inserter(right));
-        EXPECT_EQ(wanted.size(), got.dumps.size()) << "round " << round;
-        EXPECT_LE(wanted.size() - right.size(), changes) << "round " << round;
+        const std::size_t lost = wanted.size() - right.size();
+        EXPECT_TRUE(isTold || (got.dumps.size() == wanted.size() && lost <= changes))
+            << round << ": " << lost;
+        EXPECT_TRUE(first < 2 * 8192 || lost <= changes * 75) << round << ": " << lost;
     }
 }
 

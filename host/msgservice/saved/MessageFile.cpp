@@ -13,7 +13,8 @@ namespace
 {
 
 constexpr std::size_t kPieceBytes = 4 * 1024 * 1024;
-constexpr int kSkipsAPiece = 100;
+constexpr int kTriesAPiece = 100; // to get past damage
+constexpr std::int64_t kNoNumber = kLastNumber + 1;
 
 // Whether the result tells of what lies in the file, and not of how it can be reached.
 bool IsDamage(int result)
@@ -117,7 +118,7 @@ MessageFile::Piece MessageFile::Read(std::int64_t first, std::uint32_t count, Me
     first = std::max<std::int64_t>(first, 1);
     Reading reading = {.sink = sink, .count = count, .after = first, .piece = {.next = first}};
     Piece& piece = reading.piece;
-    for (int skips = 0; !piece.atEnd && !reading.IsFull() && skips < kSkipsAPiece;)
+    for (int tries = 0; !reading.IsFull() && tries < kTriesAPiece; ++tries)
     {
         const std::int64_t begin = piece.next;
         const int result = ReadOn(reading);
@@ -129,11 +130,11 @@ MessageFile::Piece MessageFile::Read(std::int64_t first, std::uint32_t count, Me
         if (!IsDamage(result))
             m_database.Fail(result);
         m_isDamaged = true;
-        if (piece.next > begin)
-            continue; // from where it stopped, that is: the tree is searched for the next message again
-        ++skips;
-        piece.next = Skip(begin);
-        piece.atEnd = piece.next > kLastNumber;
+        if (piece.next == begin) // else the tree is searched again for where it stopped
+            piece.next = Skip(begin);
+        piece.atEnd = piece.next == kNoNumber;
+        if (piece.atEnd)
+            break;
     }
     if (piece.atEnd)
         piece.next = std::max(reading.after, lastGiven + 1);
@@ -151,10 +152,15 @@ int MessageFile::ReadOn(Reading& reading)
         if (const int result = m_messages.Step(); result != SQLITE_ROW)
             return result;
         // SQLite looks for the first one and takes the others as they come. In a damaged tree they may come
-        // again.
+        // again, or one with a wrong number may come before the others.
         const std::int64_t number = sqlite3_column_int64(m_messages.Handle(), 0);
         if (number < reading.piece.next || number > kLastNumber)
             return SQLITE_CORRUPT;
+        if (const std::int64_t before = FindFrom(reading.piece.next, number); before < number)
+        {
+            reading.piece.next = before;
+            return SQLITE_CORRUPT;
+        }
         HandOn(reading, number);
     }
     return SQLITE_ROW;
@@ -189,39 +195,56 @@ void MessageFile::HandOn(Reading& reading, std::int64_t number)
     reading.after = reading.piece.next;
 }
 
-// The first number from this one on that a message has, kLastNumber + 1 if there is none; nothing if the file
-// is damaged there.
-std::optional<std::int64_t> MessageFile::NumberFrom(std::int64_t number) const
+// The first number from this one on that a message has; kNoNumber if there is none or the file is damaged
+// there.
+std::int64_t MessageFile::NumberFrom(std::int64_t number) const
 {
     const ResetAtEnd reset(m_number);
     sqlite3_bind_int64(m_number.Handle(), 1, number);
     const int result = m_number.Step();
-    if (result == SQLITE_DONE)
-        return kLastNumber + 1;
-    if (result != SQLITE_ROW && !IsDamage(result))
+    if (result != SQLITE_ROW && result != SQLITE_DONE && !IsDamage(result))
         m_database.Fail(result);
-    const std::int64_t found = result == SQLITE_ROW ? sqlite3_column_int64(m_number.Handle(), 0) : 0;
-    return found >= number ? std::optional(found) : std::nullopt;
+    const std::int64_t found = result == SQLITE_ROW ? sqlite3_column_int64(m_number.Handle(), 0) : kNoNumber;
+    return found >= number ? found : kNoNumber;
 }
 
-// The number to go on with where the message of this one cannot be read: kLastNumber + 1 if there is none.
+// The number to go on with where the message of this one cannot be read; kNoNumber if there is none.
 std::int64_t MessageFile::Skip(std::int64_t unreadable) const
 {
-    if (const auto found = NumberFrom(unreadable))
-        return std::min(*found, kLastNumber) + 1; // only its content cannot be read
+    const std::int64_t found = NumberFrom(unreadable);
+    return found == unreadable ? unreadable + 1 // only its content cannot be read
+                               : FindFrom(unreadable, found);
+}
 
-    // A page cannot be read, and nobody knows how many messages are in it: look further and further away, and
-    // then for the beginning of what can be read.
-    std::int64_t bad = unreadable;
-    std::int64_t good = kLastNumber + 1;
-    for (std::int64_t step = 1; step <= (kLastNumber - unreadable) / 2 && good > kLastNumber; step *= 2)
-        (NumberFrom(unreadable + step) ? good : bad) = unreadable + step;
-    while (good <= kLastNumber && good - bad > 1)
+// The first number that can be found after `number`; `otherwise`, which is higher, if there is none before
+// that.
+std::int64_t MessageFile::FindFrom(std::int64_t number, std::int64_t otherwise) const
+{
+    // Nobody knows how many messages are in a page that cannot be read: look further and further away, and
+    // then for the first one between the last two places.
+    std::int64_t best = otherwise;
+    std::int64_t bad = number;
+    std::int64_t good = number;
+    std::int64_t last = number;
+    for (std::uint64_t step = 1; step < static_cast<std::uint64_t>(best - number); step *= 2)
+    {
+        const std::int64_t place = number + static_cast<std::int64_t>(step);
+        if (const std::int64_t found = NumberFrom(place); found < best)
+        {
+            best = found;
+            bad = last;
+            good = place;
+        }
+        last = place;
+    }
+    while (good - bad > 1)
     {
         const std::int64_t middle = bad + (good - bad) / 2;
-        (NumberFrom(middle) ? good : bad) = middle;
+        const std::int64_t found = NumberFrom(middle);
+        (found <= best ? good : bad) = middle;
+        best = std::min(best, found);
     }
-    return good;
+    return best;
 }
 
 } // namespace msgservice

@@ -5,7 +5,6 @@
 #include "msgservice/saved/Database.h"
 
 #include <array>
-#include <optional>
 
 namespace msgservice
 {
@@ -62,8 +61,9 @@ private:
 
     int ReadOn(Reading& reading);
     void HandOn(Reading& reading, std::int64_t number);
-    std::optional<std::int64_t> NumberFrom(std::int64_t number) const;
+    std::int64_t NumberFrom(std::int64_t number) const;
     std::int64_t Skip(std::int64_t unreadable) const;
+    std::int64_t FindFrom(std::int64_t number, std::int64_t otherwise) const;
 
     bool m_isDamaged = false;
     Database m_database;

@@ -196,6 +196,12 @@ bool CountingFiles::GetSize(const char* path, std::uint64_t& size)
     return m_next->GetSize(path, size);
 }
 
+bool CountingFiles::GetIdentity(HANDLE file, ZEMA::FileIdentity& identity)
+{
+    ++m_counts.others;
+    return m_next->GetIdentity(file, identity);
+}
+
 bool CountingFiles::Delete(const char* path)
 {
     ++m_counts.others;
@@ -279,6 +285,12 @@ bool IdleFiles::Unlock(HANDLE, std::uint64_t, std::uint64_t)
 bool IdleFiles::GetSize(const char*, std::uint64_t& size)
 {
     size = 1000000;
+    return true;
+}
+
+bool IdleFiles::GetIdentity(HANDLE, ZEMA::FileIdentity& identity)
+{
+    identity = {};
     return true;
 }
 

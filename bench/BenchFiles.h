@@ -100,6 +100,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool GetIdentity(HANDLE file, ZEMA::FileIdentity& identity) override;
     DWORD LastError() override;
     void SetLastError(DWORD error) override;
     std::string ErrorText(DWORD error) override;
@@ -127,6 +128,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool GetIdentity(HANDLE file, ZEMA::FileIdentity& identity) override;
     DWORD LastError() override;
     void SetLastError(DWORD error) override;
     std::string ErrorText(DWORD error) override;

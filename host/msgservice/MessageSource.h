@@ -28,6 +28,10 @@ public:
     // What went wrong or is worth knowing since the last call, one sentence a line with the name of the
     // source; empty if there is nothing to tell.
     virtual std::string TakeNotices() = 0;
+
+    // How the messages are told apart, in sentences; known after the first messages, empty if there is
+    // nothing to tell.
+    virtual std::string Explanation() { return {}; }
 };
 
 } // namespace msgservice

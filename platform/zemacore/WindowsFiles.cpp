@@ -75,6 +75,18 @@ public:
 
     bool Delete(const char* path) override { return ::DeleteFileA(path) != FALSE; }
 
+    bool GetIdentity(HANDLE file, FileIdentity& identity) override
+    {
+        BY_HANDLE_FILE_INFORMATION information;
+        if (!::GetFileInformationByHandle(file, &information))
+            return false;
+
+        identity.volume = information.dwVolumeSerialNumber;
+        identity.file =
+            (static_cast<std::uint64_t>(information.nFileIndexHigh) << 32) | information.nFileIndexLow;
+        return true;
+    }
+
     DWORD LastError() override { return ::GetLastError(); }
 
     void SetLastError(DWORD error) override { ::SetLastError(error); }

@@ -1,5 +1,6 @@
 // Bytes to lines, and lines to messages.
 #include "msgservice/text/TextMessages.h"
+#include "ListedMessages.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -10,26 +11,6 @@ namespace msgservice
 
 namespace
 {
-
-// "line: topic [text, next line of it]" of each message.
-class Listed : public MessageSink
-{
-public:
-    void Add(const MessageFields& message) override
-    {
-        EXPECT_EQ(std::string_view::npos, message.body.find('\0'));
-        std::string body;
-        for (const char c : message.body)
-            body.append(c == '\r' ? 0 : 1, c == '\n' ? '|' : c);
-        text += std::to_string(message.sourceLine) + ": " + std::string(message.topic) + " [" + body + "]\n";
-        sizes.push_back(message.body.size());
-        last = message.body;
-    }
-
-    std::string text;
-    std::vector<std::size_t> sizes;
-    std::string last;
-};
 
 void Give(LineReader& reader, std::string_view bytes)
 {

@@ -51,6 +51,23 @@ TEST_F(FileCallsTest, OpeningTellsNewFilesFromOldOnes)
     }
 }
 
+TEST_F(FileCallsTest, AFileHasOneIdentityForAllHandles)
+{
+    ZEMA::FileIdentity identities[3];
+    const HANDLE first = Open(GENERIC_READ, kShareAll);
+    const HANDLE second = Open(GENERIC_READ, kShareAll);
+    path = Path("other.log");
+    const HANDLE other = Open(GENERIC_READ, kShareAll);
+    EXPECT_TRUE(calls.GetIdentity(first, identities[0]));
+    EXPECT_TRUE(calls.GetIdentity(second, identities[1]));
+    EXPECT_TRUE(calls.GetIdentity(other, identities[2]));
+    EXPECT_EQ(identities[0], identities[1]);
+    EXPECT_NE(identities[0], identities[2]);
+    for (const HANDLE file : {first, second, other})
+        calls.Close(file);
+    EXPECT_FALSE(calls.GetIdentity(INVALID_HANDLE_VALUE, identities[0]));
+}
+
 TEST_F(FileCallsTest, SeeksReachBeyondTheEndButNotBeforeTheStart)
 {
     const HANDLE file = Open();

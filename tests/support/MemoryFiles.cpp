@@ -160,6 +160,22 @@ bool MemoryFiles::GetSize(const char* path, std::uint64_t& size)
     return file != nullptr;
 }
 
+bool MemoryFiles::GetIdentity(HANDLE file, FileIdentity& identity)
+{
+    const OpenFile* const open = CountCall("GetIdentity") ? Find(file, kAnyAccess) : nullptr;
+    if (open != nullptr)
+        identity = {1, open->file->identity};
+    return open != nullptr;
+}
+
+void MemoryFiles::Rename(const std::string& path, const std::string& to)
+{
+    auto node = m_files.extract(Key(path));
+    node.key() = Key(to);
+    node.mapped().path = to;
+    m_files.insert(std::move(node));
+}
+
 bool MemoryFiles::Delete(const char* path)
 {
     const File* const file = CountCall("Delete", path) ? FindFile(path) : nullptr;
@@ -331,7 +347,10 @@ MemoryFiles::File& MemoryFiles::MakeFile(const std::string& path)
 {
     const auto [place, isNew] = m_files.try_emplace(Key(path));
     if (isNew)
+    {
         place->second.path = path;
+        place->second.identity = ++m_lastIdentity;
+    }
     return place->second;
 }
 

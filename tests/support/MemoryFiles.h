@@ -70,6 +70,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool GetIdentity(HANDLE file, FileIdentity& identity) override;
     DWORD LastError() override { return m_lastError; }
     void SetLastError(DWORD error) override { m_lastError = error; }
     std::string ErrorText(DWORD error) override; // "Error <n>.\r\n"; empty for 0
@@ -80,6 +81,8 @@ public:
     void SetContents(const std::string& path, const std::string& bytes);
     void SetSize(const std::string& path, std::uint64_t size); // cuts, extends with zeros, or creates
     std::vector<std::string> Paths() const;                    // as first given, ascending without case
+    void Rename(const std::string& path,
+                const std::string& to); // also an open file; there must be none at `to`
     std::size_t OpenHandles() const { return m_handles.size(); }
     void CloseAllHandles(); // what the end of a process does, locks included
 
@@ -107,6 +110,7 @@ private:
     struct File
     {
         std::string path; // as first given
+        std::uint64_t identity = 0;
         std::uint64_t size = 0;
         std::map<std::uint64_t, std::string> chunks; // by number; a missing one holds zeros
         HANDLE locker = nullptr;
@@ -143,6 +147,7 @@ private:
     void CountFailure(const std::string& call);
 
     std::map<std::string, File> m_files; // by the path as it compares
+    std::uint64_t m_lastIdentity = 0;
     std::map<HANDLE, OpenFile> m_handles;
     std::uintptr_t m_lastHandle = 0; // never used again, so that a stale handle is noticed
     DWORD m_lastError = ERROR_SUCCESS;

@@ -29,6 +29,7 @@ namespace
 
 // About a second of a processor's time, and memory that no machine lacks.
 constexpr std::uint32_t kMatchLimit = 10'000'000;
+constexpr std::uint32_t kLineLimit = 2'000'000; // for one that is tried on each line from its start
 constexpr std::uint32_t kHeapLimit = 64 * 1024; // KiB
 constexpr std::size_t kJitStack = 1024 * 1024;  // bytes
 
@@ -85,7 +86,7 @@ struct Expression::Data
             MakeMachineCode(utf8);
             isMachineCode = MakeMachineCode(bytes);
         }
-        pcre2_set_match_limit(context.get(), kMatchLimit);
+        pcre2_set_match_limit(context.get(), (options & PCRE2_ANCHORED) != 0 ? kLineLimit : kMatchLimit);
         pcre2_set_heap_limit(context.get(), kHeapLimit);
         pcre2_jit_stack_assign(context.get(), nullptr, stack.get());
     }

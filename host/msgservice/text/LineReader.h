@@ -38,7 +38,6 @@ public:
     // What there is of a line that has no end yet; false if there is nothing. What comes of this line later
     // is the rest of it: a line of its own, for which IsRest answers true.
     bool TakeUnfinished(std::string_view& line);
-    bool HasUnfinished() const { return m_at < m_end || !m_raw.empty(); }
     bool IsRest() const { return m_isRest; }
 
     // Forgets all, for another text.

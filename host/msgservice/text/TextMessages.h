@@ -46,7 +46,7 @@ public:
     std::string Settlements() const { return m_times.Settlements(); }
 
 private:
-    static constexpr int kMostGivenUp = 20; // lines that a format may spend so much time on
+    static constexpr int kMostGivenUp = 10; // lines that a format may spend so much time on
 
     struct Parser
     {

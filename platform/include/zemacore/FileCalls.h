@@ -10,6 +10,15 @@
 namespace ZEMA
 {
 
+// What tells a file from others, whatever it is called.
+struct FileIdentity
+{
+    std::uint64_t volume = 0;
+    std::uint64_t file = 0; // on that volume
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
 // One operation for each system call, with the system's own arguments, answers and error numbers.
 // QmPlatform.dll brings the Win32 version and installs it; tests install files in memory (MemoryFiles).
 // A failing operation leaves its error number in LastError, per thread as the system does.
@@ -43,6 +52,8 @@ public:
     // The file's size in bytes, from its attributes; opens nothing.
     virtual bool GetSize(const char* path, std::uint64_t& size) = 0;
     virtual bool Delete(const char* path) = 0;
+
+    virtual bool GetIdentity(HANDLE file, FileIdentity& identity) = 0;
 
     virtual DWORD LastError() = 0;
     virtual void SetLastError(DWORD error) = 0;

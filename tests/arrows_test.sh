@@ -88,7 +88,7 @@ without_system logreport/model/*.{h,cpp}
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
 includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}
 includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
-includes_only "$logs|$core|commandline/\w+\.h|logtool/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
+includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|logtool/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
 for file in host/logdesk/*.cpp; do
     if grep -qx "${file##*/}" <<<"$deskCore"; then

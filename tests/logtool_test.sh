@@ -36,3 +36,37 @@ until grep -q 'waiting for a process that writes in .*logs.* and has Log.DAT ope
 exec 3>&-
 wait
 expect fourth "$(logtool tail -n 1)"
+
+# Messages, told apart from a text, come back from CSV, JSON and a saved file as other programs read them.
+{
+    printf '2026-11-22 10:00:%02d,5 INFO [pump] "started", step %d\n' 1 1 2 2 3 3
+    printf '2026-11-22 10:00:04,5 ERROR [valve] gr\xc3\xb6\xc3\x9fe, \xe6\x97\xa5\n  at close\n\n  at main\n'
+} >app.log
+cat >read.py <<'PYTHON'
+import csv, io, json, sqlite3, subprocess, sys
+told = lambda *options: subprocess.run([*sys.argv[1:], "messages", *options], stdout=subprocess.PIPE, check=True).stdout
+fields = ["timestamp", "level", "topic", "body", "source-line"]
+wanted = [[f"2026-11-22 10:00:0{n},5", "INFO", "pump", f'"started", step {n}', str(n)] for n in (1, 2, 3)]
+wanted.append(["2026-11-22 10:00:04,5", "ERROR", "valve", "größe, 日\r\n  at close\r\n\r\n  at main", "4"])
+text = told("app.log", "--csv", "--fields", ",".join(fields)).decode()
+assert list(csv.reader(io.StringIO(text, newline=""))) == [fields] + wanted, text
+lines = [json.loads(line) for line in told("app.log", "--json", "--fields", "all").decode().splitlines()]
+assert [[str(line[field]) for field in fields] for line in lines] == wanted, lines
+told("app.log", "--level", "error", "--save", "saved.zemalog")
+rows = sqlite3.connect("saved.zemalog").execute("select timestamp, level, topic, body, source_line from messages")
+assert rows.fetchall() == [(wanted[3][0], 4, "valve", wanted[3][3], 4)]
+again = json.loads(told("saved.zemalog", "--json", "--fields", "all"))
+assert {**again, "source": ""} == lines[3], again
+PYTHON
+python3 read.py "$tool"
+
+# A log that is followed is rotated: nothing is missed and nothing comes twice.
+echo '2026-11-22 10:00:01 INFO one' >live.log
+"$tool" messages -f live.log --fields body >followed 2>told &
+until grep -q one followed; do sleep 0.05; done
+echo '2026-11-22 10:00:02 INFO two' >>live.log
+mv live.log live.log.1
+echo '2026-11-22 10:00:03 INFO three' >live.log
+until grep -q three followed; do sleep 0.05; done
+kill $!
+expect $'one\ntwo\nthree' "$(cat followed)"

@@ -14,14 +14,14 @@ arguments=()
 command=
 words=0 # after the command, options left out
 
-# Paths are the values of two options, the files to write and the folder to verify. "-" is the standard input.
+# Paths are the values of some options, the files to write or read and the folder to verify. "-" is the standard input.
 add_word() {
     local word=$1
     if [[ -z $command ]]; then
         command=$word
     else
         words=$((words + 1))
-        if [[ $word != - && ($command == verify || $command == write && $words -gt 1) ]]; then
+        if [[ $word != - && ($command == @(verify|messages) || $command == write && $words -gt 1) ]]; then
             word=$(windows_path "$word")
         fi
     fi
@@ -32,12 +32,13 @@ while (($# > 0)); do
     word=$1
     shift
     case $word in
-        --folder | --cursor-file)
+        --folder | --cursor-file | --save)
             arguments+=("$word" ${1+"$(windows_path "$1")"})
             shift $(($# > 0))
             ;;
-        --folder=?* | --cursor-file=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
-        --kind | --block | --log | --grep | --from | --to | --after | --depth | -[ABn])
+        --folder=?* | --cursor-file=?* | --save=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
+        --kind | --block | --log | --grep | --from | --to | --after | --depth | -[ABn] | \
+            --format | --fields | --contain | --not-contain | --level | --sort)
             arguments+=("$word" ${1+"$1"})
             shift $(($# > 0))
             ;;

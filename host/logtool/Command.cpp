@@ -55,7 +55,7 @@ int Command::Call(const std::vector<std::string>& words, Host& host)
         host.Output() << Help();
         return kDone;
     }
-    if (m_use != FolderUse::None)
+    if (m_use != FolderUse::None && UsesFolder())
         EnterFolder(host);
     return Run(host);
 }

@@ -52,6 +52,9 @@ protected:
     // The options have their values, and `host` is in the log folder.
     virtual int Run(Host& host) = 0;
 
+    // Whether the folder is needed for what the words ask.
+    virtual bool UsesFolder() const { return true; }
+
     // The log folder that the words name.
     virtual std::optional<std::string> NamedFolder() const { return m_folder; }
 

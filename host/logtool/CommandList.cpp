@@ -12,6 +12,7 @@ namespace logtool
     COMMAND(MakeTree)                                                                                        \
     COMMAND(MakeErrors)                                                                                      \
     COMMAND(MakeDuring)                                                                                      \
+    COMMAND(MakeMessages)                                                                                    \
     COMMAND(MakeVerify)                                                                                      \
     COMMAND(MakeHelp)
 

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 
 namespace logtool
 {
@@ -223,6 +225,17 @@ std::unique_ptr<Input> Console::OpenInput(const std::string& path)
     if (file == INVALID_HANDLE_VALUE)
         return nullptr;
     return std::make_unique<HandleInput>(file, true);
+}
+
+// Beside the profile.
+std::string Console::UserFormats()
+{
+    const char* const profile = std::getenv("QM_PROFILE");
+    const char* const appData = std::getenv("APPDATA");
+    std::string path = profile ? profile : appData ? std::string(appData) + "\\QmLog\\Profile.ini" : "";
+    path = path.substr(0, path.find_last_of("\\/") + 1) + "Formats.json";
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 bool Console::IsEndWanted()

@@ -47,6 +47,7 @@ public:
     bool FolderExists() override;
     std::vector<std::string> ListLogs() override;
     std::unique_ptr<Input> OpenInput(const std::string& path) override;
+    std::string UserFormats() override;
     bool IsEndWanted() override;
     bool Wait() override;
 

@@ -56,6 +56,10 @@ public:
     // "-" is the standard input. Null when the file cannot be opened: the system's last error tells why.
     virtual std::unique_ptr<Input> OpenInput(const std::string& path) = 0;
 
+    // The formats of text logs that the user has added, as the file in the profile folder has them; empty if
+    // there is none.
+    virtual std::string UserFormats() = 0;
+
     // Whether the user has pressed Ctrl+C. From the first call on that no longer ends the program at once.
     virtual bool IsEndWanted() = 0;
 

@@ -60,6 +60,7 @@ public:
         return folder != "missing";
     }
     std::vector<std::string> ListLogs() override { return {logs.begin(), logs.end()}; }
+    std::string UserFormats() override { return formats; }
     bool IsEndWanted() override { return endWanted; }
     bool Wait() override { return wait(); }
 
@@ -77,6 +78,7 @@ public:
     std::set<std::string> logs;
     std::ios::iostate outputState = std::ios::goodbit;
     std::string outputFault = "Error 112.";
+    std::string formats;
     bool terminal = false;
     bool colours = true;
     bool endWanted = false;

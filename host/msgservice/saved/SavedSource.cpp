@@ -45,6 +45,16 @@ MessageSource::State SavedSource::Read(MessageSink& sink)
     return m_atEnd == AtEnd::Follow && !m_hasFailed ? State::Waiting : State::Ended;
 }
 
+std::string SavedSource::Explanation()
+{
+    std::string text = "A saved file of " + std::to_string(m_file.Count()) + " messages";
+    for (const auto& [name, before] : {std::pair("program", ", saved by "), std::pair("version", " "),
+                                       std::pair("saved", ", "), std::pair("origin", ", from ")})
+        if (const std::string value = m_file.About(name); !value.empty())
+            text += before + value;
+    return text + ".\n";
+}
+
 std::string SavedSource::TakeNotices()
 {
     return std::exchange(m_notices, std::string());

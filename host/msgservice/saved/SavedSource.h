@@ -26,6 +26,7 @@ public:
     // Throws only what the sink throws; the next call hands on the same messages again.
     State Read(MessageSink& sink) override;
     std::string TakeNotices() override;
+    std::string Explanation() override;
 
 private:
     void TellWhatIsMissing();

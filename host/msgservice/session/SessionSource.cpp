@@ -52,6 +52,8 @@ public:
         const std::string level = NameOfKind(entry.row.kind);
         m_text = entry.text.substr(skip);
         m_text.erase(m_text.find_last_not_of("\r\n") + 1);
+        if (skip > 0 && m_text.empty())
+            return; // all that came of the line is its end
         std::replace(m_text.begin(), m_text.end(), '\0', ' ');
         MessageFields fields;
         fields.timestamp = number;
@@ -89,6 +91,13 @@ MessageSource::State SessionSource::Read(MessageSink& sink)
     if (m_follower.HasMore() || (m_follower.HoldsLine() && m_until == Until::Now))
         return State::More;
     return m_until == Until::Now ? State::Ended : State::Waiting;
+}
+
+std::string SessionSource::Explanation()
+{
+    return "The rows of a session: the topic is the log, the time stamp is the sequence number, and the "
+           "level comes from "
+           "the block's kind.\n";
 }
 
 std::string SessionSource::TakeNotices()

@@ -34,6 +34,7 @@ public:
 
     State Read(MessageSink& sink) override;
     std::string TakeNotices() override;
+    std::string Explanation() override;
 
 private:
     class Rows;

@@ -1,5 +1,5 @@
 // What messages cost: keeping, filtering and sorting them. Runs on this system too, where there is memmem.
-#include "Bench.h"
+#include "MessageBench.h"
 
 #include "LogMsg.h"
 #include "msgservice/MsgService.h"
@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
-#include <random>
 
 #ifdef _WIN32
 #include "BenchMemory.h"
@@ -22,9 +21,7 @@ namespace
 
 using namespace msgservice;
 using bench::Comparison;
-using bench::Measure;
-
-constexpr std::size_t kBodySize = 120;
+using bench::Messages;
 
 double UsedBytes()
 {
@@ -45,57 +42,6 @@ bool Contains(std::string_view text, std::string_view wanted)
     return memmem(text.data(), text.size(), wanted.data(), wanted.size()) != nullptr;
 #endif
 }
-
-// Messages as a busy service writes them: few topics, many threads, bodies that begin alike.
-class Messages
-{
-public:
-    explicit Messages(std::uint32_t count) : m_count(count) {}
-
-    std::uint32_t Count() const { return m_count; }
-
-    // Calls `take` with each message; all calls see the same ones.
-    template <typename Take> void ForEach(Take take) const
-    {
-        std::mt19937 random(7);
-        std::string body, topic, who, timestamp;
-        for (std::uint32_t i = 0; i < m_count; ++i)
-        {
-            const auto below = [&](std::uint32_t bound) {
-                return static_cast<std::uint32_t>(random() % bound);
-            };
-            body = "Request " + std::to_string(random()) + " of client " + std::to_string(below(5000)) +
-                   " answered in " + std::to_string(below(900)) + " ms with status " +
-                   std::to_string(below(500));
-            body.resize(kBodySize, 'x');
-            topic = "server.module" + std::to_string(below(50));
-            who = "worker-" + std::to_string(below(200));
-            timestamp = "2026-11-22 13:" + std::to_string(10 + i / 60'000 % 50) + ":" +
-                        std::to_string(10 + i / 1000 % 50) + "," + std::to_string(100 + below(900));
-            MessageFields fields;
-            fields.timestamp = timestamp;
-            fields.levelText = "INFO";
-            fields.topic = topic;
-            fields.body = body;
-            fields.who = who;
-            fields.sourceLine = static_cast<std::int32_t>(i + 1);
-            fields.countsSourceLine = true;
-            fields.time = Time{i / 7} * 1'000'000 + below(5'000'000);
-            fields.level = below(20) == 0 ? kErrorLevel : kInfoLevel;
-            take(fields);
-        }
-    }
-
-    std::shared_ptr<MessageStore> Stored() const
-    {
-        auto store = MessageStore::Make();
-        ForEach([&](const MessageFields& fields) { store->Add(fields); });
-        return store;
-    }
-
-private:
-    std::uint32_t m_count;
-};
 
 void MeasureStoring(const Messages& messages, unsigned rounds, bench::Report& report)
 {
@@ -278,6 +224,8 @@ int main(int count, char** arguments)
     MeasureFilter(store, rounds, report);
     MeasureSort(*store, rounds, report);
     MeasureTextSort(*store, rounds, report);
+    bench::MeasureTexts(options, rounds, report);
+    bench::MeasureSavedFiles(*store, rounds, report);
     report.Print(options);
     return report.AllMet() || options.quick ? 0 : 1;
 }

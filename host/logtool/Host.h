@@ -58,7 +58,7 @@ public:
 
     // The formats of text logs that the user has added, as the file in the profile folder has them; empty if
     // there is none.
-    virtual std::string UserFormats() = 0;
+    virtual std::string UserFormats() { return {}; }
 
     // Whether the user has pressed Ctrl+C. From the first call on that no longer ends the program at once.
     virtual bool IsEndWanted() = 0;

@@ -28,6 +28,11 @@ void Put(RecordHead& head, std::uint64_t number)
 
 std::uint64_t Take(const char*& from)
 {
+    if (const auto first = static_cast<unsigned char>(*from); first < 0x80)
+    {
+        ++from;
+        return first; // as most are
+    }
     std::uint64_t number = 0;
     for (unsigned shift = 0;; shift += 7)
     {

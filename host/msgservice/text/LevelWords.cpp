@@ -95,12 +95,26 @@ constexpr LevelWord kLevelWords[] = {
 
 constexpr std::size_t kLongest = 13;
 
-// The first eight letters in lower case and the number of all: no two words of the table have the same.
+template <typename Number> Number Loaded(const char* text)
+{
+    Number number = 0;
+    std::memcpy(&number, text, sizeof(number));
+    return number;
+}
+
+// The letters in lower case and their number: no two words of the table have the same. Of more than eight
+// letters the first and the last four count, of fewer all.
 std::uint64_t KeyOf(std::string_view word)
 {
+    const std::size_t size = word.size();
     std::uint64_t key = 0;
-    std::memcpy(&key, word.data(), std::min<std::size_t>(word.size(), 8));
-    return (key | 0x2020202020202020) ^ word.size();
+    if (size >= 4)
+        key = Loaded<std::uint32_t>(word.data()) |
+              std::uint64_t{Loaded<std::uint32_t>(word.data() + size - 4)} << 32;
+    else
+        for (const char c : word)
+            key = key << 8 | static_cast<unsigned char>(c);
+    return (key | 0x2020202020202020) ^ size;
 }
 
 // The words by their keys, so that a word is found at the first or second look.
@@ -142,14 +156,15 @@ private:
     std::array<Entry, kSize> m_entries = {};
 };
 
+const WordTable kWordTable;
+
 } // namespace
 
 bool FindLevel(std::string_view word, std::uint32_t& level)
 {
-    static const WordTable table;
     if (word.size() > 1 && word.back() >= '0' && word.back() <= '9')
         word.remove_suffix(1);
-    return !word.empty() && word.size() <= kLongest && table.Find(KeyOf(word), level);
+    return !word.empty() && word.size() <= kLongest && kWordTable.Find(KeyOf(word), level);
 }
 
 std::uint32_t LevelOfSeverity(unsigned severity)

@@ -26,7 +26,7 @@ constexpr std::string_view kCutMark = " (...)";
 class LineReader
 {
 public:
-    // Room for the next bytes, half a megabyte at least. Lines handed out before are gone.
+    // Room for the next bytes, 128 KiB at least. Lines handed out before are gone.
     std::span<char> Room();
 
     // The first `size` bytes of that room are there now.

@@ -11,6 +11,7 @@ namespace
 {
 
 constexpr std::int64_t kSecond = 1'000'000'000;
+constexpr std::size_t kClockLength = 8;         // "hh:mm:ss"
 constexpr std::int64_t kDay = 86'400;           // seconds
 constexpr std::int64_t kFirst = -9'214'560'000; // 1678-01-01
 constexpr std::int64_t kLast = 9'214'646'399;   // 2261-12-31 23:59:59
@@ -103,39 +104,40 @@ bool TimeText::Read(std::string_view text, Time& time)
     return true;
 }
 
+// What surrounds "hh:mm:ss" and its fraction. A time that is written in another way is not remembered.
 void TimeText::Remember(std::string_view text, const ScannedTime& scanned, std::int64_t midnight)
 {
     m_last.before = 0;
     const std::size_t after = text.size() - scanned.timeEnd;
-    if (scanned.timeAt == 0 || scanned.timeEnd == 0 || scanned.timeAt + after > m_last.text.size())
+    const std::size_t second = scanned.timeAt + kClockLength;
+    const bool isClock =
+        scanned.timeEnd >= second && (second == text.size() || second == scanned.timeEnd ||
+                                      text[second] == '.' || text[second] == ',' || text[second] == ':');
+    if (scanned.timeAt == 0 || !isClock || second + after > m_last.text.size())
         return;
-    std::memcpy(m_last.text.data(), text.data(), scanned.timeAt);
-    std::memcpy(m_last.text.data() + scanned.timeAt, text.data() + scanned.timeEnd, after);
     m_last.before = scanned.timeAt;
     m_last.after = after;
     m_last.midnight = midnight;
     m_last.half = scanned.half;
+    std::memcpy(m_last.text.data(), text.data(), scanned.timeAt);
+    std::memcpy(m_last.text.data() + second, text.data() + scanned.timeEnd, after);
+    if (!ReadClock(text))
+        m_last.before = 0;
 }
 
 // Reads "...hh:mm:ss...", with any fraction, in the surroundings of the time stamp before it.
-bool TimeText::ReadLikeLast(std::string_view text, Time& time) const
+bool TimeText::ReadLikeLast(std::string_view text, Time& time)
 {
-    constexpr std::size_t kTimeLength = 8;
-    if (text.size() < m_last.before + kTimeLength + m_last.after ||
-        std::memcmp(text.data(), m_last.text.data(), m_last.before) != 0)
+    const std::size_t second = m_last.before + kClockLength; // where the text after the second begins
+    if (text.size() < second + m_last.after)
         return false;
-    const char* at = text.data() + m_last.before;
-    const char* end = text.data() + text.size() - m_last.after;
-    if (m_last.after > 0 && std::memcmp(end, m_last.text.data() + m_last.before, m_last.after) != 0)
+    const char* at = text.data();
+    const char* const end = at + text.size() - m_last.after;
+    if (m_last.after > 0 && std::memcmp(end, m_last.text.data() + second, m_last.after) != 0)
         return false;
-    const int hour = TwoDigits(at);
-    const int minute = TwoDigits(at + 3);
-    const int second = TwoDigits(at + 6);
-    if (hour < 0 || minute < 0 || second < 0 || hour > 23 || minute > 59 || second > 60)
+    if (std::memcmp(at, m_last.text.data(), second) != 0 && !ReadClock(text))
         return false;
-    if ((at[2] != ':' && at[2] != '.') || at[5] != at[2])
-        return false;
-    at += kTimeLength;
+    at += second;
     int nanoseconds = 0;
     if (at != end)
     {
@@ -148,8 +150,25 @@ bool TimeText::ReadLikeLast(std::string_view text, Time& time) const
             nanoseconds += (*at - '0') * weight;
         }
     }
-    const int secondOfDay = HourOf(hour, m_last.half) * 3600 + minute * 60 + second;
-    time = TimeOf(m_last.midnight + secondOfDay, nanoseconds);
+    time = TimeOf(m_last.second, nanoseconds);
+    return true;
+}
+
+// Another time of the same day.
+bool TimeText::ReadClock(std::string_view text)
+{
+    const char* const at = text.data() + m_last.before;
+    if (std::memcmp(text.data(), m_last.text.data(), m_last.before) != 0)
+        return false;
+    const int hour = TwoDigits(at);
+    const int minute = TwoDigits(at + 3);
+    const int second = TwoDigits(at + 6);
+    if (hour < 0 || minute < 0 || second < 0 || hour > 23 || minute > 59 || second > 60)
+        return false;
+    if ((at[2] != ':' && at[2] != '.') || at[5] != at[2])
+        return false;
+    std::memcpy(m_last.text.data() + m_last.before, at, kClockLength);
+    m_last.second = m_last.midnight + HourOf(hour, m_last.half) * 3600 + minute * 60 + second;
     return true;
 }
 

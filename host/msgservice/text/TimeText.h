@@ -53,18 +53,20 @@ private:
         OrderCount
     };
 
-    // The text around the time of day of the time stamp before this one, and what it means: most are the
-    // same.
-    struct Surroundings
+    // The time stamp before this one without its fraction, and what it means: in most lines it is the same
+    // but for the time of day.
+    struct LastText
     {
         std::array<char, 48> text = {};
         std::size_t before = 0;    // bytes in front of the time of day; 0 if nothing is remembered
         std::size_t after = 0;     // bytes after the fraction
         std::int64_t midnight = 0; // of the day, in seconds since 1970 UTC
+        std::int64_t second = 0;   // likewise, of the time stamp
         int half = -1;
     };
 
-    bool ReadLikeLast(std::string_view text, Time& time) const;
+    bool ReadLikeLast(std::string_view text, Time& time);
+    bool ReadClock(std::string_view text);
     void Remember(std::string_view text, const ScannedTime& scanned, std::int64_t midnight);
     bool DayOf(ScannedTime& scanned, std::int64_t& day);
     bool SettleNumbers(ScannedTime& scanned) const;
@@ -74,7 +76,7 @@ private:
 
     Time m_reference;
     std::array<std::uint32_t, OrderCount> m_notPossible = {}; // time stamps that an order made no date of
-    Surroundings m_last;
+    LastText m_last;
     int m_year = 0; // of the last date without one; 0 before the first
     int m_month = 0;
     std::int64_t m_day = 0; // of the last time without a date, since 1970

@@ -33,4 +33,9 @@ for file in $(git ls-files -- 'logfiles/*.cpp' 'logview/*.cpp' 'report/*.cpp'); 
     done
     missing "$file" docs/architecture.md
 done
+
+# The formats of text logs are in the guide with the titles that the program shows.
+while read -r name; do
+    grep -q "^| \`$name\` |" docs/guide.md || missing "the format $name" docs/guide.md
+done < <(sed -n '/BuiltInFormats()$/,$ s/^        {"\([a-z][a-z0-9-]*\)",.*/\1/p' host/msgservice/text/BuiltInFormats.cpp)
 exit $failed

@@ -33,7 +33,7 @@ inline constexpr FormatSample kFormatSamples[] = {
      "2023-10-11T22:14:15.003Z | 2 | app | module=web | no data"},
     {"syslog-facility", "Mon Oct  9 03:04:05 2023 daemon.warn dnsd[12]: slow answer",
      "Mon Oct  9 03:04:05 2023 | 3 warn | dnsd | who=12 | slow answer"},
-    {"cisco", "*Oct  9 03:04:05.678: %LINK-3-UPDOWN: Interface Gi0/1, changed state to down",
+    {"network-device", "*Oct  9 03:04:05.678: %LINK-3-UPDOWN: Interface Gi0/1, changed state to down",
      "Oct  9 03:04:05.678 | 4 | LINK | context=UPDOWN | Interface Gi0/1, changed state to down"},
     {"syslog", "<86>Oct  9 03:04:05 gate sshd[815]: session opened",
      "Oct  9 03:04:05 | 2 | sshd | who=815 module=gate | session opened"},

@@ -72,7 +72,7 @@ std::vector<TextFormat> BuiltInFormats()
         {"httpd-error", "httpd error log", Kind::Expression,
          R"(^\[(?<timestamp>%{weekday} %{month} +\d{1,2} \d\d:\d\d:\d\d(?:\.\d{1,9})? \d{4})\] )"
          R"(\[(?:(?<topic>[\w-]*):)?(?<level>\w+)\] (?:\[pid (?<who>[^\]]+)\] )?(?<body>.*)$)"},
-        {"squid", "proxy access log with seconds since 1970", Kind::Expression,
+        {"proxy-access", "proxy access log with seconds since 1970", Kind::Expression,
          R"(^(?<timestamp>%{epoch}) +\d+ (?<who>\S+) (?<body>(?<topic>[A-Z_]+)/(?<status>\d{3}) .*)$)"},
 
         // System logs.
@@ -84,7 +84,7 @@ std::vector<TextFormat> BuiltInFormats()
          R"(^(?<timestamp>%{bsdtime}|%{weekday} %{bsdtime} \d{4}|%{rfc3339}) (?:%{host})?)"
          R"((?:kern|user|mail|daemon|auth|syslog|lpr|news|uucp|cron|authpriv|ftp|local\d)\.(?<level>\w+):? )"
          R"((?:%{tag})?(?<body>.*)$)"},
-        {"cisco", "network devices: %FACILITY-SEVERITY-MNEMONIC", Kind::Expression,
+        {"network-device", "network devices: %FACILITY-SEVERITY-MNEMONIC", Kind::Expression,
          R"(^(?:<(?<priority>\d{1,3})>)?(?:\d+: )?(?:(?<module>\S+): )?(?:\d+: )?[*.]?(?<timestamp>%{time})(?: \w{3,5})?: )"
          R"(%(?<topic>[A-Z][\w-]*?)-(?<severity>[0-7])-(?<context>[A-Z]\w*): (?<body>.*)$)"},
         {"syslog", "syslog, RFC 3164", Kind::Expression,

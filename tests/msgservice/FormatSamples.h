@@ -22,7 +22,7 @@ inline constexpr FormatSample kFormatSamples[] = {
      "exist: /x",
      "Mon Oct 09 04:47:44.123456 2023 | 4 error | core | who=35708:tid 4328 | [client 192.0.2.7] File does "
      "not exist: /x"},
-    {"squid",
+    {"proxy-access",
      "1696855664.123    456 192.0.2.7 TCP_MISS/502 1234 GET http://example.org/ - DIRECT/192.0.2.9 text/html",
      "1696855664.123 | 4 | TCP_MISS | who=192.0.2.7 | TCP_MISS/502 1234 GET http://example.org/ - "
      "DIRECT/192.0.2.9 text/html"},

@@ -3,6 +3,12 @@
 namespace logreport
 {
 
+MsgCache& MsgCache::Shared()
+{
+    static MsgCache cache;
+    return cache;
+}
+
 const ILogMsgData* MsgCache::Find(std::uint32_t id, const MsgOrigin& origin)
 {
     if (id == m_id && origin.service == m_service)

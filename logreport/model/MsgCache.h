@@ -15,10 +15,12 @@ struct MsgOrigin
     bool busy = false;           // the list is changing
 };
 
-// One for all viewers of the process.
 class MsgCache
 {
 public:
+    // The one that all viewers of the process share.
+    static MsgCache& Shared();
+
     // The message, or null. The first answer is the list's own object and only the next one is the copy; the
     // copy is valid until another message is looked up.
     const ILogMsgData* Find(std::uint32_t id, const MsgOrigin& origin);

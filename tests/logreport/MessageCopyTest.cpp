@@ -1,8 +1,11 @@
 // The copy of a message, the one-message cache, names and levels.
 #include "LogMsg.h"
+#include "LogViewer.h"
 #include "logreport/model/LevelMap.h"
 #include "logreport/model/MsgCache.h"
 
+#include <cstring>
+#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -199,6 +202,98 @@ TEST(MessageFields, HaveTheirNamesAndLevelsTheirImages)
                  : logreport::IsError(level) ? "e"
                                              : "-");
     EXPECT_EQ(wanted, told);
+}
+
+// The place of a virtual operation among those of its class, in the order of declaration; compilers for this
+// ABI keep it in pointers to members. A destructor has two places in a table, and counts once if it comes
+// first.
+template <typename Member> std::ptrdiff_t SlotOf(Member member, bool afterDestructor)
+{
+    std::ptrdiff_t offset = 0;
+    std::memcpy(&offset, &member, sizeof(offset));
+    return (offset - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - (afterDestructor ? 1 : 0);
+}
+
+TEST(MessageInterfaces, KeepTheirSlots)
+{
+    using Data = ILogMsgData;
+    const std::ptrdiff_t data[] = {SlotOf(&Data::GetTag, false),
+                                   SlotOf(&Data::GetTimestamp, false),
+                                   SlotOf(&Data::GetIndent, false),
+                                   SlotOf(&Data::GetLevel, false),
+                                   SlotOf(&Data::GetLevelText, false),
+                                   SlotOf(&Data::GetBody, false),
+                                   SlotOf(&Data::GetText, false),
+                                   SlotOf(&Data::GetExtra, false),
+                                   SlotOf(&Data::IsValid, false),
+                                   SlotOf(&Data::GetSource, false),
+                                   SlotOf(&Data::GetTopic, false),
+                                   SlotOf(&Data::GetText1, false),
+                                   SlotOf(&Data::GetText2, false),
+                                   SlotOf(&Data::GetWho, false),
+                                   SlotOf(&Data::GetErrorNumber, false),
+                                   SlotOf(&Data::GetLine, false),
+                                   SlotOf(&Data::GetSourceLine, false),
+                                   SlotOf(&Data::GetSourceColumn, false),
+                                   SlotOf(&Data::GetModule, false),
+                                   SlotOf(&Data::GetRuntimeFile, false),
+                                   SlotOf(&Data::GetRuntimeContext, false),
+                                   SlotOf(&Data::Clone, false)};
+    for (std::ptrdiff_t slot = 0; slot < std::ssize(data); ++slot)
+        EXPECT_EQ(slot, data[slot]);
+
+    using Service = ILogMsgService;
+    const std::ptrdiff_t service[] = {
+        SlotOf(&Service::GetMsg, true),           SlotOf(&Service::GetSortKeys, true),
+        SlotOf(&Service::SetSortKeys, true),      SlotOf(&Service::GetFilters, true),
+        SlotOf(&Service::SetFilters, true),       SlotOf(&Service::GetShowDuplicate, true),
+        SlotOf(&Service::SetShowDuplicate, true), SlotOf(&Service::Apply, true),
+        SlotOf(&Service::IsBusy, true),           SlotOf(&Service::OpenFile, true)};
+    for (std::ptrdiff_t slot = 0; slot < std::ssize(service); ++slot)
+        EXPECT_EQ(slot + 1, service[slot]);
+    EXPECT_EQ(14, SlotOf(&Service::GetFileInfo, true));
+    EXPECT_EQ(15, SlotOf(&Service::CreateMsgList, true));
+    EXPECT_EQ(11, SlotOf(&ILogMsgList::Add, true));
+    EXPECT_EQ(12, SlotOf(&ILogMsgList::Get, true));
+
+    using Viewer = ILogViewer;
+    const std::ptrdiff_t viewer[] = {
+        SlotOf(&Viewer::SetLogMsgService, true), SlotOf(&Viewer::SetViewerData, true),
+        SlotOf(&Viewer::GetMaxLogSize, true),    SlotOf(&Viewer::OnViewerIdle, true),
+        SlotOf(&Viewer::AddMsg, true),           SlotOf(&Viewer::SetMsgIdRange, true),
+        SlotOf(&Viewer::Present, true),          SlotOf(&Viewer::IsViewerReady, true),
+        SlotOf(&Viewer::GetWnd, true),           SlotOf(&Viewer::ReleaseViewerData, true)};
+    for (std::ptrdiff_t slot = 0; slot < std::ssize(viewer); ++slot)
+        EXPECT_EQ(slot + 1, viewer[slot]);
+}
+
+// What a viewer's host gets without doing anything.
+class PlainViewer : public ILogViewer
+{
+public:
+    void SetLogMsgService(ILogMsgService*) override {}
+    void AddMsg(std::uint32_t, ILogMsgData*) override {}
+    void SetMsgIdRange(std::uint32_t, std::uint32_t) override {}
+    void Present(std::uint32_t) override {}
+    CWnd* GetWnd() override { return nullptr; }
+};
+
+TEST(MessageInterfaces, LeaveToHostsWhatTheyNeedNot)
+{
+    struct Released : ILogViewerData
+    {
+        void Release() override { ++times; }
+        int times = 0;
+    } data;
+    PlainViewer viewer;
+    viewer.ReleaseViewerData();
+    viewer.SetViewerData(&data);
+    viewer.ReleaseViewerData();
+    viewer.ReleaseViewerData();
+    EXPECT_EQ(1, data.times);
+    EXPECT_EQ(-1, viewer.GetMaxLogSize());
+    EXPECT_TRUE(viewer.IsViewerReady());
+    EXPECT_EQ(&logreport::MsgCache::Shared(), &logreport::MsgCache::Shared());
 }
 
 } // namespace

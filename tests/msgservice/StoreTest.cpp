@@ -169,6 +169,24 @@ TEST(MessageStore, AnotherThreadReadsWhatItSeesCounted)
     adding.join();
 }
 
+// Between two pieces of the store's memory a message takes none of the heap.
+TEST(MessageStore, AMessageOfKnownTextsTakesNoHeapMemory)
+{
+    const auto store = MessageStore::Make();
+    MessageFields fields;
+    fields.timestamp = "2026-11-22 10:00:00";
+    fields.topic = "topic";
+    fields.levelText = "INFO";
+    fields.body = "a body that is too long for a short string's own room";
+    store->Add(fields);
+    {
+        const FailingMemory failing(0);
+        for (int i = 0; i < 200; ++i)
+            store->Add(fields);
+    }
+    EXPECT_EQ(201u, store->Count());
+}
+
 TEST(MessageStore, WithoutMemoryAMessageIsNotAdded)
 {
     const std::string large(3'000'000, 'x');

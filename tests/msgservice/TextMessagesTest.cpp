@@ -105,6 +105,7 @@ TEST(LineReader, LineEndsAndEncodingsHoweverTheBytesCome)
         {"\xFE\xFF" + Utf16(wide, true), narrow},
         {"\xFF\xFE" + Utf16(u"x\0\xD800y\n"s, false), "x \xEF\xBF\xBDy|"},
         {"\xFF\xFE"s, ""},
+        {"\xFF\xFE" + Utf16(u"\nx"s, false), "|x|"},
     };
     for (const auto& [bytes, lines] : cases)
         for (const std::size_t size : {1, 2, 3, 5, 1000})

@@ -34,6 +34,9 @@ public:
     LineParser(const TextFormat& format, const TextFormats& formats, Start start = Start::AsWritten,
                Expression::Speed speed = Expression::Speed::Compiled);
 
+    // Makes all that a parser fills as in new fields.
+    static void Clear(MessageFields& fields);
+
     // Fills `fields`, which are as new, from a line without line end. Their texts are views into the line and
     // into memory of the parser, which it keeps until the line after the next that matches.
     Outcome Parse(std::string_view line, TimeText& times, MessageFields& fields);

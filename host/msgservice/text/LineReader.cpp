@@ -1,7 +1,8 @@
 #include "msgservice/text/LineReader.h"
 
+#include "msgservice/text/ByteSearch.h"
+
 #include <algorithm>
-#include <cstring>
 
 namespace msgservice
 {
@@ -67,7 +68,7 @@ void LineReader::FindEncoding(bool isAll)
     {
         m_encoding = isLittle ? Encoding::Utf16Little : Encoding::Utf16Big;
         m_raw = bytes.substr(2);
-        m_end = 0;
+        m_at = m_searched = m_end = 0;
         Decode();
         return;
     }
@@ -114,22 +115,20 @@ void LineReader::Append(const std::string& text)
 void LineReader::BlankNuls(std::size_t from)
 {
     const std::span<char> added = std::span(m_text).subspan(from, m_end - from);
-    char* at = added.data();
-    char* const end = at + added.size();
-    while (at != end &&
-           (at = static_cast<char*>(std::memchr(at, 0, static_cast<std::size_t>(end - at)))) != nullptr)
-        *at++ = ' ';
+    char* const end = added.data() + added.size();
+    for (const char* at = added.data(); (at = FindByte(at, end, '\0')) != end; ++at)
+        added[static_cast<std::size_t>(at - added.data())] = ' ';
 }
 
 bool LineReader::NextLine(std::string_view& line)
 {
     while (true)
     {
-        const void* found =
-            m_searched < m_end ? std::memchr(m_text.data() + m_searched, '\n', m_end - m_searched) : nullptr;
-        if (!found)
+        const char* const text = m_text.data();
+        const char* const found = FindByte(text + m_searched, text + m_end, '\n');
+        if (found == text + m_end)
             break;
-        const auto end = static_cast<std::size_t>(static_cast<const char*>(found) - m_text.data());
+        const auto end = static_cast<std::size_t>(found - text);
         m_isRest = m_isAfterPart;
         m_isAfterPart = false;
         const bool isSkipped = m_isSkipping;

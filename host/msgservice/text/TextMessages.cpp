@@ -52,7 +52,7 @@ void TextMessages::TakeLine(std::string_view line, bool isRest, MessageSink& sin
         return;
     }
     MessageFields& next = m_fields[m_current ^ 1];
-    next = {};
+    LineParser::Clear(next);
     if (!isRest && Parse(line, next))
     {
         Hand(sink);
@@ -86,7 +86,7 @@ bool TextMessages::Parse(std::string_view line, MessageFields& fields)
         const LineParser::Outcome outcome = parser.parser.Parse(line, m_times, fields);
         if (outcome == LineParser::Outcome::Match)
             return true;
-        fields = {};
+        LineParser::Clear(fields);
         if (outcome != LineParser::Outcome::GivenUp)
             continue;
         ++m_givenUp;

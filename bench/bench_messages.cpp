@@ -185,7 +185,7 @@ void MeasureTextSort(const MessageStore& store, unsigned rounds, bench::Report& 
           [&] {
               SortColumn column(store, kLogMsgBody, all);
               for (const std::uint32_t message : all)
-                  column.Add(store.At(message));
+                  column.Add(store.BytesAt(message));
               column.Finish();
           }},
          {count,

@@ -210,6 +210,8 @@ std::unique_ptr<MessageSource> Messages::OpenInput(const std::string& path, Host
     options.format = m_format ? m_formats.Find(*m_format) : nullptr;
     options.follow = m_follow;
     options.named = m_files.size() > 1;
+    if (m_files.size() == 1) // there is but one log folder
+        options.useFolder = [&host](const std::string& folder) { host.UseFolder(folder); };
     return msgservice::OpenSource(path, options);
 }
 

@@ -95,6 +95,15 @@ TEST_F(MessagesTest, ReadsTextsAndExplainsThem)
     EXPECT_TRUE(Run("messages c.log").find("logtool: It is not JSON") != std::string::npos);
 }
 
+// The file of a log with its index is read by its rows, as long as it is alone.
+TEST_F(MessagesTest, ReadsALogByItsRows)
+{
+    const std::string path = session.Path("Run.log");
+    EXPECT_EQ("2  Error  Run  fails,\"so\"\n3  Error  Run  a=b\n", Run("messages " + path));
+    EXPECT_EQ("C:\\Logs\\", host.folder);
+    EXPECT_EQ("fails,\"so\"\na=b\nfails,\"so\"\na=b\n", Run("messages --fields body " + path + " " + path));
+}
+
 TEST_F(MessagesTest, SaysWhatCannotBe)
 {
     const std::pair<const char*, const char*> cases[] = {

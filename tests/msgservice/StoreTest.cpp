@@ -86,7 +86,16 @@ TEST(MessageStore, GivesBackEveryFieldOfEveryMessage)
     }
     ASSERT_EQ(added.size(), store->Count());
     for (std::uint32_t i = 0; i < store->Count(); ++i)
-        ExpectSame(added[i]->fields, FieldsOf(*store, i));
+    {
+        const MessageFields& fields = added[i]->fields;
+        const char* const bytes = store->BytesAt(i);
+        ExpectSame(fields, FieldsOf(*store, i));
+        EXPECT_EQ(fields.time, DecodeTime(bytes));
+        EXPECT_EQ(fields.level, DecodeLevel(bytes));
+        EXPECT_TRUE(fields.levelText == store->Texts().Text(DecodeText(bytes, kLevelText)));
+        EXPECT_TRUE(fields.module == store->Texts().Text(DecodeText(bytes, kModule)));
+        EXPECT_TRUE(fields.text2 == store->Texts().Text(DecodeText(bytes, kText2)));
+    }
 }
 
 // What a viewer is handed says the same, and a clone says it after the store's owner has let go of it.

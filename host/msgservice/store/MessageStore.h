@@ -29,6 +29,8 @@ public:
     // Message `index`, counted from 0, with its shared texts as numbers of Texts(): equal numbers are equal
     // texts. Its own texts are valid as long as the store.
     Record At(std::uint32_t index) const { return DecodeRecord(m_records[index]); }
+    // The same as it lies, for DecodeTime and its like.
+    const char* BytesAt(std::uint32_t index) const { return m_records[index]; }
     const TextPool& Texts() const { return m_texts; }
 
 private:

@@ -9,7 +9,8 @@ namespace msgservice
 namespace
 {
 
-// Two bytes of flags come first: a bit for each shared text, one for each number, and these.
+// Two bytes of flags come first: a bit for each shared text, one for each number, and these. The time
+// follows, if there is one, then the level, and then the other fields in the order of their flags.
 constexpr std::uint32_t kHasTime = 1u << 13;
 constexpr std::uint32_t kHasIndent = 1u << 14;
 constexpr std::uint32_t kCountsSourceLine = 1u << 15;
@@ -75,6 +76,24 @@ std::uint32_t FlagsOf(const Record& record)
     return flags;
 }
 
+std::uint32_t TakeFlags(const char*& from)
+{
+    const auto low = static_cast<unsigned char>(*from++);
+    const auto high = static_cast<unsigned char>(*from++);
+    return low | static_cast<std::uint32_t>(high) << 8;
+}
+
+Time TakeTime(const char*& from, std::uint32_t flags)
+{
+    Time time = kNoTime;
+    if ((flags & kHasTime) != 0)
+    {
+        std::memcpy(&time, from, sizeof(time));
+        from += sizeof(time);
+    }
+    return time;
+}
+
 } // namespace
 
 RecordHead EncodeHead(const Record& record)
@@ -83,6 +102,11 @@ RecordHead EncodeHead(const Record& record)
     const std::uint32_t flags = FlagsOf(record);
     head.bytes[head.size++] = static_cast<char>(flags);
     head.bytes[head.size++] = static_cast<char>(flags >> 8);
+    if ((flags & kHasTime) != 0)
+    {
+        std::memcpy(&head.bytes[head.size], &record.time, sizeof(record.time));
+        head.size += sizeof(record.time);
+    }
     Put(head, record.level);
     for (const std::uint32_t text : record.texts)
         if (text != 0)
@@ -90,11 +114,6 @@ RecordHead EncodeHead(const Record& record)
     for (const std::int32_t number : record.numbers)
         if (number != 0)
             Put(head, Fold(number));
-    if ((flags & kHasTime) != 0)
-    {
-        std::memcpy(&head.bytes[head.size], &record.time, sizeof(record.time));
-        head.size += sizeof(record.time);
-    }
     if ((flags & kHasIndent) != 0)
         Put(head, record.indent);
     Put(head, record.timestamp.size());
@@ -105,9 +124,8 @@ RecordHead EncodeHead(const Record& record)
 Record DecodeRecord(const char* bytes)
 {
     Record record;
-    const auto low = static_cast<unsigned char>(*bytes++);
-    const auto high = static_cast<unsigned char>(*bytes++);
-    const std::uint32_t flags = low | static_cast<std::uint32_t>(high) << 8;
+    const std::uint32_t flags = TakeFlags(bytes);
+    record.time = TakeTime(bytes, flags);
     record.level = static_cast<std::uint32_t>(Take(bytes));
     // From one field that there is to the next.
     for (std::uint32_t left = flags & kTextFlags; left != 0; left &= left - 1)
@@ -116,11 +134,6 @@ Record DecodeRecord(const char* bytes)
     for (std::uint32_t left = flags >> kFirstNumber & kNumberFlags; left != 0; left &= left - 1)
         record.numbers[static_cast<std::size_t>(std::countr_zero(left))] =
             Unfold(static_cast<std::uint32_t>(Take(bytes)));
-    if ((flags & kHasTime) != 0)
-    {
-        std::memcpy(&record.time, bytes, sizeof(record.time));
-        bytes += sizeof(record.time);
-    }
     if ((flags & kHasIndent) != 0)
         record.indent = static_cast<std::uint32_t>(Take(bytes));
     record.countsSourceLine = (flags & kCountsSourceLine) != 0;
@@ -129,6 +142,31 @@ Record DecodeRecord(const char* bytes)
     record.timestamp = TakeText(bytes, timestamp);
     record.body = TakeText(bytes, body);
     return record;
+}
+
+Time DecodeTime(const char* bytes)
+{
+    const std::uint32_t flags = TakeFlags(bytes);
+    return TakeTime(bytes, flags);
+}
+
+std::uint32_t DecodeLevel(const char* bytes)
+{
+    const std::uint32_t flags = TakeFlags(bytes);
+    TakeTime(bytes, flags);
+    return static_cast<std::uint32_t>(Take(bytes));
+}
+
+std::uint32_t DecodeText(const char* bytes, SharedText text)
+{
+    const std::uint32_t flags = TakeFlags(bytes);
+    if ((flags & 1u << text) == 0)
+        return 0;
+    TakeTime(bytes, flags);
+    const int before = 1 + std::popcount(flags & ((1u << text) - 1)); // the level and texts
+    for (int i = 0; i < before; ++i)
+        Take(bytes);
+    return static_cast<std::uint32_t>(Take(bytes));
 }
 
 } // namespace msgservice

@@ -47,4 +47,9 @@ struct RecordHead
 RecordHead EncodeHead(const Record& record);
 Record DecodeRecord(const char* bytes);
 
+// One field of a record, which takes a part of the time that all of them take.
+Time DecodeTime(const char* bytes);
+std::uint32_t DecodeLevel(const char* bytes);
+std::uint32_t DecodeText(const char* bytes, SharedText text);
+
 } // namespace msgservice

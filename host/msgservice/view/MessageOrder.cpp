@@ -33,7 +33,7 @@ public:
                 m_columns.push_back({{store, key.field, messages}, key.ascending});
         for (std::size_t i = 0; i < messages.size(); ++i)
         {
-            const Record record = store.At(messages[i]);
+            const char* const record = store.BytesAt(messages[i]);
             for (Column& key : m_columns)
                 key.column.Add(record);
             if (i % 1024 == 0)

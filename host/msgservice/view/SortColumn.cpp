@@ -50,17 +50,18 @@ SortColumn::SortColumn(const MessageStore& store, std::int32_t field, std::span<
     m_heads.reserve(messages.size());
 }
 
-void SortColumn::Add(const Record& record)
+void SortColumn::Add(const char* record)
 {
-    if (m_field == kLogMsgTimestamp && record.time != kNoTime && m_restEnds.empty())
-        m_heads.push_back(HeadOf(record.time)); // as most are
+    if (m_shared)
+        AddShared(DecodeText(record, *m_shared));
+    else if (m_field == kLogMsgLevel)
+        m_heads.push_back(HeadOf(std::int64_t{DecodeLevel(record)}));
+    else if (m_field == kLogMsgTimestamp && m_restEnds.empty() && DecodeTime(record) != kNoTime)
+        m_heads.push_back(HeadOf(DecodeTime(record))); // as most are
     else if (m_field == kLogMsgTimestamp || m_field == kLogMsgBody)
-        AddText(record);
-    else if (m_shared)
-        AddShared(record.texts[*m_shared]);
+        AddText(DecodeRecord(record));
     else
-        m_heads.push_back(
-            HeadOf(NumberOf(record, m_field).value_or(static_cast<std::int64_t>(record.level))));
+        m_heads.push_back(HeadOf(std::int64_t{NumberOf(DecodeRecord(record), m_field).value_or(0)}));
 }
 
 void SortColumn::AddText(const Record& record)

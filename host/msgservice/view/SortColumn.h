@@ -20,8 +20,9 @@ public:
     // `messages` are those to be compared; they must stay until the column goes.
     SortColumn(const MessageStore& store, std::int32_t field, std::span<const std::uint32_t> messages);
 
-    // Takes the next of the messages, and Finish makes the keys ready when all have been taken.
-    void Add(const Record& record);
+    // Takes the next of the messages (MessageStore::BytesAt), and Finish makes the keys ready when all have
+    // been taken.
+    void Add(const char* record);
     void Finish();
 
     // The beginning of the key of the `slot`-th of the messages.

@@ -110,6 +110,10 @@ TEST(TextSource, TheFormatIsFoundWhenThereAreNoMoreLinesForNow)
     EXPECT_EQ("--\n1: a [one]\n--\n", ReadPieces({one.substr(0, 20), "", one.substr(20), ""}));
     EXPECT_EQ("1: a [one]\n", ReadPieces({one.substr(0, one.size() - 1)}));
     EXPECT_EQ("--\n--\n", ReadPieces({"\n", "", ""}));
+    std::vector<std::string> giant(80, std::string(100'000, 'x'));
+    giant.insert(giant.begin(), "2023-10-09 03:04:05 INFO a: ");
+    giant.push_back("\n" + Line("b: next"));
+    EXPECT_TRUE(ReadPieces(giant).ends_with("xxx (...)]\n2: b [next]\n"));
     EXPECT_EQ("", ReadPieces({}));
 
     TextSource source(std::make_unique<PiecesInput>(std::vector<std::string>{one, Line("b: two")}),

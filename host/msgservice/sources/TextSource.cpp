@@ -97,8 +97,8 @@ bool TextSource::FindFormat(Lines lines)
         HasText(line))
         first.push_back(line);
     m_reader.GoBack(place);
-    const bool isEnough =
-        lines == Lines::Enough ? first.size() == kLinesToDetect || m_reader.IsFull() : !first.empty();
+    const bool isFull = first.size() == kLinesToDetect || (m_reader.IsFull() && !first.empty());
+    const bool isEnough = lines == Lines::Enough ? isFull : !first.empty();
     if (!isEnough)
         return false;
     Detection detection = FormatDetector(m_formats).Detect(first, m_options.format, m_options.reference);

@@ -3,9 +3,8 @@
 #include "LogMsg.h"
 #include "commandline/Printable.h"
 #include "logtool/MessageFields.h"
+#include "msgservice/text/JsonText.h"
 #include "zemacore/WideText.h"
-
-#include <nlohmann/json.hpp>
 
 #include <ostream>
 
@@ -158,14 +157,17 @@ void MessageOutput::PutLines(std::string_view text)
 
 void MessageOutput::PutJson(const msgservice::Record& record, msgservice::FieldText& text)
 {
-    nlohmann::ordered_json object;
     for (std::size_t i = 0; i < m_fields.size(); ++i)
+    {
+        m_buffer += i > 0 ? "," : "{";
+        msgservice::AppendJsonText(m_names[i], m_buffer);
+        m_buffer += ':';
         if (const auto number = msgservice::NumberOf(record, m_fields[i]))
-            object[m_names[i]] = *number;
+            m_buffer += std::to_string(*number);
         else
-            object[m_names[i]] = Utf8(text(record, m_fields[i]));
-    m_buffer += object.dump();
-    m_buffer += '\n';
+            msgservice::AppendJsonText(Utf8(text(record, m_fields[i])), m_buffer);
+    }
+    m_buffer += "}\n";
 }
 
 void MessageOutput::Flush()

@@ -16,7 +16,7 @@ struct FileIdentity
     std::uint64_t volume = 0;
     std::uint64_t file = 0; // on that volume
 
-    bool operator==(const FileIdentity&) const = default;
+    bool operator==(const FileIdentity& other) const { return volume == other.volume && file == other.file; }
 };
 
 // One operation for each system call, with the system's own arguments, answers and error numbers.

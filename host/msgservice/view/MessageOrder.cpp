@@ -47,6 +47,14 @@ public:
 
     std::size_t Columns() const { return m_columns.size(); }
 
+    // Whether the first keys and the slots decide alone.
+    bool AreHeadsAll(std::size_t heads) const
+    {
+        return m_columns.size() <= heads &&
+               std::none_of(m_columns.begin(), m_columns.end(),
+                            [](const Column& key) { return key.column.HasRests(); });
+    }
+
     template <std::size_t kHeads> Entry<kHeads> EntryOf(std::uint32_t slot) const
     {
         Entry<kHeads> entry = {{}, slot};
@@ -86,9 +94,9 @@ private:
 };
 
 // Runs that a breath sorts, merged two by two: between any two of these steps the work can be broken off.
-template <typename Entry> void SortEntries(std::vector<Entry>& entries, const KeyTable& table, Work& work)
+template <typename Entry, typename Before>
+void SortEntries(std::vector<Entry>& entries, const Before& before, Work& work)
 {
-    const auto before = [&](const Entry& left, const Entry& right) { return table.IsBefore(left, right); };
     const auto at = [](std::vector<Entry>& from, std::size_t position) {
         return from.begin() + static_cast<std::ptrdiff_t>(std::min(position, from.size()));
     };
@@ -122,7 +130,14 @@ void SortByTable(const KeyTable& table, std::vector<std::uint32_t>& messages, Wo
     entries.reserve(messages.size());
     for (std::uint32_t slot = 0; slot < messages.size(); ++slot)
         entries.push_back(table.EntryOf<kHeads>(slot));
-    SortEntries(entries, table, work);
+    using Entry = KeyTable::Entry<kHeads>;
+    if (table.AreHeadsAll(kHeads)) // the compiler makes much less of this
+        SortEntries(
+            entries, [](const Entry& left, const Entry& right) { return left.heads < right.heads; }, work);
+    else
+        SortEntries(
+            entries, [&](const Entry& left, const Entry& right) { return table.IsBefore(left, right); },
+            work);
 
     std::vector<std::uint32_t> sorted;
     sorted.reserve(messages.size());

@@ -28,6 +28,8 @@ public:
     // The beginning of the key of the `slot`-th of the messages.
     std::uint64_t Head(std::uint32_t slot) const { return m_heads[slot]; }
 
+    bool HasRests() const { return m_hasRests; }
+
     // For keys with equal heads: below 0, 0 or above 0.
     int CompareRests(std::uint32_t left, std::uint32_t right) const
     {

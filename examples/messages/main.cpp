@@ -1,4 +1,4 @@
-// A host's own messages for the message viewer, for which one that prints stands in.
+// A host's own messages, and a viewer that prints them instead of showing them in a window.
 #include <LogMsg.h>
 #include <LogViewer.h>
 

@@ -135,6 +135,7 @@ public:
     void SetMsgIdRange(std::uint32_t first, std::uint32_t last) override
     {
         EXPECT_EQ(1u, first);
+        EXPECT_NE(nullptr, service) << "told although it was removed";
         count = last;
         ++ranges;
         if (onTold)

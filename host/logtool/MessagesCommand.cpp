@@ -13,6 +13,7 @@
 #include <map>
 #include <ostream>
 #include <sstream>
+#include <stdexcept>
 
 namespace logtool
 {
@@ -75,6 +76,7 @@ private:
     void ReadAll(std::vector<Input>& inputs, MessageFlow& flow, const std::function<void()>& onPiece,
                  Host& host);
     void Tell(const std::string& notices, Host& host);
+    void TellFault(const std::string& sentences, Host& host);
 
     msgservice::TextFormats m_formats;
     std::vector<std::string> m_files, m_contain, m_notContain, m_sort;
@@ -119,12 +121,14 @@ Messages::Messages()
 
 int Messages::Run(Host& host)
 {
-    CheckOptions();
     if (const std::string formats = host.UserFormats(); !formats.empty())
-        Tell(m_formats.Add(formats), host);
+        TellFault(m_formats.Add(formats), host);
+    CheckOptions();
     if (m_explain)
         return Explain(host);
     std::vector<Input> inputs = OpenInputs(host);
+    if (inputs.empty())
+        return kFoundFaults; // and a file that was saved before stays
     const std::uint64_t found = m_save ? Save(inputs, host) : Print(inputs, host);
     const bool chosen = !m_contain.empty() || !m_notContain.empty() || m_level;
     return m_faults ? kFoundFaults : chosen && found == 0 ? kNothingFound : kDone;
@@ -193,7 +197,7 @@ std::vector<Messages::Input> Messages::OpenInputs(Host& host)
         }
         catch (const std::runtime_error& error)
         {
-            Tell(error.what(), host);
+            TellFault(error.what(), host);
         }
     return inputs;
 }
@@ -201,10 +205,15 @@ std::vector<Messages::Input> Messages::OpenInputs(Host& host)
 std::unique_ptr<MessageSource> Messages::OpenInput(const std::string& path, Host& host)
 {
     if (path == "-")
+    {
+        auto input = host.OpenInput(path);
+        if (!input)
+            throw std::runtime_error("standard input: cannot be opened: " + SystemReason());
         return std::make_unique<msgservice::TextSource>(
-            std::make_unique<InputBytes>(host.OpenInput(path), "standard input"), m_formats,
+            std::make_unique<InputBytes>(std::move(input), "standard input"), m_formats,
             msgservice::TextSourceOptions{m_files.size() > 1 ? path : "",
                                           m_format ? m_formats.Find(*m_format) : nullptr});
+    }
     msgservice::OpenOptions options;
     options.formats = &m_formats;
     options.format = m_format ? m_formats.Find(*m_format) : nullptr;
@@ -295,10 +304,18 @@ void Messages::ReadAll(std::vector<Input>& inputs, MessageFlow& flow, const std:
     onPiece();
 }
 
-// What could not be read, or what is worth knowing about an input, goes beside the messages.
+// What an input tells beside its messages. While it is followed this is what became of the file, and no
+// fault.
 void Messages::Tell(const std::string& notices, Host& host)
 {
-    std::istringstream lines(notices);
+    const bool faults = m_faults;
+    TellFault(notices, host);
+    m_faults = m_follow ? faults : m_faults;
+}
+
+void Messages::TellFault(const std::string& sentences, Host& host)
+{
+    std::istringstream lines(sentences);
     for (std::string line; std::getline(lines, line); m_faults = true)
         host.Messages() << "logtool: " << Printable(line) << std::endl;
 }

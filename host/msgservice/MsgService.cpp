@@ -157,7 +157,7 @@ void MsgService::OpenFile(const char* path, std::int32_t readOnly)
         m_path = wanted;
         m_readOnly = readOnly != 0;
         m_damaged = false;
-        SetStore(std::move(store));
+        Show(std::move(store));
     }
     catch (const std::exception& exception)
     {
@@ -226,6 +226,14 @@ void MsgService::Wake()
 
 void MsgService::SetStore(std::shared_ptr<MessageStore> store)
 {
+    m_reader.reset();
+    m_path.clear();
+    m_readOnly = m_damaged = false;
+    Show(std::move(store));
+}
+
+void MsgService::Show(std::shared_ptr<MessageStore> store)
+{
     m_worker.Cancel();
     m_applying = false;
     m_store = std::move(store);
@@ -254,7 +262,8 @@ bool MsgService::Publish()
     else if (running && !m_worker.IsRunning())
     {
         CancelApply();
-        m_notices += "The messages could not be put in order: " + fault + "\n";
+        m_failedWith = m_store->Count();
+        m_notices += "The view cannot be made: " + fault + "\n";
     }
     return TakeArrivals();
 }
@@ -273,7 +282,7 @@ bool MsgService::TakeArrivals()
         sorted || view.IsPlain() ? count : view.End() + std::min(arrivals, kArrivalsAtOnce);
     if ((!sorted || arrivals <= kFewArrivals) && view.Append(end))
         AnnounceArrivals(before);
-    else if (!m_worker.IsRunning())
+    else if (!m_worker.IsRunning() && count != m_failedWith)
         m_worker.Start([copy = std::make_shared<std::unique_ptr<View>>(view.Copy()), end](Work& work) {
             (*copy)->Insert(end, work);
             return std::move(*copy);

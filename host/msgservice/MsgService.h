@@ -81,11 +81,13 @@ public:
     // has messages, AddMsg(count, null). Answers true if more is waiting.
     bool Publish();
 
-    // Publishes until no view is being made and all messages of the store are in the view.
+    // Publishes until no view is being made and all messages of the store are in the view. Not for viewers
+    // that are just being told something: to them nothing is published.
     void Settle();
 
     const std::shared_ptr<MessageStore>& Store() const { return m_store; }
-    // Shows another store from its beginning with the same keys and filters.
+    // Shows another store from its beginning with the same keys and filters, and leaves the file that is
+    // open.
     void SetStore(std::shared_ptr<MessageStore> store);
 
     // Sentences for the user, one a line, since the last call.
@@ -95,6 +97,7 @@ private:
     struct Shown;
     class List;
 
+    void Show(std::shared_ptr<MessageStore> store);
     void Wake();
     void CollectNotices();
     bool TakeArrivals();
@@ -109,6 +112,8 @@ private:
     ViewDescription m_description;  // as set
     bool m_applying = false;
     bool m_publishing = false;
+    std::optional<std::uint32_t>
+        m_failedWith; // so many messages a view could not be made of: not tried again
     std::vector<ILogViewer*> m_viewers;
     std::string m_notices;
     Opener m_opener;

@@ -1,5 +1,8 @@
 // "logtool messages" on the rows of a session; what text logs are is tested with the service.
+#include "host/msgservice/saved/SavedSource.h"
 #include "tests/logtool/LogtoolTest.h"
+
+#include <cstdio>
 
 namespace
 {
@@ -91,6 +94,8 @@ TEST_F(MessagesTest, ReadsTextsAndExplainsThem)
     host.formats = "{\"formats\": [{\"name\": \"own\", \"expression\": \"(?<topic>\\\\w+)/(?<body>.*)\"}]}";
     session.files.SetContents("c.log", "net/up\nnet/down\n");
     EXPECT_EQ("net  up\nnet  down\n", Run("messages c.log"));
+    EXPECT_EQ("net/up\nnet/down\n", Run("messages c.log --format none"));
+    EXPECT_EQ("net  up\nnet  down\n", Run("messages c.log --format own"));
     host.formats = "{";
     EXPECT_TRUE(Run("messages c.log").find("logtool: It is not JSON") != std::string::npos);
 }
@@ -102,6 +107,34 @@ TEST_F(MessagesTest, ReadsALogByItsRows)
     EXPECT_EQ("2  Error  Run  fails,\"so\"\n3  Error  Run  a=b\n", Run("messages " + path));
     EXPECT_EQ("C:\\Logs\\", host.folder);
     EXPECT_EQ("fails,\"so\"\na=b\nfails,\"so\"\na=b\n", Run("messages --fields body " + path + " " + path));
+}
+
+// A name typed wrongly must not cost the file that was saved before.
+TEST_F(MessagesTest, SavesOnlyIfThereIsSomethingToRead)
+{
+    const std::string saved = testing::TempDir() + "MessagesTest.zemalog";
+    std::remove(saved.c_str());
+    EXPECT_EQ("logtool: 6 messages saved in " + saved + "\n", Run("messages --session --save " + saved));
+    EXPECT_TRUE(Run("messages none.log --save " + saved).ends_with("exit 1"));
+    EXPECT_EQ(
+        "A saved file of 6 messages",
+        msgservice::SavedSource(saved, msgservice::SavedSource::AtEnd::Stop).Explanation().substr(0, 26));
+    std::remove(saved.c_str());
+    EXPECT_EQ("logtool: standard input: cannot be opened: Error 2.\nexit 1", Run("messages"));
+}
+
+// What is worth knowing of a log that is followed is no fault.
+TEST_F(MessagesTest, FollowsALogThatIsCut)
+{
+    session.files.SetContents("a.log", "2026-11-22 10:00:00 INFO [net] one\n");
+    int looks = 0;
+    host.wait = [&] {
+        if (++looks == 3)
+            session.files.SetContents("a.log", "2026-11-22 10:00:00 INFO x\n");
+        return looks < 6;
+    };
+    EXPECT_EQ("one\nx\nlogtool: 'a.log' has become shorter and is read again.\n",
+              Run("messages -f a.log --fields body"));
 }
 
 TEST_F(MessagesTest, SaysWhatCannotBe)

@@ -45,7 +45,7 @@ calls_windows() {
 core='wintypes\.h|zemacore/\w+\.h'
 framework='afx\w*\.h|atltypes\.h|mfc/\w+\.h'
 graphics='vkgrafic/\w+\.h'
-common='qm(common|textctrl|flattabctrl)/\w+\.h'
+common='qm(common|commandline|textctrl|flattabctrl)/\w+\.h'
 includes_only "$core|Windows\w+\.h" platform/zemacore/* platform/include/zemacore/*
 includes_only "$core|vkservices/\w+\.h|Windows\w+\.h" platform/vkservices/* platform/include/vkservices/*
 includes_only "$core|$graphics" platform/vkgrafic/* platform/include/vkgrafic/*

@@ -57,8 +57,9 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
 logs='QmLog(Api|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
-includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser).h
+includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State).h
 includes_only 'QmLogApi\.h|zemacore/String\.h' include/LogMsg.h include/LogViewer.h
+includes_only 'QmLogApi\.h|LogMsg\.h|wintypes\.h' include/QmLogState.h
 includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
 includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report*.h
 
@@ -82,7 +83,7 @@ without_system report/{model,sort}/*.{h,cpp}
 calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp
 
 # The message viewer: its models know messages only.
-includes_only "LogMsg\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
+includes_only "(LogMsg|QmLogState)\.h|qmcommandline/\w+\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
 without_system logreport/model/*.{h,cpp}
 
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.

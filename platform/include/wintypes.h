@@ -13,6 +13,11 @@ using LONG = std::int32_t;
 using COLORREF = std::uint32_t; // 0x00BBGGRR
 using HANDLE = void*;
 
+constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue)
+{
+    return static_cast<COLORREF>(red | green << 8 | blue << 16);
+}
+
 constexpr DWORD MAX_PATH = 260;
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1));

@@ -1,6 +1,7 @@
 // The copy of a message, the one-message cache, names and levels.
 #include "LogMsg.h"
 #include "LogViewer.h"
+#include "QmLogState.h"
 #include "logreport/model/LevelMap.h"
 #include "logreport/model/MsgCache.h"
 
@@ -265,6 +266,20 @@ TEST(MessageInterfaces, KeepTheirSlots)
         SlotOf(&Viewer::GetWnd, true),           SlotOf(&Viewer::ReleaseViewerData, true)};
     for (std::ptrdiff_t slot = 0; slot < std::ssize(viewer); ++slot)
         EXPECT_EQ(slot + 1, viewer[slot]);
+
+    using State = IConfigState;
+    const std::ptrdiff_t state[] = {SlotOf(&State::ReadFromProcess, true),
+                                    SlotOf(&State::WriteToProcess, true),
+                                    SlotOf(&State::ReadFromProfile, true),
+                                    SlotOf(&State::WriteToProfile, true),
+                                    SlotOf(&State::ReadFromCommandLine, true),
+                                    SlotOf(&State::Hook6, true),
+                                    SlotOf(&State::Hook7, true),
+                                    SlotOf(&State::Load, true),
+                                    SlotOf(&State::LoadFromCommandLine, true),
+                                    SlotOf(&State::Save, true)};
+    for (std::ptrdiff_t slot = 0; slot < std::ssize(state); ++slot)
+        EXPECT_EQ(slot + 1, state[slot]);
 }
 
 // What a viewer's host gets without doing anything.

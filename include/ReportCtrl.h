@@ -263,6 +263,10 @@ public:
     // Takes the sort mark away; the rows stay in their order.
     void ClearSortSettings();
 
+    // Gives the sort mark to the column of a subitem, and sorts nothing: for an owner with RVS_CALLBACK, who
+    // sorts by itself. Returns 0, and nothing has changed, if no column shows the subitem.
+    int SetSortSettings(int subitem, int ascending);
+
     int SetSortCallback(RVSORTCALLBACK callback, __int64 value);
     RVSORTCALLBACK GetSortCallback();
 
@@ -363,6 +367,16 @@ public:
     // FALSE hides the items' lines and shows their previews alone; TRUE shows the lines and no previews.
     void SetShowReport(int show);
     int GetShowReport();
+
+    // Hides the items' lines, or shows them, and leaves the previews as they are. Returns whether the lines
+    // are hidden.
+    void SetHideRow(int hide);
+    int GetHideRow();
+
+    // How wide the widest preview is, in pixels from the left edge of its row. While the items' lines are
+    // hidden, rows are at least that wide, so that one can scroll to it. 0 at first.
+    void SetPreviewWidth(int width);
+    int GetPreviewWidth();
 
     // Have rows painted again, at once with `update`. A `last` of RVI_NONE means only the first.
     void RedrawRows(int first, int last, int update);

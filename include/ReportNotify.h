@@ -68,8 +68,8 @@ static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMCALLBACK) == 96);
 
 // RVN_ITEMDRAW: an owner-drawn cell is about to be painted in `rect`; after a non-zero answer the control
 // draws nothing there. RVN_ITEMDRAWPREVIEW: a preview is about to be painted in `rect`, which is below its
-// item's line; the device context has the preview's colour and font, and after a non-zero answer the control
-// does not draw the text.
+// item's line; the device context has the preview's colour and font. After a non-zero answer, or if `text` of
+// the item has become null, the control does not draw the text.
 struct _NMRVITEMDRAW
 {
     NMHDR hdr;

@@ -247,6 +247,29 @@ int CReportCtrl::GetShowReport()
     return m_data->view.showLines;
 }
 
+void CReportCtrl::SetHideRow(int hide)
+{
+    m_data->view.showLines = hide == 0;
+    m_data->LayoutClient();
+}
+
+int CReportCtrl::GetHideRow()
+{
+    return !m_data->view.showLines;
+}
+
+void CReportCtrl::SetPreviewWidth(int width)
+{
+    m_data->view.previewWidth = std::max(0, width);
+    m_data->FitScrolling();
+    m_data->Redraw();
+}
+
+int CReportCtrl::GetPreviewWidth()
+{
+    return m_data->view.previewWidth;
+}
+
 void CReportCtrl::OnSize(UINT, int cx, int cy)
 {
     Layout(cx, cy);

@@ -523,6 +523,15 @@ void CReportCtrl::ClearSortSettings()
     m_data->header.SetSort(ReportHeaderWnd::kNone, true);
 }
 
+int CReportCtrl::SetSortSettings(int subitem, int ascending)
+{
+    const int column = GetColumnFromSubItem(subitem);
+    if (column < 0)
+        return 0;
+    m_data->header.SetSort(m_data->header.GetItemOfColumn(column), ascending != 0);
+    return 1;
+}
+
 int CReportCtrl::SetSortCallback(RVSORTCALLBACK callback, __int64 value)
 {
     m_data->sorting.SetCallback(callback, value, callback == &CReportSorter::Compare);

@@ -157,7 +157,8 @@ void CReportCtrl::Data::Painter::DrawPreview(CDC& dc, const CRect& rect, int row
     notification.item = &item;
     notification.dc = dc;
     notification.rect = rect;
-    if (m_data.control.OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0)
+    if (m_data.control.OnRvnItemDrawPreviewBypass(reinterpret_cast<_NMREPORTVIEW*>(&notification)) != 0 ||
+        !item.text)
         return;
     const CRect text = ToRect(report::CellLayout(m_data.view).Inner(ToRect(rect)));
     GraphicText(dc).DrawLines(preview.data(), static_cast<int>(preview.size()), text);

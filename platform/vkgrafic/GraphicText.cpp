@@ -253,6 +253,14 @@ int HeightOf(HDC dc)
     return metrics.tmHeight;
 }
 
+void DrawTextOf(HDC dc, const char* text, int length, RECT& rect, UINT flags)
+{
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text, static_cast<std::size_t>(std::max(length, 0)), wide);
+    ::DrawTextW(dc, wide.data(), static_cast<int>(wide.size()), &rect,
+                flags | DT_NOPREFIX | DT_EXPANDTABS | DT_END_ELLIPSIS);
+}
+
 } // namespace
 
 GraphicText::GraphicText(HDC dc, const GraphicFont* font)
@@ -280,11 +288,21 @@ int GraphicText::Draw(const char* text, int length, const RECT& rect, UINT flags
 
 void GraphicText::DrawLines(const char* text, int length, const RECT& rect) const
 {
-    ZEMA::WideString wide;
-    ZEMA::ToWide(text, static_cast<std::size_t>(std::max(length, 0)), wide);
     RECT room = rect;
-    ::DrawTextW(m_dc, wide.data(), static_cast<int>(wide.size()), &room,
-                DT_NOPREFIX | DT_EXPANDTABS | DT_WORDBREAK | DT_END_ELLIPSIS);
+    DrawTextOf(m_dc, text, length, room, DT_WORDBREAK);
+}
+
+void GraphicText::DrawWholeLines(const char* text, int length, const RECT& rect) const
+{
+    RECT room = rect;
+    DrawTextOf(m_dc, text, length, room, 0);
+}
+
+SIZE GraphicText::MeasureWholeLines(const char* text, int length, int width) const
+{
+    RECT room = {0, 0, width, 0};
+    DrawTextOf(m_dc, text, length, room, DT_CALCRECT);
+    return {room.right, room.bottom};
 }
 
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const

@@ -134,7 +134,8 @@ int Geometry::RowWidth()
     std::int64_t width = 0;
     for (const Column& column : m_source.Columns())
         width += column.width;
-    return ToInt(std::max<std::int64_t>(width, m_view.header.Width()));
+    const int preview = m_view.showLines ? 0 : m_view.previewWidth;
+    return ToInt(std::max<std::int64_t>({width, m_view.header.Width(), preview}));
 }
 
 int Geometry::EndLeft()

@@ -101,7 +101,7 @@ public:
 
     // ---- Columns
 
-    int RowWidth(); // of all columns, or the header when that is wider
+    int RowWidth(); // of all columns, the header, or previews that are shown alone: the widest
     int EndLeft();  // the pixels scrolled when the last one is at the right edge
     int LeftToShow(int column);
 

@@ -50,6 +50,7 @@ struct View
     int fixedFrame = 0;       // above and below the line of the fixed row
     bool showLines = true;    // else rows are their previews alone
     bool showPreviews = true; // below the lines
+    int previewWidth = 0;     // of the widest preview, as far as the owner has told
 
     // Areas, from LayOut
     Rect header;

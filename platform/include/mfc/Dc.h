@@ -60,6 +60,8 @@ public:
     BOOL LineTo(POINT point) { return LineTo(point.x, point.y); }
     COLORREF GetPixel(int x, int y) const { return ::GetPixel(m_hDC, x, y); }
 
+    void FillRect(LPCRECT rect, CBrush* brush) { ::FillRect(m_hDC, rect, *brush); }
+
     // Fills by an opaque empty text, which needs no brush; the background colour is `color` afterwards.
     void FillSolidRect(LPCRECT rect, COLORREF color);
     void FillSolidRect(int x, int y, int width, int height, COLORREF color);

@@ -46,6 +46,13 @@ public:
     // characters; if they do not fit, the last one ends in "...".
     void DrawLines(const char* text, int length, const RECT& rect) const;
 
+    // The lines of the text as they are, none broken, with a tab every eight characters. A line that is wider
+    // than `rect` ends in "...".
+    void DrawWholeLines(const char* text, int length, const RECT& rect) const;
+
+    // What DrawWholeLines needs, in pixels, where a line has `width` of them at most.
+    SIZE MeasureWholeLines(const char* text, int length, int width) const;
+
     // One line from (x, y) of bytes in the system's code page, every byte a character in a cell `cellWidth`
     // pixels wide: no two are taken for a pair, and none is left out. Only what lies within the clip box is
     // drawn, however long the text is.

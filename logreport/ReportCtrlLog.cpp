@@ -1,0 +1,437 @@
+// The message viewer: its life, what a host tells it, its rows.
+#include "logreport/ReportCtrlLogData.h"
+#include "logreport/model/MsgCells.h"
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+
+constexpr UINT_PTR kTimer = 9000;
+constexpr UINT kInterval = 500;         // milliseconds
+constexpr std::int32_t kListRoom = 500; // messages
+constexpr std::int32_t kMaxLogSize = 65536;
+constexpr std::uint32_t kHeaderString = 16384; // the format of each header item: a text
+constexpr COLORREF kWarning = RGB(200, 200, 0);
+constexpr COLORREF kError = RGB(250, 0, 0);
+
+struct Column
+{
+    ILogMsgDataKind kind;
+    int width; // pixels at 96 dots per inch
+};
+
+constexpr std::array<Column, kLogMsgKindCount> kSubItems = {{{kLogMsgTimestamp, 150},
+                                                             {kLogMsgLevel, 100},
+                                                             {kLogMsgTopic, 100},
+                                                             {kLogMsgBody, 300},
+                                                             {kLogMsgErrorNumber, 80},
+                                                             {kLogMsgRuntimeFile, 100},
+                                                             {kLogMsgLine, 80},
+                                                             {kLogMsgModule, 100},
+                                                             {kLogMsgSourceLine, 80},
+                                                             {kLogMsgRuntimeContext, 100},
+                                                             {kLogMsgSource, 100},
+                                                             {kLogMsgWho, 100},
+                                                             {kLogMsgSourceColumn, 80}}};
+constexpr std::array<ILogMsgDataKind, 3> kFirstColumns = {kLogMsgTimestamp, kLogMsgLevel, kLogMsgBody};
+
+CReportCtrlLog* currentControl = nullptr;
+bool isTicking = false; // some control's timer is at work: deliberately one for the process
+
+// Sets a flag for a while.
+class Flagged
+{
+public:
+    explicit Flagged(bool& flag) : m_flag(flag), m_before(flag) { flag = true; }
+    ~Flagged() { m_flag = m_before; }
+    Flagged(const Flagged&) = delete;
+    Flagged& operator=(const Flagged&) = delete;
+
+private:
+    bool& m_flag;
+    bool m_before;
+};
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CReportCtrlLog, CReportCtrl)
+    ON_WM_DESTROY()
+    ON_WM_TIMER()
+    ON_WM_SIZE()
+    ON_WM_VSCROLL()
+    ON_WM_KEYDOWN()
+    ON_WM_LBUTTONDOWN()
+    ON_NOTIFY(HDN_ITEMCLICKA, 0, &CReportCtrlLog::OnHdnItemClick)
+    ON_NOTIFY(HDN_ITEMCLICKW, 0, &CReportCtrlLog::OnHdnItemClick)
+    ON_MESSAGE(WM_DPICHANGED_AFTERPARENT, &CReportCtrlLog::OnDpiChanged)
+    ON_MESSAGE(logreport::kPreviewWidened, &CReportCtrlLog::OnPreviewWidened)
+END_MESSAGE_MAP()
+
+CReportCtrlLog::CReportCtrlLog() : m_data(std::make_unique<Data>()) {}
+
+CReportCtrlLog::~CReportCtrlLog()
+{
+    DestroyWindow(); // while what its last messages ask for is still there
+}
+
+CReportCtrlLog* CReportCtrlLog::GetCurrent()
+{
+    return currentControl;
+}
+
+void CReportCtrlLog::PreSubclassWindow()
+{
+    CWnd::ModifyStyle(0, WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | RVS_CALLBACK);
+    QmHandler<CReportCtrl>::PreSubclassWindow();
+    ModifyStyle(0, WS_BORDER, SWP_FRAMECHANGED);
+    ModifyProperty(RVP_EMPTYTEXT, reinterpret_cast<__int64>("No Log message"));
+}
+
+BOOL CReportCtrlLog::CreateCommon()
+{
+    if (!QmHandler<CReportCtrl>::CreateCommon())
+        return FALSE;
+    m_data->menuDrawer.Attach(GetSafeHwnd());
+    SetLogMsgService(nullptr);
+    m_data->range.ResetOffset();
+    DefineColumns();
+    ModifyStyle(RVS_HORIZONTALGRID, RVS_DRAGCOLUMNS | RVS_KEEPSELECTION);
+    ModifyProperty(RVP_SHOWPREVIEW, 1);
+    ModifyProperty(RVP_FITITEMHEIGHT, 1);
+    SetHideRow(1);
+    SetShowReport(0);
+    InsertColor(logreport::kWarningColor, kWarning);
+    InsertColor(logreport::kErrorColor, kError);
+    UseResolution();
+    if (!m_data->isDirect)
+    {
+        SetTimer(kTimer, kInterval, nullptr);
+        currentControl = this;
+    }
+    return TRUE;
+}
+
+// Once: a window made again finds what it had.
+void CReportCtrlLog::DefineColumns()
+{
+    if (GetSubItemCount() == 0)
+        for (const Column& column : kSubItems)
+        {
+            _RVSUBITEM definition;
+            definition.format = kHeaderString;
+            definition.width = MulDiv(column.width, GetResolution(), 96);
+            definition.text = LogMsgDataKindText(column.kind);
+            DefineSubItem(column.kind, &definition);
+        }
+    for (const ILogMsgDataKind kind : kFirstColumns)
+        ActivateSubItem(kind, -1);
+}
+
+void CReportCtrlLog::OnDestroy()
+{
+    SaveState();
+    KillTimer(kTimer);
+    m_data->menuDrawer.Detach();
+    if (currentControl == this)
+        currentControl = nullptr;
+    QmHandler<CReportCtrl>::OnDestroy();
+}
+
+void CReportCtrlLog::SetDirectMode(bool direct)
+{
+    m_data->isDirect = direct;
+}
+
+// ---- What a host tells
+
+void CReportCtrlLog::SetLogMsgService(ILogMsgService* service)
+{
+    if (service == m_data->service)
+        return;
+    m_data->service = service;
+    m_data->list.reset();
+    FlushCacheMsgData();
+}
+
+ILogMsgService* CReportCtrlLog::GetLogMsgService()
+{
+    return m_data->service;
+}
+
+std::int32_t CReportCtrlLog::GetMaxLogSize()
+{
+    return kMaxLogSize;
+}
+
+void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
+{
+    {
+        const Flagged busy(m_data->isBusy);
+        if (m_data->attached)
+            m_data->attached->AddMsg(id, message);
+        m_data->range.Announce(id);
+    }
+    MakeList();
+    if (!m_data->list || !message)
+        return;
+    std::unique_ptr<ILogMsgData> clone(message->Clone());
+    const std::shared_ptr<ILogMsgList> list = m_data->list;
+    if (clone && list && list->Add(clone.get()))
+        clone.release();
+}
+
+// The service may call back, and may be taken away meanwhile.
+void CReportCtrlLog::MakeList()
+{
+    ILogMsgService* const service = m_data->service;
+    if (!service || m_data->list || m_data->isMakingList)
+        return;
+    const Flagged making(m_data->isMakingList);
+    std::shared_ptr<ILogMsgList> list(service->CreateMsgList(kListRoom, 0));
+    if (service == m_data->service)
+        m_data->list = std::move(list);
+}
+
+void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
+{
+    const Flagged busy(m_data->isBusy);
+    if (m_data->attached)
+        m_data->attached->SetMsgIdRange(first, last);
+    m_data->range.Announce(last);
+    logreport::MsgCache::Shared().Flush();
+    ForgetPreviews();
+}
+
+void CReportCtrlLog::Present(std::uint32_t id)
+{
+    static const UINT message = ::RegisterWindowMessage("QmPresentMessageId");
+    if (const HWND parent = ::GetParent(GetSafeHwnd()))
+        ::SendMessage(parent, message, reinterpret_cast<WPARAM>(GetSafeHwnd()), static_cast<LPARAM>(id));
+}
+
+CWnd* CReportCtrlLog::GetWnd()
+{
+    return this;
+}
+
+void CReportCtrlLog::SetAttachedViewer(ILogViewer* viewer)
+{
+    m_data->attached = viewer;
+}
+
+// ---- Rows
+
+// A tick while another one is at work, of whichever control, is left out.
+void CReportCtrlLog::OnTimer(UINT_PTR id)
+{
+    if (id != kTimer)
+    {
+        QmHandler<CReportCtrl>::OnTimer(id);
+        LookWhetherFollowing(); // it may have scrolled
+    }
+    else if (!isTicking)
+    {
+        const Flagged ticking(isTicking);
+        const std::optional<int> rows = m_data->range.Tick();
+        if (!rows)
+            return;
+        SetItemCount(*rows);
+        if (m_data->follow && !IsFollowPaused())
+            EnsureVisible(*rows - 1, TRUE);
+    }
+}
+
+void CReportCtrlLog::Clear()
+{
+    m_data->range.Clear(GetItemCount());
+}
+
+void CReportCtrlLog::ShowCleared()
+{
+    m_data->range.ShowCleared();
+}
+
+std::uint32_t CReportCtrlLog::GetMessageOffset()
+{
+    return m_data->range.Offset();
+}
+
+std::uint32_t CReportCtrlLog::GetLastMessage()
+{
+    return m_data->range.Last();
+}
+
+void CReportCtrlLog::SelectMsg(std::uint32_t id)
+{
+    const std::optional<int> row = m_data->range.RowOf(id, GetRowCount());
+    if (!row)
+        return;
+    SetSelection(*row, *row);
+    EnsureVisible(*row, TRUE);
+    LookWhetherFollowing();
+}
+
+void CReportCtrlLog::SetSelection(int first, int last)
+{
+    SelectRows(last, first, 1, 0, 0, 1);
+}
+
+const ILogMsgData* CReportCtrlLog::FindCacheMsgData(std::uint32_t id)
+{
+    const std::shared_ptr<ILogMsgList> list = m_data->list;
+    return logreport::MsgCache::Shared().Find(id, m_data->Origin());
+}
+
+void CReportCtrlLog::FlushCacheMsgData()
+{
+    logreport::MsgCache::Shared().Flush();
+    ForgetPreviews();
+    if (m_hWnd)
+        RedrawRows(-1, GetRowCount(), 0);
+}
+
+ZEMA::String CReportCtrlLog::GetStatusText()
+{
+    int first = 0;
+    int last = -1;
+    GetSelectedRows(&first, &last);
+    return logreport::StatusText(GetRowCount(), last - first + 1, GetCurrentFocus()).c_str();
+}
+
+// ---- Following
+
+void CReportCtrlLog::SetFollow(int follow)
+{
+    m_data->follow = follow;
+    m_data->isFollowPaused = false;
+}
+
+int CReportCtrlLog::GetFollow()
+{
+    return m_data->follow;
+}
+
+void CReportCtrlLog::SetFollowPauses(bool pauses)
+{
+    m_data->followPauses = pauses;
+    m_data->isFollowPaused = false;
+}
+
+bool CReportCtrlLog::GetFollowPauses()
+{
+    return m_data->followPauses;
+}
+
+bool CReportCtrlLog::IsFollowPaused()
+{
+    return m_data->followPauses && m_data->isFollowPaused;
+}
+
+// After the user has moved: whoever sees the last row follows.
+void CReportCtrlLog::LookWhetherFollowing()
+{
+    const int rows = GetRowCount();
+    m_data->isFollowPaused = m_hWnd && rows > 0 && !IsItemVisible(rows - 1, -1);
+}
+
+void CReportCtrlLog::OnVScroll(UINT code, UINT position, CScrollBar* bar)
+{
+    QmHandler<CReportCtrl>::OnVScroll(code, position, bar);
+    LookWhetherFollowing();
+}
+
+void CReportCtrlLog::OnKeyDown(UINT key, UINT repeat, UINT flags)
+{
+    QmHandler<CReportCtrl>::OnKeyDown(key, repeat, flags);
+    LookWhetherFollowing();
+}
+
+void CReportCtrlLog::OnLButtonDown(UINT flags, CPoint point)
+{
+    QmHandler<CReportCtrl>::OnLButtonDown(flags, point);
+    LookWhetherFollowing();
+}
+
+void CReportCtrlLog::OnSize(UINT type, int cx, int cy)
+{
+    QmHandler<CReportCtrl>::OnSize(type, cx, cy);
+    if (m_data->followPauses && m_data->follow && !m_data->isFollowPaused)
+        EnsureVisible(GetRowCount() - 1, TRUE);
+}
+
+// ---- Clicks
+
+LRESULT CReportCtrlLog::Notify(_NMREPORTVIEW* notification)
+{
+    const UINT code = notification->hdr.code;
+    const int item = notification->item;
+    const CPoint point = notification->point;
+    const LRESULT answer = QmHandler<CReportCtrl>::Notify(notification);
+    if (code == RVN_COLUMNCLICK)
+        m_data->columnClick = answer;
+    if (!m_hWnd || answer != 0)
+        return answer;
+    if (code == RVN_ITEMDBLCLICK)
+        OpenMessageOf(item);
+    if (code != RVN_ITEMRCLICK)
+        return answer;
+    CPoint screen = point;
+    ClientToScreen(&screen);
+    OnMessageMenu(screen);
+    return 1; // the menu was the answer
+}
+
+void CReportCtrlLog::OpenMessageOf(int row)
+{
+    if (row < 0 || !m_data->service || m_data->isBusy)
+        return;
+    const std::uint32_t id = m_data->range.IdOf(row);
+    if (m_data->service->GetMsg(id))
+        OnOpenMessage(id);
+}
+
+void CReportCtrlLog::OnOpenMessage(std::uint32_t) {}
+
+void CReportCtrlLog::OnMessageMenu(CPoint) {}
+
+// The parent is told first. A second click on a column reverses the order.
+void CReportCtrlLog::OnHdnItemClick(NMHDR* header, LRESULT* result)
+{
+    const int subitem = GetHeaderCtrl()->GetSubItem(reinterpret_cast<NMHEADER*>(header)->iItem);
+    m_data->columnClick = 0;
+    QmHandler<CReportCtrl>::OnHdnItemClick(header, result);
+    ILogMsgService* const service = m_data->service;
+    if (!m_hWnd || m_data->columnClick != 0 || m_data->isDirect || !service || service->IsBusy())
+        return;
+    LogMsgSortKey key;
+    service->GetSortKeys(&key, 1);
+    const bool isOther = key.field != subitem;
+    key.field = static_cast<ILogMsgDataKind>(subitem);
+    key.ascending = isOther || key.ascending == 0;
+    service->SetSortKeys(&key, 1);
+    service->Apply();
+    RefreshHeader();
+}
+
+void CReportCtrlLog::RefreshHeader()
+{
+    ILogMsgService* const service = m_data->service;
+    if (!service || !m_hWnd)
+        return;
+    LogMsgSortKey key;
+    service->GetSortKeys(&key, 1);
+    if (key.field == kLogMsgNone || !SetSortSettings(key.field, key.ascending))
+        ClearSortSettings();
+    std::array<LogMsgFilter, 3> filters;
+    service->GetFilters(filters.data(), static_cast<std::int32_t>(filters.size()));
+    CReportHeaderCtrl& header = *GetHeaderCtrl();
+    for (int item = 0; item < header.GetItemCount(); ++item)
+    {
+        const int subitem = header.GetSubItem(item);
+        header.SetItemFiltered(
+            item, std::any_of(filters.begin(), filters.end(),
+                              [subitem](const auto& filter) { return filter.field == subitem; }));
+    }
+}

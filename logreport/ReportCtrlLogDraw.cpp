@@ -1,0 +1,182 @@
+// The message viewer: what its cells and previews show.
+#include "logreport/ReportCtrlLogData.h"
+#include "logreport/model/MsgCells.h"
+#include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/GraphicText.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+
+constexpr int kTextIndent = 7; // pixels, of a preview below a line
+
+bool IsHighContrast()
+{
+    HIGHCONTRAST contrast = {};
+    contrast.cbSize = sizeof(contrast);
+    return ::SystemParametersInfo(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+int LineHeight(CDC& dc)
+{
+    TEXTMETRIC metrics = {};
+    dc.GetTextMetrics(&metrics);
+    return std::max(1, static_cast<int>(metrics.tmHeight));
+}
+
+} // namespace
+
+// ---- Resolution
+
+void CReportCtrlLog::UseResolution()
+{
+    const int dpi = GetResolution();
+    if (m_data->images.Load(dpi))
+        SetImageList(m_data->images.List(), nullptr);
+    m_data->previewFont.DeleteObject();
+    LOGFONT font = {};
+    ::GetObject(::GetStockObject(ANSI_FIXED_FONT), sizeof(font), &font);
+    font.lfHeight = MulDiv(font.lfHeight, dpi, 96);
+    font.lfWidth = 0;
+    if (dpi == 96 || !m_data->previewFont.CreateFontIndirect(&font))
+        m_data->previewFont.CreateStockObject(ANSI_FIXED_FONT);
+    ForgetPreviews();
+}
+
+LRESULT CReportCtrlLog::OnDpiChanged(WPARAM wParam, LPARAM lParam)
+{
+    const LRESULT result = QmHandler<CReportCtrl>::OnDpiChanged(wParam, lParam);
+    UseResolution();
+    return result;
+}
+
+// ---- Cells
+
+// A message that is not there has a line as well, so that one can see that it is missing.
+int CReportCtrlLog::LoadItemData(structITEM* record, int item, int subitem, unsigned int mask)
+{
+    if (QmHandler<CReportCtrl>::LoadItemData(record, item, subitem, mask))
+        return 1;
+    if (item < 0 || !m_data->service)
+        return 0;
+    CClientDC dc(this);
+    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    record->previewHeight = LineHeight(dc);
+    return 1;
+}
+
+__int64 CReportCtrlLog::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
+{
+    _RVITEM& cell = reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item;
+    if (!m_data->service || cell.item < 0)
+        return 1;
+    const std::shared_ptr<ILogMsgList> list = m_data->list; // as long as its message is used
+    const std::uint32_t id = m_data->range.IdOf(cell.item);
+    const ILogMsgData* const message = FindCacheMsgData(id);
+    if (!message)
+        return 1;
+    logreport::AnswerCell(*message, m_data->previewLines, cell);
+    if (cell.subitem == kLogMsgNone)
+    {
+        cell.previewHeight = GetPreviewHeight(id, *message);
+        cell.mask |= RVIM_PREVIEWHEIGHT;
+    }
+    return 0;
+}
+
+// ---- Previews
+
+void CReportCtrlLog::SetPreviewLines(int lines)
+{
+    m_data->previewLines = std::max(0, lines);
+    FlushCacheMsgData();
+}
+
+int CReportCtrlLog::GetPreviewLines()
+{
+    return m_data->previewLines;
+}
+
+// Of all columns, or of the header when that is wider.
+int CReportCtrlLog::GetVirtualWidth()
+{
+    int width = 0;
+    for (int column = 0; column < GetActiveSubItemCount(); ++column)
+        width += GetSubItemWidth(GetSubItemFromColumn(column));
+    return std::max(width, GetHeaderWidth());
+}
+
+int CReportCtrlLog::GetPreviewLeft(const ILogMsgData& message)
+{
+    const std::uint32_t indent = std::min(message.GetIndent(logreport::kMaxIndent), logreport::kMaxIndent);
+    return MulDiv(static_cast<int>(indent) * logreport::kIndentStep, GetResolution(), 96);
+}
+
+int CReportCtrlLog::GetPreviewHeight(std::uint32_t id, const ILogMsgData& message)
+{
+    if (const std::optional<logreport::PreviewSize> kept = m_data->previewSizes.Find(id))
+        return kept->height;
+    CClientDC dc(this);
+    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    const char* const body = message.GetBody();
+    const std::string text = logreport::PreviewText(body ? body : "", m_data->previewLines);
+    const int left = GetPreviewLeft(message);
+    const int end = GetHideRow() ? logreport::kWidestPreview : GetVirtualWidth();
+    const SIZE size = GraphicText(dc).MeasureWholeLines(text.data(), static_cast<int>(text.size()),
+                                                        std::max(0, end - left));
+    const logreport::PreviewSize measured = {left + size.cx,
+                                             std::max(static_cast<int>(size.cy), LineHeight(dc))};
+    m_data->previewSizes.Keep(id, measured);
+    if (measured.right > m_data->widestPreview)
+    {
+        m_data->widestPreview = measured.right;
+        if (!std::exchange(m_data->isWideningPosted, true))
+            PostMessage(logreport::kPreviewWidened);
+    }
+    return measured.height;
+}
+
+LRESULT CReportCtrlLog::OnPreviewWidened(WPARAM, LPARAM)
+{
+    m_data->isWideningPosted = false;
+    SetPreviewWidth(m_data->widestPreview);
+    return 0;
+}
+
+void CReportCtrlLog::ForgetPreviews()
+{
+    m_data->previewSizes.Forget();
+    if (std::exchange(m_data->widestPreview, 0) > 0)
+        SetPreviewWidth(0);
+}
+
+__int64 CReportCtrlLog::OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification)
+{
+    _NMRVITEMDRAW& draw = *reinterpret_cast<_NMRVITEMDRAW*>(notification);
+    const char* const text = std::exchange(draw.item->text, nullptr); // the control shall not draw it
+    CDC& dc = *CDC::FromHandle(draw.dc);
+    CRect rect(draw.rect);
+    if (!GetHideRow())
+    {
+        if (!(draw.item->state & RVIS_SELECTED) && !IsHighContrast())
+            dc.FillRect(rect, &m_data->previewBrush);
+        rect.left += kTextIndent;
+    }
+    const std::shared_ptr<ILogMsgList> list = m_data->list; // as long as its message is used
+    if (const ILogMsgData* const message = FindCacheMsgData(m_data->range.IdOf(draw.item->item)))
+        rect.left += GetPreviewLeft(*message);
+    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    const int height = LineHeight(dc);
+    CRect clip;
+    dc.GetClipBox(clip);
+    const int first = std::max(0, static_cast<int>(clip.top - rect.top) / height);
+    const int count =
+        std::max(0, static_cast<int>(std::min(clip.bottom, rect.bottom) - rect.top) / height - first + 1);
+    const std::string_view shown = logreport::LinesOf(text ? text : "", first, count);
+    rect.top += first * height;
+    GraphicText(dc).DrawWholeLines(shown.data(), static_cast<int>(shown.size()), rect);
+    return 0;
+}

@@ -61,7 +61,9 @@ includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State).
 includes_only 'QmLogApi\.h|zemacore/String\.h' include/LogMsg.h include/LogViewer.h
 includes_only 'QmLogApi\.h|LogMsg\.h|wintypes\.h' include/QmLogState.h
 includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
-includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report*.h
+includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report!(CtrlLog).h
+messages='(LogMsg|LogViewer|QmHandler|ReportCtrl)\.h'
+includes_only "$messages" include/ReportCtrlLog.h
 
 # The log files know no windows; the log view is told of them by a source of rows.
 includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
@@ -82,9 +84,12 @@ without_system report/{model,sort}/*.{h,cpp}
 # These only pass on what models answer, or raise the framework's exception.
 calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp
 
-# The message viewer: its models know messages only.
-includes_only "(LogMsg|QmLogState)\.h|qmcommandline/\w+\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
+# The message viewer: its models know messages, and the records of the report control's items.
+includes_only "(LogMsg|QmLogState|ReportItem)\.h|qmcommandline/\w+\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
 without_system logreport/model/*.{h,cpp}
+includes_only "$messages|Report(CtrlLog|HeaderCtrl)\.h|QmLogState\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
+    logreport/*.{h,cpp}
+calls_windows logreport/!(ReportCtrlLogState).cpp
 
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
 includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}

@@ -133,7 +133,6 @@ void CReportCtrlLog::OnDestroy()
 {
     SaveState();
     KillTimer(kTimer);
-    m_data->menuDrawer.Detach();
     if (currentControl == this)
         currentControl = nullptr;
     QmHandler<CReportCtrl>::OnDestroy();
@@ -332,8 +331,11 @@ bool CReportCtrlLog::IsFollowPaused()
 // After the user has moved: whoever sees the last row follows.
 void CReportCtrlLog::LookWhetherFollowing()
 {
-    const int rows = GetRowCount();
-    m_data->isFollowPaused = m_hWnd && rows > 0 && !IsItemVisible(rows - 1, -1);
+    int first = 0;
+    int last = -1;
+    const int rows = m_hWnd ? GetRowCount() : 0;
+    GetVisibleRows(GetTopIndex(), &first, &last, 0);
+    m_data->isFollowPaused = rows > 0 && last < rows - 1;
 }
 
 void CReportCtrlLog::OnVScroll(UINT code, UINT position, CScrollBar* bar)

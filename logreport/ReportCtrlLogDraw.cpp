@@ -60,7 +60,7 @@ int CReportCtrlLog::LoadItemData(structITEM* record, int item, int subitem, unsi
 {
     if (QmHandler<CReportCtrl>::LoadItemData(record, item, subitem, mask))
         return 1;
-    if (item < 0 || !m_data->service)
+    if (item < 0 || !m_data->service || !m_hWnd)
         return 0;
     CClientDC dc(this);
     const VkGrafic::Selected selected(dc, m_data->previewFont);
@@ -76,7 +76,7 @@ __int64 CReportCtrlLog::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
     const std::shared_ptr<ILogMsgList> list = m_data->list; // as long as its message is used
     const std::uint32_t id = m_data->range.IdOf(cell.item);
     const ILogMsgData* const message = FindCacheMsgData(id);
-    if (!message)
+    if (!message || !m_hWnd) // which the service may have destroyed
         return 1;
     logreport::AnswerCell(*message, m_data->previewLines, cell);
     if (cell.subitem == kLogMsgNone)

@@ -69,6 +69,8 @@ void CReportCtrl::OnPaint()
     if (m_data->scroll.Fit(painter.snapshot.geometry))
         m_data->Redraw();
     painting.dirty.Painted();
+    if (!m_hWnd) // a callback has destroyed it
+        return;
     {
         CPaintDC dc(this);
         const CRect header = ToRect(m_data->view.header);

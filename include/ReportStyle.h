@@ -63,6 +63,11 @@ constexpr std::uint64_t RVP_TREEINDENT = 15;
 // font.
 constexpr std::uint64_t RVP_FITITEMHEIGHT = 256;
 
+// Flag: the images of cells stay as they are from SetImageList on, so that the control may keep copies of
+// them and draw those, which is several times as fast: 0. Changes to the list are not seen until SetImageList
+// is called.
+constexpr std::uint64_t RVP_KEEPIMAGES = 258;
+
 // RVK_* bits: keys that users expect and that the control leaves alone otherwise: 0.
 constexpr std::uint64_t RVP_KEYS = 257;
 

@@ -99,6 +99,7 @@ BOOL CReportCtrlLog::CreateCommon()
     DefineColumns();
     ModifyStyle(RVS_HORIZONTALGRID, RVS_DRAGCOLUMNS | RVS_KEEPSELECTION);
     ModifyProperty(RVP_SHOWPREVIEW, 1);
+    ModifyProperty(RVP_KEEPIMAGES, 1);
     ModifyProperty(RVP_FITITEMHEIGHT, 1);
     SetHideRow(1);
     SetShowReport(0);

@@ -80,6 +80,7 @@ void CReportCtrl::SetImageList(CImageList* items, CImageList* checks)
     else if (m_data->look.checkImages) // else boxes are drawn, and keep the size they were given
         m_data->sizes.ResetCheckSize();
     m_data->look.itemImages = items;
+    m_data->look.itemCopies.Forget();
     m_data->look.checkImages = checks;
     m_data->LayoutClient();
 }

@@ -4,6 +4,7 @@
 #include "ReportCtrl.h"
 #include "ReportSubItemListCtrl.h"
 #include "report/Background.h"
+#include "report/ImageCopies.h"
 #include "report/PaintColors.h"
 #include "report/PaintFonts.h"
 #include "report/ScrollBars.h"
@@ -31,6 +32,7 @@ struct Look
     Background background;
     CImageList* itemImages = nullptr; // the owner's, like the next
     CImageList* checkImages = nullptr;
+    ImageCopies itemCopies; // of the items' images, if the owner allows it
 };
 
 struct WindowState

@@ -270,6 +270,10 @@ void CReportCtrl::Data::Painter::DrawListImage(CDC& dc, const CRect& room, const
     if (!list || image < 0 || image >= list->GetImageCount() || width <= 0)
         return;
     const report::Clipped clipped(dc, room, picture);
+    const bool mayCopy =
+        m_data.properties.keepImages && list == m_data.look.itemImages && style == ILD_TRANSPARENT;
+    if (mayCopy && m_data.look.itemCopies.Draw(dc, CPoint(picture.left, picture.top), width, *list, image))
+        return;
     IMAGELISTDRAWPARAMS drawing = {};
     drawing.cbSize = sizeof(drawing);
     drawing.i = image;

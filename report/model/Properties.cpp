@@ -78,6 +78,9 @@ bool Properties::Set(std::uint64_t id, std::int64_t value)
     case RVP_FITITEMHEIGHT:
         m_sizes.FitItemHeight(value != 0);
         return true;
+    case RVP_KEEPIMAGES:
+        keepImages = value != 0;
+        return true;
     case RVP_KEYS:
         if (value < 0 || value > RVK_ALL)
             return false;
@@ -128,6 +131,8 @@ bool Properties::Get(std::uint64_t id, std::int64_t& value) const
         return is(AddressOf(treeIndent));
     case RVP_FITITEMHEIGHT:
         return is(m_sizes.FitsItemHeight());
+    case RVP_KEEPIMAGES:
+        return is(keepImages);
     case RVP_KEYS:
         return is(keys);
     default:

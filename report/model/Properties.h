@@ -30,6 +30,7 @@ public:
     std::int64_t treeStyle = 0;
     bool doubleBuffer = true;
     std::int64_t imageMode = RVIB_NONE;
+    bool keepImages = false;
     COLORREF color = 0xFFFFFF;
     unsigned keys = 0; // RVK_*
 

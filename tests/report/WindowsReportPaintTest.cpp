@@ -224,6 +224,49 @@ TEST_F(ReportPaint, ImagesAreThoseOfTheirLists)
     EXPECT_TRUE(report.GetProperty(RVP_CHECKSIZE, &size) && size == (8 | 8 << 16)) << "that of drawn boxes";
 }
 
+// Opaque, cut out, with alpha; in a cell or on its edge.
+TEST_F(ReportPaint, CopiesLookLikeTheImages)
+{
+    std::vector<DWORD> pixels;
+    for (DWORD i = 0; i < 16 * 8; ++i)
+        pixels.push_back(i % 5 == 0 ? 0x00FF00FF : i % 5 == 1 ? 0x80400000 : 0xFF000000 | i);
+    CBitmap bitmap, other;
+    bitmap.CreateBitmap(16, 8, 1, 32, pixels.data());
+    other.CreateBitmap(8, 8, 1, 32, std::vector<DWORD>(64, 0xFFFF0000).data());
+    for (const UINT flags : {UINT{ILC_COLOR24 | ILC_MASK}, UINT{ILC_COLOR32}})
+    {
+        CImageList images;
+        ASSERT_TRUE(images.Create(8, 8, flags, 2, 1));
+        images.Add(&bitmap, RGB(255, 0, 255));
+        Begin(RVS_ALTERNATEROWS);
+        for (int item = 0; item < 4; ++item)
+            report.SetItemImage(item, 0, item - 1);
+        const auto look = [&](int keep, bool again = true) {
+            report.ModifyProperty(RVP_KEEPIMAGES, keep);
+            if (again)
+                report.SetImageList(&images, nullptr);
+            Paint();
+            std::vector<DWORD> shown = picture.Pixels();
+            for (DWORD& pixel : shown)
+                pixel &= 0xFFFFFF; // its colour
+            return shown;
+        };
+        const std::function<void()> steps[] = {
+            [] {}, [&] { Select(1, 1), Focus(true); }, [&] { report.SetSubItemWidth(0, 17); },
+            [&] { report.SetItemHeight(5); }, [&] { report.ModifyProperty(RVP_IMAGEMODE, RVIB_BLEND50); }};
+        for (const auto& step : steps)
+        {
+            step();
+            EXPECT_TRUE(look(0) == look(1)) << "step " << &step - steps << " with " << flags;
+        }
+        report.ModifyProperty(RVP_IMAGEMODE, RVIB_NONE);
+        const std::vector<DWORD> before = look(1);
+        ::ImageList_Replace(images.GetSafeHandle(), 0, other, nullptr);
+        EXPECT_TRUE(flags == ILC_COLOR32 || before == look(1, false)) << "the former's are drawn by the list";
+        EXPECT_TRUE(before != look(1));
+    }
+}
+
 TEST_F(ReportPaint, FixedRowPreviewAndEmptyTextStandApart)
 {
     const int strip = kItemHeight + 2 * ::GetSystemMetrics(SM_CYFIXEDFRAME);

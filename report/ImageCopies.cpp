@@ -1,6 +1,7 @@
 #include "report/ImageCopies.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace report
 {
@@ -12,11 +13,10 @@ constexpr std::uint32_t kColor = 0x00FFFFFF; // of a pixel; above it is its alph
 constexpr std::uint32_t kOpaque = 0xFF000000;
 constexpr int kMostImages = 1000; // beyond it a strip of them may be too wide
 
-// Neither a palette nor a printer, and not mirrored.
-bool IsSimple(HDC dc)
+// No printer, and not mirrored.
+bool IsScreen(HDC dc)
 {
-    return ::GetDeviceCaps(dc, BITSPIXEL) >= 24 && ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY &&
-           ::GetLayout(dc) == 0;
+    return ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY && ::GetLayout(dc) == 0;
 }
 
 } // namespace
@@ -25,13 +25,15 @@ void ImageCopies::Forget()
 {
     m_dc.DeleteDC(); // before its bitmap
     m_strip.DeleteObject();
-    m_pixels = nullptr;
     m_states.clear();
+    m_isBegun = false;
 }
 
 bool ImageCopies::Draw(CDC& dc, CPoint place, int width, CImageList& list, int image)
 {
-    if (!IsSimple(dc) || (!m_pixels && !Begin(list)) || static_cast<std::size_t>(image) >= m_states.size())
+    if (!std::exchange(m_isBegun, true))
+        Begin(dc, list);
+    if (static_cast<std::size_t>(image) >= m_states.size() || !IsScreen(dc))
         return false;
     State& state = m_states[static_cast<std::size_t>(image)];
     if (state == State::Unknown)
@@ -44,27 +46,26 @@ bool ImageCopies::Draw(CDC& dc, CPoint place, int width, CImageList& list, int i
                            m_size.cy, byAlpha) != FALSE;
 }
 
-bool ImageCopies::Begin(const CImageList& list)
+// Without states for its images a list draws them all. How many colours there are is asked but once, because
+// that takes long.
+void ImageCopies::Begin(HDC dc, const CImageList& list)
 {
     int cx = 0;
     int cy = 0;
     const int count = list.GetImageCount();
-    if (count <= 0 || count > kMostImages || !::ImageList_GetIconSize(list.GetSafeHandle(), &cx, &cy))
-        return false;
+    if (count <= 0 || count > kMostImages || !::ImageList_GetIconSize(list.GetSafeHandle(), &cx, &cy) ||
+        ::GetDeviceCaps(dc, BITSPIXEL) < 24)
+        return;
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof(BITMAPINFOHEADER), count * cx, -cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* pixels = nullptr;
     if (!m_strip.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0)) ||
         !m_dc.CreateCompatibleDC(nullptr))
-    {
-        Forget();
-        return false;
-    }
+        return;
     m_dc.SelectObject(&m_strip);
     m_pixels = static_cast<std::uint32_t*>(pixels);
     m_size = CSize(cx, cy);
     m_states.assign(static_cast<std::size_t>(count), State::Unknown);
-    return true;
 }
 
 // What looks the same on black as on white is opaque, and what leaves both as they are is transparent.

@@ -32,15 +32,16 @@ private:
         Refused
     };
 
-    bool Begin(const CImageList& list);
+    void Begin(HDC dc, const CImageList& list);
     State Copy(CImageList& list, int image);
     void DrawFrom(CImageList& list, int image, std::uint32_t background, std::vector<std::uint32_t>& pixels);
 
     CDC m_dc;
-    CBitmap m_strip; // all images side by side, with alpha
-    std::uint32_t* m_pixels = nullptr;
+    CBitmap m_strip;                   // all images side by side, with alpha
+    std::uint32_t* m_pixels = nullptr; // of the strip, row by row from the top
     CSize m_size;
-    std::vector<State> m_states;
+    std::vector<State> m_states; // by image; none if the list draws them all
+    bool m_isBegun = false;
 };
 
 } // namespace report

@@ -66,6 +66,9 @@ private:
     std::uint32_t m_count;
 };
 
+#ifdef _WIN32
+void MeasureWindow(const Options& options, Report& report);
+#endif
 void MeasureTexts(const Options& options, unsigned rounds, Report& report);
 void MeasureSavedFiles(const msgservice::MessageStore& store, unsigned rounds, Report& report);
 

@@ -1,4 +1,5 @@
-// What messages cost: keeping, filtering and sorting them. Runs on this system too, where there is memmem.
+// What messages cost: keeping, filtering, sorting and, under Windows, showing them. Runs on this system too,
+// where there is memmem.
 #include "MessageBench.h"
 
 #include "LogMsg.h"
@@ -226,6 +227,9 @@ int main(int count, char** arguments)
     MeasureTextSort(*store, rounds, report);
     bench::MeasureTexts(options, rounds, report);
     bench::MeasureSavedFiles(*store, rounds, report);
+#ifdef _WIN32
+    bench::MeasureWindow(options, report);
+#endif
     report.Print(options);
     return report.AllMet() || options.quick ? 0 : 1;
 }

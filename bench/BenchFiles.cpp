@@ -208,6 +208,12 @@ bool CountingFiles::Delete(const char* path)
     return m_next->Delete(path);
 }
 
+bool CountingFiles::Replace(const char* path, const char* to)
+{
+    ++m_counts.others;
+    return m_next->Replace(path, to);
+}
+
 DWORD CountingFiles::LastError()
 {
     return m_next->LastError();
@@ -295,6 +301,11 @@ bool IdleFiles::GetIdentity(HANDLE, ZEMA::FileIdentity& identity)
 }
 
 bool IdleFiles::Delete(const char*)
+{
+    return true;
+}
+
+bool IdleFiles::Replace(const char*, const char*)
 {
     return true;
 }

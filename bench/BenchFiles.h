@@ -100,6 +100,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool Replace(const char* path, const char* to) override;
     bool GetIdentity(HANDLE file, ZEMA::FileIdentity& identity) override;
     DWORD LastError() override;
     void SetLastError(DWORD error) override;
@@ -128,6 +129,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool Replace(const char* path, const char* to) override;
     bool GetIdentity(HANDLE file, ZEMA::FileIdentity& identity) override;
     DWORD LastError() override;
     void SetLastError(DWORD error) override;

@@ -64,13 +64,8 @@ void PutTsv(std::string& to, std::string_view value)
 
 std::string Utf8(std::string_view text)
 {
-    if (ZEMA::GetTextKind(text.data(), text.size()) != ZEMA::TextKind::CodePage)
-        return std::string(text);
-    ZEMA::WideString wide;
     std::string utf8;
-    ZEMA::ToWide(text.data(), text.size(), wide);
-    ZEMA::FromWide(wide.data(), wide.size(), utf8);
-    return utf8;
+    return ZEMA::ToUtf8(text.data(), text.size(), utf8) ? utf8 : std::string(text);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "logreport/model/MsgCells.h"
 
+#include "logreport/model/FieldText.h"
 #include "logreport/model/LevelMap.h"
 
 #include <algorithm>
@@ -39,50 +40,6 @@ std::size_t EndOfLines(std::string_view text, int lines)
     return end == std::string_view::npos ? text.size() : end;
 }
 
-using StringGetter = void (ILogMsgData::*)(ZEMA::String&) const;
-
-std::string TextOf(const ILogMsgData& message, StringGetter getter)
-{
-    ZEMA::String text;
-    (message.*getter)(text);
-    return std::string(text.c_str(), text.GetLength());
-}
-
-std::string CellText(const ILogMsgData& message, int subitem)
-{
-    switch (subitem)
-    {
-    case kLogMsgTimestamp:
-        return std::string(OrEmpty(message.GetTimestamp()));
-    case kLogMsgLevel:
-        return std::string(OrEmpty(message.GetLevelText()));
-    case kLogMsgTopic:
-        return TextOf(message, &ILogMsgData::GetTopic);
-    case kLogMsgBody:
-        return FirstLine(OrEmpty(message.GetBody()));
-    case kLogMsgErrorNumber:
-        return std::to_string(message.GetErrorNumber());
-    case kLogMsgRuntimeFile:
-        return std::string(OrEmpty(message.GetRuntimeFile()));
-    case kLogMsgLine:
-        return std::to_string(message.GetLine());
-    case kLogMsgModule:
-        return std::string(OrEmpty(message.GetModule()));
-    case kLogMsgSourceLine:
-        return std::to_string(message.GetSourceLine());
-    case kLogMsgRuntimeContext:
-        return std::string(OrEmpty(message.GetRuntimeContext()));
-    case kLogMsgSource:
-        return TextOf(message, &ILogMsgData::GetSource);
-    case kLogMsgWho:
-        return TextOf(message, &ILogMsgData::GetWho);
-    case kLogMsgSourceColumn:
-        return std::to_string(message.GetSourceColumn());
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 std::string FirstLine(std::string_view body)
@@ -101,7 +58,7 @@ std::string PreviewText(std::string_view body, int lines)
     if (shown.size() >= kPreviewEnd)
         return std::string(shown.substr(0, kPreviewCut)).append(kGoesOn);
     std::string text(shown);
-    if (hasMore && text.size() + 5 < kPreviewEnd)
+    if (hasMore)
         text += "\n...";
     return text;
 }
@@ -123,7 +80,12 @@ std::string_view LinesOf(std::string_view text, int first, int count)
 void AnswerCell(const ILogMsgData& message, int previewLines, _RVITEM& cell)
 {
     if (cell.subitem != kLogMsgNone)
-        PutText(CellText(message, cell.subitem), cell);
+    {
+        FieldText field;
+        PutText(cell.subitem == kLogMsgBody ? FirstLine(field.Of(message, kLogMsgBody))
+                                            : field.Of(message, cell.subitem),
+                cell);
+    }
     else if (cell.mask & RVIM_TEXT)
         PutText(PreviewText(OrEmpty(message.GetBody()), previewLines), cell);
     const std::uint32_t level = message.GetLevel();

@@ -40,10 +40,9 @@ std::optional<int> MsgRange::Tick()
 
 std::optional<int> MsgRange::RowOf(std::uint32_t id, int rows) const
 {
-    const std::uint32_t row = id - m_offset;
-    return id >= m_offset && rows > 0 && row < static_cast<std::uint32_t>(rows)
-               ? std::optional(static_cast<int>(row))
-               : std::nullopt;
+    const std::uint32_t row = id - m_offset; // of an earlier one beyond any row
+    return rows > 0 && row < static_cast<std::uint32_t>(rows) ? std::optional(static_cast<int>(row))
+                                                              : std::nullopt;
 }
 
 } // namespace logreport

@@ -185,4 +185,14 @@ void FromWide(const WideChar* wide, std::size_t length, std::string& text)
     }
 }
 
+bool ToUtf8(const char* text, std::size_t length, std::string& utf8)
+{
+    if (GetTextKind(text, length) != TextKind::CodePage)
+        return false;
+    WideString wide;
+    ToWide(text, length, wide);
+    FromWide(wide.data(), wide.size(), utf8);
+    return true;
+}
+
 } // namespace ZEMA

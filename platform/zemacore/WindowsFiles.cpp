@@ -75,6 +75,11 @@ public:
 
     bool Delete(const char* path) override { return ::DeleteFileA(path) != FALSE; }
 
+    bool Replace(const char* path, const char* to) override
+    {
+        return ::MoveFileExA(path, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    }
+
     bool GetIdentity(HANDLE file, FileIdentity& identity) override
     {
         BY_HANDLE_FILE_INFORMATION information;

@@ -2,6 +2,7 @@
 #include "logreport/model/MsgCells.h"
 #include "logreport/model/MsgRange.h"
 #include "logreport/model/PreviewSizes.h"
+#include "tests/logreport/FullMessage.h"
 
 #include <random>
 
@@ -13,31 +14,6 @@ namespace
 using namespace logreport;
 
 constexpr std::size_t kRoom = 65536; // of a cell's text, as the report control gives it
-
-struct Message : CCacheMsgData
-{
-    Message()
-    {
-        m_timestamp = "time";
-        m_level = 3;
-        m_levelText = "Warning";
-        m_body = "A\r\nB";
-        m_source = "source";
-        m_topic = "topic";
-        m_text1 = "text 1";
-        m_text2 = "text 2";
-        m_who = "who";
-        m_errorNumber = -4;
-        m_line = 6;
-        m_sourceLine = 8;
-        m_sourceColumn = 12;
-        m_module = "module";
-        m_runtimeFile = "file";
-        m_runtimeContext = "context";
-    }
-    using CCacheMsgData::m_body;
-    using CCacheMsgData::m_level;
-};
 
 _RVITEM Answer(const ILogMsgData& message, int subitem, std::string& room, int lines = 0)
 {
@@ -60,7 +36,7 @@ std::string Text(const ILogMsgData& message, int subitem, std::size_t size = kRo
 
 TEST(MsgCells, EverySubItemHasItsText)
 {
-    const Message message;
+    const FullMessage message;
     const char* const texts[] = {"time",   "Warning", "topic",   "A(...)", "-4",  "file", "6",
                                  "module", "8",       "context", "source", "who", "12"};
     for (int subitem = 0; subitem < kLogMsgKindCount; ++subitem)
@@ -72,7 +48,7 @@ TEST(MsgCells, EverySubItemHasItsText)
 
 TEST(MsgCells, OnlyWhatIsAskedForIsWritten)
 {
-    const Message message;
+    const FullMessage message;
     std::string room(8, '#');
     _RVITEM cell;
     cell.subitem = kLogMsgNone;
@@ -104,7 +80,7 @@ TEST(MsgCells, LevelsHaveColoursAndImages)
     for (const auto& each : cases)
         for (int subitem = kLogMsgNone; subitem < kLogMsgKindCount; ++subitem)
         {
-            Message message;
+            FullMessage message;
             message.m_level = each.level;
             std::string room(kRoom, '\0');
             const _RVITEM cell = Answer(message, subitem, room);
@@ -147,7 +123,7 @@ TEST(MsgCells, PreviewsAreCut)
         EXPECT_EQ(each.text, PreviewText(each.body, each.lines)) << testing::PrintToString(each.body);
 
     // The message of 65,536 bytes goes into the room of a cell.
-    Message message;
+    FullMessage message;
     message.m_body = std::string(65536, 'y').c_str();
     EXPECT_EQ(65534u, Text(message, kLogMsgNone).size());
     message.m_body = std::string(65535, 'y').c_str();
@@ -251,6 +227,8 @@ TEST(MsgRange, IsWhatItsRulesSay)
 TEST(PreviewSizes, AreThoseOfTheLastThousands)
 {
     PreviewSizes sizes;
+    EXPECT_FALSE(sizes.Find(0));
+    sizes.Keep(1, {1, 1});
     EXPECT_FALSE(sizes.Find(0));
     sizes.Keep(0, {1, 2});
     sizes.Keep(5000, {3, 4});

@@ -168,6 +168,23 @@ bool MemoryFiles::GetIdentity(HANDLE file, FileIdentity& identity)
     return open != nullptr;
 }
 
+bool MemoryFiles::Replace(const char* path, const char* to)
+{
+    if (!CountCall("Replace", to) || !FindFile(path))
+        return false;
+    for (const char* each : {path, to})
+        if (const auto found = m_files.find(Key(each));
+            found != m_files.end() && HasHandle(found->second, GENERIC_READ | GENERIC_WRITE, 0))
+            return Fail(ERROR_SHARING_VIOLATION);
+    if (const auto replaced = m_files.find(Key(to)); replaced != m_files.end())
+    {
+        GiveBack(replaced->second.size);
+        m_files.erase(replaced);
+    }
+    Rename(path, to);
+    return true;
+}
+
 void MemoryFiles::Rename(const std::string& path, const std::string& to)
 {
     auto node = m_files.extract(Key(path));
@@ -376,9 +393,14 @@ HANDLE MemoryFiles::Open(const char* path, DWORD access, DWORD share, DWORD disp
     const DWORD errorBefore = m_lastError;
     File* file = FindFile(path);
     const bool isNew = file == nullptr;
+    if (!isNew && disposition == CREATE_NEW)
+    {
+        Fail(ERROR_FILE_EXISTS);
+        return INVALID_HANDLE_VALUE;
+    }
     if (isNew)
     {
-        if (disposition != OPEN_ALWAYS || m_lastError == ERROR_PATH_NOT_FOUND)
+        if ((disposition != OPEN_ALWAYS && disposition != CREATE_NEW) || m_lastError == ERROR_PATH_NOT_FOUND)
             return INVALID_HANDLE_VALUE;
         file = &MakeFile(path);
     }

@@ -50,10 +50,10 @@ public:
 // Knows share modes (error 32, for deleting an open file too), locks of whole files (error 33, for locks and
 // for reads and writes of others, as the system is documented; 158 for a lock not held), OPEN_ALWAYS and
 // OPEN_EXISTING (errors 183 and 2), seeks before the beginning (131), handles that are not open (6), access
-// rights (5) and a disk of limited size (a short write first, then error 112). No folders: every path can be
-// made. A successful call leaves the last error alone, but for OPEN_ALWAYS: 183 for a file that was there, 0
-// for a new one. Paths compare without case, '/' as '\'. Sparse: bytes never written take no memory, so files
-// of 4 GiB and more cost nothing. One thread.
+// rights (5), CREATE_NEW (80) and a disk of limited size (a short write first, then error 112). No folders:
+// every path can be made. A successful call leaves the last error alone, but for OPEN_ALWAYS: 183 for a file
+// that was there, 0 for a new one. Paths compare without case, '/' as '\'. Sparse: bytes never written take
+// no memory, so files of 4 GiB and more cost nothing. One thread.
 class MemoryFiles : public IFileCalls
 {
 public:
@@ -70,6 +70,7 @@ public:
     bool Unlock(HANDLE file, std::uint64_t offset, std::uint64_t length) override;
     bool GetSize(const char* path, std::uint64_t& size) override;
     bool Delete(const char* path) override;
+    bool Replace(const char* path, const char* to) override;
     bool GetIdentity(HANDLE file, FileIdentity& identity) override;
     DWORD LastError() override { return m_lastError; }
     void SetLastError(DWORD error) override { m_lastError = error; }

@@ -219,13 +219,8 @@ void Statement::Reset() const
 
 std::string_view AsUtf8(std::string_view text, std::string& scratch)
 {
-    if (ZEMA::GetTextKind(text.data(), text.size()) == ZEMA::TextKind::CodePage)
-    {
-        ZEMA::WideString wide;
-        ZEMA::ToWide(text.data(), text.size(), wide);
-        ZEMA::FromWide(wide.data(), wide.size(), scratch);
+    if (ZEMA::ToUtf8(text.data(), text.size(), scratch))
         text = scratch;
-    }
     if (text.size() <= kLongestText)
         return text;
     std::size_t end = kLongestText - kCut.size();

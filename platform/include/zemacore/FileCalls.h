@@ -53,6 +53,9 @@ public:
     virtual bool GetSize(const char* path, std::uint64_t& size) = 0;
     virtual bool Delete(const char* path) = 0;
 
+    // Renames a file, in place of the one that may be at `to`, which must not be open.
+    virtual bool Replace(const char* path, const char* to) = 0;
+
     virtual bool GetIdentity(HANDLE file, FileIdentity& identity) = 0;
 
     virtual DWORD LastError() = 0;

@@ -47,4 +47,8 @@ QMPLATFORM_API void ToWide(const char* text, std::size_t length, WideString& wid
 // becomes U+FFFD.
 QMPLATFORM_API void FromWide(const WideChar* wide, std::size_t length, std::string& text);
 
+// Puts a text in the code page into `utf8` as UTF-8. Answers false, and leaves `utf8` alone, if the text is
+// UTF-8 as it stands.
+QMPLATFORM_API bool ToUtf8(const char* text, std::size_t length, std::string& utf8);
+
 } // namespace ZEMA

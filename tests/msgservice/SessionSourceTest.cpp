@@ -92,6 +92,51 @@ TEST_F(SessionSourceTest, FollowsWhatIsWrittenAndANewSession)
     EXPECT_EQ("A new session has begun in the log folder\n", source.TakeNotices());
 }
 
+// Whatever is written, taken back and written again: as "log:row" of each message, and as messages of rows.
+TEST_F(SessionSourceTest, MessagesAndRowsLeadToEachOther)
+{
+    const auto store = MessageStore::Make();
+    const auto rows = std::make_shared<SessionRows>(store);
+    std::vector<std::string> logs = {"Main"};
+    SessionSource source({}, SessionSource::Until::Forever);
+    source.SetRows(rows);
+    source.SetFindLogs([&] { return logs; });
+    const auto told = [&] {
+        for (int look = 0; look < 3; ++look) // the first two hold lines back that may go on
+            source.Read(*store);
+        std::string text;
+        for (std::uint32_t message = 0; message < store->Count(); ++message)
+        {
+            const auto row = rows->RowOf(message);
+            text += row ? row->log + ":" + std::to_string(row->index) + " " : "- ";
+        }
+        for (std::uint32_t row = 0; row < 3; ++row)
+            for (const char* const log : {"main", "Run"})
+                text += std::to_string(static_cast<int>(rows->MessageOf(log, row).value_or(-1U))) + " ";
+        return text;
+    };
+    m_main.Write("one\ntwo");
+    EXPECT_EQ("Main:0 Main:1 0 -1 1 -1 -1 -1 ", told());
+    m_main.Write(" and more\n");
+    m_run.Write("three\n");
+    EXPECT_EQ("Main:0 Main:1 Main:1 0 -1 1 -1 -1 -1 ", told()) << "the first part, and no log unasked for";
+    logs.push_back("Run");
+    EXPECT_EQ("Main:0 Main:1 Main:1 Run:0 0 3 1 -1 -1 -1 ", told());
+
+    store->Add({});
+    EXPECT_EQ("Main:0 Main:1 Main:1 Run:0 - 0 3 1 -1 -1 -1 ", told()) << "what is no row has none";
+    m_run.Close();
+    files.SetContents(Path("Run.ROW"), "");
+    files.SetContents(Path("Run.LOG"), "");
+    EXPECT_EQ("Main:0 Main:1 Main:1 Run:0 - 0 3 1 -1 -1 -1 ", told()) << "taken back";
+    m_run.Write("four\n");
+    EXPECT_EQ("Main:0 Main:1 Main:1 - - Run:0 0 5 1 -1 -1 -1 ", told()) << "and written again";
+
+    for (const char* const name : {"Main.LOG", "Run.LOG", "Main.ROW", "Run.ROW", "Log.DAT"})
+        files.SetContents(Path(name), "");
+    EXPECT_EQ("- - - - - - -1 -1 -1 -1 -1 -1 ", told()) << "a new session";
+}
+
 // A long session comes piece by piece, and nothing twice.
 TEST_F(SessionSourceTest, ALongSessionComesInPieces)
 {

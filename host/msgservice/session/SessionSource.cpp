@@ -65,12 +65,20 @@ public:
         fields.indent = entry.row.indent;
         fields.sourceLine = static_cast<std::int32_t>(entry.index + 1);
         fields.countsSourceLine = true;
+        if (rowMessages)
+            rowMessages->Add(name, static_cast<std::uint32_t>(entry.index), skip > 0);
         sink->Add(fields);
     }
 
-    void SessionBegun() override { notices += "A new session has begun in the log folder\n"; }
+    void SessionBegun() override
+    {
+        notices += "A new session has begun in the log folder\n";
+        if (rowMessages)
+            rowMessages->Begin();
+    }
 
     MessageSink* sink = nullptr; // during a Read
+    std::shared_ptr<SessionRows> rowMessages;
     std::string notices;
 
 private:
@@ -84,9 +92,16 @@ SessionSource::SessionSource(const std::vector<std::string>& logs, Until until)
 
 SessionSource::~SessionSource() = default;
 
+void SessionSource::SetRows(std::shared_ptr<SessionRows> rows)
+{
+    m_rows->rowMessages = std::move(rows);
+}
+
 MessageSource::State SessionSource::Read(MessageSink& sink)
 {
     m_rows->sink = &sink;
+    if (m_findLogs)
+        m_follower.AddLogs(m_findLogs());
     m_follower.Poll(kRowsAtOnce);
     if (m_follower.HasMore() || (m_follower.HoldsLine() && m_until == Until::Now))
         return State::More;

@@ -3,7 +3,9 @@
 
 #include "msgservice/MessageSource.h"
 #include "msgservice/session/Follower.h"
+#include "msgservice/session/SessionRows.h"
 
+#include <functional>
 #include <memory>
 
 namespace msgservice
@@ -32,6 +34,15 @@ public:
     SessionSource(const std::vector<std::string>& logs, Until until);
     ~SessionSource() override;
 
+    // Has `find` asked before each look which logs there are, so that new ones are taken in; logs that have
+    // gone stay. On the reading thread, before the first Read.
+    using FindLogs = std::function<std::vector<std::string>()>;
+    void SetFindLogs(FindLogs find) { m_findLogs = std::move(find); }
+
+    // Has `rows` told which message is which row. Before the first Read, which then has to be given the
+    // store of `rows` to fill.
+    void SetRows(std::shared_ptr<SessionRows> rows);
+
     State Read(MessageSink& sink) override;
     std::string TakeNotices() override;
     std::string Explanation() override;
@@ -40,6 +51,7 @@ private:
     class Rows;
 
     Until m_until;
+    FindLogs m_findLogs;
     std::unique_ptr<Rows> m_rows;
     Follower m_follower;
 };

@@ -188,6 +188,16 @@ void MsgService::ClearBefore(std::int32_t tag)
     Apply();
 }
 
+std::uint32_t MsgService::FindLevel(std::uint32_t id, std::uint32_t level, Direction direction) const
+{
+    const std::int64_t count = m_shown->Count();
+    const std::int64_t position = std::min<std::int64_t>(id, count + 1) - 1;
+    const auto found = direction == Direction::Forward
+                           ? m_shown->view->FindLevel(std::min(position + 1, count), count, level)
+                           : m_shown->view->FindLevel(std::max<std::int64_t>(position - 1, -1), -1, level);
+    return found ? *found + 1 : kNoLogMsgId;
+}
+
 std::uint32_t MsgService::GetMsgCount()
 {
     return m_shown->Count();

@@ -62,6 +62,15 @@ public:
     std::uint32_t GetLeastLevel() const { return m_description.leastLevel; }
     void SetLeastLevel(std::uint32_t level) { m_description.leastLevel = level; }
 
+    // The nearest message after `id`, or before it, that has at least this level; kNoLogMsgId if there is
+    // none. 0 stands before all messages, GetMsgCount() + 1 after them.
+    enum class Direction
+    {
+        Forward,
+        Backward
+    };
+    std::uint32_t FindLevel(std::uint32_t id, std::uint32_t level, Direction direction) const;
+
     // Gives up what Apply has begun: the present view stays, and so do its keys and filters.
     void CancelApply();
     double Progress() const { return m_worker.Progress(); } // of what Apply has begun, 0 to 1

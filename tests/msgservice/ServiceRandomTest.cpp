@@ -185,6 +185,7 @@ public:
                                             : static_cast<std::uint32_t>(found - wanted.begin() + 1),
                       m_service.FindTag(tag));
         }
+        ExpectLevelsFound(wanted);
     }
 
     ToldViewer viewer;
@@ -226,6 +227,26 @@ private:
             m_messages.push_back(message);
             m_service.Store()->Add(message.Fields());
         }
+    }
+
+    void ExpectLevelsFound(const std::vector<std::int32_t>& tags)
+    {
+        const auto count = static_cast<std::uint32_t>(tags.size());
+        const std::uint32_t level = Below(7);
+        const auto has = [&](std::uint32_t id) {
+            return m_messages[static_cast<std::size_t>(tags[id - 1] - 1)].level >= level;
+        };
+        const std::uint32_t from = Below(count + 2);
+        std::uint32_t next = from + 1;
+        while (next <= count && !has(next))
+            ++next;
+        std::uint32_t previous = from > 0 ? from - 1 : 0;
+        while (previous > 0 && !has(previous))
+            --previous;
+        using Direction = MsgService::Direction;
+        ASSERT_EQ(next <= count ? next : kNoLogMsgId, m_service.FindLevel(from, level, Direction::Forward));
+        ASSERT_EQ(previous > 0 ? previous : kNoLogMsgId,
+                  m_service.FindLevel(from, level, Direction::Backward));
     }
 
     std::int32_t AnyField() { return static_cast<std::int32_t>(Below(14)) - 1; }

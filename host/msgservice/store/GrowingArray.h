@@ -23,13 +23,20 @@ public:
         return m_pieces[piece][index - FirstOf(piece)];
     }
 
-    // One thread. Nothing has changed if memory runs out.
-    void Append(const T& element)
+    // One thread, as Append. After it the next Append takes no memory.
+    void MakeRoom()
     {
-        const std::uint32_t index = m_count.load(std::memory_order_relaxed);
-        const unsigned piece = PieceOf(index);
+        const unsigned piece = PieceOf(m_count.load(std::memory_order_relaxed));
         if (!m_pieces[piece])
             m_pieces[piece] = std::make_unique_for_overwrite<T[]>(std::size_t{1} << (piece + kFirstBits));
+    }
+
+    // Nothing has changed if memory runs out.
+    void Append(const T& element)
+    {
+        MakeRoom();
+        const std::uint32_t index = m_count.load(std::memory_order_relaxed);
+        const unsigned piece = PieceOf(index);
         m_pieces[piece][index - FirstOf(piece)] = element;
         m_count.store(index + 1, std::memory_order_release);
     }

@@ -1,5 +1,6 @@
 #include "msgservice/store/MessageStore.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -56,6 +57,8 @@ void MessageStore::Add(const MessageFields& message)
     char* const bytes = m_arena.Take(head.size + record.timestamp.size() + record.body.size() + 2);
     std::memcpy(bytes, head.bytes.data(), head.size);
     PutText(PutText(bytes + head.size, record.timestamp), record.body);
+    m_records.MakeRoom(); // so that both are appended or none
+    m_levels.Append(static_cast<std::uint8_t>(std::min<std::uint32_t>(message.level, 0xFF)));
     m_records.Append(bytes);
 }
 

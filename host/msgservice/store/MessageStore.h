@@ -33,6 +33,9 @@ public:
     const char* BytesAt(std::uint32_t index) const { return m_records[index]; }
     const TextPool& Texts() const { return m_texts; }
 
+    // The level alone, 255 at most: the levels of all messages lie side by side.
+    std::uint32_t LevelAt(std::uint32_t index) const { return m_levels[index]; }
+
 private:
     MessageStore() = default;
     std::uint32_t SharedNumber(std::size_t field, std::string_view text);
@@ -48,7 +51,8 @@ private:
     Arena m_arena;
     TextPool m_texts;
     std::array<LastText, kSharedTexts> m_last;
-    GrowingArray<const char*> m_records;
+    GrowingArray<std::uint8_t> m_levels;
+    GrowingArray<const char*> m_records; // their count is that of the messages
 };
 
 // The message with its texts. These are valid as long as the store, each with a NUL after it.

@@ -73,11 +73,14 @@ bool MessageFilter::PassesAll() const
 
 bool MessageFilter::Passes(std::uint32_t message)
 {
+    if (m_store.LevelAt(message) < m_leastLevel)
+        return false;
+    if (m_conditions.empty())
+        return true;
     const Record record = m_store.At(message);
-    return record.level >= m_leastLevel &&
-           std::all_of(m_conditions.begin(), m_conditions.end(), [&](const auto& condition) {
-               return condition->Passes(m_text(record, condition->Field()));
-           });
+    return std::all_of(m_conditions.begin(), m_conditions.end(), [&](const auto& condition) {
+        return condition->Passes(m_text(record, condition->Field()));
+    });
 }
 
 } // namespace msgservice

@@ -52,6 +52,28 @@ std::optional<std::uint32_t> View::PositionOf(std::uint32_t message) const
     return position > 0 ? std::optional(position - 1) : std::nullopt;
 }
 
+// Looks at a byte for each message on the way, which is quick enough for all that there may be.
+template <typename MessageAt>
+static std::optional<std::uint32_t> FindOnTheWay(const MessageStore& store, MessageAt messageAt,
+                                                 std::uint32_t level, std::int64_t begin, std::int64_t end)
+{
+    const std::int64_t step = begin <= end ? 1 : -1;
+    for (std::int64_t position = begin; position != end; position += step)
+        if (store.LevelAt(messageAt(static_cast<std::uint32_t>(position))) >= level)
+            return static_cast<std::uint32_t>(position);
+    return {};
+}
+
+std::optional<std::uint32_t> View::FindLevel(std::int64_t begin, std::int64_t end, std::uint32_t level) const
+{
+    const std::uint32_t first = m_description.firstIndex;
+    if (IsPlain())
+        return FindOnTheWay(
+            *m_store, [first](std::uint32_t at) { return first + at; }, level, begin, end);
+    return FindOnTheWay(
+        *m_store, [this](std::uint32_t at) { return m_order[at]; }, level, begin, end);
+}
+
 // Equal but for the time and what the source has counted.
 bool View::IsDuplicate(std::uint32_t message, std::uint32_t before) const
 {

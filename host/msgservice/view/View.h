@@ -25,6 +25,10 @@ public:
     std::uint32_t MessageAt(std::uint32_t position) const;
     std::optional<std::uint32_t> PositionOf(std::uint32_t message) const;
 
+    // The first position with a message of at least this level on the way from `begin` to before `end`, in
+    // either direction: `end` is -1 or more, and Count() or less.
+    std::optional<std::uint32_t> FindLevel(std::int64_t begin, std::int64_t end, std::uint32_t level) const;
+
     // Messages before it have been looked at: they are shown or left out.
     std::uint32_t End() const { return m_end; }
 

@@ -42,14 +42,19 @@ std::optional<std::uint32_t> View::PositionOf(std::uint32_t message) const
         return {};
     if (IsPlain())
         return message - m_description.firstIndex;
-    if (m_positions.empty())
-    {
-        m_positions.resize(m_end);
-        for (std::uint32_t i = 0; i < m_order.size(); ++i)
-            m_positions[m_order[i]] = i + 1;
-    }
+    IndexPositions();
     const std::uint32_t position = m_positions[message];
     return position > 0 ? std::optional(position - 1) : std::nullopt;
+}
+
+// Messages that came to the end since the last time are all that is new: others clear what was made.
+void View::IndexPositions() const
+{
+    if (IsPlain())
+        return;
+    m_positions.resize(m_end);
+    for (; m_indexed < m_order.size(); ++m_indexed)
+        m_positions[m_order[m_indexed]] = static_cast<std::uint32_t>(m_indexed) + 1;
 }
 
 // Looks at a byte for each message on the way, which is quick enough for all that there may be.
@@ -111,7 +116,6 @@ bool View::Append(std::uint32_t end)
         if (!m_description.showDuplicates)
             TakeOutDuplicates(added, m_order.empty() ? std::nullopt : std::optional(m_order.back()));
         m_order.insert(m_order.end(), added.begin(), added.end());
-        m_positions.clear();
     }
     m_end = end;
     return true;
@@ -123,6 +127,7 @@ void View::Insert(std::uint32_t end, Work& work)
     if (!IsPlain())
     {
         m_positions.clear();
+        m_indexed = 0;
         const bool few = end - m_end < m_order.size() / kFewPart && m_description.showDuplicates;
         if (few)
             InsertMessages(*m_store, m_description.keys, PassingMessages(end, work, kFilterShare), m_order,

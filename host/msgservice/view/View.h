@@ -25,6 +25,9 @@ public:
     std::uint32_t MessageAt(std::uint32_t position) const;
     std::optional<std::uint32_t> PositionOf(std::uint32_t message) const;
 
+    // Makes ready what PositionOf looks up, which it else does by itself when it is first asked.
+    void IndexPositions() const;
+
     // The first position with a message of at least this level on the way from `begin` to before `end`, in
     // either direction: `end` is -1 or more, and Count() or less.
     std::optional<std::uint32_t> FindLevel(std::int64_t begin, std::int64_t end, std::uint32_t level) const;
@@ -53,7 +56,8 @@ private:
     MessageFilter m_filter;
     std::uint32_t m_end = 0;
     std::vector<std::uint32_t> m_order;             // empty for a plain view
-    mutable std::vector<std::uint32_t> m_positions; // by message, from 1 on; made when it is asked for
+    mutable std::vector<std::uint32_t> m_positions; // by message, from 1 on; 0 for those left out
+    mutable std::size_t m_indexed = 0;              // of m_order, positions that are in it
 };
 
 } // namespace msgservice

@@ -151,19 +151,27 @@ void MsgService::OpenFile(const char* path, std::int32_t readOnly)
     {
         if (!m_opener)
             throw std::runtime_error(wanted + ": files cannot be opened here");
-        std::unique_ptr<MessageSource> source = m_opener(wanted, readOnly != 0);
-        auto store = MessageStore::Make();
-        m_reader.reset(); // its notices are about another file
-        m_reader = std::make_unique<SourceReader>(std::move(source), store, [this] { Wake(); });
-        m_path = wanted;
-        m_readOnly = readOnly != 0;
-        m_damaged = false;
-        Show(std::move(store));
+        ShowSource(m_opener(wanted, readOnly != 0), wanted, readOnly != 0);
     }
     catch (const std::exception& exception)
     {
         m_notices += std::string(exception.what()) + "\n";
     }
+}
+
+// The reader before may be in the midst of a piece, and its store may be large: another thread waits for the
+// one and frees the other. Its notices are about another file.
+void MsgService::ShowSource(std::unique_ptr<MessageSource> source, const std::string& path, bool readOnly,
+                            std::shared_ptr<MessageStore> store)
+{
+    auto reader = std::make_unique<SourceReader>(std::move(source), store, [this] { Wake(); });
+    m_reader.swap(reader);
+    std::shared_ptr<MessageStore> oldStore = m_store;
+    m_path = path;
+    m_readOnly = readOnly;
+    m_damaged = false;
+    Show(std::move(store));
+    m_ending = std::jthread([reader = std::move(reader), oldStore = std::move(oldStore)] {});
 }
 
 void MsgService::GetFileInfo(ZEMA::String& path, bool& followed, bool& damaged, bool& readOnly)

@@ -79,6 +79,11 @@ public:
     void AddViewer(ILogViewer& viewer);
     void RemoveViewer(ILogViewer& viewer);
 
+    // Shows what the source brings, in a store that nothing else fills. `path` is what GetFileInfo answers.
+    // Neither this nor OpenFile waits for the source that was read before.
+    void ShowSource(std::unique_ptr<MessageSource> source, const std::string& path, bool readOnly,
+                    std::shared_ptr<MessageStore> store = MessageStore::Make());
+
     // How files are opened: answers their source, or throws with a sentence for the user.
     using Opener = std::function<std::unique_ptr<MessageSource>(const std::string& path, bool readOnly)>;
     void SetOpener(Opener opener) { m_opener = std::move(opener); }
@@ -131,6 +136,7 @@ private:
     bool m_damaged = false;
     std::mutex m_wakeMutex;
     std::function<void()> m_wake;
+    std::jthread m_ending;                  // ends what was shown before
     std::unique_ptr<SourceReader> m_reader; // these two last: their threads end first
     ViewWorker m_worker;
 };

@@ -41,6 +41,19 @@ std::size_t DirectoryLength(std::string_view path)
 
 IAppDataAccess::~IAppDataAccess() = default;
 IProfileStore::~IProfileStore() = default;
+
+DWORD IProfileStore::GetText(const char*, const char*, char* text, DWORD size)
+{
+    if (text && size > 0)
+        *text = '\0';
+    return 0;
+}
+
+bool IProfileStore::SetText(const char*, const char*, const char*)
+{
+    return false;
+}
+
 IAppDataManager::~IAppDataManager() = default;
 
 DWORD IAppDataAccess::GetFallbackFolder(char* folder, DWORD size)

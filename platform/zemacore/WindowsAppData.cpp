@@ -191,6 +191,19 @@ public:
 
         return !ReadProfileText(section, key) || WriteProfileText(section, key, nullptr);
     }
+
+    DWORD GetText(const char* section, const char* key, char* text, DWORD size) override
+    {
+        const std::string value = ReadProfileText(section, key).value_or("");
+        if (text && size > 0)
+            text[value.copy(text, size - 1)] = '\0';
+        return static_cast<DWORD>(value.size());
+    }
+
+    bool SetText(const char* section, const char* key, const char* value) override
+    {
+        return value && WriteProfileText(section, key, value); // null would remove the key
+    }
 };
 
 class WindowsManager : public IAppDataManager

@@ -106,6 +106,15 @@ TEST_F(WindowsPlatformTest, ProfileValuesAreKeptAndRemoved)
     EXPECT_TRUE(profile.RemoveKey("View", "Back"));
     EXPECT_EQ(7u, profile.GetColor("View", "Back", 7));
     EXPECT_EQ(1, profile.GetInteger("View", "Width", 0));
+
+    char text[6] = "old";
+    EXPECT_EQ(0u, profile.GetText("View", "Path", text, sizeof(text)));
+    EXPECT_STREQ("", text);
+    EXPECT_TRUE(profile.SetText("View", "Path", "C:\\a b.log"));
+    EXPECT_EQ(10u, profile.GetText("View", "Path", text, sizeof(text)));
+    EXPECT_STREQ("C:\\a ", text);
+    EXPECT_FALSE(profile.SetText("View", "Path", nullptr));
+    EXPECT_EQ(10u, profile.GetText("View", "Path", nullptr, 0));
 }
 
 TEST_F(WindowsPlatformTest, TheEnvironmentComesBeforeTheRegistrySection)

@@ -45,6 +45,12 @@ public:
 
     // True also when there was no such key.
     virtual bool RemoveKey(const char* section, const char* key) = 0;
+
+    // Writes the value into `text` (`size` characters, the NUL included), cut to fit, and answers the whole
+    // value's length; 0, with an empty text, when the key is absent. A value is one line without quotes
+    // around it. By default a store keeps no texts.
+    virtual DWORD GetText(const char* section, const char* key, char* text, DWORD size);
+    virtual bool SetText(const char* section, const char* key, const char* value);
 };
 
 // What a host provides. The objects answered stay owned by the manager; null where there is none.

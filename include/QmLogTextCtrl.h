@@ -121,6 +121,10 @@ public:
     void Scan(IQmCommand& collector) override;
     virtual void ScanFilePath(IQmCommand& collector);
 
+    // A host's commands, which come after the window's own in its menu and for its keys; null for none. Not
+    // owned.
+    void SetMoreCommands(IQmHandler* commands);
+
     // Writes a sample session to try the viewer on.
     void WriteTest();
 
@@ -159,6 +163,7 @@ private:
     int m_file = 0;
     std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
+    IQmHandler* m_moreCommands = nullptr;
     bool m_startSession = true;
     bool m_sessionStarted = false;
     bool m_follow = true;

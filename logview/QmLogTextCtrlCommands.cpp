@@ -135,6 +135,15 @@ void CQmLogTextCtrl::Scan(IQmCommand& collector)
     collector.Add(std::make_unique<CQmLogTextCtrlEntryCopy>(*this));
     collector.AddSeparator();
     collector.Add(std::make_unique<CEntryTest>(*this));
+    if (!m_moreCommands)
+        return;
+    collector.AddSeparator();
+    m_moreCommands->Scan(collector);
+}
+
+void CQmLogTextCtrl::SetMoreCommands(IQmHandler* commands)
+{
+    m_moreCommands = commands;
 }
 
 void CQmLogTextCtrl::ScanFilePath(IQmCommand& collector)

@@ -52,6 +52,7 @@ public:
     std::uint32_t FindTag(std::int32_t tag) override;
     void ClearBefore(std::int32_t tag) override;
     std::uint32_t GetMsgCount() override;
+    std::uint32_t GetClearedCount() const { return m_description.firstIndex; } // left out by ClearBefore
     // A file is followed as long as its source may bring more; it is damaged if there were notices about it.
     void GetFileInfo(ZEMA::String& path, bool& followed, bool& damaged, bool& readOnly) override;
 

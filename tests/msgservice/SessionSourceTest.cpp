@@ -97,7 +97,7 @@ TEST_F(SessionSourceTest, MessagesAndRowsLeadToEachOther)
 {
     const auto store = MessageStore::Make();
     const auto rows = std::make_shared<SessionRows>(store);
-    std::vector<std::string> logs = {"Main"};
+    std::optional<std::vector<std::string>> logs = {{"Main"}};
     SessionSource source({}, SessionSource::Until::Forever);
     source.SetRows(rows);
     source.SetFindLogs([&] { return logs; });
@@ -120,7 +120,10 @@ TEST_F(SessionSourceTest, MessagesAndRowsLeadToEachOther)
     m_main.Write(" and more\n");
     m_run.Write("three\n");
     EXPECT_EQ("Main:0 Main:1 Main:1 0 -1 1 -1 -1 -1 ", told()) << "the first part, and no log unasked for";
-    logs.push_back("Run");
+    logs.reset();
+    told();
+    EXPECT_EQ("Main:0 Main:1 Main:1 0 -1 1 -1 -1 -1 ", told()) << "no folder";
+    logs = {{"Main", "Run"}};
     EXPECT_EQ("Main:0 Main:1 Main:1 Run:0 0 3 1 -1 -1 -1 ", told());
 
     store->Add({});

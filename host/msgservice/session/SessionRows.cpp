@@ -19,6 +19,7 @@ void SessionRows::Begin()
     const std::lock_guard lock(m_mutex);
     m_begin = m_store->Count();
     m_logs.clear();
+    m_hasBegunAgain = true;
 }
 
 void SessionRows::Add(const std::string& log, std::uint32_t index, bool goesOn)

@@ -3,6 +3,7 @@
 
 #include "msgservice/store/MessageStore.h"
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -32,6 +33,7 @@ public:
 
     // A new session has begun: the rows of earlier messages are gone.
     void Begin();
+    bool HasBegunAgain() const { return m_hasBegunAgain; }
 
     // The next message to be added is row `index`, or with `goesOn` the rest of it.
     void Add(const std::string& log, std::uint32_t index, bool goesOn);
@@ -56,6 +58,7 @@ private:
     std::shared_ptr<const MessageStore> m_store;
     mutable std::mutex m_mutex;
     std::uint32_t m_begin = 0; // the session's first message
+    std::atomic<bool> m_hasBegunAgain = false;
     std::vector<std::unique_ptr<Log>> m_logs;
 };
 

@@ -100,8 +100,10 @@ void SessionSource::SetRows(std::shared_ptr<SessionRows> rows)
 MessageSource::State SessionSource::Read(MessageSink& sink)
 {
     m_rows->sink = &sink;
-    if (m_findLogs)
-        m_follower.AddLogs(m_findLogs());
+    const auto logs = m_findLogs ? m_findLogs() : std::vector<std::string>();
+    if (!logs)
+        return m_until == Until::Now ? State::Ended : State::Waiting;
+    m_follower.AddLogs(*logs);
     m_follower.Poll(kRowsAtOnce);
     if (m_follower.HasMore() || (m_follower.HoldsLine() && m_until == Until::Now))
         return State::More;

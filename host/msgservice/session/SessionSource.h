@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace msgservice
 {
@@ -35,8 +36,9 @@ public:
     ~SessionSource() override;
 
     // Has `find` asked before each look which logs there are, so that new ones are taken in; logs that have
-    // gone stay. On the reading thread, before the first Read.
-    using FindLogs = std::function<std::vector<std::string>()>;
+    // gone stay. If it answers nothing there is no log folder, and no look, which would make the folder. On
+    // the reading thread, before the first Read.
+    using FindLogs = std::function<std::optional<std::vector<std::string>>()>;
     void SetFindLogs(FindLogs find) { m_findLogs = std::move(find); }
 
     // Has `rows` told which message is which row. Before the first Read, which then has to be given the

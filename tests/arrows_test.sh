@@ -95,13 +95,15 @@ calls_windows logreport/!(ReportCtrlLogState).cpp
 includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}
 includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
 includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|logtool/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
+viewer='(LogMsg|LogViewer|ReportCtrlLog|QmLogState)\.h'
+parts='(commandline|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
 for file in host/logdesk/*.cpp; do
     if grep -qx "${file##*/}" <<<"$deskCore"; then
-        includes_only 'commandline/\w+\.h|logdesk/\w+\.h' "$file"
+        includes_only 'LogMsg\.h|commandline/\w+\.h|logdesk/\w+\.h|msgservice/\w+\.h' "$file"
         without_system "$file"
     else
-        includes_only "$logs|$logWindows|$core|$framework|$graphics|$common|commandline/\w+\.h|logdesk/\w+\.h|Version\.h" "$file"
+        includes_only "$logs|$logWindows|$viewer|$core|$framework|$graphics|$common|$parts|Version\.h" "$file"
         calls_windows "$file"
     fi
 done

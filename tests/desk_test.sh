@@ -119,6 +119,19 @@ until_copied 'third job'
 keys ctrl+a
 until_copied '*'$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job''*Copy failed*'
 
+echo "Messages: each row is one, and leads to its row and back"
+until_shown '^pane: 7 messages$'
+keys F6
+until_shown '^pane: Rows:7'
+keys Home Down Down ctrl+Return
+until_shown '^pane: Row 3: Run, number 3$'
+keys Down ctrl+Return
+until_shown '^pane: Rows:7 . Selected:1 . Current:3$'
+keys Home alt+Down
+until_shown '^pane: Rows:7 . Selected:1 . Current:5$'
+keys F6 alt+e f # what was shown is not followed any more
+until_shown '^pane: Following$'
+
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
 
 echo "Another program writes: the rows come, and the last one into view"
@@ -128,9 +141,11 @@ until_shown '^pane: 67 rows'
 echo "The menu, by mouse and keys: following pauses while scrolled up"
 until_shown '^pane: Following$'
 click 15 -12
-keys Right Right Right Down Return
+keys Right Right Right Right p
 click 100 100 4
 until_shown '^pane: Following paused$'
+
+until_shown '^pane: 67 messages$'
 
 leave
 grep -q '^FollowPauses=1' "$work/Profile.ini" || fail "the option is not remembered"
@@ -140,6 +155,39 @@ start "$(windows_path "$session/Run.ROW")"
 until_shown '^pane: Row 2: Run, number 2$'
 until_shown '^pane: Not following$'
 leave
+
+echo "A text log: its messages, filtered, sorted, followed and never changed"
+text_log=$work/app.txt
+for i in {1..9}; do
+    printf '2026-03-01 10:00:0%d INFO [main] work %d\n' "$i" "$i"
+done >"$text_log"
+printf '2026-03-01 10:00:10 ERROR [main] broken\n' >>"$text_log"
+before=$(cat "$text_log")
+start "$(windows_path "$text_log")"
+until_shown '^title: Z:.*app.txt - LogDesk$'
+until_shown '^pane: 10 messages$'
+keys alt+m e
+until_shown '^pane: 1 of 10, filtered$'
+keys alt+m m
+until_shown '^pane: 10 messages$'
+keys Home alt+Down
+until_shown '^pane: Rows:10 . Selected:1 . Current:9$'
+[[ $(cat "$text_log") == "$before" ]] || fail "looking has changed the file"
+printf '2026-03-01 10:00:11 INFO [main] again\n' >>"$text_log"
+until_shown '^pane: 11 messages$'
+keys Delete
+until_shown '^pane: 0 messages, 11 cleared$'
+leave
+start
+keys alt+f 1
+until_shown '^title: Z:.*app.txt - LogDesk$'
+rm "$text_log"
+leave
+start
+keys alt+f 1
+until_shown '^notice: .*app.txt: no such file'
+leave
+grep -q 'app.txt' "$work/Profile.ini" && fail "a file that is gone is remembered"
 
 echo "Logs that are not shown are told of, as soon as they come"
 QM_LOG_FOLDER=$(windows_path "$work/other") start

@@ -12,11 +12,13 @@ namespace
 {
 
 constexpr commandline::Range kKeepRange = {1, 1000};
+constexpr commandline::Range kTrafficRange = {1, 1'000'000};
 
 constexpr char kAbout[] =
     R"(Shows the logs of the session in FOLDER; without it, in the folder that
 QM_LOG_FOLDER names, else in the user's own. With FILE, such as Run.LOG, from
-the first row of that log on. Nothing there is changed.
+the first row of that log on. Any other FILE, a text log of the usual kinds or
+saved messages (*.zemalog), is shown as messages. Nothing there is changed.
 )";
 
 constexpr char kStepsHelp[] = "what to do before the picture, one step after the other:\n"
@@ -27,6 +29,14 @@ constexpr char kStepsHelp[] = "what to do before the picture, one step after the
                               "find:TEXT - through the find bar; TEXT without comma\n"
                               "select:N, select-all - N rows from the caret on\n"
                               "follow:on, follow:off\n"
+                              "message:N - select a message, counted from 1\n"
+                              "next-message-error, previous-message-error - from it\n"
+                              "sort:FIELD, sort:FIELD:desc - the messages, by level, body, ...\n"
+                              "level:error, level:warning, level:all - messages to show\n"
+                              "report:on, report:off, preview:on, preview:off - how they show\n"
+                              "show-in-log, show-in-messages - the row of the message, and back\n"
+                              "log-text:on, log-text:off, messages:on, messages:off - the two panes\n"
+                              "split:N - the log text has N hundredths of the height\n"
                               "size:WxH - of the window, in pixels\n"
                               "sample - write a sample session into the logs";
 
@@ -65,6 +75,7 @@ struct DeskLine
     std::optional<std::uint32_t> keep;
     std::optional<std::string> screenshot;
     std::vector<Step> steps;
+    std::optional<std::uint32_t> traffic;
 };
 
 DeskLine::DeskLine()
@@ -82,6 +93,8 @@ DeskLine::DeskLine()
     line.AddText("--screenshot", "FILE.bmp", screenshot, "write a picture of the window and end");
     line.AddValue(
         "--steps", "STEP,...", [this](const std::string& text) { steps = ReadSteps(text); }, kStepsHelp);
+    line.AddNumber("--traffic", "N", traffic, "make up N messages a second, to try the window with",
+                   kTrafficRange);
     line.AddFlag("--version", version, "show the version");
 }
 
@@ -100,6 +113,7 @@ Arguments DeskLine::Read() const
     arguments.keep = static_cast<int>(keep.value_or(0));
     arguments.screenshot = screenshot.value_or("");
     arguments.steps = steps;
+    arguments.traffic = traffic.value_or(0);
     return arguments;
 }
 

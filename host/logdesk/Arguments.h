@@ -4,6 +4,7 @@
 #include "commandline/UsageError.h"
 #include "logdesk/Steps.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct Arguments
     int keep = 0;              // earlier sessions to keep; 0 for keeping none, touching none
     std::string screenshot;    // the picture to write before ending; empty for none
     std::vector<Step> steps;   // to take before the picture
+    std::uint32_t traffic = 0; // messages to make up each second, for trying the window
 };
 
 // `words` are the words after the program's name. Throws UsageError.

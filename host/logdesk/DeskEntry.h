@@ -4,29 +4,48 @@
 #include "qmcommon/QmEntry.h"
 
 #include <functional>
+#include <memory>
+#include <string>
 
 namespace logdesk
 {
+
+// Bits of a shortcut's modifiers.
+constexpr unsigned kShift = 4;
+constexpr unsigned kControl = 8;
+constexpr unsigned kAlt = 16;
+
+struct DeskCommand
+{
+    std::string caption;
+    std::function<void()> action;
+    unsigned key = 0; // a virtual key code
+    unsigned modifiers = 0;
+    bool checked = false;
+    bool enabled = true;
+};
 
 // A command that is a call.
 class DeskEntry : public CQmEntry
 {
 public:
-    // `caption` is kept by its address: give a literal.
-    DeskEntry(const char* caption, std::function<void()> action, bool checked = false)
-        : m_caption(caption), m_action(std::move(action)), m_checked(checked)
-    {
-    }
+    explicit DeskEntry(DeskCommand command) : m_command(std::move(command)) {}
 
-    void Execute() override { m_action(); }
-    const char* GetCaption() override { return m_caption; }
-    bool IsChecked() override { return m_checked; }
+    void Execute() override { m_command.action(); }
+    const char* GetCaption() override { return m_command.caption.c_str(); }
+    unsigned GetKey() override { return m_command.key; }
+    unsigned GetModifiers() override { return m_command.modifiers; }
+    bool IsChecked() override { return m_command.checked; }
+    bool IsEnabled() override { return m_command.enabled; }
 
 private:
-    const char* m_caption;
-    std::function<void()> m_action;
-    bool m_checked;
+    DeskCommand m_command;
 };
+
+inline void AddCommand(IQmCommand& collector, DeskCommand command)
+{
+    collector.Add(std::make_unique<DeskEntry>(std::move(command)));
+}
 
 // A group of commands, such as those of one menu.
 class DeskCommands : public IQmHandler

@@ -1,11 +1,10 @@
 #include "logdesk/DeskFrame.h"
 
-#include "QmLogRow.h"
-#include "logdesk/Profile.h"
+#include "QmLogState.h"
 #include "logdesk/Resource.h"
-#include "vkgrafic/DrawingGuards.h"
 
 #include <algorithm>
+#include <shellapi.h>
 
 namespace logdesk
 {
@@ -16,18 +15,13 @@ namespace
 constexpr UINT kBrowserId = 100;
 constexpr UINT kStatusId = 101;
 constexpr UINT kNoticesId = 102;
-constexpr UINT_PTR kStatusTimer = 1;
+constexpr UINT kSplitterId = 103;
+constexpr UINT kMessagesId = 104;
+constexpr UINT kPublish = WM_APP;
 constexpr UINT kStatusInterval = 250; // milliseconds
-constexpr unsigned kNoticeTicks = 4;  // of that timer
+constexpr int kPreviewLines = 10;
 
-enum Pane
-{
-    kSessionPane,
-    kCaretPane,
-    kRowsPane,
-    kFollowPane,
-    kPaneCount
-};
+const UINT presentMessage = ::RegisterWindowMessage("QmPresentMessageId");
 
 LPCSTR RegisterFrameClass()
 {
@@ -54,35 +48,53 @@ BEGIN_MESSAGE_MAP(DeskFrame, CWnd)
     ON_WM_SETTINGCHANGE()
     ON_WM_INITMENUPOPUP()
     ON_WM_TIMER()
+    ON_MESSAGE(WM_DROPFILES, &ThisClass::OnDropFiles)
+    ON_MESSAGE(kPublish, &ThisClass::OnPublish)
+    ON_REGISTERED_MESSAGE(presentMessage, &ThisClass::OnPresent)
 END_MESSAGE_MAP()
 
 DeskFrame::DeskFrame(SessionPlace place, SessionState session)
-    : m_place(std::move(place)), m_session(session),
+    : m_place(std::move(place)), m_session(session), m_splitter([this](int top) { MoveSplitter(top); }),
+      m_status([this] { PressStatusButton(); }),
       m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
+      m_logCommands([this](IQmCommand& collector) { GetTextCtrl().ScanFilePath(collector); }),
+      m_messageCommands([this](IQmCommand& collector) { ScanMessages(collector); }),
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
-      m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); })
+      m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); }),
+      m_logTextCommands([this](IQmCommand& collector) { ScanLogText(collector); }),
+      m_messages([this](IQmCommand& collector) { ScanMessages(collector); })
 {
     GetTextCtrl().SetStartSession(session == SessionState::Started);
+    GetTextCtrl().SetMoreCommands(&m_logTextCommands);
 }
 
-BOOL DeskFrame::CreateFrame(const std::optional<Place>& place)
+BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)
 {
     m_remember = !place;
-    const WindowOptions options = m_remember ? ReadWindowOptions() : WindowOptions{*place, false, false};
-    m_maximised = options.maximised;
-    GetTextCtrl().SetFollowPauses(options.followPauses);
+    m_messageOptions = messages;
+    if (m_remember)
+    {
+        m_options = ReadWindowOptions();
+        m_recent = ReadRecentFiles();
+    }
+    else
+        m_options.place = *place;
+    GetTextCtrl().SetFollowPauses(m_options.followPauses);
+    m_split.SetShare(m_options.split);
+    m_split.Show(Pane::LogText, m_options.showLogText && m_place.file.empty());
+    m_split.Show(Pane::Messages, m_options.showMessages || !m_place.file.empty());
 
     CMenu bar;
     MakeMenus(bar);
-    const BOOL isCreated = CreateEx(0, RegisterFrameClass(), "LogDesk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                                    options.place.left, options.place.top, options.place.width,
-                                    options.place.height, nullptr, bar);
+    const Place& at = m_options.place;
+    const BOOL isCreated =
+        CreateEx(WS_EX_ACCEPTFILES, RegisterFrameClass(), "LogDesk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                 at.left, at.top, at.width, at.height, nullptr, bar);
     if (!isCreated)
         return FALSE;
     bar.Detach(); // the window's now
     if (m_session == SessionState::Started && !GetTextCtrl().IsSessionStarted())
         m_session = SessionState::Refused;
-    SetWindowText(TitleText(m_place.folder, m_session).c_str());
     RefreshNotices();
     RefreshStatus();
     return TRUE;
@@ -108,31 +120,66 @@ void DeskFrame::ShowWantedLog()
 void DeskFrame::ShowFrame(int show)
 {
     const bool isUsual = show == SW_SHOWNORMAL || show == SW_SHOWDEFAULT || show == SW_SHOW;
-    ShowWindow(m_maximised && isUsual ? SW_SHOWMAXIMIZED : show);
+    ShowWindow(m_options.maximised && isUsual ? SW_SHOWMAXIMIZED : show);
     ShowWantedLog(); // in a window that has its size
+    ShowSessionMessages();
+    if (!m_place.file.empty())
+        Open({m_place.file});
     UpdateWindow();
 }
 
-int DeskFrame::OnCreate(LPCREATESTRUCT create)
+int DeskFrame::OnCreate(LPCREATESTRUCT)
 {
     const CRect empty;
     if (!m_browser.Create(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, empty, this, kBrowserId))
         return -1;
-    if (!m_notices.Create(this, kNoticesId))
+    if (!m_notices.Create(this, kNoticesId) || !m_splitter.Create(this, kSplitterId))
         return -1;
-    if (!m_status.Create(WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, empty, this, kStatusId))
+    if (!m_messages.Create(*this, kMessagesId, kPublish, m_messageOptions))
         return -1;
-    SetPanes(create->cx); // a pane must be there to keep a text
+    if (!m_status.Create(this, kStatusId))
+        return -1;
+    PrepareMessages();
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
     return 0;
+}
+
+// As the list was left; whoever sees it first sees rows with previews.
+void DeskFrame::PrepareMessages()
+{
+    MessageList& list = m_messages.List();
+    const bool isFirst = !m_remember || !HasListLayout();
+    if (!isFirst)
+        CQmLogState(&list).Load();
+    list.SetPreviewLines(kPreviewLines);
+    list.SetFollowPauses(m_options.pauseMessages);
+    list.ShowReport(isFirst || list.GetShowReport() != 0);
+    list.SetShowPreview(m_options.preview || list.GetShowReport() == 0);
 }
 
 void DeskFrame::OnClose()
 {
     if (m_remember)
-        WriteWindowOptions(*this, GetTextCtrl().GetFollowPauses());
+        RememberOptions();
     DestroyWindow();
 }
+
+// Whether the log text shows beside a file says nothing of sessions.
+void DeskFrame::RememberOptions()
+{
+    m_options.followPauses = GetTextCtrl().GetFollowPauses();
+    m_options.split = m_split.Share();
+    m_options.preview = m_messages.List().GetShowPreview();
+    m_options.pauseMessages = m_messages.List().GetFollowPauses();
+    if (m_place.file.empty())
+    {
+        m_options.showLogText = m_split.Shows(Pane::LogText);
+        m_options.showMessages = m_split.Shows(Pane::Messages);
+    }
+    WriteWindowOptions(*this, m_options);
+}
+
+// ---- Layout and focus
 
 void DeskFrame::OnSize(UINT type, int width, int height)
 {
@@ -140,7 +187,7 @@ void DeskFrame::OnSize(UINT type, int width, int height)
         return;
     m_status.SendMessage(WM_SIZE, type, MAKELPARAM(width, height));
     LayOut();
-    SetPanes(width);
+    m_status.LayOut();
 }
 
 void DeskFrame::LayOut()
@@ -149,26 +196,86 @@ void DeskFrame::LayOut()
     CRect status;
     GetClientRect(client);
     m_status.GetWindowRect(status);
-    const int top = m_notices.GetHeight();
-    m_notices.MoveWindow(0, 0, client.Width(), top);
-    m_browser.MoveWindow(0, top, client.Width(), std::max(0, client.Height() - top - status.Height()));
+    const int width = client.Width();
+    int top = m_notices.GetHeight();
+    m_notices.MoveWindow(0, 0, width, top);
+    const PaneSplit::Heights heights = m_split.LayOut(client.Height() - top - status.Height());
+    const auto place = [&](CWnd& wnd, int height) {
+        wnd.MoveWindow(0, top, width, height);
+        wnd.ShowWindow(height > 0 ? SW_SHOWNA : SW_HIDE);
+        top += height;
+    };
+    place(m_browser, heights.logText);
+    place(m_splitter, heights.bar);
+    place(m_messages.List(), heights.messages);
 }
 
-// The session has what the others leave, which is enough for its long text in a window of usual width.
-void DeskFrame::SetPanes(int width)
+void DeskFrame::MoveSplitter(int top)
 {
-    TEXTMETRIC font = {};
-    CClientDC dc(&m_status);
-    const VkGrafic::Selected selected(dc, m_status.GetFont()->GetSafeHandle());
-    dc.GetTextMetrics(&font);
+    CRect client;
+    CRect status;
+    GetClientRect(client);
+    m_status.GetWindowRect(status);
+    const int begin = m_notices.GetHeight();
+    if (top == SplitterBar::kMiddle)
+        m_split.SetShare(PaneSplit::kWhole / 2);
+    else
+        m_split.MoveBar(top - begin, client.Height() - begin - status.Height());
+    LayOut();
+    UpdateWindow(); // the bar stays under the mouse
+}
 
-    int rights[kPaneCount] = {};
-    rights[kFollowPane] = -1;
-    const int column = font.tmAveCharWidth;
-    rights[kRowsPane] = std::max(0, width - 22 * column);
-    rights[kCaretPane] = std::max(0, rights[kRowsPane] - 18 * column);
-    rights[kSessionPane] = std::max(0, rights[kCaretPane] - 36 * column);
-    m_status.SetParts(kPaneCount, rights);
+void DeskFrame::SetSplit(int share)
+{
+    m_split.SetShare(share);
+    LayOut();
+}
+
+void DeskFrame::ShowPane(Pane pane, bool show)
+{
+    const Pane active = ActivePane();
+    m_split.Show(pane, show);
+    LayOut();
+    m_folder.reset(); // notices tell of what is seen
+    if (!m_split.Shows(active))
+        FocusPane(active == Pane::LogText ? Pane::Messages : Pane::LogText);
+}
+
+bool DeskFrame::IsInMessages(HWND hwnd)
+{
+    MessageList& list = m_messages.List();
+    return hwnd && (hwnd == list.m_hWnd || ::IsChild(list, hwnd));
+}
+
+// The one that has the focus, or will get it back.
+Pane DeskFrame::ActivePane()
+{
+    const HWND focus = ::GetFocus();
+    const HWND within = focus && ::IsChild(m_hWnd, focus) ? focus : m_focus;
+    if (within && ::IsChild(m_hWnd, within))
+        return IsInMessages(within) ? Pane::Messages : Pane::LogText;
+    return m_split.Shows(Pane::LogText) ? Pane::LogText : Pane::Messages;
+}
+
+// A list without a focused row gets one, so that keys go on from what is seen.
+void DeskFrame::FocusPane(Pane pane)
+{
+    MessageList& list = m_messages.List();
+    if (pane == Pane::Messages)
+    {
+        list.SetFocus();
+        if (list.GetCurrentFocus() < 0 && list.GetRowCount() > 0)
+            list.AdjustFocus(list.IsFollowing() ? list.GetRowCount() - 1 : list.GetTopIndex(), -1);
+    }
+    else
+        m_browser.SetFocus();
+}
+
+void DeskFrame::ChangePane()
+{
+    const Pane other = ActivePane() == Pane::LogText ? Pane::Messages : Pane::LogText;
+    if (m_split.Shows(other))
+        FocusPane(other);
 }
 
 // The focus returns to where it was within the frame, the find bar as well.
@@ -187,67 +294,14 @@ void DeskFrame::OnSetFocus(CWnd*)
 {
     if (m_focus && ::IsChild(m_hWnd, m_focus) && ::IsWindowVisible(m_focus))
         ::SetFocus(m_focus);
-    else if (m_browser.GetSafeHwnd())
-        m_browser.SetFocus();
+    else if (m_status.GetSafeHwnd())
+        FocusPane(m_split.Shows(Pane::LogText) ? Pane::LogText : Pane::Messages);
 }
 
 void DeskFrame::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
     SendMessageToDescendants(WM_SETTINGCHANGE, flags, reinterpret_cast<LPARAM>(section));
-}
-
-void DeskFrame::OnTimer(UINT_PTR timer)
-{
-    if (timer != kStatusTimer)
-    {
-        Default();
-        return;
-    }
-    if (++m_ticks % kNoticeTicks == 0)
-        RefreshNotices();
-    RefreshStatus();
-}
-
-void DeskFrame::RefreshNotices()
-{
-    const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
-    if (state == m_folder)
-        return;
-    m_folder = state;
-    if (m_notices.SetLines(Notices(state)))
-        LayOut();
-    m_status.SetText(SessionText(m_session, state).c_str(), kSessionPane, 0);
-}
-
-ViewState DeskFrame::ReadView()
-{
-    CQmLogTextCtrl& text = GetTextCtrl();
-    ViewState view;
-    view.rows = text.GetRowCount();
-    view.caretRow = text.GetCaretRow();
-    CQmLogRow row = {};
-    if (view.caretRow < view.rows && text.ReadStyle(view.caretRow, row))
-    {
-        view.log = CQmLogTextCtrl::GetFilePath(text.GetRowFile(view.caretRow));
-        view.number = row.time;
-    }
-    if (!text.GetFollow())
-        view.follow = FollowState::Off;
-    else if (text.IsFollowPaused())
-        view.follow = FollowState::Paused;
-    return view;
-}
-
-void DeskFrame::RefreshStatus()
-{
-    const ViewState view = ReadView();
-    if (view == m_shown)
-        return;
-    m_shown = view;
-    m_status.SetText(CaretText(view).c_str(), kCaretPane, 0);
-    m_status.SetText(RowsText(view).c_str(), kRowsPane, 0);
-    m_status.SetText(FollowText(view).c_str(), kFollowPane, 0);
 }
 
 } // namespace logdesk

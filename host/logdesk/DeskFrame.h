@@ -1,14 +1,19 @@
-// The frame window: menu bar, notices, log browser, status bar.
+// The frame window: menu bar, notices, log browser, messages, status bar.
 #pragma once
 
 #include "QmLogBrowser.h"
 #include "afxcmn.h"
 #include "logdesk/DeskEntry.h"
 #include "logdesk/DeskText.h"
+#include "logdesk/MessageView.h"
 #include "logdesk/NoticeBar.h"
 #include "logdesk/Notices.h"
+#include "logdesk/PaneSplit.h"
+#include "logdesk/Profile.h"
 #include "logdesk/SessionFolder.h"
-#include "logdesk/WindowPlace.h"
+#include "logdesk/SplitterBar.h"
+#include "logdesk/StatusBar.h"
+#include "logdesk/ToldLines.h"
 
 #include <optional>
 #include <string>
@@ -16,9 +21,9 @@
 namespace logdesk
 {
 
-// Its menus are filled when they open: "Edit" with the commands of the window that has the focus, "Log" with
-// the logs, which are also the frame's shortcuts. Place and options are remembered in the profile's section
-// "LogDesk". Ends the program when it is destroyed.
+// Its menus are filled when they open: "Edit" with the commands of the window that has the focus, the others
+// with its own. Place and options are remembered in the profile's section "LogDesk". Ends the program when it
+// is destroyed.
 class DeskFrame : public QmHandler<CWnd>
 {
 public:
@@ -28,20 +33,32 @@ public:
 
     // Makes the hidden window; FALSE when that fails. With a place it goes there and forgets its own: for
     // pictures, which look the same whatever was remembered.
-    BOOL CreateFrame(const std::optional<Place>& place);
+    BOOL CreateFrame(const std::optional<Place>& place, const MessageOptions& messages);
 
-    // Shows it as it was left, or as the system asks.
+    // Shows it as it was left, or as the system asks, and begins to read messages.
     void ShowFrame(int show);
 
     CQmLogTextCtrl& GetTextCtrl() { return m_browser.GetTextCtrl(); }
+    MessageView& GetMessages() { return m_messages; }
 
-    // Brings status bar and notices up to date at once; else the one is four times a second, the others are
+    // Bring status bar and notices up to date at once; else the one is four times a second, the others are
     // once.
     void RefreshStatus();
     void RefreshNotices();
 
-    // The logs of the menu "Log".
+    // ---- What the user can do with the panes and the messages
+
+    void ShowPane(Pane pane, bool show);
+    void SetSplit(int share);
+    void ShowSessionMessages();
+    void SetLeastLevel(std::uint32_t level);
+    void GoToMessageError(msgservice::MsgService::Direction direction);
+    void ShowInLog(std::uint32_t id);
+    void ShowInMessages(); // the row of the log text's caret
+
+    // What the frame's keys do, whatever has the focus.
     void Scan(IQmCommand& collector) override;
+    BOOL PreTranslateMessage(MSG* message) override;
     BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info) override;
 
 protected:
@@ -53,34 +70,76 @@ protected:
     afx_msg void OnSettingChange(UINT flags, LPCSTR section);
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
     afx_msg void OnTimer(UINT_PTR timer);
+    afx_msg LRESULT OnDropFiles(WPARAM drop, LPARAM);
+    afx_msg LRESULT OnPublish(WPARAM, LPARAM);
+    afx_msg LRESULT OnPresent(WPARAM sender, LPARAM id);
     DECLARE_MESSAGE_MAP()
 
 private:
-    ViewState ReadView();
+    static constexpr UINT_PTR kStatusTimer = 1;
+
+    // Layout and focus
+    void PrepareMessages();
     void LayOut();
-    void SetPanes(int width);
+    void MoveSplitter(int top);
+    void ChangePane();
+    void FocusPane(Pane pane);
+    bool IsInMessages(HWND hwnd);
+    Pane ActivePane();
     void ShowWantedLog();
+    void RememberOptions();
+
+    // Status and notices
+    ViewState ReadView();
+    StatusTexts ReadStatus();
+    void PressStatusButton();
+    void Tell(const std::string& text);
+    void ShowTitle();
+
+    // Menus
     static void MakeMenus(CMenu& bar);
     IQmHandler& FocusHandler();
+    IQmHandler& HandlerOf(UINT menu);
     void ScanFile(IQmCommand& collector);
     void ScanView(IQmCommand& collector);
+    void ScanMessages(IQmCommand& collector);
+    void ScanMessageFilters(IQmCommand& collector);
+    void ScanLogText(IQmCommand& collector); // beside the log text's own
     void ScanHelp(IQmCommand& collector);
+
+    // Files
+    void AskForFiles();
+    void AskForFolder();
+    void Open(const std::vector<std::string>& paths);
+    bool OpenOne(const std::string& path, bool mayShowHere);
+    bool ShowFile(const std::string& file);
+    void StartAnother(const std::string& path);
+    void Remember(const std::string& path, bool isThere);
 
     SessionPlace m_place;
     SessionState m_session;
     bool m_remember = true; // place and options
-    bool m_maximised = false;
+    WindowOptions m_options;
+    MessageOptions m_messageOptions;
+    PaneSplit m_split;
+    RecentFiles m_recent;
     NoticeBar m_notices;
     CQmLogBrowser m_browser;
-    CStatusBarCtrl m_status;
-    std::optional<ViewState> m_shown;    // by the status bar
+    SplitterBar m_splitter;
+    StatusBar m_status;
     std::optional<FolderState> m_folder; // that the notices tell of
+    ToldLines m_told;
+    std::string m_title;
     unsigned m_ticks = 0;
     HWND m_focus = nullptr; // the window within that has, or will get back, the focus
     DeskCommands m_fileCommands;
+    DeskCommands m_logCommands;
+    DeskCommands m_messageCommands;
     DeskCommands m_viewCommands;
     DeskCommands m_helpCommands;
+    DeskCommands m_logTextCommands;
     IQmHandler* m_menuHandler = nullptr; // of the menu that opened last, whose item a command is
+    MessageView m_messages;              // last: it is told of the windows
 };
 
 } // namespace logdesk

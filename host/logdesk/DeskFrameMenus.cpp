@@ -16,6 +16,7 @@ enum Menu
     kFileMenu,
     kEditMenu,
     kLogMenu,
+    kMessagesMenu,
     kViewMenu,
     kHelpMenu
 };
@@ -26,7 +27,7 @@ enum Menu
 void DeskFrame::MakeMenus(CMenu& bar)
 {
     bar.CreateMenu();
-    for (const char* caption : {"&File", "&Edit", "&Log", "&View", "&Help"})
+    for (const char* caption : {"&File", "&Edit", "&Log", "&Messages", "&View", "&Help"})
     {
         CMenu popup;
         popup.CreatePopupMenu();
@@ -37,25 +38,55 @@ void DeskFrame::MakeMenus(CMenu& bar)
 void DeskFrame::Scan(IQmCommand& collector)
 {
     GetTextCtrl().ScanFilePath(collector);
+    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl});
+    AddCommand(collector, {"Other Pane", [this] { ChangePane(); }, VK_F6});
+    AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
+                           m_messages.Service().IsBusy()});
+}
+
+// Text window and list take characters for themselves; the frame's keys are none.
+BOOL DeskFrame::PreTranslateMessage(MSG* message)
+{
+    MSG ours = *message;
+    ours.hwnd = m_hWnd;
+    return QmHandler<CWnd>::PreTranslateMessage(&ours);
 }
 
 void DeskFrame::ScanFile(IQmCommand& collector)
 {
-    collector.Add(std::make_unique<DeskEntry>("E&xit", [this] { PostMessage(WM_CLOSE); }));
+    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl});
+    AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
+    AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
+                           m_messages.File().empty(), !m_messages.File().empty()});
+    collector.AddSeparator();
+    m_recent = m_remember ? ReadRecentFiles() : m_recent;
+    for (std::size_t i = 0; i < m_recent.Paths().size(); ++i)
+        AddCommand(collector, {RecentCaption(i, m_recent.Paths()[i]),
+                               [this, path = m_recent.Paths()[i]] { Open({path}); }});
+    collector.AddSeparator();
+    AddCommand(collector, {"E&xit", [this] { PostMessage(WM_CLOSE); }});
 }
 
 void DeskFrame::ScanView(IQmCommand& collector)
 {
     CQmLogTextCtrl& text = GetTextCtrl();
-    collector.Add(std::make_unique<DeskEntry>(
-        "&Pause Following When Scrolled Up", [&text] { text.SetFollowPauses(!text.GetFollowPauses()); },
-        text.GetFollowPauses()));
+    const auto pane = [&](const char* caption, Pane which) {
+        const bool shows = m_split.Shows(which);
+        AddCommand(collector, {caption, [this, which, shows] { ShowPane(which, !shows); }, 0, 0, shows});
+    };
+    pane("&Log Text", Pane::LogText);
+    pane("&Messages", Pane::Messages);
+    AddCommand(collector, {"&Other Pane", [this] { ChangePane(); }, VK_F6, 0, false,
+                           m_split.Shows(Pane::LogText) && m_split.Shows(Pane::Messages)});
+    collector.AddSeparator();
+    AddCommand(collector,
+               {"&Pause Following When Scrolled Up",
+                [&text] { text.SetFollowPauses(!text.GetFollowPauses()); }, 0, 0, text.GetFollowPauses()});
 }
 
 void DeskFrame::ScanHelp(IQmCommand& collector)
 {
-    collector.Add(
-        std::make_unique<DeskEntry>("&About LogDesk...", [this] { CDialog(IDD_ABOUT, this).DoModal(); }));
+    AddCommand(collector, {"&About LogDesk...", [this] { CDialog(IDD_ABOUT, this).DoModal(); }});
 }
 
 // The innermost window around the focus that offers commands; the browser where there is none.
@@ -67,27 +98,30 @@ IQmHandler& DeskFrame::FocusHandler()
     return m_browser;
 }
 
+IQmHandler& DeskFrame::HandlerOf(UINT menu)
+{
+    switch (menu)
+    {
+    case kFileMenu:
+        return m_fileCommands;
+    case kEditMenu:
+        return FocusHandler();
+    case kLogMenu:
+        return m_logCommands;
+    case kMessagesMenu:
+        return m_messageCommands;
+    case kViewMenu:
+        return m_viewCommands;
+    default:
+        return m_helpCommands;
+    }
+}
+
 void DeskFrame::OnInitMenuPopup(CMenu* popup, UINT index, BOOL system)
 {
     if (system)
         return;
-    switch (index)
-    {
-    case kFileMenu:
-        m_menuHandler = &m_fileCommands;
-        break;
-    case kEditMenu:
-        m_menuHandler = &FocusHandler();
-        break;
-    case kLogMenu:
-        m_menuHandler = this;
-        break;
-    case kViewMenu:
-        m_menuHandler = &m_viewCommands;
-        break;
-    default:
-        m_menuHandler = &m_helpCommands;
-    }
+    m_menuHandler = &HandlerOf(index);
     while (popup->GetMenuItemCount() > 0)
         popup->DeleteMenu(0, MF_BYPOSITION);
     CQmCommandDefineMenu menu(*popup);

@@ -41,6 +41,11 @@ std::string TitleText(const std::string& folder, SessionState session)
     return FolderName(folder) + (IsWanting(session) ? " (no session started)" : "") + " - LogDesk";
 }
 
+std::string FileTitleText(const std::string& file)
+{
+    return file + " - LogDesk";
+}
+
 std::string SessionText(SessionState session, const FolderState& folder)
 {
     const std::string after = IsWanting(session) ? "" : AfterText(folder); // there is room for one of them

@@ -38,6 +38,7 @@ struct ViewState
 std::string FolderName(const std::string& folder);
 
 std::string TitleText(const std::string& folder, SessionState session);
+std::string FileTitleText(const std::string& file); // while a file's messages are shown
 
 std::string SessionText(SessionState session, const FolderState& folder);
 std::string RowsText(const ViewState& view);

@@ -3,6 +3,8 @@
 #include "zemacore/AppDataManager.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 
 namespace logdesk
 {
@@ -11,6 +13,7 @@ namespace
 {
 
 constexpr const char* kSection = "LogDesk";
+constexpr const char* kRecentSection = "LogDesk.Recent"; // keys "1" to "10", the most recent first
 
 IProfileStore* Profile()
 {
@@ -39,13 +42,18 @@ WindowOptions ReadWindowOptions()
 {
     IProfileStore* const profile = Profile();
     // A file that somebody has edited may hold any number; windows have 16-bit places.
-    const auto read = [&](const char* key) {
-        return profile ? std::clamp(profile->GetInteger(kSection, key, 0), -0x8000, 0x7FFF) : 0;
+    const auto read = [&](const char* key, int missing = 0) {
+        return profile ? std::clamp(profile->GetInteger(kSection, key, missing), -0x8000, 0x7FFF) : missing;
     };
 
-    WindowOptions options = {};
+    WindowOptions options;
     options.maximised = read("Maximised") != 0;
     options.followPauses = read("FollowPauses") != 0;
+    options.split = read("Split", options.split);
+    options.showLogText = read("ShowLogText", 1) != 0;
+    options.showMessages = read("ShowMessages", 1) != 0;
+    options.preview = read("Preview", 1) != 0;
+    options.pauseMessages = read("PauseMessages", 1) != 0;
     const Place place = {read("Left"), read("Top"), read("Width"), read("Height")};
     const bool isKnown = place.width > 0 && place.height > 0;
     const Place area = WorkArea({place.left, place.top, place.left + place.width, place.top + place.height});
@@ -53,7 +61,7 @@ WindowOptions ReadWindowOptions()
     return options;
 }
 
-void WriteWindowOptions(CWnd& frame, bool followPauses)
+void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
 {
     IProfileStore* const profile = Profile();
     if (!profile)
@@ -74,7 +82,55 @@ void WriteWindowOptions(CWnd& frame, bool followPauses)
     profile->SetInteger(kSection, "Width", place.width);
     profile->SetInteger(kSection, "Height", place.height);
     profile->SetInteger(kSection, "Maximised", isMaximised ? 1 : 0);
-    profile->SetInteger(kSection, "FollowPauses", followPauses ? 1 : 0);
+    profile->SetInteger(kSection, "FollowPauses", options.followPauses ? 1 : 0);
+    profile->SetInteger(kSection, "Split", options.split);
+    profile->SetInteger(kSection, "ShowLogText", options.showLogText ? 1 : 0);
+    profile->SetInteger(kSection, "ShowMessages", options.showMessages ? 1 : 0);
+    profile->SetInteger(kSection, "Preview", options.preview ? 1 : 0);
+    profile->SetInteger(kSection, "PauseMessages", options.pauseMessages ? 1 : 0);
+}
+
+bool HasListLayout()
+{
+    IProfileStore* const profile = Profile();
+    return profile && profile->GetInteger("Log.Report", "Report", -1) != -1;
+}
+
+RecentFiles ReadRecentFiles()
+{
+    std::vector<std::string> paths;
+    IProfileStore* const profile = Profile();
+    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    {
+        char path[MAX_PATH] = {};
+        if (profile->GetText(kRecentSection, std::to_string(i + 1).c_str(), path, sizeof(path)) <
+            sizeof(path))
+            paths.emplace_back(path);
+    }
+    return RecentFiles(paths);
+}
+
+void WriteRecentFiles(const RecentFiles& files)
+{
+    IProfileStore* const profile = Profile();
+    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    {
+        const std::string key = std::to_string(i + 1);
+        if (i < files.Paths().size())
+            profile->SetText(kRecentSection, key.c_str(), files.Paths()[i].c_str());
+        else
+            profile->RemoveKey(kRecentSection, key.c_str());
+    }
+}
+
+std::string ReadUserFormats()
+{
+    const char* const profile = std::getenv("QM_PROFILE");
+    const char* const appData = std::getenv("APPDATA");
+    std::string path = profile ? profile : appData ? std::string(appData) + "\\QmLog\\Profile.ini" : "";
+    path = path.substr(0, path.find_last_of("\\/") + 1) + "Formats.json";
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace logdesk

@@ -2,22 +2,41 @@
 #pragma once
 
 #include "afxwin.h"
+#include "logdesk/PaneSplit.h"
+#include "logdesk/RecentFiles.h"
 #include "logdesk/WindowPlace.h"
+
+#include <string>
 
 namespace logdesk
 {
 
 struct WindowOptions
 {
-    Place place;
-    bool maximised;
-    bool followPauses;
+    Place place = {};
+    bool maximised = false;
+    bool followPauses = false; // of the log text
+    int split = PaneSplit::kWhole / 2;
+    bool showLogText = true;
+    bool showMessages = true;
+    bool preview = true;
+    bool pauseMessages = true; // following, when scrolled up
 };
 
 // The place is brought within the screen that is nearest to it.
 WindowOptions ReadWindowOptions();
 
-// Remembers where `frame` is when it is neither maximised nor minimised.
-void WriteWindowOptions(CWnd& frame, bool followPauses);
+// Remembers the options, and as the place where `frame` is when it is neither maximised nor minimised.
+void WriteWindowOptions(CWnd& frame, const WindowOptions& options);
+
+// Whether a layout of the list of messages was ever saved.
+bool HasListLayout();
+
+// In a section of their own.
+RecentFiles ReadRecentFiles();
+void WriteRecentFiles(const RecentFiles& files);
+
+// The user's own formats of text logs, "Formats.json" beside the profile; empty if there are none.
+std::string ReadUserFormats();
 
 } // namespace logdesk

@@ -42,6 +42,45 @@ void FindText(CQmLogTextCtrl& text, const std::string& wanted)
 
 } // namespace
 
+void TakeMessageStep(DeskFrame& frame, const Step& step)
+{
+    using Direction = msgservice::MsgService::Direction;
+    MessageView& messages = frame.GetMessages();
+    messages.Settle();
+    switch (step.action)
+    {
+    case StepAction::Message:
+        return messages.List().SelectMsg(static_cast<std::uint32_t>(step.count));
+    case StepAction::NextMessageError:
+        return frame.GoToMessageError(Direction::Forward);
+    case StepAction::PreviousMessageError:
+        return frame.GoToMessageError(Direction::Backward);
+    case StepAction::Sort: {
+        const LogMsgSortKey key = {static_cast<ILogMsgDataKind>(step.count), step.height == 0};
+        messages.Service().SetSortKeys(&key, 1);
+        return messages.Service().Apply();
+    }
+    case StepAction::Level:
+        return frame.SetLeastLevel(static_cast<std::uint32_t>(step.count));
+    case StepAction::Report:
+        return messages.List().ShowReport(step.count != 0);
+    case StepAction::Preview:
+        return messages.List().SetShowPreview(step.count != 0);
+    case StepAction::ShowInLog:
+        return frame.ShowInLog(messages.FocusedId());
+    case StepAction::ShowInMessages:
+        return frame.ShowInMessages();
+    case StepAction::LogText:
+        return frame.ShowPane(Pane::LogText, step.count != 0);
+    case StepAction::Messages:
+        return frame.ShowPane(Pane::Messages, step.count != 0);
+    case StepAction::Split:
+        return frame.SetSplit(step.count * PaneSplit::kWhole / 100);
+    default:
+        return;
+    }
+}
+
 void TakeStep(DeskFrame& frame, const Step& step)
 {
     CQmLogTextCtrl& text = frame.GetTextCtrl();
@@ -89,6 +128,9 @@ void TakeStep(DeskFrame& frame, const Step& step)
     case StepAction::Sample:
         text.WriteTest();
         text.Browse(text.GetFilePathIndex());
+        return frame.ShowSessionMessages();
+    default:
+        return TakeMessageStep(frame, step);
     }
 }
 

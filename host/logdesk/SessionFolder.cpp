@@ -3,6 +3,7 @@
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "logdesk/DeskText.h"
+#include "logdesk/OpenedFile.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,37 +22,30 @@ bool IsFolder(const std::string& path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// The log of a file that the user named.
-std::string NamedLog(const std::string& path, const std::string& file)
+bool IsFile(const std::string& path)
 {
-    if (IsSameLog(file, "QmLog.LOG"))
-        throw UsageError(path, "holds the library's own messages as plain text: read it with an editor");
-    const std::string log = LogOfFile(file);
-    if (log.empty())
-        throw UsageError(path, "is no file of a log: these end with .LOG and .ROW");
-    return log;
+    const DWORD attributes = ::GetFileAttributes(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-// A folder, or a file in one; `needsFolder` where a file does not do.
-SessionPlace PlaceOf(const std::string& path, bool mayBeMissing, bool needsFolder)
+std::string FullPath(const std::string& path)
 {
     char full[MAX_PATH] = {};
     const DWORD length = ::GetFullPathName(path.c_str(), MAX_PATH, full, nullptr);
     if (length == 0 || length >= MAX_PATH)
         throw UsageError(path, "is no path");
-    if (IsFolder(full))
-        return {full, "", true};
-    if (::GetFileAttributes(full) == INVALID_FILE_ATTRIBUTES)
-    {
-        if (!mayBeMissing)
-            throw UsageError(path, "no such file or folder");
-        return {full, "", true};
-    }
-    if (needsFolder)
+    return full;
+}
+
+// The folder of a session that may be begun there.
+SessionPlace FolderOf(const std::string& path, bool mayBeMissing)
+{
+    const std::string full = FullPath(path);
+    if (IsFile(full))
         throw UsageError(path, "is a file, and a folder is needed");
-    const std::string file = full;
-    const std::size_t name = file.rfind('\\') + 1;
-    return {file.substr(0, name), NamedLog(path, file.substr(name)), true};
+    if (!mayBeMissing && !IsFolder(full))
+        throw UsageError(path, "no such file or folder");
+    return {full, "", true, ""};
 }
 
 // With its backslash; makes the folder when it is missing.
@@ -83,19 +77,33 @@ bool IsForeign(const std::string& log)
     for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
         if (IsSameLog(log, CQmLogTextCtrl::GetFilePath(file)))
             return false;
-    // A '?' stands for a character that the system's code page does not have: no log of ours is named so.
-    return !log.empty() && !IsSameLog(log, "QmLog") && log.find('?') == std::string::npos;
+    return true;
 }
 
+// Those that have rows.
 std::vector<std::string> ForeignLogs(const std::string& folder)
 {
+    std::vector<std::string> logs = LogsIn(folder).value_or(std::vector<std::string>());
+    std::erase_if(logs, [&](const std::string& log) {
+        return !IsForeign(log) || FileSize(folder + log + ".ROW") < sizeof(CQmLogRow);
+    });
+    return logs;
+}
+
+} // namespace
+
+std::optional<std::vector<std::string>> LogsIn(const std::string& folder)
+{
+    if (!IsFolder(folder))
+        return {};
     std::vector<std::string> logs;
     WIN32_FIND_DATAA file = {};
     const HANDLE search = ::FindFirstFileA((folder + "*.ROW").c_str(), &file);
     for (bool found = search != INVALID_HANDLE_VALUE; found; found = ::FindNextFileA(search, &file) != 0)
     {
         const std::string log = LogOfFile(file.cFileName);
-        if (IsForeign(log) && FileSize(folder + file.cFileName) >= sizeof(CQmLogRow))
+        // A '?' stands for a character that the system's code page does not have: no log of ours is named so.
+        if (!log.empty() && !IsSameLog(log, "QmLog") && log.find('?') == std::string::npos)
             logs.push_back(log);
     }
     if (search != INVALID_HANDLE_VALUE)
@@ -104,15 +112,28 @@ std::vector<std::string> ForeignLogs(const std::string& folder)
     return logs;
 }
 
-} // namespace
+SessionPlace PlaceOf(const std::string& path)
+{
+    const std::string full = FullPath(path);
+    if (IsFolder(full))
+        return {full, "", true, ""};
+    if (!IsFile(full))
+        throw UsageError(path, "no such file or folder");
+    if (!BelongsToSession(full, IsFile))
+        return {"", "", false, full};
+    const std::string name = FileName(full);
+    return {full.substr(0, full.size() - name.size()), LogOfFile(name), true, ""};
+}
 
 SessionPlace FindPlace(const Arguments& arguments)
 {
     SessionPlace place;
     if (!arguments.path.empty())
     {
-        place = PlaceOf(arguments.path, arguments.start, arguments.start || arguments.pathIsFolder);
-        ::_putenv_s("QM_LOG_FOLDER", place.folder.c_str());
+        place = arguments.start || arguments.pathIsFolder ? FolderOf(arguments.path, arguments.start)
+                                                          : PlaceOf(arguments.path);
+        if (!place.folder.empty())
+            ::_putenv_s("QM_LOG_FOLDER", place.folder.c_str());
     }
     place.folder = LogFolder();
     return place;

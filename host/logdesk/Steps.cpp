@@ -1,5 +1,9 @@
 #include "logdesk/Steps.h"
 
+#include "LogMsg.h"
+
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 
 namespace logdesk
@@ -14,6 +18,9 @@ enum class Value
     Count,
     Switch,
     Size,
+    Percent,
+    SortKey,
+    Level,
     Text
 };
 
@@ -39,6 +46,18 @@ constexpr Form kForms[] = {
     {"select", StepAction::Select, Value::Count},
     {"select-all", StepAction::SelectAll, Value::None},
     {"follow", StepAction::Follow, Value::Switch},
+    {"message", StepAction::Message, Value::Count},
+    {"next-message-error", StepAction::NextMessageError, Value::None},
+    {"previous-message-error", StepAction::PreviousMessageError, Value::None},
+    {"sort", StepAction::Sort, Value::SortKey},
+    {"level", StepAction::Level, Value::Level},
+    {"report", StepAction::Report, Value::Switch},
+    {"preview", StepAction::Preview, Value::Switch},
+    {"show-in-log", StepAction::ShowInLog, Value::None},
+    {"show-in-messages", StepAction::ShowInMessages, Value::None},
+    {"log-text", StepAction::LogText, Value::Switch},
+    {"messages", StepAction::Messages, Value::Switch},
+    {"split", StepAction::Split, Value::Percent},
     {"size", StepAction::Size, Value::Size},
     {"sample", StepAction::Sample, Value::None},
 };
@@ -48,6 +67,30 @@ bool ParseNumber(const std::string& text, int least, int greatest, int& number)
     const char* const end = text.data() + text.size();
     const std::from_chars_result result = std::from_chars(text.data(), end, number);
     return result.ec == std::errc() && result.ptr == end && number >= least && number <= greatest;
+}
+
+// "error-number", "source-line:desc": fields are named as users see them, in small letters.
+bool ParseSortKey(const std::string& text, Step& step)
+{
+    const std::size_t colon = std::min(text.find(':'), text.size());
+    const std::string direction = text.substr(colon);
+    step.height = direction == ":desc" ? 1 : 0;
+    for (step.count = 0; step.count < kLogMsgKindCount; ++step.count)
+    {
+        std::string name = LogMsgDataKindText(step.count);
+        for (char& letter : name)
+            letter =
+                letter == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+        if (text.substr(0, colon) == name)
+            return direction.empty() || direction == ":asc" || direction == ":desc";
+    }
+    return false;
+}
+
+bool ParseLevel(const std::string& text, Step& step)
+{
+    step.count = text == "error" ? 4 : text == "warning" ? 3 : 0;
+    return step.count > 0 || text == "all";
 }
 
 bool ParseValue(Value value, const std::string& text, Step& step)
@@ -66,6 +109,12 @@ bool ParseValue(Value value, const std::string& text, Step& step)
         return times != std::string::npos && ParseNumber(text.substr(0, times), 1, 10'000, step.count) &&
                ParseNumber(text.substr(times + 1), 1, 10'000, step.height);
     }
+    case Value::Percent:
+        return ParseNumber(text, 1, 99, step.count);
+    case Value::SortKey:
+        return ParseSortKey(text, step);
+    case Value::Level:
+        return ParseLevel(text, step);
     case Value::Text:
         step.text = text;
         return !text.empty();

@@ -22,6 +22,18 @@ enum class StepAction
     Select,
     SelectAll,
     Follow,
+    Message,
+    NextMessageError,
+    PreviousMessageError,
+    Sort,
+    Level,
+    Report,
+    Preview,
+    ShowInLog,
+    ShowInMessages,
+    LogText,
+    Messages,
+    Split,
     Size,
     Sample
 };
@@ -29,8 +41,8 @@ enum class StepAction
 struct Step
 {
     StepAction action = StepAction::Home;
-    int count = 0;         // rows to go or to select; 1 or 0 for following or not; the width
-    int height = 0;        // of kSize
+    int count = 0;         // rows to go or to select; 1 or 0 for on or off; the width, the field, the level
+    int height = 0;        // of Size; 1 for descending
     std::string text = {}; // of Find
 };
 

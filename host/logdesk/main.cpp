@@ -75,9 +75,12 @@ BOOL DeskApp::InitInstance()
 void DeskApp::Start()
 {
     const SessionPlace place = FindPlace(m_arguments);
-    m_frame = std::make_unique<DeskFrame>(place, ClaimSession(place.folder));
+    const SessionState session =
+        place.file.empty() ? ClaimSession(place.folder) : SessionState::Opened; // a file is nobody's
+    m_frame = std::make_unique<DeskFrame>(place, session);
     const bool forPicture = !m_arguments.screenshot.empty();
-    if (!m_frame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt))
+    const MessageOptions messages = {!forPicture, m_arguments.traffic};
+    if (!m_frame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt, messages))
         throw std::runtime_error("the window cannot be made");
     QmLogWriterCloseAll(); // the session's header is written: now other programs may write
     m_frame->ShowFrame(forPicture ? SW_SHOWNORMAL : m_nCmdShow);
@@ -104,6 +107,7 @@ void DeskApp::TakePicture()
 {
     for (const Step& step : m_arguments.steps)
         TakeStep(*m_frame, step);
+    m_frame->GetMessages().Settle();
     m_frame->RefreshNotices();
     m_frame->RefreshStatus();
     if (!WriteScreenshot(*m_frame, m_arguments.screenshot))

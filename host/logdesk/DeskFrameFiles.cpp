@@ -1,0 +1,163 @@
+// How files come into the frame.
+#include "afxdlgs.h"
+#include "logdesk/DeskFrame.h"
+#include "logdesk/OpenedFile.h"
+
+#include <array>
+#include <shellapi.h>
+#include <shlobj.h>
+
+namespace logdesk
+{
+
+namespace
+{
+
+constexpr const char* kFilter =
+    "Logs (*.log;*.txt;*.row;*.json;*.zemalog)|*.log;*.txt;*.row;*.json;*.zemalog|All files (*.*)|*.*||";
+
+std::vector<std::string> FilesOf(HDROP drop)
+{
+    std::vector<std::string> files;
+    const UINT count = ::DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i)
+    {
+        std::string file(::DragQueryFileA(drop, i, nullptr, 0) + 1, '\0');
+        file.resize(::DragQueryFileA(drop, i, file.data(), static_cast<UINT>(file.size())));
+        files.push_back(file);
+    }
+    return files;
+}
+
+} // namespace
+
+void DeskFrame::AskForFiles()
+{
+    std::array<char, 0x8000> buffer = {}; // for many files at once
+    CFileDialog dialog(TRUE, nullptr, nullptr,
+                       OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST |
+                           OFN_NOCHANGEDIR,
+                       kFilter, this);
+    dialog.m_ofn.lpstrFile = buffer.data();
+    dialog.m_ofn.nMaxFile = static_cast<DWORD>(buffer.size());
+    if (dialog.DoModal() != IDOK)
+        return;
+    std::vector<std::string> paths;
+    for (POSITION position = dialog.GetStartPosition(); position;)
+        paths.emplace_back(static_cast<LPCSTR>(dialog.GetNextPathName(position)));
+    Open(paths);
+}
+
+void DeskFrame::AskForFolder()
+{
+    BROWSEINFOA browse = {};
+    browse.hwndOwner = m_hWnd;
+    browse.lpszTitle = "The folder of a session's logs:";
+    browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+    PIDLIST_ABSOLUTE const chosen = ::SHBrowseForFolderA(&browse);
+    if (!chosen)
+        return;
+    char path[MAX_PATH] = {};
+    const bool isPath = ::SHGetPathFromIDListA(chosen, path);
+    ::CoTaskMemFree(chosen);
+    if (isPath)
+        Open({path});
+}
+
+LRESULT DeskFrame::OnDropFiles(WPARAM drop, LPARAM)
+{
+    const HDROP handle = reinterpret_cast<HDROP>(drop);
+    const std::vector<std::string> files = FilesOf(handle);
+    ::DragFinish(handle);
+    ::SetForegroundWindow(m_hWnd);
+    Open(files);
+    return 0;
+}
+
+// The first file comes into this window; sessions and further files get windows of their own.
+void DeskFrame::Open(const std::vector<std::string>& paths)
+{
+    bool mayShowHere = true;
+    for (const std::string& path : paths)
+        mayShowHere = !OpenOne(path, mayShowHere) && mayShowHere;
+    RefreshStatus();
+}
+
+// True if it is shown here.
+bool DeskFrame::OpenOne(const std::string& path, bool mayShowHere)
+{
+    SessionPlace place;
+    try
+    {
+        place = PlaceOf(path);
+    }
+    catch (const UsageError& error)
+    {
+        Tell(error.what());
+        Remember(path, false);
+        return false;
+    }
+    Remember(path, true);
+    if (!place.file.empty() && mayShowHere)
+        return ShowFile(place.file);
+    const bool isOurs = place.file.empty() && IsSameLog(FolderName(place.folder), FolderName(m_place.folder));
+    if (!isOurs)
+    {
+        StartAnother(path);
+        return false;
+    }
+    m_place.log = place.log;
+    ShowPane(Pane::LogText, true);
+    ShowWantedLog();
+    if (!m_messages.File().empty())
+        ShowSessionMessages();
+    return true;
+}
+
+bool DeskFrame::ShowFile(const std::string& file)
+{
+    m_told.Clear();
+    const bool isShown = m_messages.ShowFile(file);
+    if (isShown)
+    {
+        ShowPane(Pane::Messages, true);
+        FocusPane(Pane::Messages);
+    }
+    RefreshNotices();
+    return isShown;
+}
+
+void DeskFrame::ShowSessionMessages()
+{
+    m_messages.ShowSession([folder = m_place.folder] { return LogsIn(folder); });
+}
+
+void DeskFrame::StartAnother(const std::string& path)
+{
+    std::array<char, MAX_PATH> program = {};
+    ::GetModuleFileNameA(nullptr, program.data(), static_cast<DWORD>(program.size()));
+    std::string line = CommandLineOf(program.data(), path);
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION process = {};
+    if (!::CreateProcessA(program.data(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                          &process))
+        return Tell(path + " cannot be shown: no other window can be opened");
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
+// As the first of the recent files, or as none of them any more.
+void DeskFrame::Remember(const std::string& path, bool isThere)
+{
+    if (!m_remember)
+        return;
+    m_recent = ReadRecentFiles(); // other windows remember files, too
+    if (isThere)
+        m_recent.Add(path);
+    else
+        m_recent.Remove(path);
+    WriteRecentFiles(m_recent);
+}
+
+} // namespace logdesk

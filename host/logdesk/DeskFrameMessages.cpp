@@ -1,0 +1,138 @@
+// What the user can do with messages.
+#include "logdesk/DeskFrame.h"
+
+namespace logdesk
+{
+
+namespace
+{
+
+using Direction = msgservice::MsgService::Direction;
+
+// The number of a log among those of the log text; -1 if it is none of them.
+int FileOfLog(const std::string& log)
+{
+    for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+        if (IsSameLog(CQmLogTextCtrl::GetFilePath(file), log))
+            return file;
+    return -1;
+}
+
+} // namespace
+
+void DeskFrame::ScanMessages(IQmCommand& collector)
+{
+    MessageList& list = m_messages.List();
+    const std::uint32_t id = m_messages.FocusedId();
+    const bool report = list.GetShowReport() != 0;
+    const bool preview = list.GetShowPreview();
+    const bool isPausing = list.GetFollowPauses();
+    AddCommand(collector,
+               {"Show as &Report", [&list, report] { list.ShowReport(!report); }, 'R', kAlt, report});
+    AddCommand(collector, {"Show &Preview", [&list, preview] { list.SetShowPreview(!preview); }, 'P', kAlt,
+                           preview, report});
+    AddCommand(collector, {"&Follow", [&list] { list.SetFollow(!list.GetFollow()); }, VK_SPACE, 0,
+                           list.GetFollow() != 0});
+    AddCommand(collector, {"Pa&use Following When Scrolled Up",
+                           [&list, isPausing] { list.SetFollowPauses(!isPausing); }, 0, 0, isPausing});
+    collector.AddSeparator();
+    ScanMessageFilters(collector);
+    collector.AddSeparator();
+    AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kAlt});
+    AddCommand(collector,
+               {"Pre&vious Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt});
+    AddCommand(collector, {"Show in &Log", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
+                           m_messages.RowOf(id).has_value()});
+    AddCommand(collector, {"Re&fresh", [&list] { list.FlushCacheMsgData(); }, VK_F5});
+}
+
+void DeskFrame::ScanMessageFilters(IQmCommand& collector)
+{
+    msgservice::MsgService& service = m_messages.Service();
+    const bool isReady = !service.IsBusy();
+    const std::uint32_t least = service.GetLeastLevel();
+    const auto level = [&](const char* caption, std::uint32_t wanted) {
+        const bool isOn = least == wanted;
+        AddCommand(collector, {caption, [this, wanted, isOn] { SetLeastLevel(isOn ? 0 : wanted); }, 0, 0,
+                               isOn, isReady});
+    };
+    level("&Errors Only", msgservice::kErrorLevel);
+    level("&Warnings and Errors", msgservice::kWarningLevel);
+    AddCommand(collector, {"Re&move Filters", [this] { m_messages.RemoveFilters(); }, 0, 0, false,
+                           isReady && m_messages.State().filtered});
+    AddCommand(collector, {"C&lear", [this] { m_messages.Clear(); }, VK_DELETE, 0, false, isReady});
+    AddCommand(collector, {"Show Cleared Messages &Again", [this] { m_messages.ShowCleared(); }, 0, 0, false,
+                           isReady && service.GetClearedCount() > 0});
+}
+
+void DeskFrame::ScanLogText(IQmCommand& collector)
+{
+    AddCommand(collector, {"Show in &Messages", [this] { ShowInMessages(); }, VK_RETURN, kControl, false,
+                           m_messages.File().empty() && GetTextCtrl().GetRowCount() > 0});
+}
+
+void DeskFrame::SetLeastLevel(std::uint32_t level)
+{
+    m_messages.Service().SetLeastLevel(level);
+    m_messages.Service().Apply();
+}
+
+void DeskFrame::GoToMessageError(Direction direction)
+{
+    msgservice::MsgService& service = m_messages.Service();
+    const std::uint32_t focused = m_messages.FocusedId();
+    const bool isForward = direction == Direction::Forward;
+    const std::uint32_t begin = isForward ? 0 : service.GetMsgCount() + 1;
+    const std::uint32_t id =
+        service.FindLevel(focused == kNoLogMsgId ? begin : focused, msgservice::kErrorLevel, direction);
+    if (id == kNoLogMsgId)
+        Tell(isForward ? "There is no error after this message" : "There is no error before this message");
+    else
+        m_messages.List().SelectMsg(id);
+}
+
+void DeskFrame::ShowInLog(std::uint32_t id)
+{
+    const auto row = m_messages.RowOf(id);
+    const int file = row ? FileOfLog(row->log) : -1;
+    if (!row)
+        return Tell("This message is no row of the session's logs");
+    if (file < 0)
+        return Tell(row->log + " is not shown in the log text, which shows the five logs of a session");
+    CQmLogTextCtrl& text = GetTextCtrl();
+    ShowPane(Pane::LogText, true);
+    if (!text.GetFollowPauses())
+        text.SetFollow(false); // or the next row would take it out of sight
+    if (text.Reveal(file, row->index))
+        FocusPane(Pane::LogText);
+    else
+        Tell("Row " + std::to_string(row->index + 1) + " of " + row->log +
+             " cannot be unfolded: no row of Main leads to it");
+}
+
+void DeskFrame::ShowInMessages()
+{
+    CQmLogTextCtrl& text = GetTextCtrl();
+    const int caret = text.GetCaretRow();
+    if (caret >= text.GetRowCount())
+        return;
+    unsigned long row = 0;
+    text.DefineReader(caret, row);
+    const char* const log = CQmLogTextCtrl::GetFilePath(text.GetRowFile(caret));
+    const std::uint32_t id = m_messages.IdOf(log, static_cast<std::uint32_t>(row));
+    if (id == kNoLogMsgId)
+        return Tell(m_messages.State().filtered ? "Filters leave out the message of this row"
+                                                : "This row is not among the messages");
+    ShowPane(Pane::Messages, true);
+    m_messages.List().TakeOver();
+    m_messages.List().SelectMsg(id);
+    FocusPane(Pane::Messages);
+}
+
+LRESULT DeskFrame::OnPresent(WPARAM, LPARAM id)
+{
+    ShowInLog(static_cast<std::uint32_t>(id));
+    return 0;
+}
+
+} // namespace logdesk

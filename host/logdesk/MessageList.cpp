@@ -1,0 +1,80 @@
+#include "logdesk/MessageList.h"
+
+#include "qmcommon/QmCommandMenu.h"
+
+namespace logdesk
+{
+
+namespace
+{
+
+constexpr WPARAM kListTimer = 9000; // of the base, which takes over what was announced
+
+} // namespace
+
+void MessageList::Scan(IQmCommand& collector)
+{
+    CReportCtrlLog::Scan(collector);
+    m_commands(collector);
+}
+
+void MessageList::OnMessageMenu(CPoint point)
+{
+    CQmCommandDefinePopupMenu menu(this);
+    menu.Show(point, this);
+}
+
+void MessageList::TakeOver()
+{
+    SendMessage(WM_TIMER, kListTimer);
+}
+
+ListRows MessageList::Place()
+{
+    ListRows rows;
+    int first = 0;
+    int last = -1;
+    GetSelectedRows(&first, &last);
+    if (GetRowCount() > 0)
+        rows.top = GetTopIndex();
+    if (GetCurrentFocus() >= 0)
+        rows.focus = GetCurrentFocus();
+    if (first <= last)
+    {
+        rows.first = first;
+        rows.last = last;
+    }
+    return rows;
+}
+
+void MessageList::GoTo(const ListRows& rows)
+{
+    if (rows.first && rows.last)
+        SelectRows(*rows.last, *rows.first, 1, 0, 0, 1);
+    else
+        SelectNone();
+    if (rows.focus)
+        AdjustFocus(*rows.focus, GetCurrentFocusColumn());
+    if (rows.top && !IsFollowing())
+        SetScrollPos32(1, *rows.top, 1);
+}
+
+bool MessageList::GetShowPreview()
+{
+    __int64 shows = 0;
+    return GetProperty(RVP_SHOWPREVIEW, &shows) && shows != 0;
+}
+
+void MessageList::SetShowPreview(bool show)
+{
+    ModifyProperty(RVP_SHOWPREVIEW, show ? 1 : 0);
+}
+
+void MessageList::ShowReport(bool show)
+{
+    const bool preview = GetShowPreview();
+    SetShowReport(show ? 1 : 0);
+    SetShowPreview(preview || !show); // one of them has to show
+}
+
+} // namespace logdesk

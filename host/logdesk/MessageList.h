@@ -1,0 +1,45 @@
+// The list of messages.
+#pragma once
+
+#include "ReportCtrlLog.h"
+#include "logdesk/ListPlace.h"
+
+#include <functional>
+
+namespace logdesk
+{
+
+// The library's list with LogDesk's commands in its menu and for its keys.
+class MessageList : public CReportCtrlLog
+{
+public:
+    using Commands = std::function<void(IQmCommand&)>;
+    explicit MessageList(Commands commands) : m_commands(std::move(commands)) {}
+
+    void Scan(IQmCommand& collector) override;
+
+    // Takes over at once what was announced, as its timer else does after a while.
+    void TakeOver();
+
+    // The rows that the user sees and has chosen, and back there. While the list follows, its top is left to
+    // that.
+    ListRows Place();
+    void GoTo(const ListRows& rows);
+
+    // Whether the last row is scrolled into view when messages arrive.
+    bool IsFollowing() { return GetFollow() != 0 && !IsFollowPaused(); }
+
+    bool GetShowPreview();
+    void SetShowPreview(bool show);
+
+    // FALSE shows the messages' bodies alone. Whether previews show is another question, unlike in the base.
+    void ShowReport(bool show);
+
+protected:
+    void OnMessageMenu(CPoint point) override;
+
+private:
+    Commands m_commands;
+};
+
+} // namespace logdesk

@@ -1,0 +1,33 @@
+// What the program tells the user for a while.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace logdesk
+{
+
+// Lines leave when their time is over or newer ones need their room. Time is counted in ticks.
+class ToldLines
+{
+public:
+    static constexpr std::size_t kMost = 3;
+
+    // Adds each line of `text`; one that is there already begins its time again.
+    void Add(const std::string& text, unsigned now, unsigned ticks);
+    void Clear() { m_lines.clear(); }
+
+    // The oldest first.
+    std::vector<std::string> Lines(unsigned now);
+
+private:
+    struct Line
+    {
+        std::string text;
+        unsigned end;
+    };
+    std::vector<Line> m_lines;
+};
+
+} // namespace logdesk

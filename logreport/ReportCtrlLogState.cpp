@@ -25,6 +25,7 @@ void ShowColumns(CReportCtrlLog& viewer, const std::vector<CQmLogStateColumn>& c
 void CReportCtrlLog::ReadState(CQmLogState* state)
 {
     std::vector<CQmLogStateColumn> columns;
+    columns.reserve(static_cast<std::size_t>(state->GetColumnCount()));
     for (std::int32_t i = 0; i < state->GetColumnCount(); ++i)
         columns.push_back(state->GetColumn(i));
     columns = logreport::ShowableColumns(columns);

@@ -34,6 +34,7 @@ bool LevelImages::Load(int dpi)
     CImageList list;
     if (!list.Create(size, size, ILC_COLOR24 | ILC_MASK, kImages, 1) || list.Add(&bitmap, kTransparent) < 0)
         return false;
+    m_size = size;
     return m_list.Attach(list.Detach()) != FALSE;
 }
 

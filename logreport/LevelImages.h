@@ -15,9 +15,11 @@ public:
     bool Load(int dpi);
 
     CImageList* List() { return &m_list; }
+    int Size() const { return m_size; } // pixels of a side; 0 before they are loaded
 
 private:
     CImageList m_list;
+    int m_size = 0;
 };
 
 } // namespace logreport

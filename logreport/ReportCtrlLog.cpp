@@ -1,4 +1,5 @@
 // The message viewer: its life, what a host tells it, its rows.
+#include "logreport/PresentMessage.h"
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
 
@@ -206,9 +207,7 @@ void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
 
 void CReportCtrlLog::Present(std::uint32_t id)
 {
-    static const UINT message = ::RegisterWindowMessage("QmPresentMessageId");
-    if (const HWND parent = ::GetParent(GetSafeHwnd()))
-        ::SendMessage(parent, message, reinterpret_cast<WPARAM>(GetSafeHwnd()), static_cast<LPARAM>(id));
+    logreport::SendPresentMessage(GetSafeHwnd(), id);
 }
 
 CWnd* CReportCtrlLog::GetWnd()

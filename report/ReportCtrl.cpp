@@ -1,6 +1,7 @@
 // The report control: its life, styles, properties and layout.
 #include "report/ReportCtrlData.h"
 #include "report/model/InvalidArgument.h"
+#include "vkgrafic/Resolution.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -325,14 +326,9 @@ void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
     m_data->window.wheelLines = GetMouseScrollLines();
 }
 
-// The window's monitor may have another resolution than the system; older systems know one alone.
 int CReportCtrl::GetResolution()
 {
-    using GetDpi = UINT(WINAPI*)(HWND);
-    static const auto getDpi = reinterpret_cast<GetDpi>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle("user32.dll"), "GetDpiForWindow")));
-    const UINT ofWindow = m_hWnd && getDpi ? getDpi(m_hWnd) : 0;
-    return ofWindow ? static_cast<int>(ofWindow) : CClientDC(nullptr).GetDeviceCaps(LOGPIXELSY);
+    return VkGrafic::GetResolution(m_hWnd);
 }
 
 void CReportCtrl::Data::UseResolution()

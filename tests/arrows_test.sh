@@ -57,13 +57,13 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
 logs='QmLog(Api|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
-includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State).h
+includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State|Watch).h
 includes_only 'QmLogApi\.h|zemacore/String\.h' include/LogMsg.h include/LogViewer.h
 includes_only 'QmLogApi\.h|LogMsg\.h|wintypes\.h' include/QmLogState.h
 includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
 includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report!(CtrlLog).h
 messages='(LogMsg|LogViewer|QmHandler|ReportCtrl)\.h'
-includes_only "$messages" include/ReportCtrlLog.h
+includes_only "QmLogApi\.h|$messages" include/{ReportCtrlLog,QmLogWatch}.h
 
 # The log files know no windows; the log view is told of them by a source of rows.
 includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
@@ -87,7 +87,7 @@ calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort
 # The message viewer: its models know messages, and the records of the report control's items.
 includes_only "(LogMsg|QmLogState|ReportItem)\.h|qmcommandline/\w+\.h|qmcommon/QmReportWriterXML\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
 without_system logreport/model/*.{h,cpp}
-includes_only "$messages|Report(CtrlLog|HeaderCtrl)\.h|QmLogState\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
+includes_only "$messages|Report(CtrlLog|HeaderCtrl)\.h|QmLog(State|Watch)\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
     logreport/*.{h,cpp}
 calls_windows logreport/!(ReportCtrlLogState).cpp
 

@@ -2,6 +2,7 @@
 #include "logreport/model/MsgCells.h"
 #include "logreport/model/MsgRange.h"
 #include "logreport/model/PreviewSizes.h"
+#include "logreport/model/Watch.h"
 #include "tests/logreport/FullMessage.h"
 
 #include <random>
@@ -99,6 +100,30 @@ TEST(MsgCells, TheBodysFirstLine)
         {"\n", "\n"},      {"\nB\nC", "\nB\nC"}, {"A\rB", "A\rB"},     {"AB\n\n", "A(...)"}};
     for (const auto& [body, line] : cases)
         EXPECT_EQ(line, FirstLine(body)) << testing::PrintToString(body);
+}
+
+TEST(Watch, ShowsTheLatestError)
+{
+    const std::pair<const char*, const char*> lines[] = {{"A\r\nB", "A(...)"}, {"A\n", "(...)"},
+                                                         {"A\r\n", "A(...)"},  {"\nB\nC", "\nB\nC"},
+                                                         {"AB", "AB"},         {"", ""}};
+    for (const auto& [body, line] : lines)
+        EXPECT_EQ(line, WatchLine(body)) << testing::PrintToString(body);
+    Watch watch;
+    EXPECT_FALSE(watch.Add(1, nullptr));
+    for (const std::uint32_t level : {0u, 1u, 3u, 4u, 3u, 5u, 6u})
+    {
+        FullMessage message;
+        message.m_level = level;
+        EXPECT_EQ(level == 4 || level == 5, watch.Add(level, &message));
+    }
+    EXPECT_EQ(5, watch.Id());
+    EXPECT_EQ(4, watch.Image());
+    EXPECT_EQ("A(...)", watch.Text());
+    watch.Clear();
+    EXPECT_EQ(-1, watch.Id());
+    EXPECT_EQ(0, watch.Image());
+    EXPECT_EQ("", watch.Text());
 }
 
 TEST(MsgCells, PreviewsAreCut)

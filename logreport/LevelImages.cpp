@@ -1,5 +1,6 @@
 #include "logreport/LevelImages.h"
 
+#include "logreport/OwnDialog.h"
 #include "resources/qmlog_resource.h"
 
 namespace logreport
@@ -11,15 +12,6 @@ namespace
 constexpr COLORREF kTransparent = RGB(255, 0, 255);
 constexpr int kImages = 5;
 constexpr int kLargeFrom = 144; // dots per inch
-
-// The library's own resources, whichever program it is part of.
-HINSTANCE OwnModule()
-{
-    HMODULE module = nullptr;
-    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                        reinterpret_cast<LPCTSTR>(&OwnModule), &module);
-    return module;
-}
 
 } // namespace
 

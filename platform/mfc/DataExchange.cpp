@@ -100,3 +100,39 @@ void DDX_Check(CDataExchange* exchange, int id, int& value)
     else
         ::SendMessage(control, BM_SETCHECK, static_cast<WPARAM>(value), 0);
 }
+
+void DDX_CBString(CDataExchange* exchange, int id, CString& value)
+{
+    const HWND control = exchange->PrepareCtrl(id);
+    if (exchange->m_bSaveAndValidate)
+    {
+        CWnd::FromHandle(control)->GetWindowText(value);
+        return;
+    }
+    const auto text = reinterpret_cast<LPARAM>(static_cast<LPCSTR>(value));
+    const LRESULT found = ::SendMessage(control, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text);
+    ::SendMessage(control, CB_SETCURSEL, static_cast<WPARAM>(found), 0);
+    if (found < 0)
+        ::SetWindowText(control, value); // where it can be typed
+}
+
+// The group goes from the button to the next control that begins one.
+void DDX_Radio(CDataExchange* exchange, int id, int& value)
+{
+    HWND control = exchange->PrepareCtrl(id);
+    if (exchange->m_bSaveAndValidate)
+        value = -1;
+    int position = 0;
+    do
+    {
+        if (::SendMessage(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON)
+        {
+            if (!exchange->m_bSaveAndValidate)
+                ::SendMessage(control, BM_SETCHECK, position == value, 0);
+            else if (::SendMessage(control, BM_GETCHECK, 0, 0) == BST_CHECKED)
+                value = position;
+            ++position;
+        }
+        control = ::GetWindow(control, GW_HWNDNEXT);
+    } while (control && !(::GetWindowLong(control, GWL_STYLE) & WS_GROUP));
+}

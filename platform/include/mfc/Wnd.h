@@ -142,6 +142,14 @@ public:
     int GetWindowText(LPSTR text, int size) const { return ::GetWindowText(m_hWnd, text, size); }
     void GetWindowText(CString& text) const;
     int GetWindowTextLength() const { return ::GetWindowTextLength(m_hWnd); }
+    LRESULT SendDlgItemMessage(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
+    {
+        return ::SendDlgItemMessage(m_hWnd, id, message, wParam, lParam);
+    }
+    int MessageBox(LPCSTR text, LPCSTR caption = nullptr, UINT type = MB_OK)
+    {
+        return ::MessageBox(m_hWnd, text, caption, type);
+    }
     void SetDlgItemText(int id, LPCSTR text) { ::SetDlgItemText(m_hWnd, id, text); }
     int GetDlgItemText(int id, LPSTR text, int size) const
     {

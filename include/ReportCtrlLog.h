@@ -90,6 +90,16 @@ public:
     void SetPreviewLines(int lines);
     int GetPreviewLines();
 
+    // ---- What is shown
+
+    // Opens "Log Configuration", which edits the service's sort keys and filters; without a service it shows
+    // nothing and changes nothing.
+    void ConfigureView();
+
+    // Opens "Edit Filter" with a field and a value. What the user makes of them becomes a further filter of
+    // the service, in place of the last one if there are three.
+    void EditFilter(ILogMsgDataKind field, const char* value);
+
     // ---- Layout
 
     // Has the header show the service's sort key and which columns it filters.

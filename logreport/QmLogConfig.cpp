@@ -19,7 +19,8 @@ constexpr FilterRow kFilters[] = {
     {IDC_FILTER3_FIELD, IDC_FILTER3_OPERATOR, IDC_FILTER3_VALUE, IDC_FILTER3_CASE}};
 
 constexpr char kHelp[] =
-    "Messages are sorted by the first field; those that are equal in it by the second, and then by the third. "
+    "Messages are sorted by the first field; those that are equal in it by the second, and then by the "
+    "third. "
     "Without a field they stay in the order in which they arrived.\n\n"
     "A filter leaves in the messages whose field contains the value, does not contain it, or is not empty. "
     "A message has to pass all three.\n\n"

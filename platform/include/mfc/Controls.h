@@ -25,7 +25,10 @@ public:
     // BST_PUSHED and the like.
     UINT GetState() const { return static_cast<UINT>(::SendMessage(m_hWnd, BM_GETSTATE, 0, 0)); }
     void SetState(BOOL pushed) { ::SendMessage(m_hWnd, BM_SETSTATE, static_cast<WPARAM>(pushed), 0); }
-    UINT GetButtonStyle() const { return static_cast<UINT>(::GetWindowLong(m_hWnd, GWL_STYLE)) & BS_TYPEMASK; }
+    UINT GetButtonStyle() const
+    {
+        return static_cast<UINT>(::GetWindowLong(m_hWnd, GWL_STYLE)) & BS_TYPEMASK;
+    }
     void SetButtonStyle(UINT style, BOOL redraw = TRUE)
     {
         ::SendMessage(m_hWnd, BM_SETSTYLE, style, MAKELPARAM(redraw, 0));
@@ -73,8 +76,8 @@ public:
     }
     int SetItemData(int index, DWORD_PTR data)
     {
-        return static_cast<int>(::SendMessage(m_hWnd, CB_SETITEMDATA, static_cast<WPARAM>(index),
-                                              static_cast<LPARAM>(data)));
+        return static_cast<int>(
+            ::SendMessage(m_hWnd, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data)));
     }
 
     void ShowDropDown(BOOL show = TRUE) { Send(CB_SHOWDROPDOWN, show); }
@@ -114,8 +117,8 @@ public:
     }
     int SetItemData(int index, DWORD_PTR data)
     {
-        return static_cast<int>(::SendMessage(m_hWnd, LB_SETITEMDATA, static_cast<WPARAM>(index),
-                                              static_cast<LPARAM>(data)));
+        return static_cast<int>(
+            ::SendMessage(m_hWnd, LB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data)));
     }
 
 private:

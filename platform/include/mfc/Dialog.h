@@ -77,7 +77,8 @@ QMPLATFORM_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
 QMPLATFORM_API void DDX_Text(CDataExchange* exchange, int id, CString& value);
 QMPLATFORM_API void DDX_Text(CDataExchange* exchange, int id, LPSTR value, int size); // cut to fit
 QMPLATFORM_API void DDX_Text(CDataExchange* exchange, int id, int& value); // tells the user what is no number
-QMPLATFORM_API void DDX_CBString(CDataExchange* exchange, int id, CString& value); // of a list: the whole text
+QMPLATFORM_API void DDX_CBString(CDataExchange* exchange, int id,
+                                 CString& value); // of a list: the whole text
 
 // `id` is the first radio button of a group; `value` is the position of the one that is chosen, -1 for none.
 QMPLATFORM_API void DDX_Radio(CDataExchange* exchange, int id, int& value);

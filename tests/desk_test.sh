@@ -194,11 +194,11 @@ QM_LOG_FOLDER=$(windows_path "$work/other") start
 until_shown '^notice: There are no logs in Z:.*other yet'
 session=$work/other
 printf 'compiling' | logtool write Build
-until_shown '^notice: Build is not shown: .* logtool cat --log Build$'
+until_shown '^notice: Build is among the messages only'
 printf 'first\nsecond' | logtool write SQL
 until_shown '^notice: Main has no rows, .* SQL \(2 rows\)'
 printf 'main' | logtool write Main
-until_shown '^notice: Not shown, because they are older than the first row of Main: 2 rows of SQL'
+until_shown '^notice: Not in the log text, because they are older than the first row of Main: 2 rows of SQL'
 rm -r "$session"
 until_shown '^notice: Z:.*other is not there, or cannot be read'
 leave

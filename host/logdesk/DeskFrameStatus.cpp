@@ -37,7 +37,7 @@ LRESULT DeskFrame::OnPublish(WPARAM, LPARAM)
 void DeskFrame::RefreshNotices()
 {
     const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
-    m_told.Add(m_messages.Service().TakeNotices(), m_ticks, kServiceTicks);
+    m_told.Add(m_messages.TakeNotices(), m_ticks, kServiceTicks);
     std::vector<std::string> lines = m_told.Lines(m_ticks);
     if (m_split.Shows(Pane::LogText))
     {

@@ -1,5 +1,6 @@
 #include "logdesk/MessageView.h"
 
+#include "logdesk/Profile.h"
 #include "logdesk/Traffic.h"
 #include "msgservice/sources/OpenSource.h"
 
@@ -29,6 +30,10 @@ MessageView::MessageView(MessageList::Commands commands) : m_list(std::move(comm
 {
     m_service.AddViewer(m_watch);
     m_service.AddViewer(m_list);
+    if (const std::string formats = ReadUserFormats(); !formats.empty())
+        m_notices = m_formats.Add(formats);
+    if (!m_notices.empty())
+        m_notices.insert(0, "Formats.json: ");
     m_service.SetOpener([this](const std::string& path, bool) { return Open(path); });
 }
 
@@ -142,6 +147,11 @@ std::uint32_t MessageView::FocusedId()
     return row >= 0 ? m_list.GetMessageOffset() + static_cast<std::uint32_t>(row) : kNoLogMsgId;
 }
 
+std::string MessageView::TakeNotices()
+{
+    return std::exchange(m_notices, {}) + m_service.TakeNotices();
+}
+
 MessageState MessageView::State()
 {
     LogMsgSortKey key;
@@ -201,6 +211,7 @@ void MessageView::Settle()
         m_service.GetFileInfo(path, isReading, unused, unused);
     m_service.Settle();
     m_list.TakeOver();
+    m_list.RefreshHeader();
 }
 
 } // namespace logdesk

@@ -48,6 +48,9 @@ public:
     // The file that is shown; empty for the session.
     std::string File();
 
+    // What the user should know, a sentence a line, since the last call.
+    std::string TakeNotices();
+
     // Which row of the session a message is, and the other way round: kNoLogMsgId for a row that is not among
     // the messages, or not shown by this view.
     std::optional<msgservice::SessionRows::Row> RowOf(std::uint32_t id);
@@ -93,6 +96,7 @@ private:
     HWND m_parent = nullptr;
     UINT m_wake = 0;
     msgservice::TextFormats m_formats;
+    std::string m_notices;                           // about the user's own formats
     std::shared_ptr<msgservice::SessionRows> m_rows; // null while a file is shown
     msgservice::SessionSource::FindLogs m_findLogs;
     std::atomic<bool> m_isWoken = false;

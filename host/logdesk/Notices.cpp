@@ -35,13 +35,6 @@ std::vector<std::string> Names(const std::vector<LogCounts>& logs)
     return names;
 }
 
-// How logtool shows a log.
-std::string Command(const FolderState& state, const std::string& log)
-{
-    const bool needsQuotes = log.find(' ') != std::string::npos;
-    return state.logtool + " cat --log " + (needsQuotes ? '"' + log + '"' : log);
-}
-
 const LogCounts* Find(const FolderState& state, const std::string& name)
 {
     for (const LogCounts& log : state.logs)
@@ -57,8 +50,8 @@ std::string WithoutMain(const FolderState& state)
     for (const LogCounts& log : state.logs)
         if (log.rows > 0)
             others.push_back(log.name + " (" + Rows(log.rows) + ")");
-    return "Main has no rows, and the rows of the other logs are shown only among Main's: " + List(others) +
-           ". To read them: " + state.logtool + " cat";
+    return "Main has no rows, and the log text shows those of other logs only among Main's: " + List(others) +
+           ". The messages show them";
 }
 
 std::string BeforeMain(const FolderState& state)
@@ -67,17 +60,15 @@ std::string BeforeMain(const FolderState& state)
     for (const LogCounts& log : state.logs)
         if (log.before > 0)
             logs.push_back(Rows(log.before) + " of " + log.name);
-    return "Not shown, because they are older than the first row of Main: " + List(logs) +
-           ". To read them: " + state.logtool + " cat --to " + std::to_string(state.mainNumber - 1);
+    return "Not in the log text, because they are older than the first row of Main: " + List(logs) +
+           ". The messages show them";
 }
 
 // `names` are the logs that have rows and are none of ours, the one that the user asked for first.
 std::string Foreign(const FolderState& state, const std::vector<std::string>& names)
 {
-    const bool isOne = names.size() == 1;
-    return List(names) + (isOne ? " is not shown: LogDesk shows " : " are not shown: LogDesk shows ") +
-           List(Names(state.logs)) + (isOne ? ". To read it: " : ". To read one: ") +
-           Command(state, names.front());
+    return List(names) + (names.size() == 1 ? " is" : " are") +
+           " among the messages only: the log text shows " + List(Names(state.logs));
 }
 
 // About the log that the user asked for, where nothing else tells why it is not seen.
@@ -86,11 +77,10 @@ std::string Wanted(const FolderState& state)
     const LogCounts* const log = Find(state, state.wanted);
     if (!log || log->rows == 0)
         return state.wanted + " has no rows: its index, " + state.wanted +
-               ".ROW, is missing or empty. A text in " + state.wanted + ".LOG can be read with an editor";
+               ".ROW, is missing or empty. Without an index LogDesk shows the text as messages";
     if (log->after == log->rows)
-        return state.wanted +
-               " begins after the last row of Main, and is shown when Main goes on. Until then: " +
-               Command(state, log->name);
+        return state.wanted + " begins after the last row of Main, and is in the log text when Main goes on. "
+                              "The messages show it";
     return "";
 }
 

@@ -21,10 +21,8 @@ struct LogCounts
 struct FolderState
 {
     std::string folder;
-    std::string logtool; // what the user types to call logtool for the folder
     bool isThere = true;
     std::vector<LogCounts> logs;      // "Main" first
-    unsigned long mainNumber = 0;     // of the first row of "Main"
     std::vector<std::string> foreign; // other logs that have rows
     std::string wanted;               // the log that the user named; empty for none
     bool operator==(const FolderState&) const = default;

@@ -45,7 +45,7 @@ SessionPlace FolderOf(const std::string& path, bool mayBeMissing)
         throw UsageError(path, "is a file, and a folder is needed");
     if (!mayBeMissing && !IsFolder(full))
         throw UsageError(path, "no such file or folder");
-    return {full, "", true, ""};
+    return {full, "", ""};
 }
 
 // With its backslash; makes the folder when it is missing.
@@ -55,14 +55,6 @@ std::string LogFolder()
     if (!QmLogMakeFilePath("x", path))
         throw std::runtime_error("there is no log folder, or it cannot be made");
     return std::string(path).erase(std::strlen(path) - 1);
-}
-
-// How the user calls logtool for the folder.
-std::string LogtoolCall(const SessionPlace& place)
-{
-    const std::string folder = FolderName(place.folder);
-    const bool needsQuotes = folder.find(' ') != std::string::npos;
-    return place.isNamed ? "logtool --folder " + (needsQuotes ? '"' + folder + '"' : folder) : "logtool";
 }
 
 // Size 0 for a file that is not there. The folder's listing is behind with the sizes of files in use.
@@ -116,13 +108,13 @@ SessionPlace PlaceOf(const std::string& path)
 {
     const std::string full = FullPath(path);
     if (IsFolder(full))
-        return {full, "", true, ""};
+        return {full, "", ""};
     if (!IsFile(full))
         throw UsageError(path, "no such file or folder");
     if (!BelongsToSession(full, IsFile))
-        return {"", "", false, full};
+        return {"", "", full};
     const std::string name = FileName(full);
-    return {full.substr(0, full.size() - name.size()), LogOfFile(name), true, ""};
+    return {full.substr(0, full.size() - name.size()), LogOfFile(name), ""};
 }
 
 SessionPlace FindPlace(const Arguments& arguments)
@@ -143,7 +135,6 @@ FolderState ReadFolderState(CQmLogTextCtrl& text, const SessionPlace& place)
 {
     FolderState state;
     state.folder = FolderName(place.folder);
-    state.logtool = LogtoolCall(place);
     state.isThere = IsFolder(place.folder);
     state.wanted = place.log;
     if (!state.isThere)
@@ -156,9 +147,6 @@ FolderState ReadFolderState(CQmLogTextCtrl& text, const SessionPlace& place)
         text.GetHiddenRowCounts(file, log.before, log.after);
         state.logs.push_back(log);
     }
-    CQmLogRow first;
-    if (state.logs.front().rows > 0 && text.ReadStyle(0, first))
-        state.mainNumber = first.time;
     state.foreign = ForeignLogs(place.folder);
     return state;
 }

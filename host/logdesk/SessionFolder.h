@@ -15,10 +15,9 @@ namespace logdesk
 // What the user wants to see.
 struct SessionPlace
 {
-    std::string folder;   // the log folder, with a backslash at its end
-    std::string log;      // named by one of its files; empty for the whole session
-    bool isNamed = false; // else the folder is the user's own, which programs use by themselves
-    std::string file;     // to be shown as messages; empty for the session's
+    std::string folder; // the log folder, with a backslash at its end
+    std::string log;    // named by one of its files; empty for the whole session
+    std::string file;   // to be shown as messages; empty for the session's
 };
 
 // Makes the folder that the arguments mean the log folder of this process. Only one to begin a session in may

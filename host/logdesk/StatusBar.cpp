@@ -68,8 +68,8 @@ int StatusBar::GetColumnWidth()
 
 void StatusBar::SetTexts(const StatusTexts& texts)
 {
-    const bool isOtherWidth =
-        texts.messages.size() != m_texts.messages.size() || texts.button != m_texts.button;
+    const bool isOtherWidth = texts.messages.size() != m_texts.messages.size() ||
+                              texts.button != m_texts.button || texts.rows.empty() != m_texts.rows.empty();
     const std::array<std::string StatusTexts::*, kPartCount> parts = {
         &StatusTexts::session, &StatusTexts::place, &StatusTexts::rows, &StatusTexts::messages,
         &StatusTexts::follow};
@@ -95,7 +95,7 @@ void StatusBar::LayOut()
     rights[kFollowPart] = -1;
     rights[kMessagesPart] = std::max(0, client.Width() - kFollowColumns * column);
     rights[kRowsPart] = std::max(0, rights[kMessagesPart] - messagesColumns * column);
-    rights[kPlacePart] = std::max(0, rights[kRowsPart] - kRowsColumns * column);
+    rights[kPlacePart] = std::max(0, rights[kRowsPart] - (m_texts.rows.empty() ? 0 : kRowsColumns * column));
     rights[kSessionPart] = std::max(0, rights[kPlacePart] - kPlaceColumns * column);
     SetParts(kPartCount, rights);
     const int right = rights[kMessagesPart] - 2;

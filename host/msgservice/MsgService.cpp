@@ -126,7 +126,7 @@ void MsgService::Apply()
     m_worker.Start([store = m_store, description = m_description](Work& work) {
         auto view = std::make_unique<View>(store, description);
         view->Insert(store->Count(), work);
-        view->IndexPositions(); // here, where nobody waits for it
+        view->MakeIndex(); // here, where nobody waits for it
         return view;
     });
 }
@@ -304,7 +304,7 @@ bool MsgService::TakeArrivals()
     else if (!m_worker.IsRunning() && count != m_failedWith)
         m_worker.Start([copy = std::make_shared<std::unique_ptr<View>>(view.Copy()), end](Work& work) {
             (*copy)->Insert(end, work);
-            (*copy)->IndexPositions();
+            (*copy)->MakeIndex();
             return std::move(*copy);
         });
     return end < count;

@@ -11,6 +11,7 @@ namespace
 {
 
 constexpr double kFilterShare = 0.3; // of the progress
+constexpr std::int64_t kBlock = 256; // positions with one level to look at first
 constexpr std::size_t kFewPart = 64; // so much of a view and less is inserted one by one
 
 } // namespace
@@ -42,41 +43,56 @@ std::optional<std::uint32_t> View::PositionOf(std::uint32_t message) const
         return {};
     if (IsPlain())
         return message - m_description.firstIndex;
-    IndexPositions();
+    MakeIndex();
     const std::uint32_t position = m_positions[message];
     return position > 0 ? std::optional(position - 1) : std::nullopt;
 }
 
 // Messages that came to the end since the last time are all that is new: others clear what was made.
-void View::IndexPositions() const
+void View::MakeIndex() const
 {
     if (IsPlain())
         return;
     m_positions.resize(m_end);
+    m_levels.resize((m_order.size() + kBlock - 1) / kBlock);
     for (; m_indexed < m_order.size(); ++m_indexed)
+    {
         m_positions[m_order[m_indexed]] = static_cast<std::uint32_t>(m_indexed) + 1;
-}
-
-// Looks at a byte for each message on the way, which is quick enough for all that there may be.
-template <typename MessageAt>
-static std::optional<std::uint32_t> FindOnTheWay(const MessageStore& store, MessageAt messageAt,
-                                                 std::uint32_t level, std::int64_t begin, std::int64_t end)
-{
-    const std::int64_t step = begin <= end ? 1 : -1;
-    for (std::int64_t position = begin; position != end; position += step)
-        if (store.LevelAt(messageAt(static_cast<std::uint32_t>(position))) >= level)
-            return static_cast<std::uint32_t>(position);
-    return {};
+        std::uint8_t& highest = m_levels[m_indexed / kBlock];
+        highest = std::max(highest, static_cast<std::uint8_t>(m_store->LevelAt(m_order[m_indexed])));
+    }
 }
 
 std::optional<std::uint32_t> View::FindLevel(std::int64_t begin, std::int64_t end, std::uint32_t level) const
 {
+    const std::int64_t step = begin <= end ? 1 : -1;
+    if (!IsPlain())
+        return FindInOrder(begin, end, step, level);
+    // The levels lie side by side, and so each of them can be looked at.
+    const MessageStore& store = *m_store;
     const std::uint32_t first = m_description.firstIndex;
-    if (IsPlain())
-        return FindOnTheWay(
-            *m_store, [first](std::uint32_t at) { return first + at; }, level, begin, end);
-    return FindOnTheWay(
-        *m_store, [this](std::uint32_t at) { return m_order[at]; }, level, begin, end);
+    for (std::int64_t position = begin; position != end; position += step)
+        if (store.LevelAt(first + static_cast<std::uint32_t>(position)) >= level)
+            return static_cast<std::uint32_t>(position);
+    return {};
+}
+
+// Passes over blocks without such a message.
+std::optional<std::uint32_t> View::FindInOrder(std::int64_t begin, std::int64_t end, std::int64_t step,
+                                               std::uint32_t level) const
+{
+    MakeIndex();
+    for (std::int64_t position = begin; position != end;)
+    {
+        const std::int64_t block = position / kBlock;
+        if (m_levels[static_cast<std::size_t>(block)] < level)
+            position = step > 0 ? std::min(end, (block + 1) * kBlock) : std::max(end, block * kBlock - 1);
+        else if (m_store->LevelAt(m_order[static_cast<std::size_t>(position)]) >= level)
+            return static_cast<std::uint32_t>(position);
+        else
+            position += step;
+    }
+    return {};
 }
 
 // Equal but for the time and what the source has counted.
@@ -118,6 +134,7 @@ bool View::Append(std::uint32_t end)
         m_order.insert(m_order.end(), added.begin(), added.end());
     }
     m_end = end;
+    MakeIndex();
     return true;
 }
 
@@ -127,6 +144,7 @@ void View::Insert(std::uint32_t end, Work& work)
     if (!IsPlain())
     {
         m_positions.clear();
+        m_levels.clear();
         m_indexed = 0;
         const bool few = end - m_end < m_order.size() / kFewPart && m_description.showDuplicates;
         if (few)

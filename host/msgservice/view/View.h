@@ -25,8 +25,9 @@ public:
     std::uint32_t MessageAt(std::uint32_t position) const;
     std::optional<std::uint32_t> PositionOf(std::uint32_t message) const;
 
-    // Makes ready what PositionOf looks up, which it else does by itself when it is first asked.
-    void IndexPositions() const;
+    // Makes ready what PositionOf and FindLevel look up, which they else do by themselves when they are first
+    // asked.
+    void MakeIndex() const;
 
     // The first position with a message of at least this level on the way from `begin` to before `end`, in
     // either direction: `end` is -1 or more, and Count() or less.
@@ -48,6 +49,8 @@ public:
 
 private:
     bool IsDuplicate(std::uint32_t message, std::uint32_t before) const;
+    std::optional<std::uint32_t> FindInOrder(std::int64_t begin, std::int64_t end, std::int64_t step,
+                                             std::uint32_t level) const;
     std::vector<std::uint32_t> PassingMessages(std::uint32_t end, Work& work, double to);
     void TakeOutDuplicates(std::vector<std::uint32_t>& messages, std::optional<std::uint32_t> before) const;
 
@@ -57,7 +60,8 @@ private:
     std::uint32_t m_end = 0;
     std::vector<std::uint32_t> m_order;             // empty for a plain view
     mutable std::vector<std::uint32_t> m_positions; // by message, from 1 on; 0 for those left out
-    mutable std::size_t m_indexed = 0;              // of m_order, positions that are in it
+    mutable std::vector<std::uint8_t> m_levels;     // the highest of each block of m_order
+    mutable std::size_t m_indexed = 0;              // of m_order, positions that are in these two
 };
 
 } // namespace msgservice

@@ -172,6 +172,11 @@ keys alt+m m
 until_shown '^pane: 10 messages$'
 keys Home alt+Down
 until_shown '^pane: Rows:10 . Selected:1 . Current:9$'
+read -r left top _ < <(sed -n 's/^SysHeader32 \([0-9 ]*\) visible$/\1/p' <<<"$shown")
+for place in 9 0; do # the highest level last, then first: the row of the message, which stays focused
+    xdotool mousemove "$((left + 230 - 5 * place))" "$((top + 8))" click 1 # apart, or it would be a double click
+    until_shown "^pane: Rows:10 . Selected:1$([[ $place == 0 ]] || echo " . Current:$place")$"
+done
 [[ $(cat "$text_log") == "$before" ]] || fail "looking has changed the file"
 printf '2026-03-01 10:00:11 INFO [main] again\n' >>"$text_log"
 until_shown '^pane: 11 messages$'
@@ -180,6 +185,13 @@ until_shown '^pane: 0 messages, 11 cleared$'
 leave
 start
 keys alt+f 1
+until_shown '^title: Z:.*app.txt - LogDesk$'
+keys alt+f s
+until_shown '^title: .*Logs - LogDesk$'
+keys ctrl+o
+until_true xdotool search --name '^Open$' >/dev/null || fail "no dialog"
+xdotool type --delay 10 "$(windows_path "$text_log")"
+keys Return
 until_shown '^title: Z:.*app.txt - LogDesk$'
 rm "$text_log"
 leave

@@ -8,7 +8,7 @@ namespace
 
 using namespace logreport;
 
-struct Service : ILogMsgService
+struct DescribedService : ILogMsgService
 {
     ILogMsgData* GetMsg(std::uint32_t) override { return nullptr; }
     ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return nullptr; }
@@ -88,7 +88,7 @@ TEST(LogConfig, GoesFromTheServiceAndBack)
     EXPECT_FALSE(config.showDuplicate);
     WriteLogConfig(config, nullptr);
 
-    Service service;
+    DescribedService service;
     service.keys = {{{kLogMsgWho, 0}, {kLogMsgNone, 1}, {kLogMsgLevel, 7}}};
     service.filters[0] = {kLogMsgBody, static_cast<LogMsgFilterOperator>(5), "x\xFCy", 1};
     service.filters[2] = {kLogMsgTopic, kLogMsgNotEmpty, "", 0};
@@ -113,7 +113,7 @@ TEST(LogConfig, GoesFromTheServiceAndBack)
 
 TEST(LogConfig, AFurtherFilterTakesTheFirstFreePlace)
 {
-    Service service;
+    DescribedService service;
     service.filters[1] = {kLogMsgTopic, kLogMsgNotEmpty, "", 0};
     const char* const values[] = {"a", "b", "c"};
     const std::size_t places[] = {0, 2, 2};

@@ -28,10 +28,10 @@ trap 'rm -f "$WINEPREFIX/dosdevices/l:"; rm -rf "$work"' EXIT
 mkdir "$work/Logs"
 ln -sfn "$work" "$WINEPREFIX/dosdevices/l:"
 
-# picture NAME STEPS: of a fresh session.
+# picture NAME STEPS: of a fresh session's log text.
 picture() {
     "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" --start 'L:\Logs' \
-        --screenshot "L:\\$1.bmp" --steps "size:760x420,sample,$2"
+        --screenshot "L:\\$1.bmp" --steps "size:760x420,sample,messages:off,$2"
     shrink "$1"
 }
 shrink() { convert "$work/$1.bmp" -alpha off -strip -define png:compression-level=9 "$root/docs/screenshots/$1.png"; }
@@ -40,10 +40,33 @@ picture opened home
 picture unfolded home,next-fold,unfold-all,next-fold,unfold-all
 picture found 'home,next-fold,unfold-all,next-fold,unfold-all,find:sql 2'
 picture error home,next-error
+picture messages 'messages:on,size:900x640,split:42,message:41,show-in-log,show-in-messages'
 echo 'compiling' | wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Logs' write Build
 "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\Logs' --screenshot 'L:\notice.bmp' \
-    --steps size:760x240,home
+    --steps size:760x240,messages:off,home
 shrink notice
+
+# A text log: work of a few threads, some of which fails.
+text_log() {
+    local number level
+    for number in {100..399}; do
+        level=INFO
+        ((number % 7 != 3)) || level=DEBUG
+        ((number % 11 != 5)) || level=WARN
+        ((number % 23 != 9)) || level=ERROR
+        printf '2026-03-31 09:%02d:%02d,%03d %s [worker-%d] com.depot.Orders: ' \
+            $((number / 60)) $((number % 60)) $((number * 37 % 1000)) "$level" $((number % 4))
+        case $level in
+            ERROR) printf 'order %d is lost\njava.io.IOException: the disk is full\n\tat com.depot.Store.write(Store.java:88)\n' "$number" ;;
+            WARN) printf 'order %d waits for the store\n' "$number" ;;
+            *) printf 'order %d stored\n' "$number" ;;
+        esac
+    done
+}
+text_log >"$work/depot.log"
+"$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\depot.log' --screenshot 'L:\textlog.bmp' \
+    --steps size:900x420,level:warning,message:1,next-message-error
+shrink textlog
 
 # The report control, by its examples.
 cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"

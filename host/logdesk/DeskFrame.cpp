@@ -144,13 +144,15 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     return 0;
 }
 
-// As the list was left; whoever sees it first sees rows with previews.
+// As the list was left; whoever sees it first sees rows with previews, the logs' names among their columns.
 void DeskFrame::PrepareMessages()
 {
     MessageList& list = m_messages.List();
     const bool isFirst = !m_remember || !HasListLayout();
     if (!isFirst)
         CQmLogState(&list).Load();
+    else
+        list.UseFirstColumns(m_options.place.width);
     list.SetPreviewLines(kPreviewLines);
     list.SetFollowPauses(m_options.pauseMessages);
     list.ShowReport(isFirst || list.GetShowReport() != 0);

@@ -2,12 +2,15 @@
 
 #include "qmcommon/QmCommandMenu.h"
 
+#include <algorithm>
+
 namespace logdesk
 {
 
 namespace
 {
 
+constexpr int kAroundColumns = 20;  // pixels: frames and borders
 constexpr WPARAM kListTimer = 9000; // of the base, which takes over what was announced
 
 } // namespace
@@ -57,6 +60,15 @@ void MessageList::GoTo(const ListRows& rows)
         AdjustFocus(*rows.focus, GetCurrentFocusColumn());
     if (rows.top && !IsFollowing())
         SetScrollPos32(1, *rows.top, 1);
+}
+
+void MessageList::UseFirstColumns(int width)
+{
+    ActivateSubItem(kLogMsgTopic, 2);
+    int others = ::GetSystemMetrics(SM_CXVSCROLL) + kAroundColumns;
+    for (const int subitem : {kLogMsgTimestamp, kLogMsgLevel, kLogMsgTopic})
+        others += GetSubItemWidth(subitem);
+    SetSubItemWidth(kLogMsgBody, std::max(GetSubItemWidth(kLogMsgBody), width - others));
 }
 
 bool MessageList::GetShowPreview()

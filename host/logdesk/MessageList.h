@@ -29,6 +29,9 @@ public:
     // Whether the last row is scrolled into view when messages arrive.
     bool IsFollowing() { return GetFollow() != 0 && !IsFollowPaused(); }
 
+    // Columns for a window that is `width` pixels wide, with the topic and long bodies.
+    void UseFirstColumns(int width);
+
     bool GetShowPreview();
     void SetShowPreview(bool show);
 

@@ -23,9 +23,9 @@ enum Part
 };
 
 // In columns, the mean width of a character.
-constexpr int kFollowColumns = 22;
-constexpr int kRowsColumns = 16;
-constexpr int kPlaceColumns = 36;
+constexpr int kFollowColumns = 19;
+constexpr int kRowsColumns = 14;
+constexpr int kPlaceColumns = 32;
 constexpr int kAroundText = 3;
 constexpr int kAroundButton = 5;
 

@@ -219,6 +219,10 @@ public:
     // `flags`    0
     virtual ILogMsgList* CreateMsgList(std::int32_t reserve, std::int32_t flags) = 0;
 
+    // Not 0 while an action, such as an export, goes through the messages by their ids: no other view is
+    // announced meanwhile, and messages come at the end only. Each call with 1 is followed by one with 0.
+    virtual void HoldView(std::int32_t /*hold*/) {}
+
 protected:
     ILogMsgService() = default;
     ILogMsgService(const ILogMsgService&) = default;

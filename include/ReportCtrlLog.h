@@ -100,14 +100,47 @@ public:
     // the service, in place of the last one if there are three.
     void EditFilter(ILogMsgDataKind field, const char* value);
 
+    // What the commands do. They go through the selected messages with the fields of the columns, or all
+    // fields, or the bodies alone while the lines are hidden. An action that takes long shows how far it is
+    // and can be given up; the service holds its view meanwhile.
+
+    // Asks for a file and writes the selected messages to it, as text, CSV or XML by its extension.
+    void ExportSelection();
+
+    // Writes them to this file. Returns false, after telling the user why, if it cannot be written, and if
+    // the user has given it up.
+    bool ExportTo(const char* path);
+
+    // Puts them on the clipboard as text and as CSV. Returns false, and leaves the clipboard alone, if no
+    // message is selected, it is too much for the user, or the clipboard cannot be had.
+    bool CopyMessages();
+
+    // Asks for a file and has the service open it.
+    void OpenLogFile();
+
+    // Asks for everything again and paints it; nothing is sorted.
+    void Refresh();
+
+    // Whether actions use all fields; off at first.
+    void SetUseAllFields(bool all);
+    bool GetUseAllFields();
+
+    // The commands of a menu of the view; those for an Edit menu and for a File menu.
+    void Scan(IQmCommand& collector) override;
+    void ScanEdit(IQmCommand& collector);
+    void ScanFile(IQmCommand& collector);
+
     // ---- Layout
 
     // Has the header show the service's sort key and which columns it filters.
     void RefreshHeader();
 
-    // Take over a saved layout, and fill it in (QmLogState.h). The layout is saved when the window goes.
+    // Take over a saved layout, and fill it in (QmLogState.h).
     void ReadState(CQmLogState* state);
     void WriteState(CQmLogState* state);
+
+    // Whether the layout is saved when the window goes; on at first.
+    void SetSavesState(bool saves);
 
     // The control that was made last and still has its window; null if there is none.
     static CReportCtrlLog* GetCurrent();
@@ -124,6 +157,9 @@ protected:
     // parent has been told of the click and has not cancelled it.
     virtual void OnOpenMessage(std::uint32_t id);
     virtual void OnMessageMenu(CPoint point);
+
+    // The command "C&lear".
+    virtual void OnClear();
 
     LRESULT Notify(_NMREPORTVIEW* notification) override;
     using CReportCtrl::Notify;
@@ -147,6 +183,8 @@ private:
     void UseResolution();
     void SaveState();
     void MakeList();
+    std::vector<std::int32_t> GetActionFields();
+    void GetSelectedIds(std::uint32_t& first, std::uint32_t& last);
     void LookWhetherFollowing();
     void OpenMessageOf(int row);
     int GetVirtualWidth();

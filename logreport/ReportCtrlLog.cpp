@@ -2,6 +2,7 @@
 #include "logreport/PresentMessage.h"
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
+#include "qmcommon/QmCommandMenu.h"
 
 #include <algorithm>
 #include <array>
@@ -70,7 +71,7 @@ BEGIN_MESSAGE_MAP(CReportCtrlLog, CReportCtrl)
     ON_MESSAGE(logreport::kPreviewWidened, &CReportCtrlLog::OnPreviewWidened)
 END_MESSAGE_MAP()
 
-CReportCtrlLog::CReportCtrlLog() : m_data(std::make_unique<Data>()) {}
+CReportCtrlLog::CReportCtrlLog() : m_data(std::make_unique<Data>(*this)) {}
 
 CReportCtrlLog::~CReportCtrlLog()
 {
@@ -396,7 +397,15 @@ void CReportCtrlLog::OpenMessageOf(int row)
 
 void CReportCtrlLog::OnOpenMessage(std::uint32_t) {}
 
-void CReportCtrlLog::OnMessageMenu(CPoint) {}
+void CReportCtrlLog::OnMessageMenu(CPoint point)
+{
+    CQmCommandDefinePopupMenu(this).Show(point, this);
+}
+
+void CReportCtrlLog::OnClear()
+{
+    Clear();
+}
 
 // The parent is told first. A second click on a column reverses the order.
 void CReportCtrlLog::OnHdnItemClick(NMHDR* header, LRESULT* result)

@@ -7,6 +7,7 @@
 #include "logreport/model/MsgCache.h"
 #include "logreport/model/MsgRange.h"
 #include "logreport/model/PreviewSizes.h"
+#include "logreport/model/ViewCommands.h"
 #include "qmcommon/QmMenuDrawer.h"
 
 namespace logreport
@@ -18,8 +19,12 @@ constexpr UINT kPreviewWidened = WM_USER + 100;
 
 } // namespace logreport
 
-struct CReportCtrlLog::Data
+struct CReportCtrlLog::Data : logreport::ViewCommandOwner
 {
+    explicit Data(CReportCtrlLog& owner) : control(owner) {}
+
+    CReportCtrlLog& control;
+
     // Where messages come from. The list may be dropped while it is being asked: whoever asks holds it.
     ILogMsgService* service = nullptr;
     std::shared_ptr<ILogMsgList> list;
@@ -41,8 +46,17 @@ struct CReportCtrlLog::Data
     CFont previewFont;
     CBrush previewBrush{RGB(240, 240, 240)};
 
+    bool usesAllFields = false;
+    bool savesState = true;
+    bool isActing = false; // an export or a copy is going on
+
     logreport::LevelImages images;
     CQmMenuDrawer menuDrawer;
 
     logreport::MsgOrigin Origin() const { return {service, list.get(), isDirect, isBusy}; }
+
+    // ---- What commands call
+
+    logreport::ViewCommandState GetCommandState() override;
+    void Execute(logreport::ViewCommand command) override;
 };

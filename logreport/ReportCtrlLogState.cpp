@@ -53,7 +53,14 @@ void CReportCtrlLog::WriteState(CQmLogState* state)
     state->SetErrorColor(GetColor(logreport::kErrorColor));
 }
 
+void CReportCtrlLog::SetSavesState(bool saves)
+{
+    m_data->savesState = saves;
+}
+
 void CReportCtrlLog::SaveState()
 {
-    CQmLogState(this).Save();
+    CQmLogState state(this);
+    state.SetEnabled(m_data->savesState);
+    state.Save();
 }

@@ -263,6 +263,13 @@ void MsgService::Show(std::shared_ptr<MessageStore> store)
     AnnounceView();
 }
 
+void MsgService::HoldView(std::int32_t hold)
+{
+    m_holds += hold ? 1 : -1;
+    if (m_holds == 0)
+        Wake(); // for what has been waiting
+}
+
 bool MsgService::Publish()
 {
     if (m_publishing)
@@ -270,6 +277,8 @@ bool MsgService::Publish()
     m_publishing = true;
     const auto finished =
         std::unique_ptr<bool, void (*)(bool*)>(&m_publishing, [](bool* flag) { *flag = false; });
+    if (m_holds > 0)
+        return TakeArrivals();
     std::string fault;
     const bool running = m_worker.IsRunning();
     if (auto view = m_worker.TakeResult(fault))
@@ -301,7 +310,7 @@ bool MsgService::TakeArrivals()
         sorted || view.IsPlain() ? count : view.End() + std::min(arrivals, kArrivalsAtOnce);
     if ((!sorted || arrivals <= kFewArrivals) && view.Append(end))
         AnnounceArrivals(before);
-    else if (!m_worker.IsRunning() && count != m_failedWith)
+    else if (m_holds == 0 && !m_worker.IsRunning() && count != m_failedWith)
         m_worker.Start([copy = std::make_shared<std::unique_ptr<View>>(view.Copy()), end](Work& work) {
             (*copy)->Insert(end, work);
             (*copy)->MakeIndex();

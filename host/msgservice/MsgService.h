@@ -58,6 +58,7 @@ public:
 
     // `reserve` is no limit: the list knows every message of the view.
     ILogMsgList* CreateMsgList(std::int32_t reserve, std::int32_t flags) override;
+    void HoldView(std::int32_t hold) override;
 
     // A least level beside the filters, 0 at first. Apply makes it hold.
     std::uint32_t GetLeastLevel() const { return m_description.leastLevel; }
@@ -97,7 +98,7 @@ public:
     bool Publish();
 
     // Publishes until no view is being made and all messages of the store are in the view. Not for viewers
-    // that are just being told something: to them nothing is published.
+    // that are just being told something, to whom nothing is published, and not while the view is held.
     void Settle();
 
     const std::shared_ptr<MessageStore>& Store() const { return m_store; }
@@ -127,6 +128,7 @@ private:
     ViewDescription m_description;  // as set
     bool m_applying = false;
     bool m_publishing = false;
+    int m_holds = 0; // of the present view
     std::optional<std::uint32_t>
         m_failedWith; // so many messages a view could not be made of: not tried again
     std::vector<ILogViewer*> m_viewers;

@@ -177,6 +177,8 @@ for place in 9 0; do # the highest level last, then first: the row of the messag
     xdotool mousemove "$((left + 230 - 5 * place))" "$((top + 8))" click 1 # apart, or it would be a double click
     until_shown "^pane: Rows:10 . Selected:1$([[ $place == 0 ]] || echo " . Current:$place")$"
 done
+keys alt+Down alt+Up
+until_shown '^notice: There is no error before this message$'
 [[ $(cat "$text_log") == "$before" ]] || fail "looking has changed the file"
 printf '2026-03-01 10:00:11 INFO [main] again\n' >>"$text_log"
 until_shown '^pane: 11 messages$'

@@ -93,7 +93,7 @@ private:
     ViewState ReadView();
     StatusTexts ReadStatus();
     void PressStatusButton();
-    void Tell(const std::string& text);
+    void Tell(const std::string& text); // in place of what was told before
     void ShowTitle();
 
     // Menus
@@ -128,7 +128,8 @@ private:
     SplitterBar m_splitter;
     StatusBar m_status;
     std::optional<FolderState> m_folder; // that the notices tell of
-    ToldLines m_told;
+    ToldLines m_told;                    // by the service
+    ToldLines m_answer;                  // to the last command
     std::string m_title;
     unsigned m_ticks = 0;
     HWND m_focus = nullptr; // the window within that has, or will get back, the focus

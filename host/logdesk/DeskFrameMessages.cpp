@@ -85,9 +85,10 @@ void DeskFrame::GoToMessageError(Direction direction)
     const std::uint32_t begin = isForward ? 0 : service.GetMsgCount() + 1;
     const std::uint32_t id =
         service.FindLevel(focused == kNoLogMsgId ? begin : focused, msgservice::kErrorLevel, direction);
-    if (id == kNoLogMsgId)
-        Tell(isForward ? "There is no error after this message" : "There is no error before this message");
-    else
+    const char* const none =
+        isForward ? "There is no error after this message" : "There is no error before this message";
+    Tell(id == kNoLogMsgId ? none : "");
+    if (id != kNoLogMsgId)
         m_messages.List().SelectMsg(id);
 }
 

@@ -38,7 +38,9 @@ void DeskFrame::RefreshNotices()
 {
     const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
     m_told.Add(m_messages.TakeNotices(), m_ticks, kServiceTicks);
-    std::vector<std::string> lines = m_told.Lines(m_ticks);
+    std::vector<std::string> lines = m_answer.Lines(m_ticks);
+    for (const std::string& told : m_told.Lines(m_ticks))
+        lines.push_back(told);
     if (m_split.Shows(Pane::LogText))
     {
         const std::vector<std::string> notices = Notices(state);
@@ -51,7 +53,8 @@ void DeskFrame::RefreshNotices()
 
 void DeskFrame::Tell(const std::string& text)
 {
-    m_told.Add(text, m_ticks, kTellTicks);
+    m_answer.Clear();
+    m_answer.Add(text, m_ticks, kTellTicks);
     RefreshNotices();
 }
 

@@ -129,7 +129,7 @@ keys Down ctrl+Return
 until_shown '^pane: Rows:7 . Selected:1 . Current:3$'
 keys Home alt+Down
 until_shown '^pane: Rows:7 . Selected:1 . Current:5$'
-keys F6 alt+e f # what was shown is not followed any more
+keys F6 alt+i f # what was shown is not followed any more
 until_shown '^pane: Following$'
 
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
@@ -166,9 +166,9 @@ before=$(cat "$text_log")
 start "$(windows_path "$text_log")"
 until_shown '^title: Z:.*app.txt - LogDesk$'
 until_shown '^pane: 10 messages$'
-keys alt+m e
+keys alt+m y
 until_shown '^pane: 1 of 10, filtered$'
-keys alt+m m
+keys alt+m t
 until_shown '^pane: 10 messages$'
 keys Home alt+Down
 until_shown '^pane: Rows:10 . Selected:1 . Current:9$'

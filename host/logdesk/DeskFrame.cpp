@@ -58,7 +58,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
       m_status([this] { PressStatusButton(); }),
       m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
       m_logCommands([this](IQmCommand& collector) { GetTextCtrl().ScanFilePath(collector); }),
-      m_messageCommands([this](IQmCommand& collector) { ScanMessages(collector); }),
+      m_editCommands([this](IQmCommand& collector) { m_messages.List().ScanEdit(collector); }),
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
       m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); }),
       m_logTextCommands([this](IQmCommand& collector) { ScanLogText(collector); }),
@@ -153,6 +153,8 @@ void DeskFrame::PrepareMessages()
         CQmLogState(&list).Load();
     else
         list.UseFirstColumns(m_options.place.width);
+    list.SetSavesState(m_remember);
+    list.SetUseAllFields(m_options.useAllFields);
     list.SetPreviewLines(kPreviewLines);
     list.SetFollowPauses(m_options.pauseMessages);
     list.ShowReport(isFirst || list.GetShowReport() != 0);
@@ -173,6 +175,7 @@ void DeskFrame::RememberOptions()
     m_options.split = m_split.Share();
     m_options.preview = m_messages.List().GetShowPreview();
     m_options.pauseMessages = m_messages.List().GetFollowPauses();
+    m_options.useAllFields = m_messages.List().GetUseAllFields();
     if (m_place.file.empty())
     {
         m_options.showLogText = m_split.Shows(Pane::LogText);

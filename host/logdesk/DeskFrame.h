@@ -102,7 +102,7 @@ private:
     IQmHandler& HandlerOf(UINT menu);
     void ScanFile(IQmCommand& collector);
     void ScanView(IQmCommand& collector);
-    void ScanMessages(IQmCommand& collector);
+    void ScanMessages(IQmCommand& collector); // beside the list's own
     void ScanMessageFilters(IQmCommand& collector);
     void ScanLogText(IQmCommand& collector); // beside the log text's own
     void ScanHelp(IQmCommand& collector);
@@ -135,7 +135,7 @@ private:
     HWND m_focus = nullptr; // the window within that has, or will get back, the focus
     DeskCommands m_fileCommands;
     DeskCommands m_logCommands;
-    DeskCommands m_messageCommands;
+    DeskCommands m_editCommands; // of the list
     DeskCommands m_viewCommands;
     DeskCommands m_helpCommands;
     DeskCommands m_logTextCommands;

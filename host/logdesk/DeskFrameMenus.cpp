@@ -23,11 +23,11 @@ enum Menu
 
 } // namespace
 
-// The menus are empty until they open.
+// The menus are empty until they open. Their access keys are none of the list's shortcuts.
 void DeskFrame::MakeMenus(CMenu& bar)
 {
     bar.CreateMenu();
-    for (const char* caption : {"&File", "&Edit", "&Log", "&Messages", "&View", "&Help"})
+    for (const char* caption : {"&File", "Ed&it", "Lo&g", "&Messages", "&View", "He&lp"})
     {
         CMenu popup;
         popup.CreatePopupMenu();
@@ -58,6 +58,7 @@ void DeskFrame::ScanFile(IQmCommand& collector)
     AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
     AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
                            m_messages.File().empty(), !m_messages.File().empty()});
+    m_messages.List().ScanForFile(collector);
     collector.AddSeparator();
     m_recent = m_remember ? ReadRecentFiles() : m_recent;
     for (std::size_t i = 0; i < m_recent.Paths().size(); ++i)
@@ -105,11 +106,11 @@ IQmHandler& DeskFrame::HandlerOf(UINT menu)
     case kFileMenu:
         return m_fileCommands;
     case kEditMenu:
-        return FocusHandler();
+        return ActivePane() == Pane::Messages ? m_editCommands : FocusHandler();
     case kLogMenu:
         return m_logCommands;
     case kMessagesMenu:
-        return m_messageCommands;
+        return m_messages.List();
     case kViewMenu:
         return m_viewCommands;
     default:

@@ -24,26 +24,16 @@ void DeskFrame::ScanMessages(IQmCommand& collector)
 {
     MessageList& list = m_messages.List();
     const std::uint32_t id = m_messages.FocusedId();
-    const bool report = list.GetShowReport() != 0;
-    const bool preview = list.GetShowPreview();
     const bool isPausing = list.GetFollowPauses();
-    AddCommand(collector,
-               {"Show as &Report", [&list, report] { list.ShowReport(!report); }, 'R', kAlt, report});
-    AddCommand(collector, {"Show &Preview", [&list, preview] { list.SetShowPreview(!preview); }, 'P', kAlt,
-                           preview, report});
-    AddCommand(collector, {"&Follow", [&list] { list.SetFollow(!list.GetFollow()); }, VK_SPACE, 0,
-                           list.GetFollow() != 0});
-    AddCommand(collector, {"Pa&use Following When Scrolled Up",
-                           [&list, isPausing] { list.SetFollowPauses(!isPausing); }, 0, 0, isPausing});
-    collector.AddSeparator();
-    ScanMessageFilters(collector);
-    collector.AddSeparator();
     AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kAlt});
     AddCommand(collector,
-               {"Pre&vious Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt});
-    AddCommand(collector, {"Show in &Log", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
+               {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt});
+    AddCommand(collector, {"Show in Lo&g", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
                            m_messages.RowOf(id).has_value()});
-    AddCommand(collector, {"Re&fresh", [&list] { list.FlushCacheMsgData(); }, VK_F5});
+    collector.AddSeparator();
+    ScanMessageFilters(collector);
+    AddCommand(collector, {"Pause Following When S&crolled Up",
+                           [&list, isPausing] { list.SetFollowPauses(!isPausing); }, 0, 0, isPausing});
 }
 
 void DeskFrame::ScanMessageFilters(IQmCommand& collector)
@@ -56,12 +46,11 @@ void DeskFrame::ScanMessageFilters(IQmCommand& collector)
         AddCommand(collector, {caption, [this, wanted, isOn] { SetLeastLevel(isOn ? 0 : wanted); }, 0, 0,
                                isOn, isReady});
     };
-    level("&Errors Only", msgservice::kErrorLevel);
+    level("Errors Onl&y", msgservice::kErrorLevel);
     level("&Warnings and Errors", msgservice::kWarningLevel);
-    AddCommand(collector, {"Re&move Filters", [this] { m_messages.RemoveFilters(); }, 0, 0, false,
+    AddCommand(collector, {"Remove Fil&ters", [this] { m_messages.RemoveFilters(); }, 0, 0, false,
                            isReady && m_messages.State().filtered});
-    AddCommand(collector, {"C&lear", [this] { m_messages.Clear(); }, VK_DELETE, 0, false, isReady});
-    AddCommand(collector, {"Show Cleared Messages &Again", [this] { m_messages.ShowCleared(); }, 0, 0, false,
+    AddCommand(collector, {"&Show Cleared Messages Again", [this] { m_messages.ShowCleared(); }, 0, 0, false,
                            isReady && service.GetClearedCount() > 0});
 }
 

@@ -1,8 +1,9 @@
 #include "logdesk/MessageList.h"
 
-#include "qmcommon/QmCommandMenu.h"
+#include "qmcommon/QmCommand.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace logdesk
 {
@@ -13,18 +14,43 @@ namespace
 constexpr int kAroundColumns = 20;  // pixels: frames and borders
 constexpr WPARAM kListTimer = 9000; // of the base, which takes over what was announced
 
+// Hands on all entries but the one that opens a file.
+class WithoutOpen : public IQmCommand
+{
+public:
+    explicit WithoutOpen(IQmCommand& collector) : m_collector(collector) {}
+
+    void Add(std::unique_ptr<IQmEntry> entry) override
+    {
+        const char* const caption = entry->GetCaption();
+        if (!caption || std::string_view(caption) != "&Open...")
+            m_collector.Add(std::move(entry));
+    }
+    void AddSeparator() override { m_collector.AddSeparator(); }
+
+private:
+    IQmCommand& m_collector;
+};
+
 } // namespace
 
 void MessageList::Scan(IQmCommand& collector)
 {
-    CReportCtrlLog::Scan(collector);
+    WithoutOpen own(collector);
+    CReportCtrlLog::Scan(own);
+    collector.AddSeparator();
     m_commands(collector);
 }
 
-void MessageList::OnMessageMenu(CPoint point)
+void MessageList::ScanForFile(IQmCommand& collector)
 {
-    CQmCommandDefinePopupMenu menu(this);
-    menu.Show(point, this);
+    WithoutOpen own(collector);
+    ScanFile(own);
+}
+
+void MessageList::OnClear()
+{
+    m_clear();
 }
 
 void MessageList::TakeOver()

@@ -9,14 +9,19 @@
 namespace logdesk
 {
 
-// The library's list with LogDesk's commands in its menu and for its keys.
+// The library's list with LogDesk's commands after its own, in its menu and for its keys. Files are opened by
+// LogDesk's own command alone, which knows more of them.
 class MessageList : public CReportCtrlLog
 {
 public:
     using Commands = std::function<void(IQmCommand&)>;
-    explicit MessageList(Commands commands) : m_commands(std::move(commands)) {}
+    MessageList(Commands commands, std::function<void()> clear)
+        : m_commands(std::move(commands)), m_clear(std::move(clear))
+    {
+    }
 
     void Scan(IQmCommand& collector) override;
+    void ScanForFile(IQmCommand& collector); // for the menu "File"
 
     // Takes over at once what was announced, as its timer else does after a while.
     void TakeOver();
@@ -39,10 +44,11 @@ public:
     void ShowReport(bool show);
 
 protected:
-    void OnMessageMenu(CPoint point) override;
+    void OnClear() override;
 
 private:
     Commands m_commands;
+    std::function<void()> m_clear;
 };
 
 } // namespace logdesk

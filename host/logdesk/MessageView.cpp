@@ -26,7 +26,8 @@ void MessageView::ViewWatch::SetMsgIdRange(std::uint32_t, std::uint32_t)
     m_list.ShowCleared();
 }
 
-MessageView::MessageView(MessageList::Commands commands) : m_list(std::move(commands)), m_watch(m_list)
+MessageView::MessageView(MessageList::Commands commands)
+    : m_list(std::move(commands), [this] { Clear(); }), m_watch(m_list)
 {
     m_service.AddViewer(m_watch);
     m_service.AddViewer(m_list);
@@ -65,7 +66,7 @@ void MessageView::Wake()
 void MessageView::Publish()
 {
     m_isWoken = false;
-    if (m_rows && m_rows->HasBegunAgain())
+    if (ShowsSession() && m_rows->HasBegunAgain())
         ShowSession(m_findLogs);
     const ListTags place = TagsOf(m_list.Place(), m_list.GetMessageOffset(), m_service);
     m_watch.isOther = false;
@@ -99,10 +100,13 @@ bool MessageView::ShowFile(const std::string& path)
 {
     const auto before = m_service.Store();
     m_service.OpenFile(path.c_str(), 1);
-    const bool isOpened = m_service.Store() != before;
-    if (isOpened)
-        m_rows.reset();
-    return isOpened;
+    return m_service.Store() != before;
+}
+
+// Others may have had the service open a file.
+bool MessageView::ShowsSession() const
+{
+    return m_rows && m_rows->Store() == m_service.Store();
 }
 
 std::unique_ptr<MessageSource> MessageView::Open(const std::string& path)
@@ -131,13 +135,13 @@ std::string MessageView::File()
 
 std::optional<SessionRows::Row> MessageView::RowOf(std::uint32_t id)
 {
-    const ILogMsgData* const message = m_rows ? m_service.GetMsg(id) : nullptr;
+    const ILogMsgData* const message = ShowsSession() ? m_service.GetMsg(id) : nullptr;
     return message ? m_rows->RowOf(static_cast<std::uint32_t>(message->GetTag()) - 1) : std::nullopt;
 }
 
 std::uint32_t MessageView::IdOf(std::string_view log, std::uint32_t row)
 {
-    const auto message = m_rows ? m_rows->MessageOf(log, row) : std::nullopt;
+    const auto message = ShowsSession() ? m_rows->MessageOf(log, row) : std::nullopt;
     return message ? m_service.FindTag(static_cast<std::int32_t>(*message + 1)) : kNoLogMsgId;
 }
 

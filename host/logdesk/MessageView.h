@@ -91,13 +91,14 @@ private:
     std::unique_ptr<msgservice::MessageSource> WithTraffic(std::unique_ptr<msgservice::MessageSource> source);
 
     void Wake();
+    bool ShowsSession() const;
 
     MessageOptions m_options;
     HWND m_parent = nullptr;
     UINT m_wake = 0;
     msgservice::TextFormats m_formats;
     std::string m_notices;                           // about the user's own formats
-    std::shared_ptr<msgservice::SessionRows> m_rows; // null while a file is shown
+    std::shared_ptr<msgservice::SessionRows> m_rows; // of the session that was shown last
     msgservice::SessionSource::FindLogs m_findLogs;
     std::atomic<bool> m_isWoken = false;
     MessageList m_list;

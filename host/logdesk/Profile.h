@@ -21,6 +21,7 @@ struct WindowOptions
     bool showMessages = true;
     bool preview = true;
     bool pauseMessages = true; // following, when scrolled up
+    bool useAllFields = false; // in what is copied and exported
 };
 
 // The place is brought within the screen that is nearest to it.

@@ -165,7 +165,9 @@ printf '2026-03-01 10:00:10 ERROR [main] broken\n' >>"$text_log"
 before=$(cat "$text_log")
 start "$(windows_path "$text_log")"
 until_shown '^title: Z:.*app.txt - LogDesk$'
-until_shown '^pane: 10 messages$'
+until_shown '^pane: Rows:10$'
+keys Up # from the last message, which is followed
+until_shown '^pane: Rows:10 . Selected:1 . Current:8$'
 keys alt+m y
 until_shown '^pane: 1 of 10, filtered$'
 keys alt+m t

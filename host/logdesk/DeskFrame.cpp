@@ -262,15 +262,13 @@ Pane DeskFrame::ActivePane()
     return m_split.Shows(Pane::LogText) ? Pane::LogText : Pane::Messages;
 }
 
-// A list without a focused row gets one, so that keys go on from what is seen.
 void DeskFrame::FocusPane(Pane pane)
 {
     MessageList& list = m_messages.List();
     if (pane == Pane::Messages)
     {
         list.SetFocus();
-        if (list.GetCurrentFocus() < 0 && list.GetRowCount() > 0)
-            list.AdjustFocus(list.IsFollowing() ? list.GetRowCount() - 1 : list.GetTopIndex(), -1);
+        list.FocusARow();
     }
     else
         m_browser.SetFocus();

@@ -34,6 +34,10 @@ private:
 
 } // namespace
 
+BEGIN_MESSAGE_MAP(MessageList, CReportCtrlLog)
+    ON_WM_KEYDOWN()
+END_MESSAGE_MAP()
+
 void MessageList::Scan(IQmCommand& collector)
 {
     WithoutOpen own(collector);
@@ -51,6 +55,18 @@ void MessageList::ScanForFile(IQmCommand& collector)
 void MessageList::OnClear()
 {
     m_clear();
+}
+
+void MessageList::OnKeyDown(UINT key, UINT repeat, UINT flags)
+{
+    FocusARow();
+    CReportCtrlLog::OnKeyDown(key, repeat, flags);
+}
+
+void MessageList::FocusARow()
+{
+    if (GetCurrentFocus() < 0 && GetRowCount() > 0)
+        AdjustFocus(IsFollowing() ? GetRowCount() - 1 : GetTopIndex(), -1);
 }
 
 void MessageList::TakeOver()

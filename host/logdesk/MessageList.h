@@ -31,6 +31,9 @@ public:
     ListRows Place();
     void GoTo(const ListRows& rows);
 
+    // Gives a list without a focused row one, so that keys go on from what is seen.
+    void FocusARow();
+
     // Whether the last row is scrolled into view when messages arrive.
     bool IsFollowing() { return GetFollow() != 0 && !IsFollowPaused(); }
 
@@ -45,6 +48,8 @@ public:
 
 protected:
     void OnClear() override;
+    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    DECLARE_MESSAGE_MAP()
 
 private:
     Commands m_commands;

@@ -13,6 +13,16 @@ using LONG = std::int32_t;
 using COLORREF = std::uint32_t; // 0x00BBGGRR
 using HANDLE = void*;
 
+struct RECT
+{
+    LONG left, top, right, bottom;
+};
+
+struct SIZE
+{
+    LONG cx, cy;
+};
+
 constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue)
 {
     return static_cast<COLORREF>(red | green << 8 | blue << 16);

@@ -50,7 +50,7 @@ protected:
     virtual BOOL CreateCommon();
     void PreSubclassWindow() override;
 
-    // Shows a message of the service in full.
+    // Shows a message of the service in full: by default in the dialog "Log Message", over the owner window.
     virtual void OnOpenMessage(std::uint32_t id);
 
     afx_msg BOOL OnEraseBkgnd(CDC* dc);

@@ -4,6 +4,7 @@
 #include "afxcontrolbarutil.h"
 #include "logreport/LevelImages.h"
 #include "logreport/PresentMessage.h"
+#include "logreport/QmLogDlgEdit.h"
 #include "logreport/model/Watch.h"
 #include "qmcommon/QmMenuDrawer.h"
 #include "vkgrafic/DrawingGuards.h"
@@ -145,7 +146,11 @@ void CQmLogWatch::OpenShown()
         OnOpenMessage(static_cast<std::uint32_t>(id));
 }
 
-void CQmLogWatch::OnOpenMessage(std::uint32_t) {}
+void CQmLogWatch::OnOpenMessage(std::uint32_t id)
+{
+    CWnd* const owner = m_data->owner ? m_data->owner : this;
+    CQmLogDlgEdit(logreport::ServiceOf(*this), owner, id).DoModal();
+}
 
 void CQmLogWatch::OnLButtonDown(UINT, CPoint)
 {

@@ -1,5 +1,6 @@
 // The message viewer: its life, what a host tells it, its rows.
 #include "logreport/PresentMessage.h"
+#include "logreport/QmLogDlgEdit.h"
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
 #include "qmcommon/QmCommandMenu.h"
@@ -395,7 +396,10 @@ void CReportCtrlLog::OpenMessageOf(int row)
         OnOpenMessage(id);
 }
 
-void CReportCtrlLog::OnOpenMessage(std::uint32_t) {}
+void CReportCtrlLog::OnOpenMessage(std::uint32_t id)
+{
+    CQmLogDlgEdit(logreport::ServiceOf(*this), this, id).DoModal();
+}
 
 void CReportCtrlLog::OnMessageMenu(CPoint point)
 {

@@ -26,4 +26,5 @@ struct FullMessage : CCacheMsgData
     }
     using CCacheMsgData::m_body;
     using CCacheMsgData::m_level;
+    using CCacheMsgData::m_topic;
 };

@@ -58,6 +58,50 @@ void SortByBody(MsgService& service)
     service.Settle();
 }
 
+// Who goes through messages by their ids holds the view meanwhile.
+TEST(MsgService, AHeldViewOnlyGrowsAtItsEnd)
+{
+    MsgService service;
+    NotingViewer viewer;
+    service.AddViewer(viewer);
+    AddBody(*service.Store(), "b");
+    AddBody(*service.Store(), "c");
+    SortByBody(service);
+    viewer.Told();
+    service.HoldView(1);
+    service.HoldView(1);
+    const LogMsgSortKey downwards = {kLogMsgBody, 0};
+    service.SetSortKeys(&downwards, 1);
+    service.Apply();
+    AddBody(*service.Store(), "d");
+    AddBody(*service.Store(), "a"); // belongs in front
+    const auto publish = [&] {
+        for (int i = 0; i < 50; ++i, std::this_thread::sleep_for(std::chrono::milliseconds(1)))
+            service.Publish();
+    };
+    publish();
+    EXPECT_EQ("", viewer.Told());
+    EXPECT_STREQ("b", service.GetMsg(1)->GetBody());
+    service.HoldView(0);
+    publish();
+    EXPECT_EQ("", viewer.Told()) << "somebody else still holds it";
+    service.HoldView(0);
+    service.Settle();
+    EXPECT_EQ(4u, service.GetMsgCount());
+    EXPECT_STREQ("d", service.GetMsg(1)->GetBody());
+
+    const LogMsgSortKey none;
+    service.SetSortKeys(&none, 1);
+    service.Apply();
+    service.Settle();
+    viewer.Told();
+    service.HoldView(1);
+    AddBody(*service.Store(), "e");
+    service.Publish();
+    EXPECT_EQ("add 5 e", viewer.Told()) << "messages at the end go on";
+    service.HoldView(0);
+}
+
 TEST(MsgService, AnnouncesArrivalsOneByOneAndNewViewsAsARange)
 {
     MsgService service;

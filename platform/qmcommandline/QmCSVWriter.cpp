@@ -2,11 +2,27 @@
 
 #include "zemacore/WideText.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
 namespace
 {
+
+// What makes a value be quoted. A table, because the library's search takes a call for each byte.
+constexpr auto kQuoted = [] {
+    std::array<bool, 256> table = {};
+    for (const unsigned char character : {',', '"', '\r', '\n'})
+        table[character] = true;
+    return table;
+}();
+
+bool NeedsQuotes(std::string_view text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](char byte) { return kQuoted[static_cast<unsigned char>(byte)]; });
+}
 
 // "-5" or "+0.5".
 bool IsNumber(std::string_view text)
@@ -47,7 +63,7 @@ void CQmCSVWriter::Row::WriteValue(const char* value, std::size_t length)
     if (ZEMA::ToUtf8(value, length, m_writer.m_utf8))
         text = m_writer.m_utf8;
     const bool isGuarded = m_writer.m_guardsFormulas && IsFormula(text);
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos)
+    if (!NeedsQuotes(text))
     {
         row.append(isGuarded ? "'" : "").append(text);
         return;

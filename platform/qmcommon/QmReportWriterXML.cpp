@@ -3,6 +3,7 @@
 #include "zemacore/WideText.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace
@@ -20,11 +21,18 @@ bool IsLetterOrDigit(char character)
 }
 
 // Bytes that cannot be copied as they are.
+constexpr auto kSpecial = [] {
+    std::array<bool, 256> table = {};
+    for (std::size_t code = 0; code < 0x20; ++code)
+        table[code] = code != '\n' && code != '\t';
+    for (const unsigned char character : {'&', '<', '>', '"', '\xEF'})
+        table[character] = true;
+    return table;
+}();
+
 bool IsSpecial(char byte)
 {
-    const auto code = static_cast<unsigned char>(byte);
-    return code < 0x20 ? byte != '\n' && byte != '\t'
-                       : byte == '&' || byte == '<' || byte == '>' || byte == '"' || code == 0xEF;
+    return kSpecial[static_cast<unsigned char>(byte)];
 }
 
 std::string_view ReferenceOf(char byte)
@@ -69,7 +77,7 @@ public:
 
     void WriteChild(const char* name, const char* text, std::size_t length) override
     {
-        const std::string element = ElementName(name);
+        const std::string& element = m_writer.CachedName(name);
         m_writer.m_row.append(1, '<').append(element) += '>';
         m_writer.AppendText(text, length);
         m_writer.m_row.append("</").append(element) += '>';
@@ -100,6 +108,14 @@ CQmReportWriterXML::~CQmReportWriterXML()
 std::unique_ptr<IReport::Row> CQmReportWriterXML::OpenRow(const char* name)
 {
     return std::make_unique<XmlRow>(*this, name);
+}
+
+// Rows have the same names again and again.
+const std::string& CQmReportWriterXML::CachedName(const char* name)
+{
+    const auto found =
+        std::find_if(m_names.begin(), m_names.end(), [name](const auto& each) { return each.first == name; });
+    return found != m_names.end() ? found->second : m_names.emplace_back(name, ElementName(name)).second;
 }
 
 std::string CQmReportWriterXML::ElementName(const char* name)

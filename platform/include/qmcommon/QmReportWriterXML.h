@@ -4,8 +4,10 @@
 #include "zemacore/FileIOHelper.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // A report: rows, one after the other.
@@ -54,10 +56,12 @@ private:
     class XmlRow;
 
     void AppendText(const char* text, std::size_t length);
+    const std::string& CachedName(const char* name);
 
     ZEMA::IOutput& m_output;
     std::string m_root;
     std::string m_row;  // the one that is open; its memory is used again,
     std::string m_utf8; // as this is
+    std::deque<std::pair<std::string, std::string>> m_names; // as given, and as elements
     std::uint64_t m_replaced = 0;
 };

@@ -6,8 +6,8 @@
 #include <commdlg.h>
 
 // Where an iteration stands; null before its beginning and after its end.
-struct __POSITION;
-using POSITION = __POSITION*;
+struct AfxPosition;
+using POSITION = AfxPosition*;
 
 // A dialog that the system makes. Its window has no object.
 class QMPLATFORM_API CCommonDialog : public CDialog

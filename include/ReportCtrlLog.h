@@ -174,6 +174,7 @@ protected:
     afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* bar);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
+    afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
     afx_msg void OnHdnItemClick(NMHDR* header, LRESULT* result);
     afx_msg LRESULT OnDpiChanged(WPARAM, LPARAM);
     afx_msg LRESULT OnPreviewWidened(WPARAM, LPARAM);

@@ -66,6 +66,7 @@ BEGIN_MESSAGE_MAP(CReportCtrlLog, CReportCtrl)
     ON_WM_VSCROLL()
     ON_WM_KEYDOWN()
     ON_WM_LBUTTONDOWN()
+    ON_WM_CONTEXTMENU()
     ON_NOTIFY(HDN_ITEMCLICKA, 0, &CReportCtrlLog::OnHdnItemClick)
     ON_NOTIFY(HDN_ITEMCLICKW, 0, &CReportCtrlLog::OnHdnItemClick)
     ON_MESSAGE(WM_DPICHANGED_AFTERPARENT, &CReportCtrlLog::OnDpiChanged)
@@ -385,6 +386,22 @@ LRESULT CReportCtrlLog::Notify(_NMREPORTVIEW* notification)
     ClientToScreen(&screen);
     OnMessageMenu(screen);
     return 1; // the menu was the answer
+}
+
+// The key for menus opens it at the focused row.
+void CReportCtrlLog::OnContextMenu(CWnd* wnd, CPoint point)
+{
+    if (point.x != -1 || point.y != -1)
+    {
+        QmHandler<CReportCtrl>::OnContextMenu(wnd, point);
+        return;
+    }
+    CRect row;
+    CPoint place(0, 0);
+    if (GetRowRect(GetCurrentFocus(), -1, row, RVRC_WHOLE))
+        place = CPoint(std::max(0L, row.left), row.bottom);
+    ClientToScreen(&place);
+    OnMessageMenu(place);
 }
 
 void CReportCtrlLog::OpenMessageOf(int row)

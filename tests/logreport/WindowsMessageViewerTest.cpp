@@ -265,6 +265,9 @@ TEST_F(MessageViewer, ClicksGoToTheParentAndThenToTheMessage)
     };
     EXPECT_EQ("open 1 ", click(WM_LBUTTONDBLCLK));
     EXPECT_EQ("menu ", click(WM_RBUTTONDOWN));
+    viewer.told.clear();
+    viewer.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(viewer.m_hWnd), -1); // by a key
+    EXPECT_EQ("menu ", viewer.told);
     parent.takes = true;
     EXPECT_EQ("", click(WM_LBUTTONDBLCLK));
     EXPECT_EQ("", click(WM_RBUTTONDOWN));

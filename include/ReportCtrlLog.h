@@ -100,6 +100,10 @@ public:
     // the service, in place of the last one if there are three.
     void EditFilter(ILogMsgDataKind field, const char* value);
 
+    // Opens "Column Picker", from which columns are dragged to the header. There is one for the process,
+    // which stays with the control that first opened it as long as that control has its window.
+    void PickColumns();
+
     // What the commands do. They go through the selected messages with the fields of the columns, or all
     // fields, or the bodies alone while the lines are hidden. An action that takes long shows how far it is
     // and can be given up; the service holds its view meanwhile.

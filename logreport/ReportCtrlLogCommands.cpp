@@ -2,6 +2,7 @@
 #include "afxdlgs.h"
 #include "logreport/ProgressDialog.h"
 #include "logreport/QmLogConfig.h"
+#include "logreport/QmReportFieldChooser.h"
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/Export.h"
 #include "qmcommon/QmClipboard.h"
@@ -99,6 +100,8 @@ void CReportCtrlLog::Data::Execute(logreport::ViewCommand command)
         control.OnClear();
         break;
     case PickColumns:
+        control.PickColumns();
+        break;
     case Info:
         break;
     case Configure:
@@ -152,6 +155,12 @@ void CReportCtrlLog::EditFilter(ILogMsgDataKind field, const char* value)
         return; // any of them may have gone meanwhile
     logreport::AddFilter(dialog.GetField(), dialog.GetValue(), *m_data->service);
     RefreshHeader();
+}
+
+void CReportCtrlLog::PickColumns()
+{
+    static CQmReportFieldChooser picker;
+    picker.Open(*this);
 }
 
 void CReportCtrlLog::Refresh()

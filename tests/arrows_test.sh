@@ -87,7 +87,7 @@ calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort
 # The message viewer: its models know messages, and the records of the report control's items.
 includes_only "(LogMsg|QmLogState|ReportItem)\.h|qmcommandline/\w+\.h|qmcommon/Qm(Entry|Command|ReportWriterXML)\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
 without_system logreport/model/*.{h,cpp}
-includes_only "$messages|Report(CtrlLog|HeaderCtrl)\.h|QmLog(State|Watch)\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
+includes_only "$messages|Report(CtrlLog|HeaderCtrl|SubItemListCtrl)\.h|QmLog(State|Watch)\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
     logreport/*.{h,cpp}
 calls_windows logreport/!(ReportCtrlLogState).cpp
 

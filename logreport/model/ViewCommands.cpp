@@ -131,7 +131,7 @@ bool ViewEntry::IsChecked()
 void ScanView(ViewCommandOwner& owner, IQmCommand& collector)
 {
     using enum ViewCommand;
-    Add(owner, collector, {Info, SelectAll, Copy, Export, Configure, Refresh, Clear, Open});
+    Add(owner, collector, {Info, SelectAll, Copy, Export, PickColumns, Configure, Refresh, Clear, Open});
     collector.AddSeparator();
     Add(owner, collector, {Follow, ShowHeader, ShowPreview, ShowReport, UseVisible});
 }

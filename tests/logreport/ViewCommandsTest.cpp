@@ -101,7 +101,8 @@ TEST(ViewCommands, AreOfferedInTheirOrder)
             captions += (entry ? entry->GetCaption() : "-") + std::string("|");
         return captions;
     };
-    EXPECT_EQ("Info|Select &All|Copy|&Export Selection...|Configure &View...|Refresh|C&lear|&Open...|-|"
+    EXPECT_EQ("Info|Select &All|Copy|&Export Selection...|Column Picker...|Configure "
+              "&View...|Refresh|C&lear|&Open...|-|"
               "Follow &mode|Show &Header|Show &Preview|Show as &Report|Use visible columns only|",
               scan(&ScanView));
     EXPECT_EQ("Copy|Select &All|", scan(&ScanViewEdit));

@@ -159,7 +159,8 @@ protected:
 
     // The user wants to see a message in full, or the menu of the control at a point of the screen. The
     // parent has been told of the click and has not cancelled it. By default the message is shown in the
-    // dialog "Log Message", which runs until the user closes it: the control may be gone then.
+    // dialog "Log Message", which runs until the user closes it: the control may be gone then. Nothing is
+    // shown while the service is busy.
     virtual void OnOpenMessage(std::uint32_t id);
     virtual void OnMessageMenu(CPoint point);
 

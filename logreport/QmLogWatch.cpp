@@ -148,6 +148,8 @@ void CQmLogWatch::OpenShown()
 
 void CQmLogWatch::OnOpenMessage(std::uint32_t id)
 {
+    if (!m_data->service || m_data->service->IsBusy())
+        return;
     CWnd* const owner = m_data->owner ? m_data->owner : this;
     CQmLogDlgEdit(logreport::ServiceOf(*this), owner, id).DoModal();
 }

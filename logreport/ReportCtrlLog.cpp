@@ -415,7 +415,8 @@ void CReportCtrlLog::OpenMessageOf(int row)
 
 void CReportCtrlLog::OnOpenMessage(std::uint32_t id)
 {
-    CQmLogDlgEdit(logreport::ServiceOf(*this), this, id).DoModal();
+    if (m_data->service && !m_data->service->IsBusy())
+        CQmLogDlgEdit(logreport::ServiceOf(*this), this, id).DoModal();
 }
 
 void CReportCtrlLog::OnMessageMenu(CPoint point)

@@ -205,6 +205,9 @@ TEST_F(MessageDialog, ALongBodyScrollsAndWraps)
 
 TEST_F(MessageDialog, FollowsItsMessageAndOutlivesTheService)
 {
+    viewed.busy = true;
+    opening.OnOpenMessage(3); // would not come back
+    viewed.busy = false;
     const auto tick = [](HWND dialog) { ::SendMessage(dialog, WM_TIMER, 1, 0); };
     Open(3, [&](HWND dialog) {
         viewed.view = {{1, {"body 3", 13}}, {2, {"body 4", 14}}};

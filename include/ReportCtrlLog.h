@@ -194,6 +194,7 @@ private:
     void GetSelectedIds(std::uint32_t& first, std::uint32_t& last);
     void LookWhetherFollowing();
     void OpenMessageOf(int row);
+    void SelectForMenu(int row);
     int GetVirtualWidth();
     int GetPreviewLeft(const ILogMsgData& message);
     int GetPreviewHeight(std::uint32_t id, const ILogMsgData& message);

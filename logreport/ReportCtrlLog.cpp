@@ -382,10 +382,21 @@ LRESULT CReportCtrlLog::Notify(_NMREPORTVIEW* notification)
         OpenMessageOf(item);
     if (code != RVN_ITEMRCLICK)
         return answer;
+    SelectForMenu(item);
     CPoint screen = point;
     ClientToScreen(&screen);
     OnMessageMenu(screen);
     return 1; // the menu was the answer
+}
+
+// A menu is for the selected rows: one that is clicked outside of them is selected instead.
+void CReportCtrlLog::SelectForMenu(int row)
+{
+    int first = 0;
+    int last = -1;
+    GetSelectedRows(&first, &last);
+    if (row >= 0 && row < GetRowCount() && (row < first || row > last))
+        SetSelection(row, row);
 }
 
 // The key for menus opens it at the focused row.

@@ -41,6 +41,9 @@ void CReportCtrlLog::UseResolution()
     ::GetObject(::GetStockObject(ANSI_FIXED_FONT), sizeof(font), &font);
     font.lfHeight = MulDiv(font.lfHeight, dpi, 96);
     font.lfWidth = 0;
+    font.lfOutPrecision = OUT_TT_ONLY_PRECIS; // the stock font is of bitmaps, which do not grow
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    ::lstrcpyn(font.lfFaceName, "Courier New", LF_FACESIZE);
     if (dpi == 96 || !m_data->previewFont.CreateFontIndirect(&font))
         m_data->previewFont.CreateStockObject(ANSI_FIXED_FONT);
     ForgetPreviews();

@@ -152,7 +152,8 @@ void DeskFrame::PrepareMessages()
     if (!isFirst)
         CQmLogState(&list).Load();
     else
-        list.UseFirstColumns(m_options.place.width);
+        list.UseFirstLook(m_options.place.width);
+    list.ModifyStyle(0, RVS_TIPS);
     list.SetSavesState(m_remember);
     list.SetUseAllFields(m_options.useAllFields);
     list.SetPreviewLines(kPreviewLines);

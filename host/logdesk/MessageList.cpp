@@ -11,7 +11,9 @@ namespace logdesk
 namespace
 {
 
-constexpr int kAroundColumns = 20;  // pixels: frames and borders
+constexpr int kAroundColumns = 20; // pixels: frames and borders
+constexpr int kWarningColor = 1;   // its index in the base
+constexpr COLORREF kReadableWarning = RGB(150, 100, 0);
 constexpr WPARAM kListTimer = 9000; // of the base, which takes over what was announced
 
 // Hands on all entries but the one that opens a file.
@@ -104,8 +106,9 @@ void MessageList::GoTo(const ListRows& rows)
         SetScrollPos32(1, *rows.top, 1);
 }
 
-void MessageList::UseFirstColumns(int width)
+void MessageList::UseFirstLook(int width)
 {
+    SetColor(kWarningColor, kReadableWarning);
     ActivateSubItem(kLogMsgTopic, 2);
     int others = ::GetSystemMetrics(SM_CXVSCROLL) + kAroundColumns;
     for (const int subitem : {kLogMsgTimestamp, kLogMsgLevel, kLogMsgTopic})

@@ -37,8 +37,9 @@ public:
     // Whether the last row is scrolled into view when messages arrive.
     bool IsFollowing() { return GetFollow() != 0 && !IsFollowPaused(); }
 
-    // Columns for a window that is `width` pixels wide, with the topic and long bodies.
-    void UseFirstColumns(int width);
+    // For whoever sees it first: columns for a window of `width` pixels, with the topic and long bodies, and
+    // a colour of warnings that can be read.
+    void UseFirstLook(int width);
 
     bool GetShowPreview();
     void SetShowPreview(bool show);

@@ -264,6 +264,10 @@ TEST_F(MessageViewer, ClicksGoToTheParentAndThenToTheMessage)
         return viewer.told;
     };
     EXPECT_EQ("open 1 ", click(WM_LBUTTONDBLCLK));
+    viewer.SelectNone();
+    viewer.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(30, row.top + 3));
+    EXPECT_EQ("Rows:1 | Selected:1", std::string(viewer.GetStatusText().c_str()))
+        << "a menu is for a message";
     EXPECT_EQ("menu ", click(WM_RBUTTONDOWN));
     viewer.told.clear();
     viewer.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(viewer.m_hWnd), -1); // by a key

@@ -170,6 +170,45 @@ TEST_F(MessageDialog, StepsByButtonsAndKeys)
     });
 }
 
+TEST_F(MessageDialog, SelectsAllAndCopies)
+{
+    Open(3, [](HWND dialog) {
+        const HWND topic = ::GetDlgItem(dialog, 2034);
+        const auto selection = [](HWND field) {
+            const LRESULT ends = ::SendMessage(field, EM_GETSEL, 0, 0);
+            return Line(LOWORD(ends), HIWORD(ends));
+        };
+        const auto copied = [] {
+            EXPECT_TRUE(::OpenClipboard(nullptr));
+            const HANDLE data = ::GetClipboardData(CF_UNICODETEXT);
+            const std::wstring text = data ? static_cast<const wchar_t*>(::GlobalLock(data)) : L"";
+            ::CloseClipboard();
+            return std::string(text.begin(), text.end());
+        };
+        const auto pressWithControl = [](HWND window, WPARAM key) {
+            BYTE before[256] = {};
+            ::GetKeyboardState(before);
+            BYTE keys[256] = {};
+            keys[VK_CONTROL] = 0x80;
+            ::SetKeyboardState(keys);
+            MSG message = {window, WM_KEYDOWN, key, 1, 0, {}};
+            if (!CWnd::WalkPreTranslateTree(nullptr, &message))
+                ::SendMessage(window, WM_COPY, 0, 0); // as the field does for Ctrl+C
+            ::SetKeyboardState(before);
+        };
+        pressWithControl(::GetFocus(), 'C');
+        EXPECT_EQ("body 3", copied());
+        ::SetFocus(topic);
+        pressWithControl(topic, 'A');
+        EXPECT_EQ("0 5", selection(topic));
+        ::SetFocus(::GetDlgItem(dialog, IDOK));
+        pressWithControl(::GetDlgItem(dialog, IDOK), 'A');
+        EXPECT_EQ("0 6", selection(::GetDlgItem(dialog, 2032)));
+        EXPECT_EQ(::GetDlgItem(dialog, 2032), ::GetFocus());
+        Close(dialog);
+    });
+}
+
 TEST_F(MessageDialog, ALongBodyScrollsAndWraps)
 {
     std::string lines;

@@ -47,6 +47,9 @@ public:
     // A second viewer, which is told of every message and range first; null for none. Not owned.
     void SetAttachedViewer(ILogViewer* viewer);
 
+    // Shows what was announced at once. The timer calls it.
+    void TakeOver();
+
     // ---- Rows
 
     // Hides all rows that there are. Messages that arrive later are shown.

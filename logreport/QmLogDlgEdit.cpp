@@ -3,7 +3,7 @@
 #include "logreport/OwnDialog.h"
 #include "qmcommon/QmClipboard.h"
 #include "resources/qmlog_resource.h"
-#include "vkgrafic/Resolution.h"
+#include "vkgrafic/Display.h"
 #include "zemacore/AppDataManager.h"
 #include "zemacore/WideText.h"
 

@@ -7,9 +7,9 @@
 #include "logreport/QmLogDlgEdit.h"
 #include "logreport/model/Watch.h"
 #include "qmcommon/QmMenuDrawer.h"
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
-#include "vkgrafic/Resolution.h"
 
 namespace
 {

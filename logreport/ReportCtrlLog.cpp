@@ -41,7 +41,7 @@ constexpr std::array<Column, kLogMsgKindCount> kSubItems = {{{kLogMsgTimestamp, 
 constexpr std::array<ILogMsgDataKind, 3> kFirstColumns = {kLogMsgTimestamp, kLogMsgLevel, kLogMsgBody};
 
 CReportCtrlLog* currentControl = nullptr;
-bool isTicking = false; // some control's timer is at work: deliberately one for the process
+bool isTakingOver = false; // some control is: deliberately one for the process
 
 // Sets a flag for a while.
 class Flagged
@@ -110,7 +110,7 @@ BOOL CReportCtrlLog::CreateCommon()
     InsertColor(logreport::kWarningColor, kWarning);
     InsertColor(logreport::kErrorColor, kError);
     UseResolution();
-    if (!m_data->isDirect)
+    if (!m_data->source.isDirect)
     {
         SetTimer(kTimer, kInterval, nullptr);
         currentControl = this;
@@ -145,23 +145,23 @@ void CReportCtrlLog::OnDestroy()
 
 void CReportCtrlLog::SetDirectMode(bool direct)
 {
-    m_data->isDirect = direct;
+    m_data->source.isDirect = direct;
 }
 
 // ---- What a host tells
 
 void CReportCtrlLog::SetLogMsgService(ILogMsgService* service)
 {
-    if (service == m_data->service)
+    if (service == m_data->source.service)
         return;
-    m_data->service = service;
-    m_data->list.reset();
+    m_data->source.service = service;
+    m_data->source.list.reset();
     FlushCacheMsgData();
 }
 
 ILogMsgService* CReportCtrlLog::GetLogMsgService()
 {
-    return m_data->service;
+    return m_data->source.service;
 }
 
 std::int32_t CReportCtrlLog::GetMaxLogSize()
@@ -172,16 +172,16 @@ std::int32_t CReportCtrlLog::GetMaxLogSize()
 void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
 {
     {
-        const Flagged busy(m_data->isBusy);
+        const Flagged busy(m_data->source.isBusy);
         if (m_data->attached)
             m_data->attached->AddMsg(id, message);
         m_data->range.Announce(id);
     }
     MakeList();
-    if (!m_data->list || !message)
+    if (!m_data->source.list || !message)
         return;
     std::unique_ptr<ILogMsgData> clone(message->Clone());
-    const std::shared_ptr<ILogMsgList> list = m_data->list;
+    const std::shared_ptr<ILogMsgList> list = m_data->source.list;
     if (clone && list && list->Add(clone.get()))
         clone.release();
 }
@@ -189,18 +189,18 @@ void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
 // The service may call back, and may be taken away meanwhile.
 void CReportCtrlLog::MakeList()
 {
-    ILogMsgService* const service = m_data->service;
-    if (!service || m_data->list || m_data->isMakingList)
+    ILogMsgService* const service = m_data->source.service;
+    if (!service || m_data->source.list || m_data->source.isMakingList)
         return;
-    const Flagged making(m_data->isMakingList);
+    const Flagged making(m_data->source.isMakingList);
     std::shared_ptr<ILogMsgList> list(service->CreateMsgList(kListRoom, 0));
-    if (service == m_data->service)
-        m_data->list = std::move(list);
+    if (service == m_data->source.service)
+        m_data->source.list = std::move(list);
 }
 
 void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
 {
-    const Flagged busy(m_data->isBusy);
+    const Flagged busy(m_data->source.isBusy);
     if (m_data->attached)
         m_data->attached->SetMsgIdRange(first, last);
     m_data->range.Announce(last);
@@ -225,24 +225,29 @@ void CReportCtrlLog::SetAttachedViewer(ILogViewer* viewer)
 
 // ---- Rows
 
-// A tick while another one is at work, of whichever control, is left out.
 void CReportCtrlLog::OnTimer(UINT_PTR id)
 {
-    if (id != kTimer)
+    if (id == kTimer)
+        TakeOver();
+    else
     {
         QmHandler<CReportCtrl>::OnTimer(id);
         LookWhetherFollowing(); // it may have scrolled
     }
-    else if (!isTicking)
-    {
-        const Flagged ticking(isTicking);
-        const std::optional<int> rows = m_data->range.Tick();
-        if (!rows)
-            return;
-        SetItemCount(*rows);
-        if (m_data->follow && !IsFollowPaused())
-            EnsureVisible(*rows - 1, TRUE);
-    }
+}
+
+// While another one is at it, of whichever control, it is left out.
+void CReportCtrlLog::TakeOver()
+{
+    if (isTakingOver || !m_hWnd)
+        return;
+    const Flagged takingOver(isTakingOver);
+    const std::optional<int> rows = m_data->range.Tick();
+    if (!rows)
+        return;
+    SetItemCount(*rows);
+    if (m_data->following.mode && !IsFollowPaused())
+        EnsureVisible(*rows - 1, TRUE);
 }
 
 void CReportCtrlLog::Clear()
@@ -282,8 +287,8 @@ void CReportCtrlLog::SetSelection(int first, int last)
 
 const ILogMsgData* CReportCtrlLog::FindCacheMsgData(std::uint32_t id)
 {
-    const std::shared_ptr<ILogMsgList> list = m_data->list;
-    return logreport::MsgCache::Shared().Find(id, m_data->Origin());
+    const std::shared_ptr<ILogMsgList> list = m_data->source.list;
+    return logreport::MsgCache::Shared().Find(id, m_data->source.Origin());
 }
 
 void CReportCtrlLog::FlushCacheMsgData()
@@ -306,29 +311,29 @@ ZEMA::String CReportCtrlLog::GetStatusText()
 
 void CReportCtrlLog::SetFollow(int follow)
 {
-    m_data->follow = follow;
-    m_data->isFollowPaused = false;
+    m_data->following.mode = follow;
+    m_data->following.isPaused = false;
 }
 
 int CReportCtrlLog::GetFollow()
 {
-    return m_data->follow;
+    return m_data->following.mode;
 }
 
 void CReportCtrlLog::SetFollowPauses(bool pauses)
 {
-    m_data->followPauses = pauses;
-    m_data->isFollowPaused = false;
+    m_data->following.pauses = pauses;
+    m_data->following.isPaused = false;
 }
 
 bool CReportCtrlLog::GetFollowPauses()
 {
-    return m_data->followPauses;
+    return m_data->following.pauses;
 }
 
 bool CReportCtrlLog::IsFollowPaused()
 {
-    return m_data->followPauses && m_data->isFollowPaused;
+    return m_data->following.pauses && m_data->following.isPaused;
 }
 
 // After the user has moved: whoever sees the last row follows.
@@ -338,7 +343,7 @@ void CReportCtrlLog::LookWhetherFollowing()
     int last = -1;
     const int rows = m_hWnd ? GetRowCount() : 0;
     GetVisibleRows(GetTopIndex(), &first, &last, 0);
-    m_data->isFollowPaused = rows > 0 && last < rows - 1;
+    m_data->following.isPaused = rows > 0 && last < rows - 1;
 }
 
 void CReportCtrlLog::OnVScroll(UINT code, UINT position, CScrollBar* bar)
@@ -362,7 +367,7 @@ void CReportCtrlLog::OnLButtonDown(UINT flags, CPoint point)
 void CReportCtrlLog::OnSize(UINT type, int cx, int cy)
 {
     QmHandler<CReportCtrl>::OnSize(type, cx, cy);
-    if (m_data->followPauses && m_data->follow && !m_data->isFollowPaused)
+    if (m_data->following.pauses && m_data->following.mode && !m_data->following.isPaused)
         EnsureVisible(GetRowCount() - 1, TRUE);
 }
 
@@ -417,16 +422,16 @@ void CReportCtrlLog::OnContextMenu(CWnd* wnd, CPoint point)
 
 void CReportCtrlLog::OpenMessageOf(int row)
 {
-    if (row < 0 || !m_data->service || m_data->isBusy)
+    if (row < 0 || !m_data->source.service || m_data->source.isBusy)
         return;
     const std::uint32_t id = m_data->range.IdOf(row);
-    if (m_data->service->GetMsg(id))
+    if (m_data->source.service->GetMsg(id))
         OnOpenMessage(id);
 }
 
 void CReportCtrlLog::OnOpenMessage(std::uint32_t id)
 {
-    if (m_data->service && !m_data->service->IsBusy())
+    if (m_data->source.service && !m_data->source.service->IsBusy())
         CQmLogDlgEdit(logreport::ServiceOf(*this), this, id).DoModal();
 }
 
@@ -446,8 +451,8 @@ void CReportCtrlLog::OnHdnItemClick(NMHDR* header, LRESULT* result)
     const int subitem = GetHeaderCtrl()->GetSubItem(reinterpret_cast<NMHEADER*>(header)->iItem);
     m_data->columnClick = 0;
     QmHandler<CReportCtrl>::OnHdnItemClick(header, result);
-    ILogMsgService* const service = m_data->service;
-    if (!m_hWnd || m_data->columnClick != 0 || m_data->isDirect || !service || service->IsBusy())
+    ILogMsgService* const service = m_data->source.service;
+    if (!m_hWnd || m_data->columnClick != 0 || m_data->source.isDirect || !service || service->IsBusy())
         return;
     LogMsgSortKey key;
     service->GetSortKeys(&key, 1);
@@ -461,7 +466,7 @@ void CReportCtrlLog::OnHdnItemClick(NMHDR* header, LRESULT* result)
 
 void CReportCtrlLog::RefreshHeader()
 {
-    ILogMsgService* const service = m_data->service;
+    ILogMsgService* const service = m_data->source.service;
     if (!service || !m_hWnd)
         return;
     LogMsgSortKey key;

@@ -77,10 +77,10 @@ logreport::ViewCommandState CReportCtrlLog::Data::GetCommandState()
     logreport::ViewCommandState state;
     __int64 showsPreview = 0;
     control.GetProperty(RVP_SHOWPREVIEW, &showsPreview);
-    state.isDirect = isDirect;
-    state.hasService = service != nullptr;
-    state.isServiceBusy = isActing || (service && service->IsBusy());
-    state.follows = follow != 0;
+    state.isDirect = source.isDirect;
+    state.hasService = source.service != nullptr;
+    state.isServiceBusy = isActing || (source.service && source.service->IsBusy());
+    state.follows = following.mode != 0;
     state.showsHeader = control.GetShowHeader() != 0;
     state.showsPreview = showsPreview != 0;
     state.hidesRow = control.GetHideRow() != 0;
@@ -151,9 +151,9 @@ void CReportCtrlLog::ConfigureView()
 void CReportCtrlLog::EditFilter(ILogMsgDataKind field, const char* value)
 {
     CQmLogDialogFilter dialog(field, value, this);
-    if (dialog.DoModal() != IDOK || !m_hWnd || !m_data->service || m_data->service->IsBusy())
+    if (dialog.DoModal() != IDOK || !m_hWnd || !m_data->source.service || m_data->source.service->IsBusy())
         return; // any of them may have gone meanwhile
-    logreport::AddFilter(dialog.GetField(), dialog.GetValue(), *m_data->service);
+    logreport::AddFilter(dialog.GetField(), dialog.GetValue(), *m_data->source.service);
     RefreshHeader();
 }
 
@@ -196,7 +196,7 @@ void CReportCtrlLog::GetSelectedIds(std::uint32_t& first, std::uint32_t& last)
 {
     int firstRow = 0;
     int lastRow = -1;
-    if (m_data->service && !m_data->isActing)
+    if (m_data->source.service && !m_data->isActing)
         GetSelectedRows(&firstRow, &lastRow);
     first = m_data->range.IdOf(firstRow);
     last = first + static_cast<std::uint32_t>(lastRow - firstRow);
@@ -230,7 +230,7 @@ bool CReportCtrlLog::ExportTo(const char* path)
     if (last < first)
         return false;
     const HeldView held(*this, m_data->isActing);
-    logreport::Export work(*m_data->service, path, GetActionFields(), first, last);
+    logreport::Export work(*m_data->source.service, path, GetActionFields(), first, last);
     const auto step = [&] { return held.IsThere() && work.Step(kMessagesAStep); };
     if (work.Begin() && !logreport::RunSteps(*this, kExportTitle, step, [&work] { return work.Progress(); }))
         return false;
@@ -256,8 +256,9 @@ bool CReportCtrlLog::CopyMessages()
     std::string table;
     ZEMA::StringOutput textOutput(text);
     ZEMA::StringOutput tableOutput(table);
-    CQmLogStreamText asText(*m_data->service, textOutput, GetActionFields());
-    CQmLogStreamCSV asTable(*m_data->service, tableOutput, GetActionFields(), CQmLogStreamCSV::Mark::None);
+    CQmLogStreamText asText(*m_data->source.service, textOutput, GetActionFields());
+    CQmLogStreamCSV asTable(*m_data->source.service, tableOutput, GetActionFields(),
+                            CQmLogStreamCSV::Mark::None);
     std::uint64_t next = first;
     bool isWanted = true;
     bool isAsked = false;
@@ -290,7 +291,7 @@ bool CReportCtrlLog::CopyMessages()
 
 void CReportCtrlLog::OpenLogFile()
 {
-    ILogMsgService* const service = m_data->service;
+    ILogMsgService* const service = m_data->source.service;
     if (!service)
         return;
     bool isReadOnly = false;
@@ -299,6 +300,6 @@ void CReportCtrlLog::OpenLogFile()
                        OFN_LONGNAMES | OFN_PATHMUSTEXIST | (isReadOnly ? OFN_READONLY : 0),
                        "ZEMA Log files (*.zemalog)|*.zemalog|All files (*.*)|*.*||", this);
     dialog.m_ofn.lpstrTitle = "Open ZEMA Log file";
-    if (dialog.DoModal() == IDOK && m_data->service && !m_data->service->IsBusy())
-        m_data->service->OpenFile(dialog.GetPathName(), dialog.GetReadOnlyPref());
+    if (dialog.DoModal() == IDOK && m_data->source.service && !m_data->source.service->IsBusy())
+        m_data->source.service->OpenFile(dialog.GetPathName(), dialog.GetReadOnlyPref());
 }

@@ -17,6 +17,37 @@ namespace logreport
 // a paint, when nothing may scroll.
 constexpr UINT kPreviewWidened = WM_USER + 100;
 
+// Where messages come from. The list may be dropped while it is being asked: whoever asks holds it.
+struct MsgSource
+{
+    ILogMsgService* service = nullptr;
+    std::shared_ptr<ILogMsgList> list;
+    bool isDirect = false;
+    bool isBusy = false;       // no lookups: the list is changing
+    bool isMakingList = false; // the service is, and may call back
+
+    MsgOrigin Origin() const { return {service, list.get(), isDirect, isBusy}; }
+};
+
+// Whether the last row is scrolled into view when messages arrive.
+struct Following
+{
+    int mode = 1;
+    bool pauses = false;
+    bool isPaused = false;
+};
+
+// The bodies below the lines, or in place of them.
+struct Previews
+{
+    int lines = 0;                 // at most; 0 for all
+    int widest = 0;                // of those that were measured
+    bool isWideningPosted = false; // the control is about to be told of it
+    PreviewSizes sizes;
+    CFont font;
+    CBrush brush{RGB(240, 240, 240)};
+};
+
 } // namespace logreport
 
 struct CReportCtrlLog::Data : logreport::ViewCommandOwner
@@ -24,27 +55,12 @@ struct CReportCtrlLog::Data : logreport::ViewCommandOwner
     explicit Data(CReportCtrlLog& owner) : control(owner) {}
 
     CReportCtrlLog& control;
-
-    // Where messages come from. The list may be dropped while it is being asked: whoever asks holds it.
-    ILogMsgService* service = nullptr;
-    std::shared_ptr<ILogMsgList> list;
-    bool isDirect = false;
-    bool isBusy = false;       // no lookups: the list is changing
-    bool isMakingList = false; // the service is, and may call back
-    ILogViewer* attached = nullptr;
-
+    logreport::MsgSource source;
     logreport::MsgRange range;
-    int follow = 1;
-    bool followPauses = false;
-    bool isFollowPaused = false;
+    logreport::Following following;
+    logreport::Previews previews;
+    ILogViewer* attached = nullptr;
     LRESULT columnClick = 0; // the parent's answer to the last one
-
-    int previewLines = 0;
-    int widestPreview = 0;         // of those that were measured
-    bool isWideningPosted = false; // the control is about to be told of it
-    logreport::PreviewSizes previewSizes;
-    CFont previewFont;
-    CBrush previewBrush{RGB(240, 240, 240)};
 
     bool usesAllFields = false;
     bool savesState = true;
@@ -52,8 +68,6 @@ struct CReportCtrlLog::Data : logreport::ViewCommandOwner
 
     logreport::LevelImages images;
     CQmMenuDrawer menuDrawer;
-
-    logreport::MsgOrigin Origin() const { return {service, list.get(), isDirect, isBusy}; }
 
     // ---- What commands call
 

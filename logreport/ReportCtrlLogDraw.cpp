@@ -1,6 +1,7 @@
 // The message viewer: what its cells and previews show.
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
@@ -11,14 +12,6 @@ namespace
 {
 
 constexpr int kTextIndent = 7; // pixels, of a preview below a line
-
-bool IsHighContrast()
-{
-    HIGHCONTRAST contrast = {};
-    contrast.cbSize = sizeof(contrast);
-    return ::SystemParametersInfo(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
 
 int LineHeight(CDC& dc)
 {
@@ -36,7 +29,7 @@ void CReportCtrlLog::UseResolution()
     const int dpi = GetResolution();
     if (m_data->images.Load(dpi))
         SetImageList(m_data->images.List(), nullptr);
-    m_data->previewFont.DeleteObject();
+    m_data->previews.font.DeleteObject();
     LOGFONT font = {};
     ::GetObject(::GetStockObject(ANSI_FIXED_FONT), sizeof(font), &font);
     font.lfHeight = MulDiv(font.lfHeight, dpi, 96);
@@ -44,8 +37,8 @@ void CReportCtrlLog::UseResolution()
     font.lfOutPrecision = OUT_TT_ONLY_PRECIS; // the stock font is of bitmaps, which do not grow
     font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
     ::lstrcpyn(font.lfFaceName, "Courier New", LF_FACESIZE);
-    if (dpi == 96 || !m_data->previewFont.CreateFontIndirect(&font))
-        m_data->previewFont.CreateStockObject(ANSI_FIXED_FONT);
+    if (dpi == 96 || !m_data->previews.font.CreateFontIndirect(&font))
+        m_data->previews.font.CreateStockObject(ANSI_FIXED_FONT);
     ForgetPreviews();
 }
 
@@ -63,10 +56,10 @@ int CReportCtrlLog::LoadItemData(structITEM* record, int item, int subitem, unsi
 {
     if (QmHandler<CReportCtrl>::LoadItemData(record, item, subitem, mask))
         return 1;
-    if (item < 0 || !m_data->service || !m_hWnd)
+    if (item < 0 || !m_data->source.service || !m_hWnd)
         return 0;
     CClientDC dc(this);
-    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    const VkGrafic::Selected selected(dc, m_data->previews.font);
     record->previewHeight = LineHeight(dc);
     return 1;
 }
@@ -74,14 +67,14 @@ int CReportCtrlLog::LoadItemData(structITEM* record, int item, int subitem, unsi
 __int64 CReportCtrlLog::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
 {
     _RVITEM& cell = reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item;
-    if (!m_data->service || cell.item < 0)
+    if (!m_data->source.service || cell.item < 0)
         return 1;
-    const std::shared_ptr<ILogMsgList> list = m_data->list; // as long as its message is used
+    const std::shared_ptr<ILogMsgList> list = m_data->source.list; // as long as its message is used
     const std::uint32_t id = m_data->range.IdOf(cell.item);
     const ILogMsgData* const message = FindCacheMsgData(id);
     if (!message || !m_hWnd) // which the service may have destroyed
         return 1;
-    logreport::AnswerCell(*message, m_data->previewLines, cell);
+    logreport::AnswerCell(*message, m_data->previews.lines, cell);
     if (cell.subitem == kLogMsgNone)
     {
         cell.previewHeight = GetPreviewHeight(id, *message);
@@ -94,13 +87,13 @@ __int64 CReportCtrlLog::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
 
 void CReportCtrlLog::SetPreviewLines(int lines)
 {
-    m_data->previewLines = std::max(0, lines);
+    m_data->previews.lines = std::max(0, lines);
     FlushCacheMsgData();
 }
 
 int CReportCtrlLog::GetPreviewLines()
 {
-    return m_data->previewLines;
+    return m_data->previews.lines;
 }
 
 // Of all columns, or of the header when that is wider.
@@ -120,23 +113,23 @@ int CReportCtrlLog::GetPreviewLeft(const ILogMsgData& message)
 
 int CReportCtrlLog::GetPreviewHeight(std::uint32_t id, const ILogMsgData& message)
 {
-    if (const std::optional<logreport::PreviewSize> kept = m_data->previewSizes.Find(id))
+    if (const std::optional<logreport::PreviewSize> kept = m_data->previews.sizes.Find(id))
         return kept->height;
     CClientDC dc(this);
-    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    const VkGrafic::Selected selected(dc, m_data->previews.font);
     const char* const body = message.GetBody();
-    const std::string text = logreport::PreviewText(body ? body : "", m_data->previewLines);
+    const std::string text = logreport::PreviewText(body ? body : "", m_data->previews.lines);
     const int left = GetPreviewLeft(message);
     const int end = GetHideRow() ? logreport::kWidestPreview : GetVirtualWidth();
     const SIZE size = GraphicText(dc).MeasureWholeLines(text.data(), static_cast<int>(text.size()),
                                                         std::max(0, end - left));
     const logreport::PreviewSize measured = {left + size.cx,
                                              std::max(static_cast<int>(size.cy), LineHeight(dc))};
-    m_data->previewSizes.Keep(id, measured);
-    if (measured.right > m_data->widestPreview)
+    m_data->previews.sizes.Keep(id, measured);
+    if (measured.right > m_data->previews.widest)
     {
-        m_data->widestPreview = measured.right;
-        if (!std::exchange(m_data->isWideningPosted, true))
+        m_data->previews.widest = measured.right;
+        if (!std::exchange(m_data->previews.isWideningPosted, true))
             PostMessage(logreport::kPreviewWidened);
     }
     return measured.height;
@@ -144,15 +137,15 @@ int CReportCtrlLog::GetPreviewHeight(std::uint32_t id, const ILogMsgData& messag
 
 LRESULT CReportCtrlLog::OnPreviewWidened(WPARAM, LPARAM)
 {
-    m_data->isWideningPosted = false;
-    SetPreviewWidth(m_data->widestPreview);
+    m_data->previews.isWideningPosted = false;
+    SetPreviewWidth(m_data->previews.widest);
     return 0;
 }
 
 void CReportCtrlLog::ForgetPreviews()
 {
-    m_data->previewSizes.Forget();
-    if (std::exchange(m_data->widestPreview, 0) > 0)
+    m_data->previews.sizes.Forget();
+    if (std::exchange(m_data->previews.widest, 0) > 0)
         SetPreviewWidth(0);
 }
 
@@ -164,14 +157,14 @@ __int64 CReportCtrlLog::OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification)
     CRect rect(draw.rect);
     if (!GetHideRow())
     {
-        if (!(draw.item->state & RVIS_SELECTED) && !IsHighContrast())
-            dc.FillRect(rect, &m_data->previewBrush);
+        if (!(draw.item->state & RVIS_SELECTED) && !VkGrafic::IsHighContrast())
+            dc.FillRect(rect, &m_data->previews.brush);
         rect.left += kTextIndent;
     }
-    const std::shared_ptr<ILogMsgList> list = m_data->list; // as long as its message is used
+    const std::shared_ptr<ILogMsgList> list = m_data->source.list; // as long as its message is used
     if (const ILogMsgData* const message = FindCacheMsgData(m_data->range.IdOf(draw.item->item)))
         rect.left += GetPreviewLeft(*message);
-    const VkGrafic::Selected selected(dc, m_data->previewFont);
+    const VkGrafic::Selected selected(dc, m_data->previews.font);
     const int height = LineHeight(dc);
     CRect clip;
     dc.GetClipBox(clip);

@@ -1,7 +1,7 @@
 // The report control: its life, styles, properties and layout.
 #include "report/ReportCtrlData.h"
 #include "report/model/InvalidArgument.h"
-#include "vkgrafic/Resolution.h"
+#include "vkgrafic/Display.h"
 
 #include <algorithm>
 #include <cstdlib>

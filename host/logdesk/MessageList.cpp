@@ -14,7 +14,6 @@ namespace
 constexpr int kAroundColumns = 20; // pixels: frames and borders
 constexpr int kWarningColor = 1;   // its index in the base
 constexpr COLORREF kReadableWarning = RGB(150, 100, 0);
-constexpr WPARAM kListTimer = 9000; // of the base, which takes over what was announced
 
 // Hands on all entries but the one that opens a file.
 class WithoutOpen : public IQmCommand
@@ -69,11 +68,6 @@ void MessageList::FocusARow()
 {
     if (GetCurrentFocus() < 0 && GetRowCount() > 0)
         AdjustFocus(IsFollowing() ? GetRowCount() - 1 : GetTopIndex(), -1);
-}
-
-void MessageList::TakeOver()
-{
-    SendMessage(WM_TIMER, kListTimer);
 }
 
 ListRows MessageList::Place()

@@ -23,9 +23,6 @@ public:
     void Scan(IQmCommand& collector) override;
     void ScanForFile(IQmCommand& collector); // for the menu "File"
 
-    // Takes over at once what was announced, as its timer else does after a while.
-    void TakeOver();
-
     // The rows that the user sees and has chosen, and back there. While the list follows, its top is left to
     // that.
     ListRows Place();

@@ -3,6 +3,7 @@
 #include "logdesk/Profile.h"
 #include "logdesk/Traffic.h"
 #include "msgservice/sources/OpenSource.h"
+#include "msgservice/text/UserFormats.h"
 
 #include <algorithm>
 
@@ -31,7 +32,7 @@ MessageView::MessageView(MessageList::Commands commands)
 {
     m_service.AddViewer(m_watch);
     m_service.AddViewer(m_list);
-    if (const std::string formats = ReadUserFormats(); !formats.empty())
+    if (const std::string formats = msgservice::ReadUserFormats(); !formats.empty())
         m_notices = m_formats.Add(formats);
     if (!m_notices.empty())
         m_notices.insert(0, "Formats.json: ");

@@ -1,5 +1,6 @@
 #include "logdesk/NoticeBar.h"
 
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
@@ -19,14 +20,6 @@ constexpr int kTipWidth = 900;
 
 // Told apart from everything around; high contrast has colours of its own.
 constexpr COLORREF kBackground = RGB(255, 242, 190);
-
-bool IsHighContrast()
-{
-    HIGHCONTRAST contrast = {};
-    contrast.cbSize = sizeof(contrast);
-    return ::SystemParametersInfo(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
 
 } // namespace
 
@@ -107,7 +100,7 @@ void NoticeBar::OnPaint()
     CPaintDC dc(this);
     CRect area;
     GetClientRect(area);
-    const bool isHighContrast = IsHighContrast();
+    const bool isHighContrast = VkGrafic::IsHighContrast();
     dc.FillSolidRect(area, isHighContrast ? ::GetSysColor(COLOR_INFOBK) : kBackground);
     dc.FillSolidRect(CRect(area.left, area.bottom - 1, area.right, area.bottom),
                      ::GetSysColor(COLOR_3DSHADOW));

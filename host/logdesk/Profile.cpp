@@ -3,8 +3,6 @@
 #include "zemacore/AppDataManager.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
 
 namespace logdesk
 {
@@ -123,16 +121,6 @@ void WriteRecentFiles(const RecentFiles& files)
         else
             profile->RemoveKey(kRecentSection, key.c_str());
     }
-}
-
-std::string ReadUserFormats()
-{
-    const char* const profile = std::getenv("QM_PROFILE");
-    const char* const appData = std::getenv("APPDATA");
-    std::string path = profile ? profile : appData ? std::string(appData) + "\\QmLog\\Profile.ini" : "";
-    path = path.substr(0, path.find_last_of("\\/") + 1) + "Formats.json";
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace logdesk

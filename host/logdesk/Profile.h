@@ -37,7 +37,4 @@ bool HasListLayout();
 RecentFiles ReadRecentFiles();
 void WriteRecentFiles(const RecentFiles& files);
 
-// The user's own formats of text logs, "Formats.json" beside the profile; empty if there are none.
-std::string ReadUserFormats();
-
 } // namespace logdesk

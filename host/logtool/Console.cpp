@@ -1,12 +1,12 @@
 #include "logtool/Console.h"
 
 #include "logtool/Commands.h"
+#include "msgservice/text/UserFormats.h"
 
 #include "wintypes.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <iterator>
 
@@ -227,15 +227,9 @@ std::unique_ptr<Input> Console::OpenInput(const std::string& path)
     return std::make_unique<HandleInput>(file, true);
 }
 
-// Beside the profile.
 std::string Console::UserFormats()
 {
-    const char* const profile = std::getenv("QM_PROFILE");
-    const char* const appData = std::getenv("APPDATA");
-    std::string path = profile ? profile : appData ? std::string(appData) + "\\QmLog\\Profile.ini" : "";
-    path = path.substr(0, path.find_last_of("\\/") + 1) + "Formats.json";
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return msgservice::ReadUserFormats();
 }
 
 bool Console::IsEndWanted()

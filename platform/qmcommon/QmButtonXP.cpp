@@ -2,8 +2,8 @@
 
 #include "afxcontrolbarutil.h"
 #include "qmcommon/QmIcon.h"
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
-#include "vkgrafic/Resolution.h"
 #include "zemacore/WideText.h"
 
 #include <commctrl.h>

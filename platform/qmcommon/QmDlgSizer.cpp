@@ -1,7 +1,7 @@
 #include "qmcommon/QmDlgSizer.h"
 
 #include "qmcommon/DialogLayout.h"
-#include "vkgrafic/Resolution.h"
+#include "vkgrafic/Display.h"
 #include "zemacore/AppDataManager.h"
 
 #include <optional>

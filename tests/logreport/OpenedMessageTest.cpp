@@ -1,8 +1,6 @@
 // The message of a dialog: stepping, following it through views, and what is shown of it.
 #include "logreport/model/OpenedMessage.h"
-#include "tests/logreport/FullMessage.h"
-
-#include <gtest/gtest.h>
+#include "tests/logreport/TaggedView.h"
 
 namespace
 {
@@ -10,34 +8,21 @@ namespace
 using namespace logreport;
 using Direction = OpenedMessage::Direction;
 
-struct TaggedMessage : FullMessage
+struct BusyService : ILogMsgService
 {
-    TaggedMessage(std::int32_t number, const char* text) : FullMessage(text), tag(number) {}
-    std::int32_t GetTag() const override { return tag; }
-    std::int32_t tag;
+    bool IsBusy() override { return busy; }
+    ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return nullptr; }
+    bool busy = false;
 };
 
-// A view of some ids.
-struct ViewService : ILogMsgService
+// Nobody asks it while it is busy.
+struct ViewService : TaggedView<BusyService>
 {
     ILogMsgData* GetMsg(std::uint32_t id) override
     {
-        EXPECT_FALSE(busy || id == kNoLogMsgId);
-        const auto found = view.find(id);
-        return found == view.end() ? nullptr : &found->second;
+        EXPECT_FALSE(busy);
+        return TaggedView::GetMsg(id);
     }
-    std::uint32_t FindTag(std::int32_t tag) override
-    {
-        for (const auto& [id, message] : view)
-            if (message.tag == tag)
-                return id;
-        return kNoLogMsgId;
-    }
-    bool IsBusy() override { return busy; }
-    ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return nullptr; }
-
-    std::map<std::uint32_t, TaggedMessage> view;
-    bool busy = false;
 };
 
 std::string Steps(const OpenedMessage& message, ILogMsgService* service)

@@ -1,37 +1,13 @@
 // The dialog that shows one message, driven by its controls and by keys.
 #include "QmLogWatch.h"
-#include "tests/logreport/FullMessage.h"
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
+#include "tests/logreport/TaggedView.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/NothingLeft.h"
 
 namespace
 {
-
-struct ViewedMessage : FullMessage
-{
-    ViewedMessage(const std::string& text, std::int32_t number) : FullMessage(text.c_str()), tag(number) {}
-    std::int32_t GetTag() const override { return tag; }
-    std::int32_t tag;
-};
-
-struct ViewedService : PlainService
-{
-    ILogMsgData* GetMsg(std::uint32_t id) override
-    {
-        const auto found = view.find(id);
-        return found == view.end() ? nullptr : &found->second;
-    }
-    std::uint32_t FindTag(std::int32_t tag) override
-    {
-        for (const auto& [id, message] : view)
-            if (message.tag == tag)
-                return id;
-        return kNoLogMsgId;
-    }
-    std::map<std::uint32_t, ViewedMessage> view;
-};
 
 struct OpeningViewer : CReportCtrlLog
 {
@@ -83,7 +59,7 @@ protected:
         opening.SetSavesState(false);
         opening.SetLogMsgService(&viewed);
         for (std::int32_t id : {1, 3, 4})
-            viewed.view.emplace(id, ViewedMessage("body " + std::to_string(id), 10 + id));
+            viewed.view.emplace(id, TaggedMessage(10 + id, "body " + std::to_string(id)));
     }
     ~MessageDialog() override
     {
@@ -104,7 +80,7 @@ protected:
     }
 
     ReportParent parent;
-    ViewedService viewed;
+    TaggedView<PlainService> viewed;
     OpeningViewer opening;
 };
 
@@ -249,7 +225,7 @@ TEST_F(MessageDialog, FollowsItsMessageAndOutlivesTheService)
     viewed.busy = false;
     const auto tick = [](HWND dialog) { ::SendMessage(dialog, WM_TIMER, 1, 0); };
     Open(3, [&](HWND dialog) {
-        viewed.view = {{1, {"body 3", 13}}, {2, {"body 4", 14}}};
+        viewed.view = {{1, {13, "body 3"}}, {2, {14, "body 4"}}};
         tick(dialog);
         EXPECT_EQ("body 3 - next", Shown(dialog));
         viewed.busy = true;

@@ -1,4 +1,4 @@
-#include "vkgrafic/Resolution.h"
+#include "vkgrafic/Display.h"
 
 namespace VkGrafic
 {
@@ -14,6 +14,14 @@ int GetResolution(HWND hwnd)
     const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
     ::ReleaseDC(nullptr, screen);
     return dpi;
+}
+
+bool IsHighContrast()
+{
+    HIGHCONTRAST contrast = {};
+    contrast.cbSize = sizeof(contrast);
+    return ::SystemParametersInfo(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
 } // namespace VkGrafic

@@ -13,8 +13,6 @@
 namespace
 {
 
-constexpr int kLargeFrom = 144; // dots per inch
-
 // After these the system draws the button at once, as it looks without an icon.
 bool DrawsAtOnce(UINT message)
 {
@@ -88,7 +86,7 @@ bool CQmButtonXP::SetImage(const char* name)
 
 bool CQmButtonXP::LoadImage()
 {
-    m_data->iconSize = VkGrafic::GetResolution(m_hWnd) >= kLargeFrom ? 32 : 16;
+    m_data->iconSize = QmIconSize(m_hWnd);
     const HICON icon = m_data->image.empty() ? nullptr : QmLoadIcon(m_data->image.c_str(), m_data->iconSize);
     ::DestroyIcon(std::exchange(m_data->icon, icon));
     return icon != nullptr;

@@ -12,7 +12,9 @@ namespace
 
 TEST(QmIcon, IsFoundByName)
 {
-    for (const char* const name : {"DisplayNext.ico", "displayprevious.ICO", "ReportFieldChooser.ico"})
+    for (const char* const name :
+         {"Clear", "Copy", "FileOpen", "FileSave", "Find", "Info", "Refresh", "SelectAll", "setup",
+          "DisplayNext.ico", "displayprevious.ICO", "ReportFieldChooser.ico"})
         for (const int size : {16, 32})
         {
             const HICON icon = QmLoadIcon(name, size);

@@ -13,7 +13,7 @@ public:
     CQmButtonXP();
     ~CQmButtonXP() override;
 
-    // An icon by its name (QmLoadIcon): of 16 pixels, of 32 from 144 dots per inch on. Null for none.
+    // An icon by its name, as QmLoadIcon knows it, in the size of QmIconSize. Null for none.
     // False, and the button has no icon, if there is none of this name.
     bool SetImage(const char* name);
 

@@ -2,7 +2,9 @@
 
 #include "afxwin.h"
 #include "qmcommon/MenuText.h"
+#include "qmcommon/QmIcon.h"
 #include "vkgrafic/DrawingGuards.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 
@@ -38,15 +40,24 @@ private:
     HFONT m_font = nullptr;
 };
 
-int MarkWidth()
+// The column of marks and images.
+int MarkWidth(const MenuItem& item)
 {
-    return ::GetSystemMetrics(SM_CXMENUCHECK) + 2 * kMargin;
+    return std::max(::GetSystemMetrics(SM_CXMENUCHECK), item.imageSize) + 2 * kMargin;
+}
+
+// Wide, because the narrow calls do not know a program whose texts are UTF-8.
+void DrawColumn(HDC dc, const std::string& text, RECT& rect, UINT flags)
+{
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text.data(), text.size(), wide);
+    ::DrawTextW(dc, wide.c_str(), -1, &rect, flags);
 }
 
 SIZE MeasureText(HDC dc, const std::string& text, UINT flags)
 {
     RECT rect = {};
-    ::DrawTextA(dc, text.c_str(), -1, &rect, flags | DT_CALCRECT);
+    DrawColumn(dc, text, rect, flags | DT_CALCRECT);
     return {rect.right, rect.bottom};
 }
 
@@ -57,7 +68,7 @@ void DrawSeparator(HDC dc, RECT rect)
 }
 
 // The system draws marks in black on white only: as a bitmap of one bit they take the text's colours.
-void DrawMark(HDC dc, const RECT& item, bool radio)
+void DrawMark(HDC dc, const MenuItem& item, const RECT& rect)
 {
     const int width = ::GetSystemMetrics(SM_CXMENUCHECK);
     const int height = ::GetSystemMetrics(SM_CYMENUCHECK);
@@ -67,16 +78,43 @@ void DrawMark(HDC dc, const RECT& item, bool radio)
         return;
     const VkGrafic::Selected selected(memory, bitmap);
     RECT mark = {0, 0, width, height};
-    ::DrawFrameControl(memory, &mark, DFC_MENU, radio ? DFCS_MENUBULLET : DFCS_MENUCHECK);
-    ::BitBlt(dc, item.left + kMargin, (item.top + item.bottom - height) / 2, width, height, memory, 0, 0,
-             SRCCOPY);
+    ::DrawFrameControl(memory, &mark, DFC_MENU, item.radio ? DFCS_MENUBULLET : DFCS_MENUCHECK);
+    ::BitBlt(dc, rect.left + (MarkWidth(item) - width) / 2, (rect.top + rect.bottom - height) / 2, width,
+             height, memory, 0, 0, SRCCOPY);
+}
+
+// On the menu's background in a selected item as well, where its colours can be told apart.
+void DrawImage(HDC dc, const MenuItem& item, const RECT& rect, bool disabled)
+{
+    const HICON icon =
+        QmLoadIcon(item.image.c_str(), item.imageSize, disabled ? QmIconLook::Disabled : QmIconLook::Normal);
+    if (!icon)
+        return;
+    const RECT column = {rect.left, rect.top, rect.left + MarkWidth(item), rect.bottom};
+    ::FillRect(dc, &column, ::GetSysColorBrush(COLOR_MENU));
+    ::DrawIconEx(dc, (column.left + column.right - item.imageSize) / 2,
+                 (rect.top + rect.bottom - item.imageSize) / 2, icon, item.imageSize, item.imageSize, 0,
+                 nullptr, DI_NORMAL);
+    ::DestroyIcon(icon);
+}
+
+void DrawTexts(HDC dc, const MenuItem& item, RECT rect, UINT hidePrefix)
+{
+    const MenuFont font; // deleted only after it is selected no longer
+    const VkGrafic::Selected selected(dc, font.Get());
+    ::SetBkMode(dc, TRANSPARENT);
+    rect.left += MarkWidth(item);
+    rect.right -= kRightMargin;
+    const MenuText columns = SplitMenuText(item.text);
+    DrawColumn(dc, columns.caption, rect, kCaptionFlags | hidePrefix);
+    DrawColumn(dc, columns.shortcut, rect, kShortcutFlags);
 }
 
 } // namespace
 
-void MeasureMenuItem(const std::string& text, bool separator, MEASUREITEMSTRUCT& measure)
+void MeasureMenuItem(const MenuItem& item, MEASUREITEMSTRUCT& measure)
 {
-    if (separator)
+    if (item.separator)
     {
         measure.itemWidth = 0;
         measure.itemHeight = static_cast<UINT>(::GetSystemMetrics(SM_CYMENU) / 2);
@@ -85,45 +123,37 @@ void MeasureMenuItem(const std::string& text, bool separator, MEASUREITEMSTRUCT&
     const MenuFont font;
     const CClientDC dc(nullptr);
     const VkGrafic::Selected selected(dc, font.Get());
-    const MenuText columns = SplitMenuText(text);
+    const MenuText columns = SplitMenuText(item.text);
     const SIZE caption = MeasureText(dc, columns.caption, kCaptionFlags);
     const SIZE shortcut = MeasureText(dc, columns.shortcut, kShortcutFlags);
 
     const int gap = columns.shortcut.empty() ? 0 : kColumnGap;
-    const int height = std::max(static_cast<int>(caption.cy), ::GetSystemMetrics(SM_CYMENUCHECK));
-    measure.itemWidth = static_cast<UINT>(MarkWidth() + caption.cx + gap + shortcut.cx + kRightMargin);
+    const int height =
+        std::max({static_cast<int>(caption.cy), ::GetSystemMetrics(SM_CYMENUCHECK), item.imageSize});
+    measure.itemWidth = static_cast<UINT>(MarkWidth(item) + caption.cx + gap + shortcut.cx + kRightMargin);
     measure.itemHeight = static_cast<UINT>(height + kMargin);
 }
 
-void DrawMenuItem(const std::string& text, bool separator, bool radio, const DRAWITEMSTRUCT& draw)
+void DrawMenuItem(const MenuItem& item, const DRAWITEMSTRUCT& draw)
 {
-    const MenuFont font; // deleted only after it is selected no longer
     const VkGrafic::SavedState saved(draw.hDC);
-    const bool selected = (draw.itemState & ODS_SELECTED) != 0 && !separator;
+    const bool selected = (draw.itemState & ODS_SELECTED) != 0 && !item.separator;
     const bool disabled = (draw.itemState & (ODS_GRAYED | ODS_DISABLED)) != 0;
     const int background = selected ? COLOR_HIGHLIGHT : COLOR_MENU;
     const int foreground = disabled ? COLOR_GRAYTEXT : selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT;
     ::FillRect(draw.hDC, &draw.rcItem, ::GetSysColorBrush(background));
     ::SetBkColor(draw.hDC, ::GetSysColor(background));
     ::SetTextColor(draw.hDC, ::GetSysColor(foreground));
-    if (separator)
+    if (item.separator)
     {
         DrawSeparator(draw.hDC, draw.rcItem);
+        return;
     }
-    else
-    {
-        if ((draw.itemState & ODS_CHECKED) != 0)
-            DrawMark(draw.hDC, draw.rcItem, radio);
-        ::SetBkMode(draw.hDC, TRANSPARENT);
-        ::SelectObject(draw.hDC, font.Get());
-        RECT rect = draw.rcItem;
-        rect.left += MarkWidth();
-        rect.right -= kRightMargin;
-        const MenuText columns = SplitMenuText(text);
-        const UINT hidePrefix = (draw.itemState & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0;
-        ::DrawTextA(draw.hDC, columns.caption.c_str(), -1, &rect, kCaptionFlags | hidePrefix);
-        ::DrawTextA(draw.hDC, columns.shortcut.c_str(), -1, &rect, kShortcutFlags);
-    }
+    if ((draw.itemState & ODS_CHECKED) != 0)
+        DrawMark(draw.hDC, item, draw.rcItem);
+    else if (!item.image.empty())
+        DrawImage(draw.hDC, item, draw.rcItem, disabled);
+    DrawTexts(draw.hDC, item, draw.rcItem, (draw.itemState & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0);
 }
 
 } // namespace qmcommon

@@ -7,11 +7,20 @@
 namespace qmcommon
 {
 
-// Fills in the item's width and height.
-void MeasureMenuItem(const std::string& text, bool separator, MEASUREITEMSTRUCT& measure);
+struct MenuItem
+{
+    std::string text;
+    bool separator = false;
+    bool radio = false; // a bullet in place of the check mark
+    std::string image;  // as QmLoadIcon knows it; empty for none
+    int imageSize = 0;  // of the menu's images in pixels; 0 if it has none
+};
 
-// Draws the whole item but for the arrow of a submenu, which the system adds. `radio` chooses a bullet in
-// place of the check mark.
-void DrawMenuItem(const std::string& text, bool separator, bool radio, const DRAWITEMSTRUCT& draw);
+// Fills in the item's width and height.
+void MeasureMenuItem(const MenuItem& item, MEASUREITEMSTRUCT& measure);
+
+// Draws the whole item but for the arrow of a submenu, which the system adds. Where there is a mark, it shows
+// in place of the image.
+void DrawMenuItem(const MenuItem& item, const DRAWITEMSTRUCT& draw);
 
 } // namespace qmcommon

@@ -1,5 +1,6 @@
 #include "qmcommon/QmCommandMenu.h"
 
+#include "qmcommon/MenuImage.h"
 #include "qmcommon/QmCommandShortcut.h"
 
 CQmCommandDefineMenu::CQmCommandDefineMenu(CMenu& menu) : m_menu(menu) {}
@@ -25,6 +26,12 @@ void CQmCommandDefineMenu::Add(std::unique_ptr<IQmEntry> entry)
     if (!entry->IsEnabled())
         flags |= MF_GRAYED;
     m_menu.AppendMenu(flags, id, text.c_str());
+
+    MENUITEMINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_DATA;
+    info.dwItemData = qmcommon::ImageData(entry->GetImage());
+    ::SetMenuItemInfo(m_menu, id, FALSE, &info);
 }
 
 void CQmCommandDefineMenu::AddSeparator()

@@ -1,7 +1,9 @@
 #include "qmcommon/QmMenuDrawer.h"
 
+#include "qmcommon/MenuImage.h"
 #include "qmcommon/MenuItemDraw.h"
 #include "qmcommon/MenuText.h"
+#include "qmcommon/QmIcon.h"
 
 #include <algorithm>
 
@@ -48,6 +50,14 @@ LRESULT AnswerMenuChar(HMENU menu, char key)
 
 } // namespace
 
+struct CQmMenuDrawer::Item
+{
+    HMENU menu;
+    UINT type;      // as it was
+    ULONG_PTR data; // as it was
+    qmcommon::MenuItem look;
+};
+
 CQmMenuDrawer::CQmMenuDrawer() = default;
 
 CQmMenuDrawer::~CQmMenuDrawer()
@@ -73,7 +83,7 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
         const Item* const item = measure.CtlType == ODT_MENU ? FindItem(measure.itemData) : nullptr;
         if (!item)
             return FALSE;
-        qmcommon::MeasureMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0, measure);
+        qmcommon::MeasureMenuItem(item->look, measure);
         *result = TRUE;
         return TRUE;
     }
@@ -82,8 +92,7 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
         const Item* const item = draw.CtlType == ODT_MENU ? FindItem(draw.itemData) : nullptr;
         if (!item)
             return FALSE;
-        qmcommon::DrawMenuItem(item->text, (item->type & MFT_SEPARATOR) != 0,
-                               (item->type & MFT_RADIOCHECK) != 0, draw);
+        qmcommon::DrawMenuItem(item->look, draw);
         *result = TRUE;
         return TRUE;
     }
@@ -115,14 +124,31 @@ void CQmMenuDrawer::TakeItems(HMENU menu)
             continue;
         if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) != 0 || info.hbmpItem)
             continue;
-        auto item =
-            std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, GetItemText(menu, position)});
+        const char* const image = qmcommon::ImageOf(info.dwItemData);
+        const qmcommon::MenuItem look = {GetItemText(menu, position), (info.fType & MFT_SEPARATOR) != 0,
+                                         (info.fType & MFT_RADIOCHECK) != 0, image ? image : ""};
+        auto item = std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, look});
         info.fMask = MIIM_FTYPE | MIIM_DATA; // the text stays
         info.fType |= MFT_OWNERDRAW;
         info.dwItemData = reinterpret_cast<ULONG_PTR>(item.get());
         if (::SetMenuItemInfoA(menu, position, TRUE, &info))
             m_items.push_back(std::move(item));
     }
+    AlignCaptions(menu);
+}
+
+// They begin in one line: beside the images if there are any.
+void CQmMenuDrawer::AlignCaptions(HMENU menu)
+{
+    const auto isOf = [menu](const std::unique_ptr<Item>& item) { return item->menu == menu; };
+    const auto hasImage = [&](const std::unique_ptr<Item>& item) {
+        return isOf(item) && !item->look.image.empty();
+    };
+    if (std::none_of(m_items.begin(), m_items.end(), hasImage))
+        return;
+    for (const std::unique_ptr<Item>& item : m_items)
+        if (isOf(item))
+            item->look.imageSize = QmIconSize(GetHookedWindow());
 }
 
 void CQmMenuDrawer::GiveBackItems(HMENU menu)

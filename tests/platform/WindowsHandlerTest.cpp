@@ -231,6 +231,60 @@ TEST_F(HandlerTest, ThePopupMenuExecutesWhatIsChosen)
     EXPECT_EQ(nullptr, drawer.GetHookedWindow());
 }
 
+// What the column of marks and pictures shows of each item that is drawn.
+class MarkColumn : public CQmHookWnd
+{
+public:
+    std::string drawn; // "b" for blue, "o" for other colours than the background
+
+protected:
+    BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override
+    {
+        if (message != WM_DRAWITEM)
+            return FALSE;
+        *result = CallWindow(message, wParam, lParam);
+        const DRAWITEMSTRUCT& draw = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        bool isBlue = false;
+        bool isOther = false;
+        for (LONG y = draw.rcItem.top; y < draw.rcItem.bottom; ++y)
+            for (LONG x = draw.rcItem.left; x < draw.rcItem.left + 22; ++x)
+            {
+                const COLORREF color = ::GetPixel(draw.hDC, x, y);
+                isBlue = isBlue || color == RGB(0x2A, 0x7A, 0xCC);
+                isOther = isOther || (color != RGB(0x2A, 0x7A, 0xCC) && color != ::GetSysColor(COLOR_MENU));
+            }
+        drawn += std::string(isBlue ? "b" : "") + (isOther ? "o|" : "|");
+        return TRUE;
+    }
+};
+
+TEST_F(HandlerTest, MenusShowPictures)
+{
+    const Command copy = {"Copy", 0, 0, true, [] {}, false, "Copy"};
+    const Command find = {"Find", 0, 0, false, [] {}, false, "Find"};
+    const Command info = {"Info", 0, 0, true, [] {}, true, "Info"};
+    wnd->commands = {copy, find, info, {"Other", 0, 0, true, [] {}, false, "Nothing.ico"}, {"None"}};
+    CQmMenuDrawer drawer;
+    MarkColumn column;
+    ASSERT_TRUE(drawer.Attach(*wnd));
+    ASSERT_TRUE(column.Attach(*wnd));
+    ExpectNothingLeft([&] {
+        column.drawn.clear();
+        CQmCommandDefinePopupMenu menu(wnd.get());
+        ASSERT_TRUE(::AppendMenu(menu.GetMenu(), MF_STRING, 1, "Foreign"));
+        MENUITEMINFO data = {};
+        data.cbSize = sizeof(data);
+        data.fMask = MIIM_DATA;
+        data.dwItemData = 0x1234;
+        ASSERT_TRUE(::SetMenuItemInfo(menu.GetMenu(), 1, FALSE, &data));
+        wnd->PostMessage(WM_KEYDOWN, VK_ESCAPE);
+        EXPECT_FALSE(menu.Show(CPoint(20, 20), wnd.get()));
+        EXPECT_EQ("bo|o|o||||", column.drawn) << "a disabled one is grey, and a check goes before a picture";
+        ASSERT_TRUE(::GetMenuItemInfo(menu.GetMenu(), 1, FALSE, &data));
+        EXPECT_EQ(0x1234u, data.dwItemData);
+    });
+}
+
 TEST_F(HandlerTest, RedrawingResumesWithTheLastGuard)
 {
     const auto suspended = [this] { return (wnd->GetStyle() & WS_VISIBLE) == 0; };

@@ -16,6 +16,7 @@ struct Command
     bool enabled = true;
     std::function<void()> action = [] {};
     bool checked = false;
+    const char* image = nullptr;
 };
 
 class CommandEntry : public CQmEntryShortcut
@@ -28,6 +29,7 @@ public:
     const char* GetCaption() override { return m_command.caption; }
     bool IsEnabled() override { return m_command.enabled; }
     bool IsChecked() override { return m_command.checked; }
+    const char* GetImage() override { return m_command.image; }
     void Execute() override { m_command.action(); }
 
 private:

@@ -10,8 +10,9 @@
 constexpr UINT kQmFirstCommand = 0xC000;
 constexpr UINT kQmLastCommand = 0xCFFF;
 
-// Adds one scan to the end of a menu: captions with their shortcuts, check marks, disabled items greyed. Two
-// separators are never neighbours, and none is the menu's first or last item.
+// Adds one scan to the end of a menu: captions with their shortcuts, check marks, disabled items greyed, and
+// the names of pictures, which CQmMenuDrawer draws. Two separators are never neighbours, and none is the
+// menu's first or last item.
 class QMPLATFORM_API CQmCommandDefineMenu : public IQmCommand
 {
 public:

@@ -4,10 +4,10 @@
 #include "qmcommon/QmHookWnd.h"
 
 #include <memory>
-#include <string>
 #include <vector>
 
-// Attached to the window that owns popup menus, it draws them while they are open: a column for check marks,
+// Attached to the window that owns popup menus, it draws them while they are open: a column for check marks
+// and for the pictures of items that CQmCommandDefineMenu made, where a check mark goes before the picture;
 // the caption with its access key, the shortcut at the right edge, in the system's menu font and colours.
 // Items keep their texts, and access keys work. Afterwards items are what they were. The window menu, bitmaps
 // and items that their owner draws are left alone.
@@ -21,16 +21,10 @@ protected:
     BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
 private:
-    // An item of an open menu, which carries this record's address as its data.
-    struct Item
-    {
-        HMENU menu;
-        UINT type;      // as it was
-        ULONG_PTR data; // as it was
-        std::string text;
-    };
+    struct Item; // of an open menu, which carries this record's address as its data
 
     void TakeItems(HMENU menu);
+    void AlignCaptions(HMENU menu);
     void GiveBackItems(HMENU menu);
     const Item* FindItem(ULONG_PTR data) const;
 

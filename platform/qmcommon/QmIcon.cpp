@@ -1,7 +1,7 @@
 #include "qmcommon/QmIcon.h"
 
 #include "afxwin.h"
-#include "vkgrafic/Resolution.h"
+#include "vkgrafic/Display.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,27 +1,18 @@
 #include "qmcommandline/QmCSVWriter.h"
 
+#include "zemacore/FindBytes.h"
 #include "zemacore/WideText.h"
 
-#include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 
 namespace
 {
 
-// What makes a value be quoted. A table, because the library's search takes a call for each byte.
-constexpr auto kQuoted = [] {
-    std::array<bool, 256> table = {};
-    for (const unsigned char character : {',', '"', '\r', '\n'})
-        table[character] = true;
-    return table;
-}();
-
 bool NeedsQuotes(std::string_view text)
 {
-    return std::any_of(text.begin(), text.end(),
-                       [](char byte) { return kQuoted[static_cast<unsigned char>(byte)]; });
+    const char* const end = text.data() + text.size();
+    return ZEMA::FindBytes<0, ',', '"', '\r', '\n'>(text.data(), end) != end;
 }
 
 // "-5" or "+0.5".

@@ -1,9 +1,9 @@
 #include "qmcommon/QmReportWriterXML.h"
 
+#include "zemacore/FindBytes.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace
@@ -20,21 +20,7 @@ bool IsLetterOrDigit(char character)
            (character >= '0' && character <= '9');
 }
 
-// Bytes that cannot be copied as they are.
-constexpr auto kSpecial = [] {
-    std::array<bool, 256> table = {};
-    for (std::size_t code = 0; code < 0x20; ++code)
-        table[code] = code != '\n' && code != '\t';
-    for (const unsigned char character : {'&', '<', '>', '"', '\xEF'})
-        table[character] = true;
-    return table;
-}();
-
-bool IsSpecial(char byte)
-{
-    return kSpecial[static_cast<unsigned char>(byte)];
-}
-
+// What XML writes for a byte that is not copied with others; empty if it has no such character.
 std::string_view ReferenceOf(char byte)
 {
     switch (byte)
@@ -49,6 +35,10 @@ std::string_view ReferenceOf(char byte)
         return "&quot;";
     case '\r':
         return "&#13;";
+    case '\n':
+        return "\n";
+    case '\t':
+        return "\t";
     default:
         return {};
     }
@@ -63,13 +53,13 @@ IReport::~IReport() = default;
 class CQmReportWriterXML::XmlRow : public IReport::Row
 {
 public:
-    XmlRow(CQmReportWriterXML& writer, const char* name) : m_writer(writer), m_name(ElementName(name))
+    XmlRow(CQmReportWriterXML& writer, const char* name) : m_writer(writer), m_tags(writer.TagsOf(name))
     {
-        m_writer.m_row = "<" + m_name + ">";
+        m_writer.m_row = m_tags.begin;
     }
     ~XmlRow() override
     {
-        m_writer.m_row += "</" + m_name + ">\n";
+        m_writer.m_row.append(m_tags.end) += '\n';
         m_writer.m_output.Write(m_writer.m_row.data(), m_writer.m_row.size());
     }
     XmlRow(const XmlRow&) = delete;
@@ -77,15 +67,15 @@ public:
 
     void WriteChild(const char* name, const char* text, std::size_t length) override
     {
-        const std::string& element = m_writer.CachedName(name);
-        m_writer.m_row.append(1, '<').append(element) += '>';
+        const Tags& tags = m_writer.TagsOf(name);
+        m_writer.m_row += tags.begin;
         m_writer.AppendText(text, length);
-        m_writer.m_row.append("</").append(element) += '>';
+        m_writer.m_row += tags.end;
     }
 
 private:
     CQmReportWriterXML& m_writer;
-    std::string m_name;
+    const Tags& m_tags;
 };
 
 CQmReportWriterXML::CQmReportWriterXML(ZEMA::IOutput& output, const char* root,
@@ -111,11 +101,14 @@ std::unique_ptr<IReport::Row> CQmReportWriterXML::OpenRow(const char* name)
 }
 
 // Rows have the same names again and again.
-const std::string& CQmReportWriterXML::CachedName(const char* name)
+const CQmReportWriterXML::Tags& CQmReportWriterXML::TagsOf(const char* name)
 {
     const auto found =
-        std::find_if(m_names.begin(), m_names.end(), [name](const auto& each) { return each.first == name; });
-    return found != m_names.end() ? found->second : m_names.emplace_back(name, ElementName(name)).second;
+        std::find_if(m_tags.begin(), m_tags.end(), [name](const Tags& tags) { return tags.name == name; });
+    if (found != m_tags.end())
+        return *found;
+    const std::string element = ElementName(name);
+    return m_tags.emplace_back(Tags{name, "<" + element + ">", "</" + element + ">"});
 }
 
 std::string CQmReportWriterXML::ElementName(const char* name)
@@ -135,9 +128,10 @@ void CQmReportWriterXML::AppendText(const char* bytes, std::size_t length)
         text = m_utf8;
     while (!text.empty())
     {
-        const auto special = std::find_if(text.begin(), text.end(), IsSpecial);
-        m_row.append(text.begin(), special);
-        text.remove_prefix(static_cast<std::size_t>(special - text.begin()));
+        const char* const special =
+            ZEMA::FindBytes<0x20, '&', '<', '>', '"', '\xEF'>(text.data(), text.data() + text.size());
+        m_row.append(text.data(), special);
+        text.remove_prefix(static_cast<std::size_t>(special - text.data()));
         if (text.empty())
             return;
         const std::string_view reference = ReferenceOf(text[0]);

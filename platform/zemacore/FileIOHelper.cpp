@@ -56,14 +56,15 @@ bool FileOutput::Write(const char* bytes, std::size_t length)
     if (!m_file || !m_error.empty())
         return false;
     m_buffer.append(bytes, length);
-    return m_buffer.size() < kPiece || Flush();
+    return m_buffer.size() < kPiece || Flush(kPiece);
 }
 
-// A full disk may take a part.
-bool FileOutput::Flush()
+// Writes pieces of at least so many bytes: what is left of the buffer goes out with what follows it. A full
+// disk may take a part.
+bool FileOutput::Flush(std::size_t least)
 {
     std::string_view rest = m_buffer;
-    while (!rest.empty())
+    while (rest.size() >= least)
     {
         DWORD written = 0;
         const auto size = static_cast<DWORD>(std::min(rest.size(), kPiece));
@@ -76,13 +77,13 @@ bool FileOutput::Flush()
         }
         rest.remove_prefix(written);
     }
-    m_buffer.clear();
+    m_buffer.erase(0, m_buffer.size() - rest.size());
     return true;
 }
 
 bool FileOutput::Commit()
 {
-    if (!m_file || !m_error.empty() || !Flush())
+    if (!m_file || !m_error.empty() || !Flush(1))
         return false;
     if (!Close() || !FileCalls().Replace(m_beside.c_str(), m_path.c_str()))
         return Fail();

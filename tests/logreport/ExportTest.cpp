@@ -103,14 +103,23 @@ TEST_F(ExportTest, HostileTextsStayWhatTheyAre)
                        {"", "", "", 0}};
     for (const auto& each : cases)
     {
-        service.messages.assign(1, FullMessage(each.text, each.text));
-        EXPECT_EQ("", Run("a.csv", 1, 1));
-        EXPECT_EQ(std::string("\xEF\xBB\xBF") + each.csv + "," + each.csv + "\r\n", files.Contents("a.csv"));
-        EXPECT_EQ("", Run("a.xml", 1, 1, 1, {kLogMsgTopic}));
-        EXPECT_TRUE(files.Contents("a.xml").find("<Topic>" + std::string(each.xml) + "</Topic>") !=
-                    std::string::npos)
-            << files.Contents("a.xml");
-        EXPECT_EQ(each.replaced, replaced);
+        for (const std::size_t size : {0, 15, 16, 33})
+        {
+            const std::string filler(size, 'x'); // special bytes are looked for 16 at a time
+            const std::string csv = each.csv;
+            const std::string quote = csv[0] == '"' ? "\"" : "";
+            const std::string inner = csv.substr(quote.size(), csv.size() - 2 * quote.size());
+            const std::string value = quote + filler + inner + filler + quote;
+            const ZEMA::String text = (filler + each.text.c_str() + filler).c_str();
+            service.messages.assign(1, FullMessage(text, text));
+            EXPECT_EQ("", Run("a.csv", 1, 1));
+            EXPECT_EQ("\xEF\xBB\xBF" + value + "," + value + "\r\n", files.Contents("a.csv"));
+            EXPECT_EQ("", Run("a.xml", 1, 1, 1, {kLogMsgTopic}));
+            EXPECT_NE(std::string::npos,
+                      files.Contents("a.xml").find("<Topic>" + filler + each.xml + filler + "</Topic>"))
+                << files.Contents("a.xml");
+            EXPECT_EQ(each.replaced, replaced);
+        }
     }
     service.messages.assign(1, FullMessage("body", ZEMA::String("a\0b", 3)));
     Run("a.xml", 1, 1, 1, {kLogMsgTopic});

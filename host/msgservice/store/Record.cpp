@@ -44,11 +44,17 @@ std::uint64_t Take(const char*& from)
     }
 }
 
-std::string_view TakeText(const char*& from, std::uint64_t size)
+OwnTexts TakeTexts(const char* from)
 {
-    const std::string_view text(from, static_cast<std::size_t>(size));
-    from += size + 1;
-    return text;
+    const auto timestamp = static_cast<std::size_t>(Take(from));
+    const auto body = static_cast<std::size_t>(Take(from));
+    return {{from, timestamp}, {from + timestamp + 1, body}};
+}
+
+void Skip(const char*& from, int numbers)
+{
+    for (; numbers > 0; ++from)
+        numbers -= static_cast<unsigned char>(*from) < 0x80;
 }
 
 // Small numbers of either sign are short.
@@ -137,10 +143,9 @@ Record DecodeRecord(const char* bytes)
     if ((flags & kHasIndent) != 0)
         record.indent = static_cast<std::uint32_t>(Take(bytes));
     record.countsSourceLine = (flags & kCountsSourceLine) != 0;
-    const std::uint64_t timestamp = Take(bytes);
-    const std::uint64_t body = Take(bytes);
-    record.timestamp = TakeText(bytes, timestamp);
-    record.body = TakeText(bytes, body);
+    const OwnTexts texts = TakeTexts(bytes);
+    record.timestamp = texts.timestamp;
+    record.body = texts.body;
     return record;
 }
 
@@ -163,10 +168,16 @@ std::uint32_t DecodeText(const char* bytes, SharedText text)
     if ((flags & 1u << text) == 0)
         return 0;
     TakeTime(bytes, flags);
-    const int before = 1 + std::popcount(flags & ((1u << text) - 1)); // the level and texts
-    for (int i = 0; i < before; ++i)
-        Take(bytes);
+    Skip(bytes, 1 + std::popcount(flags & ((1u << text) - 1))); // the level and texts
     return static_cast<std::uint32_t>(Take(bytes));
+}
+
+OwnTexts DecodeTexts(const char* bytes)
+{
+    const std::uint32_t flags = TakeFlags(bytes);
+    TakeTime(bytes, flags);
+    Skip(bytes, 1 + std::popcount(flags & (kTextFlags | kNumberFlags << kFirstNumber | kHasIndent)));
+    return TakeTexts(bytes);
 }
 
 } // namespace msgservice

@@ -52,4 +52,11 @@ Time DecodeTime(const char* bytes);
 std::uint32_t DecodeLevel(const char* bytes);
 std::uint32_t DecodeText(const char* bytes, SharedText text);
 
+struct OwnTexts
+{
+    std::string_view timestamp;
+    std::string_view body;
+};
+OwnTexts DecodeTexts(const char* bytes);
+
 } // namespace msgservice

@@ -29,7 +29,7 @@ void Put(ZEMA::String& to, std::string_view text)
 
 const char* StoredMessage::GetTimestamp() const
 {
-    return Fields().timestamp.data();
+    return DecodeTexts(Bytes()).timestamp.data();
 }
 
 std::uint32_t StoredMessage::GetIndent(std::uint32_t bound) const
@@ -39,7 +39,7 @@ std::uint32_t StoredMessage::GetIndent(std::uint32_t bound) const
 
 std::uint32_t StoredMessage::GetLevel() const
 {
-    return Fields().level;
+    return DecodeLevel(Bytes());
 }
 
 const char* StoredMessage::GetLevelText() const
@@ -49,7 +49,7 @@ const char* StoredMessage::GetLevelText() const
 
 const char* StoredMessage::GetBody() const
 {
-    return Fields().body.data();
+    return DecodeTexts(Bytes()).body.data();
 }
 
 void StoredMessage::GetSource(ZEMA::String& text) const

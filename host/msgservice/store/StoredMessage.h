@@ -38,8 +38,12 @@ public:
     ILogMsgData* Clone() const override;
 
 private:
+    const char* Bytes() const { return m_store->BytesAt(m_index); }
     Record Fields() const { return m_store->At(m_index); }
-    std::string_view Shared(SharedText field) const { return m_store->Texts().Text(Fields().texts[field]); }
+    std::string_view Shared(SharedText field) const
+    {
+        return m_store->Texts().Text(DecodeText(Bytes(), field));
+    }
 
     const MessageStore* m_store;
     std::uint32_t m_index;

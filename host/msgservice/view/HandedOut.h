@@ -3,7 +3,6 @@
 
 #include "msgservice/store/StoredMessage.h"
 
-#include <unordered_map>
 #include <vector>
 
 namespace msgservice
@@ -16,6 +15,8 @@ class HandedOut
 public:
     StoredMessage* Get(const MessageStore& store, std::uint32_t message)
     {
+        if (message / kPiece >= m_pieces.size())
+            m_pieces.resize(message / kPiece + 1);
         std::vector<StoredMessage>& piece = m_pieces[message / kPiece];
         if (piece.empty())
         {
@@ -31,7 +32,7 @@ public:
 private:
     static constexpr std::uint32_t kPiece = 512;
 
-    std::unordered_map<std::uint32_t, std::vector<StoredMessage>> m_pieces;
+    std::vector<std::vector<StoredMessage>> m_pieces;
 };
 
 } // namespace msgservice

@@ -18,13 +18,9 @@ constexpr std::size_t kFewPart = 64; // so much of a view and less is inserted o
 
 View::View(std::shared_ptr<const MessageStore> store, const ViewDescription& description)
     : m_store(std::move(store)), m_description(description), m_filter(*m_store, description),
+      m_isPlain(m_filter.PassesAll() && !IsSorted(description.keys) && description.showDuplicates),
       m_end(description.firstIndex)
 {
-}
-
-bool View::IsPlain() const
-{
-    return m_filter.PassesAll() && !IsSorted(m_description.keys) && m_description.showDuplicates;
 }
 
 std::uint32_t View::Count() const

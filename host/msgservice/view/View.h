@@ -20,7 +20,7 @@ public:
     const ViewDescription& Description() const { return m_description; }
     const MessageStore& Store() const { return *m_store; }
 
-    bool IsPlain() const; // shows all messages as they arrived
+    bool IsPlain() const { return m_isPlain; } // shows all messages as they arrived
     std::uint32_t Count() const;
     std::uint32_t MessageAt(std::uint32_t position) const;
     std::optional<std::uint32_t> PositionOf(std::uint32_t message) const;
@@ -57,6 +57,7 @@ private:
     std::shared_ptr<const MessageStore> m_store;
     ViewDescription m_description;
     MessageFilter m_filter;
+    bool m_isPlain;
     std::uint32_t m_end = 0;
     std::vector<std::uint32_t> m_order;             // empty for a plain view
     mutable std::vector<std::uint32_t> m_positions; // by message, from 1 on; 0 for those left out

@@ -7,7 +7,6 @@
 #include <deque>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 // A report: rows, one after the other.
@@ -54,14 +53,20 @@ public:
 
 private:
     class XmlRow;
+    struct Tags
+    {
+        std::string name; // as it was given
+        std::string begin;
+        std::string end;
+    };
 
     void AppendText(const char* text, std::size_t length);
-    const std::string& CachedName(const char* name);
+    const Tags& TagsOf(const char* name);
 
     ZEMA::IOutput& m_output;
     std::string m_root;
     std::string m_row;  // the one that is open; its memory is used again,
     std::string m_utf8; // as this is
-    std::deque<std::pair<std::string, std::string>> m_names; // as given, and as elements
+    std::deque<Tags> m_tags;
     std::uint64_t m_replaced = 0;
 };

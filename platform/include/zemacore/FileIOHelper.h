@@ -56,7 +56,7 @@ public:
 
 private:
     bool Fail();
-    bool Flush();
+    bool Flush(std::size_t least);
     bool Close();
 
     std::string m_path;

@@ -6,6 +6,7 @@
 #include "ShownWindow.h"
 
 #include "msgservice/MsgService.h"
+#include "qmcommon/QmClipboard.h"
 
 #include <optional>
 
@@ -39,6 +40,7 @@ public:
         MeasurePainting("previews", Shown::Previews);
         MeasureRemembered();
         MeasureMany();
+        MeasureCopy();
     }
 
 private:
@@ -170,6 +172,44 @@ private:
                 ::UpdateWindow(list.m_hWnd);
             }
         });
+    }
+
+    void MeasureCopy()
+    {
+        const std::uint32_t count = m_options.quick ? 10'000 : 100'000;
+        msgservice::MsgService service(Messages(count).Stored());
+        service.Settle();
+        CReportCtrlLog viewer;
+        Check(viewer.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &m_frame, 1) != FALSE,
+              "the viewer");
+        viewer.SetSavesState(false);
+        viewer.SetUseAllFields(true);
+        viewer.SetHideRow(0);
+        service.AddViewer(viewer);
+        viewer.TakeOver();
+        viewer.SelectAll();
+        Check(viewer.CopyMessages(), "the clipboard");
+        const std::size_t size = ClipboardSize();
+        const std::string bytes(size, 'x');
+        const auto put = [&] {
+            Check(QmSetClipboard(m_frame.m_hWnd, CF_PRIVATEFIRST, bytes.data(), size), "the clipboard");
+        };
+        const auto copy = [&] { Check(viewer.CopyMessages(), "the clipboard"); };
+        Judge("copy a message of " + std::to_string(count),
+              Comparison({{count, put}, {count, copy}}, Rounds(5)), "giving the clipboard its bytes alone",
+              {});
+        service.RemoveViewer(viewer);
+    }
+
+    // The bytes of what the clipboard was given.
+    std::size_t ClipboardSize()
+    {
+        std::size_t size = 0;
+        Check(::OpenClipboard(m_frame.m_hWnd) != FALSE, "the clipboard");
+        for (const UINT format : {UINT{CF_UNICODETEXT}, ::RegisterClipboardFormat("CSV")})
+            size += ::GlobalSize(::GetClipboardData(format));
+        ::CloseClipboard();
+        return size;
     }
 
     Options m_options;

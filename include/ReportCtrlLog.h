@@ -132,6 +132,11 @@ public:
     void SetUseAllFields(bool all);
     bool GetUseAllFields();
 
+    // Whether values of CSV that begin with "=", "+", "-" or "@", and are no numbers, get an apostrophe in
+    // front, so that a spreadsheet that opens messages of strangers calculates nothing; off at first.
+    void SetGuardsFormulas(bool guards);
+    bool GetGuardsFormulas();
+
     // The commands of a menu of the view; those for an Edit menu and for a File menu.
     void Scan(IQmCommand& collector) override;
     void ScanEdit(IQmCommand& collector);

@@ -4,6 +4,7 @@
 #include "logreport/QmLogConfig.h"
 #include "logreport/QmReportFieldChooser.h"
 #include "logreport/ReportCtrlLogData.h"
+#include "logreport/model/CopiedMessages.h"
 #include "logreport/model/Export.h"
 #include "qmcommon/QmClipboard.h"
 #include "zemacore/WideText.h"
@@ -183,6 +184,16 @@ bool CReportCtrlLog::GetUseAllFields()
     return m_data->usesAllFields;
 }
 
+void CReportCtrlLog::SetGuardsFormulas(bool guards)
+{
+    m_data->guardsFormulas = guards;
+}
+
+bool CReportCtrlLog::GetGuardsFormulas()
+{
+    return m_data->guardsFormulas;
+}
+
 std::vector<std::int32_t> CReportCtrlLog::GetActionFields()
 {
     std::vector<std::int32_t> columns;
@@ -231,6 +242,7 @@ bool CReportCtrlLog::ExportTo(const char* path)
         return false;
     const HeldView held(*this, m_data->isActing);
     logreport::Export work(*m_data->source.service, path, GetActionFields(), first, last);
+    work.SetGuardsFormulas(m_data->guardsFormulas);
     const auto step = [&] { return held.IsThere() && work.Step(kMessagesAStep); };
     if (work.Begin() && !logreport::RunSteps(*this, kExportTitle, step, [&work] { return work.Progress(); }))
         return false;
@@ -252,32 +264,23 @@ bool CReportCtrlLog::CopyMessages()
     if (last < first)
         return false;
     const HeldView held(*this, m_data->isActing);
-    std::string text;
-    std::string table;
-    ZEMA::StringOutput textOutput(text);
-    ZEMA::StringOutput tableOutput(table);
-    CQmLogStreamText asText(*m_data->source.service, textOutput, GetActionFields());
-    CQmLogStreamCSV asTable(*m_data->source.service, tableOutput, GetActionFields(),
-                            CQmLogStreamCSV::Mark::None);
-    std::uint64_t next = first;
+    logreport::CopiedMessages copied(*m_data->source.service, GetActionFields(), first, last);
+    copied.SetGuardsFormulas(m_data->guardsFormulas);
     bool isWanted = true;
     bool isAsked = false;
     const auto step = [&] {
-        for (std::uint32_t i = 0; i < kMessagesAStep && next <= last && held.IsThere(); ++i, ++next)
-        {
-            asText.WriteMsg(static_cast<std::uint32_t>(next));
-            asTable.WriteMsg(static_cast<std::uint32_t>(next));
-        }
-        if (text.size() > kMuch && !std::exchange(isAsked, true))
+        if (!held.IsThere() || !copied.Step(kMessagesAStep))
+            return false;
+        if (copied.Text().size() > kMuch && !std::exchange(isAsked, true))
             isWanted = MessageBox("More than 100 MB are to be copied. Go on?", "Copy",
                                   MB_YESNO | MB_ICONQUESTION) == IDYES;
-        return isWanted && next <= last && held.IsThere();
+        return isWanted;
     };
-    const auto progress = [&] {
-        return static_cast<double>(next - first) / (static_cast<double>(last - first) + 1);
-    };
-    if (!logreport::RunSteps(*this, "Copy", step, progress) || !isWanted || !held.IsThere())
+    if (!logreport::RunSteps(*this, "Copy", step, [&copied] { return copied.Progress(); }) || !isWanted ||
+        !held.IsThere())
         return false;
+    const std::string& text = copied.Text();
+    const std::string& table = copied.Table();
     ZEMA::WideString wide;
     ZEMA::ToWide(text.data(), text.size(), wide);
     static const UINT csv = ::RegisterClipboardFormat("CSV");

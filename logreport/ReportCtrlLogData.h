@@ -63,6 +63,7 @@ struct CReportCtrlLog::Data : logreport::ViewCommandOwner
     LRESULT columnClick = 0; // the parent's answer to the last one
 
     bool usesAllFields = false;
+    bool guardsFormulas = false;
     bool savesState = true;
     bool isActing = false; // an export or a copy is going on
 

@@ -205,6 +205,44 @@ until_shown '^notice: .*app.txt: no such file'
 leave
 grep -q 'app.txt' "$work/Profile.ini" && fail "a file that is gone is remembered"
 
+echo "Export: the errors, in three forms that other programs read back"
+text_log=$work/hostile.txt
+number=0
+for text in 'a, "b"' ']]> <&> =1+1' $'tab\there \x01' $'gr\xc3\xb6\xc3\x9fe' $'two\n  lines'; do
+    printf '2026-03-01 10:00:0%d ERROR [main] %s\n' "$((++number))" "$text"
+done >"$text_log"
+printf '2026-03-01 10:00:06 INFO [main] left out\n' >>"$text_log"
+start "$(windows_path "$text_log")"
+until_shown '^pane: Rows:6$'
+keys Up alt+m y
+until_shown '^pane: 5 of 6, filtered$'
+for form in txt csv xml; do
+    keys ctrl+a alt+e
+    until_true xdotool search --name '^Export file$' >/dev/null || fail "no dialog"
+    xdotool type --delay 10 "$(windows_path "$work/messages.$form")"
+    keys Return
+    until_true test -e "$work/messages.$form" || fail "nothing is exported as $form"
+    [[ $form == xml ]] && until_true xdotool search --name '^Export file$' >/dev/null && keys Return # of what was replaced
+done
+until_copied '*ERROR*two*lines'
+leave
+xmllint --noout "$work/messages.xml"
+python3 - "$work/messages" <<'PYTHON'
+import csv, sys
+from xml.etree import ElementTree
+
+texts = ['a, "b"', "]]> <&> =1+1", "tab\there \x01", "größe", "two\r\n  lines"]
+wanted = [[f"2026-03-01 10:00:0{n}", "ERROR", "main", text] for n, text in enumerate(texts, 1)]
+rows = list(csv.reader(open(sys.argv[1] + ".csv", encoding="utf-8-sig", newline="")))
+assert rows == wanted, (rows, wanted)
+messages = ElementTree.parse(sys.argv[1] + ".xml").getroot()
+assert messages.attrib == {"fields": "Timestamp Level Topic Body"}, messages.attrib
+rows = [[field.text for field in message] for message in messages]
+assert rows == [[field.replace("\x01", "\ufffd") for field in row] for row in wanted], rows
+text = open(sys.argv[1] + ".txt", encoding="utf-8", newline="").read()
+assert text == "".join("\t".join(row) + "\n" for row in wanted), text
+PYTHON
+
 echo "Logs that are not shown are told of, as soon as they come"
 QM_LOG_FOLDER=$(windows_path "$work/other") start
 until_shown '^notice: There are no logs in Z:.*other yet'

@@ -12,7 +12,7 @@ packages=(
     libhowardhinnant-date-dev nlohmann-json3-dev                    # dates, JSON
     libsqlite3-dev make tcl                                         # saved messages; making its one source file
     libgtest-dev libspdlog-dev                                       # tests; the benchmarks' peer
-    xvfb xauth xdotool x11-utils imagemagick xclip                  # windows on a virtual display, their test
+    xvfb xauth xdotool x11-utils imagemagick xclip libxml2-utils    # windows on a virtual display, their test
     clang-format clang-tidy gcovr
 )
 

@@ -50,8 +50,12 @@ bool Export::Begin()
     if (form == ExportForm::Text)
         m_stream = std::make_unique<CQmLogStreamText>(m_service, *m_file, m_fields);
     else if (form == ExportForm::Csv)
-        m_stream =
+    {
+        auto csv =
             std::make_unique<CQmLogStreamCSV>(m_service, *m_file, m_fields, CQmLogStreamCSV::Mark::ByteOrder);
+        csv->SetGuardsFormulas(m_guardsFormulas);
+        m_stream = std::move(csv);
+    }
     else
     {
         auto xml = std::make_unique<CQmLogStreamXML>(m_service, *m_file, m_fields);

@@ -33,6 +33,9 @@ public:
     Export(ILogMsgService& service, std::string path, std::vector<std::int32_t> fields, std::uint32_t first,
            std::uint32_t last);
 
+    // Before Begin; what CQmCSVWriter does with it.
+    void SetGuardsFormulas(bool guards) { m_guardsFormulas = guards; }
+
     // Makes the file; false if that is not possible, or if the path has another extension.
     bool Begin();
 
@@ -59,6 +62,7 @@ private:
     std::unique_ptr<ZEMA::FileOutput> m_file;
     std::unique_ptr<CQmLogStream> m_stream; // after the file: it writes its end when it goes
     CQmLogStreamXML* m_xml = nullptr;       // the stream, if it is one
+    bool m_guardsFormulas = false;
     std::string m_failure;
     std::uint64_t m_replaced = 0;
 };

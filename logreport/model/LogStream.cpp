@@ -1,5 +1,7 @@
 #include "logreport/model/LogStream.h"
 
+#include "zemacore/WideText.h"
+
 #include <ostream>
 #include <utility>
 
@@ -24,8 +26,8 @@ CQmLogStream::CQmLogStream(ILogMsgService& service, std::vector<std::int32_t> fi
 CQmLogStream::~CQmLogStream() = default;
 
 CQmLogStreamText::CQmLogStreamText(ILogMsgService& service, ZEMA::IOutput& output,
-                                   std::vector<std::int32_t> fields)
-    : CQmLogStream(service, std::move(fields)), m_output(&output)
+                                   std::vector<std::int32_t> fields, Encoding encoding)
+    : CQmLogStream(service, std::move(fields)), m_output(&output), m_encoding(encoding)
 {
 }
 
@@ -42,7 +44,12 @@ void CQmLogStreamText::WriteMsg(std::uint32_t id)
         return;
     m_line.clear();
     for (const std::int32_t field : m_fields)
-        m_line.append(m_text.Of(*message, field)) += '\t';
+    {
+        std::string_view text = m_text.Of(*message, field);
+        if (m_encoding == Encoding::Utf8 && ZEMA::ToUtf8(text.data(), text.size(), m_utf8))
+            text = m_utf8;
+        m_line.append(text) += '\t';
+    }
     if (!m_line.empty())
         m_line.pop_back();
     m_line += '\n';

@@ -36,14 +36,22 @@ protected:
 class CQmLogStreamText : public CQmLogStream
 {
 public:
-    CQmLogStreamText(ILogMsgService& service, ZEMA::IOutput& output, std::vector<std::int32_t> fields);
+    enum class Encoding
+    {
+        AsGiven,
+        Utf8 // texts in the code page become UTF-8
+    };
+    CQmLogStreamText(ILogMsgService& service, ZEMA::IOutput& output, std::vector<std::int32_t> fields,
+                     Encoding encoding = Encoding::AsGiven);
     CQmLogStreamText(ILogMsgService& service, std::ostream& output, std::vector<std::int32_t> fields);
     void WriteMsg(std::uint32_t id) override;
 
 private:
     ZEMA::IOutput* m_output = nullptr; // one of the two
     std::ostream* m_stream = nullptr;
+    Encoding m_encoding = Encoding::AsGiven;
     std::string m_line;
+    std::string m_utf8;
 };
 
 // A row of CSV for each message (QmCSVWriter.h), without a row of names.

@@ -1,5 +1,6 @@
 // Messages written to files: the forms, and that a file appears whole or not at all.
 #include "logreport/model/Export.h"
+#include "logreport/model/CopiedMessages.h"
 #include "tests/logreport/FullMessage.h"
 #include "tests/support/MemoryFiles.h"
 
@@ -155,6 +156,30 @@ TEST_F(ExportTest, GuardsFormulasIfAsked)
     }
     EXPECT_EQ("_1_a__", CQmReportWriterXML::ElementName("1 a-\xFC"));
     EXPECT_EQ("_", CQmReportWriterXML::ElementName(""));
+}
+
+TEST_F(ExportTest, WhatIsCopiedIsTextThatCanBePasted)
+{
+    service.messages.emplace_back("gr\xC3\xBC\xC3\x9F", "gr\xFC\xDF"); // in two encodings
+    service.messages.emplace_back("left out");
+    service.messages.emplace_back("=1,2", ZEMA::String("a\0b", 3));
+    service.hole = 2;
+    CopiedMessages copied(service, {kLogMsgTopic, kLogMsgBody}, 1, 3);
+    copied.SetGuardsFormulas(true);
+    EXPECT_EQ(0, copied.Progress());
+    EXPECT_TRUE(copied.Step(2));
+    EXPECT_DOUBLE_EQ(2.0 / 3, copied.Progress());
+    EXPECT_FALSE(copied.Step(2));
+    EXPECT_EQ("gr\xC3\xBC\xC3\x9F\tgr\xC3\xBC\xC3\x9F\na b\t=1,2\n", copied.Text());
+    EXPECT_EQ("gr\xC3\xBC\xC3\x9F,gr\xC3\xBC\xC3\x9F\r\na b,\"'=1,2\"\r\n", copied.Table());
+    EXPECT_EQ(1, copied.Progress());
+    EXPECT_FALSE(CopiedMessages(service, {}, 0xFFFFFFFF, 0xFFFFFFFF).Step(9));
+
+    Export work(service, "a.csv", {kLogMsgBody}, 3, 3);
+    work.SetGuardsFormulas(true);
+    EXPECT_TRUE(work.Begin());
+    EXPECT_FALSE(work.Step(1));
+    EXPECT_EQ("\xEF\xBB\xBF\"'=1,2\"\r\n", files.Contents("a.csv"));
 }
 
 TEST_F(ExportTest, SkipsWhatIsNotThereAndEndsAtTheLastId)

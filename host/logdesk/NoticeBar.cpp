@@ -5,8 +5,6 @@
 #include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
-#include <commctrl.h>
-#include <utility>
 
 namespace logdesk
 {
@@ -24,7 +22,6 @@ constexpr COLORREF kBackground = RGB(255, 242, 190);
 } // namespace
 
 BEGIN_MESSAGE_MAP(NoticeBar, CWnd)
-    ON_WM_DESTROY()
     ON_WM_PAINT()
 END_MESSAGE_MAP()
 
@@ -50,7 +47,7 @@ bool NoticeBar::SetLines(const std::vector<std::string>& lines)
         m_text += (m_text.empty() ? "" : "\r\n") + line;
     SetWindowText(m_text.c_str());
     ShowWindow(lines.empty() ? SW_HIDE : SW_SHOWNA);
-    UpdateTip();
+    m_tip.Show(m_hWnd, m_text.c_str(), kTipWidth);
     Invalidate();
     return isOtherHeight;
 }
@@ -67,32 +64,6 @@ int NoticeBar::GetLineHeight()
 int NoticeBar::GetHeight()
 {
     return m_lines.empty() ? 0 : 2 * kPadding + static_cast<int>(m_lines.size()) * GetLineHeight();
-}
-
-void NoticeBar::UpdateTip()
-{
-    TOOLINFO tool = {};
-    tool.cbSize = TTTOOLINFOA_V1_SIZE; // which every version of the control knows
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = m_hWnd;
-    tool.uId = reinterpret_cast<UINT_PTR>(m_hWnd);
-    tool.lpszText = m_text.data();
-    if (!m_tip)
-    {
-        m_tip =
-            ::CreateWindowEx(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                             0, 0, 0, 0, m_hWnd, nullptr, nullptr, nullptr);
-        ::SendMessage(m_tip, TTM_SETMAXTIPWIDTH, 0, kTipWidth); // also what makes it take line ends
-        ::SendMessage(m_tip, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
-    }
-    ::SendMessage(m_tip, TTM_UPDATETIPTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
-void NoticeBar::OnDestroy()
-{
-    if (m_tip)
-        ::DestroyWindow(std::exchange(m_tip, nullptr));
-    CWnd::OnDestroy();
 }
 
 void NoticeBar::OnPaint()

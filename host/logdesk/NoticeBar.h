@@ -2,6 +2,7 @@
 #pragma once
 
 #include "afxwin.h"
+#include "qmcommon/QmTip.h"
 
 #include <string>
 #include <vector>
@@ -24,17 +25,15 @@ public:
     int GetHeight();
 
 protected:
-    afx_msg void OnDestroy();
     afx_msg void OnPaint();
     DECLARE_MESSAGE_MAP()
 
 private:
     int GetLineHeight();
-    void UpdateTip();
 
     std::vector<std::string> m_lines;
     std::string m_text; // all of them
-    HWND m_tip = nullptr;
+    CQmTip m_tip;
 };
 
 } // namespace logdesk

@@ -106,6 +106,9 @@ public:
     int Add(CBitmap* image, CBitmap* mask);
     int Add(CBitmap* image, COLORREF transparent);
 
+    // Copies an icon; its number, -1 on failure.
+    int Add(HICON icon);
+
     // `drawing` says which image, where and how; the list is this one.
     BOOL DrawIndirect(IMAGELISTDRAWPARAMS* drawing);
 

@@ -59,6 +59,11 @@ int CImageList::Add(CBitmap* image, COLORREF transparent)
     return ::ImageList_AddMasked(m_hImageList, *image, transparent);
 }
 
+int CImageList::Add(HICON icon)
+{
+    return ImageList_AddIcon(m_hImageList, icon);
+}
+
 int CImageList::GetImageCount() const
 {
     return ::ImageList_GetImageCount(m_hImageList);

@@ -2,11 +2,11 @@
 
 #include "afxcontrolbarutil.h"
 #include "qmcommon/QmIcon.h"
+#include "qmcommon/QmTip.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "zemacore/WideText.h"
 
-#include <commctrl.h>
 #include <string>
 #include <utility>
 
@@ -40,16 +40,6 @@ ZEMA::WideString WideCaption(const CWnd& button)
     return wide;
 }
 
-TOOLINFOW ToolOf(HWND button)
-{
-    TOOLINFOW tool = {};
-    tool.cbSize = TTTOOLINFOW_V1_SIZE; // which every version of the control knows
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = button;
-    tool.uId = reinterpret_cast<UINT_PTR>(button);
-    return tool;
-}
-
 } // namespace
 
 struct CQmButtonXP::Data
@@ -57,7 +47,7 @@ struct CQmButtonXP::Data
     std::string image;
     HICON icon = nullptr;
     int iconSize = 0;
-    HWND tip = nullptr;
+    CQmTip tip;
 };
 
 BEGIN_MESSAGE_MAP(CQmButtonXP, CButton)
@@ -94,17 +84,7 @@ bool CQmButtonXP::LoadImage()
 
 void CQmButtonXP::SetTip(const char* tip)
 {
-    if (m_data->tip)
-        ::DestroyWindow(std::exchange(m_data->tip, nullptr));
-    if (!tip || !*tip)
-        return;
-    m_data->tip = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0,
-                                    0, 0, m_hWnd, nullptr, nullptr, nullptr);
-    ZEMA::WideString wide;
-    ZEMA::ToWide(tip, std::char_traits<char>::length(tip), wide);
-    TOOLINFOW tool = ToolOf(m_hWnd);
-    tool.lpszText = wide.data(); // the tip takes a copy
-    ::SendMessage(m_data->tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    m_data->tip.Show(m_hWnd, tip);
 }
 
 void CQmButtonXP::OnDestroy()

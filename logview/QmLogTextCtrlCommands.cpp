@@ -83,6 +83,7 @@ public:
     explicit CQmLogTextCtrlEntryCopy(CQmLogTextCtrl& text) : CQmEntryShortcut('C', kControl), m_text(text) {}
     void Execute() override { m_text.Copy(); }
     const char* GetCaption() override { return "&Copy"; }
+    const char* GetImage() override { return "Copy"; }
 
 private:
     CQmLogTextCtrl& m_text;

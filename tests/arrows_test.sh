@@ -100,7 +100,7 @@ parts='(commandline|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
 for file in host/logdesk/*.cpp; do
     if grep -qx "${file##*/}" <<<"$deskCore"; then
-        includes_only 'LogMsg\.h|commandline/\w+\.h|logdesk/\w+\.h|msgservice/\w+\.h' "$file"
+        includes_only 'LogMsg\.h|qmcommon/QmCommand(Shortcut)?\.h|commandline/\w+\.h|logdesk/\w+\.h|msgservice/\w+\.h' "$file"
         without_system "$file"
     else
         includes_only "$logs|$logWindows|$viewer|$core|$framework|$graphics|$common|$parts|Version\.h" "$file"

@@ -51,6 +51,7 @@ start() {
     wine "$bin/LogDesk.exe" "$@" </dev/null >"$work/output" 2>&1 &
     desk=$!
     until_shown "^title: .*LogDesk$"
+    until_shown '^msctls_statusbar32 .* visible$' # the window itself, which has a title before it shows
 }
 
 # LogDesk ends by Alt+F4 and answers 0.
@@ -73,12 +74,10 @@ until_copied() {
     until_true is_copied "$1" || fail "copied: $copied"
 }
 
-text_window() { sed -n "s/^QmTextCtrl \([0-9 ]*\) visible$/\1/p" <<<"$shown"; }
-
-# click X Y [BUTTON]: relative to the text window.
+# click X Y [BUTTON [CLASS]]: relative to the window of the class, the text window.
 click() {
     local left top rest
-    read -r left top rest < <(text_window)
+    read -r left top rest < <(sed -n "s/^${4-QmTextCtrl} \([0-9 ]*\) visible$/\1/p" <<<"$shown")
     xdotool mousemove "$((left + $1))" "$((top + $2))" click "${3-1}"
 }
 
@@ -129,7 +128,7 @@ keys Down ctrl+Return
 until_shown '^pane: Rows:7 . Selected:1 . Current:3$'
 keys Home alt+Down
 until_shown '^pane: Rows:7 . Selected:1 . Current:5$'
-keys F6 alt+i f # what was shown is not followed any more
+keys shift+F6 alt+i f # what was shown is not followed any more
 until_shown '^pane: Following$'
 
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
@@ -140,14 +139,33 @@ until_shown '^pane: 67 rows'
 
 echo "The menu, by mouse and keys: following pauses while scrolled up"
 until_shown '^pane: Following$'
-click 15 -12
+click 15 -12 1 ToolbarWindow32
 keys Right Right Right Right p
 click 100 100 4
 until_shown '^pane: Following paused$'
 
 until_shown '^pane: 67 messages$'
 
+echo "The tool bar: its buttons act on the pane with the focus, and it goes"
+keys ctrl+Home
+until_shown '^pane: Row 1: '
+click 147 12 1 ToolbarWindow32
+until_shown '^pane: Row 6: Main, number 6$'
+keys alt+v t
+until_shown '^ToolbarWindow32 .* hidden$'
+
+echo "The watch: the latest error, which Enter opens and Delete takes away"
+until_shown '^pane: 2 errors$'
+until_shown '^QmLogWatch .* visible$'
+keys F6 F6 Return
+until_true xdotool search --name '^Log Message$' >/dev/null || fail "no message"
+keys Escape Delete
+until_shown '^pane: No errors$'
+until_shown '^QmLogWatch .* hidden$'
+
 leave
+grep -q '^ToolBar=0' "$work/Profile.ini" || fail "the tool bar is not remembered"
+sed -i 's/^ToolBar=0/ToolBar=1/' "$work/Profile.ini"
 grep -q '^FollowPauses=1' "$work/Profile.ini" || fail "the option is not remembered"
 
 echo "A file: the caret on its log's first row, unfolded as far as that needs"

@@ -23,6 +23,7 @@ struct DeskCommand
     unsigned modifiers = 0;
     bool checked = false;
     bool enabled = true;
+    const char* image = nullptr; // as QmLoadIcon knows it
 };
 
 // A command that is a call.
@@ -37,6 +38,7 @@ public:
     unsigned GetModifiers() override { return m_command.modifiers; }
     bool IsChecked() override { return m_command.checked; }
     bool IsEnabled() override { return m_command.enabled; }
+    const char* GetImage() override { return m_command.image; }
 
 private:
     DeskCommand m_command;

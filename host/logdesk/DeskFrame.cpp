@@ -17,6 +17,7 @@ constexpr UINT kStatusId = 101;
 constexpr UINT kNoticesId = 102;
 constexpr UINT kSplitterId = 103;
 constexpr UINT kMessagesId = 104;
+constexpr UINT kToolsId = 105;
 constexpr UINT kPublish = WM_APP;
 constexpr UINT kStatusInterval = 250; // milliseconds
 constexpr int kPreviewLines = 10;
@@ -55,14 +56,15 @@ END_MESSAGE_MAP()
 
 DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     : m_place(std::move(place)), m_session(session), m_splitter([this](int top) { MoveSplitter(top); }),
-      m_status([this] { PressStatusButton(); }),
-      m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
+      m_status([this] { PressStatusButton(); }, [this] { ClearErrors(); },
+               [this] { FocusPane(ActivePane()); }),
+      m_errors(m_status.Watch()), m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
       m_logCommands([this](IQmCommand& collector) { GetTextCtrl().ScanFilePath(collector); }),
       m_editCommands([this](IQmCommand& collector) { m_messages.List().ScanEdit(collector); }),
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
       m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); }),
       m_logTextCommands([this](IQmCommand& collector) { ScanLogText(collector); }),
-      m_messages([this](IQmCommand& collector) { ScanMessages(collector); })
+      m_messages([this](IQmCommand& collector) { ScanMessages(collector); }, [this] { ClearErrors(); })
 {
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetMoreCommands(&m_logTextCommands);
@@ -133,12 +135,15 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     const CRect empty;
     if (!m_browser.Create(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, empty, this, kBrowserId))
         return -1;
+    if (!m_tools.Create(this, kToolsId, kFirstTool, m_options.showToolBar))
+        return -1;
     if (!m_notices.Create(this, kNoticesId) || !m_splitter.Create(this, kSplitterId))
         return -1;
     if (!m_messages.Create(*this, kMessagesId, kPublish, m_messageOptions))
         return -1;
     if (!m_status.Create(this, kStatusId))
         return -1;
+    m_menuDrawer.Attach(*this);
     PrepareMessages();
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
     return 0;
@@ -177,6 +182,7 @@ void DeskFrame::RememberOptions()
     m_options.preview = m_messages.List().GetShowPreview();
     m_options.pauseMessages = m_messages.List().GetFollowPauses();
     m_options.useAllFields = m_messages.List().GetUseAllFields();
+    m_options.showToolBar = m_tools.IsShown();
     if (m_place.file.empty())
     {
         m_options.showLogText = m_split.Shows(Pane::LogText);
@@ -203,8 +209,9 @@ void DeskFrame::LayOut()
     GetClientRect(client);
     m_status.GetWindowRect(status);
     const int width = client.Width();
-    int top = m_notices.GetHeight();
-    m_notices.MoveWindow(0, 0, width, top);
+    m_tools.MoveWindow(0, 0, width, m_tools.GetHeight());
+    m_notices.MoveWindow(0, m_tools.GetHeight(), width, m_notices.GetHeight());
+    int top = GetPanesTop();
     const PaneSplit::Heights heights = m_split.LayOut(client.Height() - top - status.Height());
     const auto place = [&](CWnd& wnd, int height) {
         wnd.MoveWindow(0, top, width, height);
@@ -216,13 +223,18 @@ void DeskFrame::LayOut()
     place(m_messages.List(), heights.messages);
 }
 
+int DeskFrame::GetPanesTop()
+{
+    return m_tools.GetHeight() + m_notices.GetHeight();
+}
+
 void DeskFrame::MoveSplitter(int top)
 {
     CRect client;
     CRect status;
     GetClientRect(client);
     m_status.GetWindowRect(status);
-    const int begin = m_notices.GetHeight();
+    const int begin = GetPanesTop();
     if (top == SplitterBar::kMiddle)
         m_split.SetShare(PaneSplit::kWhole / 2);
     else
@@ -253,14 +265,16 @@ bool DeskFrame::IsInMessages(HWND hwnd)
     return hwnd && (hwnd == list.m_hWnd || ::IsChild(list, hwnd));
 }
 
-// The one that has the focus, or will get it back.
+// The one that has the focus, will get it back, or had it before the status bar.
 Pane DeskFrame::ActivePane()
 {
     const HWND focus = ::GetFocus();
     const HWND within = focus && ::IsChild(m_hWnd, focus) ? focus : m_focus;
-    if (within && ::IsChild(m_hWnd, within))
-        return IsInMessages(within) ? Pane::Messages : Pane::LogText;
-    return m_split.Shows(Pane::LogText) ? Pane::LogText : Pane::Messages;
+    if (within && ::IsChild(m_hWnd, within) && !::IsChild(m_status, within))
+        m_lastPane = IsInMessages(within) ? Pane::Messages : Pane::LogText;
+    if (!m_split.Shows(m_lastPane))
+        return m_split.Shows(Pane::LogText) ? Pane::LogText : Pane::Messages;
+    return m_lastPane;
 }
 
 void DeskFrame::FocusPane(Pane pane)
@@ -275,11 +289,23 @@ void DeskFrame::FocusPane(Pane pane)
         m_browser.SetFocus();
 }
 
-void DeskFrame::ChangePane()
+// Log text, messages and watch, and then from the beginning.
+void DeskFrame::ChangePane(bool forward)
 {
-    const Pane other = ActivePane() == Pane::LogText ? Pane::Messages : Pane::LogText;
-    if (m_split.Shows(other))
-        FocusPane(other);
+    std::vector<HWND> places;
+    for (const Pane pane : {Pane::LogText, Pane::Messages})
+        if (m_split.Shows(pane))
+            places.push_back(pane == Pane::Messages ? m_messages.List().m_hWnd : m_browser.m_hWnd);
+    if (m_status.Watch().IsShowing())
+        places.push_back(m_status.Watch());
+    const auto hasFocus = [](HWND place) { return ::GetFocus() == place || ::IsChild(place, ::GetFocus()); };
+    const auto focused = std::find_if(places.begin(), places.end(), hasFocus);
+    const std::size_t at = static_cast<std::size_t>(focused - places.begin()) % places.size();
+    const HWND next = places[(at + (forward ? 1 : places.size() - 1)) % places.size()];
+    if (next == m_status.Watch().m_hWnd)
+        m_status.Watch().SetFocus();
+    else
+        FocusPane(IsInMessages(next) ? Pane::Messages : Pane::LogText);
 }
 
 // The focus returns to where it was within the frame, the find bar as well.

@@ -5,6 +5,7 @@
 #include "afxcmn.h"
 #include "logdesk/DeskEntry.h"
 #include "logdesk/DeskText.h"
+#include "logdesk/ErrorWatch.h"
 #include "logdesk/MessageView.h"
 #include "logdesk/NoticeBar.h"
 #include "logdesk/Notices.h"
@@ -14,6 +15,8 @@
 #include "logdesk/SplitterBar.h"
 #include "logdesk/StatusBar.h"
 #include "logdesk/ToldLines.h"
+#include "logdesk/ToolBar.h"
+#include "qmcommon/QmMenuDrawer.h"
 
 #include <optional>
 #include <string>
@@ -77,12 +80,14 @@ protected:
 
 private:
     static constexpr UINT_PTR kStatusTimer = 1;
+    static constexpr UINT kFirstTool = 0xB000; // the command of the tool bar's first button
 
     // Layout and focus
     void PrepareMessages();
     void LayOut();
+    int GetPanesTop();
     void MoveSplitter(int top);
-    void ChangePane();
+    void ChangePane(bool forward); // the watch is one of them while it shows something
     void FocusPane(Pane pane);
     bool IsInMessages(HWND hwnd);
     Pane ActivePane();
@@ -93,8 +98,13 @@ private:
     ViewState ReadView();
     StatusTexts ReadStatus();
     void PressStatusButton();
+    void ClearErrors();
     void Tell(const std::string& text); // in place of what was told before
     void ShowTitle();
+
+    // Tool bar
+    std::vector<IQmHandler*> ToolHandlers();
+    void ShowToolBar(bool show);
 
     // Menus
     static void MakeMenus(CMenu& bar);
@@ -123,16 +133,20 @@ private:
     MessageOptions m_messageOptions;
     PaneSplit m_split;
     RecentFiles m_recent;
+    ToolBar m_tools;
     NoticeBar m_notices;
     CQmLogBrowser m_browser;
     SplitterBar m_splitter;
     StatusBar m_status;
+    ErrorWatch m_errors;
     std::optional<FolderState> m_folder; // that the notices tell of
     ToldLines m_told;                    // by the service
     ToldLines m_answer;                  // to the last command
     std::string m_title;
     unsigned m_ticks = 0;
-    HWND m_focus = nullptr; // the window within that has, or will get back, the focus
+    HWND m_focus = nullptr;          // the window within that has, or will get back, the focus
+    Pane m_lastPane = Pane::LogText; // that had the focus
+    CQmMenuDrawer m_menuDrawer;
     DeskCommands m_fileCommands;
     DeskCommands m_logCommands;
     DeskCommands m_editCommands; // of the list

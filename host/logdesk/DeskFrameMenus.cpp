@@ -39,7 +39,8 @@ void DeskFrame::Scan(IQmCommand& collector)
 {
     GetTextCtrl().ScanFilePath(collector);
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl});
-    AddCommand(collector, {"Other Pane", [this] { ChangePane(); }, VK_F6});
+    AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
+    AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
                            m_messages.Service().IsBusy()});
 }
@@ -54,7 +55,7 @@ BOOL DeskFrame::PreTranslateMessage(MSG* message)
 
 void DeskFrame::ScanFile(IQmCommand& collector)
 {
-    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl});
+    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl, false, true, "FileOpen"});
     AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
     AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
                            m_messages.File().empty(), !m_messages.File().empty()});
@@ -77,8 +78,8 @@ void DeskFrame::ScanView(IQmCommand& collector)
     };
     pane("&Log Text", Pane::LogText);
     pane("&Messages", Pane::Messages);
-    AddCommand(collector, {"&Other Pane", [this] { ChangePane(); }, VK_F6, 0, false,
-                           m_split.Shows(Pane::LogText) && m_split.Shows(Pane::Messages)});
+    AddCommand(collector, {"&Other Pane", [this] { ChangePane(true); }, VK_F6});
+    AddCommand(collector, {"&Toolbar", [this] { ShowToolBar(!m_tools.IsShown()); }, 0, 0, m_tools.IsShown()});
     collector.AddSeparator();
     AddCommand(collector,
                {"&Pause Following When Scrolled Up",
@@ -90,9 +91,12 @@ void DeskFrame::ScanHelp(IQmCommand& collector)
     AddCommand(collector, {"&About LogDesk...", [this] { CDialog(IDD_ABOUT, this).DoModal(); }});
 }
 
-// The innermost window around the focus that offers commands; the browser where there is none.
+// The innermost window around the focus that offers commands; the browser where there is none, and for the
+// status bar.
 IQmHandler& DeskFrame::FocusHandler()
 {
+    if (::IsChild(m_status, ::GetFocus()))
+        return m_browser;
     for (HWND hwnd = ::GetFocus(); hwnd && hwnd != m_hWnd; hwnd = ::GetParent(hwnd))
         if (auto* const handler = dynamic_cast<IQmHandler*>(CWnd::FromHandlePermanent(hwnd)))
             return *handler;
@@ -129,9 +133,31 @@ void DeskFrame::OnInitMenuPopup(CMenu* popup, UINT index, BOOL system)
     m_menuHandler->Scan(menu);
 }
 
+// Whose commands the tool bar's are: those of the pane that has the focus come first.
+std::vector<IQmHandler*> DeskFrame::ToolHandlers()
+{
+    IQmHandler& list = m_messages.List();
+    if (ActivePane() == Pane::Messages)
+        return {&list, &m_fileCommands};
+    if (!m_split.Shows(Pane::Messages))
+        return {&GetTextCtrl(), &m_fileCommands};
+    return {&GetTextCtrl(), &m_fileCommands, &list};
+}
+
+void DeskFrame::ShowToolBar(bool show)
+{
+    m_tools.ShowWindow(show ? SW_SHOWNA : SW_HIDE);
+    LayOut();
+}
+
 // All menus number their items alike; the one that opened last is the one that was chosen from.
 BOOL DeskFrame::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info)
 {
+    if (code == CN_COMMAND && !info && id >= kFirstTool && id < kFirstTool + Tools().size())
+    {
+        UseTool(id - kFirstTool, ToolHandlers());
+        return TRUE;
+    }
     if (m_menuHandler && id >= kQmFirstCommand && id <= kQmLastCommand)
         return CQmHandlerWnd(m_menuHandler).OnCmdMsg(id, code, extra, info);
     return QmHandler<CWnd>::OnCmdMsg(id, code, extra, info);

@@ -25,9 +25,10 @@ void DeskFrame::ScanMessages(IQmCommand& collector)
     MessageList& list = m_messages.List();
     const std::uint32_t id = m_messages.FocusedId();
     const bool isPausing = list.GetFollowPauses();
-    AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kAlt});
-    AddCommand(collector,
-               {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt});
+    AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kAlt,
+                           false, true, "NextError.ico"});
+    AddCommand(collector, {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt,
+                           false, true, "PreviousError.ico"});
     AddCommand(collector, {"Show in Lo&g", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
                            m_messages.RowOf(id).has_value()});
     collector.AddSeparator();

@@ -110,6 +110,7 @@ StatusTexts DeskFrame::ReadStatus()
                                               : FollowState::Off;
     }
     texts.follow = FollowText(view);
+    texts.errors = ErrorsText(m_errors.Count());
     const MessageState messages = m_messages.State();
     texts.messages = MessagesText(messages);
     texts.button = MessagesButton(messages);
@@ -119,7 +120,21 @@ StatusTexts DeskFrame::ReadStatus()
 void DeskFrame::RefreshStatus()
 {
     ShowTitle();
+    m_errors.Take(m_messages.Service().Store());
     m_status.SetTexts(ReadStatus());
+    if (m_tools.IsShown())
+        m_tools.SetStates(ReadTools(ToolHandlers()));
+}
+
+// Whoever clears the list has seen its errors, too.
+void DeskFrame::ClearErrors()
+{
+    const bool hadFocus = ::GetFocus() == m_status.Watch().m_hWnd;
+    m_errors.Take(m_messages.Service().Store());
+    m_errors.Clear();
+    if (hadFocus)
+        FocusPane(ActivePane());
+    RefreshStatus();
 }
 
 void DeskFrame::PressStatusButton()

@@ -28,6 +28,11 @@ std::string MessagesText(const MessageState& state)
     return state.cleared > 0 ? text + ", " + Counted(state.cleared) + " cleared" : text;
 }
 
+std::string ErrorsText(std::uint32_t errors)
+{
+    return errors == 0 ? "No errors" : Counted(errors) + (errors == 1 ? " error" : " errors");
+}
+
 std::string MessagesButton(const MessageState& state)
 {
     if (state.busy)

@@ -23,6 +23,9 @@ struct MessageState
 // "1,200 of 5,000, filtered", "5,000 messages", "Sorting 42 %".
 std::string MessagesText(const MessageState& state);
 
+// "No errors", "1 error", "1,204 errors".
+std::string ErrorsText(std::uint32_t errors);
+
 // What the button beside it does: "Cancel", "Remove filters", or nothing.
 std::string MessagesButton(const MessageState& state);
 

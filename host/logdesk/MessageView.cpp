@@ -27,8 +27,13 @@ void MessageView::ViewWatch::SetMsgIdRange(std::uint32_t, std::uint32_t)
     m_list.ShowCleared();
 }
 
-MessageView::MessageView(MessageList::Commands commands)
-    : m_list(std::move(commands), [this] { Clear(); }), m_watch(m_list)
+MessageView::MessageView(MessageList::Commands commands, std::function<void()> cleared)
+    : m_list(std::move(commands),
+             [this, cleared = std::move(cleared)] {
+                 Clear();
+                 cleared();
+             }),
+      m_watch(m_list)
 {
     m_service.AddViewer(m_watch);
     m_service.AddViewer(m_list);

@@ -25,7 +25,8 @@ struct MessageOptions
 class MessageView
 {
 public:
-    explicit MessageView(MessageList::Commands commands);
+    // `cleared` is called when the user has cleared the list.
+    MessageView(MessageList::Commands commands, std::function<void()> cleared);
     ~MessageView();
     MessageView(const MessageView&) = delete;
     MessageView& operator=(const MessageView&) = delete;

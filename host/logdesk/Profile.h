@@ -22,6 +22,7 @@ struct WindowOptions
     bool preview = true;
     bool pauseMessages = true; // following, when scrolled up
     bool useAllFields = false; // in what is copied and exported
+    bool showToolBar = true;
 };
 
 // The place is brought within the screen that is nearest to it.

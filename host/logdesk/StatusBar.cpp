@@ -1,8 +1,10 @@
 #include "logdesk/StatusBar.h"
 
 #include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/GraphicText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace logdesk
 {
@@ -11,10 +13,13 @@ namespace
 {
 
 constexpr UINT kButtonId = 1;
+constexpr UINT kWatchId = 2;
 
 enum Part
 {
     kSessionPart,
+    kWatchPart,
+    kErrorsPart,
     kPlacePart,
     kRowsPart,
     kMessagesPart,
@@ -28,6 +33,7 @@ constexpr int kRowsColumns = 14;
 constexpr int kPlaceColumns = 32;
 constexpr int kAroundText = 3;
 constexpr int kAroundButton = 5;
+constexpr int kSessionShare = 4; // so much of the width stays to session and watch: a quarter
 
 } // namespace
 
@@ -48,6 +54,9 @@ BOOL StatusBar::Create(CWnd* parent, UINT id)
     if (!m_button.Create("BUTTON", "", WS_CHILD | BS_PUSHBUTTON, CRect(), this, kButtonId))
         return FALSE;
     m_button.SetFont(GetFont());
+    if (!m_watch.Create(WS_CHILD, CRect(), this, kWatchId))
+        return FALSE;
+    m_watch.SetOwnerWnd(parent);
     LayOut();
     return TRUE;
 }
@@ -69,18 +78,34 @@ int StatusBar::GetColumnWidth()
 void StatusBar::SetTexts(const StatusTexts& texts)
 {
     const bool isOtherWidth = texts.messages.size() != m_texts.messages.size() ||
-                              texts.button != m_texts.button || texts.rows.empty() != m_texts.rows.empty();
-    const std::array<std::string StatusTexts::*, kPartCount> parts = {
-        &StatusTexts::session, &StatusTexts::place, &StatusTexts::rows, &StatusTexts::messages,
-        &StatusTexts::follow};
-    for (std::size_t part = 0; part < parts.size(); ++part)
-        if (texts.*parts[part] != m_texts.*parts[part])
-            SetText((texts.*parts[part]).c_str(), static_cast<int>(part), 0);
+                              texts.errors.size() != m_texts.errors.size() ||
+                              texts.session != m_texts.session || texts.button != m_texts.button ||
+                              texts.rows.empty() != m_texts.rows.empty() || m_watch.IsShowing() != m_hasWatch;
+    constexpr std::pair<Part, std::string StatusTexts::*> parts[] = {
+        {kSessionPart, &StatusTexts::session},   {kErrorsPart, &StatusTexts::errors},
+        {kPlacePart, &StatusTexts::place},       {kRowsPart, &StatusTexts::rows},
+        {kMessagesPart, &StatusTexts::messages}, {kFollowPart, &StatusTexts::follow}};
+    for (const auto& [part, text] : parts)
+        if (texts.*text != m_texts.*text)
+            SetText((texts.*text).c_str(), part, 0);
     if (texts.button != m_texts.button)
         m_button.SetWindowText(texts.button.c_str());
     m_texts = texts;
+    m_watch.UpdateTip();
     if (isOtherWidth)
         LayOut();
+}
+
+// Of the room for session and watch: the watch has what the session's text leaves, and half of it at least.
+int StatusBar::GetSessionRight(int room)
+{
+    if (!m_hasWatch)
+        return room;
+    CClientDC dc(this);
+    const VkGrafic::Selected selected(dc, GetFont()->GetSafeHandle());
+    const GraphicText text(dc);
+    const int width = text.GetWidth(m_texts.session.data(), static_cast<int>(m_texts.session.size()));
+    return std::min(width + kAroundText * GetColumnWidth(), room / 2);
 }
 
 void StatusBar::LayOut()
@@ -91,16 +116,39 @@ void StatusBar::LayOut()
     const int buttonColumns =
         m_texts.button.empty() ? 0 : static_cast<int>(m_texts.button.size()) + kAroundButton;
     const int messagesColumns = static_cast<int>(m_texts.messages.size()) + kAroundText + buttonColumns;
+    const int errorsColumns = static_cast<int>(m_texts.errors.size()) + kAroundText;
+    m_hasWatch = m_watch.IsShowing();
     int rights[kPartCount] = {};
     rights[kFollowPart] = -1;
     rights[kMessagesPart] = std::max(0, client.Width() - kFollowColumns * column);
     rights[kRowsPart] = std::max(0, rights[kMessagesPart] - messagesColumns * column);
     rights[kPlacePart] = std::max(0, rights[kRowsPart] - (m_texts.rows.empty() ? 0 : kRowsColumns * column));
-    rights[kSessionPart] = std::max(0, rights[kPlacePart] - kPlaceColumns * column);
+    const int left = errorsColumns * column + static_cast<int>(client.Width()) / kSessionShare;
+    const int placeRoom = std::clamp(rights[kPlacePart] - left, 0, kPlaceColumns * column);
+    rights[kErrorsPart] = rights[kPlacePart] - placeRoom;
+    rights[kWatchPart] = std::max(0, rights[kErrorsPart] - errorsColumns * column);
+    rights[kSessionPart] = GetSessionRight(rights[kWatchPart]);
     SetParts(kPartCount, rights);
-    const int right = rights[kMessagesPart] - 2;
-    m_button.MoveWindow(right - buttonColumns * column, 2, buttonColumns * column,
-                        std::max(0, static_cast<int>(client.Height()) - 2));
+    PlaceWatch();
+    PlaceButton(buttonColumns);
+}
+
+void StatusBar::PlaceWatch()
+{
+    CRect part;
+    SendMessage(SB_GETRECT, kWatchPart, reinterpret_cast<LPARAM>(&part));
+    ::InflateRect(part, -1, -1); // within its border
+    m_watch.MoveWindow(part.left, part.top, std::max(0, part.Width()), std::max(0, part.Height()));
+    m_watch.ShowWindow(m_hasWatch ? SW_SHOWNA : SW_HIDE);
+}
+
+// At the end of the messages' part.
+void StatusBar::PlaceButton(int columns)
+{
+    CRect part;
+    SendMessage(SB_GETRECT, kMessagesPart, reinterpret_cast<LPARAM>(&part));
+    const int width = columns * GetColumnWidth();
+    m_button.MoveWindow(part.right - 2 - width, 2, width, std::max(0, static_cast<int>(part.bottom) - 2));
     m_button.ShowWindow(m_texts.button.empty() ? SW_HIDE : SW_SHOWNA);
 }
 

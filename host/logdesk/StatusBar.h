@@ -2,6 +2,7 @@
 #pragma once
 
 #include "afxcmn.h"
+#include "logdesk/DeskWatch.h"
 
 #include <array>
 #include <functional>
@@ -14,7 +15,8 @@ namespace logdesk
 struct StatusTexts
 {
     std::string session;
-    std::string place; // in the window that has the focus
+    std::string errors; // beside the watch, which shows the latest one
+    std::string place;  // in the window that has the focus
     std::string rows;
     std::string messages;
     std::string button; // at the end of that pane
@@ -22,16 +24,23 @@ struct StatusTexts
     bool operator==(const StatusTexts&) const = default;
 };
 
-// The session has what the others leave, which is enough for its long text in a window of usual width.
+// The session and the watch have what the others leave. The watch has no place while it shows nothing, and
+// the session then has enough for its long text in a window of usual width.
 class StatusBar : public CStatusBarCtrl
 {
 public:
-    explicit StatusBar(std::function<void()> pressed) : m_pressed(std::move(pressed)) {}
+    // What the user asks for: by the button, by the watch's menu, and by leaving the watch.
+    StatusBar(std::function<void()> pressed, std::function<void()> clear, std::function<void()> leave)
+        : m_pressed(std::move(pressed)), m_watch(std::move(clear), std::move(leave))
+    {
+    }
     ~StatusBar() override;
 
     BOOL Create(CWnd* parent, UINT id);
 
-    // Paints only what is another text than before.
+    DeskWatch& Watch() { return m_watch; }
+
+    // Paints only what is another text than before, and makes room for what the watch shows.
     void SetTexts(const StatusTexts& texts);
 
     // After the parent's size has changed.
@@ -43,10 +52,15 @@ protected:
 
 private:
     int GetColumnWidth();
+    int GetSessionRight(int room);
+    void PlaceWatch();
+    void PlaceButton(int columns);
 
     std::function<void()> m_pressed;
     StatusTexts m_texts;
     CWnd m_button;
+    bool m_hasWatch = false; // a place
+    DeskWatch m_watch;
 };
 
 } // namespace logdesk

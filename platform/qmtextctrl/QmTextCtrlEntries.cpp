@@ -22,6 +22,11 @@ const char* CQmTextCtrlEntryFindInput::GetCaption()
     return "&Find...";
 }
 
+const char* CQmTextCtrlEntryFindInput::GetImage()
+{
+    return "Find";
+}
+
 CQmTextCtrlEntryFindNext::CQmTextCtrlEntryFindNext(CQmTextCtrl* textCtrl)
     : CQmTextCtrlEntry(textCtrl, VK_F3, 0)
 {
@@ -75,4 +80,9 @@ void CQmTextCtrlEntrySelectAll::Execute()
 const char* CQmTextCtrlEntrySelectAll::GetCaption()
 {
     return "Select &All";
+}
+
+const char* CQmTextCtrlEntrySelectAll::GetImage()
+{
+    return "SelectAll";
 }

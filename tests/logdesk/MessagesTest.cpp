@@ -1,4 +1,5 @@
 // The messages' part of the window: its texts, the user's place in the list, the made-up messages.
+#include "logdesk/ErrorCount.h"
 #include "logdesk/ListPlace.h"
 #include "logdesk/MessageText.h"
 #include "logdesk/Traffic.h"
@@ -33,6 +34,28 @@ TEST(MessageText, TellsCountsFiltersAndWork)
         EXPECT_EQ(text, logdesk::MessagesText(state));
         EXPECT_EQ(button, logdesk::MessagesButton(state));
     }
+}
+
+TEST(ErrorCount, CountsWhatHasComeSinceItWasCleared)
+{
+    const auto store = msgservice::MessageStore::Make();
+    logdesk::ErrorCount errors;
+    const auto take = [&](std::initializer_list<std::uint32_t> levels) {
+        for (const std::uint32_t level : levels)
+            store->Add({.level = level});
+        const auto last = errors.Take(*store, store->Count());
+        return logdesk::ErrorsText(errors.Count()) + (last ? " at " + std::to_string(*last) : "");
+    };
+    EXPECT_EQ("No errors", take({}));
+    EXPECT_EQ("1 error at 1", take({3, 4, 0}));
+    EXPECT_EQ("1 error", take({2, 6, 255}));
+    EXPECT_EQ("3 errors at 8", take({5, 1, 4, 3}));
+    errors.Clear();
+    EXPECT_EQ("No errors", take({}));
+    EXPECT_EQ("1 error at 11", take({3, 5}));
+    errors.Restart();
+    EXPECT_EQ("4 errors at 11", take({}));
+    EXPECT_EQ("1,204 errors", logdesk::ErrorsText(1204));
 }
 
 class TaggedMessage : public CCacheMsgData

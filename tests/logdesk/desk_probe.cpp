@@ -41,7 +41,7 @@ BOOL CALLBACK PrintChild(HWND child, LPARAM)
     std::printf("%s %ld %ld %ld %ld %s\n", className, rect.left, rect.top, rect.right, rect.bottom,
                 ::IsWindowVisible(child) ? "visible" : "hidden");
     if (std::string(className) == STATUSCLASSNAMEA)
-        for (WPARAM pane = 0; pane < 5; ++pane)
+        for (WPARAM pane = 0; pane < static_cast<WPARAM>(::SendMessageA(child, SB_GETPARTS, 0, 0)); ++pane)
             std::printf("pane: %s\n", PaneText(child, pane).c_str());
     if (::GetDlgCtrlID(child) == kNoticesId && ::IsWindowVisible(child))
     {

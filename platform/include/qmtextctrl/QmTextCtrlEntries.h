@@ -22,6 +22,7 @@ public:
     explicit CQmTextCtrlEntryFindInput(CQmTextCtrl* textCtrl);
     void Execute() override;
     const char* GetCaption() override;
+    const char* GetImage() override;
 };
 
 // "Find &Next", F3; disabled without a text to find.
@@ -51,4 +52,5 @@ public:
     explicit CQmTextCtrlEntrySelectAll(CQmTextCtrl* textCtrl);
     void Execute() override;
     const char* GetCaption() override;
+    const char* GetImage() override;
 };

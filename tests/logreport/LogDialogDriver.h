@@ -38,6 +38,17 @@ private:
     UINT_PTR m_timer;
 };
 
+// The size that a dialog's template gives, in dialog units.
+inline std::string SizeOf(HWND dialog)
+{
+    RECT unit = {0, 0, 400, 800};
+    ::MapDialogRect(dialog, &unit);
+    RECT client = {};
+    ::GetClientRect(dialog, &client);
+    return std::to_string((client.right * 400 + unit.right / 2) / unit.right) + " " +
+           std::to_string((client.bottom * 800 + unit.bottom / 2) / unit.bottom);
+}
+
 inline std::string TextOf(HWND dialog, int id)
 {
     char text[300] = "";

@@ -1,5 +1,6 @@
 // The column picker, driven by mouse and keys.
 #include "ReportHeaderCtrl.h"
+#include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
 #include "tests/support/NothingLeft.h"
 
@@ -73,12 +74,7 @@ TEST_F(ColumnPicker, AddsAndTakesAwayColumns)
 {
     viewer.PickColumns();
     ASSERT_TRUE(::IsWindowVisible(Picker()));
-    RECT unit = {0, 0, 400, 800};
-    RECT client = {};
-    ::MapDialogRect(Picker(), &unit);
-    ::GetClientRect(Picker(), &client);
-    EXPECT_EQ("125 135", Line((client.right * 400 + unit.right / 2) / unit.right,
-                              (client.bottom * 800 + unit.bottom / 2) / unit.bottom));
+    EXPECT_EQ("125 135", SizeOf(Picker()));
     ::SetWindowPos(Picker(), HWND_TOP, 20, 300, 0, 0, SWP_NOSIZE);
     const std::pair<std::function<void()>, const char*> steps[] = {
         {[] {}, "0 1 | 2 3 4 5 6 7 8 9 10 11 12"},
@@ -151,7 +147,7 @@ TEST_F(ColumnPicker, IsOneForTheProcess)
             viewer.SetSavesState(false);
             viewer.PickColumns();
         },
-        std::getenv("QM_TEST_LONG") ? 1000 : 20);
+        LongRounds());
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "ReportHeaderCtrl.h"
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
+#include "tests/support/NothingLeft.h"
 
 namespace
 {
@@ -15,17 +16,6 @@ void Choose(HWND dialog, int id, const char* text)
 int Entries(HWND dialog, int id)
 {
     return static_cast<int>(::SendDlgItemMessage(dialog, id, CB_GETCOUNT, 0, 0));
-}
-
-// The size that the template gives, in dialog units.
-std::string SizeOf(HWND dialog)
-{
-    RECT unit = {0, 0, 400, 800};
-    ::MapDialogRect(dialog, &unit);
-    RECT client = {};
-    ::GetClientRect(dialog, &client);
-    return Line((client.right * 400 + unit.right / 2) / unit.right,
-                (client.bottom * 800 + unit.bottom / 2) / unit.bottom);
 }
 
 struct FilterService : PlainService
@@ -156,6 +146,15 @@ TEST_F(LogDialogs, OneFilterIsEdited)
         viewer.EditFilter(kLogMsgBody, "value");
     }
     EXPECT_EQ(1, full.applied);
+    ExpectNothingLeft(
+        [this] {
+            const auto cancel = [](HWND dialog) { ::SendMessage(dialog, WM_COMMAND, IDCANCEL, 0); };
+            const auto filter = std::make_unique<Driver>("Edit Filter", cancel);
+            viewer.EditFilter(kLogMsgBody, "value");
+            const auto configuration = std::make_unique<Driver>("Log Configuration", cancel);
+            viewer.ConfigureView();
+        },
+        LongRounds());
 }
 
 } // namespace

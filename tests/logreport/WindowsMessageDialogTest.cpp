@@ -88,12 +88,7 @@ TEST_F(MessageDialog, ShowsEveryField)
 {
     viewed.view.at(3).m_body = "first\nsecond \xC3\xA9";
     Open(3, [](HWND dialog) {
-        RECT unit = {0, 0, 400, 800};
-        ::MapDialogRect(dialog, &unit);
-        RECT client = {};
-        ::GetClientRect(dialog, &client);
-        EXPECT_EQ("373 186", Line((client.right * 400 + unit.right / 2) / unit.right,
-                                  (client.bottom * 800 + unit.bottom / 2) / unit.bottom));
+        EXPECT_EQ("373 186", SizeOf(dialog));
         const std::tuple<int, const char*, int, const char*> fields[] = {
             {2053, "Severity:", 2031, "Warning"},
             {2055, "Topic:", 2034, "topic"},
@@ -296,7 +291,7 @@ TEST_F(MessageDialog, ResizesAndRemembersItsPlace)
 
 TEST_F(MessageDialog, LeavesNothingBehindAndOpensFromTheWatch)
 {
-    ExpectNothingLeft([this] { Open(3, Close); }, std::getenv("QM_TEST_LONG") ? 1000 : 20);
+    ExpectNothingLeft([this] { Open(3, Close); }, LongRounds());
     OpeningWatch watch;
     ASSERT_TRUE(watch.Create(WS_CHILD, CRect(0, 0, 100, 20), &parent, 9));
     watch.SetLogMsgService(&viewed);

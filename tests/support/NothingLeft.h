@@ -3,7 +3,14 @@
 
 #include "tests/support/GuiCounts.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
+
+// How often to open what is opened again and again in days of work.
+inline int LongRounds()
+{
+    return std::getenv("QM_TEST_LONG") ? 1000 : 20;
+}
 
 // Calls `act` again and again; the test fails if that leaves drawing objects or windows. The first rounds may
 // make what is kept for all.

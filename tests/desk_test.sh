@@ -190,9 +190,17 @@ keys alt+m y
 until_shown '^pane: 1 of 10, filtered$'
 keys alt+m t
 until_shown '^pane: 10 messages$'
+read -r left top _ < <(sed -n 's/^SysHeader32 \([0-9 ]*\) visible$/\1/p' <<<"$shown")
+keys Home
+xdotool mousemove "$((left + 170))" "$((top + 26))" click 3 # the level in the first row
+keys i
+until_true xdotool search --name '^Edit Filter$' >/dev/null || fail "no dialog"
+keys Return
+until_shown '^pane: 9 of 10, filtered$'
+keys alt+m t
+until_shown '^pane: 10 messages$'
 keys Home alt+Down
 until_shown '^pane: Rows:10 . Selected:1 . Current:9$'
-read -r left top _ < <(sed -n 's/^SysHeader32 \([0-9 ]*\) visible$/\1/p' <<<"$shown")
 for place in 9 0; do # the highest level last, then first: the row of the message, which stays focused
     xdotool mousemove "$((left + 230 - 5 * place))" "$((top + 8))" click 1 # apart, or it would be a double click
     until_shown "^pane: Rows:10 . Selected:1$([[ $place == 0 ]] || echo " . Current:$place")$"

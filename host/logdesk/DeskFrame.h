@@ -114,6 +114,7 @@ private:
     void ScanView(IQmCommand& collector);
     void ScanMessages(IQmCommand& collector); // beside the list's own
     void ScanMessageFilters(IQmCommand& collector);
+    void FilterOnValue();
     void ScanLogText(IQmCommand& collector); // beside the log text's own
     void ScanHelp(IQmCommand& collector);
 

@@ -29,6 +29,8 @@ void DeskFrame::ScanMessages(IQmCommand& collector)
                            false, true, "NextError.ico"});
     AddCommand(collector, {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt,
                            false, true, "PreviousError.ico"});
+    AddCommand(collector, {"F&ilter on This Value...", [this] { FilterOnValue(); }, 0, 0, false,
+                           list.CommandCell().row >= 0 && !m_messages.Service().IsBusy()});
     AddCommand(collector, {"Show in Lo&g", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
                            m_messages.RowOf(id).has_value()});
     collector.AddSeparator();
@@ -65,6 +67,16 @@ void DeskFrame::SetLeastLevel(std::uint32_t level)
 {
     m_messages.Service().SetLeastLevel(level);
     m_messages.Service().Apply();
+}
+
+// A further filter, with what the cell has; the user may change it before.
+void DeskFrame::FilterOnValue()
+{
+    MessageList& list = m_messages.List();
+    const MessageList::Cell cell = list.CommandCell();
+    const std::uint32_t id = list.GetMessageOffset() + static_cast<std::uint32_t>(cell.row);
+    if (cell.row >= 0)
+        list.EditFilter(cell.field, m_messages.FieldLine(id, cell.field).c_str());
 }
 
 void DeskFrame::GoToMessageError(Direction direction)

@@ -36,6 +36,7 @@ private:
 } // namespace
 
 BEGIN_MESSAGE_MAP(MessageList, CReportCtrlLog)
+    ON_WM_CONTEXTMENU()
     ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
@@ -56,6 +57,43 @@ void MessageList::ScanForFile(IQmCommand& collector)
 void MessageList::OnClear()
 {
     m_clear();
+}
+
+void MessageList::OnContextMenu(CWnd* wnd, CPoint point)
+{
+    m_isMenuByKey = point.x == -1 && point.y == -1;
+    CReportCtrlLog::OnContextMenu(wnd, point);
+    m_isMenuByKey = false;
+}
+
+void MessageList::OnMessageMenu(CPoint point)
+{
+    if (!m_isMenuByKey)
+        m_menuCell = CellAt(point);
+    CReportCtrlLog::OnMessageMenu(point);
+    m_menuCell.reset();
+}
+
+MessageList::Cell MessageList::CellAt(CPoint screen)
+{
+    _RVHITTESTINFO hit = {};
+    hit.pt = screen;
+    ScreenToClient(&hit.pt);
+    HitTest(&hit);
+    if (hit.row < 0)
+        return {};
+    return {hit.row, hit.subitem < 0 ? kLogMsgBody : static_cast<ILogMsgDataKind>(hit.subitem)};
+}
+
+MessageList::Cell MessageList::CommandCell()
+{
+    if (m_menuCell)
+        return *m_menuCell;
+    const int row = GetCurrentFocus();
+    const int column = GetCurrentFocusColumn();
+    if (row < 0)
+        return {};
+    return {row, column < 0 ? kLogMsgBody : static_cast<ILogMsgDataKind>(GetSubItemFromColumn(column))};
 }
 
 void MessageList::OnKeyDown(UINT key, UINT repeat, UINT flags)

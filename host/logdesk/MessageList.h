@@ -5,6 +5,7 @@
 #include "logdesk/ListPlace.h"
 
 #include <functional>
+#include <optional>
 
 namespace logdesk
 {
@@ -28,6 +29,15 @@ public:
     ListRows Place();
     void GoTo(const ListRows& rows);
 
+    // What a command for one cell is for: while the list's menu is open by the mouse the cell that was
+    // clicked, else the focused one. Where a whole row has the focus, and on a preview, it is the body.
+    struct Cell
+    {
+        int row = -1; // -1 for none
+        ILogMsgDataKind field = kLogMsgBody;
+    };
+    Cell CommandCell();
+
     // Gives a list without a focused row one, so that keys go on from what is seen.
     void FocusARow();
 
@@ -46,11 +56,17 @@ public:
 
 protected:
     void OnClear() override;
+    void OnMessageMenu(CPoint point) override;
+    afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     DECLARE_MESSAGE_MAP()
 
 private:
+    Cell CellAt(CPoint screen);
+
     Commands m_commands;
+    std::optional<Cell> m_menuCell;
+    bool m_isMenuByKey = false;
     std::function<void()> m_clear;
 };
 

@@ -4,6 +4,7 @@
 #include "logdesk/Traffic.h"
 #include "msgservice/sources/OpenSource.h"
 #include "msgservice/text/UserFormats.h"
+#include "msgservice/view/FieldText.h"
 
 #include <algorithm>
 
@@ -155,6 +156,17 @@ std::uint32_t MessageView::FocusedId()
 {
     const int row = m_list.GetCurrentFocus();
     return row >= 0 ? m_list.GetMessageOffset() + static_cast<std::uint32_t>(row) : kNoLogMsgId;
+}
+
+std::string MessageView::FieldLine(std::uint32_t id, ILogMsgDataKind field)
+{
+    const ILogMsgData* const message = m_service.GetMsg(id);
+    if (!message)
+        return "";
+    const msgservice::MessageStore& store = *m_service.Store();
+    msgservice::FieldText text(store);
+    const std::string_view all = text(store.At(static_cast<std::uint32_t>(message->GetTag()) - 1), field);
+    return std::string(all.substr(0, all.find_first_of("\r\n")));
 }
 
 std::string MessageView::TakeNotices()

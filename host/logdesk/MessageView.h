@@ -60,6 +60,9 @@ public:
     // The message with the focus; kNoLogMsgId if there is none.
     std::uint32_t FocusedId();
 
+    // The first line of a field of a message; empty if there is no such message.
+    std::string FieldLine(std::uint32_t id, ILogMsgDataKind field);
+
     MessageState State();
     void RemoveFilters();
     void CancelApply(); // and shows again what is in force

@@ -74,6 +74,13 @@ until_copied() {
     until_true is_copied "$1" || fail "copied: $copied"
 }
 
+# Presses Enter in windows of this name; true once there is none.
+dismissed() {
+    xdotool search --name "$1" >/dev/null || return 0
+    keys Return
+    return 1
+}
+
 # click X Y [BUTTON [CLASS]]: relative to the window of the class, the text window.
 click() {
     local left top rest
@@ -248,10 +255,17 @@ for form in txt csv xml; do
     xdotool type --delay 10 "$(windows_path "$work/messages.$form")"
     keys Return
     until_true test -e "$work/messages.$form" || fail "nothing is exported as $form"
-    [[ $form == xml ]] && until_true xdotool search --name '^Export file$' >/dev/null && keys Return # of what was replaced
 done
+until_true xdotool search --name '^Export file$' >/dev/null || fail "what was replaced is not told"
+until_true dismissed '^Export file$' || fail "the notice stays"
 until_copied '*ERROR*two*lines'
+keys alt+f a
+until_true xdotool search --name '^Save messages$' >/dev/null || fail "no dialog"
+xdotool type --delay 10 "$(windows_path "$work/kept")"
+keys Return
+until_shown '^notice: 6 messages are saved in Z:.*kept.zemalog$'
 leave
+[[ $(wine "$bin/logtool.exe" messages "$(windows_path "$work/kept.zemalog")" | wc -l) == 7 ]] || fail "not all is saved"
 xmllint --noout "$work/messages.xml"
 python3 - "$work/messages" <<'PYTHON'
 import csv, sys

@@ -169,6 +169,8 @@ void DeskFrame::PrepareMessages()
 
 void DeskFrame::OnClose()
 {
+    if (!MayLeave())
+        return;
     if (m_remember)
         RememberOptions();
     DestroyWindow();

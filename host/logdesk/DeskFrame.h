@@ -11,6 +11,7 @@
 #include "logdesk/Notices.h"
 #include "logdesk/PaneSplit.h"
 #include "logdesk/Profile.h"
+#include "logdesk/Saving.h"
 #include "logdesk/SessionFolder.h"
 #include "logdesk/SplitterBar.h"
 #include "logdesk/StatusBar.h"
@@ -124,6 +125,9 @@ private:
     void Open(const std::vector<std::string>& paths);
     bool OpenOne(const std::string& path, bool mayShowHere);
     bool ShowFile(const std::string& file);
+    void SaveMessages();
+    bool MayLeave(); // the user may want to wait for what is being saved
+    void TellSaved();
     void StartAnother(const std::string& path);
     void Remember(const std::string& path, bool isThere);
 
@@ -148,6 +152,7 @@ private:
     HWND m_focus = nullptr;          // the window within that has, or will get back, the focus
     Pane m_lastPane = Pane::LogText; // that had the focus
     CQmMenuDrawer m_menuDrawer;
+    std::unique_ptr<Saving> m_saving; // null while nothing is being saved
     DeskCommands m_fileCommands;
     DeskCommands m_logCommands;
     DeskCommands m_editCommands; // of the list

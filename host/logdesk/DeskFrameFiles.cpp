@@ -1,4 +1,5 @@
 // How files come into the frame.
+#include "Version.h"
 #include "afxdlgs.h"
 #include "logdesk/DeskFrame.h"
 #include "logdesk/OpenedFile.h"
@@ -130,6 +131,40 @@ bool DeskFrame::ShowFile(const std::string& file)
 void DeskFrame::ShowSessionMessages()
 {
     m_messages.ShowSession([folder = m_place.folder] { return LogsIn(folder); });
+}
+
+// All messages as they arrived, whatever the list sorts and filters; those that were cleared are left out.
+void DeskFrame::SaveMessages()
+{
+    const auto store = m_messages.Service().Store();
+    const std::uint32_t first = m_messages.Service().GetClearedCount();
+    const std::uint32_t end = store->Count();
+    const std::string file = m_messages.File();
+    CFileDialog dialog(FALSE, "zemalog", nullptr,
+                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR,
+                       "Saved messages (*.zemalog)|*.zemalog||", this);
+    dialog.m_ofn.lpstrTitle = "Save messages";
+    if (dialog.DoModal() != IDOK || m_saving)
+        return;
+    m_saving = std::make_unique<Saving>(
+        store, first, end, static_cast<LPCSTR>(dialog.GetPathName()),
+        msgservice::SavedAbout{"", "LogDesk", LOGDESK_VERSION, file.empty() ? m_place.folder : file});
+    RefreshStatus();
+}
+
+bool DeskFrame::MayLeave()
+{
+    return !m_saving || m_saving->IsDone() ||
+           MessageBox("The messages are still being saved. Leave, and give that up?", "LogDesk",
+                      MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+}
+
+void DeskFrame::TellSaved()
+{
+    if (!m_saving || !m_saving->IsDone())
+        return;
+    Tell(m_saving->Outcome());
+    m_saving.reset();
 }
 
 void DeskFrame::StartAnother(const std::string& path)

@@ -42,7 +42,7 @@ void DeskFrame::Scan(IQmCommand& collector)
     AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
-                           m_messages.Service().IsBusy()});
+                           m_messages.Service().IsBusy() || m_saving});
 }
 
 // Text window and list take characters for themselves; the frame's keys are none.
@@ -59,6 +59,8 @@ void DeskFrame::ScanFile(IQmCommand& collector)
     AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
     AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
                            m_messages.File().empty(), !m_messages.File().empty()});
+    AddCommand(collector, {"Save &As...", [this] { SaveMessages(); }, 0, 0, false,
+                           m_messages.State().all > 0 && !m_saving, "FileSave"});
     m_messages.List().ScanForFile(collector);
     collector.AddSeparator();
     m_recent = m_remember ? ReadRecentFiles() : m_recent;

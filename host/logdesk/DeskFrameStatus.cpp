@@ -22,6 +22,7 @@ void DeskFrame::OnTimer(UINT_PTR timer)
         return;
     }
     m_messages.Publish();
+    TellSaved();
     if (++m_ticks % kNoticeTicks == 0)
         RefreshNotices();
     RefreshStatus();
@@ -111,7 +112,9 @@ StatusTexts DeskFrame::ReadStatus()
     }
     texts.follow = FollowText(view);
     texts.errors = ErrorsText(m_errors.Count());
-    const MessageState messages = m_messages.State();
+    MessageState messages = m_messages.State();
+    messages.saving = m_saving != nullptr;
+    messages.saved = m_saving ? m_saving->Progress() : 0;
     texts.messages = MessagesText(messages);
     texts.button = MessagesButton(messages);
     return texts;
@@ -141,6 +144,8 @@ void DeskFrame::PressStatusButton()
 {
     if (m_messages.Service().IsBusy())
         m_messages.CancelApply();
+    else if (m_saving)
+        m_saving->Cancel();
     else
         m_messages.RemoveFilters();
     FocusPane(Pane::Messages);

@@ -17,8 +17,13 @@ struct MessageState
     bool sorted = false;
     bool busy = false;   // a view is being made
     double progress = 0; // of it, 0 to 1
+    bool saving = false; // a file is being written
+    double saved = 0;    // of it, 0 to 1
     bool operator==(const MessageState&) const = default;
 };
+
+// "1 row", "1,204 rows".
+std::string CountText(std::uint32_t count, const char* what);
 
 // "1,200 of 5,000, filtered", "5,000 messages", "Sorting 42 %".
 std::string MessagesText(const MessageState& state);

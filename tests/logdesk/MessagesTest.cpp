@@ -28,6 +28,7 @@ TEST(MessageText, TellsCountsFiltersAndWork)
         {{1200, 5000, 0, true, false, false, 0}, "1,200 of 5,000, filtered", "Remove filters"},
         {{1200, 5000, 0, true, true, true, 0.427}, "Sorting 42 %", "Cancel"},
         {{1200, 5000, 0, true, false, true, 0}, "Filtering 0 %", "Cancel"},
+        {{1200, 5000, 0, true, false, false, 0, true, 0.999}, "Saving 99 %", "Cancel"},
     };
     for (const auto& [state, text, button] : cases)
     {

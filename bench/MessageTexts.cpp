@@ -13,6 +13,7 @@ namespace
 {
 
 using namespace msgservice;
+using textmatch::Expression;
 
 // Hands out a text that is given again and again.
 class RepeatedText : public ByteInput

@@ -12,7 +12,10 @@ function(qm_sees target base)
     endforeach()
     target_include_directories(${target} PRIVATE ${root})
     if(QM_COVERAGE) # a header is counted once, whoever includes it by a link
-        target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${root}=${base}>)
+        foreach(folder IN LISTS ARGN)
+            target_compile_options(${target} PRIVATE
+                $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${root}/${folder}=${base}/${folder}>)
+        endforeach()
     elseif(WIN32)
         target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${root}=.>)
     endif()

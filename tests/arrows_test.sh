@@ -74,6 +74,10 @@ includes_only "$logs|$logWindows|$framework|$graphics|$common|logview/\w+\.h" lo
 without_system "${models[@]}"
 calls_windows logview/QmLogTextCtrl*.cpp
 
+# What finds texts knows nothing of what they are.
+includes_only 'textmatch/\w+\.h' textmatch/*.{h,cpp}
+without_system textmatch/*.{h,cpp}
+
 # The report control: its models see items only, its windows see the models.
 model='report/model/\w+\.h'
 includes_only "$items|$model" report/model/*.{h,cpp}
@@ -85,7 +89,7 @@ without_system report/{model,sort}/*.{h,cpp}
 calls_windows report/header/*.cpp report/!(ReportCell|ReportCtrlModel|ReportSort).cpp
 
 # The message viewer: its models know messages, and the records of the report control's items.
-includes_only "(LogMsg|QmLogState|ReportItem)\.h|qmcommandline/\w+\.h|qmcommon/Qm(Entry|Command|ReportWriterXML)\.h|$core|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
+includes_only "(LogMsg|QmLogState|ReportItem)\.h|qmcommandline/\w+\.h|qmcommon/Qm(Entry|Command|ReportWriterXML)\.h|$core|textmatch/\w+\.h|logreport/model/\w+\.h" logreport/model/*.{h,cpp}
 without_system logreport/model/*.{h,cpp}
 includes_only "$messages|Report(CtrlLog|HeaderCtrl|SubItemListCtrl)\.h|QmLog(State|Watch)\.h|$core|$framework|$graphics|$common|logreport/(\w+/)?\w+\.h|resources/\w+\.h" \
     logreport/*.{h,cpp}
@@ -93,8 +97,8 @@ calls_windows logreport/!(ReportCtrlLogState).cpp
 
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
 includes_only 'commandline/\w+\.h' host/commandline/*.{h,cpp}
-includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
-includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|logtool/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
+includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
+includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|logtool/\w+\.h|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
 viewer='(LogMsg|LogViewer|ReportCtrlLog|QmLogState)\.h'
 parts='(commandline|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)

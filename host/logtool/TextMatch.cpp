@@ -5,7 +5,7 @@
 namespace logtool
 {
 
-using msgservice::Expression;
+using textmatch::Expression;
 
 namespace
 {
@@ -32,7 +32,7 @@ TextMatch::TextMatch(const std::string& text, Syntax syntax, Case letterCase)
     {
         m_expression = std::make_unique<Expression>(text, syntax, letterCase);
     }
-    catch (const msgservice::ExpressionError& error)
+    catch (const textmatch::ExpressionError& error)
     {
         throw UsageError("--grep", "'" + text + "', at character " + std::to_string(error.Position() + 1) +
                                        ": " + error.what());

@@ -1,7 +1,7 @@
 // What "cat --grep" looks for in a row.
 #pragma once
 
-#include "msgservice/text/Expression.h"
+#include "textmatch/Expression.h"
 
 #include <cstddef>
 #include <memory>
@@ -16,8 +16,8 @@ namespace logtool
 class TextMatch
 {
 public:
-    using Syntax = msgservice::Expression::Syntax;
-    using Case = msgservice::Expression::Case;
+    using Syntax = textmatch::Expression::Syntax;
+    using Case = textmatch::Expression::Case;
 
     // Throws UsageError with the position when the expression is none.
     TextMatch(const std::string& text, Syntax syntax, Case letterCase);
@@ -34,7 +34,7 @@ public:
 
 private:
     std::string m_text; // empty for expressions
-    std::unique_ptr<msgservice::Expression> m_expression;
+    std::unique_ptr<textmatch::Expression> m_expression;
     std::size_t m_givenUp = 0;
 };
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "msgservice/Message.h"
-#include "msgservice/text/Expression.h"
 #include "msgservice/text/KeyedLine.h"
 #include "msgservice/text/TextFormat.h"
 #include "msgservice/text/TimeText.h"
+#include "textmatch/Expression.h"
 
 #include <optional>
 #include <string_view>
@@ -13,6 +13,8 @@
 
 namespace msgservice
 {
+
+using textmatch::Expression;
 
 // A format, ready to be used. One thread at a time.
 class LineParser
@@ -30,7 +32,7 @@ public:
         GivenUp // the expression costs too much on this line: it is taken as one that does not match
     };
 
-    // `format` must outlive the parser. Throws ExpressionError.
+    // `format` must outlive the parser. Throws textmatch::ExpressionError.
     LineParser(const TextFormat& format, const TextFormats& formats, Start start = Start::AsWritten,
                Expression::Speed speed = Expression::Speed::Compiled);
 

@@ -1,6 +1,6 @@
 #include "msgservice/text/LineReader.h"
 
-#include "msgservice/text/ByteSearch.h"
+#include "textmatch/ByteSearch.h"
 
 #include <algorithm>
 
@@ -116,7 +116,7 @@ void LineReader::BlankNuls(std::size_t from)
 {
     const std::span<char> added = std::span(m_text).subspan(from, m_end - from);
     char* const end = added.data() + added.size();
-    for (const char* at = added.data(); (at = FindByte(at, end, '\0')) != end; ++at)
+    for (const char* at = added.data(); (at = textmatch::FindByte(at, end, '\0')) != end; ++at)
         added[static_cast<std::size_t>(at - added.data())] = ' ';
 }
 
@@ -125,7 +125,7 @@ bool LineReader::NextLine(std::string_view& line)
     while (true)
     {
         const char* const text = m_text.data();
-        const char* const found = FindByte(text + m_searched, text + m_end, '\n');
+        const char* const found = textmatch::FindByte(text + m_searched, text + m_end, '\n');
         if (found == text + m_end)
             break;
         const auto end = static_cast<std::size_t>(found - text);

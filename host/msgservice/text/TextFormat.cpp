@@ -1,7 +1,7 @@
 #include "msgservice/text/TextFormat.h"
 
-#include "msgservice/text/Expression.h"
 #include "msgservice/text/LevelWords.h"
+#include "textmatch/Expression.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,6 +9,8 @@
 
 namespace msgservice
 {
+
+using textmatch::Expression;
 
 namespace
 {
@@ -122,7 +124,7 @@ void CheckExpression(const TextFormat& format, const TextFormats& formats)
                                     Expression::Units::Characters, Expression::Where::FromStart,
                                     Expression::Speed::Interpreted);
     }
-    catch (const ExpressionError& error)
+    catch (const textmatch::ExpressionError& error)
     {
         std::string text = "\"expression\", at character " + std::to_string(error.Position() + 1);
         if (expanded != format.expression)

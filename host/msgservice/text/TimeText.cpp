@@ -1,6 +1,6 @@
 #include "msgservice/text/TimeText.h"
 
-#include "msgservice/text/ByteSearch.h"
+#include "textmatch/ByteSearch.h"
 
 #include <date/date.h>
 
@@ -135,9 +135,9 @@ bool TimeText::ReadLikeLast(std::string_view text, Time& time)
         return false;
     const char* at = text.data();
     const char* const end = at + text.size() - m_last.after;
-    if (m_last.after > 0 && !SameBytes(end, m_last.text.data() + second, m_last.after))
+    if (m_last.after > 0 && !textmatch::SameBytes(end, m_last.text.data() + second, m_last.after))
         return false;
-    if (!SameBytes(at, m_last.text.data(), second) && !ReadClock(text))
+    if (!textmatch::SameBytes(at, m_last.text.data(), second) && !ReadClock(text))
         return false;
     at += second;
     int nanoseconds = 0;
@@ -160,7 +160,7 @@ bool TimeText::ReadLikeLast(std::string_view text, Time& time)
 bool TimeText::ReadClock(std::string_view text)
 {
     const char* const at = text.data() + m_last.before;
-    if (!SameBytes(text.data(), m_last.text.data(), m_last.before))
+    if (!textmatch::SameBytes(text.data(), m_last.text.data(), m_last.before))
         return false;
     const int hour = TwoDigits(at);
     const int minute = TwoDigits(at + 3);

@@ -1,6 +1,6 @@
 #include "msgservice/view/MessageFilter.h"
 
-#include "msgservice/text/Expression.h"
+#include "textmatch/Expression.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -8,6 +8,8 @@
 
 namespace msgservice
 {
+
+using textmatch::Expression;
 
 namespace
 {

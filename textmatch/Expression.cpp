@@ -1,4 +1,4 @@
-#include "msgservice/text/Expression.h"
+#include "textmatch/Expression.h"
 
 #include <pcre2.h>
 
@@ -7,7 +7,7 @@
 #include <new>
 
 // Has a name because a type of the header has members of these types.
-namespace msgservice::pcre2
+namespace textmatch::pcre2
 {
 
 template <auto Free> struct Freed
@@ -19,9 +19,9 @@ using Context = std::unique_ptr<pcre2_match_context, Freed<pcre2_match_context_f
 using Stack = std::unique_ptr<pcre2_jit_stack, Freed<pcre2_jit_stack_free>>;
 using Groups = std::unique_ptr<pcre2_match_data, Freed<pcre2_match_data_free>>;
 
-} // namespace msgservice::pcre2
+} // namespace textmatch::pcre2
 
-namespace msgservice
+namespace textmatch
 {
 
 namespace
@@ -156,4 +156,4 @@ std::vector<Expression::Part> Expression::Parts() const
     return parts;
 }
 
-} // namespace msgservice
+} // namespace textmatch

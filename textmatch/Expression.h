@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace msgservice
+namespace textmatch
 {
 
 // An expression is none. what() is PCRE2's reason.
@@ -101,4 +101,4 @@ private:
     mutable std::size_t m_count = 0; // of its parts, up to the last that took part
 };
 
-} // namespace msgservice
+} // namespace textmatch

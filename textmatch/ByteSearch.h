@@ -8,7 +8,7 @@
 
 #include <emmintrin.h>
 
-namespace msgservice
+namespace textmatch
 {
 
 // The first `byte` from `at` on; `end` if there is none.
@@ -49,4 +49,4 @@ inline bool SameBytes(const char* a, const char* b, std::size_t size)
     return !differ(size - sizeof(std::uint64_t));
 }
 
-} // namespace msgservice
+} // namespace textmatch

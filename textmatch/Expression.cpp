@@ -14,6 +14,7 @@ template <auto Free> struct Freed
 {
     template <typename Object> void operator()(Object* object) const { Free(object); }
 };
+using Settings = std::unique_ptr<pcre2_compile_context, Freed<pcre2_compile_context_free>>;
 using Code = std::unique_ptr<pcre2_code, Freed<pcre2_code_free>>;
 using Context = std::unique_ptr<pcre2_match_context, Freed<pcre2_match_context_free>>;
 using Stack = std::unique_ptr<pcre2_jit_stack, Freed<pcre2_jit_stack_free>>;
@@ -50,12 +51,30 @@ std::string ReasonOf(int error)
     return reinterpret_cast<const char*>(text.data());
 }
 
-// Null if the text is not UTF-8 and `options` ask for that.
-pcre2::Code Compile(const std::string& text, std::uint32_t options)
+// The text as an expression that matches it where no part of a word touches it.
+std::string AsWord(const std::string& text)
 {
+    std::string expression = "(?<!\\w)";
+    for (const char byte : text)
+    {
+        const bool isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+        const bool isPlain = isLetter || (byte >= '0' && byte <= '9') || (byte & 0x80) != 0;
+        expression += isPlain ? "" : "\\";
+        expression += byte;
+    }
+    return expression + "(?!\\w)";
+}
+
+// Null if the text is not UTF-8 and `options` ask for that.
+pcre2::Code Compile(const std::string& text, std::uint32_t options, std::uint32_t extra)
+{
+    const pcre2::Settings settings(pcre2_compile_context_create(nullptr));
+    if (!settings)
+        throw std::bad_alloc();
+    pcre2_set_compile_extra_options(settings.get(), extra);
     int error = 0;
     std::size_t position = 0;
-    pcre2::Code code(pcre2_compile(UnitsOf(text), text.size(), options, &error, &position, nullptr));
+    pcre2::Code code(pcre2_compile(UnitsOf(text), text.size(), options, &error, &position, settings.get()));
     if (!code && !IsEncodingError(error))
         throw ExpressionError(ReasonOf(error), position);
     return code;
@@ -72,12 +91,13 @@ bool MakeMachineCode(const pcre2::Code& code)
 // Compiled twice where characters count, because what a character is depends on the line.
 struct Expression::Data
 {
-    Data(const std::string& text, std::uint32_t options, Units units, Speed speed)
-        : bytes(Compile(text, options)), context(pcre2_match_context_create(nullptr)),
+    Data(const std::string& text, std::uint32_t options, std::uint32_t extra, Units units, Speed speed)
+        : bytes(Compile(text, options, extra)), context(pcre2_match_context_create(nullptr)),
           stack(pcre2_jit_stack_create(32 * 1024, kJitStack, nullptr))
     {
         if (units == Units::Characters)
-            utf8 = Compile(text, options | PCRE2_UTF | ((options & PCRE2_LITERAL) != 0 ? 0 : PCRE2_UCP));
+            utf8 =
+                Compile(text, options | PCRE2_UTF | ((options & PCRE2_LITERAL) != 0 ? 0 : PCRE2_UCP), extra);
         groups.reset(pcre2_match_data_create_from_pattern(bytes.get(), nullptr));
         if (!groups || !context)
             throw std::bad_alloc();
@@ -113,20 +133,29 @@ struct Expression::Data
 Expression::Expression(const std::string& text, Syntax syntax, Case letterCase, Units units, Where where,
                        Speed speed)
 {
-    std::uint32_t options = syntax == Syntax::Text ? PCRE2_LITERAL : PCRE2_NEVER_BACKSLASH_C;
+    const bool isWord = syntax == Syntax::Text && where == Where::Words;
+    std::uint32_t options = syntax == Syntax::Text && !isWord ? PCRE2_LITERAL : PCRE2_NEVER_BACKSLASH_C;
+    std::uint32_t extra = 0;
+    if (syntax == Syntax::Expression && where == Where::Words)
+        extra |= PCRE2_EXTRA_MATCH_WORD;
     if (letterCase == Case::Ignored)
         options |= PCRE2_CASELESS;
     if (where == Where::FromStart)
         options |= PCRE2_ANCHORED;
     if (where == Where::FromStart && syntax == Syntax::Expression)
         options |= PCRE2_DOTALL | PCRE2_DOLLAR_ENDONLY | PCRE2_DUPNAMES;
-    m_data = std::make_unique<Data>(text, options, units, speed);
+    m_data = std::make_unique<Data>(isWord ? AsWord(text) : text, options, extra, units, speed);
     m_ends = pcre2_get_ovector_pointer(m_data->groups.get());
 }
 
 Expression::~Expression() = default;
 Expression::Expression(Expression&& other) noexcept = default;
 Expression& Expression::operator=(Expression&& other) noexcept = default;
+
+void Expression::SetLimit(std::uint32_t steps)
+{
+    pcre2_set_match_limit(m_data->context.get(), steps);
+}
 
 Expression::Outcome Expression::Find(std::string_view line) const
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -49,7 +50,8 @@ public:
     enum class Where
     {
         Anywhere,
-        FromStart // a match begins with the line, and a dot matches every byte
+        FromStart, // a match begins with the line, and a dot matches every byte
+        Words      // no letter, digit or underscore touches a text; an expression has "\b" at both ends
     };
     enum class Speed
     {
@@ -75,6 +77,9 @@ public:
     ~Expression();
     Expression(Expression&& other) noexcept;
     Expression& operator=(Expression&& other) noexcept;
+
+    // Gives up earlier: at 10,000,000, which is what it begins with, after about a second.
+    void SetLimit(std::uint32_t steps);
 
     // Looks for it in `line`, which must stay as it is as long as groups are asked for.
     Outcome Find(std::string_view line) const;

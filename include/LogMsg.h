@@ -223,6 +223,16 @@ public:
     // announced meanwhile, and messages come at the end only. Each call with 1 is followed by one with 0.
     virtual void HoldView(std::int32_t /*hold*/) {}
 
+    // The first id from `id` on, `end` at most, of a message that may hold the text in one of its fields,
+    // byte by byte, or with `matchCase` 0 with ASCII letters in either case. A search looks at no message
+    // before it. By default `id`: nothing is known. It pays for a service that has its texts at hand, and one
+    // that overrides it answers for all that its messages show.
+    virtual std::uint32_t SkipWithout(const char* /*text*/, std::int32_t /*matchCase*/, std::uint32_t id,
+                                      std::uint32_t /*end*/)
+    {
+        return id;
+    }
+
 protected:
     ILogMsgService() = default;
     ILogMsgService(const ILogMsgService&) = default;

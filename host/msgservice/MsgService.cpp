@@ -2,6 +2,7 @@
 
 #include "msgservice/view/HandedOut.h"
 #include "msgservice/view/MessageOrder.h"
+#include "msgservice/view/TextSkip.h"
 
 #include <algorithm>
 #include <limits>
@@ -28,7 +29,8 @@ struct MsgService::Shown
     std::shared_ptr<MessageStore> store;
     std::unique_ptr<View> view;
     HandedOut handedOut;
-    std::uint64_t number = 0; // of the view, counting up
+    std::unique_ptr<TextSkip> skip; // for the text that was last asked for
+    std::uint64_t number = 0;       // of the view, counting up
 
     std::uint32_t Count() const { return std::min(view->Count(), kMostRows); }
 
@@ -215,6 +217,18 @@ std::uint32_t MsgService::GetMsgCount()
 ILogMsgList* MsgService::CreateMsgList(std::int32_t, std::int32_t)
 {
     return new List(m_shown);
+}
+
+std::uint32_t MsgService::SkipWithout(const char* text, std::int32_t matchCase, std::uint32_t id,
+                                      std::uint32_t end)
+{
+    std::unique_ptr<TextSkip>& skip = m_shown->skip;
+    if (!skip || !skip->IsOf(*m_shown->store, text, matchCase != 0))
+        skip = std::make_unique<TextSkip>(m_shown->store, text, matchCase != 0);
+    const std::uint32_t known = std::min(end, m_shown->Count() + 1);
+    while (id >= 1 && id < known && !skip->MayHold(m_shown->view->MessageAt(id - 1)))
+        ++id;
+    return id;
 }
 
 void MsgService::AddViewer(ILogViewer& viewer)

@@ -59,6 +59,8 @@ public:
     // `reserve` is no limit: the list knows every message of the view.
     ILogMsgList* CreateMsgList(std::int32_t reserve, std::int32_t flags) override;
     void HoldView(std::int32_t hold) override;
+    std::uint32_t SkipWithout(const char* text, std::int32_t matchCase, std::uint32_t id,
+                              std::uint32_t end) override;
 
     // A least level beside the filters, 0 at first. Apply makes it hold.
     std::uint32_t GetLeastLevel() const { return m_description.leastLevel; }

@@ -186,6 +186,7 @@ public:
                       m_service.FindTag(tag));
         }
         ExpectLevelsFound(wanted);
+        ExpectTextsFound(wanted);
     }
 
     ToldViewer viewer;
@@ -247,6 +248,27 @@ private:
         ASSERT_EQ(next <= count ? next : kNoLogMsgId, m_service.FindLevel(from, level, Direction::Forward));
         ASSERT_EQ(previous > 0 ? previous : kNoLogMsgId,
                   m_service.FindLevel(from, level, Direction::Backward));
+    }
+
+    void ExpectTextsFound(const std::vector<std::int32_t>& tags)
+    {
+        const char* const texts[] = {"long T", "A", "\xC3\xA4r", "none", "-1", ""};
+        const std::string text = texts[Below(6)];
+        const bool matchCase = Below(2) == 0;
+        const auto end = static_cast<std::uint32_t>(tags.size()) + Below(3);
+        const std::uint32_t id = Below(end + 1);
+        std::uint32_t next = id;
+        const auto holds = [&](std::uint32_t at) {
+            for (std::int32_t field = 0; field < kLogMsgKindCount; ++field)
+                if (PassesPlain(m_messages[static_cast<std::size_t>(tags[at - 1] - 1)],
+                                {field, kLogMsgContain, text, matchCase}))
+                    return true;
+            return false;
+        };
+        const bool isKnown = text != "" && text != "-1"; // which may be part of a number
+        while (isKnown && next >= 1 && next < end && next <= tags.size() && !holds(next))
+            ++next;
+        ASSERT_EQ(next, m_service.SkipWithout(text.c_str(), matchCase ? 1 : 0, id, end)) << text << id;
     }
 
     std::int32_t AnyField() { return static_cast<std::int32_t>(Below(14)) - 1; }

@@ -122,6 +122,17 @@ public:
     // message is selected, it is too much for the user, or the clipboard cannot be had.
     bool CopyMessages();
 
+    // Opens "Find", which looks in the columns that are shown or in one field and goes from one message that
+    // holds the text to the next, with this text if it is not null. It stays open beside the control and ends
+    // with it.
+    void OpenFind(const char* text = nullptr);
+
+    // Select the next message that holds what was found last, as F3 and Shift+F3 do, and go on at the other
+    // end. It takes a while: the service holds its view meanwhile. Before anything was found they open
+    // "Find".
+    void FindNext();
+    void FindPrevious();
+
     // Asks for a file and has the service open it.
     void OpenLogFile();
 

@@ -78,6 +78,7 @@ CReportCtrlLog::CReportCtrlLog() : m_data(std::make_unique<Data>(*this)) {}
 CReportCtrlLog::~CReportCtrlLog()
 {
     DestroyWindow(); // while what its last messages ask for is still there
+    m_data->finder->Detach();
 }
 
 CReportCtrlLog* CReportCtrlLog::GetCurrent()
@@ -137,6 +138,7 @@ void CReportCtrlLog::DefineColumns()
 void CReportCtrlLog::OnDestroy()
 {
     SaveState();
+    m_data->finder->OnDestroy();
     KillTimer(kTimer);
     if (currentControl == this)
         currentControl = nullptr;
@@ -154,6 +156,7 @@ void CReportCtrlLog::SetLogMsgService(ILogMsgService* service)
 {
     if (service == m_data->source.service)
         return;
+    m_data->finder->OnServiceChange();
     m_data->source.service = service;
     m_data->source.list.reset();
     FlushCacheMsgData();
@@ -204,6 +207,7 @@ void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
     if (m_data->attached)
         m_data->attached->SetMsgIdRange(first, last);
     m_data->range.Announce(last);
+    m_data->finder->OnViewChange();
     logreport::MsgCache::Shared().Flush();
     ForgetPreviews();
 }
@@ -229,6 +233,11 @@ void CReportCtrlLog::OnTimer(UINT_PTR id)
 {
     if (id == kTimer)
         TakeOver();
+    else if (id == logreport::MessageFinder::kTimer)
+    {
+        const std::shared_ptr<logreport::MessageFinder> finder = m_data->finder;
+        finder->OnTimer(); // this object may be gone
+    }
     else
     {
         QmHandler<CReportCtrl>::OnTimer(id);
@@ -354,6 +363,8 @@ void CReportCtrlLog::OnVScroll(UINT code, UINT position, CScrollBar* bar)
 
 void CReportCtrlLog::OnKeyDown(UINT key, UINT repeat, UINT flags)
 {
+    if (key == VK_F3)
+        return ::GetKeyState(VK_SHIFT) < 0 ? FindPrevious() : FindNext();
     QmHandler<CReportCtrl>::OnKeyDown(key, repeat, flags);
     LookWhetherFollowing();
 }

@@ -114,6 +114,9 @@ void CReportCtrlLog::Data::Execute(logreport::ViewCommand command)
     case Export:
         control.ExportSelection();
         break;
+    case Find:
+        control.OpenFind();
+        break;
     case Open:
         control.OpenLogFile();
         break;
@@ -288,6 +291,26 @@ bool CReportCtrlLog::CopyMessages()
     const QmClipboardItem items[] = {{CF_UNICODETEXT, wide.c_str(), (wide.size() + 1) * sizeof(wide[0])},
                                      {csv, table.c_str(), table.size() + 1}};
     return QmSetClipboard(GetSafeHwnd(), items, std::size(items));
+}
+
+// ---- Finding
+
+void CReportCtrlLog::OpenFind(const char* text)
+{
+    const std::shared_ptr<logreport::MessageFinder> finder = m_data->finder;
+    finder->Open(text);
+}
+
+void CReportCtrlLog::FindNext()
+{
+    const std::shared_ptr<logreport::MessageFinder> finder = m_data->finder;
+    finder->Next(logreport::FindMessages::Direction::Down);
+}
+
+void CReportCtrlLog::FindPrevious()
+{
+    const std::shared_ptr<logreport::MessageFinder> finder = m_data->finder;
+    finder->Next(logreport::FindMessages::Direction::Up);
 }
 
 // ---- Opening a file

@@ -4,6 +4,7 @@
 #include "ReportCtrlLog.h"
 #include "ReportHeaderCtrl.h"
 #include "logreport/LevelImages.h"
+#include "logreport/MessageFinder.h"
 #include "logreport/model/MsgCache.h"
 #include "logreport/model/MsgRange.h"
 #include "logreport/model/PreviewSizes.h"
@@ -66,6 +67,8 @@ struct CReportCtrlLog::Data : logreport::ViewCommandOwner
     bool guardsFormulas = false;
     bool savesState = true;
     bool isActing = false; // an export or a copy is going on
+    std::shared_ptr<logreport::MessageFinder> finder =
+        std::make_shared<logreport::MessageFinder>(control, isActing);
 
     logreport::LevelImages images;
     CQmMenuDrawer menuDrawer;

@@ -34,6 +34,7 @@ constexpr CommandLook kLooks[] = {
     {ViewCommand::Configure, "Configure &View...", "Setup", 'C', kAlt},
     {ViewCommand::Copy, "Copy", "Copy", 'C', kControl},
     {ViewCommand::Export, "&Export Selection...", "FileSave", 'E', kAlt},
+    {ViewCommand::Find, "&Find...", "Find", 'F', kControl},
     {ViewCommand::Open, "&Open...", "FileOpen", 0, 0},
     {ViewCommand::Refresh, "Refresh", "Refresh", kF5, 0},
     {ViewCommand::SelectAll, "Select &All", "SelectAll", 'A', kControl},
@@ -99,6 +100,7 @@ bool ViewEntry::IsEnabled()
         return !state.isDirect && takesRequests;
     case ViewCommand::Copy:
     case ViewCommand::Export:
+    case ViewCommand::Find:
     case ViewCommand::Open:
         return takesRequests;
     case ViewCommand::ShowPreview:
@@ -131,7 +133,8 @@ bool ViewEntry::IsChecked()
 void ScanView(ViewCommandOwner& owner, IQmCommand& collector)
 {
     using enum ViewCommand;
-    Add(owner, collector, {Info, SelectAll, Copy, Export, PickColumns, Configure, Refresh, Clear, Open});
+    Add(owner, collector,
+        {Info, SelectAll, Find, Copy, Export, PickColumns, Configure, Refresh, Clear, Open});
     collector.AddSeparator();
     Add(owner, collector, {Follow, ShowHeader, ShowPreview, ShowReport, UseVisible});
 }
@@ -139,7 +142,7 @@ void ScanView(ViewCommandOwner& owner, IQmCommand& collector)
 void ScanViewEdit(ViewCommandOwner& owner, IQmCommand& collector)
 {
     using enum ViewCommand;
-    Add(owner, collector, {Copy, SelectAll});
+    Add(owner, collector, {Copy, SelectAll, Find});
 }
 
 void ScanViewFile(ViewCommandOwner& owner, IQmCommand& collector)

@@ -16,6 +16,7 @@ enum class ViewCommand
     Configure,
     Copy,
     Export,
+    Find,
     Open,
     Refresh,
     SelectAll,
@@ -84,6 +85,7 @@ using CEntryInfo = ViewEntryOf<ViewCommand::Info>;
 using CEntryLogConfigure = ViewEntryOf<ViewCommand::Configure>;
 using CEntryLogCopyToClipboard = ViewEntryOf<ViewCommand::Copy>;
 using CEntryLogExport = ViewEntryOf<ViewCommand::Export>;
+using CEntryLogFind = ViewEntryOf<ViewCommand::Find>;
 using CEntryLogFileOpen = ViewEntryOf<ViewCommand::Open>;
 using CEntryRefresh = ViewEntryOf<ViewCommand::Refresh>;
 using CEntryReportSelectAll = ViewEntryOf<ViewCommand::SelectAll>;

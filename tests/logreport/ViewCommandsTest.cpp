@@ -38,6 +38,7 @@ TEST(ViewCommands, LookAndActAsTheyAre)
         {Configure, "Configure &View...", "Setup", 'C', 16, kNone, "ds"},
         {Copy, "Copy", "Copy", 'C', 8, kNone, "s"},
         {Export, "&Export Selection...", "FileSave", 'E', 16, kNone, "s"},
+        {Find, "&Find...", "Find", 'F', 8, kNone, "s"},
         {Open, "&Open...", "FileOpen", 0, 0, kNone, "s"},
         {Refresh, "Refresh", "Refresh", 0x74, 0, kNone, ""},
         {SelectAll, "Select &All", "SelectAll", 'A', 8, kNone, ""},
@@ -101,11 +102,11 @@ TEST(ViewCommands, AreOfferedInTheirOrder)
             captions += (entry ? entry->GetCaption() : "-") + std::string("|");
         return captions;
     };
-    EXPECT_EQ("Info|Select &All|Copy|&Export Selection...|Column Picker...|Configure "
+    EXPECT_EQ("Info|Select &All|&Find...|Copy|&Export Selection...|Column Picker...|Configure "
               "&View...|Refresh|C&lear|&Open...|-|"
               "Follow &mode|Show &Header|Show &Preview|Show as &Report|Use visible columns only|",
               scan(&ScanView));
-    EXPECT_EQ("Copy|Select &All|", scan(&ScanViewEdit));
+    EXPECT_EQ("Copy|Select &All|&Find...|", scan(&ScanViewEdit));
     EXPECT_EQ("&Open...|&Export Selection...|", scan(&ScanViewFile));
     EXPECT_STREQ("C&lear", CEntryClear(owner).GetCaption());
     EXPECT_STREQ("Use visible columns only", CEntryUseAllFields(owner).GetCaption());

@@ -68,6 +68,7 @@ private:
 
 #ifdef _WIN32
 void MeasureExports(const std::shared_ptr<msgservice::MessageStore>& store, unsigned rounds, Report& report);
+void MeasureFind(const std::shared_ptr<msgservice::MessageStore>& store, unsigned rounds, Report& report);
 void MeasureWindow(const Options& options, Report& report);
 #endif
 void MeasureTexts(const Options& options, unsigned rounds, Report& report);

@@ -228,6 +228,7 @@ int main(int count, char** arguments)
     bench::MeasureTexts(options, rounds, report);
     bench::MeasureSavedFiles(*store, rounds, report);
 #ifdef _WIN32
+    bench::MeasureFind(store, rounds, report);
     bench::MeasureExports(store, rounds, report);
     bench::MeasureWindow(options, report);
 #endif

@@ -432,6 +432,21 @@ public:
     // owner has not set grow with it.
     virtual int GetResolution();
 
+    // ---- Editing in place
+
+    // Starts editing a cell that is in view. An edit that is active is ended first. The parent is told
+    // (RVN_BEGINITEMEDIT) and may bring an editor of its own. `key` is what starts it: RVEK_MOUSE and
+    // RVEK_RETURN put the caret at the end of the text, RVEK_BACKSPACE deletes its last character, RVEK_TAB
+    // and the keys of the cursor select all, and any other is a character that is typed over the text.
+    // Returns 1 if an edit is active afterwards; 0 also for a cell that is read-only (RVIS_READONLY), has no
+    // text or no room for it.
+    virtual int BeginEdit(int row, int column, unsigned int key);
+
+    // Ends the edit, which the parent does for its own editor. With `update` the text of `info`, or without
+    // it that of the editor, becomes the cell's, unless the cell is not what it was; with RVS_CALLBACK
+    // nothing is written. The editor is closed by a message that is posted.
+    virtual void EndEdit(int update, _NMRVITEMEDIT* info);
+
     // Sends a notification to the parent and returns its answer; 0 if its code is switched off
     // (RVP_NOTIFYMASK) or there is no parent.
     virtual LRESULT Notify(_NMREPORTVIEW* notification);
@@ -465,10 +480,6 @@ protected:
     // Returns the lines for each notch of the wheel, or 0xFFFFFFFF for a page; 3 if the system has no such
     // setting.
     virtual unsigned int GetMouseScrollLines();
-
-    // Starts editing a cell. Returns 1 if an edit is active afterwards. `key` is what started it, 1 for the
-    // mouse. The control itself has no editor and returns 0.
-    virtual int BeginEdit(int row, int column, unsigned int key);
 
     // ---- Data and notifications
 
@@ -565,6 +576,10 @@ protected:
     afx_msg void OnHdnEndDrag(NMHDR* header, LRESULT* result);
     afx_msg void OnHdnDividerDblClick(NMHDR* header, LRESULT* result);
     afx_msg void OnHeaderRClick(NMHDR* header, LRESULT* result);
+
+    // The editor reports its end, and the parent is told. Unless it answers that it has dealt with it, the
+    // text is written back; the key Esc does not.
+    afx_msg void OnRvnEndItemEdit(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
 private:

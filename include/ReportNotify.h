@@ -66,6 +66,22 @@ struct _NMRVITEMCALLBACK
 };
 static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMCALLBACK) == 96);
 
+// RVN_BEGINITEMEDIT and RVN_ENDITEMEDIT. A non-zero answer to the first says that the parent deals with the
+// edit; it puts the window of its editor into the record, if it has one, and ends it by EndEdit. After a
+// non-zero answer to the second, nothing is written back.
+struct _NMRVITEMEDIT
+{
+    NMHDR hdr;
+    int item;
+    int subitem;
+    HWND editor;      // null at the beginning
+    RECT rect;        // of the cell, at the beginning
+    UINT key;         // that has begun or ended it (RVEK_*); 0 for the focus that was lost
+    const char* text; // of the cell, null if it has none; at the end that of the editor
+    int extra;        // of the cell, at the beginning
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMEDIT) == 80);
+
 // RVN_ITEMDRAW: an owner-drawn cell is about to be painted in `rect`; after a non-zero answer the control
 // draws nothing there. RVN_ITEMDRAWPREVIEW: a preview is about to be painted in `rect`, which is below its
 // item's line; the device context has the preview's colour and font. After a non-zero answer, or if `text` of

@@ -121,6 +121,13 @@ constexpr int RVSC_HIGHLIGHTEDGE = 10; // of the fixed row, left and top
 constexpr int RVSC_DARKSHADOW = 11;    // of the fixed row, right and bottom
 constexpr int RVSC_COUNT = 12;
 
+// The keys of an edit that are no characters: what begins or ends it.
+constexpr unsigned RVEK_MOUSE = 1;
+constexpr unsigned RVEK_BACKSPACE = 8;
+constexpr unsigned RVEK_TAB = 9;
+constexpr unsigned RVEK_RETURN = 13;
+constexpr unsigned RVEK_ESCAPE = 27;
+
 // What GetRowRect and GetItemRect answer: the whole row with its preview, or the whole cell of its line; or
 // the rectangle that editing a cell starts from, which is the same.
 constexpr unsigned RVRC_WHOLE = 0;

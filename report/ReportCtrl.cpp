@@ -1,5 +1,6 @@
 // The report control: its life, styles, properties and layout.
 #include "report/ReportCtrlData.h"
+#include "report/edit/ReportEditCtrl.h"
 #include "report/model/InvalidArgument.h"
 #include "vkgrafic/Display.h"
 
@@ -73,6 +74,7 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_NOTIFY(HDN_DIVIDERDBLCLICKA, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
     ON_NOTIFY(HDN_DIVIDERDBLCLICKW, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
     ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
+    ON_NOTIFY(RVN_ENDITEMEDIT, report::kEditorId, &CReportCtrl::OnRvnEndItemEdit)
 END_MESSAGE_MAP()
 
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>(*this))
@@ -148,6 +150,8 @@ bool CReportCtrl::Data::MayMakeRows() const
 int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 {
     if (((remove | add) & kRowStyles) && !m_data->MayMakeRows())
+        return 0;
+    if (m_hWnd && !m_data->FinishEdit())
         return 0;
     const bool hadFaceBackground = m_data->window.hasFaceBackground;
     m_data->window.hasFaceBackground =
@@ -273,7 +277,8 @@ int CReportCtrl::GetPreviewWidth()
 
 void CReportCtrl::OnSize(UINT, int cx, int cy)
 {
-    Layout(cx, cy);
+    if (m_data->FinishEdit())
+        Layout(cx, cy);
 }
 
 // ---- The system's colours, fonts and settings

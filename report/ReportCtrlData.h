@@ -48,6 +48,29 @@ struct WindowState
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
 };
 
+// The cell that is being edited.
+struct EditState
+{
+    HWND editor = nullptr; // null while none is
+    int item = RVI_NONE;
+    int subitem = -1;
+    std::string text;      // as it was
+    bool isTyping = false; // a character may be about to start an edit
+};
+
+// Sets a flag for a while.
+class Marked
+{
+public:
+    explicit Marked(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Marked() { m_flag = false; }
+    Marked(const Marked&) = delete;
+    Marked& operator=(const Marked&) = delete;
+
+private:
+    bool& m_flag;
+};
+
 // The timer scrolls while the mouse is outside.
 struct DragSelection
 {
@@ -97,6 +120,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     report::ScrollBars bars;
     Painting painting;
     report::DragSelection drag;
+    report::EditState edit;
     report::ExtraKeysState extraKeys;
 
     // ---- What the models call
@@ -169,6 +193,23 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     void RowsRemoved();
     int SwapRows(int row, int moved);
     int UseBackground(HANDLE bitmap, bool none);
+
+    // ---- Editing
+
+    struct EditedCell
+    {
+        _RVITEM record; // without its text
+        std::string text;
+        bool hasText = false;
+        CRect rect; // of the whole cell
+        std::optional<report::Rect> editor;
+    };
+
+    // The cell, if it is there and in view.
+    std::optional<EditedCell> FindEdited(int row, int column);
+
+    // Ends an edit as when the focus is lost. Returns false if the window is gone afterwards.
+    bool FinishEdit();
 
     // ---- Input and notifications
 

@@ -183,6 +183,12 @@ void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
+    if (m_data->edit.editor) // a further byte of the character that has started the edit
+    {
+        ::SendMessage(m_data->edit.editor, WM_CHAR, key, 0);
+        return;
+    }
+    const report::Marked typing(m_data->edit.isTyping);
     Data::InputPort port(*m_data);
     Data::KeysPort keys(*m_data);
     report::ExtraKeys extra(m_data->extraKeys, m_data->rows.selection, port, keys);
@@ -352,9 +358,4 @@ void CReportCtrl::OnContextMenu(CWnd*, CPoint point)
         place = CPoint(std::max(row.left, area.left), std::min(row.bottom, area.bottom));
     ClientToScreen(&place);
     ::SendMessage(parent, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(m_hWnd), MAKELPARAM(place.x, place.y));
-}
-
-int CReportCtrl::BeginEdit(int, int, unsigned int)
-{
-    return 0;
 }

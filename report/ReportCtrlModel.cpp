@@ -481,6 +481,7 @@ int CReportCtrl::Expand(_TREEITEM* item, unsigned int action)
 
 int CReportCtrl::SortItems(int subitem, int ascending)
 {
+    m_data->FinishEdit();
     const int column = GetColumnFromSubItem(subitem);
     if (m_data->items.IsCallback() || m_data->rows.IsBusy() || column < 0)
         return 0;

@@ -108,7 +108,7 @@ void CReportCtrl::Data::Scroll(int bar, UINT code)
         {SB_THUMBTRACK, Request::Thumb}, {SB_THUMBPOSITION, Request::Thumb}};
     const auto* const found = std::find_if(std::begin(requests), std::end(requests),
                                            [code](const auto& each) { return each.first == code; });
-    if (found == std::end(requests))
+    if (found == std::end(requests) || !FinishEdit())
         return;
     const int thumb = found->second == Request::Thumb ? control.GetScrollPos32(bar, 1) : 0;
     Snapshot snapshot(*this);

@@ -137,6 +137,8 @@ int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
 
 void CReportCtrl::Data::Painter::DrawFocus(CDC& dc, CRect rect) const
 {
+    if (m_data.edit.editor)
+        return;
     if (m_data.style & (RVS_HORIZONTALGRID | RVS_VERTICALGRID))
         rect = CRect(rect.left + 1, rect.top, rect.right - 1, rect.bottom - 1);
     dc.SetTextColor(m_data.look.colors.System(RVSC_TEXT));

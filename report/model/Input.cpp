@@ -1,5 +1,7 @@
 #include "report/model/Input.h"
 
+#include "ReportStyle.h"
+
 #include <algorithm>
 
 namespace report
@@ -7,8 +9,6 @@ namespace report
 
 namespace
 {
-
-constexpr unsigned kMouse = 1; // "key" of an edit that a click has started
 
 // Between these the control deals with every key that it leaves to nobody else.
 constexpr unsigned kFirstCommand = 27;
@@ -233,7 +233,7 @@ void Input::Click(int row, int column, Modifiers modifiers)
     }
     const bool again = m_selection.focusRow == oldRow && m_selection.focusColumn == oldColumn;
     if (alone && again && CanEdit())
-        m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, kMouse);
+        m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, RVEK_MOUSE);
 }
 
 void Input::RightClick(int row, Modifiers modifiers)

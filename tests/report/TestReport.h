@@ -66,6 +66,7 @@ public:
     int hides = -1; // the subitem whose column goes when it changes
     int dpi = 0;    // and the wheel's lines: those of the system, if 0
     unsigned wheelLines = 0;
+    bool edits = false; // cells, else it only tells that it was to
 
     structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
     void SetColors(int item, int text, int background)
@@ -118,7 +119,7 @@ protected:
     int BeginEdit(int row, int column, unsigned key) override
     {
         moment("edit " + Line(row, column, key));
-        return 0;
+        return edits ? CReportCtrl::BeginEdit(row, column, key) : 0;
     }
     void DrawItem(CDC* dc, CRect rect, _RVITEM* item) override
     {

@@ -1,0 +1,135 @@
+// Editing cells in place: the report control's side.
+#include "report/ReportSnapshot.h"
+#include "report/edit/ReportEditCtrl.h"
+#include "report/model/Editing.h"
+
+namespace
+{
+
+// Gives a new editor the focus and does with the key what it is for.
+void Prime(CWnd& editor, const report::Primer& primer)
+{
+    editor.SetFocus();
+    const int length = ::GetWindowTextLength(editor.m_hWnd);
+    editor.SendMessage(EM_SETSEL, static_cast<WPARAM>(primer.selectsAll ? 0 : length), -1);
+    editor.SendMessage(EM_SCROLLCARET);
+    if (primer.character != 0)
+        editor.SendMessage(WM_CHAR, primer.character);
+}
+
+} // namespace
+
+std::optional<CReportCtrl::Data::EditedCell> CReportCtrl::Data::FindEdited(int row, int column)
+{
+    const bool isFixed = row == RVI_DEFAULT && (style & RVS_FIXEDROW) != 0;
+    if (column < 0 || row >= rows.Count() || (row < 0 && !isFixed))
+        return {};
+    Snapshot snapshot(*this);
+    const std::optional<report::ShownRow> shown = snapshot.geometry.FindRow(row);
+    const std::optional<report::ShownCell> cell =
+        shown ? snapshot.geometry.FindCell(*shown, column) : std::nullopt;
+    EditedCell edited;
+    if (!cell || !snapshot.rows.ReadCell(row, cell->subitem, edited.record, edited.text))
+        return {};
+    edited.hasText = std::exchange(edited.record.text, nullptr) != nullptr;
+    edited.rect = CRect(cell->left, cell->rect.top, cell->rect.right, cell->rect.bottom);
+    edited.editor = report::EditorRect(report::CellLayout(view), *cell, ContentsOf(edited.record));
+    return edited;
+}
+
+int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
+{
+    const bool isTyped = m_data->edit.isTyping;
+    if (!m_data->FinishEdit())
+        return 0;
+    const std::optional<Data::EditedCell> cell = m_data->FindEdited(row, column);
+    if (!cell || (cell->record.state & RVIS_READONLY) != 0)
+        return 0;
+
+    _NMRVITEMEDIT record = {};
+    m_data->FillHeader(record.hdr, RVN_BEGINITEMEDIT);
+    record.item = cell->record.item;
+    record.subitem = cell->record.subitem;
+    record.rect = cell->rect;
+    record.key = key;
+    record.text = cell->hasText ? cell->text.c_str() : nullptr;
+    record.extra = cell->record.extra;
+    const LRESULT isTaken = Notify(reinterpret_cast<_NMREPORTVIEW*>(&record));
+    if (!m_hWnd)
+        return 0;
+    m_data->edit.item = cell->record.item;
+    m_data->edit.subitem = cell->record.subitem;
+    m_data->edit.text = cell->text;
+    if (isTaken)
+    {
+        m_data->edit.editor = record.editor;
+        ::SetFocus(record.editor);
+        return m_hWnd && record.editor ? 1 : 0;
+    }
+
+    // The parent may have changed what it was asked about.
+    const std::optional<Data::EditedCell> again = m_data->FindEdited(row, column);
+    if (!again || again->record.item != cell->record.item || again->text != cell->text || !again->hasText ||
+        !again->editor)
+        return 0;
+    auto* const editor = new report::CReportEditCtrl(cell->record.item, cell->record.subitem);
+    const bool isBold = (again->record.state & RVIS_BOLD) != 0;
+    const HGDIOBJ font = isBold ? m_data->look.fonts.Bold() : m_data->look.fonts.Plain();
+    if (!editor->Create(ToRect(*again->editor), *this, static_cast<HFONT>(font), again->text.c_str()))
+        return 0;
+    m_data->edit.editor = editor->m_hWnd;
+    Prime(*editor, report::PrimerOf(key, isTyped));
+    return m_hWnd && m_data->edit.editor ? 1 : 0;
+}
+
+void CReportCtrl::EndEdit(int update, _NMRVITEMEDIT* info)
+{
+    const report::EditState edit = std::exchange(m_data->edit, {});
+    if (update && !(m_data->style & RVS_CALLBACK))
+    {
+        CString text;
+        if (!info && ::IsWindow(edit.editor))
+            CWnd::FromHandle(edit.editor)->GetWindowText(text);
+        const char* const wanted = info ? info->text : static_cast<const char*>(text);
+        const bool isSameCell = edit.text == GetItemText(edit.item, edit.subitem).c_str(); // as it was
+        if (wanted && edit.text != wanted && isSameCell)
+            SetItemText(edit.item, edit.subitem, wanted);
+    }
+    if (::IsWindow(edit.editor))
+        ::PostMessage(edit.editor, WM_CLOSE, 0, 0);
+    const HWND focus = ::GetFocus();
+    if (!m_hWnd)
+        return;
+    if (focus != m_hWnd && !::IsChild(m_hWnd, focus))
+        m_data->window.hasFocus = false;
+    const int row = GetCurrentFocus();
+    CRect rect;
+    if (row != RVI_NONE && GetRowRect(row, -1, rect, RVRC_WHOLE))
+        InvalidateRect(rect);
+}
+
+void CReportCtrl::OnRvnEndItemEdit(NMHDR* header, LRESULT* result)
+{
+    *result = 0;
+    const auto& ended = *reinterpret_cast<const _NMRVITEMEDIT*>(header);
+    if (!m_data->edit.editor || header->hwndFrom != m_data->edit.editor)
+        return;
+    _NMRVITEMEDIT record = ended;
+    m_data->FillHeader(record.hdr, RVN_ENDITEMEDIT);
+    record.item = m_data->edit.item;
+    record.subitem = m_data->edit.subitem;
+    const LRESULT isTaken = Notify(reinterpret_cast<_NMREPORTVIEW*>(&record));
+    if (m_data->edit.editor != ended.hdr.hwndFrom)
+        return; // the parent has ended it, or the control
+    if (isTaken)
+        EndEdit(0, nullptr);
+    else
+        EndEdit(record.key != RVEK_ESCAPE, &record);
+}
+
+bool CReportCtrl::Data::FinishEdit()
+{
+    if (auto* const own = dynamic_cast<report::CReportEditCtrl*>(CWnd::FromHandlePermanent(edit.editor)))
+        own->End(0);
+    return control.m_hWnd != nullptr;
+}

@@ -1,0 +1,24 @@
+// Editing a cell in place: where its editor stands and what it begins with. Plain integers; no window system.
+#pragma once
+
+#include "report/model/Geometry.h"
+
+namespace report
+{
+
+// Where the text of a cell is edited, and where a tip shows it: where it is painted, a little lower, as
+// editors have their text. None if the cell is too narrow for it.
+std::optional<Rect> EditorRect(const CellLayout& layout, const ShownCell& cell, const CellContents& contents);
+
+// What an editor does first with the key that has started it.
+struct Primer
+{
+    bool selectsAll = false; // else the caret is at the end
+    unsigned character = 0;  // is typed then; 0 for none
+};
+
+// `isTyped`: the key is a character that the user has typed. The keys from Page Up to Down have the numbers
+// of characters from '!' to '('.
+Primer PrimerOf(unsigned key, bool isTyped);
+
+} // namespace report

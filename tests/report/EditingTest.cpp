@@ -1,0 +1,62 @@
+// Where editors stand and what they begin with, against tables.
+#include "report/model/Editing.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <tuple>
+
+namespace
+{
+
+using namespace report;
+
+TEST(Editing, StandsWhereTheTextIs)
+{
+    // The cell's width right of its indentation and its contents; where the editor begins and ends, if it
+    // does.
+    const std::tuple<int, CellContents, std::optional<std::array<int, 2>>> cases[] = {
+        {80, {}, {{106, 174}}},
+        {80, {true, false, false, false}, {{128, 174}}},
+        {80, {false, true, false, false}, {{120, 174}}},
+        {80, {true, true, false, false}, {{142, 174}}},
+        {80, {false, false, true, true}, {{142, 174}}},
+        {12, {}, {{106, 106}}},
+        {11, {}, {}},
+        {33, {true, false, false, false}, {}},
+        {0, {}, {}},
+    };
+    View view;
+    view.margin = 6;
+    view.imageWidth = 16;
+    view.checkWidth = 8;
+    for (const auto& [width, contents, expected] : cases)
+    {
+        ShownCell cell;
+        cell.left = 60; // the indentation is the row's
+        cell.rect = {100, 10, 100 + width, 30};
+        const std::optional<Rect> rect = EditorRect(CellLayout(view), cell, contents);
+        ASSERT_EQ(expected.has_value(), rect.has_value()) << width;
+        if (rect)
+            EXPECT_EQ((Rect{(*expected)[0], 12, (*expected)[1], 30}), *rect) << width;
+    }
+}
+
+TEST(Editing, BeginsWithItsKey)
+{
+    // The key, whether the user has typed it; whether all is selected, and what is typed.
+    const std::tuple<unsigned, bool, bool, unsigned> cases[] = {
+        {1, false, false, 0},   {13, false, false, 0},    {8, false, false, 8},     {9, false, true, 0},
+        {32, false, true, 0},   {33, false, true, 0},     {40, false, true, 0},     {41, false, true, 41},
+        {31, false, true, 31},  {'x', false, true, 'x'},  {'x', true, true, 'x'},   {27, false, true, 27},
+        {'!', true, true, '!'}, {'(', true, true, '('},   {32, true, true, 0},      {8, true, false, 8},
+        {13, true, false, 0},   {0xE9, true, true, 0xE9}, {0xE9, false, true, 0xE9}};
+    for (const auto& [key, isTyped, selectsAll, character] : cases)
+    {
+        const Primer primer = PrimerOf(key, isTyped);
+        EXPECT_EQ(selectsAll, primer.selectsAll) << key;
+        EXPECT_EQ(character, primer.character) << key;
+    }
+}
+
+} // namespace

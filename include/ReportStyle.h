@@ -68,6 +68,10 @@ constexpr std::uint64_t RVP_FITITEMHEIGHT = 256;
 // is called.
 constexpr std::uint64_t RVP_KEEPIMAGES = 258;
 
+// COLORREF, the background of selected rows without the focus: -1, which stands for the system's colour of
+// dialogs. That colour is hardly to be seen where the system's style is light.
+constexpr std::uint64_t RVP_INACTIVEHIGHLIGHT = 259;
+
 // RVK_* bits: keys that users expect and that the control leaves alone otherwise: 0.
 constexpr std::uint64_t RVP_KEYS = 257;
 

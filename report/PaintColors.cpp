@@ -65,6 +65,8 @@ COLORREF PaintColors::System(int slot) const
 {
     if (slot < 0 || slot >= RVSC_COUNT)
         ThrowInvalidArgument();
+    if (slot == RVSC_INACTIVEHIGHLIGHT && m_inactiveHighlight >= 0)
+        return static_cast<COLORREF>(m_inactiveHighlight);
     return m_system[slot];
 }
 

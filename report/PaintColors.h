@@ -17,6 +17,9 @@ public:
     void ReadDisplay();              // whether it needs a palette
     COLORREF System(int slot) const; // RVSC_*; invalid argument for others
 
+    // That of selected rows without the focus; negative for the system's.
+    void UseInactiveHighlight(std::int64_t color) { m_inactiveHighlight = color; }
+
     // The table. Inserting fills what lies between with black; false without memory or for too many.
     std::size_t Count() const { return m_table.size(); }
     bool Insert(int index, COLORREF color);
@@ -37,6 +40,7 @@ public:
 
 private:
     COLORREF m_system[RVSC_COUNT] = {};
+    std::int64_t m_inactiveHighlight = -1;
     std::vector<COLORREF> m_table;
     CPalette m_palette;
     bool m_needsPalette = false;

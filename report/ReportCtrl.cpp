@@ -176,6 +176,7 @@ int CReportCtrl::ModifyProperty(unsigned __int64 id, __int64 value)
         return 0;
     m_data->header.SetSortCaption(m_data->properties.sortCaption.c_str());
     m_data->extraKeys.switchedOn = m_data->properties.keys;
+    m_data->look.colors.UseInactiveHighlight(m_data->properties.inactiveHighlight);
     if (!(m_data->properties.keys & RVK_COLUMNS))
         m_data->header.MarkItem(ReportHeaderWnd::kNone);
     m_data->LayoutClient();

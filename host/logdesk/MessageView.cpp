@@ -5,6 +5,7 @@
 #include "msgservice/sources/OpenSource.h"
 #include "msgservice/text/UserFormats.h"
 #include "msgservice/view/FieldText.h"
+#include "vkgrafic/Display.h"
 
 #include <algorithm>
 
@@ -18,6 +19,7 @@ using msgservice::MessageSource;
 using msgservice::SessionRows;
 
 constexpr DWORD kSettlePause = 10; // milliseconds
+constexpr COLORREF kInactiveHighlight = RGB(200, 220, 240);
 
 } // namespace
 
@@ -56,6 +58,8 @@ BOOL MessageView::Create(CWnd& parent, UINT id, UINT wake, const MessageOptions&
     m_options = options;
     if (!m_list.Create(WS_CHILD | WS_VISIBLE, CRect(), &parent, id))
         return FALSE;
+    if (!VkGrafic::IsHighContrast()) // a found message is to be seen while the window to find has the focus
+        m_list.ModifyProperty(RVP_INACTIVEHIGHLIGHT, kInactiveHighlight);
     m_list.SetLogMsgService(&m_service); // creating it has taken the service away
     m_parent = parent;
     m_wake = wake;

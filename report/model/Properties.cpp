@@ -9,6 +9,7 @@ namespace
 {
 
 constexpr std::int64_t kLastStyle = 2; // of grids and trees
+constexpr std::int64_t kLastColor = 0xFFFFFF;
 
 std::int64_t AddressOf(const ZEMA::String& text)
 {
@@ -81,6 +82,11 @@ bool Properties::Set(std::uint64_t id, std::int64_t value)
     case RVP_KEEPIMAGES:
         keepImages = value != 0;
         return true;
+    case RVP_INACTIVEHIGHLIGHT:
+        if (value < -1 || value > kLastColor)
+            return false;
+        inactiveHighlight = value;
+        return true;
     case RVP_KEYS:
         if (value < 0 || value > RVK_ALL)
             return false;
@@ -133,6 +139,8 @@ bool Properties::Get(std::uint64_t id, std::int64_t& value) const
         return is(m_sizes.FitsItemHeight());
     case RVP_KEEPIMAGES:
         return is(keepImages);
+    case RVP_INACTIVEHIGHLIGHT:
+        return is(inactiveHighlight);
     case RVP_KEYS:
         return is(keys);
     default:

@@ -32,6 +32,7 @@ public:
     std::int64_t imageMode = RVIB_NONE;
     bool keepImages = false;
     COLORREF color = 0xFFFFFF;
+    std::int64_t inactiveHighlight = -1;
     unsigned keys = 0; // RVK_*
 
     // Of all controls

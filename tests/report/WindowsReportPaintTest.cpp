@@ -100,6 +100,8 @@ TEST_F(ReportPaint, RowsAndTextsHaveTheColoursOfTheirState)
         {show(0, true), colors(window, high, high, highText)},
         {show(0, false), colors(window, window, window, text)},
         {show(RVS_KEEPSELECTION, false), colors(window, inactive, inactive, text)},
+        {[&] { report.ModifyProperty(RVP_INACTIVEHIGHLIGHT, kRed); }, colors(window, kRed, kRed, text)},
+        {[&] { report.ModifyProperty(RVP_INACTIVEHIGHLIGHT, -1); }, colors(window, inactive, inactive, text)},
         {show(RVS_ALTERNATEROWS, false), colors(window, kOdd, window, text)},
         {show(RVS_ALTERNATEROWS, true), colors(window, high, high, highText)},
         {show(RVS_FACEBACKGROUND, false), colors(face, face, face, text)},

@@ -35,24 +35,28 @@ public:
         }
     }
 
-    // Whether the text occurs in `where`; the empty one does everywhere.
-    bool IsIn(std::string_view where) const
+    // Where the text first occurs; npos if it does not. The empty one occurs everywhere.
+    std::size_t Find(std::string_view where) const
     {
         if (m_text.size() > where.size())
-            return false;
-        if (m_text.empty())
-            return true;
+            return std::string_view::npos;
         const char* at = where.data();
         const char* const end = at + (where.size() - m_text.size() + 1); // of where it can begin
+        if (m_text.empty())
+            return 0;
         for (; end - at >= kStep; at += kStep)
-            if (IsWithin(at))
-                return true;
-        if (end - where.data() >= kStep)
-            return at != end && IsWithin(end - kStep);
+            if (const char* const found = FindWithin(at))
+                return static_cast<std::size_t>(found - where.data());
+        if (end - where.data() >= kStep) // what is left, and some of what was looked at
+        {
+            const char* const found = at == end ? nullptr : FindWithin(end - kStep);
+            return found ? static_cast<std::size_t>(found - where.data()) : std::string_view::npos;
+        }
         while (at != end && !IsAt(at))
             ++at;
-        return at != end;
+        return at != end ? static_cast<std::size_t>(at - where.data()) : std::string_view::npos;
     }
+    bool IsIn(std::string_view where) const { return Find(where) != std::string_view::npos; }
 
 private:
     static constexpr std::ptrdiff_t kStep = 16;
@@ -81,14 +85,15 @@ private:
         return _mm_cmpeq_epi8(found, _mm_set1_epi8(wanted.byte));
     }
 
-    // Whether it begins with one of the next bytes. Few places have its first and its last byte.
-    bool IsWithin(const char* at) const
+    // Where it begins within the next bytes; null if it does not. Few places have its first and its last
+    // byte.
+    const char* FindWithin(const char* at) const
     {
         const __m128i both = _mm_and_si128(Matches(at, m_first), Matches(at + m_text.size() - 1, m_last));
         for (auto found = static_cast<unsigned>(_mm_movemask_epi8(both)); found != 0; found &= found - 1)
             if (IsAt(at + std::countr_zero(found)))
-                return true;
-        return false;
+                return at + std::countr_zero(found);
+        return nullptr;
     }
 
     bool IsAt(const char* at) const

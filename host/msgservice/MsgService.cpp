@@ -226,7 +226,13 @@ std::uint32_t MsgService::SkipWithout(const char* text, std::int32_t matchCase, 
     if (!skip || !skip->IsOf(*m_shown->store, text, matchCase != 0))
         skip = std::make_unique<TextSkip>(m_shown->store, text, matchCase != 0);
     const std::uint32_t known = std::min(end, m_shown->Count() + 1);
-    while (id >= 1 && id < known && !skip->MayHold(m_shown->view->MessageAt(id - 1)))
+    if (id < 1 || id >= known)
+        return id;
+    const View& view = *m_shown->view;
+    const std::uint32_t first = view.MessageAt(id - 1);
+    if (view.IsPlain())
+        return id + (skip->Next(first, first + (known - id)) - first);
+    while (id < known && !skip->MayHold(view.MessageAt(id - 1)))
         ++id;
     return id;
 }

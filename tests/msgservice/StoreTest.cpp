@@ -95,6 +95,9 @@ TEST(MessageStore, GivesBackEveryFieldOfEveryMessage)
         EXPECT_TRUE(fields.levelText == store->Texts().Text(DecodeText(bytes, kLevelText)));
         EXPECT_TRUE(fields.module == store->Texts().Text(DecodeText(bytes, kModule)));
         EXPECT_TRUE(fields.text2 == store->Texts().Text(DecodeText(bytes, kText2)));
+        const std::string_view body = DecodeTexts(bytes).body;
+        const bool hasNext = i + 1 < store->Count() && store->BytesAt(i + 1) == body.data() + body.size() + 1;
+        EXPECT_EQ(hasNext ? store->PieceEnd(i + 1) : i + 1, store->PieceEnd(i));
     }
 }
 

@@ -56,10 +56,26 @@ void MessageStore::Add(const MessageFields& message)
     const RecordHead head = EncodeHead(record);
     char* const bytes = m_arena.Take(head.size + record.timestamp.size() + record.body.size() + 2);
     std::memcpy(bytes, head.bytes.data(), head.size);
-    PutText(PutText(bytes + head.size, record.timestamp), record.body);
-    m_records.MakeRoom(); // so that both are appended or none
+    const char* const end = PutText(PutText(bytes + head.size, record.timestamp), record.body);
+    m_records.MakeRoom(); // so that all are appended or none; a break too many does no harm
+    if (bytes != m_end)
+        m_breaks.Append(m_records.Count());
     m_levels.Append(static_cast<std::uint8_t>(std::min<std::uint32_t>(message.level, 0xFF)));
     m_records.Append(bytes);
+    m_end = end;
+}
+
+std::uint32_t MessageStore::PieceEnd(std::uint32_t index) const
+{
+    const std::uint32_t count = Count();
+    std::uint32_t low = 0;
+    std::uint32_t high = m_breaks.Count();
+    while (low < high)
+    {
+        const std::uint32_t middle = low + (high - low) / 2;
+        (m_breaks[middle] > index ? high : low) = m_breaks[middle] > index ? middle : middle + 1;
+    }
+    return low < m_breaks.Count() ? std::min(m_breaks[low], count) : count;
 }
 
 MessageFields FieldsOf(const MessageStore& store, std::uint32_t index)

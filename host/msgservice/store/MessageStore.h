@@ -33,6 +33,9 @@ public:
     const char* BytesAt(std::uint32_t index) const { return m_records[index]; }
     const TextPool& Texts() const { return m_texts; }
 
+    // The message after the last one whose bytes follow those of message `index` without a gap.
+    std::uint32_t PieceEnd(std::uint32_t index) const;
+
     // The level alone, 255 at most: the levels of all messages lie side by side.
     std::uint32_t LevelAt(std::uint32_t index) const { return m_levels[index]; }
 
@@ -52,7 +55,9 @@ private:
     TextPool m_texts;
     std::array<LastText, kSharedTexts> m_last;
     GrowingArray<std::uint8_t> m_levels;
-    GrowingArray<const char*> m_records; // their count is that of the messages
+    GrowingArray<std::uint32_t> m_breaks; // messages that do not follow the one before without a gap
+    const char* m_end = nullptr;          // of the message that was added last
+    GrowingArray<const char*> m_records;  // their count is that of the messages
 };
 
 // The message with its texts. These are valid as long as the store, each with a NUL after it.

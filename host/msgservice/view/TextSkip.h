@@ -23,8 +23,12 @@ public:
     // of one nothing is known.
     bool MayHold(std::uint32_t message);
 
+    // The first message from `message` on that may hold it; `end` if none before that does.
+    std::uint32_t Next(std::uint32_t message, std::uint32_t end);
+
 private:
-    bool IsInShared(const Record& record);
+    bool IsInShared(std::uint32_t message) const;
+    void LearnShared();
 
     std::shared_ptr<const MessageStore> m_store;
     std::string m_text;

@@ -132,6 +132,7 @@ public:
     // "Find".
     void FindNext();
     void FindPrevious();
+    bool IsFinding(); // has not arrived yet
 
     // Asks for a file and has the service open it.
     void OpenLogFile();

@@ -219,8 +219,7 @@ void MessageFinder::Plan()
     if (!m_viewer || !m_viewer->m_hWnd)
         return;
     const bool isOpen = m_dialog.m_hWnd != nullptr;
-    const bool isWorking =
-        m_find.IsJumping() || m_find.HasHit() || (isOpen && m_find.HasWish() && !m_find.IsCounted());
+    const bool isWorking = IsJumping() || (isOpen && m_find.HasWish() && !m_find.IsCounted());
     if (isWorking || isOpen)
         m_viewer->SetTimer(kTimer, isWorking ? kWorking : kWatching, nullptr);
     else

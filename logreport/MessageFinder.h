@@ -31,6 +31,8 @@ public:
     // Goes on with what was found last; asks for it first if there is none.
     void Next(FindMessages::Direction direction);
 
+    bool IsJumping() const { return m_find.IsJumping() || m_find.HasHit(); }
+
     void OnTimer();
 
     // The ids are those of other messages now. The service is about to be another one. The viewer's window

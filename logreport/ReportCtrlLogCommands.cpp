@@ -313,6 +313,11 @@ void CReportCtrlLog::FindPrevious()
     finder->Next(logreport::FindMessages::Direction::Up);
 }
 
+bool CReportCtrlLog::IsFinding()
+{
+    return m_data->finder->IsJumping();
+}
+
 // ---- Opening a file
 
 void CReportCtrlLog::OpenLogFile()

@@ -31,6 +31,7 @@ constexpr char kStepsHelp[] = "what to do before the picture, one step after the
                               "follow:on, follow:off\n"
                               "message:N - select a message, counted from 1\n"
                               "next-message-error, previous-message-error - from it\n"
+                              "find-message:TEXT, next-found, previous-found - through \"Find\"\n"
                               "sort:FIELD, sort:FIELD:desc - the messages, by level, body, ...\n"
                               "level:error, level:warning, level:all - messages to show\n"
                               "report:on, report:off, preview:on, preview:off - how they show\n"

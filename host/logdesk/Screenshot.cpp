@@ -40,6 +40,14 @@ void FindText(CQmLogTextCtrl& text, const std::string& wanted)
     text.FindNext();
 }
 
+// Until the message is there.
+void WaitForFind(MessageList& list)
+{
+    MSG message = {};
+    while (list.IsFinding() && ::GetMessage(&message, nullptr, 0, 0) > 0)
+        ::DispatchMessage(&message);
+}
+
 } // namespace
 
 void TakeMessageStep(DeskFrame& frame, const Step& step)
@@ -55,6 +63,16 @@ void TakeMessageStep(DeskFrame& frame, const Step& step)
         return frame.GoToMessageError(Direction::Forward);
     case StepAction::PreviousMessageError:
         return frame.GoToMessageError(Direction::Backward);
+    case StepAction::FindMessage:
+        messages.List().OpenFind(step.text.c_str());
+        messages.List().FindNext();
+        return WaitForFind(messages.List());
+    case StepAction::NextFound:
+        messages.List().FindNext();
+        return WaitForFind(messages.List());
+    case StepAction::PreviousFound:
+        messages.List().FindPrevious();
+        return WaitForFind(messages.List());
     case StepAction::Sort: {
         const LogMsgSortKey key = {static_cast<ILogMsgDataKind>(step.count), step.height == 0};
         messages.Service().SetSortKeys(&key, 1);

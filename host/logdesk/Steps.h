@@ -25,6 +25,9 @@ enum class StepAction
     Message,
     NextMessageError,
     PreviousMessageError,
+    FindMessage,
+    NextFound,
+    PreviousFound,
     Sort,
     Level,
     Report,
@@ -43,7 +46,7 @@ struct Step
     StepAction action = StepAction::Home;
     int count = 0;         // rows to go or to select; 1 or 0 for on or off; the width, the field, the level
     int height = 0;        // of Size; 1 for descending
-    std::string text = {}; // of Find
+    std::string text = {}; // of Find, FindMessage
 };
 
 // Reads one step, such as "down:3". False when there is no such step or its value does not fit.

@@ -33,7 +33,6 @@ constexpr int kRowsColumns = 14;
 constexpr int kPlaceColumns = 32;
 constexpr int kAroundText = 3;
 constexpr int kAroundButton = 5;
-constexpr int kSessionShare = 4; // so much of the width stays to session and watch: a quarter
 
 } // namespace
 
@@ -79,7 +78,8 @@ void StatusBar::SetTexts(const StatusTexts& texts)
 {
     const bool isOtherWidth = texts.messages.size() != m_texts.messages.size() ||
                               texts.errors.size() != m_texts.errors.size() ||
-                              texts.session != m_texts.session || texts.button != m_texts.button ||
+                              texts.session != m_texts.session ||
+                              texts.place.size() != m_texts.place.size() || texts.button != m_texts.button ||
                               texts.rows.empty() != m_texts.rows.empty() || m_watch.IsShowing() != m_hasWatch;
     constexpr std::pair<Part, std::string StatusTexts::*> parts[] = {
         {kSessionPart, &StatusTexts::session},   {kErrorsPart, &StatusTexts::errors},
@@ -99,13 +99,23 @@ void StatusBar::SetTexts(const StatusTexts& texts)
 // Of the room for session and watch: the watch has what the session's text leaves, and half of it at least.
 int StatusBar::GetSessionRight(int room)
 {
-    if (!m_hasWatch)
-        return room;
+    return m_hasWatch ? std::min(GetPartWidth(m_texts.session), room / 2) : room;
+}
+
+// Of what is left for session, watch and place: as much as it has in a wide window if a quarter of the whole
+// stays to the others, as much as its text needs if an eighth does.
+int StatusBar::GetPlaceWidth(int room, int width)
+{
+    const int wanted = std::clamp(room - width / 4, 0, kPlaceColumns * GetColumnWidth());
+    return std::max(wanted, std::min(GetPartWidth(m_texts.place), std::max(0, room - width / 8)));
+}
+
+int StatusBar::GetPartWidth(const std::string& text)
+{
     CClientDC dc(this);
     const VkGrafic::Selected selected(dc, GetFont()->GetSafeHandle());
-    const GraphicText text(dc);
-    const int width = text.GetWidth(m_texts.session.data(), static_cast<int>(m_texts.session.size()));
-    return std::min(width + kAroundText * GetColumnWidth(), room / 2);
+    return GraphicText(dc).GetWidth(text.data(), static_cast<int>(text.size())) +
+           kAroundText * GetColumnWidth();
 }
 
 void StatusBar::LayOut()
@@ -123,9 +133,8 @@ void StatusBar::LayOut()
     rights[kMessagesPart] = std::max(0, client.Width() - kFollowColumns * column);
     rights[kRowsPart] = std::max(0, rights[kMessagesPart] - messagesColumns * column);
     rights[kPlacePart] = std::max(0, rights[kRowsPart] - (m_texts.rows.empty() ? 0 : kRowsColumns * column));
-    const int left = errorsColumns * column + static_cast<int>(client.Width()) / kSessionShare;
-    const int placeRoom = std::clamp(rights[kPlacePart] - left, 0, kPlaceColumns * column);
-    rights[kErrorsPart] = rights[kPlacePart] - placeRoom;
+    rights[kErrorsPart] =
+        rights[kPlacePart] - GetPlaceWidth(rights[kPlacePart] - errorsColumns * column, client.Width());
     rights[kWatchPart] = std::max(0, rights[kErrorsPart] - errorsColumns * column);
     rights[kSessionPart] = GetSessionRight(rights[kWatchPart]);
     SetParts(kPartCount, rights);

@@ -53,6 +53,8 @@ protected:
 private:
     int GetColumnWidth();
     int GetSessionRight(int room);
+    int GetPlaceWidth(int room, int width);
+    int GetPartWidth(const std::string& text);
     void PlaceWatch();
     void PlaceButton(int columns);
 

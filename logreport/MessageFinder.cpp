@@ -64,6 +64,7 @@ void MessageFinder::OnFindNext(const QmFindSettings& settings)
 void MessageFinder::OnFindClose()
 {
     m_find.StopJump();
+    Hold(nullptr); // the timer, which else lets go of it, may have nothing more to do
     Plan();
 }
 
@@ -104,6 +105,7 @@ std::vector<std::int32_t> MessageFinder::Fields()
     if (m_settings.place > 0)
         return {m_settings.place - 1};
     std::vector<std::int32_t> columns;
+    columns.reserve(kLogMsgKindCount + 1);
     for (int column = 0; column < m_viewer->GetActiveSubItemCount(); ++column)
         columns.push_back(m_viewer->GetSubItemFromColumn(column));
     __int64 showsPreview = 0;

@@ -24,6 +24,7 @@ public:
         : m_viewer(&viewer), m_isActing(isActing), m_dialog(*this)
     {
     }
+    virtual ~MessageFinder() = default;
 
     // Opens the window, with this text if there is one.
     void Open(const char* text);

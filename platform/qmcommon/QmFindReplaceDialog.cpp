@@ -278,7 +278,7 @@ void CQmFindReplaceDialog::OnOK()
     Find(Entered());
 }
 
-void CQmFindReplaceDialog::Find(QmFindSettings settings)
+void CQmFindReplaceDialog::Find(const QmFindSettings& settings)
 {
     m_entered = settings;
     if (!m_canFind || settings.text.empty())

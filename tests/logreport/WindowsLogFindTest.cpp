@@ -214,6 +214,10 @@ TEST_F(LogFind, SurvivesWhatHappensMeanwhile)
         ::SendMessage(Window(), WM_COMMAND, IDOK, 0);
     };
     open();
+    EXPECT_EQ(1, held.holds);
+    ::SendMessage(Window(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_EQ(0, held.holds) << "closed in the midst of a jump";
+    open();
     TestViewer other;
     ASSERT_TRUE(other.Create(WS_CHILD, CRect(0, 0, 300, 200), &parent, 8));
     other.OpenFind("dog");

@@ -87,7 +87,7 @@ private:
     void Enter(const QmFindSettings& settings);
     QmFindSettings Entered(int textEntry = -1);
     void Changed(int textEntry = -1);
-    void Find(QmFindSettings settings);
+    void Find(const QmFindSettings& settings);
     void EnableFind();
     void TakeFocus();
 

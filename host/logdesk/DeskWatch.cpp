@@ -19,10 +19,10 @@ END_MESSAGE_MAP()
 
 void DeskWatch::UpdateTip()
 {
-    if (m_tipOf == GetShownMsg())
-        return;
-    m_tipOf = GetShownMsg();
-    m_tip.Show(m_hWnd, GetShownText().c_str(), kTipWidth);
+    const std::string text = GetShownText().c_str();
+    if (text != m_tipText)
+        m_tip.Show(m_hWnd, text.c_str(), kTipWidth);
+    m_tipText = text;
 }
 
 void DeskWatch::ScanMenu(IQmCommand& collector)

@@ -5,6 +5,7 @@
 #include "qmcommon/QmTip.h"
 
 #include <functional>
+#include <string>
 
 namespace logdesk
 {
@@ -36,7 +37,7 @@ private:
 
     std::function<void()> m_clear;
     std::function<void()> m_leave;
-    std::int32_t m_tipOf = -1; // the message
+    std::string m_tipText;
     CQmTip m_tip;
 };
 

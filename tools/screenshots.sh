@@ -18,6 +18,42 @@ if [[ ${1-} == drag ]]; then
     wait
     exit
 fi
+
+# On a virtual display: the dialogs of messages, one after the other.
+if [[ ${1-} == dialogs ]]; then
+    work=$2
+    . "$root/tools/wine-env.sh"
+    QM_PROFILE=$(windows_path "$work/Profile.ini")
+    export QM_PROFILE
+    # take NAME TITLE
+    take() {
+        local window
+        until window=$(xdotool search --name "$2"); do sleep 0.2; done
+        sleep 1.5
+        import -window "${window%%$'\n'*}" "$work/$1.bmp"
+    }
+    keys() { xdotool key --delay 50 "$@"; }
+    wine "$root/build/windows/bin/LogDesk.exe" "$(windows_path "$work/depot.log")" </dev/null >"$work/dialogs.log" 2>&1 &
+    until xdotool search --name 'LogDesk$' >"$work/window"; do sleep 0.2; done
+    sleep 3
+    keys Home ctrl+f
+    until xdotool search --name '^Find$' >"$work/window"; do sleep 0.2; done
+    xdotool type --delay 30 'disk is full'
+    keys Return F3
+    take find '^Find$'
+    keys Escape alt+c
+    take configuration '^Log Configuration$'
+    keys Escape shift+F10 i
+    take filter '^Edit Filter$'
+    keys Escape alt+m Down Down Down Down Down Return
+    take columns '^Column Picker$'
+    keys Escape
+    xdotool mousemove 430 300 click --repeat 2 --delay 60 1
+    take message '^Log Message$'
+    keys Escape alt+F4
+    wait
+    exit
+fi
 "$root/tools/setup.sh"
 "$root/tools/build.sh" windows
 
@@ -67,6 +103,8 @@ text_log >"$work/depot.log"
 "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\depot.log' --screenshot 'L:\textlog.bmp' \
     --steps size:900x420,level:warning,message:1,next-message-error
 shrink textlog
+WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" dialogs "$work"
+for name in find configuration filter columns message; do shrink "$name"; done
 
 # The report control, by its examples.
 cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"

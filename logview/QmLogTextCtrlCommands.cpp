@@ -7,10 +7,6 @@
 namespace
 {
 
-// Bits of IQmEntry::GetModifiers.
-constexpr unsigned kControl = 8;
-constexpr unsigned kAlt = 16;
-
 // "Collapse" or "Expand" for the caret row; hidden where there is nothing to fold.
 class CQmLogTextCtrlEntrySwitch : public CQmEntryShortcut
 {
@@ -58,7 +54,7 @@ private:
 class CEntryGoUp : public CQmEntryShortcut
 {
 public:
-    explicit CEntryGoUp(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_UP, kAlt), m_text(text) {}
+    explicit CEntryGoUp(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_UP, kQmAlt), m_text(text) {}
     void Execute() override { m_text.GoToError(false); }
     const char* GetCaption() override { return "Go to Previous Error"; }
 
@@ -69,7 +65,7 @@ private:
 class CEntryGoDown : public CQmEntryShortcut
 {
 public:
-    explicit CEntryGoDown(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_DOWN, kAlt), m_text(text) {}
+    explicit CEntryGoDown(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_DOWN, kQmAlt), m_text(text) {}
     void Execute() override { m_text.GoToError(true); }
     const char* GetCaption() override { return "Go to Next Error"; }
 
@@ -80,7 +76,9 @@ private:
 class CQmLogTextCtrlEntryCopy : public CQmEntryShortcut
 {
 public:
-    explicit CQmLogTextCtrlEntryCopy(CQmLogTextCtrl& text) : CQmEntryShortcut('C', kControl), m_text(text) {}
+    explicit CQmLogTextCtrlEntryCopy(CQmLogTextCtrl& text) : CQmEntryShortcut('C', kQmControl), m_text(text)
+    {
+    }
     void Execute() override { m_text.Copy(); }
     const char* GetCaption() override { return "&Copy"; }
     const char* GetImage() override { return "Copy"; }
@@ -105,7 +103,8 @@ class CQmLogTextCtrlEntryBrowse : public CQmEntryShortcut
 {
 public:
     CQmLogTextCtrlEntryBrowse(CQmLogTextCtrl& text, int file)
-        : CQmEntryShortcut(file < 9 ? static_cast<unsigned>('1' + file) : 0, kAlt), m_text(text), m_file(file)
+        : CQmEntryShortcut(file < 9 ? static_cast<unsigned>('1' + file) : 0, kQmAlt), m_text(text),
+          m_file(file)
     {
     }
     void Execute() override { m_text.Browse(m_file); }

@@ -253,7 +253,7 @@ until_shown '^notice: .*app.txt: no such file'
 leave
 grep -q 'app.txt' "$work/Profile.ini" && fail "a file that is gone is remembered"
 
-echo "Export: the errors, in three forms that other programs read back"
+echo "The errors of a text log: found, and exported in three forms that other programs read back"
 text_log=$work/hostile.txt
 number=0
 for text in 'a, "b"' ']]> <&> =1+1' $'tab\there \x01' $'gr\xc3\xb6\xc3\x9fe' $'two\n  lines'; do
@@ -264,6 +264,13 @@ start "$(windows_path "$text_log")"
 until_shown '^pane: Rows:6$'
 keys Up alt+m y
 until_shown '^pane: 5 of 6, filtered$'
+keys Home ctrl+f
+until_true xdotool search --name '^Find$' >/dev/null || fail "no window to find"
+xdotool type --delay 20 'LINES'
+keys Return
+until_shown '^pane: Rows:5 . Selected:1 . Current:4$'
+keys Escape
+refocus
 for form in txt csv xml; do
     keys ctrl+a alt+e
     until_true xdotool search --name '^Export file$' >/dev/null || fail "no dialog"

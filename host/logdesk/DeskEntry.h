@@ -10,11 +10,6 @@
 namespace logdesk
 {
 
-// Bits of a shortcut's modifiers.
-constexpr unsigned kShift = 4;
-constexpr unsigned kControl = 8;
-constexpr unsigned kAlt = 16;
-
 struct DeskCommand
 {
     std::string caption;

@@ -161,6 +161,7 @@ void DeskFrame::PrepareMessages()
     list.ModifyStyle(0, RVS_TIPS);
     list.SetSavesState(m_remember);
     list.SetUseAllFields(m_options.useAllFields);
+    list.SetGuardsFormulas(m_options.guardFormulas);
     list.SetPreviewLines(kPreviewLines);
     list.SetFollowPauses(m_options.pauseMessages);
     list.ShowReport(isFirst || list.GetShowReport() != 0);
@@ -184,6 +185,7 @@ void DeskFrame::RememberOptions()
     m_options.preview = m_messages.List().GetShowPreview();
     m_options.pauseMessages = m_messages.List().GetFollowPauses();
     m_options.useAllFields = m_messages.List().GetUseAllFields();
+    m_options.guardFormulas = m_messages.List().GetGuardsFormulas();
     m_options.showToolBar = m_tools.IsShown();
     if (m_place.file.empty())
     {

@@ -38,9 +38,9 @@ void DeskFrame::MakeMenus(CMenu& bar)
 void DeskFrame::Scan(IQmCommand& collector)
 {
     GetTextCtrl().ScanFilePath(collector);
-    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl});
+    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl});
     AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
-    AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kShift});
+    AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kQmShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
                            m_messages.Service().IsBusy() || m_saving});
 }
@@ -55,7 +55,7 @@ BOOL DeskFrame::PreTranslateMessage(MSG* message)
 
 void DeskFrame::ScanFile(IQmCommand& collector)
 {
-    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kControl, false, true, "FileOpen"});
+    AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl, false, true, "FileOpen"});
     AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
     AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
                            m_messages.File().empty(), !m_messages.File().empty()});

@@ -25,18 +25,21 @@ void DeskFrame::ScanMessages(IQmCommand& collector)
     MessageList& list = m_messages.List();
     const std::uint32_t id = m_messages.FocusedId();
     const bool isPausing = list.GetFollowPauses();
-    AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kAlt,
+    AddCommand(collector, {"&Next Error", [this] { GoToMessageError(Direction::Forward); }, VK_DOWN, kQmAlt,
                            false, true, "NextError.ico"});
-    AddCommand(collector, {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP, kAlt,
-                           false, true, "PreviousError.ico"});
+    AddCommand(collector, {"Previo&us Error", [this] { GoToMessageError(Direction::Backward); }, VK_UP,
+                           kQmAlt, false, true, "PreviousError.ico"});
     AddCommand(collector, {"F&ilter on This Value...", [this] { FilterOnValue(); }, 0, 0, false,
                            list.CommandCell().row >= 0 && !m_messages.Service().IsBusy()});
-    AddCommand(collector, {"Show in Lo&g", [this, id] { ShowInLog(id); }, VK_RETURN, kControl, false,
+    AddCommand(collector, {"Show in Lo&g", [this, id] { ShowInLog(id); }, VK_RETURN, kQmControl, false,
                            m_messages.RowOf(id).has_value()});
     collector.AddSeparator();
     ScanMessageFilters(collector);
     AddCommand(collector, {"Pause Following When S&crolled Up",
                            [&list, isPausing] { list.SetFollowPauses(!isPausing); }, 0, 0, isPausing});
+    const bool isGuarding = list.GetGuardsFormulas();
+    AddCommand(collector, {"No Formulas in Ta&bles",
+                           [&list, isGuarding] { list.SetGuardsFormulas(!isGuarding); }, 0, 0, isGuarding});
 }
 
 void DeskFrame::ScanMessageFilters(IQmCommand& collector)
@@ -59,7 +62,7 @@ void DeskFrame::ScanMessageFilters(IQmCommand& collector)
 
 void DeskFrame::ScanLogText(IQmCommand& collector)
 {
-    AddCommand(collector, {"Show in &Messages", [this] { ShowInMessages(); }, VK_RETURN, kControl, false,
+    AddCommand(collector, {"Show in &Messages", [this] { ShowInMessages(); }, VK_RETURN, kQmControl, false,
                            m_messages.File().empty() && GetTextCtrl().GetRowCount() > 0});
 }
 

@@ -53,6 +53,7 @@ WindowOptions ReadWindowOptions()
     options.preview = read("Preview", 1) != 0;
     options.pauseMessages = read("PauseMessages", 1) != 0;
     options.useAllFields = read("UseAllFields") != 0;
+    options.guardFormulas = read("GuardFormulas") != 0;
     options.showToolBar = read("ToolBar", 1) != 0;
     const Place place = {read("Left"), read("Top"), read("Width"), read("Height")};
     const bool isKnown = place.width > 0 && place.height > 0;
@@ -89,6 +90,7 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
     profile->SetInteger(kSection, "Preview", options.preview ? 1 : 0);
     profile->SetInteger(kSection, "PauseMessages", options.pauseMessages ? 1 : 0);
     profile->SetInteger(kSection, "UseAllFields", options.useAllFields ? 1 : 0);
+    profile->SetInteger(kSection, "GuardFormulas", options.guardFormulas ? 1 : 0);
     profile->SetInteger(kSection, "ToolBar", options.showToolBar ? 1 : 0);
 }
 

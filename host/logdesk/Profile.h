@@ -20,8 +20,9 @@ struct WindowOptions
     bool showLogText = true;
     bool showMessages = true;
     bool preview = true;
-    bool pauseMessages = true; // following, when scrolled up
-    bool useAllFields = false; // in what is copied and exported
+    bool pauseMessages = true;  // following, when scrolled up
+    bool useAllFields = false;  // in what is copied and exported
+    bool guardFormulas = false; // in tables that are copied and exported
     bool showToolBar = true;
 };
 

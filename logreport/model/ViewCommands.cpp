@@ -9,10 +9,6 @@ namespace logreport
 namespace
 {
 
-// Bits of IQmEntry::GetModifiers.
-constexpr unsigned kControl = 8;
-constexpr unsigned kAlt = 16;
-
 // Virtual key codes.
 constexpr unsigned kSpace = 0x20;
 constexpr unsigned kDelete = 0x2E;
@@ -31,17 +27,17 @@ constexpr CommandLook kLooks[] = {
     {ViewCommand::Clear, "C&lear", "Clear", kDelete, 0},
     {ViewCommand::PickColumns, "Column Picker...", "ReportFieldChooser.ico", 0, 0},
     {ViewCommand::Info, nullptr, "Info", 0, 0},
-    {ViewCommand::Configure, "Configure &View...", "Setup", 'C', kAlt},
-    {ViewCommand::Copy, "Copy", "Copy", 'C', kControl},
-    {ViewCommand::Export, "&Export Selection...", "FileSave", 'E', kAlt},
-    {ViewCommand::Find, "&Find...", "Find", 'F', kControl},
+    {ViewCommand::Configure, "Configure &View...", "Setup", 'C', kQmAlt},
+    {ViewCommand::Copy, "Copy", "Copy", 'C', kQmControl},
+    {ViewCommand::Export, "&Export Selection...", "FileSave", 'E', kQmAlt},
+    {ViewCommand::Find, "&Find...", "Find", 'F', kQmControl},
     {ViewCommand::Open, "&Open...", "FileOpen", 0, 0},
     {ViewCommand::Refresh, "Refresh", "Refresh", kF5, 0},
-    {ViewCommand::SelectAll, "Select &All", "SelectAll", 'A', kControl},
+    {ViewCommand::SelectAll, "Select &All", "SelectAll", 'A', kQmControl},
     {ViewCommand::Follow, "Follow &mode", nullptr, kSpace, 0},
-    {ViewCommand::ShowHeader, "Show &Header", nullptr, 'H', kAlt},
-    {ViewCommand::ShowPreview, "Show &Preview", nullptr, 'P', kAlt},
-    {ViewCommand::ShowReport, "Show as &Report", nullptr, 'R', kAlt},
+    {ViewCommand::ShowHeader, "Show &Header", nullptr, 'H', kQmAlt},
+    {ViewCommand::ShowPreview, "Show &Preview", nullptr, 'P', kQmAlt},
+    {ViewCommand::ShowReport, "Show as &Report", nullptr, 'R', kQmAlt},
     {ViewCommand::UseVisible, "Use visible columns only", nullptr, 0, 0}};
 
 const CommandLook& LookOf(ViewCommand command)

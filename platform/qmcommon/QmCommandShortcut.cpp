@@ -3,11 +3,6 @@
 namespace
 {
 
-// Accelerator flags.
-constexpr unsigned kShift = 4;
-constexpr unsigned kControl = 8;
-constexpr unsigned kAlt = 16;
-
 constexpr unsigned kF1 = 0x70;
 constexpr unsigned kF24 = 0x87;
 
@@ -88,11 +83,11 @@ std::string QmShortcutText(unsigned key, unsigned modifiers)
     if (name.empty())
         return {};
     std::string text;
-    if ((modifiers & kControl) != 0)
+    if ((modifiers & kQmControl) != 0)
         text += "Ctrl+";
-    if ((modifiers & kAlt) != 0)
+    if ((modifiers & kQmAlt) != 0)
         text += "Alt+";
-    if ((modifiers & kShift) != 0)
+    if ((modifiers & kQmShift) != 0)
         text += "Shift+";
     return text + name;
 }

@@ -12,11 +12,11 @@ unsigned PressedModifiers()
 {
     unsigned modifiers = 0;
     if (::GetKeyState(VK_SHIFT) < 0)
-        modifiers |= FSHIFT;
+        modifiers |= kQmShift;
     if (::GetKeyState(VK_CONTROL) < 0)
-        modifiers |= FCONTROL;
+        modifiers |= kQmControl;
     if (::GetKeyState(VK_MENU) < 0)
-        modifiers |= FALT;
+        modifiers |= kQmAlt;
     return modifiers;
 }
 
@@ -31,7 +31,7 @@ bool Execute(IQmHandler& handler, WPARAM key)
     CQmCommandShortcut record(static_cast<unsigned>(key), modifiers);
     if (handler.Dispatch(record) == 0)
         return false;
-    altReleaseDue = (modifiers & FALT) != 0;
+    altReleaseDue = (modifiers & kQmAlt) != 0;
     return true;
 }
 

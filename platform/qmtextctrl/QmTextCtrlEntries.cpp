@@ -8,7 +8,7 @@ CQmTextCtrlEntry::CQmTextCtrlEntry(CQmTextCtrl* textCtrl, unsigned key, unsigned
 }
 
 CQmTextCtrlEntryFindInput::CQmTextCtrlEntryFindInput(CQmTextCtrl* textCtrl)
-    : CQmTextCtrlEntry(textCtrl, 'F', FCONTROL)
+    : CQmTextCtrlEntry(textCtrl, 'F', kQmControl)
 {
 }
 
@@ -48,7 +48,7 @@ bool CQmTextCtrlEntryFindNext::IsEnabled()
 }
 
 CQmTextCtrlEntryFindPrevious::CQmTextCtrlEntryFindPrevious(CQmTextCtrl* textCtrl)
-    : CQmTextCtrlEntry(textCtrl, VK_F3, FSHIFT)
+    : CQmTextCtrlEntry(textCtrl, VK_F3, kQmShift)
 {
 }
 
@@ -68,7 +68,7 @@ bool CQmTextCtrlEntryFindPrevious::IsEnabled()
 }
 
 CQmTextCtrlEntrySelectAll::CQmTextCtrlEntrySelectAll(CQmTextCtrl* textCtrl)
-    : CQmTextCtrlEntry(textCtrl, 'A', FCONTROL)
+    : CQmTextCtrlEntry(textCtrl, 'A', kQmControl)
 {
 }
 

@@ -8,6 +8,11 @@
 
 class IQmHandler;
 
+// What is held with a key: the accelerator flags of the system.
+constexpr unsigned kQmShift = 4;
+constexpr unsigned kQmControl = 8;
+constexpr unsigned kQmAlt = 16;
+
 // One command: what a menu shows of it, its shortcut, and its action. An entry lives as long as the collector
 // that took it, often only for one call; it points at what it acts on and does not own it.
 class QMPLATFORM_API IQmEntry
@@ -18,8 +23,8 @@ public:
     // The menu text, with "&" before its access key; null hides the entry and switches its shortcut off.
     virtual const char* GetCaption();
 
-    // The shortcut: a virtual key code, 0 for none, and the accelerator flags FSHIFT (4), FCONTROL (8) and
-    // FALT (16) held with it, no others.
+    // The shortcut: a virtual key code, 0 for none, and what is held with it (kQmShift and its like), nothing
+    // else.
     virtual unsigned GetKey();
     virtual unsigned GetModifiers();
 

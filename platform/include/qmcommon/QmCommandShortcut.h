@@ -30,8 +30,8 @@ private:
     std::unique_ptr<IQmEntry> m_entry;
 };
 
-// Finds the entry with exactly this shortcut: a virtual key code and the accelerator flags FSHIFT (4),
-// FCONTROL (8) and FALT (16). While the entry is disabled its key is anybody's.
+// Finds the entry with exactly this shortcut: a virtual key code and what is held with it (kQmShift
+// and its like). While the entry is disabled its key is anybody's.
 class QMPLATFORM_API CQmCommandShortcut : public CQmCommandFind
 {
 public:

@@ -211,7 +211,7 @@ private:
     void SaveState();
     void MakeList();
     std::vector<std::int32_t> GetActionFields();
-    void GetSelectedIds(std::uint32_t& first, std::uint32_t& last);
+    bool GetSelectedIds(std::uint32_t& first, std::uint32_t& last);
     void LookWhetherFollowing();
     void OpenMessageOf(int row);
     void SelectForMenu(int row);

@@ -75,13 +75,6 @@ void CQmReportFieldChooser::PlaceBeside(const CReportCtrl& report)
 
 // ---- The end
 
-BOOL CQmReportFieldChooser::ControlHook::OnHookMessage(UINT message, WPARAM, LPARAM, LRESULT*)
-{
-    if (message == WM_DESTROY)
-        m_dialog.DestroyWindow();
-    return FALSE;
-}
-
 void CQmReportFieldChooser::OnDestroy()
 {
     m_controlHook.Detach();

@@ -29,19 +29,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // Ends the dialog with its control.
-    class ControlHook : public CQmHookWnd
-    {
-    public:
-        explicit ControlHook(CQmReportFieldChooser& dialog) : m_dialog(dialog) {}
-
-    protected:
-        BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-
-    private:
-        CQmReportFieldChooser& m_dialog;
-    };
-
     void PlaceBeside(const CReportCtrl& report);
     void AddColumn();
     void RemoveColumn();
@@ -49,5 +36,5 @@ private:
 
     CReportCtrl* m_report = nullptr;
     CReportSubItemListCtrl m_list;
-    ControlHook m_controlHook{*this};
+    CQmEndHook m_controlHook{*this};
 };

@@ -205,25 +205,25 @@ std::vector<std::int32_t> CReportCtrlLog::GetActionFields()
     return logreport::ExportFields(GetHideRow() != 0, m_data->usesAllFields, columns);
 }
 
-// The ids of the selected messages; `last` is below `first` if there are none, or none can be asked for.
-void CReportCtrlLog::GetSelectedIds(std::uint32_t& first, std::uint32_t& last)
+// The ids of the selected messages. False if there are none, or none can be asked for.
+bool CReportCtrlLog::GetSelectedIds(std::uint32_t& first, std::uint32_t& last)
 {
     int firstRow = 0;
     int lastRow = -1;
     if (m_data->source.service && !m_data->isActing)
         GetSelectedRows(&firstRow, &lastRow);
+    if (lastRow < firstRow)
+        return false;
     first = m_data->range.IdOf(firstRow);
     last = first + static_cast<std::uint32_t>(lastRow - firstRow);
-    if (lastRow < firstRow)
-        first = 1, last = 0;
+    return true;
 }
 
 void CReportCtrlLog::ExportSelection()
 {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
-    GetSelectedIds(first, last);
-    if (last < first)
+    if (!GetSelectedIds(first, last))
     {
         MessageBox(kNothingSelected, kExportTitle, MB_OK | MB_ICONINFORMATION);
         return;
@@ -240,8 +240,7 @@ bool CReportCtrlLog::ExportTo(const char* path)
 {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
-    GetSelectedIds(first, last);
-    if (last < first)
+    if (!GetSelectedIds(first, last))
         return false;
     const HeldView held(*this, m_data->isActing);
     logreport::Export work(*m_data->source.service, path, GetActionFields(), first, last);
@@ -263,8 +262,7 @@ bool CReportCtrlLog::CopyMessages()
 {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
-    GetSelectedIds(first, last);
-    if (last < first)
+    if (!GetSelectedIds(first, last))
         return false;
     const HeldView held(*this, m_data->isActing);
     logreport::CopiedMessages copied(*m_data->source.service, GetActionFields(), first, last);

@@ -1,6 +1,7 @@
 #include "qmcommon/QmFindReplaceDialog.h"
 
 #include "platform_resource.h"
+#include "qmcommon/OwnModule.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -31,23 +32,6 @@ std::wstring Wide(const std::string& text)
     ZEMA::WideString wide;
     ZEMA::ToWide(text.data(), text.size(), wide);
     return wide;
-}
-
-HMODULE ModuleOfFind()
-{
-    static const char place = 0;
-    HMODULE module = nullptr;
-    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                        &place, &module);
-    return module;
-}
-
-// The dialog lies in this library, wherever the program's resources come from.
-LPCDLGTEMPLATE FindTemplateOfFind()
-{
-    const HRSRC resource = ::FindResource(ModuleOfFind(), MAKEINTRESOURCE(IDD_FIND), RT_DIALOG);
-    const HGLOBAL data = resource ? ::LoadResource(ModuleOfFind(), resource) : nullptr;
-    return data ? static_cast<LPCDLGTEMPLATE>(::LockResource(data)) : nullptr;
 }
 
 CRect WorkAreaOf(HWND hwnd)
@@ -82,7 +66,7 @@ bool CQmFindReplaceDialog::Open(CWnd& control, const std::vector<std::string>& p
         m_entered = settings;
         m_state.clear();
         m_canFind = true;
-        if (!CreateIndirect(FindTemplateOfFind(), &control))
+        if (!CreateIndirect(QmFindDialog(PlatformModule(), IDD_FIND), &control))
             return false;
         m_hook.Attach(control.GetSafeHwnd());
         CRect over;
@@ -122,7 +106,7 @@ void CQmFindReplaceDialog::MakeTextWide()
     const HWND field = ::CreateWindowExW(
         0, L"COMBOBOX", L"", static_cast<DWORD>(::GetWindowLong(former, GWL_STYLE)), place.left, place.top,
         place.Width(), place.Height(), m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_FIND_WHAT)),
-        ModuleOfFind(), nullptr);
+        PlatformModule(), nullptr);
     if (!field)
         return;
     ::SendMessage(field, WM_SETFONT, static_cast<WPARAM>(::SendMessage(former, WM_GETFONT, 0, 0)), FALSE);
@@ -135,13 +119,6 @@ void CQmFindReplaceDialog::TakeFocus()
     const HWND field = ::GetDlgItem(m_hWnd, IDC_FIND_WHAT);
     ::SetFocus(field);
     ::SendMessage(field, CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
-}
-
-BOOL CQmFindReplaceDialog::ControlHook::OnHookMessage(UINT message, WPARAM, LPARAM, LRESULT*)
-{
-    if (message == WM_DESTROY)
-        m_dialog.DestroyWindow();
-    return FALSE;
 }
 
 void CQmFindReplaceDialog::OnDestroy()

@@ -1,5 +1,7 @@
 #include "qmcommon/QmHookWnd.h"
 
+#include "afxwin.h"
+
 #include <commctrl.h>
 
 CQmHookWnd::CQmHookWnd() = default;
@@ -40,4 +42,11 @@ LRESULT CALLBACK CQmHookWnd::HookProc(HWND hwnd, UINT message, WPARAM wParam, LP
     else if (hook->OnHookMessage(message, wParam, lParam, &result))
         return result;
     return ::DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+BOOL CQmEndHook::OnHookMessage(UINT message, WPARAM, LPARAM, LRESULT*)
+{
+    if (message == WM_DESTROY)
+        m_ended.DestroyWindow();
+    return FALSE;
 }

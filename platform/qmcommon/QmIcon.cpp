@@ -1,6 +1,7 @@
 #include "qmcommon/QmIcon.h"
 
 #include "afxwin.h"
+#include "qmcommon/OwnModule.h"
 #include "vkgrafic/Display.h"
 
 #include <algorithm>
@@ -11,14 +12,6 @@ namespace
 
 constexpr int kLargeFrom = 144;      // dots per inch
 constexpr DWORD kDisabledShare = 96; // of 256: how much of a disabled icon covers the background
-
-HINSTANCE PlatformModule()
-{
-    HMODULE module = nullptr;
-    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                        reinterpret_cast<LPCTSTR>(&PlatformModule), &module);
-    return module;
-}
 
 BITMAPINFO PixelsOf(int size)
 {

@@ -1,6 +1,7 @@
 #include "QmTextFindBar.h"
 
 #include "platform_resource.h"
+#include "qmcommon/OwnModule.h"
 #include "qmtextctrl/QmTextCtrl.h"
 
 BEGIN_MESSAGE_MAP(CQmTextFindBar, CDialog)
@@ -11,16 +12,6 @@ END_MESSAGE_MAP()
 namespace
 {
 constexpr int kMaxTextLength = 255;
-
-// The module that holds this code.
-HMODULE GetThisModule()
-{
-    static const char place = 0;
-    HMODULE module = nullptr;
-    ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                        &place, &module);
-    return module;
-}
 } // namespace
 
 CQmTextFindBar::CQmTextFindBar(CQmTextCtrl& textCtrl) : m_textCtrl(textCtrl) {}
@@ -31,13 +22,7 @@ bool CQmTextFindBar::Open()
 {
     if (!m_hWnd)
     {
-        // The dialog lies in this library, wherever the program's resources come from.
-        const HMODULE module = GetThisModule();
-        const HRSRC resource = ::FindResource(module, MAKEINTRESOURCE(IDD_FIND_BAR), RT_DIALOG);
-        if (!resource)
-            return false;
-        const void* const dialog = ::LockResource(::LoadResource(module, resource));
-        if (!CreateIndirect(static_cast<LPCDLGTEMPLATE>(dialog), &m_textCtrl))
+        if (!CreateIndirect(QmFindDialog(PlatformModule(), IDD_FIND_BAR), &m_textCtrl))
             return false;
         ::SendDlgItemMessage(m_hWnd, IDC_FIND_TEXT, EM_LIMITTEXT, kMaxTextLength, 0);
         CRect rect;

@@ -68,19 +68,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // Ends the window with the control.
-    class ControlHook : public CQmHookWnd
-    {
-    public:
-        explicit ControlHook(CQmFindReplaceDialog& dialog) : m_dialog(dialog) {}
-
-    protected:
-        BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-
-    private:
-        CQmFindReplaceDialog& m_dialog;
-    };
-
     void MakeTextWide();
     void FillTexts();
     std::string TextOf(int entry);
@@ -92,7 +79,7 @@ private:
     void TakeFocus();
 
     IQmFindOwner& m_owner;
-    ControlHook m_hook;
+    CQmEndHook m_hook;
     std::vector<std::string> m_places;
     QmFindSettings m_entered;
     std::string m_state;

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+class CWnd;
+
 // Attached to a window of the same thread until it detaches, is destroyed, or the window is. A window may
 // have several hooks; the one attached last sees a message first, and they may go in any order.
 class QMPLATFORM_API CQmHookWnd
@@ -34,4 +36,18 @@ private:
                                      DWORD_PTR data);
 
     HWND m_hWnd = nullptr;
+};
+
+// Ends a window, such as a dialog, with the one that it is attached to.
+class QMPLATFORM_API CQmEndHook : public CQmHookWnd
+{
+public:
+    // Not owned; it outlives the hook.
+    explicit CQmEndHook(CWnd& ended) : m_ended(ended) {}
+
+protected:
+    BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+private:
+    CWnd& m_ended;
 };

@@ -55,6 +55,8 @@ struct EditState
     int item = RVI_NONE;
     int subitem = -1;
     std::string text;      // as it was
+    std::string shown;     // as the control's own editor had it first
+    std::string typed;     // the bytes of a character that is not complete
     bool isTyping = false; // a character may be about to start an edit
 };
 
@@ -207,6 +209,9 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
 
     // The cell, if it is there and in view.
     std::optional<EditedCell> FindEdited(int row, int column);
+
+    // A byte of a character that the user has typed goes to the editor, once they are all there.
+    void TypeByte(UINT byte);
 
     // Ends an edit as when the focus is lost. Returns false if the window is gone afterwards.
     bool FinishEdit();

@@ -183,11 +183,8 @@ void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
-    if (m_data->edit.editor) // a further byte of the character that has started the edit
-    {
-        ::SendMessage(m_data->edit.editor, WM_CHAR, key, 0);
-        return;
-    }
+    if (m_data->edit.editor)
+        return m_data->TypeByte(key); // the rest of the character that has started the edit
     const report::Marked typing(m_data->edit.isTyping);
     Data::InputPort port(*m_data);
     Data::KeysPort keys(*m_data);

@@ -42,8 +42,9 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 // Window messages may also come by a procedure that was there before the object.
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    const auto call = m_isWide ? ::CallWindowProcW : ::CallWindowProcA;
     if (m_pfnSuper)
-        return ::CallWindowProc(m_pfnSuper, m_hWnd, message, wParam, lParam);
+        return call(m_pfnSuper, m_hWnd, message, wParam, lParam);
     return ::DefWindowProc(m_hWnd, message, wParam, lParam);
 }
 

@@ -63,13 +63,15 @@ LRESULT GuardHandler(const MSG& message, const std::function<LRESULT()>& handler
     }
 }
 
-BOOL CWndCall::Subclass(CWnd& wnd, HWND hwnd)
+BOOL CWndCall::Subclass(CWnd& wnd, HWND hwnd, bool isWide)
 {
     if (!wnd.Attach(hwnd))
         return FALSE;
     wnd.PreSubclassWindow();
     const auto procedure = reinterpret_cast<LONG_PTR>(&WindowProc);
-    wnd.m_pfnSuper = reinterpret_cast<WNDPROC>(::SetWindowLongPtr(hwnd, GWLP_WNDPROC, procedure));
+    const auto setProcedure = isWide ? ::SetWindowLongPtrW : ::SetWindowLongPtrA;
+    wnd.m_pfnSuper = reinterpret_cast<WNDPROC>(setProcedure(hwnd, GWLP_WNDPROC, procedure));
+    wnd.m_isWide = isWide;
     return TRUE;
 }
 

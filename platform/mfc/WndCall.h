@@ -23,7 +23,7 @@ public:
     static LRESULT CALLBACK WindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
 
     // Attaches the window and makes the object deal with its messages from now on.
-    static BOOL Subclass(CWnd& wnd, HWND hwnd);
+    static BOOL Subclass(CWnd& wnd, HWND hwnd, bool isWide = false);
 
 private:
     static LRESULT Call(CWnd& wnd, const MSG& current) noexcept;

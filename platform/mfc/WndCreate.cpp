@@ -34,6 +34,7 @@ HWND CWnd::Detach()
     if (m_hWnd)
         GetThreadState().windows.Remove(KeyOf(m_hWnd), this);
     m_pfnSuper = nullptr;
+    m_isWide = false;
     return std::exchange(m_hWnd, nullptr);
 }
 
@@ -64,10 +65,16 @@ BOOL CWnd::SubclassWindow(HWND hwnd)
     return CWndCall::Subclass(*this, hwnd);
 }
 
+BOOL CWnd::SubclassWideWindow(HWND hwnd)
+{
+    return CWndCall::Subclass(*this, hwnd, true);
+}
+
 HWND CWnd::UnsubclassWindow()
 {
+    const auto setProcedure = m_isWide ? ::SetWindowLongPtrW : ::SetWindowLongPtrA;
     if (m_pfnSuper)
-        ::SetWindowLongPtr(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_pfnSuper));
+        setProcedure(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_pfnSuper));
     return Detach();
 }
 

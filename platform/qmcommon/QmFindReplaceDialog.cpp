@@ -2,6 +2,7 @@
 
 #include "platform_resource.h"
 #include "qmcommon/OwnModule.h"
+#include "qmcommon/QmWindowText.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -154,7 +155,7 @@ void CQmFindReplaceDialog::FillTexts()
     ::SendMessageW(field, CB_RESETCONTENT, 0, 0);
     for (const std::string& found : FoundTexts())
         ::SendMessageW(field, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(found).c_str()));
-    ::SetWindowTextW(field, Wide(text).c_str());
+    QmSetWindowText(field, text);
     ::SendMessage(field, CB_SETEDITSEL, 0, selection);
     m_isFilling = false;
 }
@@ -163,12 +164,12 @@ void CQmFindReplaceDialog::FillTexts()
 std::string CQmFindReplaceDialog::TextOf(int entry)
 {
     const HWND field = ::GetDlgItem(m_hWnd, IDC_FIND_WHAT);
-    const LRESULT size = entry < 0 ? ::GetWindowTextLengthW(field)
-                                   : ::SendMessageW(field, CB_GETLBTEXTLEN, static_cast<WPARAM>(entry), 0);
+    if (entry < 0)
+        return QmGetWindowText(field);
+    const auto index = static_cast<WPARAM>(entry);
+    const LRESULT size = ::SendMessageW(field, CB_GETLBTEXTLEN, index, 0);
     std::wstring wide(static_cast<std::size_t>(std::max<LRESULT>(size, 0)) + 1, L'\0');
-    const LRESULT length = entry < 0 ? ::GetWindowTextW(field, wide.data(), static_cast<int>(wide.size()))
-                                     : ::SendMessageW(field, CB_GETLBTEXT, static_cast<WPARAM>(entry),
-                                                      reinterpret_cast<LPARAM>(wide.data()));
+    const LRESULT length = ::SendMessageW(field, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(wide.data()));
     std::string text;
     ZEMA::FromWide(wide.data(), static_cast<std::size_t>(std::max<LRESULT>(length, 0)), text);
     return text;
@@ -176,7 +177,7 @@ std::string CQmFindReplaceDialog::TextOf(int entry)
 
 void CQmFindReplaceDialog::Enter(const QmFindSettings& settings)
 {
-    ::SetWindowTextW(::GetDlgItem(m_hWnd, IDC_FIND_WHAT), Wide(settings.text).c_str());
+    QmSetWindowText(::GetDlgItem(m_hWnd, IDC_FIND_WHAT), settings.text);
     SendDlgItemMessage(IDC_FIND_IN, CB_SETCURSEL, static_cast<WPARAM>(settings.place));
     ::CheckDlgButton(m_hWnd, IDC_FIND_CASE, settings.matchesCase);
     ::CheckDlgButton(m_hWnd, IDC_FIND_WORD, settings.isWholeWord);
@@ -233,7 +234,7 @@ void CQmFindReplaceDialog::SetState(const std::string& state, bool canFind)
     if (!m_hWnd)
         return;
     if (state != m_state)
-        ::SetWindowTextW(::GetDlgItem(m_hWnd, IDC_FIND_STATE), Wide(state).c_str());
+        QmSetWindowText(::GetDlgItem(m_hWnd, IDC_FIND_STATE), state);
     m_state = state;
     EnableFind();
 }

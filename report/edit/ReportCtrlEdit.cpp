@@ -1,4 +1,5 @@
 // Editing cells in place: the report control's side.
+#include "qmcommon/QmWindowText.h"
 #include "report/ReportSnapshot.h"
 #include "report/edit/ReportEditCtrl.h"
 #include "report/model/Editing.h"
@@ -6,15 +7,21 @@
 namespace
 {
 
-// Gives a new editor the focus and does with the key what it is for.
+// Gives a new editor the focus, and the caret its place.
 void Prime(CWnd& editor, const report::Primer& primer)
 {
     editor.SetFocus();
     const int length = ::GetWindowTextLength(editor.m_hWnd);
     editor.SendMessage(EM_SETSEL, static_cast<WPARAM>(primer.selectsAll ? 0 : length), -1);
     editor.SendMessage(EM_SCROLLCARET);
-    if (primer.character != 0)
-        editor.SendMessage(WM_CHAR, primer.character);
+}
+
+// In the code page of the process, each of them a message.
+std::size_t BytesOfCharacter(unsigned char first)
+{
+    if (::GetACP() != CP_UTF8)
+        return ::IsDBCSLeadByte(first) ? 2 : 1;
+    return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
 }
 
 } // namespace
@@ -78,7 +85,11 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     if (!editor->Create(ToRect(*again->editor), *this, static_cast<HFONT>(font), again->text.c_str()))
         return 0;
     m_data->edit.editor = editor->m_hWnd;
-    Prime(*editor, report::PrimerOf(key, isTyped));
+    m_data->edit.shown = QmGetWindowText(editor->m_hWnd);
+    const report::Primer primer = report::PrimerOf(key, isTyped);
+    Prime(*editor, primer);
+    if (m_data->edit.editor && primer.character != 0)
+        m_data->TypeByte(primer.character);
     return m_hWnd && m_data->edit.editor ? 1 : 0;
 }
 
@@ -87,12 +98,11 @@ void CReportCtrl::EndEdit(int update, _NMRVITEMEDIT* info)
     const report::EditState edit = std::exchange(m_data->edit, {});
     if (update && !(m_data->style & RVS_CALLBACK))
     {
-        CString text;
-        if (!info && ::IsWindow(edit.editor))
-            CWnd::FromHandle(edit.editor)->GetWindowText(text);
-        const char* const wanted = info ? info->text : static_cast<const char*>(text);
+        const std::string text = info ? "" : QmGetWindowText(edit.editor);
+        const char* const wanted = info ? info->text : text.c_str();
         const bool isSameCell = edit.text == GetItemText(edit.item, edit.subitem).c_str(); // as it was
-        if (wanted && edit.text != wanted && isSameCell)
+        const bool isOwn = dynamic_cast<report::CReportEditCtrl*>(CWnd::FromHandlePermanent(edit.editor));
+        if (wanted && (isOwn ? edit.shown : edit.text) != wanted && isSameCell)
             SetItemText(edit.item, edit.subitem, wanted);
     }
     if (::IsWindow(edit.editor))
@@ -125,6 +135,22 @@ void CReportCtrl::OnRvnEndItemEdit(NMHDR* header, LRESULT* result)
         EndEdit(0, nullptr);
     else
         EndEdit(record.key != RVEK_ESCAPE, &record);
+}
+
+void CReportCtrl::Data::TypeByte(UINT byte)
+{
+    if (byte > 0xFF)
+        edit.typed += static_cast<char>(byte >> 8);
+    edit.typed += static_cast<char>(byte);
+    if (edit.typed.size() < BytesOfCharacter(static_cast<unsigned char>(edit.typed[0])))
+        return;
+    const std::string character = std::exchange(edit.typed, {});
+    const HWND editor = edit.editor;
+    WCHAR wide[4] = {};
+    const int count = ::MultiByteToWideChar(CP_ACP, 0, character.data(), static_cast<int>(character.size()),
+                                            wide, static_cast<int>(std::size(wide)));
+    for (int i = 0; i < count; ++i)
+        ::SendMessageW(editor, WM_CHAR, wide[i], 0);
 }
 
 bool CReportCtrl::Data::FinishEdit()

@@ -1,4 +1,4 @@
-// The line in which the text of a cell is edited.
+// The line in which the text of a cell is edited: a window of UTF-16.
 #pragma once
 
 #include "ReportNotify.h"
@@ -28,6 +28,7 @@ public:
 protected:
     void PostNcDestroy() override { delete this; }
     afx_msg void OnKillFocus(CWnd* focused);
+    afx_msg void OnChar(UINT key, UINT repeat, UINT flags);
     DECLARE_MESSAGE_MAP()
 
 private:

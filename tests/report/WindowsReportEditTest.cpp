@@ -1,5 +1,6 @@
 // Cells edited in place, by keys and clicks, and what the parent has to say about it.
 #include "ReportNotify.h"
+#include "qmcommon/QmWindowText.h"
 #include "tests/report/ReportFixture.h"
 
 namespace
@@ -121,6 +122,33 @@ TEST_F(ReportEdit, TheParentMayDealWithIt)
     Post(Editor(), WM_KEYDOWN, VK_RETURN);
     EXPECT_EQ("two", Cell(1));
     EXPECT_EQ(nullptr, Editor());
+}
+
+TEST_F(ReportEdit, TakesTextsInAnyLanguage)
+{
+    // The cell's text, the bytes that are typed over it; the cell's text afterwards.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"one", "\xE9", "\xC3\xA9"}, // in the code page
+        {"one", "\x07", "one"},
+        {"gr\xFC\xDF", nullptr, "gr\xFC\xDF"}, // unchanged, and so not written back
+        {"\xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80", nullptr, "\xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80"},
+        {"two\r\nlines\t", nullptr, "two\r\nlines\t"},
+    };
+    ASSERT_NE(65001u, ::GetACP());
+    for (const auto& [text, typed, after] : cases)
+    {
+        ShowCells();
+        report.SetItemText(0, 0, text);
+        EXPECT_EQ(1, Begin(0, 0, typed ? static_cast<unsigned char>(*typed) : 1)) << text;
+        Post(Editor(), WM_KEYDOWN, VK_RETURN);
+        EXPECT_EQ(after, Cell(0));
+    }
+    ShowCells();
+    EXPECT_EQ(1, Begin(0, 0, VK_END));
+    QmSetWindowText(Editor(), "\xE6\x97\xA5"); // as from the clipboard
+    report.SendMessage(WM_CHAR, 0xE9);         // a byte that comes late
+    Post(Editor(), WM_KEYDOWN, VK_RETURN);
+    EXPECT_EQ("\xC3\xA9\xE6\x97\xA5", Cell(0));
 }
 
 TEST_F(ReportEdit, EndsWithWhatMovesCells)

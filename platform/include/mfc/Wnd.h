@@ -45,6 +45,10 @@ public:
     // As Attach, and takes the window's messages from now on; PreSubclassWindow is called first.
     BOOL SubclassWindow(HWND hwnd);
 
+    // The same for a window of UTF-16, which stays one: texts and characters of its messages are UTF-16,
+    // here, too.
+    BOOL SubclassWideWindow(HWND hwnd);
+
     // Gives the messages back and detaches.
     HWND UnsubclassWindow();
 
@@ -244,6 +248,7 @@ private:
     void TellDescendants();
 
     WNDPROC m_pfnSuper = nullptr; // what the window did before its messages came here
+    bool m_isWide = false;        // in which texts and characters are UTF-16
     bool m_modalRunning = false;
     int m_modalResult = 0;
 };

@@ -186,7 +186,7 @@ void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
     std::unique_ptr<ILogMsgData> clone(message->Clone());
     const std::shared_ptr<ILogMsgList> list = m_data->source.list;
     if (clone && list && list->Add(clone.get()))
-        clone.release();
+        static_cast<void>(clone.release());
 }
 
 // The service may call back, and may be taken away meanwhile.

@@ -200,6 +200,7 @@ bool CReportCtrlLog::GetGuardsFormulas()
 std::vector<std::int32_t> CReportCtrlLog::GetActionFields()
 {
     std::vector<std::int32_t> columns;
+    columns.reserve(kLogMsgKindCount);
     for (int column = 0; column < GetActiveSubItemCount(); ++column)
         columns.push_back(GetSubItemFromColumn(column));
     return logreport::ExportFields(GetHideRow() != 0, m_data->usesAllFields, columns);

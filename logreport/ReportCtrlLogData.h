@@ -51,7 +51,7 @@ struct Previews
 
 } // namespace logreport
 
-struct CReportCtrlLog::Data : logreport::ViewCommandOwner
+struct CReportCtrlLog::Data final : logreport::ViewCommandOwner
 {
     explicit Data(CReportCtrlLog& owner) : control(owner) {}
 

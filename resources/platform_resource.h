@@ -2,7 +2,7 @@
 #pragma once
 
 #ifndef IDC_STATIC
-#define IDC_STATIC -1
+#define IDC_STATIC (-1)
 #endif
 
 #define IDD_FIND_BAR 9601

@@ -11,6 +11,7 @@ namespace
 std::vector<std::string> NamesOf(const std::vector<std::int32_t>& fields)
 {
     std::vector<std::string> names;
+    names.reserve(fields.size());
     for (const std::int32_t field : fields)
         names.emplace_back(LogMsgDataKindText(field));
     return names;
@@ -81,7 +82,7 @@ void CQmLogStreamCSV::WriteMsg(std::uint32_t id)
 }
 
 CQmLogStreamXML::CQmLogStreamXML(ILogMsgService& service, ZEMA::IOutput& output,
-                                 std::vector<std::int32_t> fields)
+                                 const std::vector<std::int32_t>& fields)
     : CQmLogStream(service, fields), m_writer(output, "Messages", NamesOf(fields))
 {
 }

@@ -76,7 +76,7 @@ private:
 class CQmLogStreamXML : public CQmLogStream
 {
 public:
-    CQmLogStreamXML(ILogMsgService& service, ZEMA::IOutput& output, std::vector<std::int32_t> fields);
+    CQmLogStreamXML(ILogMsgService& service, ZEMA::IOutput& output, const std::vector<std::int32_t>& fields);
     void WriteMsg(std::uint32_t id) override;
 
     // How many characters XML does not have, and were replaced.

@@ -158,7 +158,7 @@ TextFormat FormatOf(const Json& json, const TextFormats& formats)
 std::string NameForPeople(const Json& json, std::size_t number)
 {
     const auto name = json.is_object() ? json.find("name") : json.end();
-    const std::string counted = "Format " + std::to_string(number);
+    std::string counted = "Format " + std::to_string(number);
     if (!json.is_object() || name == json.end() || !name->is_string())
         return counted;
     return counted + " (\"" + name->get<std::string>() + "\")";

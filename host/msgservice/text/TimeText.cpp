@@ -190,11 +190,10 @@ bool TimeText::SettleNumbers(ScannedTime& scanned) const
     // The order that is usual comes first.
     std::array<Order, OrderCount> orders = {YearMonthDay, DayMonthYear, MonthDayYear};
     const bool isShort = scanned.numbers[2] < 0;
-    if (scanned.separator == '.')
-        orders = {DayMonthYear, MonthDayYear, YearMonthDay};
-    else if (isShort || (scanned.isLastYear && scanned.separator == '/'))
+    const bool isLastYear = scanned.isLastYear;
+    if (scanned.separator != '.' && (isShort || (isLastYear && scanned.separator == '/')))
         orders = {MonthDayYear, DayMonthYear, YearMonthDay};
-    else if (scanned.isLastYear)
+    else if (scanned.separator == '.' || isLastYear)
         orders = {DayMonthYear, MonthDayYear, YearMonthDay};
 
     const auto fewer = [this](Order a, Order b) { return m_notPossible[a] < m_notPossible[b]; };

@@ -30,7 +30,7 @@ public:
         Row(const Row&) = delete;
         Row& operator=(const Row&) = delete;
 
-        void WriteValue(const char* text, std::size_t length);
+        void WriteValue(const char* value, std::size_t length);
 
     private:
         CQmCSVWriter& m_writer;

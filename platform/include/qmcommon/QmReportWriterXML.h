@@ -60,7 +60,7 @@ private:
         std::string end;
     };
 
-    void AppendText(const char* text, std::size_t length);
+    void AppendText(const char* bytes, std::size_t length);
     const Tags& TagsOf(const char* name);
 
     ZEMA::IOutput& m_output;

@@ -59,6 +59,7 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_COMMAND(kSelectAllCommand, &ReportWnd::OnSelectAll)
     ON_COMMAND(kCopyCommand, &ReportWnd::OnCopy)
     ON_NOTIFY(RVN_ITEMRCLICK, kReportId, &ReportWnd::OnRightClick)
+    ON_NOTIFY(RVN_BEGINITEMEDIT, kReportId, &ReportWnd::OnBeginEdit)
 END_MESSAGE_MAP()
 
 void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
@@ -181,6 +182,12 @@ void ReportWnd::OnCopy()
 {
     if (!m_report.CopySelection())
         ::MessageBeep(MB_ICONWARNING);
+}
+
+// What is in folders and files is shown, not changed.
+void ReportWnd::OnBeginEdit(NMHDR*, LRESULT* result)
+{
+    *result = 1;
 }
 
 // A click on selected rows leaves them selected: the menu is for all of them.

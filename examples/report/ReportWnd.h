@@ -27,6 +27,7 @@ protected:
     afx_msg void OnSelectAll();
     afx_msg void OnCopy();
     afx_msg void OnRightClick(NMHDR* notification, LRESULT* result);
+    afx_msg void OnBeginEdit(NMHDR* notification, LRESULT* result);
     afx_msg void OnContextMenu(CWnd* wnd, CPoint point);
     DECLARE_MESSAGE_MAP()
 

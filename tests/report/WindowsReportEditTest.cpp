@@ -124,6 +124,49 @@ TEST_F(ReportEdit, TheParentMayDealWithIt)
     EXPECT_EQ(nullptr, Editor());
 }
 
+// What the parent does in the midst of it; whether an edit begins, and what is in the cells afterwards.
+TEST_F(ReportEdit, BearsWhatTheParentDoesMeanwhile)
+{
+    struct
+    {
+        UINT code;
+        std::function<void()> act;
+        int begins;
+        const char* cells;
+    } const cases[] = {
+        {RVN_BEGINITEMEDIT, [&] { report.DestroyWindow(); }, 0, "one two three"},
+        {RVN_BEGINITEMEDIT, [&] { report.DeleteItem(0); }, 0, "two three "},
+        {RVN_BEGINITEMEDIT, [&] { report.DeleteAllItems(); }, 0, "  "},
+        {RVN_BEGINITEMEDIT, [&] { report.DeactivateSubItem(0); }, 0, "one two three"},
+        {RVN_BEGINITEMEDIT, [&] { report.UndefineAllSubItems(); }, 0, "  "},
+        {RVN_BEGINITEMEDIT, [&] { report.SetItemText(0, 0, "new"); }, 0, "new two three"},
+        {RVN_BEGINITEMEDIT, [&] { report.ModifyStyle(0, RVS_VERTICALGRID); }, 1, "x two three"},
+        {RVN_ENDITEMEDIT, [&] { report.DestroyWindow(); }, 1, "x two three"},
+        {RVN_ENDITEMEDIT, [&] { report.DeleteItem(0); }, 1, "two three "},
+        {RVN_ENDITEMEDIT, [&] { report.SortItems(0, 0); }, 1, "x two three"},
+        {RVN_ENDITEMEDIT, [&] { report.EndEdit(0, nullptr); }, 1, "one two three"},
+        {RVN_ENDITEMEDIT, [&] { Begin(1, 0, 'y'); }, 1, "one two three"},
+        {RVN_ENDITEMEDIT, [&] { report.SetItemText(0, 0, "new"); }, 1, "new two three"},
+    };
+    int number = 0;
+    for (const auto& [code, does, begins, cells] : cases)
+    {
+        act = [](NMHDR&) -> LRESULT { return 0; };
+        ShowCells();
+        bool isDone = false;
+        act = [&, wanted = code](NMHDR& note) -> LRESULT {
+            if (note.code == wanted && !std::exchange(isDone, true))
+                does();
+            return 0;
+        };
+        EXPECT_EQ(begins, Begin(0, 0, 'x')) << number;
+        if (begins)
+            Post(Editor(), WM_KEYDOWN, VK_RETURN);
+        EXPECT_EQ(cells, Cell(0) + " " + Cell(1) + " " + Cell(2)) << number;
+        ++number;
+    }
+}
+
 TEST_F(ReportEdit, TakesTextsInAnyLanguage)
 {
     // The cell's text, the bytes that are typed over it; the cell's text afterwards.
@@ -189,8 +232,10 @@ TEST_F(ReportEdit, CopiesOnCAndIsNotWrittenInCallbackMode)
     EXPECT_EQ(1, Begin(1, 0, 'x')) << "the one before is ended";
     Post(report, WM_NULL, 0);
     EXPECT_EQ("x", Text());
+    told.clear();
     report.DestroyWindow();
     EXPECT_EQ("two", Cell(1));
+    EXPECT_EQ("", told) << "nobody is told of an end that was no choice";
 }
 
 } // namespace

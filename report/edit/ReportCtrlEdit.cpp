@@ -70,7 +70,8 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     if (isTaken)
     {
         m_data->edit.editor = record.editor;
-        ::SetFocus(record.editor);
+        if (record.editor)
+            ::SetFocus(record.editor);
         return m_hWnd && record.editor ? 1 : 0;
     }
 

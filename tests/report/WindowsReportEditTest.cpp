@@ -101,6 +101,7 @@ TEST_F(ReportEdit, TheParentMayDealWithIt)
     ShowCells();
     act = [](NMHDR&) -> LRESULT { return 1; };
     EXPECT_EQ(0, Begin(0, 0, 'x')) << "without an editor";
+    EXPECT_EQ(report.m_hWnd, ::GetFocus());
 
     CEdit own;
     own.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 20), &report, 9);

@@ -60,14 +60,14 @@ struct EditState
     bool isTyping = false; // a character may be about to start an edit
 };
 
-// Sets a flag for a while.
-class Marked
+// Sets a flag for as long as it lives.
+class Flagged
 {
 public:
-    explicit Marked(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Marked() { m_flag = false; }
-    Marked(const Marked&) = delete;
-    Marked& operator=(const Marked&) = delete;
+    explicit Flagged(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Flagged() { m_flag = false; }
+    Flagged(const Flagged&) = delete;
+    Flagged& operator=(const Flagged&) = delete;
 
 private:
     bool& m_flag;
@@ -213,7 +213,10 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     // A byte of a character that the user has typed goes to the editor, once they are all there.
     void TypeByte(UINT byte);
 
-    // Ends an edit as when the focus is lost. Returns false if the window is gone afterwards.
+    bool IsEditing();
+
+    // Ends an edit as when the focus is lost, and writes back what is in the parent's own editor. Returns
+    // false if the window is gone afterwards.
     bool FinishEdit();
 
     // ---- Input and notifications

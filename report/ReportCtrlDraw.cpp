@@ -22,19 +22,6 @@ constexpr int kCrossed = 2;
 constexpr int kRadio = 4;
 constexpr int kLastCheck = 7;
 
-// Sets a flag for as long as it lives.
-class Flagged
-{
-public:
-    explicit Flagged(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Flagged() { m_flag = false; }
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
-
-private:
-    bool& m_flag;
-};
-
 void DrawCross(CDC& dc, const CRect& box, int dpi)
 {
     const CPen pen(PS_SOLID, report::Scale(kCrossWidth, dpi), kCrossColor);
@@ -99,7 +86,7 @@ void CReportCtrl::DrawCtrl(CDC* dc)
     if (clip.IsRectEmpty() || m_data->painting.isDrawing)
         return;
     Data::Painter painter(*m_data);
-    const Flagged drawing(m_data->painting.isDrawing);
+    const report::Flagged drawing(m_data->painting.isDrawing);
     DrawBkgnd(dc, clip, painter.PlainColor());
     const int pens[] = {PS_DOT, PS_DASH, PS_SOLID};
     const CPen grid(pens[m_data->properties.gridStyle], 1, GetSystemColor(RVSC_GRID));

@@ -183,9 +183,9 @@ void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
-    if (m_data->edit.editor)
+    if (m_data->IsEditing())
         return m_data->TypeByte(key); // the rest of the character that has started the edit
-    const report::Marked typing(m_data->edit.isTyping);
+    const report::Flagged typing(m_data->edit.isTyping);
     Data::InputPort port(*m_data);
     Data::KeysPort keys(*m_data);
     report::ExtraKeys extra(m_data->extraKeys, m_data->rows.selection, port, keys);

@@ -137,7 +137,7 @@ int CReportCtrl::Data::Painter::DrawRows(CDC& dc, const CRect& clip)
 
 void CReportCtrl::Data::Painter::DrawFocus(CDC& dc, CRect rect) const
 {
-    if (m_data.edit.editor)
+    if (m_data.IsEditing())
         return;
     if (m_data.style & (RVS_HORIZONTALGRID | RVS_VERTICALGRID))
         rect = CRect(rect.left + 1, rect.top, rect.right - 1, rect.bottom - 1);

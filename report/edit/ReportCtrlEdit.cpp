@@ -158,5 +158,15 @@ bool CReportCtrl::Data::FinishEdit()
 {
     if (auto* const own = dynamic_cast<report::CReportEditCtrl*>(CWnd::FromHandlePermanent(edit.editor)))
         own->End(0);
+    else if (IsEditing())
+        control.EndEdit(1, nullptr);
     return control.m_hWnd != nullptr;
+}
+
+// A parent may destroy its editor without a word.
+bool CReportCtrl::Data::IsEditing()
+{
+    if (edit.editor && !::IsWindow(edit.editor))
+        edit = {};
+    return edit.editor != nullptr;
 }

@@ -117,6 +117,21 @@ TEST_F(ReportEdit, TheParentMayDealWithIt)
     Post(report, WM_NULL, 0);
     EXPECT_FALSE(::IsWindow(own.m_hWnd)) << "a message closes it";
 
+    CEdit second;
+    second.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 20), &report, 9);
+    act = [&second](NMHDR& note) -> LRESULT {
+        reinterpret_cast<_NMRVITEMEDIT&>(note).editor = second;
+        return 1;
+    };
+    EXPECT_EQ(1, Begin(1, 0, 'x'));
+    ::SetWindowText(second, "second");
+    report.SendMessage(WM_VSCROLL, SB_BOTTOM);
+    EXPECT_EQ("second", Cell(1)) << "what moves cells ends it, too";
+    report.SetItemText(1, 0, "two");
+    EXPECT_EQ(1, Begin(1, 0, 'x'));
+    second.DestroyWindow();
+    Post(report, WM_NULL, 0);
+
     // What ends an edit of the control's is the parent's to undo.
     act = [](NMHDR& note) -> LRESULT { return note.code == RVN_ENDITEMEDIT; };
     EXPECT_EQ(1, Begin(1, 0, 'x'));

@@ -1,6 +1,6 @@
 // Editing cells in place: the report control's side.
 #include "qmcommon/QmWindowText.h"
-#include "report/ReportSnapshot.h"
+#include "report/ReportCtrlData.h"
 #include "report/edit/ReportEditCtrl.h"
 #include "report/model/Editing.h"
 
@@ -25,24 +25,6 @@ std::size_t BytesOfCharacter(unsigned char first)
 }
 
 } // namespace
-
-std::optional<CReportCtrl::Data::EditedCell> CReportCtrl::Data::FindEdited(int row, int column)
-{
-    const bool isFixed = row == RVI_DEFAULT && (style & RVS_FIXEDROW) != 0;
-    if (column < 0 || row >= rows.Count() || (row < 0 && !isFixed))
-        return {};
-    Snapshot snapshot(*this);
-    const std::optional<report::ShownRow> shown = snapshot.geometry.FindRow(row);
-    const std::optional<report::ShownCell> cell =
-        shown ? snapshot.geometry.FindCell(*shown, column) : std::nullopt;
-    EditedCell edited;
-    if (!cell || !snapshot.rows.ReadCell(row, cell->subitem, edited.record, edited.text))
-        return {};
-    edited.hasText = std::exchange(edited.record.text, nullptr) != nullptr;
-    edited.rect = CRect(cell->left, cell->rect.top, cell->rect.right, cell->rect.bottom);
-    edited.editor = report::EditorRect(report::CellLayout(view), *cell, ContentsOf(edited.record));
-    return edited;
-}
 
 int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
 {

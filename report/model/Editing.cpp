@@ -6,19 +6,12 @@
 namespace report
 {
 
-namespace
-{
-
-constexpr int kTextTop = 2; // pixels that an editor begins below its cell
-
-} // namespace
-
 std::optional<Rect> EditorRect(const CellLayout& layout, const ShownCell& cell, const CellContents& contents)
 {
     Rect text = layout.PartsOf(cell.rect, contents).text;
     if (text.left > text.right)
         return std::nullopt;
-    text.top += kTextTop;
+    text.top += kEditorTop;
     return text;
 }
 

@@ -10,6 +10,13 @@ namespace report
 // editors have their text. None if the cell is too narrow for it.
 std::optional<Rect> EditorRect(const CellLayout& layout, const ShownCell& cell, const CellContents& contents);
 
+// The top of the cell that an editor stands in.
+constexpr int kEditorTop = 2; // pixels that it begins below its cell
+constexpr int TopOfCell(const Rect& editor)
+{
+    return editor.top - kEditorTop;
+}
+
 // What an editor does first with the key that has started it.
 struct Primer
 {

@@ -164,6 +164,10 @@ public:
     // definition changes. Returns 0 outside the definitions.
     int GetSubItem(int subitem, _RVSUBITEM* definition);
 
+    // Sets the texts that are offered while a cell of a subitem is edited: in a combo box, which takes any
+    // other text, too. None for a line to type in, as at first. Raises outside the definitions.
+    void SetSubItemChoices(int subitem, const char* const* texts, int count);
+
     // Takes a definition and its cells away. Returns 0 if there is no such subitem.
     int UndefineSubItem(int subitem);
     void UndefineAllSubItems();
@@ -434,7 +438,7 @@ public:
 
     // ---- Editing in place
 
-    // Starts editing a cell that is in view. An edit that is active is ended first. The parent is told
+    // Starts editing a cell, and scrolls to it. An edit that is active is ended first. The parent is told
     // (RVN_BEGINITEMEDIT) and may bring an editor of its own. `key` is what starts it: RVEK_MOUSE and
     // RVEK_RETURN put the caret at the end of the text, RVEK_BACKSPACE deletes its last character, RVEK_TAB
     // and the keys of the cursor select all, and any other is a character that is typed over the text.
@@ -580,6 +584,8 @@ protected:
     // The editor reports its end, and the parent is told. Unless it answers that it has dealt with it, the
     // text is written back; the key Esc does not.
     afx_msg void OnRvnEndItemEdit(NMHDR* header, LRESULT* result);
+    afx_msg void OnEditorChange();
+    afx_msg LRESULT OnEditMessage(WPARAM, LPARAM);
     DECLARE_MESSAGE_MAP()
 
 private:

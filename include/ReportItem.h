@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 // Which fields of a cell or an item are valid (_RVITEM::mask).
 constexpr std::uint32_t RVIM_TEXT = 0x0001;
@@ -157,6 +158,7 @@ struct SubItem
     std::int32_t header2 = 0;
     std::int32_t image = 0;
     ZEMA::String text;
+    std::vector<ZEMA::String> choices; // texts that an editor of its cells offers
 };
 
 } // namespace report

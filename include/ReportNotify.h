@@ -20,6 +20,7 @@ constexpr UINT RVN_ITEMRCLICK = static_cast<UINT>(-2061);
 constexpr UINT RVN_EDITTEXT = static_cast<UINT>(-2062);
 constexpr UINT RVN_ITEMDRAW = static_cast<UINT>(-2063);
 constexpr UINT RVN_HEADERRCLICK = static_cast<UINT>(-2066);
+constexpr UINT RVN_CHECKITEMEDIT = static_cast<UINT>(-2070); // only with RVED_CHECK
 
 // What lies at a point: HitTest fills all but `pt`.
 struct _RVHITTESTINFO
@@ -66,9 +67,11 @@ struct _NMRVITEMCALLBACK
 };
 static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMCALLBACK) == 96);
 
-// RVN_BEGINITEMEDIT and RVN_ENDITEMEDIT. A non-zero answer to the first says that the parent deals with the
-// edit; it puts the window of its editor into the record, if it has one, and ends it by EndEdit. After a
-// non-zero answer to the second, nothing is written back.
+// RVN_BEGINITEMEDIT, RVN_ENDITEMEDIT and RVN_EDITTEXT. A non-zero answer to the first says that the parent
+// deals with the edit; it puts the window of its editor into the record, if it has one, and ends it by
+// EndEdit. After a non-zero answer to the second, nothing is written back. The third is sent whenever the
+// user has changed the text in the editor; after a non-zero answer the editor takes the text that the parent
+// has put into the record, with the caret at its end.
 struct _NMRVITEMEDIT
 {
     NMHDR hdr;
@@ -81,6 +84,19 @@ struct _NMRVITEMEDIT
     int extra;        // of the cell, at the beginning
 };
 static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMEDIT) == 80);
+
+// RVN_CHECKITEMEDIT: whether `text` may become the text of the cell. A non-zero answer refuses it: the editor
+// stays open, and shows `reason` if the parent has put a text there, which stays valid until the next
+// message. If the cell moves or goes, the edit is cancelled.
+struct _NMRVEDITCHECK
+{
+    NMHDR hdr;
+    int item;
+    int subitem;
+    const char* text;
+    const char* reason; // null at first
+};
+static_assert(sizeof(void*) != 8 || sizeof(_NMRVEDITCHECK) == 48);
 
 // RVN_ITEMDRAW: an owner-drawn cell is about to be painted in `rect`; after a non-zero answer the control
 // draws nothing there. RVN_ITEMDRAWPREVIEW: a preview is about to be painted in `rect`, which is below its

@@ -102,7 +102,28 @@ constexpr std::int64_t RVK_TYPEAHEAD = 0x10;
 // cell.
 constexpr std::int64_t RVK_COLUMNS = 0x20;
 
-constexpr std::int64_t RVK_ALL = 0x3F;
+// F2 edits the focused cell, with its whole text selected.
+constexpr std::int64_t RVK_EDIT = 0x40;
+
+constexpr std::int64_t RVK_ALL = 0x7F;
+
+// RVED_* bits: what users expect of editing cells in place: 0.
+constexpr std::uint64_t RVP_EDITING = 260;
+
+// Values of RVP_EDITING. Tab and Shift+Tab end an edit and go on with the next cell to be edited, beyond the
+// last one in the row below; Return goes on with the cell below.
+constexpr std::int64_t RVED_GOON = 0x01;
+
+// The letter C can be typed, and Ctrl+C copies what is selected; else the key C copies and is not typed.
+constexpr std::int64_t RVED_TYPEC = 0x02;
+
+// The editor grows with its text, up to the right edge of the control.
+constexpr std::int64_t RVED_GROW = 0x04;
+
+// The parent is asked before an edit ends (RVN_CHECKITEMEDIT), and may refuse the text.
+constexpr std::int64_t RVED_CHECK = 0x08;
+
+constexpr std::int64_t RVED_ALL = 0x0F;
 
 // Values of RVP_IMAGEMODE: the share of the highlight colour in the images of selected rows, and of the
 // window's colour in those of the focused row.
@@ -125,7 +146,7 @@ constexpr int RVSC_HIGHLIGHTEDGE = 10; // of the fixed row, left and top
 constexpr int RVSC_DARKSHADOW = 11;    // of the fixed row, right and bottom
 constexpr int RVSC_COUNT = 12;
 
-// The keys of an edit that are no characters: what begins or ends it.
+// The keys of an edit that are no characters: what begins or ends it. F2 begins it as RVEK_TAB does.
 constexpr unsigned RVEK_MOUSE = 1;
 constexpr unsigned RVEK_BACKSPACE = 8;
 constexpr unsigned RVEK_TAB = 9;

@@ -1,6 +1,6 @@
 // The report control: its life, styles, properties and layout.
 #include "report/ReportCtrlData.h"
-#include "report/edit/ReportEditCtrl.h"
+#include "report/edit/EditorWindow.h"
 #include "report/model/InvalidArgument.h"
 #include "vkgrafic/Display.h"
 
@@ -17,7 +17,7 @@ constexpr UINT kHeaderId = 0;
 static_assert(RVK_FOLD == report::kFoldKeys && RVK_DOUBLECLICK == report::kDoubleClickToggles &&
               RVK_SELECTALL == report::kSelectAllKey && RVK_COPY == report::kCopyKeys &&
               RVK_TYPEAHEAD == report::kTypeAheadKeys && RVK_COLUMNS == report::kColumnKeys &&
-              RVK_ALL == report::kAllExtraKeys);
+              RVK_EDIT == report::kEditKey && RVK_ALL == report::kAllExtraKeys);
 
 void RegisterWindowClass()
 {
@@ -75,6 +75,9 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_NOTIFY(HDN_DIVIDERDBLCLICKW, kHeaderId, &CReportCtrl::OnHdnDividerDblClick)
     ON_NOTIFY(NM_RCLICK, kHeaderId, &CReportCtrl::OnHeaderRClick)
     ON_NOTIFY(RVN_ENDITEMEDIT, report::kEditorId, &CReportCtrl::OnRvnEndItemEdit)
+    ON_EN_CHANGE(report::kEditorId, &CReportCtrl::OnEditorChange)
+    ON_CONTROL(CBN_EDITCHANGE, report::kEditorId, &CReportCtrl::OnEditorChange)
+    ON_REGISTERED_MESSAGE(report::kEditMessage, &CReportCtrl::OnEditMessage)
 END_MESSAGE_MAP()
 
 CReportCtrl::CReportCtrl() : m_data(std::make_unique<Data>(*this))
@@ -151,7 +154,7 @@ int CReportCtrl::ModifyStyle(DWORD remove, DWORD add, UINT flags)
 {
     if (((remove | add) & kRowStyles) && !m_data->MayMakeRows())
         return 0;
-    if (m_hWnd && !m_data->FinishEdit())
+    if (!m_data->FinishEdit(Data::EditEnd::Moved))
         return 0;
     const bool hadFaceBackground = m_data->window.hasFaceBackground;
     m_data->window.hasFaceBackground =
@@ -278,8 +281,8 @@ int CReportCtrl::GetPreviewWidth()
 
 void CReportCtrl::OnSize(UINT, int cx, int cy)
 {
-    if (m_data->FinishEdit())
-        Layout(cx, cy);
+    m_data->FinishEdit(Data::EditEnd::Moved);
+    Layout(cx, cy);
 }
 
 // ---- The system's colours, fonts and settings
@@ -359,6 +362,7 @@ void CReportCtrl::Data::UseFont(HFONT font)
 
 LRESULT CReportCtrl::OnSetFont(WPARAM font, LPARAM redraw)
 {
+    m_data->FinishEdit(Data::EditEnd::Moved); // the editor has the old font
     m_data->UseFont(reinterpret_cast<HFONT>(font));
     if (m_data->header.m_hWnd)
         m_data->header.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_data->look.fonts.Plain()), redraw);

@@ -44,6 +44,8 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     if (subitem < 0 || subitem > GetSubItemCount())
         report::ThrowInvalidArgument();
+    if (subitem < GetSubItemCount() && !m_data->FinishEdit(Data::EditEnd::Renumbered))
+        return -1;
     try
     {
         if (!m_data->items.Define(subitem, MakeSubItem(*definition, m_data->sizes.DefaultColumnWidth())))
@@ -63,7 +65,9 @@ int CReportCtrl::DefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
 {
     structSUBITEM& stored = m_data->items.SubItemAt(subitem);
+    std::vector<ZEMA::String> choices = std::move(stored.choices);
     stored = MakeSubItem(*definition, m_data->sizes.DefaultColumnWidth());
+    stored.choices = std::move(choices);
     const int headerItem = m_data->header.GetItemOfColumn(GetColumnFromSubItem(subitem));
     if (headerItem != ReportHeaderWnd::kNone)
     {
@@ -75,6 +79,11 @@ int CReportCtrl::RedefineSubItem(int subitem, _RVSUBITEM* definition, int list)
     if (list)
         m_data->RefreshSubItemList();
     return subitem;
+}
+
+void CReportCtrl::SetSubItemChoices(int subitem, const char* const* texts, int count)
+{
+    m_data->items.SubItemAt(subitem).choices.assign(texts, texts + count);
 }
 
 int CReportCtrl::GetSubItem(int subitem, _RVSUBITEM* definition)
@@ -93,7 +102,8 @@ int CReportCtrl::GetSubItem(int subitem, _RVSUBITEM* definition)
 
 int CReportCtrl::UndefineSubItem(int subitem)
 {
-    if (subitem < 0 || subitem >= GetSubItemCount())
+    if (subitem < 0 || subitem >= GetSubItemCount() || !m_data->FinishEdit(Data::EditEnd::Renumbered) ||
+        subitem >= GetSubItemCount())
         return 0;
     DeactivateSubItem(subitem, 0);
     m_data->items.Undefine(subitem);

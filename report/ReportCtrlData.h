@@ -8,6 +8,8 @@
 #include "report/PaintColors.h"
 #include "report/PaintFonts.h"
 #include "report/ScrollBars.h"
+#include "report/edit/EditState.h"
+#include "report/edit/ReasonTip.h"
 #include "report/header/ReportHeaderWnd.h"
 #include "report/model/DirtyRows.h"
 #include "report/model/ExtraKeys.h"
@@ -46,18 +48,6 @@ struct WindowState
     NMHDR* asking = nullptr;   // who asks in a callback, kept for the operation at work
     int questions = 0;         // that the owner is answering, one within the other
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
-};
-
-// The cell that is being edited.
-struct EditState
-{
-    HWND editor = nullptr; // null while none is
-    int item = RVI_NONE;
-    int subitem = -1;
-    std::string text;      // as it was
-    std::string shown;     // as the control's own editor had it first
-    std::string typed;     // the bytes of a character that is not complete
-    bool isTyping = false; // a character may be about to start an edit
 };
 
 // Sets a flag for as long as it lives.
@@ -123,6 +113,9 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     Painting painting;
     report::DragSelection drag;
     report::EditState edit;
+    report::NextEdit nextEdit;
+    report::ReasonTip reasonTip;
+    bool isEditMessagePosted = false;
     report::ExtraKeysState extraKeys;
 
     // ---- What the models call
@@ -209,15 +202,35 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
 
     // The cell, if it is there and in view.
     std::optional<EditedCell> FindEdited(int row, int column);
+    void ShowEdited(int row, int column);
+    HWND MakeEditor(const EditedCell& cell);
+    bool StartEdit(const EditedCell& cell, HWND editor, const report::Primer& primer);
 
     // A byte of a character that the user has typed goes to the editor, once they are all there.
     void TypeByte(UINT byte);
 
     bool IsEditing();
+    void GrowEditor();
+
+    // Why the control ends an edit.
+    enum class EditEnd
+    {
+        Wanted,    // by the user: a text that the parent refuses stays, and nothing else happens
+        Moved,     // cells are elsewhere, or their editor would be: a refused text is dropped
+        Renumbered // items or subitems; so an edit whose end the parent is being told of is dropped, too
+    };
 
     // Ends an edit as when the focus is lost, and writes back what is in the parent's own editor. Returns
-    // false if the window is gone afterwards.
-    bool FinishEdit();
+    // false if a refused text stays, or if the window is gone afterwards.
+    bool FinishEdit(EditEnd why);
+    void EndOwn(UINT key, const char* text, EditEnd why);
+    bool IsRefused(const char* text);
+
+    // Has OnEditMessage called once no message is at work.
+    void PostEditMessage();
+    void CheckEditor();
+    void EditNext(const report::NextEdit& next);
+    void FocusCell(report::CellPlace cell);
 
     // ---- Input and notifications
 

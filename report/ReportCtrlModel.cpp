@@ -182,6 +182,8 @@ int CReportCtrl::SetItemPreview(int item, const char* text, int height, int text
 
 int CReportCtrl::InsertItem(int item, const char* text)
 {
+    if (item < GetItemCount() && !m_data->FinishEdit(Data::EditEnd::Renumbered))
+        return -1;
     const int inserted = m_data->rows.InsertItem(item);
     if (inserted < 0)
         return -1;
@@ -193,7 +195,7 @@ int CReportCtrl::InsertItem(int item, const char* text)
 
 int CReportCtrl::DeleteItem(int item)
 {
-    if (!m_data->rows.DeleteItem(item))
+    if (!m_data->FinishEdit(Data::EditEnd::Renumbered) || !m_data->rows.DeleteItem(item))
         return 0;
     m_data->RowsRemoved();
     return 1;
@@ -201,7 +203,7 @@ int CReportCtrl::DeleteItem(int item)
 
 int CReportCtrl::DeleteAllItems()
 {
-    if (!m_data->rows.DeleteAllItems())
+    if (!m_data->FinishEdit(Data::EditEnd::Renumbered) || !m_data->rows.DeleteAllItems())
         return 0;
     m_data->RowsRemoved();
     return 1;
@@ -462,7 +464,7 @@ _TREEITEM* CReportCtrl::InsertTreeItem(_TREEITEM* parent, _TREEITEM* after, cons
 
 int CReportCtrl::DeleteTreeItem(_TREEITEM* item)
 {
-    if (!m_data->rows.DeleteTreeItem(item))
+    if (!m_data->FinishEdit(Data::EditEnd::Renumbered) || !m_data->rows.DeleteTreeItem(item))
         return 0;
     m_data->RowsRemoved();
     return 1;
@@ -481,7 +483,8 @@ int CReportCtrl::Expand(_TREEITEM* item, unsigned int action)
 
 int CReportCtrl::SortItems(int subitem, int ascending)
 {
-    m_data->FinishEdit();
+    if (!m_data->FinishEdit(Data::EditEnd::Wanted))
+        return 0;
     const int column = GetColumnFromSubItem(subitem);
     if (m_data->items.IsCallback() || m_data->rows.IsBusy() || column < 0)
         return 0;

@@ -108,7 +108,7 @@ void CReportCtrl::Data::Scroll(int bar, UINT code)
         {SB_THUMBTRACK, Request::Thumb}, {SB_THUMBPOSITION, Request::Thumb}};
     const auto* const found = std::find_if(std::begin(requests), std::end(requests),
                                            [code](const auto& each) { return each.first == code; });
-    if (found == std::end(requests) || !FinishEdit())
+    if (found == std::end(requests) || !FinishEdit(EditEnd::Wanted))
         return;
     const int thumb = found->second == Request::Thumb ? control.GetScrollPos32(bar, 1) : 0;
     Snapshot snapshot(*this);
@@ -157,6 +157,8 @@ void CReportCtrl::SetRedraw(int redraw)
 void CReportCtrl::Data::Redraw()
 {
     painting.shapes.Forget();
+    if (edit.editor)
+        PostEditMessage(); // its cell may have moved
     if (control.m_hWnd && window.isRedrawOn && painting.dirty.AddAll() == report::DirtyRows::Request::All)
         control.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
 }

@@ -1,19 +1,23 @@
 // Editing cells in place: the report control's side.
+#include "ReportComboCtrl.h"
 #include "qmcommon/QmWindowText.h"
 #include "report/ReportCtrlData.h"
+#include "report/edit/EditorWindow.h"
 #include "report/edit/ReportEditCtrl.h"
-#include "report/model/Editing.h"
 
 namespace
 {
 
+constexpr int kMaxText = 65535; // what a cell keeps
+
 // Gives a new editor the focus, and the caret its place.
-void Prime(CWnd& editor, const report::Primer& primer)
+void Prime(HWND editor, const report::Primer& primer)
 {
-    editor.SetFocus();
-    const int length = ::GetWindowTextLength(editor.m_hWnd);
-    editor.SendMessage(EM_SETSEL, static_cast<WPARAM>(primer.selectsAll ? 0 : length), -1);
-    editor.SendMessage(EM_SCROLLCARET);
+    const HWND field = report::TextField(editor);
+    ::SetFocus(field);
+    const int length = ::GetWindowTextLengthW(field);
+    ::SendMessage(field, EM_SETSEL, static_cast<WPARAM>(primer.selectsAll ? 0 : length), -1);
+    ::SendMessage(field, EM_SCROLLCARET, 0, 0);
 }
 
 // In the code page of the process, each of them a message.
@@ -26,11 +30,33 @@ std::size_t BytesOfCharacter(unsigned char first)
 
 } // namespace
 
+// Scrolls to a cell that is not seen as a whole, unless it is none to be edited.
+void CReportCtrl::Data::ShowEdited(int row, int column)
+{
+    if (row < 0 || row >= rows.Count() || column < 0 || column >= control.GetActiveSubItemCount())
+        return;
+    _RVITEM read;
+    read.item = rows.ItemAt(row);
+    read.subitem = control.GetSubItemFromColumn(column);
+    read.mask = RVIM_STATE;
+    if (!control.GetItem(&read) || (read.state & RVIS_READONLY) != 0)
+        return;
+    ShowRow(row);
+    const std::optional<EditedCell> cell = FindEdited(row, column);
+    if (cell && (cell->rect.left < view.report.left || cell->rect.right > view.report.right))
+        control.EnsureVisibleColumn(column);
+}
+
+// ---- Beginning
+
 int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
 {
     const bool isTyped = m_data->edit.isTyping;
-    if (!m_data->FinishEdit())
+    if (m_data->edit.isEnding)
+        EndEdit(0, nullptr);
+    if (!m_hWnd || !m_data->FinishEdit(Data::EditEnd::Wanted))
         return 0;
+    m_data->ShowEdited(row, column);
     const std::optional<Data::EditedCell> cell = m_data->FindEdited(row, column);
     if (!cell || (cell->record.state & RVIS_READONLY) != 0)
         return 0;
@@ -46,78 +72,68 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     const LRESULT isTaken = Notify(reinterpret_cast<_NMREPORTVIEW*>(&record));
     if (!m_hWnd)
         return 0;
-    m_data->edit.item = cell->record.item;
-    m_data->edit.subitem = cell->record.subitem;
-    m_data->edit.text = cell->text;
-    if (isTaken)
+    HWND editor = isTaken ? record.editor : nullptr;
+    if (!isTaken)
     {
-        m_data->edit.editor = record.editor;
-        if (record.editor)
-            ::SetFocus(record.editor);
-        return m_hWnd && record.editor ? 1 : 0;
+        // The parent may have changed what it was asked about.
+        const std::optional<Data::EditedCell> again = m_data->FindEdited(row, column);
+        if (again && again->record.item == cell->record.item && again->text == cell->text && again->hasText)
+            editor = m_data->MakeEditor(*again);
     }
-
-    // The parent may have changed what it was asked about.
-    const std::optional<Data::EditedCell> again = m_data->FindEdited(row, column);
-    if (!again || again->record.item != cell->record.item || again->text != cell->text || !again->hasText ||
-        !again->editor)
-        return 0;
-    auto* const editor = new report::CReportEditCtrl(cell->record.item, cell->record.subitem);
-    const bool isBold = (again->record.state & RVIS_BOLD) != 0;
-    const HGDIOBJ font = isBold ? m_data->look.fonts.Bold() : m_data->look.fonts.Plain();
-    if (!editor->Create(ToRect(*again->editor), *this, static_cast<HFONT>(font), again->text.c_str()))
-        return 0;
-    m_data->edit.editor = editor->m_hWnd;
-    m_data->edit.shown = QmGetWindowText(editor->m_hWnd);
-    const report::Primer primer = report::PrimerOf(key, isTyped);
-    Prime(*editor, primer);
-    if (m_data->edit.editor && primer.character != 0)
-        m_data->TypeByte(primer.character);
-    return m_hWnd && m_data->edit.editor ? 1 : 0;
+    return editor && m_data->StartEdit(*cell, editor, report::PrimerOf(key, isTyped));
 }
 
-void CReportCtrl::EndEdit(int update, _NMRVITEMEDIT* info)
+// Null if there is no room for it.
+HWND CReportCtrl::Data::MakeEditor(const EditedCell& cell)
 {
-    const report::EditState edit = std::exchange(m_data->edit, {});
-    if (update && !(m_data->style & RVS_CALLBACK))
+    if (!cell.editor)
+        return nullptr;
+    const bool isBold = (cell.record.state & RVIS_BOLD) != 0;
+    const auto font = reinterpret_cast<WPARAM>(isBold ? look.fonts.Bold() : look.fonts.Plain());
+    const std::vector<ZEMA::String>& choices = items.SubItemAt(cell.record.subitem).choices;
+    if (!choices.empty())
     {
-        const std::string text = info ? "" : QmGetWindowText(edit.editor);
-        const char* const wanted = info ? info->text : text.c_str();
-        const bool isSameCell = edit.text == GetItemText(edit.item, edit.subitem).c_str(); // as it was
-        const bool isOwn = dynamic_cast<report::CReportEditCtrl*>(CWnd::FromHandlePermanent(edit.editor));
-        if (wanted && (isOwn ? edit.shown : edit.text) != wanted && isSameCell)
-            SetItemText(edit.item, edit.subitem, wanted);
+        auto* const combo = new CReportComboCtrl;
+        CRect rect = ToRect(*cell.editor);
+        rect.top = cell.rect.top;
+        if (!combo->Create(&control, rect))
+            return nullptr;
+        combo->SendMessage(WM_SETFONT, font);
+        for (const ZEMA::String& choice : choices)
+            combo->AddChoice(choice.c_str());
+        combo->SetText(cell.text.c_str());
+        return combo->m_hWnd;
     }
-    if (::IsWindow(edit.editor))
-        ::PostMessage(edit.editor, WM_CLOSE, 0, 0);
-    const HWND focus = ::GetFocus();
-    if (!m_hWnd)
-        return;
-    if (focus != m_hWnd && !::IsChild(m_hWnd, focus))
-        m_data->window.hasFocus = false;
-    const int row = GetCurrentFocus();
-    CRect rect;
-    if (row != RVI_NONE && GetRowRect(row, -1, rect, RVRC_WHOLE))
-        InvalidateRect(rect);
+    const bool typesC = (properties.editing & RVED_TYPEC) != 0;
+    auto* const line = new report::CReportEditCtrl(cell.record.item, cell.record.subitem, typesC);
+    if (!line->Create(ToRect(*cell.editor), control))
+        return nullptr;
+    line->SendMessage(WM_SETFONT, font);
+    QmSetWindowText(line->m_hWnd, cell.text);
+    return line->m_hWnd;
 }
 
-void CReportCtrl::OnRvnEndItemEdit(NMHDR* header, LRESULT* result)
+// The editor may be the parent's. False if it is none of the control's kinds and there is none any more.
+bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const report::Primer& primer)
 {
-    *result = 0;
-    const auto& ended = *reinterpret_cast<const _NMRVITEMEDIT*>(header);
-    if (!m_data->edit.editor || header->hwndFrom != m_data->edit.editor)
-        return;
-    _NMRVITEMEDIT record = ended;
-    m_data->FillHeader(record.hdr, RVN_ENDITEMEDIT);
-    record.item = m_data->edit.item;
-    record.subitem = m_data->edit.subitem;
-    const LRESULT isTaken = Notify(reinterpret_cast<_NMREPORTVIEW*>(&record));
-    if (m_data->edit.editor != ended.hdr.hwndFrom)
-        return; // the parent has ended it, or the control
-    if (isTaken)
-        EndEdit(0, nullptr);
+    CWnd* const made = CWnd::FromHandlePermanent(editor);
+    edit.editor = editor;
+    edit.isOwn = dynamic_cast<report::CReportEditCtrl*>(made) || dynamic_cast<CReportComboCtrl*>(made);
+    edit.item = cell.record.item;
+    edit.subitem = cell.record.subitem;
+    edit.rect = cell.rect;
+    edit.text = cell.text;
+    edit.shown = edit.isOwn ? report::EditorText(editor) : cell.text;
+    if (!edit.isOwn)
+        ::SetFocus(editor);
     else
-        EndEdit(record.key != RVEK_ESCAPE, &record);
+    {
+        ::SendMessage(report::TextField(editor), EM_SETLIMITTEXT, kMaxText, 0);
+        Prime(editor, primer);
+    }
+    if (edit.editor && edit.isOwn && primer.character != 0)
+        TypeByte(primer.character);
+    return control.m_hWnd && edit.editor;
 }
 
 void CReportCtrl::Data::TypeByte(UINT byte)
@@ -128,27 +144,10 @@ void CReportCtrl::Data::TypeByte(UINT byte)
     if (edit.typed.size() < BytesOfCharacter(static_cast<unsigned char>(edit.typed[0])))
         return;
     const std::string character = std::exchange(edit.typed, {});
-    const HWND editor = edit.editor;
+    const HWND field = report::TextField(edit.editor);
     WCHAR wide[4] = {};
     const int count = ::MultiByteToWideChar(CP_ACP, 0, character.data(), static_cast<int>(character.size()),
                                             wide, static_cast<int>(std::size(wide)));
     for (int i = 0; i < count; ++i)
-        ::SendMessageW(editor, WM_CHAR, wide[i], 0);
-}
-
-bool CReportCtrl::Data::FinishEdit()
-{
-    if (auto* const own = dynamic_cast<report::CReportEditCtrl*>(CWnd::FromHandlePermanent(edit.editor)))
-        own->End(0);
-    else if (IsEditing())
-        control.EndEdit(1, nullptr);
-    return control.m_hWnd != nullptr;
-}
-
-// A parent may destroy its editor without a word.
-bool CReportCtrl::Data::IsEditing()
-{
-    if (edit.editor && !::IsWindow(edit.editor))
-        edit = {};
-    return edit.editor != nullptr;
+        ::SendMessageW(field, WM_CHAR, wide[i], 0);
 }

@@ -1,60 +1,40 @@
 #include "report/edit/ReportEditCtrl.h"
 
-#include "qmcommon/QmWindowText.h"
+#include "report/edit/EditorWindow.h"
+
+#include <utility>
 
 namespace report
 {
-
-constexpr UINT kCellSeparator = 7;
 
 BEGIN_MESSAGE_MAP(CReportEditCtrl, CEdit)
     ON_WM_KILLFOCUS()
     ON_WM_CHAR()
 END_MESSAGE_MAP()
 
-BOOL CReportEditCtrl::Create(const RECT& rect, CWnd& control, HFONT font, const char* text)
+BOOL CReportEditCtrl::Create(const RECT& rect, CWnd& control)
 {
     const HWND editor =
         ::CreateWindowExW(0, L"EDIT", nullptr, WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, rect.left, rect.top,
                           rect.right - rect.left, rect.bottom - rect.top, control,
                           reinterpret_cast<HMENU>(UINT_PTR{kEditorId}), AfxGetInstanceHandle(), nullptr);
-    if (!SubclassWideWindow(editor))
-    {
-        ::DestroyWindow(editor);
-        PostNcDestroy();
-        return FALSE;
-    }
-    SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font));
-    QmSetWindowText(m_hWnd, text);
-    return TRUE;
-}
-
-void CReportEditCtrl::End(UINT key)
-{
-    if (m_hasEnded)
-        return;
-    m_hasEnded = true;
-    const std::string text = QmGetWindowText(m_hWnd);
-    _NMRVITEMEDIT record = {};
-    record.hdr = {m_hWnd, kEditorId, RVN_ENDITEMEDIT};
-    record.item = m_item;
-    record.subitem = m_subitem;
-    record.editor = m_hWnd;
-    record.key = key;
-    record.text = text.c_str();
-    ::SendMessage(::GetParent(m_hWnd), WM_NOTIFY, kEditorId, reinterpret_cast<LPARAM>(&record));
+    if (SubclassWideWindow(editor))
+        return TRUE;
+    ::DestroyWindow(editor);
+    PostNcDestroy();
+    return FALSE;
 }
 
 void CReportEditCtrl::OnKillFocus(CWnd*)
 {
     Default();
-    End(m_endKey);
+    TellEnd(m_hWnd, std::exchange(m_endKey, 0));
 }
 
-// The byte that separates encoded cells is none of their texts.
+// What no text of a cell holds is not typed either.
 void CReportEditCtrl::OnChar(UINT key, UINT, UINT)
 {
-    if (key != kCellSeparator)
+    if (key != '\a')
         Default();
 }
 
@@ -63,22 +43,16 @@ BOOL CReportEditCtrl::PreTranslateMessage(MSG* message)
 {
     if (message->message == WM_SYSCHAR)
         return TRUE;
-    if (message->message != WM_KEYDOWN)
-        return CEdit::PreTranslateMessage(message);
-    switch (message->wParam)
+    if (IsEndKey(*message))
     {
-    case VK_TAB:
-    case VK_RETURN:
-    case VK_ESCAPE:
         m_endKey = static_cast<UINT>(message->wParam);
         ::SetFocus(::GetParent(m_hWnd));
         return TRUE;
-    case 'C':
-        SendMessage(WM_COPY);
-        return TRUE;
-    default:
-        return CEdit::PreTranslateMessage(message);
     }
+    if (message->message != WM_KEYDOWN || message->wParam != 'C' || m_typesC)
+        return CEdit::PreTranslateMessage(message);
+    SendMessage(WM_COPY);
+    return TRUE;
 }
 
 } // namespace report

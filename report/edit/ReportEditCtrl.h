@@ -1,27 +1,26 @@
 // The line in which the text of a cell is edited: a window of UTF-16.
 #pragma once
 
-#include "ReportNotify.h"
 #include "mfc/Controls.h"
 
 namespace report
 {
 
-constexpr UINT kEditorId = 1; // of the control's child windows
-
-// Ends when it loses the focus; Tab, Return and Esc give the focus to the control. It tells the control of
-// its end once (RVN_ENDITEMEDIT) and stays until it is closed. Allocated with new: the object goes with its
-// window.
+// Ends when it loses the focus; Tab, Return and Esc give the focus to the control. It stays until it is
+// closed. Allocated with new: the object goes with its window.
 class CReportEditCtrl : public CEdit
 {
 public:
-    CReportEditCtrl(int item, int subitem) : m_item(item), m_subitem(subitem) {}
+    // `typesC`: the letter C can be typed, and Ctrl+C copies; else the key C copies.
+    CReportEditCtrl(int item, int subitem, bool typesC) : m_item(item), m_subitem(subitem), m_typesC(typesC)
+    {
+    }
 
     // A child of the control. On failure the object is gone.
-    BOOL Create(const RECT& rect, CWnd& control, HFONT font, const char* text);
+    BOOL Create(const RECT& rect, CWnd& control);
 
-    // Ends the edit with a key, 0 for none, unless it has ended. The control may be gone afterwards.
-    void End(UINT key);
+    int GetItem() const { return m_item; }
+    int GetSubItem() const { return m_subitem; }
 
     BOOL PreTranslateMessage(MSG* message) override;
 
@@ -34,8 +33,8 @@ protected:
 private:
     int m_item;
     int m_subitem;
+    bool m_typesC;
     UINT m_endKey = 0;
-    bool m_hasEnded = false;
 };
 
 } // namespace report

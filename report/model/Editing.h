@@ -1,4 +1,5 @@
-// Editing a cell in place: where its editor stands and what it begins with. Plain integers; no window system.
+// Editing a cell in place: where its editor stands, what it begins with, and where it goes on. Plain
+// integers; no window system.
 #pragma once
 
 #include "report/model/Geometry.h"
@@ -16,6 +17,9 @@ constexpr int TopOfCell(const Rect& editor)
 {
     return editor.top - kEditorTop;
 }
+// Where an editor ends that grows with its text: it has room for the text and the caret, but goes no further
+// than `end` for that. It does not become narrower.
+int GrownRight(const Rect& editor, int textWidth, int end);
 
 // What an editor does first with the key that has started it.
 struct Primer
@@ -27,5 +31,25 @@ struct Primer
 // `isTyped`: the key is a character that the user has typed. The keys from Page Up to Down have the numbers
 // of characters from '!' to '('.
 Primer PrimerOf(unsigned key, bool isTyped);
+
+// Where the key that has ended an edit leads.
+enum class GoOn
+{
+    Nowhere,
+    Next, // cell to the right, then the first one of the row below
+    Previous,
+    Below
+};
+
+GoOn GoOnAfter(unsigned key, bool isShift);
+
+struct CellPlace
+{
+    int row;
+    int column;
+};
+
+// The next cell in this direction; the fixed row is by itself. Its row is kNoRow if there is none.
+CellPlace NextCell(CellPlace cell, GoOn goOn, int rows, int columns);
 
 } // namespace report

@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr unsigned kInsert = 45;
+constexpr unsigned kF2 = 113;
 constexpr unsigned kPlus = 0xBB; // of the letters' block
 constexpr unsigned kMinus = 0xBD;
 constexpr unsigned kFirstCharacter = 32;
@@ -28,6 +29,8 @@ bool ExtraKeys::KeyDown(unsigned key, Modifiers modifiers, std::uint32_t time)
         m_selection.typingMayEdit = true; // the blank is a character of the text
         return true;
     }
+    if (key == kF2 && Has(kEditKey))
+        return Input(m_selection, m_rows).Edit(RVEK_TAB);
     return (command == Key::Left || command == Key::Right) && Has(kFoldKeys) && Fold(command, modifiers);
 }
 

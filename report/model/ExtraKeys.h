@@ -14,7 +14,8 @@ constexpr unsigned kSelectAllKey = 0x04;
 constexpr unsigned kCopyKeys = 0x08;
 constexpr unsigned kTypeAheadKeys = 0x10;
 constexpr unsigned kColumnKeys = 0x20;
-constexpr unsigned kAllExtraKeys = 0x3F;
+constexpr unsigned kEditKey = 0x40;
+constexpr unsigned kAllExtraKeys = 0x7F;
 
 // What of the tree a row shows.
 struct TreeRow

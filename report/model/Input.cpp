@@ -175,9 +175,11 @@ int Input::NextColumn(int column, int direction)
 
 // ---- Tree and edits
 
-bool Input::CanEdit() const
+bool Input::Edit(unsigned key)
 {
-    return m_selection.focusColumn >= 0 && (m_selection.focusRow == kFixedRow || m_target.IsCellFocus());
+    const bool isCell =
+        m_selection.focusColumn >= 0 && (m_selection.focusRow == kFixedRow || m_target.IsCellFocus());
+    return isCell && m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, key);
 }
 
 // The keys of a tree, unless they begin to edit a cell.
@@ -197,7 +199,7 @@ bool Input::ChangeTree(Key key)
     {
         if (each.key != key)
             continue;
-        if (!CanEdit() || !m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, each.character))
+        if (!Edit(each.character))
             m_target.ChangeTree(m_selection.focusRow, each.action);
     }
     return true;
@@ -205,8 +207,7 @@ bool Input::ChangeTree(Key key)
 
 bool Input::Character(unsigned character)
 {
-    return m_selection.typingMayEdit && CanEdit() &&
-           m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, character);
+    return m_selection.typingMayEdit && Edit(character);
 }
 
 // ---- Mouse
@@ -232,8 +233,8 @@ void Input::Click(int row, int column, Modifiers modifiers)
             m_selection.anchor = row;
     }
     const bool again = m_selection.focusRow == oldRow && m_selection.focusColumn == oldColumn;
-    if (alone && again && CanEdit())
-        m_target.BeginEdit(m_selection.focusRow, m_selection.focusColumn, RVEK_MOUSE);
+    if (alone && again)
+        Edit(RVEK_MOUSE);
 }
 
 void Input::RightClick(int row, Modifiers modifiers)

@@ -81,6 +81,9 @@ public:
     // may be the first of a text, for Character.
     bool KeyDown(unsigned key, Modifiers modifiers);
 
+    // Edits the focused cell, as if begun by a key (RVEK_*). False if there is none or it is not edited.
+    bool Edit(unsigned key);
+
     // A character arrives; true when it has started an edit.
     bool Character(unsigned character);
 
@@ -101,7 +104,6 @@ private:
     int NextRow(int row, int direction);
     int NextColumn(int column, int direction);
     int Anchor(int row);
-    bool CanEdit() const;
     bool MoveByKey(Key key, Modifiers modifiers);
     void MoveColumn(int direction);
     bool ChangeTree(Key key);

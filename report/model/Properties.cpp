@@ -92,6 +92,11 @@ bool Properties::Set(std::uint64_t id, std::int64_t value)
             return false;
         keys = static_cast<unsigned>(value);
         return true;
+    case RVP_EDITING:
+        if (value < 0 || value > RVED_ALL)
+            return false;
+        editing = static_cast<unsigned>(value);
+        return true;
     default:
         return false;
     }
@@ -143,6 +148,8 @@ bool Properties::Get(std::uint64_t id, std::int64_t& value) const
         return is(inactiveHighlight);
     case RVP_KEYS:
         return is(keys);
+    case RVP_EDITING:
+        return is(editing);
     default:
         return false;
     }

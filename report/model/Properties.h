@@ -33,7 +33,8 @@ public:
     bool keepImages = false;
     COLORREF color = 0xFFFFFF;
     std::int64_t inactiveHighlight = -1;
-    unsigned keys = 0; // RVK_*
+    unsigned keys = 0;    // RVK_*
+    unsigned editing = 0; // RVED_*
 
     // Of all controls
     static inline char stringSeparator = '\t';

@@ -42,6 +42,42 @@ TEST(Editing, StandsWhereTheTextIs)
     }
 }
 
+TEST(Editing, GrowsWithItsTextUpToTheEdge)
+{
+    // The width of the text, the edge; where the editor ends, that begins at 100 and ended at 150.
+    const std::tuple<int, int, int> cases[] = {{0, 300, 150},   {30, 300, 150},  {31, 300, 151},
+                                               {180, 300, 300}, {181, 300, 300}, {500, 300, 300},
+                                               {500, 120, 150}};
+    for (const auto& [width, edge, right] : cases)
+        EXPECT_EQ(right, GrownRight({100, 10, 150, 30}, width, edge)) << width << ' ' << edge;
+}
+
+TEST(Editing, GoesOnFromCellToCell)
+{
+    EXPECT_EQ(GoOn::Next, GoOnAfter(9, false));
+    EXPECT_EQ(GoOn::Previous, GoOnAfter(9, true));
+    EXPECT_EQ(GoOn::Below, GoOnAfter(13, true));
+    EXPECT_EQ(GoOn::Nowhere, GoOnAfter(27, false));
+    // From a cell of 2 rows with 3 columns: the cells to the right, to the left and below.
+    const std::tuple<CellPlace, CellPlace, CellPlace, CellPlace> cases[] = {
+        {{0, 0}, {0, 1}, {kNoRow, 0}, {1, 0}},
+        {{0, 2}, {1, 0}, {0, 1}, {1, 2}},
+        {{1, 0}, {1, 1}, {0, 2}, {kNoRow, 0}},
+        {{1, 2}, {kNoRow, 0}, {1, 1}, {kNoRow, 0}},
+        {{kFixedRow, 0}, {kFixedRow, 1}, {kNoRow, 0}, {kNoRow, 0}},
+        {{kFixedRow, 2}, {kNoRow, 0}, {kFixedRow, 1}, {kNoRow, 0}},
+    };
+    for (const auto& [cell, right, left, below] : cases)
+        for (const auto& [goOn, expected] :
+             {std::pair(GoOn::Next, right), std::pair(GoOn::Previous, left), std::pair(GoOn::Below, below)})
+        {
+            const CellPlace next = NextCell(cell, goOn, 2, 3);
+            EXPECT_EQ(std::pair(expected.row, expected.column), std::pair(next.row, next.column))
+                << cell.row << ' ' << cell.column << ' ' << static_cast<int>(goOn);
+        }
+    EXPECT_EQ(kNoRow, NextCell({0, 0}, GoOn::Below, 5, 0).row) << "without columns";
+}
+
 TEST(Editing, BeginsWithItsKey)
 {
     // The key, whether the user has typed it; whether all is selected, and what is typed.

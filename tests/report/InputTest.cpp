@@ -154,9 +154,9 @@ private:
 void Do(const std::string& acts, List& list)
 {
     static const std::map<std::string, unsigned> keys = {
-        {"Down", 40}, {"Up", 38},    {"PageUp", 33}, {"PageDown", 34}, {"End", 35}, {"Home", 36},
-        {"Left", 37}, {"Right", 39}, {"Space", 32},  {"Esc", 27},      {"Ins", 45}, {"*", 106},
-        {"+", 107},   {"-", 109},    {"Plus", 0xBB}, {"Minus", 0xBD}};
+        {"F2", 113},  {"Down", 40}, {"Up", 38},    {"PageUp", 33}, {"PageDown", 34}, {"End", 35},
+        {"Home", 36}, {"Left", 37}, {"Right", 39}, {"Space", 32},  {"Esc", 27},      {"Ins", 45},
+        {"*", 106},   {"+", 107},   {"-", 109},    {"Plus", 0xBB}, {"Minus", 0xBD}};
     list.state.switchedOn = static_cast<unsigned>(list.keys);
     ExtraKeys extraKeys(list.state, list.selection, list, list);
     Input input(list.selection, list);
@@ -315,7 +315,9 @@ TEST(ExtraKeys, EachDoesOneThingWhenItIsSwitchedOn)
         {kColumnKeys, "mark 0 width 2147483647", "ctrl++", ": width 0 2147483647"},
         {kColumnKeys, "mark 0 width 12", "ctrl+-", ": width 0 8"},
         {kColumnKeys, "mark 0 width 3", "ctrl+-", ": width 0 3"},
-        {kColumnKeys, "mark 4", "ctrl+*", ": not"}, // there is no such column any more
+        {kEditKey, "edits 1 cellfocus 1 column 2", "F2", ": edit 5 2 9"},
+        {kEditKey, "edits 1 column 2", "F2", ": not"}, // no cell has the focus
+        {kColumnKeys, "mark 4", "ctrl+*", ": not"},    // there is no such column any more
     };
     for (const auto& [keys, what, acts, expected] : cases)
     {

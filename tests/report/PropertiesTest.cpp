@@ -68,7 +68,8 @@ TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
             {RVP_FITITEMHEIGHT, "0", 7, "1", {}},
             {RVP_KEEPIMAGES, "0", 2, "1", {}},
             {RVP_INACTIVEHIGHLIGHT, "-1", 0x010203, "66051", {-2, 0x1000000}},
-            {RVP_KEYS, "0", RVK_ALL, "63", {-1, 64}},
+            {RVP_KEYS, "0", RVK_ALL, "127", {-1, 128}},
+            {RVP_EDITING, "0", RVED_ALL, "15", {-1, 16}},
         };
     for (const auto& [id, initial, taken, after, refused] : cases)
     {
@@ -78,7 +79,7 @@ TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
             EXPECT_FALSE(properties.Set(id, value)) << id << ": " << value;
         EXPECT_EQ(after, Read(id)) << id;
     }
-    for (const std::uint64_t id : {0ull, 16ull, 255ull, 260ull})
+    for (const std::uint64_t id : {0ull, 16ull, 255ull, 261ull})
     {
         EXPECT_FALSE(properties.Set(id, 1)) << id;
         EXPECT_EQ("unknown", Read(id)) << id;

@@ -1,7 +1,8 @@
 // Cells edited in place, by keys and clicks, and what the parent has to say about it.
-#include "ReportNotify.h"
+#include "ReportComboCtrl.h"
 #include "qmcommon/QmWindowText.h"
 #include "tests/report/ReportFixture.h"
+#include "tests/support/NothingLeft.h"
 
 namespace
 {
@@ -35,6 +36,8 @@ protected:
     }
 
     HWND Editor() const { return ::FindWindowEx(report, nullptr, "EDIT", nullptr); }
+
+    HWND Combo() const { return ::FindWindowEx(report, nullptr, "COMBOBOX", nullptr); }
 
     std::string Text() const
     {
@@ -210,28 +213,64 @@ TEST_F(ReportEdit, TakesTextsInAnyLanguage)
     EXPECT_EQ("\xC3\xA9\xE6\x97\xA5", Cell(0));
 }
 
+// What moves its cell, and the number that its item has then.
 TEST_F(ReportEdit, EndsWithWhatMovesCells)
 {
-    const std::function<void()> moves[] = {
-        [&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM); },
-        [&] { report.SetWindowPos(nullptr, 0, 0, 250, 200, SWP_NOMOVE); }, [&] { report.SortItems(0, 0); },
-        [&] { report.ModifyStyle(0, RVS_VERTICALGRID); }, [&] { ::SetFocus(parent); }};
-    for (const auto& move : moves)
+    const auto layOut = [&](auto change) { return [&, change] { change(), Post(report, WM_NULL, 0); }; };
+    const std::pair<std::function<void()>, int> moves[] = {
+        {[&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM); }, 1},
+        {[&] { report.SetWindowPos(nullptr, 0, 0, 250, 200, SWP_NOMOVE); }, 1},
+        {[&] { report.SortItems(0, 0); }, 1},
+        {[&] { report.ModifyStyle(0, RVS_VERTICALGRID); }, 1},
+        {[&] { ::SetFocus(parent); }, 1},
+        {[&] { report.SendMessage(WM_SETFONT, 0, 0); }, 1},
+        {[&] { report.InsertItem(1, "new"); }, 2},
+        {[&] { report.DeleteItem(0); }, 0},
+        {[&] { report.UndefineSubItem(2); }, 1},
+        {layOut([&] { report.SetSubItemWidth(0, 70); }), 1},
+        {layOut([&] { report.DeactivateSubItem(0); }), 1},
+        {layOut([&] { report.SetItemHeight(30); }), 1},
+        {layOut([&] { report.ScrollWindow(SB_HORZ, 10); }), 1},
+        {layOut([&] { report.SetItemPreview(0, "preview", 20); }), 1},
+    };
+    int number = 0;
+    for (const auto& [move, item] : moves)
     {
         ShowCells();
+        report.SetSubItemWidth(2, 400);
+        Post(report, WM_NULL, 0);
         told.clear();
         EXPECT_EQ(1, Begin(1, 0, 'x'));
         move();
-        EXPECT_EQ("[begin 1 0 120 two][end 1 0 0 x]", told);
-        EXPECT_EQ("x", Cell(1));
+        EXPECT_EQ("[begin 1 0 120 two][end 1 0 0 x]", told) << number;
+        EXPECT_EQ("x", Cell(item)) << number;
         Post(report, WM_NULL, 0);
-        EXPECT_EQ(nullptr, Editor());
+        EXPECT_EQ(nullptr, Editor()) << number++;
     }
     ShowCells();
     EXPECT_EQ(1, Begin(1, 0, 'x'));
-    report.DeleteItem(0);
-    Post(Editor(), WM_KEYDOWN, VK_RETURN);
-    EXPECT_EQ("two three", Cell(0) + " " + Cell(1)) << "another item has the number now";
+    report.InsertItem(3, "at the end");
+    report.SetItemText(2, 0, "changed");
+    Post(report, WM_NULL, 0);
+    EXPECT_NE(nullptr, Editor()) << "what leaves its cell where it is does not end it";
+}
+
+TEST_F(ReportEdit, ScrollsToItsCell)
+{
+    ShowRows(WS_VISIBLE | RVS_CELLFOCUS, 100);
+    UseSystem();
+    report.SetSubItemWidth(1, 400);
+    report.SetItemText(70, 2, "far");
+    report.SetItemState(80, RVIS_READONLY, RVIS_READONLY);
+    EXPECT_EQ(0, Begin(80, 0, 1));
+    EXPECT_EQ(0, report.GetTopIndex()) << "no reason to go there";
+    EXPECT_EQ(1, Begin(70, 2, 'x'));
+    CRect place;
+    ::GetWindowRect(Editor(), place);
+    report.ScreenToClient(place);
+    CRect client;
+    report.GetClientRect(client);
+    EXPECT_TRUE(::PtInRect(&client, {place.left, place.top}) && place.right <= client.right);
 }
 
 TEST_F(ReportEdit, CopiesOnCAndIsNotWrittenInCallbackMode)
@@ -252,6 +291,189 @@ TEST_F(ReportEdit, CopiesOnCAndIsNotWrittenInCallbackMode)
     report.DestroyWindow();
     EXPECT_EQ("two", Cell(1));
     EXPECT_EQ("", told) << "nobody is told of an end that was no choice";
+}
+
+// With the cells of two rows, of which (0, 1) is not to have the focus and (1, 0) is empty: the key that ends
+// an edit of a cell, and the cell that is edited or has the focus then.
+TEST_F(ReportEdit, GoesOnWhereItsKeyLeads)
+{
+    const std::tuple<int, int, int, std::vector<int>, const char*> cases[] = {
+        {0, 0, VK_TAB, {}, "edits 0 2"},         {0, 2, VK_TAB, {}, "edits 1 2"},
+        {1, 2, VK_TAB, {}, "focus 1 2"},         {1, 2, VK_TAB, {VK_SHIFT}, "edits 0 2"},
+        {0, 2, VK_TAB, {VK_SHIFT}, "edits 0 0"}, {0, 2, VK_RETURN, {}, "edits 1 2"},
+        {0, 0, VK_RETURN, {}, "focus 1 0"},      {1, 2, VK_RETURN, {}, "focus 1 2"},
+        {0, 0, VK_ESCAPE, {}, "focus 0 0"},
+    };
+    for (const auto& [row, column, key, with, after] : cases)
+    {
+        Show(WS_VISIBLE | RVS_NOHEADER | RVS_CELLFOCUS, {"a", "d"});
+        UseSystem();
+        Format(1, RVSF_NOCELLFOCUS);
+        report.ModifyProperty(RVP_EDITING, RVED_GOON);
+        for (const auto& [item, subitem, text] :
+             {std::tuple(0, 1, "b"), {0, 2, "c"}, {1, 0, nullptr}, {1, 1, "e"}, {1, 2, "f"}})
+            report.SetItemText(item, subitem, text);
+        report.AdjustFocus(row, column);
+        ASSERT_EQ(1, Begin(row, column, 1)) << row << column;
+        Hold(with, true);
+        Post(Editor(), WM_KEYDOWN, static_cast<WPARAM>(key));
+        Hold(with, false);
+        const bool isEdited = Editor() != nullptr;
+        EXPECT_EQ(after, Line(isEdited ? "edits" : "focus", report.GetCurrentFocus(),
+                              report.GetCurrentFocusColumn()))
+            << row << column << ' ' << key;
+        EXPECT_EQ(isEdited ? Editor() : report.m_hWnd, ::GetFocus());
+    }
+}
+
+TEST_F(ReportEdit, ARefusedTextStaysInItsEditor)
+{
+    ShowCells();
+    report.ModifyProperty(RVP_EDITING, RVED_CHECK);
+    act = [](NMHDR& note) -> LRESULT {
+        auto& check = reinterpret_cast<_NMRVEDITCHECK&>(note);
+        if (note.code != RVN_CHECKITEMEDIT || *check.text != 'x')
+            return 0;
+        check.reason = "no x here";
+        return 1;
+    };
+    EXPECT_EQ(1, Begin(1, 0, 'x'));
+    const HWND editor = Editor();
+    told.clear();
+    const auto tip = [] { return ::IsWindowVisible(::FindWindow(TOOLTIPS_CLASS, nullptr)) != 0; };
+    for (const auto& end : {std::function<void()>([&] { Post(editor, WM_KEYDOWN, VK_RETURN); }),
+                            {[&] { ::SetFocus(parent), Post(report, WM_NULL, 0); }},
+                            {[&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM), Post(report, WM_NULL, 0); }},
+                            {[&] { EXPECT_EQ(0, report.SortItems(0, 1)), Post(report, WM_NULL, 0); }},
+                            {[&] { EXPECT_EQ(0, Begin(2, 0, 'y')), Post(report, WM_NULL, 0); }}})
+    {
+        end();
+        EXPECT_EQ(editor, ::GetFocus());
+        EXPECT_TRUE(tip());
+    }
+    EXPECT_EQ("", told);
+    Post(editor, WM_CHAR, 'y');
+    EXPECT_FALSE(tip());
+    Post(editor, WM_KEYDOWN, VK_ESCAPE);
+    EXPECT_EQ("[end 1 0 27 xy]", told) << "Esc cancels without a question";
+    EXPECT_EQ(1, Begin(1, 0, 'x'));
+    report.DeleteItem(0);
+    EXPECT_EQ("two", Cell(0)) << "where it cannot stay, it is dropped";
+    Post(report, WM_NULL, 0);
+    EXPECT_EQ(1, Begin(0, 0, 'y'));
+    Post(Editor(), WM_KEYDOWN, VK_RETURN);
+    EXPECT_EQ("y", Cell(0));
+}
+
+TEST_F(ReportEdit, TellsOfEachChangeOfItsText)
+{
+    ShowCells();
+    report.ModifyProperty(RVP_EDITING, RVED_GROW | RVED_TYPEC);
+    std::string texts;
+    act = [&texts](NMHDR& note) -> LRESULT {
+        auto& record = reinterpret_cast<_NMRVITEMEDIT&>(note);
+        if (note.code != RVN_EDITTEXT)
+            return 0;
+        texts += Line("", record.item, record.subitem, record.text);
+        const bool isShort = std::string_view(record.text) == "xc";
+        if (isShort)
+            record.text = "completed";
+        return isShort;
+    };
+    EXPECT_EQ(1, Begin(1, 0, 'x'));
+    MSG key = {Editor(), WM_KEYDOWN, 'C', 1, 0, {}};
+    EXPECT_FALSE(CWnd::WalkPreTranslateTree(nullptr, &key)) << "the letter can be typed";
+    Post(Editor(), WM_CHAR, 'c');
+    EXPECT_EQ(" 1 0 x 1 0 xc", texts);
+    EXPECT_EQ("completed", Text());
+    DWORD first = 0;
+    ::SendMessage(Editor(), EM_GETSEL, reinterpret_cast<WPARAM>(&first), 0);
+    EXPECT_EQ(9u, first);
+    QmSetWindowText(Editor(), "a\ab"); // as from the clipboard
+    EXPECT_EQ("ab", Text());
+    const auto width = [this] {
+        CRect rect;
+        ::GetWindowRect(Editor(), rect);
+        return rect.right - rect.left;
+    };
+    const int before = width();
+    QmSetWindowText(Editor(), "eleven more");
+    EXPECT_LT(before, width());
+    QmSetWindowText(Editor(), std::string(1000, 'w'));
+    EXPECT_EQ(300 - 6, width()) << "up to the edge";
+}
+
+TEST_F(ReportEdit, ChoosesFromAList)
+{
+    const char* const choices[] = {"one", "gr\xC3\xB6n", "ONE"};
+    // The key that begins and what is done in the list; what is in the cell then, and what the parent is
+    // told.
+    const std::tuple<unsigned, std::function<void()>, WPARAM, const char*, const char*> cases[] = {
+        {1, [&] { ::SendMessage(Combo(), CB_SETCURSEL, 1, 0); }, VK_RETURN, "gr\xC3\xB6n", "13"},
+        {1, [&] { ::SendMessage(Combo(), CB_SETCURSEL, 1, 0); }, VK_TAB, "gr\xC3\xB6n", "9"},
+        {1, [&] { ::SendMessage(Combo(), CB_SETCURSEL, 1, 0); }, VK_ESCAPE, "two", "27"},
+        {'x', [] {}, VK_RETURN, "x", "13"},
+        {8, [] {}, VK_RETURN, "tw", "13"},
+        {1, [] {}, VK_RETURN, "two", "13"},
+    };
+    for (const auto& [key, acts, end, cell, ended] : cases)
+    {
+        ShowCells();
+        report.SetSubItemChoices(0, choices, 3);
+        report.DefineSubItem(0, std::make_unique<_RVSUBITEM>().get()); // they move with their subitem
+        told.clear();
+        EXPECT_EQ(1, Begin(1, 0, key));
+        ASSERT_NE(nullptr, Combo());
+        EXPECT_TRUE(::IsChild(Combo(), ::GetFocus()));
+        acts();
+        Post(::GetFocus(), WM_KEYDOWN, end);
+        EXPECT_STREQ(cell, report.GetItemText(1, 1).c_str());
+        EXPECT_NE(std::string::npos, told.find(Line("[end 1 1", ended))) << told;
+        EXPECT_EQ(nullptr, Combo());
+    }
+    report.SetItemText(1, 1, "One");
+    EXPECT_EQ(1, Begin(1, 0, 1));
+    EXPECT_EQ("One", QmGetWindowText(Combo())) << "not the choice that differs in its capitals";
+    Post(::GetFocus(), WM_SYSKEYDOWN, VK_DOWN);
+    EXPECT_TRUE(::SendMessage(Combo(), CB_GETDROPPEDSTATE, 0, 0));
+    ::SetFocus(parent);
+    Post(report, WM_NULL, 0);
+    EXPECT_EQ(nullptr, Combo()) << "the lost focus accepts";
+
+    // The parent's own, of the choices alone.
+    act = [this](NMHDR& note) -> LRESULT {
+        if (note.code != RVN_BEGINITEMEDIT)
+            return 0;
+        auto& record = reinterpret_cast<_NMRVITEMEDIT&>(note);
+        auto* const combo = new CReportComboCtrl;
+        EXPECT_TRUE(combo->Create(&report, record.rect, CBS_DROPDOWNLIST));
+        for (const char* const choice : {"red", "green"})
+            combo->AddChoice(choice);
+        combo->SetText("green");
+        record.editor = *combo;
+        return 1;
+    };
+    EXPECT_EQ(1, Begin(2, 0, 1));
+    EXPECT_EQ(Combo(), ::GetFocus());
+    Post(Combo(), WM_KEYDOWN, VK_UP);
+    Post(Combo(), WM_KEYDOWN, VK_RETURN);
+    EXPECT_STREQ("red", report.GetItemText(2, 1).c_str());
+}
+
+TEST_F(ReportEdit, LeavesNothingBehind)
+{
+    ShowCells();
+    const char* const choices[] = {"one", "two"};
+    ExpectNothingLeft(
+        [&] {
+            for (const int count : {0, 2})
+            {
+                report.SetSubItemChoices(0, choices, count);
+                EXPECT_EQ(1, Begin(1, 0, 'x'));
+                Post(::GetFocus(), WM_KEYDOWN, VK_ESCAPE);
+            }
+        },
+        5 * LongRounds());
 }
 
 } // namespace

@@ -1,0 +1,46 @@
+#include "report/edit/EditorWindow.h"
+
+#include "ReportNotify.h"
+#include "ReportStyle.h"
+#include "qmcommon/QmWindowText.h"
+
+#include <string>
+
+namespace report
+{
+
+constexpr char kCellSeparator = 7;
+
+std::string EditorText(HWND editor)
+{
+    std::string text = QmGetWindowText(editor);
+    std::erase(text, kCellSeparator);
+    return text;
+}
+
+HWND TextField(HWND editor)
+{
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    const bool isCombo = dynamic_cast<CComboBox*>(CWnd::FromHandlePermanent(editor)) != nullptr;
+    return isCombo && ::GetComboBoxInfo(editor, &info) && info.hwndItem ? info.hwndItem : editor;
+}
+
+void TellEnd(HWND editor, UINT key)
+{
+    const std::string text = EditorText(editor);
+    _NMRVITEMEDIT record = {};
+    record.hdr = {editor, kEditorId, RVN_ENDITEMEDIT};
+    record.editor = editor;
+    record.key = key;
+    record.text = text.c_str();
+    ::SendMessage(::GetParent(editor), WM_NOTIFY, kEditorId, reinterpret_cast<LPARAM>(&record));
+}
+
+bool IsEndKey(const MSG& message)
+{
+    return message.message == WM_KEYDOWN &&
+           (message.wParam == RVEK_TAB || message.wParam == RVEK_RETURN || message.wParam == RVEK_ESCAPE);
+}
+
+} // namespace report

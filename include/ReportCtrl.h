@@ -505,6 +505,12 @@ protected:
     // and its text, which ends with a NUL, and returns 0, or anything else if the item is not available.
     virtual __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification);
 
+    // A subclass may change what the tip over a cell shows (RVS_TIPS). `item` is the record of the cell, with
+    // its text, which is not to be written to: point `text` at another one, which has to stay as long as the
+    // call, or at none for no tip. State (RVIS_BOLD) and colours count, too. Called after the mouse has come
+    // to rest on a cell; nothing shows if the text fits there.
+    virtual void AdjustTip(_RVITEM* item);
+
     // A subclass may draw a preview here (_NMRVITEMDRAW).
     virtual __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification);
 
@@ -546,6 +552,7 @@ protected:
     int CreatePalette();
 
     void PreSubclassWindow() override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnPaint();

@@ -2,8 +2,6 @@
 
 #include "report/DrawingGuards.h"
 
-#include <algorithm>
-
 namespace report
 {
 
@@ -21,17 +19,16 @@ void PaintFonts::Use(HFONT font)
     description.lfWeight = FW_BOLD;
     m_bold.DeleteObject();
     m_bold.CreateFontIndirect(&description);
-    m_height = 0;
-    m_measures = Measure(m_font);
-    m_boldMeasures = Measure(Bold());
+    m_measures = Measure(m_font, m_plainHeight);
+    m_boldMeasures = Measure(Bold(), m_boldHeight);
 }
 
-GraphicFont PaintFonts::Measure(HGDIOBJ font)
+GraphicFont PaintFonts::Measure(HGDIOBJ font, int& height)
 {
     const Selected selected(m_measuring, font);
     TEXTMETRIC metrics = {};
-    if (::GetTextMetrics(m_measuring, &metrics))
-        m_height = std::max<int>(m_height, metrics.tmHeight);
+    ::GetTextMetrics(m_measuring, &metrics);
+    height = metrics.tmHeight;
     return GraphicFont(m_measuring);
 }
 
@@ -39,6 +36,13 @@ int PaintFonts::WidthOf(std::string_view text, bool bold)
 {
     const Selected selected(m_measuring, HandleOf(bold));
     return GraphicText(m_measuring, &Measures(bold)).GetWidth(text.data(), static_cast<int>(text.size()));
+}
+
+std::size_t PaintFonts::Fitting(std::string_view text, int width, bool bold)
+{
+    const Selected selected(m_measuring, HandleOf(bold));
+    return static_cast<std::size_t>(GraphicText(m_measuring, &Measures(bold))
+                                        .GetFitting(text.data(), static_cast<int>(text.size()), width));
 }
 
 } // namespace report

@@ -208,6 +208,7 @@ void CReportCtrl::Layout(int cx, int cy)
 {
     if (!m_hWnd || !m_data->header.m_hWnd)
         return;
+    m_data->ForgetTip();
     const bool sortsByClick = !(m_data->style & (RVS_CALLBACK | RVS_NOHEADERSORT)) && m_data->view.showLines;
     m_data->header.SetUse((m_data->style & RVS_DRAGCOLUMNS) != 0, sortsByClick);
     CRect rect(0, 0, cx, cy);
@@ -291,6 +292,7 @@ void CReportCtrl::Data::ReadSystem()
 {
     control.GetSysColors();
     window.wheelLines = control.GetMouseScrollLines();
+    ReadHoverTime();
     look.colors.ReadDisplay();
 }
 
@@ -333,6 +335,7 @@ void CReportCtrl::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
     m_data->window.wheelLines = GetMouseScrollLines();
+    m_data->ReadHoverTime();
 }
 
 int CReportCtrl::GetResolution()

@@ -19,6 +19,7 @@
 #include "report/model/Rows.h"
 #include "report/model/ScrollPosition.h"
 #include "report/sort/Sorting.h"
+#include "report/tip/ReportTip.h"
 
 #include <functional>
 #include <string>
@@ -116,6 +117,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     report::NextEdit nextEdit;
     report::ReasonTip reasonTip;
     bool isEditMessagePosted = false;
+    report::TipState tip;
     report::ExtraKeysState extraKeys;
 
     // ---- What the models call
@@ -231,6 +233,24 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     void CheckEditor();
     void EditNext(const report::NextEdit& next);
     void FocusCell(report::CellPlace cell);
+
+    // ---- The tip
+
+    bool MayShowTip();
+
+    // The mouse has moved; `buttons` are MK_*.
+    void MovePointer(UINT buttons, CPoint point);
+    void FollowPointer(CPoint point);
+    void WaitForTip();
+    void LookAtTip(); // when its timer comes
+    void ShowTip();   // over the cell with the pointer, if there is something to show
+    bool ShowTipOf(const report::TipCell& cell, const _RVITEM& record, const report::Rect& rect);
+
+    void ReadHoverTime();
+
+    // No tip as long as the pointer stays where it is; no tip until it moves.
+    void DismissTip();
+    void ForgetTip();
 
     // ---- Input and notifications
 

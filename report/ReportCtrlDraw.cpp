@@ -115,16 +115,9 @@ void CReportCtrl::DrawBkgnd(CDC* dc, CRect rect, unsigned long color)
 void CReportCtrl::DrawRow(CDC* dc, CRect rowRect, CRect clipRect, int row, _RVITEM* item, int odd, int fixed)
 {
     Data::Painter painter(*m_data);
-    const report::PaintColors& colors = m_data->look.colors;
     const bool isSelected = !fixed && painter.IsSelected(row);
     const COLORREF plain = painter.PlainColor();
-    COLORREF color = plain;
-    if (odd && (m_data->style & RVS_ALTERNATEROWS))
-        color = colors.ForDrawing(0);
-    if (item->backgroundColor >= 0)
-        color = colors.ForDrawing(item->backgroundColor);
-    if (isSelected)
-        color = GetSystemColor(m_data->window.hasFocus ? RVSC_HIGHLIGHT : RVSC_INACTIVEHIGHLIGHT);
+    const COLORREF color = painter.RowColor(odd != 0, item->backgroundColor, plain, isSelected);
     CRect visible;
     visible.IntersectRect(rowRect, clipRect);
     if (color != plain) // which is there already

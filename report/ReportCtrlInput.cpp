@@ -282,7 +282,11 @@ void CReportCtrl::OnMouseMove(UINT flags, CPoint point)
     if (m_data->drag.isActive && (flags & MK_LBUTTON))
         m_data->DragSelectionTo(point);
     else
-        Default();
+    {
+        m_data->MovePointer(flags, point);
+        if (m_hWnd)
+            Default();
+    }
 }
 
 // Selects up to the row at the mouse. Above and below the rows it is the next one there, and a timer goes on.
@@ -316,7 +320,9 @@ void CReportCtrl::Data::DragSelectionTo(CPoint point)
 
 void CReportCtrl::OnTimer(UINT_PTR id)
 {
-    if (id != kDragTimer)
+    if (id == report::kTipTimer)
+        m_data->LookAtTip();
+    else if (id != kDragTimer)
         Default();
     else if (m_data->drag.isActive)
         m_data->DragSelectionTo(m_data->drag.point);

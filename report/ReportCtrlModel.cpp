@@ -55,6 +55,8 @@ int CReportCtrl::GetItem(_RVITEM* item)
 
 int CReportCtrl::SetItem(_RVITEM* item)
 {
+    if (!m_data->items.IsCallback())
+        m_data->ForgetTip();
     if (!m_data->items.Write(*item))
         return 0;
     ScrollWindow(SB_VERT, m_data->view.topRow);
@@ -485,6 +487,7 @@ int CReportCtrl::SortItems(int subitem, int ascending)
 {
     if (!m_data->FinishEdit(Data::EditEnd::Wanted))
         return 0;
+    m_data->ForgetTip();
     const int column = GetColumnFromSubItem(subitem);
     if (m_data->items.IsCallback() || m_data->rows.IsBusy() || column < 0)
         return 0;

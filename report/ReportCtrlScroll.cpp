@@ -46,6 +46,7 @@ int CReportCtrl::SetScrollPos32(int bar, int position, int redraw)
                               : scroll.SetLeft(position, Data::Snapshot(*m_data).geometry.RowWidth());
     if (!hasMoved)
         return 1;
+    m_data->ForgetTip();
     if (!IsVertical(bar) && m_data->header.m_hWnd)
         m_data->PlaceHeader();
     if (redraw)
@@ -159,6 +160,7 @@ void CReportCtrl::Data::Redraw()
     painting.shapes.Forget();
     if (edit.editor)
         PostEditMessage(); // its cell may have moved
+    tip.isStale = true;
     if (control.m_hWnd && window.isRedrawOn && painting.dirty.AddAll() == report::DirtyRows::Request::All)
         control.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN); // the header paints itself
 }
@@ -166,6 +168,7 @@ void CReportCtrl::Data::Redraw()
 void CReportCtrl::RedrawRows(int first, int last, int update)
 {
     m_data->painting.shapes.Forget();
+    m_data->tip.isStale = true;
     if (last == RVI_NONE)
         last = first;
     if (!m_hWnd || !m_data->window.isRedrawOn)

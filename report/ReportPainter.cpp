@@ -61,6 +61,38 @@ COLORREF CReportCtrl::Data::Painter::TextColorOf(int index, bool isSelected) con
     return index >= 0 ? colors.ForDrawing(index) : colors.System(RVSC_TEXT);
 }
 
+bool CReportCtrl::Data::Painter::IsFocused(int row, int column) const
+{
+    const report::Selection& selection = m_data.rows.selection;
+    return m_data.window.hasFocus && row == selection.focusRow && column == selection.focusColumn &&
+           (row == report::kFixedRow || (m_data.style & RVS_CELLFOCUS));
+}
+
+COLORREF CReportCtrl::Data::Painter::RowColor(bool isOdd, int backgroundColor, COLORREF plain,
+                                              bool isSelected) const
+{
+    const report::PaintColors& colors = m_data.look.colors;
+    if (isSelected)
+        return colors.System(m_data.window.hasFocus ? RVSC_HIGHLIGHT : RVSC_INACTIVEHIGHLIGHT);
+    if (backgroundColor >= 0)
+        return colors.ForDrawing(backgroundColor);
+    return isOdd && (m_data.style & RVS_ALTERNATEROWS) ? colors.ForDrawing(0) : plain;
+}
+
+COLORREF CReportCtrl::Data::Painter::CellTextColor(int row, int column, const _RVITEM& cell) const
+{
+    return IsFocused(row, column) ? m_data.look.colors.System(RVSC_TEXT)
+                                  : TextColorOf(cell.textColor, IsSelected(row));
+}
+
+COLORREF CReportCtrl::Data::Painter::CellColor(int row, int column, const _RVITEM& cell) const
+{
+    if (IsFocused(row, column))
+        return PlainColor();
+    const COLORREF plain = row == report::kFixedRow ? m_data.look.colors.System(RVSC_FACE) : PlainColor();
+    return RowColor(row > 0 && (row & 1), cell.backgroundColor, plain, IsSelected(row));
+}
+
 void CReportCtrl::Data::Painter::DrawInBands(CDC& dc, const CRect& clip, HPALETTE palette)
 {
     CRect band = clip;
@@ -231,9 +263,7 @@ void CReportCtrl::Data::Painter::DrawCell(CDC& dc, int row, const report::ShownC
         return;
     const CRect rect = ToRect(shown.rect);
     const report::Selection& selection = m_data.rows.selection;
-    const bool isFocused = m_data.window.hasFocus && row == selection.focusRow &&
-                           shown.column == selection.focusColumn &&
-                           (row == report::kFixedRow || (m_data.style & RVS_CELLFOCUS));
+    const bool isFocused = IsFocused(row, shown.column);
     if (isFocused)
         m_data.control.DrawBkgnd(&dc, rect, PlainColor());
     cell.state |= isSelected ? RVIS_SELECTED : 0;
@@ -241,8 +271,7 @@ void CReportCtrl::Data::Painter::DrawCell(CDC& dc, int row, const report::ShownC
     // A colour of the item's own would hide what is selected and focused.
     if (isSelected || isFocused)
         cell.backgroundColor = -1;
-    const COLORREF color =
-        isFocused ? m_data.look.colors.System(RVSC_TEXT) : TextColorOf(cell.textColor, isSelected);
+    const COLORREF color = CellTextColor(row, shown.column, cell);
     if (dc.GetTextColor() != color) // asking is cheap, and setting a call of the system
         dc.SetTextColor(color);
 

@@ -25,6 +25,15 @@ public:
     // The colour of a text with this index of the colour table.
     COLORREF TextColorOf(int index, bool isSelected) const;
 
+    bool IsFocused(int row, int column) const; // of a cell
+
+    // What a row is filled with; `plain` where it has nothing of its own.
+    COLORREF RowColor(bool isOdd, int backgroundColor, COLORREF plain, bool isSelected) const;
+
+    // A cell's text and what is behind it.
+    COLORREF CellTextColor(int row, int column, const _RVITEM& cell) const;
+    COLORREF CellColor(int row, int column, const _RVITEM& cell) const;
+
     // Draws the control into memory and copies it to `dc`, band by band.
     void DrawInBands(CDC& dc, const CRect& clip, HPALETTE palette);
 

@@ -138,6 +138,7 @@ public:
     void CutTo(HDC dc, GraphicFont::Data* font, int width);
     void Draw(HDC dc, int x, int y, const RECT& clip) const;
     int Width() const { return m_line.Width(); }
+    std::size_t Fitting(int width) const { return m_line.Fitting(width); } // units
 
 private:
     bool MeasureByFont(HDC dc, GraphicFont::Data& font);
@@ -253,6 +254,22 @@ int HeightOf(HDC dc)
     return metrics.tmHeight;
 }
 
+// What so many units of UTF-16 are in UTF-8.
+int BytesOf(const char* text, int length, std::size_t units)
+{
+    int bytes = 0;
+    for (std::size_t done = 0; bytes < length; ++bytes)
+    {
+        const auto byte = static_cast<unsigned char>(text[bytes]);
+        const bool begins = (byte & 0xC0) != 0x80;
+        if (begins && done >= units)
+            break;
+        if (begins)
+            done += byte >= 0xF0 ? 2 : 1;
+    }
+    return bytes;
+}
+
 void DrawTextOf(HDC dc, const char* text, int length, RECT& rect, UINT flags)
 {
     ZEMA::WideString wide;
@@ -333,4 +350,11 @@ int GraphicText::GetWidth(const char* text, int length) const
     Line& line = TakeLine(text, length);
     line.Measure(m_dc, m_font, std::numeric_limits<std::int64_t>::max());
     return line.Width();
+}
+
+int GraphicText::GetFitting(const char* text, int length, int width) const
+{
+    Line& line = TakeLine(text, length);
+    line.Measure(m_dc, m_font, width);
+    return BytesOf(text, length, line.Fitting(width));
 }

@@ -62,6 +62,7 @@ public:
     std::function<void(std::string_view)> moment = [](std::string_view) {};
     std::function<__int64(_RVITEM&)> load = [](_RVITEM&) { return 0; }; // what callback mode answers
     std::function<__int64(_NMRVITEMDRAW&)> drawPreview = [](_NMRVITEMDRAW&) { return 0; };
+    std::function<void(_RVITEM&)> adjustTip = [](_RVITEM&) {};
     bool refusesDrags = false;
     int hides = -1; // the subitem whose column goes when it changes
     int dpi = 0;    // and the wheel's lines: those of the system, if 0
@@ -141,6 +142,7 @@ protected:
         moment("callback");
         return load(reinterpret_cast<_NMRVITEMCALLBACK*>(notification)->item);
     }
+    void AdjustTip(_RVITEM* item) override { adjustTip(*item); }
     __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification) override
     {
         moment("preview");

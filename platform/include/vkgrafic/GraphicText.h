@@ -61,6 +61,9 @@ public:
     // Pixels; 0 for an empty text. As wide as Draw draws it.
     int GetWidth(const char* text, int length) const;
 
+    // How many bytes of a text in UTF-8 fit into `width` pixels: whole characters only.
+    int GetFitting(const char* text, int length, int width) const;
+
 private:
     HDC m_dc;
     GraphicFont::Data* m_font; // null for none

@@ -506,7 +506,7 @@ protected:
     virtual __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification);
 
     // A subclass may change what the tip over a cell shows (RVS_TIPS). `item` is the record of the cell, with
-    // its text, which is not to be written to: point `text` at another one, which has to stay as long as the
+    // its text, which is not to be written to: point `text` at another one, which has to stay until the next
     // call, or at none for no tip. State (RVIS_BOLD) and colours count, too. Called after the mouse has come
     // to rest on a cell; nothing shows if the text fits there.
     virtual void AdjustTip(_RVITEM* item);

@@ -193,6 +193,9 @@ protected:
     __int64 OnRvnItemCallbackBypass(_NMREPORTVIEW* notification) override;
     __int64 OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification) override;
 
+    // With RVS_TIPS: a body of several lines shows all of them, unless previews do.
+    void AdjustTip(_RVITEM* item) override;
+
     afx_msg void OnDestroy();
     afx_msg void OnTimer(UINT_PTR id);
     afx_msg void OnSize(UINT type, int cx, int cy);

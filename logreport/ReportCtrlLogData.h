@@ -43,6 +43,7 @@ struct Previews
 {
     int lines = 0;                 // at most; 0 for all
     int widest = 0;                // of those that were measured
+    std::string tip;               // the body that a tip shows
     bool isWideningPosted = false; // the control is about to be told of it
     PreviewSizes sizes;
     CFont font;

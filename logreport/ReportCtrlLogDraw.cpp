@@ -83,6 +83,21 @@ __int64 CReportCtrlLog::OnRvnItemCallbackBypass(_NMREPORTVIEW* notification)
     return 0;
 }
 
+void CReportCtrlLog::AdjustTip(_RVITEM* item)
+{
+    __int64 showsPreviews = 0;
+    GetProperty(RVP_SHOWPREVIEW, &showsPreviews);
+    if (item->subitem != kLogMsgBody || item->item < 0 || showsPreviews)
+        return;
+    const std::shared_ptr<ILogMsgList> list = m_data->source.list; // as long as its message is used
+    const ILogMsgData* const message = FindCacheMsgData(m_data->range.IdOf(item->item));
+    if (!message || !message->GetBody())
+        return;
+    std::string& tip = m_data->previews.tip;
+    tip = logreport::PreviewText(message->GetBody(), 0);
+    item->text = tip.data();
+}
+
 // ---- Previews
 
 void CReportCtrlLog::SetPreviewLines(int lines)

@@ -7,7 +7,7 @@
 namespace report
 {
 
-constexpr UINT_PTR kTipTimer = 9001; // those of subclasses have other numbers
+constexpr UINT_PTR kTipTimer = 2; // the one of a drag is 1; those of subclasses have larger numbers
 
 struct TipState
 {

@@ -1,6 +1,7 @@
 // Previews of messages: how high they are, what they show, how often they are measured.
 #include "tests/logreport/PlainMessages.h"
 
+#include "qmcommon/QmWindowText.h"
 #include "vkgrafic/DrawingGuards.h"
 
 namespace
@@ -203,6 +204,41 @@ TEST_F(MessagePreview, AreMeasuredOnce)
     Height(5);
     EXPECT_EQ(once + 1, counted.message.measured);
     viewer.SetLogMsgService(nullptr);
+}
+
+TEST_F(MessagePreview, TipsShowAllLinesWherePreviewsDoNot)
+{
+    Add(PlainMessage("first\r\nsecond\r\n"));
+    Tick();
+    viewer.SetShowReport(1);
+    viewer.SetItemHeight(20);
+    viewer.ModifyStyle(0, RVS_TIPS);
+    viewer.SetSubItemWidth(viewer.GetSubItemFromColumn(0), 100);
+    ::SetForegroundWindow(parent);
+    viewer.SetFocus();
+    for (const bool hasPreviews : {true, false})
+    {
+        viewer.ModifyProperty(RVP_SHOWPREVIEW, hasPreviews);
+        Paint();
+        CRect cell;
+        ASSERT_EQ(1, viewer.GetItemRect(0, kLogMsgBody, cell, RVRC_WHOLE));
+        CPoint point(cell.left + 10, cell.top + 10);
+        viewer.ClientToScreen(&point);
+        ::SetCursorPos(point.x, point.y);
+        viewer.ScreenToClient(&point);
+        viewer.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(point.x, point.y));
+        std::string shown;
+        MSG message = {};
+        for (const DWORD begin = ::GetTickCount(); shown.empty() && ::GetTickCount() - begin < 1000;)
+        {
+            if (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE))
+                ::DispatchMessage(&message);
+            const HWND tip = ::FindWindow("MFCReportTipCtrl", nullptr);
+            if (::IsWindowVisible(tip))
+                shown = QmGetWindowText(tip);
+        }
+        EXPECT_EQ(hasPreviews ? "" : "first\r\nsecond", shown);
+    }
 }
 
 } // namespace

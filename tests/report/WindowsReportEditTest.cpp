@@ -146,6 +146,7 @@ TEST_F(ReportEdit, TheParentMayDealWithIt)
 // What the parent does in the midst of it; whether an edit begins, and what is in the cells afterwards.
 TEST_F(ReportEdit, BearsWhatTheParentDoesMeanwhile)
 {
+    constexpr int kEither = -1; // a disabled window loses the focus of its children on some systems
     struct
     {
         UINT code;
@@ -166,20 +167,36 @@ TEST_F(ReportEdit, BearsWhatTheParentDoesMeanwhile)
         {RVN_ENDITEMEDIT, [&] { report.EndEdit(0, nullptr); }, 1, "one two three"},
         {RVN_ENDITEMEDIT, [&] { Begin(1, 0, 'y'); }, 1, "one two three"},
         {RVN_ENDITEMEDIT, [&] { report.SetItemText(0, 0, "new"); }, 1, "new two three"},
+        {RVN_ENDITEMEDIT, [&] { report.InsertItem(0, "one"); }, 1, "one one two"},
+        {RVN_ENDITEMEDIT, [&] { report.SendMessage(WM_SETFONT); }, 1, "x two three"},
+        {RVN_EDITTEXT, [&] { report.DestroyWindow(); }, 0, "one two three"},
+        {RVN_EDITTEXT, [&] { report.DeleteItem(0); }, 0, "two three "},
+        {RVN_EDITTEXT, [&] { report.EndEdit(1, nullptr); }, 0, "x two three"},
+        {RVN_EDITTEXT, [&] { report.EnableWindow(FALSE), report.EnableWindow(TRUE); }, kEither,
+         "x two three"},
+        {RVN_EDITTEXT, [&] { ::DestroyWindow(Editor()); }, 0, "x two three"},
+        {RVN_EDITTEXT, [&] { report.ModifyProperty(RVP_EDITING, 0); }, 1, "x two three"},
+        {RVN_CHECKITEMEDIT, [&] { report.DestroyWindow(); }, 1, "x two three"},
+        {RVN_CHECKITEMEDIT, [&] { report.DeleteAllItems(); }, 1, "  "},
+        {RVN_CHECKITEMEDIT, [&] { ::SetFocus(parent); }, 1, "x two three"},
+        {RVN_CHECKITEMEDIT, [&] { Begin(1, 0, 'y'); }, 1, "one two three"},
+        {RVN_CHECKITEMEDIT, [&] { report.EndEdit(0, nullptr); }, 1, "one two three"},
     };
     int number = 0;
     for (const auto& [code, does, begins, cells] : cases)
     {
         act = [](NMHDR&) -> LRESULT { return 0; };
         ShowCells();
+        report.ModifyProperty(RVP_EDITING, RVED_CHECK | RVED_GROW);
         bool isDone = false;
         act = [&, wanted = code](NMHDR& note) -> LRESULT {
             if (note.code == wanted && !std::exchange(isDone, true))
                 does();
             return 0;
         };
-        EXPECT_EQ(begins, Begin(0, 0, 'x')) << number;
-        if (begins)
+        const int hasBegun = Begin(0, 0, 'x');
+        EXPECT_TRUE(hasBegun == begins || begins == kEither) << number;
+        if (hasBegun)
             Post(Editor(), WM_KEYDOWN, VK_RETURN);
         EXPECT_EQ(cells, Cell(0) + " " + Cell(1) + " " + Cell(2)) << number;
         ++number;

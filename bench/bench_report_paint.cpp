@@ -2,6 +2,7 @@
 // against small ones.
 #include "Bench.h"
 #include "BenchFiles.h"
+#include "ReportEdits.h"
 #include "ReportLists.h"
 #include "ScreenCopies.h"
 #include "ShownWindow.h"
@@ -126,6 +127,7 @@ public:
         MeasureAppend();
         MeasureSize();
         MeasureInput();
+        MeasureEdits();
         MeasureManyAsked();
         MeasureManyStored();
         MeasureCounts();
@@ -276,6 +278,17 @@ private:
             Check(RowAt(list, point) >= 0, "a hit");
         };
         Compare("hit test", 51, 1000, hit);
+    }
+
+    void MeasureEdits()
+    {
+        ReportList stored(m_frame);
+        stored.SetItemHeight(m_rowHeight);
+        stored.Fill(1000);
+        const Variant measure =
+            On(stored, 1, [this](ReportList& list) { m_report.Add(bench::MeasureEdit(list, m_options)); });
+        measure.prepare();
+        measure.run();
     }
 
     // The same number of rows is shown of a large list as of a small one.

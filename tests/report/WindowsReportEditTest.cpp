@@ -437,6 +437,7 @@ TEST_F(ReportEdit, ChoosesFromAList)
     {
         ShowCells();
         report.SetSubItemChoices(0, choices, 3);
+        Format(0, 1);                                                  // as another definition of the subitem
         report.DefineSubItem(0, std::make_unique<_RVSUBITEM>().get()); // they move with their subitem
         told.clear();
         EXPECT_EQ(1, Begin(1, 0, key));

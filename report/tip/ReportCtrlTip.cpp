@@ -115,7 +115,9 @@ void CReportCtrl::Data::ShowTip()
     {
         found->record.text = found->hasText ? found->text.data() : nullptr;
         control.AdjustTip(&found->record);
-        const bool isStill = MayShowTip() && !tip.isStale && tip.hover.Cell() == cell;
+        const HWND captured = ::GetCapture();
+        const bool isFree = !captured || captured == control.m_hWnd;
+        const bool isStill = isFree && MayShowTip() && !tip.isStale && tip.hover.Cell() == cell;
         shows = isStill && found->record.text && ShowTipOf(cell, found->record, *found->editor);
     }
     if (tip.hover.Cell() == cell)
@@ -172,6 +174,10 @@ LRESULT CReportCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SYSKEYDOWN:
     case WM_CONTEXTMENU:
         m_data->DismissTip();
+        break;
+    case WM_CAPTURECHANGED:
+        if (m_data->tip.hover.IsShown() && reinterpret_cast<HWND>(lParam) != m_hWnd)
+            m_data->ForgetTip();
         break;
     case WM_KILLFOCUS:
     case WM_ENABLE:

@@ -60,6 +60,7 @@ BEGIN_MESSAGE_MAP(CReportTipCtrl, CWnd)
     ON_WM_ERASEBKGND()
     ON_WM_PAINT()
     ON_MESSAGE(WM_NCHITTEST, &CReportTipCtrl::OnHitTest)
+    ON_MESSAGE(WM_SHOWWINDOW, &CReportTipCtrl::OnShowWindow)
     ON_MESSAGE(WM_MOUSEACTIVATE, &CReportTipCtrl::OnMouseActivate)
 END_MESSAGE_MAP()
 
@@ -102,9 +103,20 @@ bool CReportTipCtrl::Show(CWnd& control, const RECT& rect, const RECT& seen, con
     QmSetWindowText(m_hWnd, text);
     ::SetWindowPos(m_hWnd, HWND_TOPMOST, m_tip.window.left, m_tip.window.top, m_tip.window.Width(),
                    m_tip.window.Height(), SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_NOOWNERZORDER);
+    m_capturing = control;
+    ::SetCapture(control);
     Invalidate(FALSE);
     UpdateWindow();
     return true;
+}
+
+// Whoever hides it.
+LRESULT CReportTipCtrl::OnShowWindow(WPARAM shows, LPARAM)
+{
+    const HWND capturing = shows ? nullptr : std::exchange(m_capturing, nullptr);
+    if (capturing && ::GetCapture() == capturing)
+        ::ReleaseCapture();
+    return Default();
 }
 
 void CReportTipCtrl::Hide()

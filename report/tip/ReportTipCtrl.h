@@ -18,9 +18,9 @@ struct TipContents
     COLORREF background = 0;
 };
 
-// A popup of the control's top-level window, made for the first text. It takes neither focus nor mouse: what
-// is clicked is what is below it, as far as that belongs to the same thread. Its window text is what it
-// shows.
+// A popup of the control's top-level window, made for the first text. It takes no focus and lets the mouse
+// through. That is not enough where the display is another system's, which sends a click to the window that
+// it hits: so the control has the mouse captured while the tip shows. The window text is what it shows.
 class CReportTipCtrl : public CWnd
 {
 public:
@@ -37,11 +37,13 @@ protected:
     afx_msg void OnPaint();
     LRESULT OnHitTest(WPARAM, LPARAM) { return HTTRANSPARENT; }
     LRESULT OnMouseActivate(WPARAM, LPARAM) { return MA_NOACTIVATE; }
+    LRESULT OnShowWindow(WPARAM shows, LPARAM);
     DECLARE_MESSAGE_MAP()
 
 private:
     bool MakeWindow(CWnd& control);
 
+    HWND m_capturing = nullptr; // the control
     Tip m_tip;
     HFONT m_font = nullptr; // the control's, which hides the tip before it takes another one
     GraphicFont m_measures;

@@ -212,6 +212,8 @@ TEST_F(ReportTip, IsGoneAfter)
         [&] { report.DeleteAllItems(); },
         [&] { report.SetSubItemWidth(0, 299); },
         [&] { report.edits = true, static_cast<CReportCtrl&>(report).BeginEdit(2, 0, 1); },
+        [&] { ::ShowWindow(TipWindow(), SW_HIDE); },
+        [&] { ::SetCapture(parent), Settle(), ::ReleaseCapture(); },
         [&] { report.DestroyWindow(); },
     };
     for (const auto& end : ends)
@@ -221,6 +223,7 @@ TEST_F(ReportTip, IsGoneAfter)
         ASSERT_TRUE(Shows()) << &end - ends;
         end();
         EXPECT_TRUE(Shows(false, 300)) << &end - ends;
+        EXPECT_EQ(nullptr, ::GetCapture()) << &end - ends;
         report.EnableWindow(TRUE);
     }
     for (int rest = 3; rest > 0; --rest) // it stays away from what has been clicked

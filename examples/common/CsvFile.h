@@ -1,6 +1,8 @@
 // Reads CSV files, and puts them into a report control.
 #pragma once
 
+#include "CsvText.h"
+
 #include <ReportCtrl.h>
 
 #include <algorithm>
@@ -9,59 +11,53 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 using Line = std::vector<std::string>;
 
-// The separator that the first line has most of.
-inline char GuessSeparator(const std::string& text)
+// Returns the text as a cell holds it: control characters become blanks, and a line end is one of them.
+inline std::string CellText(std::string text)
 {
-    const auto count = [&](char c) { return std::count(text.begin(), text.begin() + text.find('\n'), c); };
-    return count(';') > count(',') ? ';' : count('\t') > count(',') ? '\t' : ',';
+    std::erase(text, '\r');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return text;
 }
 
-// Quoted fields may hold separators, line feeds and doubled quotes. Control characters become blanks. Short
-// lines are filled up; one that is longer than the captions is an error: std::runtime_error, as is a file
-// that cannot be read.
+// Returns the texts of all rows but empty ones. Short rows are filled up; one that is longer than the
+// captions is an error: std::runtime_error, as is a file that cannot be read.
 inline std::vector<Line> ReadCsv(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file)
         throw std::runtime_error(path + ": cannot be read");
-    std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::string bytes(std::istreambuf_iterator<char>(file), {});
+    std::string_view text = bytes;
     if (text.starts_with("\xEF\xBB\xBF")) // the mark of UTF-8
-        text.erase(0, 3);
-    if (!text.ends_with('\n'))
-        text += '\n';
-    const char separator = GuessSeparator(text);
+        text.remove_prefix(3);
+    const char separator = csv::GuessSeparator(text);
     std::vector<Line> lines;
-    Line line = {""};
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i)
+    while (!text.empty())
     {
-        const char c = text[i];
-        if (c == '"' && quoted && text[i + 1] == '"') // a line feed ends the text
-            line.back() += text[++i];
-        else if (c == '"' && (quoted || line.back().empty()))
-            quoted = !quoted;
-        else if (c == separator && !quoted)
-            line.emplace_back();
-        else if (c == '\n' && !quoted)
-        {
-            const std::size_t fields = lines.empty() ? line.size() : lines.front().size();
-            if (line.size() > fields)
-                throw std::runtime_error(path + ": too long: row " + std::to_string(lines.size()));
-            line.resize(fields);
-            if (line.size() > 1 || !line.front().empty())
-                lines.push_back(std::move(line));
-            line = {""};
-        }
-        else if (c != '\r')
-            line.back() += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+        const std::size_t length = csv::RowLength(text, separator);
+        if (length == std::string_view::npos)
+            throw std::runtime_error(path + ": a quote is not closed");
+        Line line;
+        for (const std::string_view field : csv::SplitFields(text.substr(0, length), separator))
+            line.push_back(CellText(csv::FieldText(field)));
+        text.remove_prefix(length);
+        if (line == Line{""})
+            continue;
+        const std::size_t fields = lines.empty() ? line.size() : lines.front().size();
+        if (line.size() > fields)
+            throw std::runtime_error(path + ": too long: row " + std::to_string(lines.size()));
+        line.resize(fields);
+        lines.push_back(std::move(line));
     }
-    if (quoted || lines.empty())
-        throw std::runtime_error(path + (quoted ? ": a quote is not closed" : ": there are no captions"));
+    if (lines.empty())
+        throw std::runtime_error(path + ": there are no captions");
     return lines;
 }
 

@@ -76,6 +76,8 @@ BOOL CReportComboCtrl::PreTranslateMessage(MSG* message)
     if (message->message != WM_SYSKEYDOWN || message->wParam != VK_DOWN)
         return CComboBox::PreTranslateMessage(message);
     ShowDropDown(!GetDroppedState());
+    // The system has to see that Alt was not pressed alone, or its release would lead into the menu bar.
+    ::DefWindowProc(m_hWnd, message->message, message->wParam, message->lParam);
     return TRUE;
 }
 

@@ -1,7 +1,8 @@
 #!/bin/bash
-# Builds the examples of an installed tree as they lie there, or runs them under Wine: the windows of some would
-# take the focus from other tests.
-#   examples_test.sh build|run PREFIX WORK_FOLDER
+# Builds the examples of an installed tree as they lie there, runs them under Wine, where the windows of some would
+# take the focus from other tests, or edits a CSV file by the keys of a virtual X display.
+#   examples_test.sh build|run|edit PREFIX WORK_FOLDER
+# Exit code 77, "skipped", where there is no virtual display.
 set -euo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 step=$1 prefix=$2 work=$3
@@ -15,8 +16,136 @@ if [[ $step == build ]]; then
     exit
 fi
 
+if [[ $step == edit && -z ${EXAMPLES_EDIT-} ]]; then
+    for tool in xvfb-run xdotool; do
+        command -v "$tool" >/dev/null || { echo "There is no $tool here"; exit 77; }
+    done
+    unset DISPLAY
+    EXAMPLES_EDIT=1 WINE_GRAPHICS=x11 exec "$source/../tools/with-wine.sh" "$0" "$@"
+fi
+
 export WINEPATH="Z:${prefix//\//\\}\\bin"
 run() { "$source/../tools/run-wine.sh" "$@"; }
+
+if [[ $step == edit ]]; then
+    edited=$work/edited
+    rm -rf "$edited"
+    mkdir "$edited"
+    file=$edited/table.csv
+    trap 'kill "${report-}" 2>/dev/null || true' EXIT
+
+    fail() {
+        echo "FAILED: $*"
+        xdotool search --onlyvisible --name 'report' | while read -r window; do xdotool getwindowname "$window"; done
+        exit 1
+    }
+    until_true() {
+        local end=$((SECONDS + 30))
+        until "$@"; do
+            ((SECONDS < end)) || return 1
+            sleep 0.05
+        done
+    }
+    keys() { xdotool key --delay 40 "$@"; }
+    has_window() { xdotool search --onlyvisible --name "$1" >/dev/null; }
+    is_gone() { ! has_window "$1"; }
+    until_changed() { until_true has_window '^[*].*csv - report$' || fail "line ${BASH_LINENO[0]}: nothing has changed"; }
+    until_unchanged() { until_true has_window '^Z.*csv - report$' || fail "line ${BASH_LINENO[0]}: something has changed"; }
+    # answer KEY: to the question or message that the program shows.
+    answer() {
+        until_true has_window '^report$' || fail "line ${BASH_LINENO[0]}: nothing is asked"
+        keys "$1"
+        until_true is_gone '^report$' || fail "line ${BASH_LINENO[0]}: the question stays"
+    }
+    # holds TEXT: what the file has to be; no other file is left beside it.
+    holds() {
+        diff <(printf "$1") "$file" || fail "line ${BASH_LINENO[0]}: the file differs"
+        [[ $(ls "$edited") == table.csv ]] || fail "line ${BASH_LINENO[0]}: $(ls "$edited")"
+    }
+    start() {
+        run "$work/build/report/report.exe" "Z:${file//\//\\}" --layout "Z:${work//\//\\}\\edit.ini" </dev/null >"$work/edit.out" 2>&1 &
+        report=$!
+        until_unchanged
+        sleep 1 # until it has the focus, which cannot be seen
+    }
+    rm -f "$work/edit.ini"
+
+    # Two cells, one with lines, an inserted row, and all else byte for byte; line ends and quotes as they were.
+    head='\xEF\xBB\xBFname;size;kind\r\n'
+    printf "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1' >"$file"
+    start
+    keys Right 1 2 Return Escape # which goes on below
+    until_changed
+    keys ctrl+s
+    until_unchanged
+    holds "$head"'"a ""b"" ";12;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
+    keys Left F2 ctrl+Home Delete Delete ctrl+Return b Return
+    until_changed
+    keys ctrl+z
+    until_unchanged
+    keys ctrl+y
+    until_changed
+    keys Insert n semicolon Return Escape ctrl+s
+    until_unchanged
+    holds "$head"'"a ""b"" ";12;x\n"\r\nbo\r\nlines";10;y\r\n"n;";;\r\n\r\nlast;1'
+    keys Home shift+End Delete
+    until_changed
+    keys ctrl+s
+    until_unchanged
+    holds "$head"
+    keys ctrl+z ctrl+z ctrl+z ctrl+z ctrl+z
+    until_changed
+    keys ctrl+s
+    until_unchanged
+    holds "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
+
+    # A read-only file stays as it is; so does one that another program has changed, unless the user wants it.
+    chmod 444 "$file"
+    keys Home F2 5 Return Escape ctrl+s
+    answer Return
+    chmod 644 "$file"
+    holds "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
+    printf 'a\nother\n' >"$file"
+    keys ctrl+s
+    answer n
+    holds 'a\nother\n'
+    keys alt+F4
+    answer Escape
+    keys ctrl+s
+    answer y
+    until_unchanged
+    holds "$head"'"a ""b"" ";5;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
+    keys ctrl+z alt+F4
+    answer y
+    wait "$report" || fail "report has ended with $?"
+    holds "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
+
+    # A choice, by keys that are none of the menu's.
+    printf 'a\ny\nx\nx\nx\ny\ny\n' >"$file"
+    start
+    keys F2 alt+Down Up Return Escape
+    until_changed
+    keys alt+F4
+    answer y
+    wait "$report" || fail "report has ended with $?"
+    holds 'a\nx\nx\nx\nx\ny\ny\n'
+
+    # On a full disk, of 64 KiB here.
+    rows=$(printf '%010000d\n' {1..8})
+    printf 'a\n%s\n' "$rows" >"$file"
+    trap '' XFSZ
+    ulimit -f 64
+    start
+    keys F2 1 Return Escape
+    until_changed
+    keys ctrl+s
+    answer Return
+    holds "a\n$rows\n"
+    keys alt+F4
+    answer n
+    wait "$report" || fail "report has ended with $?"
+    exit
+fi
 
 # A parent and its child take turns, as the guide shows.
 rm -rf "$work/logs"
@@ -65,11 +194,15 @@ report "$source" --layout "$work/layout.ini" --screenshot "$work/folder.bmp"
 report "$work/sizes.csv" --layout "$work/layout.ini" --screenshot "$work/sizes.bmp" --size 640x300
 tr -d '\r' <"$work/layout.ini" | sed -n 's/ *$//; /^\[/p; /^\(SubItems\|Columns=2\|Sort\|Ascending\|Styles\|Place\)/p' |
     diff - <(printf '%s\n' '[Folders]' 'SubItems=4' 'Columns=2 130  0 222' Sort=2 Ascending=0 Styles=8 'Place=100 100 900 600' \
-        "[Z:${work//\//\\}\\sizes.csv]" Styles=48 SubItems=2 Sort=-1 Ascending=1 'Place=100 100 740 400')
+        "[Z:${work//\//\\}\\sizes.csv]" Styles=4144 SubItems=2 Sort=-1 Ascending=1 'Place=100 100 740 400')
 [[ $(stat -c %s "$work/folder.bmp" "$work/sizes.bmp" | xargs) == "$((54 + 800 * 500 * 4)) $((54 + 640 * 300 * 4))" ]]
 
 fails report 1 "$work/none.csv"
-fails report 1 "$work/long.csv"
+report "$work/long.csv" --screenshot "$work/long.bmp"
+printf 'a,b\n1,"2\n' >"$work/open.csv"
+fails report 1 "$work/open.csv"
+printf '\xFF\xFEa\0,\0b\0' >"$work/utf16.csv"
+fails report 1 "$work/utf16.csv"
 fails report 1 "$work/sizes.csv" --screenshot "$work/none/sizes.bmp"
 fails report 1 "$work/sizes.csv" --layout "$work/none/layout.ini"
 fails report 2

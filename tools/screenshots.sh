@@ -19,6 +19,24 @@ if [[ ${1-} == drag ]]; then
     exit
 fi
 
+# On a virtual display: a cell that offers choices.
+if [[ ${1-} == table ]]; then
+    work=$2
+    . "$root/tools/wine-env.sh"
+    wine "$work/report/report.exe" "$(windows_path "$work/orders.csv")" --layout "$(windows_path "$work/table.ini")" \
+        --size 640x260 </dev/null >"$work/table.log" 2>&1 &
+    until xdotool search --name 'orders.csv - report' >"$work/window"; do sleep 0.2; done
+    sleep 1
+    xdotool key --delay 50 Right Right F2
+    xdotool type --delay 50 'sent'
+    xdotool key --delay 50 Return Escape Down F2 alt+Down
+    sleep 0.5
+    import -window root -crop 632x232+104+124 +repage "$work/table.bmp"
+    xdotool key --delay 200 Escape Escape alt+F4 n
+    wait
+    exit
+fi
+
 # On a virtual display: the dialogs of messages, one after the other.
 if [[ ${1-} == dialogs ]]; then
     work=$2
@@ -120,5 +138,12 @@ cp -r "$root/include/." "$root/report" "$root/docs" "$work/Project"
 "$root/tools/run-wine.sh" "$work/report/report.exe" 'L:\Project' --layout 'L:\report.ini' --size 700x300 \
     --screenshot 'L:\report.bmp'
 shrink report
+for number in {4120..4134}; do
+    printf '%d,"Depot %d, %s",%s,%d.%02d,2026-03-%02d\n' "$number" $((number * 7 % 9 + 1)) \
+        "$(cut -d ' ' -f $((number % 4 + 1)) <<<'north south east west')" \
+        "$(cut -d ' ' -f $((number * 5 % 3 + 1)) <<<'open packed sent')" $((number * 31 % 900)) $((number * 7 % 100)) $((number % 28 + 1))
+done | sed '1 i order,customer,state,amount,date' >"$work/orders.csv"
+WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" table "$work"
+shrink table
 WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" drag "$work"
 shrink drag

@@ -1,10 +1,12 @@
 #include "Contents.h"
 
-#include "../common/CsvFile.h"
-
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <regex>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -12,7 +14,7 @@ namespace
 using Order = CReportSorter::Order;
 
 constexpr int kAlignRight = 1;
-constexpr int kSample = 1000; // lines that are looked at to learn what a column holds
+constexpr int kSample = 1000; // rows that are looked at to learn what a column holds
 
 enum Column
 {
@@ -23,7 +25,7 @@ enum Column
 };
 
 // The first order that fits all texts of a column but empty ones.
-Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
+Order GuessOrder(CReportCtrl& report, int subitem)
 {
     static const std::pair<Order, std::regex> orders[] = {
         {Order::Number, std::regex(R"([-+]?(?=\.?\d)(\d{1,3}(,\d{3})+|\d*)(\.\d*)?([eE][-+]?\d+)?)")},
@@ -31,10 +33,11 @@ Order GuessOrder(const std::vector<Line>& lines, std::size_t column)
         {Order::Date, std::regex(R"((\d{4}([-/.])\d\d?\2\d\d?|(0?\d|1[0-2])([-/])\d\d?\4\d{4})([T ].*)?)")},
         {Order::DateDayFirst, std::regex(R"(\d\d?([-/.])\d\d?\1\d{4}([T ].*)?)")},
     };
-    const auto last = lines.begin() + std::min<std::ptrdiff_t>(kSample, std::ssize(lines));
+    std::vector<std::string> texts;
+    for (int item = 0; item < std::min(kSample, report.GetItemCount()); ++item)
+        texts.emplace_back(report.GetItemText(item, subitem).c_str());
     for (const auto& [order, pattern] : orders)
-        if (std::all_of(lines.begin() + 1, last, [&](const Line& line) {
-                const std::string& text = line[column];
+        if (std::all_of(texts.begin(), texts.end(), [&](const std::string& text) {
                 // Matching a long text would take much stack.
                 return text.empty() || (text.size() < 50 && std::regex_match(text, pattern));
             }))
@@ -136,22 +139,18 @@ int RowOrder::Compare(int item1, int subitem1, int item2, int subitem2, __int64 
     return isFolder1 == (order.m_ascending != 0) ? -1 : 1; // a descending sort turns answers round
 }
 
-void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress)
+void FitColumn(CReportCtrl& report, RowOrder& order, int subitem)
 {
-    const std::vector<Line> lines = ReadCsv(path);
-    Fill(report, lines, progress);
-    for (int i = 0; i < report.GetSubItemCount(); ++i)
-    {
-        const auto column = static_cast<std::size_t>(i);
-        const Order guess = GuessOrder(lines, column);
-        order.GetSorter().SetOrder(i, guess);
-        _RVSUBITEM subitem;
-        subitem.text = lines.front()[column].c_str();
-        subitem.width = FitWidth(report, i);
-        if (guess == Order::Number || guess == Order::DecimalComma)
-            subitem.format = kAlignRight;
-        report.RedefineSubItem(i, &subitem);
-    }
+    const Order guess = GuessOrder(report, subitem);
+    order.GetSorter().SetOrder(subitem, guess);
+    _RVSUBITEM definition;
+    report.GetSubItem(subitem, &definition);
+    definition.width = FitWidth(report, subitem);
+    if (guess == Order::Number || guess == Order::DecimalComma)
+        definition.format = kAlignRight;
+    const std::string caption = definition.text; // of the definition that is replaced
+    definition.text = caption.c_str();
+    report.RedefineSubItem(subitem, &definition);
 }
 
 void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress)

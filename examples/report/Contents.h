@@ -1,4 +1,4 @@
-// What the window shows: a CSV file as a list, or a folder as a tree.
+// What the window shows: the order of its rows, the columns, and a folder as a tree.
 #pragma once
 
 #include <ReportSort.h>
@@ -25,12 +25,12 @@ private:
     int m_ascending = 1;
 };
 
-// These fill an empty control, and say how its columns are ordered. `progress` is told now and then how many
-// items there are.
+// Gives a column a width and an order that fit its texts, and puts numbers to its right.
+void FitColumn(CReportCtrl& report, RowOrder& order, int subitem);
+
+// Is told now and then how many items there are.
 using Progress = std::function<void(int items)>;
 
-// Throws std::runtime_error when the file cannot be read.
-void ShowCsv(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress);
-
-// Makes the control a tree. A folder that cannot be looked into shows as an empty one.
+// Makes an empty control a tree, and says how its columns are ordered. A folder that cannot be looked into
+// shows as an empty one.
 void ShowFolder(const std::string& path, CReportCtrl& report, RowOrder& order, const Progress& progress);

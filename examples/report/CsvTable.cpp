@@ -186,3 +186,33 @@ void CsvTable::Take(const std::vector<int>& rows, std::vector<std::string>& byte
             std::swap(m_rows[kept++], m_rows[row]);
     m_rows.resize(kept);
 }
+
+std::vector<int> OrderAfter(const CsvTable::Change& change, std::vector<int> order)
+{
+    std::vector<int> rows = change.rows;
+    std::sort(rows.begin(), rows.end());
+    const auto isChanged = [&](int row) { return std::binary_search(rows.begin(), rows.end(), row); };
+    if (change.kind == CsvTable::Kind::Delete)
+    {
+        std::erase_if(order, isChanged);
+        for (int& row : order)
+            row -= static_cast<int>(std::lower_bound(rows.begin(), rows.end(), row) - rows.begin());
+    }
+    else if (change.kind == CsvTable::Kind::Insert)
+    {
+        // The new number of each old row: those that are none of the new ones, one after the other.
+        std::vector<int> numbers(order.size());
+        int number = 0;
+        for (int& each : numbers)
+        {
+            while (isChanged(number))
+                ++number;
+            each = number++;
+        }
+        for (int& row : order)
+            row = numbers[static_cast<std::size_t>(row)];
+        const auto place = std::clamp<std::ptrdiff_t>(change.place, 0, std::ssize(order));
+        order.insert(order.begin() + place, change.rows.begin(), change.rows.end());
+    }
+    return order;
+}

@@ -94,3 +94,7 @@ private:
     std::size_t m_done = 0;  // how many of the steps; what follows has been undone
     std::size_t m_saved = 0; // the value of m_done that was saved; npos if no step leads back there
 };
+
+// Returns an order of the rows, such as a sorted one, as it is after a change: new rows come together at its
+// place, others stay where they are.
+std::vector<int> OrderAfter(const CsvTable::Change& change, std::vector<int> order);

@@ -1,49 +1,15 @@
 #include "ReportWnd.h"
 
 #include <algorithm>
-#include <iterator>
 #include <stdexcept>
 
 namespace
 {
 
-constexpr UINT kReportId = 1;
 constexpr UINT kHiddenListId = 2;
+constexpr UINT kStatusId = 3;
 constexpr int kHiddenListWidth = 150; // pixels at 96 dots per inch
-
-// The items of the menu "View" that switch styles of the control.
-const struct
-{
-    const char* caption;
-    DWORD styles;
-} kSwitches[] = {{"&Grid Lines", RVS_HORIZONTALGRID | RVS_VERTICALGRID},
-                 {"&Alternating Rows", RVS_ALTERNATEROWS},
-                 {"Cell &Focus", RVS_CELLFOCUS}};
 constexpr DWORD kSwitched = RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_ALTERNATEROWS | RVS_CELLFOCUS;
-constexpr UINT kFirstStyleCommand = 100;
-constexpr UINT kLastStyleCommand = kFirstStyleCommand + static_cast<UINT>(std::size(kSwitches)) - 1;
-constexpr UINT kHiddenListCommand = kLastStyleCommand + 1;
-constexpr UINT kSelectAllCommand = kHiddenListCommand + 1;
-constexpr UINT kCopyCommand = kSelectAllCommand + 1;
-
-void FillViewMenu(CMenu& view)
-{
-    view.CreatePopupMenu();
-    UINT id = kFirstStyleCommand;
-    for (const auto& item : kSwitches)
-        view.AppendMenu(MF_STRING, id++, item.caption);
-    view.AppendMenu(MF_STRING, kHiddenListCommand, "&Hidden Columns");
-}
-
-HMENU MakeMenu()
-{
-    CMenu view;
-    FillViewMenu(view);
-    CMenu bar;
-    bar.CreateMenu();
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), "&View");
-    return bar.Detach(); // the window's now
-}
 
 } // namespace
 
@@ -54,6 +20,7 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_WM_SETFOCUS()
     ON_WM_INITMENUPOPUP()
     ON_WM_CONTEXTMENU()
+    ON_COMMAND(kCloseCommand, &ReportWnd::OnCloseCommand)
     ON_COMMAND_RANGE(kFirstStyleCommand, kLastStyleCommand, &ReportWnd::OnSwitchStyle)
     ON_COMMAND(kHiddenListCommand, &ReportWnd::OnSwitchHiddenList)
     ON_COMMAND(kSelectAllCommand, &ReportWnd::OnSelectAll)
@@ -62,36 +29,38 @@ BEGIN_MESSAGE_MAP(ReportWnd, CWnd)
     ON_NOTIFY(RVN_BEGINITEMEDIT, kReportId, &ReportWnd::OnBeginEdit)
 END_MESSAGE_MAP()
 
-void ReportWnd::Open(const std::string& path, const std::string& layoutFile)
+void ReportWnd::Open(const std::string& path, const std::string& layoutFile, const std::string& section)
 {
-    const DWORD attributes = ::GetFileAttributes(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        throw std::runtime_error(path + ": cannot be found");
-    const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-
+    m_path = path;
     const LPCSTR windowClass =
         AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1));
-    if (!CreateEx(0, windowClass, (path + " - report").c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100,
-                  100, Scaled(800), Scaled(500), nullptr, MakeMenu()))
+    if (!CreateEx(0, windowClass, "report", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100, 100, Scaled(800),
+                  Scaled(500), nullptr, MakeMenuBar(m_use)))
         throw std::runtime_error("the window cannot be made");
-    m_layout = Layout(layoutFile, isFolder ? "Folders" : path);
+    m_layout = Layout(layoutFile, section);
     LoadPlace(m_layout, *this);
-    Load(path, isFolder);
+    UpdateWindow();
+    Load(path);
+    UpdateTitle();
     LoadView();
     m_report.SetReportSubItemListCtrl(&m_hiddenList); // now that all columns are there it is filled once
+    if (m_report.GetRowCount() > 0)
+        m_report.AdjustFocus(0, HasStyle(RVS_CELLFOCUS) ? 0 : -1);
 }
 
-// The window is there already, and its title tells how far it is.
-void ReportWnd::Load(const std::string& path, bool isFolder)
+void ReportWnd::Load(const std::string& path)
 {
     const CWaitCursor waiting;
-    UpdateWindow();
     m_report.SetRedraw(0);
-    (isFolder ? ShowFolder : ShowCsv)(path, m_report, m_order, [&](int items) {
-        SetWindowText((std::to_string(items) + " rows - " + path).c_str());
-    });
+    ShowFolder(path, m_report, m_order, ShowProgress(path));
     m_report.SetRedraw(1);
-    SetWindowText((path + " - report").c_str());
+    SetStatus(std::to_string(m_report.GetItemCount()) + " entries");
+}
+
+// The window is there while it is filled, and its title tells how far it is.
+Progress ReportWnd::ShowProgress(const std::string& path)
+{
+    return [this, path](int items) { SetWindowText((std::to_string(items) + " rows - " + path).c_str()); };
 }
 
 int ReportWnd::OnCreate(LPCREATESTRUCT)
@@ -99,7 +68,9 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
     const DWORD style = WS_CHILD | WS_VISIBLE | RVS_KEEPSELECTION | RVS_DRAGCOLUMNS | RVS_TIPS;
     if (!m_report.Create(style, CRect(), this, kReportId) ||
         !m_hiddenList.Create(WS_CHILD | WS_BORDER | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, CRect(), this,
-                             kHiddenListId))
+                             kHiddenListId) ||
+        !m_status.Create(STATUSCLASSNAME, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, CRect(), this,
+                         kStatusId))
         return -1;
     m_hiddenList.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)));
     m_report.ModifyProperty(RVP_FITITEMHEIGHT, 1);
@@ -110,7 +81,9 @@ int ReportWnd::OnCreate(LPCREATESTRUCT)
 
 void ReportWnd::LoadView()
 {
-    const int styles = m_layout.GetNumber("Styles", RVS_HORIZONTALGRID | RVS_VERTICALGRID);
+    const DWORD usual =
+        RVS_HORIZONTALGRID | RVS_VERTICALGRID | (m_use == Use::Edit ? RVS_CELLFOCUS : DWORD{0});
+    const int styles = m_layout.GetNumber("Styles", static_cast<int>(usual));
     m_report.ModifyStyle(kSwitched, static_cast<DWORD>(styles) & kSwitched);
     m_showHiddenList = m_layout.GetNumber("HiddenColumns", 0) != 0;
     LoadColumns(m_layout, m_report);
@@ -140,10 +113,14 @@ void ReportWnd::Arrange()
 {
     CRect client;
     GetClientRect(client);
+    m_status.SendMessage(WM_SIZE); // it goes to the bottom
+    CRect status;
+    m_status.GetWindowRect(status);
+    const int height = std::max(0, client.Height() - status.Height());
     const int listWidth = Scaled(kHiddenListWidth);
     const int reportWidth = std::max(0, client.Width() - (m_showHiddenList ? listWidth : 0));
-    m_report.MoveWindow(0, 0, reportWidth, client.Height());
-    m_hiddenList.MoveWindow(reportWidth, 0, listWidth, client.Height());
+    m_report.MoveWindow(0, 0, reportWidth, height);
+    m_hiddenList.MoveWindow(reportWidth, 0, listWidth, height);
     m_hiddenList.ShowWindow(m_showHiddenList ? SW_SHOW : SW_HIDE);
 }
 
@@ -155,9 +132,14 @@ void ReportWnd::OnSetFocus(CWnd*)
 void ReportWnd::OnInitMenuPopup(CMenu* popup, UINT, BOOL)
 {
     UINT id = kFirstStyleCommand;
-    for (const auto& item : kSwitches)
+    for (const StyleSwitch& item : kSwitches)
         ::CheckMenuItem(*popup, id++, HasStyle(item.styles) ? MF_CHECKED : MF_UNCHECKED);
     ::CheckMenuItem(*popup, kHiddenListCommand, m_showHiddenList ? MF_CHECKED : MF_UNCHECKED);
+}
+
+void ReportWnd::OnCloseCommand()
+{
+    SendMessage(WM_CLOSE);
 }
 
 void ReportWnd::OnSwitchStyle(UINT id)
@@ -184,7 +166,7 @@ void ReportWnd::OnCopy()
         ::MessageBeep(MB_ICONWARNING);
 }
 
-// What is in folders and files is shown, not changed.
+// What is in folders is shown, not changed.
 void ReportWnd::OnBeginEdit(NMHDR*, LRESULT* result)
 {
     *result = 1;
@@ -205,10 +187,7 @@ void ReportWnd::OnRightClick(NMHDR* notification, LRESULT* result)
 void ReportWnd::OnContextMenu(CWnd*, CPoint point)
 {
     CMenu menu;
-    FillViewMenu(menu);
-    menu.AppendMenu(MF_SEPARATOR);
-    menu.AppendMenu(MF_STRING, kSelectAllCommand, "&Select All\tCtrl+A");
-    menu.AppendMenu(MF_STRING, kCopyCommand, "&Copy\tCtrl+C");
+    FillContextMenu(menu, m_use);
     menu.TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, this);
 }
 

@@ -1,17 +1,21 @@
-// report: shows a CSV file as a list, or a folder as a tree, and remembers how it was shown.
+// report: edits a CSV file as a table or shows a folder as a tree, and remembers how it was shown.
 #include "../common/CommandLine.h"
 #include "../common/Picture.h"
-#include "ReportWnd.h"
+#include "TableWnd.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 
 namespace
 {
 
 const char* const kUse =
-    R"(Shows a CSV file as a list, or a folder as a tree, and remembers how it was shown: place, columns, order, view.
+    R"(Edits a CSV file as a table or shows a folder as a tree, and remembers how it was shown: place, columns, order, view.
+
+A second click on the focused cell, typing on it, F2 or Return edit it; Ctrl+Z undoes, Ins and Del insert and
+delete rows, Ctrl+S saves.
 
 A click on a column's header sorts by it. Columns can be dragged to another place and off the header;
 from the list that "Hidden Columns" of the menu "View" shows, a drag or a double click brings them back.)";
@@ -37,7 +41,7 @@ CSize ReadSize(const std::string& text)
 void Declare(CommandLine& line, Options& options)
 {
     line.AddOperand("PATH", options.path, CommandLine::Need::Required,
-                    "a CSV or TSV file, its first line has the captions; or a folder");
+                    "a CSV or TSV file, the first row has its captions; or a folder");
     line.AddText("--layout", "FILE", options.layout,
                  "the INI file to remember in, not %APPDATA%\\QmLogReport.ini");
     line.AddValue(
@@ -66,9 +70,17 @@ std::string LayoutFile(const std::string& wanted, bool forPicture)
     return FullPath(wanted);
 }
 
-void Start(ReportWnd& wnd, const Options& options)
+bool IsFolder(const std::string& path)
 {
-    wnd.Open(FullPath(options.path), LayoutFile(options.layout, !options.picture.empty()));
+    const DWORD attributes = ::GetFileAttributes(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        throw std::runtime_error(path + ": cannot be found");
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+void Start(ReportWnd& wnd, const std::string& path, bool isFolder, const Options& options)
+{
+    wnd.Open(path, LayoutFile(options.layout, !options.picture.empty()), isFolder ? "Folders" : path);
     if (options.size.cx > 0)
         wnd.SetWindowPos(nullptr, 0, 0, options.size.cx, options.size.cy, SWP_NOMOVE | SWP_NOZORDER);
     if (options.picture.empty())
@@ -84,15 +96,19 @@ class ReportApp : public CWinApp
 {
     BOOL InitInstance() override
     {
-        m_pMainWnd = &m_wnd;
         CommandLine line("report", kUse);
         try
         {
             Options options;
             Declare(line, options);
-            if (line.Read(__argc, __argv))
-                Start(m_wnd, options);
-            return m_wnd.GetSafeHwnd() != nullptr; // FALSE ends the program
+            if (!line.Read(__argc, __argv))
+                return FALSE; // which ends the program
+            const std::string path = FullPath(options.path);
+            const bool isFolder = IsFolder(path);
+            m_wnd = isFolder ? std::make_unique<ReportWnd>() : std::make_unique<TableWnd>();
+            m_pMainWnd = m_wnd.get();
+            Start(*m_wnd, path, isFolder, options);
+            return m_wnd->GetSafeHwnd() != nullptr;
         }
         catch (const std::exception& error)
         {
@@ -103,7 +119,7 @@ class ReportApp : public CWinApp
 
     int ExitInstance() override { return m_exitCode; }
 
-    ReportWnd m_wnd;
+    std::unique_ptr<ReportWnd> m_wnd;
     int m_exitCode = 0;
 };
 

@@ -180,6 +180,31 @@ TEST(CsvTable, RandomChangesAndUndoMatchAPlainModel)
     }
 }
 
+// A view in an order of its own is followed by the identity of its rows.
+TEST(CsvTable, AnOrderOfRowsFollowsInsertingAndDeleting)
+{
+    CsvTable table("n\n0\n1\n2\n3\n4\n");
+    std::vector<int> order = {4, 2, 0, 1, 3};
+    const auto follow = [&](const CsvTable::Change& change) {
+        order = OrderAfter(change, order);
+        std::string shown;
+        for (const int row : order)
+            shown += table.Texts(row)[0] + ".";
+        return shown;
+    };
+    EXPECT_EQ("4.1.3.", follow(table.DeleteRows({2, 0}, 1)));
+    EXPECT_EQ("4.1..3.", follow(table.InsertRow(1, 2)));
+    EXPECT_EQ("4.1.3.", follow(*table.Undo()));
+    EXPECT_EQ("4.2.0.1.3.", follow(*table.Undo()));
+    EXPECT_EQ("4.1.3.", follow(*table.Redo()));
+    std::swap(order[0], order[2]); // sorted in between
+    EXPECT_EQ("3.2.0.1.4.", follow(*table.Undo()));
+    table.SetText(4, 0, "x");
+    EXPECT_EQ("3.2.0.1.4.", follow(*table.Undo()));
+    EXPECT_EQ("", follow(table.DeleteRows(order, 0)));
+    EXPECT_EQ("3.2.0.1.4.", follow(*table.Undo()));
+}
+
 // A file that does not end its last row still does not after rows were inserted there, unless it would lose
 // one.
 TEST(CsvTable, TheLastRowKeepsItsMissingLineEnd)

@@ -277,7 +277,34 @@ private:
                                  40 + static_cast<LONG>(m_random() % 600)};
             Check(RowAt(list, point) >= 0, "a hit");
         };
-        Compare("hit test", 51, 1000, hit);
+        Compare("hit test", 51, 1000, hit, 2.0);
+        MeasureTips();
+    }
+
+    // The mouse on its way from cell to cell, or anywhere at each move; no tip comes to show.
+    void MeasureTips()
+    {
+        m_list.ModifyStyle(0, RVS_TIPS);
+        int step = 0;
+        const auto onTheWay = [&step] {
+            ++step;
+            return POINT{step * 7 % 900, 40 + step % 600};
+        };
+        const auto anywhere = [this] {
+            return POINT{static_cast<LONG>(m_random() % 900), 40 + static_cast<LONG>(m_random() % 600)};
+        };
+        const auto compare = [this](const char* name, const auto& next, std::optional<double> goal) {
+            const auto hit = [next](ReportList& list) { RowAt(list, next()); };
+            const auto move = [next](ReportList& list) {
+                const POINT point = next();
+                list.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(point.x, point.y));
+            };
+            Judge(name, Comparison({On(m_list, 1000, hit), On(m_list, 1000, move)}, Rounds(51)), goal,
+                  "HitTest");
+        };
+        compare("mouse move, tips on", onTheWay, 1.5);
+        compare("mouse move to another cell, tips on", anywhere, {});
+        m_list.ModifyStyle(RVS_TIPS, 0);
     }
 
     void MeasureEdits()

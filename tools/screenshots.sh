@@ -68,7 +68,14 @@ if [[ ${1-} == dialogs ]]; then
     keys Escape
     xdotool mousemove 430 300 click --repeat 2 --delay 60 1
     take message '^Log Message$'
-    keys Escape alt+F4
+    keys Escape alt+p alt+m y # errors only, without previews
+    sleep 1
+    xdotool mousemove 500 163 click 1
+    sleep 1
+    xdotool mousemove 500 198
+    sleep 1.5
+    import -window root -crop 650x132+62+132 +repage "$work/tip.bmp"
+    keys alt+F4
     wait
     exit
 fi
@@ -122,7 +129,7 @@ text_log >"$work/depot.log"
     --steps size:900x420,level:warning,message:1,next-message-error
 shrink textlog
 WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" dialogs "$work"
-for name in find configuration filter columns message; do shrink "$name"; done
+for name in find configuration filter columns message tip; do shrink "$name"; done
 
 # The report control, by its examples.
 cmake --install "$root/build/windows" --prefix "$work/sdk" >"$work/install.log"

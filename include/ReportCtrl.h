@@ -31,6 +31,9 @@ using RVSORTCALLBACK = int (*)(int item1, int subitem1, int item2, int subitem2,
 // owner's callback or override throws passes through, as does std::bad_alloc where no answer for it is named.
 // The parent is told first of everything that the user does.
 //
+// Its window is one of UTF-16: WM_CHAR brings UTF-16, and the texts of messages that a subclass handles are
+// UTF-16, too. Texts of cells are UTF-8, or in the system's code page where they are no valid UTF-8.
+//
 // Use the control on its window's thread only. An owner may call back into the control from its notifications
 // and callbacks, and may destroy the window there; the object itself has to stay. While the control sorts, no
 // item is inserted, deleted, reordered, expanded or selected: these operations then return 0 or their "none".
@@ -441,7 +444,8 @@ public:
     // Starts editing a cell, and scrolls to it. An edit that is active is ended first. The parent is told
     // (RVN_BEGINITEMEDIT) and may bring an editor of its own. `key` is what starts it: RVEK_MOUSE and
     // RVEK_RETURN put the caret at the end of the text, RVEK_BACKSPACE deletes its last character, RVEK_TAB
-    // and the keys of the cursor select all, and any other is a character that is typed over the text.
+    // and the keys of the cursor select all, and any other is a character that is typed over the text: in the
+    // code page, or in UTF-16 when the control calls because the user has typed it.
     // Returns 1 if an edit is active afterwards; 0 also for a cell that is read-only (RVIS_READONLY), has no
     // text or no room for it.
     virtual int BeginEdit(int row, int column, unsigned int key);
@@ -553,6 +557,7 @@ protected:
 
     void PreSubclassWindow() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool IsWide() const override { return true; }
 
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnPaint();

@@ -208,9 +208,6 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     HWND MakeEditor(const EditedCell& cell);
     bool StartEdit(const EditedCell& cell, HWND editor, const report::Primer& primer);
 
-    // A byte of a character that the user has typed goes to the editor, once they are all there.
-    void TypeByte(UINT byte);
-
     bool IsEditing();
     void GrowEditor();
 

@@ -1,6 +1,7 @@
 // The report control's keys, mouse and focus: messages in, the input model asked.
 #include "report/ReportKeysPort.h"
 #include "report/ReportSnapshot.h"
+#include "report/edit/EditorWindow.h"
 #include "report/model/InvalidArgument.h"
 
 #include <algorithm>
@@ -183,8 +184,11 @@ void CReportCtrl::OnKeyDown(UINT key, UINT, UINT)
 
 void CReportCtrl::OnChar(UINT key, UINT, UINT)
 {
-    if (m_data->IsEditing())
-        return m_data->TypeByte(key); // the rest of the character that has started the edit
+    if (m_data->IsEditing()) // the rest of the character that has started the edit
+    {
+        ::SendMessageW(report::TextField(m_data->edit.editor), WM_CHAR, key, 0);
+        return;
+    }
     const report::Flagged typing(m_data->edit.isTyping);
     Data::InputPort port(*m_data);
     Data::KeysPort keys(*m_data);

@@ -44,8 +44,8 @@ void FindText(CQmLogTextCtrl& text, const std::string& wanted)
 void WaitForFind(MessageList& list)
 {
     MSG message = {};
-    while (list.IsFinding() && ::GetMessage(&message, nullptr, 0, 0) > 0)
-        ::DispatchMessage(&message);
+    while (list.IsFinding() && ::GetMessageW(&message, nullptr, 0, 0) > 0)
+        ::DispatchMessageW(&message);
 }
 
 } // namespace

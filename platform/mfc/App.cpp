@@ -41,7 +41,7 @@ int CWinApp::Run()
     for (;;)
     {
         LONG count = 0;
-        while (!::PeekMessage(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE) && OnIdle(count))
+        while (!::PeekMessageW(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE) && OnIdle(count))
             ++count;
         if (!PumpMessage(m_msgCur))
             return ExitInstance();
@@ -132,14 +132,16 @@ BOOL AfxPreTranslateMessage(MSG* message)
     return consumed;
 }
 
+// The messages are those of windows of UTF-16: fetched for others, a typed character has become one of the
+// code page before any window gets it. The system converts it when it is dispatched to such a window.
 bool PumpMessage(MSG& message)
 {
-    if (::GetMessage(&message, nullptr, 0, 0) <= 0)
+    if (::GetMessageW(&message, nullptr, 0, 0) <= 0)
         return false;
     if (!AfxPreTranslateMessage(&message))
     {
         ::TranslateMessage(&message);
-        ::DispatchMessage(&message);
+        ::DispatchMessageW(&message);
     }
     return true;
 }

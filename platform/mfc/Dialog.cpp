@@ -112,7 +112,7 @@ void CDialog::EndDialog(int result)
 BOOL CDialog::PreTranslateMessage(MSG* message)
 {
     const bool key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
-    return key && ::IsDialogMessage(m_hWnd, message);
+    return key && ::IsDialogMessageW(m_hWnd, message);
 }
 
 BOOL CDialog::OnInitDialog()

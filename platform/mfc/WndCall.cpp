@@ -94,7 +94,7 @@ LRESULT CALLBACK CreationHook::OnHook(int code, WPARAM wParam, LPARAM lParam)
     if (code == HCBT_CREATEWND && creation && !creation->m_seen)
     {
         creation->m_seen = true;
-        CWndCall::Subclass(creation->m_wnd, reinterpret_cast<HWND>(wParam));
+        creation->m_wnd.SubclassWindow(reinterpret_cast<HWND>(wParam));
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }

@@ -62,7 +62,7 @@ void CWnd::DeleteTempMap()
 
 BOOL CWnd::SubclassWindow(HWND hwnd)
 {
-    return CWndCall::Subclass(*this, hwnd);
+    return CWndCall::Subclass(*this, hwnd, IsWide());
 }
 
 BOOL CWnd::SubclassWideWindow(HWND hwnd)

@@ -20,7 +20,6 @@ struct EditState
     CRect rect;            // of the cell
     std::string text;      // as it was
     std::string shown;     // as the editor had it first
-    std::string typed;     // the bytes of a character that is not complete
     bool isTyping = false; // a character may be about to start an edit
     bool isEnding = false; // the parent is being told
     bool isSettingText = false;

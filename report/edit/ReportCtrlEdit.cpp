@@ -20,12 +20,14 @@ void Prime(HWND editor, const report::Primer& primer)
     ::SendMessage(field, EM_SCROLLCARET, 0, 0);
 }
 
-// In the code page of the process, each of them a message.
-std::size_t BytesOfCharacter(unsigned char first)
+// A key that the owner has named: one or two bytes in the code page.
+WCHAR CharacterOf(unsigned key)
 {
-    if (::GetACP() != CP_UTF8)
-        return ::IsDBCSLeadByte(first) ? 2 : 1;
-    return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
+    const char bytes[] = {static_cast<char>(key >> 8), static_cast<char>(key)};
+    const bool isPair = key > 0xFF;
+    WCHAR character = 0;
+    ::MultiByteToWideChar(CP_ACP, 0, isPair ? bytes : bytes + 1, isPair ? 2 : 1, &character, 1);
+    return character;
 }
 
 } // namespace
@@ -80,7 +82,10 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
         if (again && again->record.item == cell->record.item && again->text == cell->text && again->hasText)
             editor = m_data->MakeEditor(*again);
     }
-    return editor && m_data->StartEdit(*cell, editor, report::PrimerOf(key, isTyped));
+    report::Primer primer = report::PrimerOf(key, isTyped);
+    if (!isTyped)
+        primer.character = CharacterOf(primer.character);
+    return editor && m_data->StartEdit(*cell, editor, primer);
 }
 
 // Null if there is no room for it.
@@ -132,22 +137,6 @@ bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const rep
         Prime(editor, primer);
     }
     if (edit.editor && edit.isOwn && primer.character != 0)
-        TypeByte(primer.character);
+        ::SendMessageW(report::TextField(editor), WM_CHAR, primer.character, 0);
     return control.m_hWnd && edit.editor;
-}
-
-void CReportCtrl::Data::TypeByte(UINT byte)
-{
-    if (byte > 0xFF)
-        edit.typed += static_cast<char>(byte >> 8);
-    edit.typed += static_cast<char>(byte);
-    if (edit.typed.size() < BytesOfCharacter(static_cast<unsigned char>(edit.typed[0])))
-        return;
-    const std::string character = std::exchange(edit.typed, {});
-    const HWND field = report::TextField(edit.editor);
-    WCHAR wide[4] = {};
-    const int count = ::MultiByteToWideChar(CP_ACP, 0, character.data(), static_cast<int>(character.size()),
-                                            wide, static_cast<int>(std::size(wide)));
-    for (int i = 0; i < count; ++i)
-        ::SendMessageW(field, WM_CHAR, wide[i], 0);
 }

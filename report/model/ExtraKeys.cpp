@@ -49,7 +49,8 @@ bool ExtraKeys::Character(unsigned character, std::uint32_t time)
 {
     if (!Has(kTypeAheadKeys) || !m_selection.typingMayEdit || character < kFirstCharacter)
         return false;
-    const int row = m_state.typing.Type(static_cast<char>(character), time, m_selection.focusRow, m_target);
+    const int row =
+        m_state.typing.Type(static_cast<ZEMA::WideChar>(character), time, m_selection.focusRow, m_target);
     if (row != kNoRow)
         Input(m_selection, m_rows).MoveTo(row, {});
     return true;

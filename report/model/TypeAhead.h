@@ -4,7 +4,6 @@
 #include "zemacore/WideText.h"
 
 #include <cstdint>
-#include <string>
 
 namespace report
 {
@@ -30,11 +29,11 @@ public:
     // Whether a character at this time would go on with a text.
     bool IsTyping(std::uint32_t time) const { return !m_typed.empty() && time - m_time <= kPause; }
 
-    // One byte of a text; the row to go to, or kNoRow.
-    int Type(char character, std::uint32_t time, int focusRow, TypeAheadRows& rows);
+    // One unit of a text in UTF-16; the row to go to, or kNoRow.
+    int Type(ZEMA::WideChar character, std::uint32_t time, int focusRow, TypeAheadRows& rows);
 
 private:
-    std::string m_typed;
+    ZEMA::WideString m_typed;
     std::uint32_t m_time = 0; // of the last character
     int m_start = 0;          // the focused row when the text began
 };

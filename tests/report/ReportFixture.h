@@ -139,7 +139,7 @@ protected:
             report.SendMessage(WM_KEYDOWN, static_cast<WPARAM>(key));
         Hold(with, false);
     }
-    void Type(WPARAM character) { Key('Q'), report.SendMessage(WM_CHAR, character); }
+    void Type(WPARAM character) { Key('Q'), ::SendMessageW(report, WM_CHAR, character, 0); }
     void Send(HWND hwnd, UINT message, int x, int y, WPARAM flags = MK_LBUTTON)
     {
         if (!usesSystem)

@@ -228,6 +228,28 @@ TEST_F(ReportEdit, TakesTextsInAnyLanguage)
     report.SendMessage(WM_CHAR, 0xE9);         // a byte that comes late
     Post(Editor(), WM_KEYDOWN, VK_RETURN);
     EXPECT_EQ("\xC3\xA9\xE6\x97\xA5", Cell(0));
+
+    // Typed, and fetched by the framework's own message loop.
+    const std::pair<std::wstring, const char*> typed[] = {{L"\u65E5\u672C!", "\xE6\x97\xA5\xE6\x9C\xAC!"},
+                                                          {L"\U0001F600", "\xF0\x9F\x98\x80"},
+                                                          {L"!\xE9", "!\xC3\xA9"},
+                                                          {L"\u20AC", "\xE2\x82\xAC"}};
+    for (const auto& [units, after] : typed)
+    {
+        ShowCells();
+        report.AdjustFocus(0, 0);
+        report.SendMessage(WM_KEYDOWN, 'Q');
+        for (const wchar_t unit : units)
+            ::PostMessageW(::GetFocus(), WM_CHAR, unit, 1);
+        static ReportParent* modal = nullptr;
+        modal = &parent;
+        const UINT_PTR timer =
+            ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) { modal->EndModalLoop(0); });
+        parent.RunModalLoop();
+        ::KillTimer(nullptr, timer);
+        Post(Editor(), WM_KEYDOWN, VK_RETURN);
+        EXPECT_EQ(after, Cell(0));
+    }
 }
 
 // What moves its cell, and the number that its item has then.

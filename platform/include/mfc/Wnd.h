@@ -242,6 +242,10 @@ protected:
     afx_msg void OnPaletteChanged(CWnd*) { Default(); }
     DECLARE_MESSAGE_MAP()
 
+    // Whether the window that this object creates or subclasses is one of UTF-16: WM_CHAR and the texts of
+    // all messages are UTF-16 then. The system converts for whoever sends them otherwise.
+    virtual bool IsWide() const { return false; }
+
 private:
     friend class CWndCall; // the window procedure and the creation hook
 

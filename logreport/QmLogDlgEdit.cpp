@@ -2,7 +2,6 @@
 
 #include "logreport/OwnDialog.h"
 #include "qmcommon/QmClipboard.h"
-#include "qmcommon/QmWindowText.h"
 #include "resources/qmlog_resource.h"
 #include "vkgrafic/Display.h"
 #include "zemacore/AppDataManager.h"
@@ -190,17 +189,24 @@ void CQmLogDlgEdit::MakeBodyFont()
 void CQmLogDlgEdit::ShowMessage(Place place)
 {
     for (const MessageField& field : kMessageFields)
-        QmSetWindowText(::GetDlgItem(m_hWnd, field.field), m_message.Text(field.kind));
+        SetFieldText(field.field, m_message.Text(field.kind));
     SetBody(place);
     SetDlgItemText(IDC_NOTICE, m_message.IsInView() ? "" : "No longer in the view");
     ShowIcon();
     ShowSteps();
 }
 
+void CQmLogDlgEdit::SetFieldText(int id, const std::string& text)
+{
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text.data(), text.size(), wide);
+    ::SetWindowTextW(::GetDlgItem(m_hWnd, id), wide.c_str());
+}
+
 void CQmLogDlgEdit::SetBody(Place place)
 {
     const LRESULT line = SendDlgItemMessage(IDC_BODY, EM_GETFIRSTVISIBLELINE);
-    QmSetWindowText(::GetDlgItem(m_hWnd, IDC_BODY), m_message.Text(kLogMsgBody));
+    SetFieldText(IDC_BODY, m_message.Text(kLogMsgBody));
     if (place == Place::Kept)
         SendDlgItemMessage(IDC_BODY, EM_LINESCROLL, 0, line);
 }

@@ -62,6 +62,7 @@ private:
     void ShowMessage(Place place);
     void ShowIcon();
     void ShowSteps();
+    void SetFieldText(int id, const std::string& text);
     void SetBody(Place place);
     void WrapBody(bool wrap);
     bool BodyScrolls() const;

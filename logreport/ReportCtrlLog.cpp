@@ -4,7 +4,6 @@
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
 #include "qmcommon/QmCommandMenu.h"
-#include "zemacore/Flagged.h"
 
 #include <algorithm>
 #include <array>
@@ -43,6 +42,20 @@ constexpr std::array<ILogMsgDataKind, 3> kFirstColumns = {kLogMsgTimestamp, kLog
 
 CReportCtrlLog* currentControl = nullptr;
 bool isTakingOver = false; // some control is: deliberately one for the process
+
+// Sets a flag for a while.
+class Flagged
+{
+public:
+    explicit Flagged(bool& flag) : m_flag(flag), m_before(flag) { flag = true; }
+    ~Flagged() { m_flag = m_before; }
+    Flagged(const Flagged&) = delete;
+    Flagged& operator=(const Flagged&) = delete;
+
+private:
+    bool& m_flag;
+    bool m_before;
+};
 
 } // namespace
 
@@ -162,7 +175,7 @@ std::int32_t CReportCtrlLog::GetMaxLogSize()
 void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
 {
     {
-        const ZEMA::Flagged busy(m_data->source.isBusy);
+        const Flagged busy(m_data->source.isBusy);
         if (m_data->attached)
             m_data->attached->AddMsg(id, message);
         m_data->range.Announce(id);
@@ -182,7 +195,7 @@ void CReportCtrlLog::MakeList()
     ILogMsgService* const service = m_data->source.service;
     if (!service || m_data->source.list || m_data->source.isMakingList)
         return;
-    const ZEMA::Flagged making(m_data->source.isMakingList);
+    const Flagged making(m_data->source.isMakingList);
     std::shared_ptr<ILogMsgList> list(service->CreateMsgList(kListRoom, 0));
     if (service == m_data->source.service)
         m_data->source.list = std::move(list);
@@ -190,7 +203,7 @@ void CReportCtrlLog::MakeList()
 
 void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
 {
-    const ZEMA::Flagged busy(m_data->source.isBusy);
+    const Flagged busy(m_data->source.isBusy);
     if (m_data->attached)
         m_data->attached->SetMsgIdRange(first, last);
     m_data->range.Announce(last);
@@ -237,7 +250,7 @@ void CReportCtrlLog::TakeOver()
 {
     if (isTakingOver || !m_hWnd)
         return;
-    const ZEMA::Flagged takingOver(isTakingOver);
+    const Flagged takingOver(isTakingOver);
     const std::optional<int> rows = m_data->range.Tick();
     if (!rows)
         return;

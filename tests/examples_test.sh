@@ -85,15 +85,15 @@ if [[ $step == edit ]]; then
     until_unchanged
     keys ctrl+y
     until_changed
-    keys Insert n semicolon Return Escape ctrl+s
+    keys Insert n semicolon Return z Return Escape ctrl+s # z goes into the row below, which was empty
     until_unchanged
-    holds "$head"'"a ""b"" ";12;x\n"\r\nbo\r\nlines";10;y\r\n"n;";;\r\n\r\nlast;1'
+    holds "$head"'"a ""b"" ";12;x\n"\r\nbo\r\nlines";10;y\r\n"n;";;\r\nz\r\nlast;1'
     keys Home shift+End Delete
     until_changed
     keys ctrl+s
     until_unchanged
     holds "$head"
-    keys ctrl+z ctrl+z ctrl+z ctrl+z ctrl+z
+    keys ctrl+z ctrl+z ctrl+z ctrl+z ctrl+z ctrl+z
     until_changed
     keys ctrl+s
     until_unchanged
@@ -129,6 +129,16 @@ if [[ $step == edit ]]; then
     answer y
     wait "$report" || fail "report has ended with $?"
     holds 'a\nx\nx\nx\nx\ny\ny\n'
+
+    # A file in the code page: its rows decide, and where they are ASCII the others.
+    printf 'a\nM\xFCller\nx\n\xFC\n' >"$file"
+    start
+    keys F2 End udiaeresis Return End udiaeresis Return Escape
+    until_changed
+    keys alt+F4
+    answer y
+    wait "$report" || fail "report has ended with $?"
+    holds 'a\nM\xFCller\xFC\nx\xFC\n\xFC\n'
 
     # On a full disk, of 64 KiB here.
     rows=$(printf '%010000d\n' {1..8})

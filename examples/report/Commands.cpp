@@ -26,7 +26,7 @@ void FillEditMenu(CMenu& menu, Use use)
         menu.AppendMenu(MF_SEPARATOR);
     }
     menu.AppendMenu(MF_STRING, kCopyCommand, "&Copy\tCtrl+C");
-    menu.AppendMenu(MF_STRING, kSelectAllCommand, "Select &All\tCtrl+A");
+    menu.AppendMenu(MF_STRING, kSelectAllCommand, "&Select All\tCtrl+A");
 }
 
 void FillViewMenu(CMenu& menu)

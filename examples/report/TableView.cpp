@@ -59,6 +59,7 @@ void TableView::Load(const std::string& bytes, const Progress& progress)
     if (!isSame)
         FitColumns();
     OfferChoices(isSame ? Widen::No : Widen::Yes);
+    m_report.ResortItems();
     m_report.SetRedraw(1);
 }
 

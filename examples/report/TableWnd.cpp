@@ -13,6 +13,12 @@ namespace
 {
 
 constexpr UINT kLookAtFileMessage = WM_APP;
+constexpr std::size_t kLongestLine = 0x7000; // bytes that a cell's own editor certainly takes
+
+std::string RowsText(int count)
+{
+    return std::to_string(count) + (count == 1 ? " row" : " rows");
+}
 
 } // namespace
 
@@ -68,7 +74,7 @@ std::string TableWnd::Title()
 void TableWnd::ShowState(const std::string& news)
 {
     UpdateTitle();
-    SetStatus(std::to_string(m_view.Table().RowCount()) + " rows" + (news.empty() ? "" : ".  ") + news);
+    SetStatus(RowsText(m_view.Table().RowCount()) + (news.empty() ? "" : ".  ") + news);
 }
 
 BOOL TableWnd::PreTranslateMessage(MSG* message)
@@ -94,11 +100,13 @@ int TableWnd::Ask(const std::string& question, UINT buttons)
     return answer;
 }
 
+// A text that is refused stays in its editor.
 bool TableWnd::EndEdit()
 {
+    m_reason.clear();
     if (IsEditing())
         m_report.SetFocus();
-    return !IsEditing();
+    return m_reason.empty();
 }
 
 bool TableWnd::Save(TableFile file)
@@ -238,15 +246,15 @@ void TableWnd::OnDeleteRows()
         return;
     const CWaitCursor waiting;
     if (const int count = m_view.DeleteRows())
-        ShowState(std::to_string(count) + (count == 1 ? " row" : " rows") + " deleted");
+        ShowState(RowsText(count) + " deleted");
 }
 
-// The control's own editors take a single line. For others the window brings one.
+// The control's own editors take a single line, and not a very long one. For others the window brings one.
 void TableWnd::OnBeginEdit(NMHDR* notification, LRESULT* result)
 {
     auto& edit = *reinterpret_cast<_NMRVITEMEDIT*>(notification);
     const std::string text = m_view.Text(edit.item, edit.subitem);
-    *result = text != CellText(text);
+    *result = text != CellText(text) || text.size() > kLongestLine;
     if (text.find('\0') != std::string::npos)
         ShowState("This text has a NUL byte and cannot be edited");
     else if (*result != 0)
@@ -276,6 +284,7 @@ void TableWnd::OnCheckEdit(NMHDR* notification, LRESULT* result)
     {
         m_reason = error.what();
         check.reason = m_reason.c_str();
+        ShowState(m_reason);
         *result = 1;
     }
 }

@@ -60,7 +60,7 @@ void CReportCtrl::Data::FollowPointer(CPoint point)
     _RVHITTESTINFO hit = {};
     hit.pt = point;
     {
-        const ZEMA::Flagged asking(tip.isAsking);
+        const report::Flagged asking(tip.isAsking);
         control.HitTest(&hit);
     }
     if (!control.m_hWnd)
@@ -108,7 +108,7 @@ void CReportCtrl::Data::LookAtTip()
 void CReportCtrl::Data::ShowTip()
 {
     const report::TipCell cell = *tip.hover.Cell();
-    const ZEMA::Flagged asking(tip.isAsking);
+    const report::Flagged asking(tip.isAsking);
     std::optional<EditedCell> found = FindEdited(cell.row, cell.column);
     bool shows = false;
     if (found && found->editor && control.m_hWnd)

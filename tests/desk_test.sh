@@ -193,9 +193,10 @@ leave
 
 echo "A text log: its messages, filtered, sorted, followed and never changed"
 text_log=$work/app.txt
-for i in {1..9}; do
+printf '2026-03-01 10:00:01 INFO [main] work 1%s\n' "$(printf ' and more%.0s' {1..40})" >"$text_log"
+for i in {2..9}; do
     printf '2026-03-01 10:00:0%d INFO [main] work %d\n' "$i" "$i"
-done >"$text_log"
+done >>"$text_log"
 printf '2026-03-01 10:00:10 ERROR [main] broken\n' >>"$text_log"
 before=$(cat "$text_log")
 start "$(windows_path "$text_log")"
@@ -222,6 +223,13 @@ filters_go() {
 }
 until_true filters_go || fail "the filter stays"
 keys Home alt+Down
+until_shown '^pane: Rows:10 . Selected:1 . Current:9$'
+xdotool mousemove "$((left + 430))" "$((top + 26))" # the body in the first row, which is cut off
+until_true xdotool search --onlyvisible --name '^work 1 and more' >/dev/null || fail "no tip"
+xdotool click 1
+until_shown '^pane: Rows:10 . Selected:1$' # through the tip
+gone '^work 1 and more' || fail "the tip stays"
+keys alt+Down
 until_shown '^pane: Rows:10 . Selected:1 . Current:9$'
 for place in 9 0; do # the highest level last, then first: the row of the message, which stays focused
     xdotool mousemove "$((left + 230 - 5 * place))" "$((top + 8))" click 1 # apart, or it would be a double click

@@ -36,11 +36,13 @@ void CReportCtrl::Data::ReadHoverTime()
 bool CReportCtrl::Data::MayShowTip()
 {
     return (style & RVS_TIPS) && window.hasFocus && control.m_hWnd && !drag.isActive && !IsEditing() &&
-           !painting.snapshot && MayMakeRows();
+           !painting.snapshot;
 }
 
 void CReportCtrl::Data::MovePointer(UINT buttons, CPoint point)
 {
+    if (tip.isAsking) // in a loop of the owner's
+        tip.isStale = tip.isStale || !tip.area.Contains(point.x, point.y);
     if (!(style & RVS_TIPS) || tip.isAsking)
         return;
     if (buttons & kAllButtons)
@@ -117,7 +119,7 @@ void CReportCtrl::Data::ShowTip()
         control.AdjustTip(&found->record);
         const HWND captured = ::GetCapture();
         const bool isFree = !captured || captured == control.m_hWnd;
-        const bool isStill = isFree && MayShowTip() && !tip.isStale && tip.hover.Cell() == cell;
+        const bool isStill = isFree && !tip.isStale && tip.hover.Cell() == cell;
         shows = isStill && found->record.text && ShowTipOf(cell, found->record, *found->editor);
     }
     if (tip.hover.Cell() == cell)

@@ -93,6 +93,12 @@ TEST_F(ReportTip, LooksAsTheCell)
         {0, [&] { report.SetColors(1, 0, 1); }, 1, kTextX, RGB(250, 250, 0)},
         {RVS_ALTERNATEROWS, [] {}, 1, kTextX, RGB(200, 0, 0)},
         {RVS_TREE, [] {}, 1, kTextX + kItemHeight, ::GetSysColor(COLOR_WINDOW)},
+        {RVS_TREE,
+         [&] {
+             report.SetItemText(1, 0, (std::string(kLong) + kLong).c_str());
+             report.SetTreeSubItem(report.GetItemHandle(1), 0);
+         },
+         1, kTextX + kItemHeight, ::GetSysColor(COLOR_WINDOW)},
         {0, [&] { report.SetItemCheck(1, 0, 1); }, 1, kTextX + 8 + 6, ::GetSysColor(COLOR_WINDOW)},
         {0,
          [&] {
@@ -307,7 +313,7 @@ TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
         [&] { report.UndefineAllSubItems(); },
         [&] { report.ModifyStyle(RVS_TIPS, 0); },
         [&] { ::SetFocus(parent); },
-        [&] { report.SendMessage(WM_VSCROLL, SB_BOTTOM); },
+        [&] { report.ScrollWindow(SB_VERT, 1); },
         [&] { report.SendMessage(WM_SETFONT, 0, TRUE); },
         [&] { parent.ShowWindow(SW_HIDE); },
         [&] { PointAt(10, 70), Shows(true, 3 * kHover); }, // a loop of its own
@@ -333,7 +339,8 @@ TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
                 report.ModifyStyle(0, RVS_CALLBACK), report.SetItemCount(10), report.UpdateWindow();
             isArmed = true;
             PointAt(10, 30);
-            Shows(true, 3 * kHover);
+            const bool shown = Shows(true, 3 * kHover);
+            EXPECT_FALSE(shown && !isCallback) << &act - acts;
             EXPECT_FALSE(isArmed) << &act - acts;
             EXPECT_TRUE(report.m_hWnd || !TipWindow());
             report.adjustTip = [](_RVITEM&) {};

@@ -1,6 +1,8 @@
 // The tip over a cell's text: the report control's side.
 #include "report/ReportPainter.h"
 
+#include <utility>
+
 namespace
 {
 

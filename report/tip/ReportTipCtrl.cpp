@@ -4,6 +4,8 @@
 #include "qmcommon/QmWindowText.h"
 #include "report/DrawingGuards.h"
 
+#include <utility>
+
 namespace report
 {
 

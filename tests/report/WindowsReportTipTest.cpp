@@ -11,7 +11,6 @@ constexpr char kLong[] = "a text that is longer than its column";
 constexpr int kTextX = 6; // where a text begins in its cell
 constexpr int kBorderX = 4;
 constexpr int kBorderY = 2;
-
 constexpr UINT kHover = 60; // milliseconds, so that tests need not wait for long
 
 class ReportTip : public ReportTest
@@ -29,14 +28,11 @@ protected:
     // Ten rows, the first three with long texts.
     void ShowTexts(DWORD style = 0)
     {
-        Texts texts(10, "x");
-        texts[0] = texts[1] = texts[2] = kLong;
-        Show(style | WS_VISIBLE | RVS_NOHEADER | RVS_TIPS, texts);
-        Away();
+        Show(style | WS_VISIBLE | RVS_NOHEADER | RVS_TIPS,
+             {kLong, kLong, kLong, "x", "x", "x", "x", "x", "x", "x"});
+        PointAt(400, 250);
         UseSystem();
     }
-
-    void Away() { PointAt(400, 250); }
 
     // The pointer goes to a point of the control.
     void PointAt(int x, int y)
@@ -50,64 +46,47 @@ protected:
         const HWND tip = ::FindWindow("MFCReportTipCtrl", nullptr);
         return ::IsWindowVisible(tip) ? tip : nullptr;
     }
-
-    bool Shows(bool wanted = true, int milliseconds = 1500)
-    {
-        const DWORD begin = ::GetTickCount();
-        while ((TipWindow() != nullptr) != wanted && ::GetTickCount() - begin < DWORD(milliseconds))
-            Settle();
-        return (TipWindow() != nullptr) == wanted;
-    }
-
-    bool ShowsNone() { return Shows(false); }
-
     std::string Text() const { return TipWindow() ? QmGetWindowText(TipWindow()) : "none"; }
 
-    UINT hover = 0; // the user's
-
-    // Of the tip, within the control's client area.
-    CRect Place() const
+    // Waits for it, and whether it has come.
+    static bool Comes(const std::function<bool()>& what, DWORD milliseconds = 1500)
     {
-        CRect rect;
-        ::GetWindowRect(TipWindow(), rect);
-        report.ScreenToClient(rect);
-        return rect;
+        for (const DWORD begin = ::GetTickCount(); !what() && ::GetTickCount() - begin < milliseconds;)
+            Settle();
+        return what();
     }
+    bool Shows(DWORD milliseconds = 1500)
+    {
+        return Comes([this] { return TipWindow() != nullptr; }, milliseconds);
+    }
+    bool IsGone()
+    {
+        return Comes([this] { return TipWindow() == nullptr; }, 300);
+    }
+
+    UINT hover = 0; // the user's
 };
 
 TEST_F(ReportTip, LooksAsTheCell)
 {
+    const COLORREF plain = ::GetSysColor(COLOR_WINDOW);
     struct
     {
         DWORD style;
         std::function<void()> prepare;
-        int row;
         int x; // where the text begins
         COLORREF background;
     } const cases[] = {
-        {0, [] {}, 1, kTextX, ::GetSysColor(COLOR_WINDOW)},
-        {0, [&] { report.SetItemState(1, RVIS_BOLD, RVIS_BOLD); }, 1, kTextX, ::GetSysColor(COLOR_WINDOW)},
-        {0, [&] { Select(1, 1); }, 1, kTextX, ::GetSysColor(COLOR_HIGHLIGHT)},
-        {RVS_CELLFOCUS, [&] { Select(1, 1), report.AdjustFocus(1, 0); }, 1, kTextX,
-         ::GetSysColor(COLOR_WINDOW)},
-        {0, [&] { report.SetColors(1, 0, 1); }, 1, kTextX, RGB(250, 250, 0)},
-        {RVS_ALTERNATEROWS, [] {}, 1, kTextX, RGB(200, 0, 0)},
-        {RVS_TREE, [] {}, 1, kTextX + kItemHeight, ::GetSysColor(COLOR_WINDOW)},
-        {RVS_TREE,
-         [&] {
-             report.SetItemText(1, 0, (std::string(kLong) + kLong).c_str());
-             report.SetTreeSubItem(report.GetItemHandle(1), 0);
-         },
-         1, kTextX + kItemHeight, ::GetSysColor(COLOR_WINDOW)},
-        {0, [&] { report.SetItemCheck(1, 0, 1); }, 1, kTextX + 8 + 6, ::GetSysColor(COLOR_WINDOW)},
-        {0,
-         [&] {
-             report.SetItemText(1, 0,
-                                "\xFC"
-                                "ber den Rand hinaus");
-         },
-         1, kTextX, ::GetSysColor(COLOR_WINDOW)},
-        {0, [&] { report.SetItemText(1, 0, "first\nsecond line"); }, 1, kTextX, ::GetSysColor(COLOR_WINDOW)},
+        {0, [&] { report.SetItemState(1, RVIS_BOLD, RVIS_BOLD); }, kTextX, plain},
+        {0, [&] { Select(1, 1); }, kTextX, ::GetSysColor(COLOR_HIGHLIGHT)},
+        {RVS_CELLFOCUS, [&] { Select(1, 1), report.AdjustFocus(1, 0); }, kTextX, plain},
+        {0, [&] { report.SetColors(1, 0, 1); }, kTextX, RGB(250, 250, 0)},
+        {RVS_ALTERNATEROWS, [] {}, kTextX, RGB(200, 0, 0)},
+        {RVS_TREE, [] {}, kTextX + kItemHeight, plain},
+        {RVS_TREE, [&] { report.SetTreeSubItem(report.GetItemHandle(1), 1); }, kTextX + kItemHeight, plain},
+        {0, [&] { report.SetItemCheck(1, 0, 1); }, kTextX + 8 + 6, plain},
+        {0, [&] { report.SetItemText(1, 0, "gr\xFC\xDF, and all the rest"); }, kTextX, plain},
+        {0, [&] { report.SetItemText(1, 0, "first\nsecond line"); }, kTextX, plain},
     };
     for (const auto& each : cases)
     {
@@ -115,86 +94,68 @@ TEST_F(ReportTip, LooksAsTheCell)
         report.DeleteAllColors();
         report.InsertColor(0, RGB(200, 0, 0));
         report.InsertColor(1, RGB(250, 250, 0));
+        report.SetItemText(1, 1, (std::string(kLong) + kLong).c_str());
         each.prepare();
         report.SetSubItemWidth(0, 80);
         Redraw();
-        const int y = each.row * kItemHeight;
         ReportPicture cell;
         cell.Take(report);
-        PointAt(each.x + 10, y + 10);
+        PointAt(each.x + 10, kItemHeight + 10);
         ASSERT_TRUE(Shows()) << &each - cases;
-        EXPECT_EQ(each.x - kBorderX, Place().left) << &each - cases;
+        CRect place;
+        ::GetWindowRect(TipWindow(), place);
+        report.ScreenToClient(place);
+        EXPECT_EQ(each.x - kBorderX, place.left) << &each - cases;
         ReportPicture tip;
         tip.Take(TipWindow());
         int different = 0;
-        for (int dx = 0; dx < 12; ++dx)
-            for (int dy = kBorderY; dy < Place().Height() && dy < kItemHeight - 5; ++dy)
-                different += cell.At(each.x + dx, Place().top + dy) != tip.At(kBorderX + dx, dy);
+        for (int x = 0; x < 12; ++x)
+            for (int y = kBorderY; y < kItemHeight - 5; ++y)
+                different += cell.At(each.x + x, place.top + y) != tip.At(kBorderX + x, y);
         EXPECT_EQ(0, different) << &each - cases;
         EXPECT_EQ(each.background, tip.At(kBorderX - 2, 4)) << &each - cases;
-        Away();
-        ASSERT_TRUE(ShowsNone());
     }
 }
 
 TEST_F(ReportTip, ShowsWholeTextsOfCellsThatCutThem)
 {
+    SetHover(300);
     ShowTexts(RVS_FIXEDROW);
     report.SetItemText(-1, 0, "the fixed row has one, too");
     report.SetItemText(3, 1, "wide");
     report.SetItemText(4, 2, std::string(65535, 'w').c_str());
     report.SetItemText(5, 0, "two\r\nlines\n");
     report.SetItemText(6, 0, nullptr);
-    report.SetSubItemWidth(0, 60);
-    report.ModifyStyle(0, RVS_HORIZONTALGRID);
-    const int fixed = 10;
-    const auto y = [&](int row) {
+    const auto pointTo = [this](int row, int x) {
         CRect rect;
         report.GetRowRect(row, 0, rect, RVRC_WHOLE);
-        return rect.top + 10;
+        PointAt(x, rect.top + 10);
     };
+    DWORD begin = ::GetTickCount();
+    pointTo(0, 10);
+    ASSERT_TRUE(Shows());
+    EXPECT_LE(290u, ::GetTickCount() - begin) << "the system's hover time";
+    // The next ones show at once.
     const std::tuple<int, int, std::string> cases[] = {
-        {10, fixed, "the fixed row has one, too"},
-        {10, y(0), kLong},
-        {70, y(3), "none"},
-        {10, y(3), "none"},
-        {10, y(5), "two\r\nlines"},
-        {10, y(6), "none"},
-        {2, y(0), "none"},
-    };
-    for (const auto& [x, at, text] : cases)
+        {0, 10, kLong},  {1, 10, kLong},  {-1, 10, "the fixed row has one, too"},
+        {3, 60, "none"}, {3, 10, "none"}, {5, 10, "two\r\nlines"},
+        {6, 10, "none"}, {0, 2, "none"}};
+    for (const auto& [row, x, text] : cases)
     {
-        PointAt(x, at);
-        EXPECT_EQ(text != "none", Shows(true, text == "none" ? 3 * kHover : 1500)) << text << x << ' ' << at;
-        EXPECT_EQ(text, Text()) << x << ' ' << at;
+        pointTo(row, x);
+        EXPECT_EQ(text, Text()) << row << ' ' << x;
     }
-    const DWORD begin = ::GetTickCount();
-    PointAt(120, y(4));
+    begin = ::GetTickCount();
+    pointTo(4, 110);
     ASSERT_TRUE(Shows());
     EXPECT_LT(::GetTickCount() - begin, 1000u);
     EXPECT_EQ("...", Text().substr(Text().size() - 3));
     CRect screen;
-    ::SystemParametersInfo(SPI_GETWORKAREA, 0, screen, 0);
-    CRect tip;
-    ::GetWindowRect(TipWindow(), tip);
     CRect both;
-    both.UnionRect(screen, tip);
+    ::SystemParametersInfo(SPI_GETWORKAREA, 0, screen, 0);
+    ::GetWindowRect(TipWindow(), both);
+    both.UnionRect(screen, both);
     EXPECT_TRUE(both == screen);
-}
-
-TEST_F(ReportTip, FollowsAtOnce)
-{
-    SetHover(300);
-    ShowTexts();
-    const DWORD begin = ::GetTickCount();
-    PointAt(10, 10);
-    ASSERT_TRUE(Shows());
-    EXPECT_LE(290u, ::GetTickCount() - begin) << "the system's hover time";
-    PointAt(10, 30);
-    EXPECT_EQ(kItemHeight, Place().top / kItemHeight * kItemHeight) << "at once";
-    EXPECT_NE(nullptr, TipWindow());
-    PointAt(10, 70);
-    EXPECT_EQ(nullptr, TipWindow()) << "a text that is seen whole";
 }
 
 TEST_F(ReportTip, IsGoneAfter)
@@ -203,7 +164,6 @@ TEST_F(ReportTip, IsGoneAfter)
         [&] { PointAt(10, 70); },
         [&] { PointAt(10, 250); }, // below the control
         [&] { Key(VK_SHIFT); },
-        [&] { Key(VK_DOWN); },
         [&] { SystemMouse(MOUSEEVENTF_WHEEL, -120); },
         [&] { Mouse(WM_RBUTTONDOWN, 10, 30); },
         [&] { ::SetFocus(parent); },
@@ -213,7 +173,6 @@ TEST_F(ReportTip, IsGoneAfter)
         [&] { report.SortItems(0, 0); },
         [&] { report.ModifyStyle(RVS_TIPS, 0); },
         [&] { report.EnableWindow(FALSE); },
-        [&] { report.ShowWindow(SW_HIDE); },
         [&] { parent.ShowWindow(SW_HIDE); },
         [&] { report.DeleteAllItems(); },
         [&] { report.SetSubItemWidth(0, 299); },
@@ -228,44 +187,40 @@ TEST_F(ReportTip, IsGoneAfter)
         PointAt(10, 30);
         ASSERT_TRUE(Shows()) << &end - ends;
         end();
-        EXPECT_TRUE(Shows(false, 300)) << &end - ends;
+        EXPECT_TRUE(IsGone()) << &end - ends;
         EXPECT_EQ(nullptr, ::GetCapture()) << &end - ends;
         report.EnableWindow(TRUE);
     }
-    for (int rest = 3; rest > 0; --rest) // it stays away from what has been clicked
-    {
-        ShowTexts();
-        PointAt(10, 30);
-        ASSERT_TRUE(Shows());
-        Click(10, 30);
-        EXPECT_EQ(1, report.GetCurrentFocus()) << "through the tip";
-        PointAt(12 + rest, 31);
-        EXPECT_FALSE(Shows(true, 3 * kHover));
-    }
+    ShowTexts();
+    PointAt(10, 30);
+    ASSERT_TRUE(Shows());
+    Click(10, 30);
+    EXPECT_EQ(1, report.GetCurrentFocus()) << "through the tip";
+    PointAt(12, 31);
+    EXPECT_FALSE(Shows(3 * kHover)) << "again over what has been clicked";
 }
 
-TEST_F(ReportTip, IsNotShown)
+TEST_F(ReportTip, IsUpToStylesFocusAndSubclass)
 {
-    const std::function<void()> reasons[] = {
-        [&] { report.ModifyStyle(RVS_TIPS, 0); },
-        [&] { ::SetFocus(parent); },
-        [&] { report.edits = true, static_cast<CReportCtrl&>(report).BeginEdit(2, 0, 1); },
-        [&] { report.adjustTip = [](_RVITEM& item) { item.text = nullptr; }; },
-        [&] { report.adjustTip = [](_RVITEM& item) { item.text = const_cast<char*>("x"); }; },
+    const auto answer = [this](const char* text) {
+        report.adjustTip = [text](_RVITEM& item) { item.text = const_cast<char*>(text); };
     };
-    for (const auto& reason : reasons)
+    const std::pair<std::function<void()>, std::string> cases[] = {
+        {[&] { report.ModifyStyle(RVS_TIPS, 0); }, "none"},
+        {[&] { ::SetFocus(parent); }, "none"},
+        {[&] { report.edits = true, static_cast<CReportCtrl&>(report).BeginEdit(2, 0, 1); }, "none"},
+        {[&] { answer(nullptr); }, "none"},
+        {[&] { answer("x"); }, "none"},
+        {[&] { answer("another one that is long"); }, "another one that is long"},
+    };
+    for (const auto& [prepare, text] : cases)
     {
         ShowTexts();
-        reason();
+        prepare();
         PointAt(10, 30);
-        EXPECT_FALSE(Shows(true, 3 * kHover)) << &reason - reasons;
-        report.adjustTip = [](_RVITEM&) {};
+        Shows(3 * kHover);
+        EXPECT_EQ(text, Text());
     }
-    ShowTexts();
-    report.adjustTip = [](_RVITEM& item) { item.text = const_cast<char*>("another, and a long one"); };
-    PointAt(10, 30);
-    EXPECT_TRUE(Shows());
-    EXPECT_EQ("another, and a long one", Text());
 }
 
 // What an owner shows is asked for when the pointer comes to another cell, and not for each move.
@@ -285,23 +240,20 @@ TEST_F(ReportTip, AsksTheOwnerOnceForACell)
     report.SetItemCount(10);
     report.UpdateWindow();
     PointAt(10, 30);
-    const int first = asked;
-    for (int x = 11; x < 40; ++x)
-        PointAt(x, 32);
-    EXPECT_EQ(first, asked);
-    ASSERT_TRUE(Shows());
-    const int shown = asked;
-    for (int x = 11; x < 40; ++x)
-        PointAt(x, 33);
-    EXPECT_EQ(shown, asked);
-    text = "what has come in its place, as long";
-    report.RedrawItems(1, RVI_NONE);
-    for (const DWORD begin = ::GetTickCount(); Text() != text && ::GetTickCount() - begin < 1000;)
-        Settle();
-    EXPECT_EQ(text, Text());
-    text = "short";
-    report.RedrawItems(1, RVI_NONE);
-    EXPECT_TRUE(ShowsNone());
+    for (const bool shows : {false, true})
+    {
+        EXPECT_TRUE(!shows || Shows());
+        const int before = asked;
+        for (int x = 11; x < 40; ++x)
+            PointAt(x, 32);
+        EXPECT_EQ(before, asked);
+    }
+    for (const char* other : {"what has come in its place, as long", "short"})
+    {
+        text = other;
+        report.RedrawItems(1, RVI_NONE);
+        EXPECT_TRUE(Comes([&] { return Text() == (text == "short" ? "none" : text); }));
+    }
 }
 
 TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
@@ -315,34 +267,28 @@ TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
         [&] { ::SetFocus(parent); },
         [&] { report.ScrollWindow(SB_VERT, 1); },
         [&] { report.SendMessage(WM_SETFONT, 0, TRUE); },
-        [&] { parent.ShowWindow(SW_HIDE); },
-        [&] { PointAt(10, 70), Shows(true, 3 * kHover); }, // a loop of its own
+        [&] { PointAt(10, 70), Shows(3 * kHover); }, // a loop of its own
     };
     for (const bool isCallback : {false, true})
         for (const auto& act : acts)
         {
             ShowTexts();
-            bool isArmed = false;
-            const auto once = [&] {
-                if (std::exchange(isArmed, false))
-                    act();
-            };
             std::string text = kLong;
+            std::function<void()> once = [] {};
             report.load = [&](_RVITEM& item) -> __int64 {
-                once();
+                std::exchange(once, [] {})();
                 item.mask = RVIM_TEXT;
                 item.text = text.data();
                 return 0;
             };
-            report.adjustTip = [&](_RVITEM&) { once(); };
+            report.adjustTip = [&](_RVITEM&) { std::exchange(once, [] {})(); };
             if (isCallback)
                 report.ModifyStyle(0, RVS_CALLBACK), report.SetItemCount(10), report.UpdateWindow();
-            isArmed = true;
+            bool isDone = false;
+            once = [&] { isDone = true, act(); };
             PointAt(10, 30);
-            const bool shown = Shows(true, 3 * kHover);
-            EXPECT_FALSE(shown && !isCallback) << &act - acts;
-            EXPECT_FALSE(isArmed) << &act - acts;
-            EXPECT_TRUE(report.m_hWnd || !TipWindow());
+            EXPECT_FALSE(Shows(3 * kHover) && !isCallback) << &act - acts;
+            EXPECT_TRUE(isDone && (report.m_hWnd || !TipWindow())) << &act - acts;
             report.adjustTip = [](_RVITEM&) {};
         }
 }
@@ -352,23 +298,19 @@ TEST_F(ReportTip, LeavesNothingBehind)
     ShowTexts();
     PointAt(10, 30);
     ASSERT_TRUE(Shows());
-    const int rounds = 10 * LongRounds();
     int row = 1;
-    ExpectNothingLeft(
-        [&] {
-            row = 3 - row;
-            report.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(10, row * kItemHeight + 10));
-            EXPECT_NE(nullptr, TipWindow());
-        },
-        rounds);
-    ExpectNothingLeft(
-        [this] {
-            ShowTexts();
-            PointAt(10, 30);
-            EXPECT_TRUE(Shows());
-            report.DestroyWindow();
-        },
-        8);
+    const auto showNext = [&] {
+        row = 3 - row;
+        report.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(10, row * kItemHeight + 10));
+        EXPECT_NE(nullptr, TipWindow());
+    };
+    ExpectNothingLeft(showNext, 10 * LongRounds());
+    const auto showFirst = [&] {
+        ShowTexts();
+        PointAt(10, 30);
+        EXPECT_TRUE(Shows());
+    };
+    ExpectNothingLeft(showFirst, 8);
 }
 
 } // namespace

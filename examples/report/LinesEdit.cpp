@@ -83,6 +83,9 @@ void LinesEdit::OnKillFocus(CWnd*)
 
 void LinesEdit::Finish(bool isAccepted)
 {
-    if (const End end = std::exchange(m_end, {}))
-        end(isAccepted, WithLineEnds(QmGetWindowText(m_hWnd), LineEndOf(m_text)));
+    if (!m_end)
+        return; // it has ended, or is about to
+    const End end = std::exchange(m_end, {});
+    if (!end(isAccepted, WithLineEnds(QmGetWindowText(m_hWnd), LineEndOf(m_text))))
+        m_end = end;
 }

@@ -12,9 +12,9 @@
 class LinesEdit : public CEdit
 {
 public:
-    // `end` is told once: whether the text is accepted, and which it is, in UTF-8, with line ends as the
-    // first one of the old text.
-    using End = std::function<void(bool isAccepted, const std::string& text)>;
+    // `end` is told whether the text is accepted, and which it is: in UTF-8, with line ends as the first one
+    // of the old text. It answers false to refuse the text, which then stays in the editor.
+    using End = std::function<bool(bool isAccepted, const std::string& text)>;
     LinesEdit(const std::string& text, End end) : m_text(text), m_end(std::move(end)) {}
 
     // A child of the control, at the rectangle of the cell, and as high as it needs. Returns false, and the

@@ -31,6 +31,9 @@ public:
     void SetText(int item, int subitem, const std::string& text);
     void CheckText(int item, const std::string& text) const { m_coding.Encode(text, m_table->Row(item)); }
 
+    // Has the control show a row as the table has it.
+    void FillItem(int item);
+
     void InsertRow(); // below the focused one
     int DeleteRows(); // that are selected; their number
     bool Undo() { return Show(m_table->Undo()); }
@@ -40,7 +43,6 @@ private:
     bool Show(const std::optional<CsvTable::Change>& change);
     void ShowText(const CsvTable::Change& change);
     void ShowRows(const CsvTable::Change& change);
-    void FillItem(int item);
     void FillItems(const Progress& progress);
     void DefineColumns(const std::vector<std::string>& captions);
     void FitColumns();

@@ -103,9 +103,12 @@ int TableWnd::Ask(const std::string& question, UINT buttons)
 // A text that is refused stays in its editor.
 bool TableWnd::EndEdit()
 {
+    const HWND editor = ::GetFocus();
     m_reason.clear();
     if (IsEditing())
         m_report.SetFocus();
+    if (!m_reason.empty())
+        ::SetFocus(editor);
     return m_reason.empty();
 }
 
@@ -264,11 +267,12 @@ void TableWnd::OnBeginEdit(NMHDR* notification, LRESULT* result)
 HWND TableWnd::EditLines(int item, int subitem, const std::string& text, const CRect& cell)
 {
     auto* const editor = new LinesEdit(text, [=, this](bool isAccepted, const std::string& typed) {
+        if (isAccepted && !TakeText(item, subitem, typed))
+            return false;
         m_report.EndEdit(0, nullptr); // which closes the editor
-        if (isAccepted)
-            TakeText(item, subitem, typed);
         if (IsEditing())
             m_report.SetFocus();
+        return true;
     });
     return editor->Create(m_report, cell) ? editor->m_hWnd : nullptr;
 }
@@ -298,16 +302,21 @@ void TableWnd::OnEndEdit(NMHDR* notification, LRESULT* result)
         TakeText(edit.item, edit.subitem, edit.text);
 }
 
-void TableWnd::TakeText(int item, int subitem, const std::string& text)
+// False for a text that is refused.
+bool TableWnd::TakeText(int item, int subitem, const std::string& text)
 {
     try
     {
         m_view.SetText(item, subitem, text);
         ShowState();
+        return true;
     }
     catch (const std::runtime_error& error)
     {
-        ShowState(error.what());
+        m_view.FillItem(item); // the control may have taken it already
+        m_reason = error.what();
+        ShowState(m_reason);
         ::MessageBeep(MB_ICONWARNING);
+        return false;
     }
 }

@@ -41,7 +41,7 @@ private:
     bool MayLoseChanges();
 
     HWND EditLines(int item, int subitem, const std::string& text, const CRect& cell);
-    void TakeText(int item, int subitem, const std::string& text);
+    bool TakeText(int item, int subitem, const std::string& text);
     int Ask(const std::string& question, UINT buttons);
     bool IsEditing() const;
     void ShowState(const std::string& news = {});

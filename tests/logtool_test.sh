@@ -70,3 +70,12 @@ echo '2026-11-22 10:00:03 INFO three' >live.log
 until grep -q three followed; do sleep 0.05; done
 kill $!
 expect $'one\ntwo\nthree' "$(cat followed)"
+
+# Names in any language, of folders, logs and files; a text is found in UTF-8 and in the code page.
+mkdir 'Größe 日志'
+printf 'gr\xf6\xdfe\nМосква 😀\ngröße\n' >日志.txt
+"$tool" --folder 'Größe 日志' write Журнал 日志.txt
+[[ -e 'Größe 日志/Журнал.LOG' ]]
+expect 2 "$("$tool" --folder 'Größe 日志' cat --grep größe -c | tr -d '\r')"
+expect 'Москва 😀' "$("$tool" --folder 'Größe 日志' cat --log Журнал --grep 'М.*а .$' -E)"
+expect 3 "$("$tool" messages 日志.txt | grep -c .)"

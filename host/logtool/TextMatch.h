@@ -11,8 +11,8 @@
 namespace logtool
 {
 
-// A text, or an expression as PCRE2 has them. Rows and expressions are UTF-8 where they are valid UTF-8, else
-// bytes.
+// A text, or an expression as PCRE2 has them. It and the rows are UTF-8 where they are valid UTF-8, else in
+// the system's code page: the characters are compared.
 class TextMatch
 {
 public:
@@ -20,13 +20,13 @@ public:
     using Case = textmatch::Expression::Case;
 
     // Throws UsageError with the position when the expression is none.
-    TextMatch(const std::string& text, Syntax syntax, Case letterCase);
+    TextMatch(const std::string& given, Syntax syntax, Case letterCase);
 
     // `row` may end with its line end, which does not count to it.
     bool operator()(std::string_view row);
 
     // A text that every matching row contains, for leaving out others quickly; empty when there is none.
-    std::string_view NeededText() const { return m_text; }
+    std::string_view NeededText() const;
 
     // Rows that have cost so much that matching gave up; they were answered with false. An expression such as
     // "(a+)+b" can take years on a row.
@@ -35,6 +35,7 @@ public:
 private:
     std::string m_text; // empty for expressions
     std::unique_ptr<textmatch::Expression> m_expression;
+    std::string m_utf8; // of a row in the code page
     std::size_t m_givenUp = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -229,16 +230,24 @@ IAppDataManager& WindowsAppDataManager()
 
 std::string EnvironmentValue(const char* name)
 {
-    // The length asked for may be out of date when another thread changes the variable meanwhile.
-    std::string value;
-    for (;;)
+    // The narrow call may tell the length of another encoding. The length asked for may be out of date when
+    // another thread changes the variable meanwhile.
+    const std::wstring wideName(name, name + std::strlen(name));
+    std::wstring wide;
+    for (bool fits = false; !fits;)
     {
-        const DWORD length = ::GetEnvironmentVariableA(name, value.data(), static_cast<DWORD>(value.size()));
-        const bool fits = length == 0 || length < value.size();
-        value.resize(length);
-        if (fits)
-            return value;
+        const DWORD length =
+            ::GetEnvironmentVariableW(wideName.c_str(), wide.data(), static_cast<DWORD>(wide.size()));
+        fits = length == 0 || length < wide.size();
+        wide.resize(length);
     }
+    const int units = static_cast<int>(wide.size());
+    std::string value(static_cast<std::size_t>(
+                          ::WideCharToMultiByte(CP_ACP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr)),
+                      '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), units, value.data(), static_cast<int>(value.size()),
+                          nullptr, nullptr);
+    return value;
 }
 
 std::optional<std::string> ReadProfileText(const char* section, const char* key)

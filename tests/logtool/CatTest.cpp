@@ -99,7 +99,9 @@ TEST_F(LogtoolTest, FindsTextsAndExpressions)
         {"cat --grep (A+B) -i", plain},
         {"cat --grep Plain", "exit 1"},
         {"cat --grep GR -i", utf8 + latin},
-        {"cat --grep gr\xC3\x96 -i", utf8},
+        {"cat --grep gr\xC3\x96 -i", utf8 + latin},
+        {"cat --grep gr\xC3\xB6", latin},
+        {"cat --grep Gr\xF6", utf8},
         {"cat --grep gr..e -E -i", utf8 + latin}, // a character is what it is in its row
         {"cat --grep ^gr..e -E", latin},
         {"cat --grep \\)$ -E", plain},
@@ -108,8 +110,8 @@ TEST_F(LogtoolTest, FindsTextsAndExpressions)
         {"cat --grep a -v -c", "2\n"},
         {"cat --grep 'b{2}' -E -c", "0\nexit 1"},
         {"cat --kind 2 -c", "0\n"},
-        {"cat --grep \xDF", latin}, // no UTF-8
-        {"cat --grep .\xDF -E", latin},
+        {"cat --grep \xDF", utf8 + latin}, // no UTF-8
+        {"cat --grep .\xDF -E", utf8 + latin},
         {"cat --grep a( -E", "logtool: --grep: 'a(', at character 3: missing closing parenthesis\nexit 2"},
         {"cat -c -v", "logtool: -v: says how to --grep, which is missing\nexit 2"},
     };

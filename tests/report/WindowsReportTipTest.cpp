@@ -86,7 +86,7 @@ TEST_F(ReportTip, LooksAsTheCell)
         {RVS_TREE, [&] { report.SetTreeSubItem(report.GetItemHandle(1), 1); }, kTextX + kItemHeight, plain},
         {0, [&] { report.SetItemCheck(1, 0, 1); }, kTextX + 8 + 6, plain},
         {0, [&] { report.SetItemText(1, 0, "gr\xFC\xDF, and all the rest"); }, kTextX, plain},
-        {0, [&] { report.SetItemText(1, 0, "first\nsecond line"); }, kTextX, plain},
+        {0, [&] { report.SetItemText(1, 0, "a first line\nsecond"); }, kTextX, plain},
     };
     for (const auto& each : cases)
     {
@@ -109,7 +109,7 @@ TEST_F(ReportTip, LooksAsTheCell)
         ReportPicture tip;
         tip.Take(TipWindow());
         int different = 0;
-        for (int x = 0; x < 12; ++x)
+        for (int x = 0; x < 30; ++x)
             for (int y = kBorderY; y < kItemHeight - 5; ++y)
                 different += cell.At(each.x + x, place.top + y) != tip.At(kBorderX + x, y);
         EXPECT_EQ(0, different) << &each - cases;
@@ -267,6 +267,7 @@ TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
         [&] { ::SetFocus(parent); },
         [&] { report.ScrollWindow(SB_VERT, 1); },
         [&] { report.SendMessage(WM_SETFONT, 0, TRUE); },
+        [&] { ::SetCapture(parent); },
         [&] { PointAt(10, 70), Shows(3 * kHover); }, // a loop of its own
     };
     for (const bool isCallback : {false, true})
@@ -290,6 +291,7 @@ TEST_F(ReportTip, BearsWhatTheOwnerDoesMeanwhile)
             EXPECT_FALSE(Shows(3 * kHover) && !isCallback) << &act - acts;
             EXPECT_TRUE(isDone && (report.m_hWnd || !TipWindow())) << &act - acts;
             report.adjustTip = [](_RVITEM&) {};
+            ::ReleaseCapture();
         }
 }
 

@@ -88,7 +88,7 @@ static_assert(sizeof(void*) != 8 || sizeof(_NMRVITEMEDIT) == 80);
 // RVN_CHECKITEMEDIT: whether `text` may become the text of the cell. A non-zero answer refuses it: the editor
 // stays open, and shows `reason` if the parent has put a text there, which stays valid until the next
 // message. If the cell moves or goes, the edit is cancelled.
-struct _NMRVEDITCHECK
+struct NMRVEDITCHECK
 {
     NMHDR hdr;
     int item;
@@ -96,7 +96,7 @@ struct _NMRVEDITCHECK
     const char* text;
     const char* reason; // null at first
 };
-static_assert(sizeof(void*) != 8 || sizeof(_NMRVEDITCHECK) == 48);
+static_assert(sizeof(void*) != 8 || sizeof(NMRVEDITCHECK) == 48);
 
 // RVN_ITEMDRAW: an owner-drawn cell is about to be painted in `rect`; after a non-zero answer the control
 // draws nothing there. RVN_ITEMDRAWPREVIEW: a preview is about to be painted in `rect`, which is below its

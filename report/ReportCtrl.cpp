@@ -120,7 +120,8 @@ BOOL CReportCtrl::CreateCommon()
     SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->window.hasFaceBackground = (GetStyle() & RVS_FACEBACKGROUND) != 0;
-    EnableWindow(TRUE); // the same bit has made a disabled window
+    EnableWindow(TRUE);                    // the same bit has made a disabled window
+    CWnd::ModifyStyle(0, WS_CLIPCHILDREN); // or a paint would hide the editor
     m_data->UseStyle(GetStyle());
     m_data->painting.dirty.Painted();
     m_data->bars.Forget();

@@ -65,8 +65,7 @@ Progress ReportWnd::ShowProgress(const std::string& path)
 
 int ReportWnd::OnCreate(LPCREATESTRUCT)
 {
-    const DWORD style =
-        WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | RVS_KEEPSELECTION | RVS_DRAGCOLUMNS | RVS_TIPS;
+    const DWORD style = WS_CHILD | WS_VISIBLE | RVS_KEEPSELECTION | RVS_DRAGCOLUMNS | RVS_TIPS;
     if (!m_report.Create(style, CRect(), this, kReportId) ||
         !m_hiddenList.Create(WS_CHILD | WS_BORDER | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, CRect(), this,
                              kHiddenListId) ||

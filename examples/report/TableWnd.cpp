@@ -279,7 +279,7 @@ HWND TableWnd::EditLines(int item, int subitem, const std::string& text, const C
 
 void TableWnd::OnCheckEdit(NMHDR* notification, LRESULT* result)
 {
-    auto& check = *reinterpret_cast<_NMRVEDITCHECK*>(notification);
+    auto& check = *reinterpret_cast<NMRVEDITCHECK*>(notification);
     try
     {
         m_view.CheckText(check.item, check.text);

@@ -134,6 +134,7 @@ bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const rep
     else
     {
         ::SendMessage(report::TextField(editor), EM_SETLIMITTEXT, kMaxText, 0);
+        GrowEditor();
         Prime(editor, primer);
     }
     if (edit.editor && edit.isOwn && primer.character != 0)

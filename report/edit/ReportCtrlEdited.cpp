@@ -60,8 +60,18 @@ void CReportCtrl::Data::GrowEditor()
     ::GetWindowRect(edit.editor, rect);
     control.ScreenToClient(rect);
     const int right = report::GrownRight(ToRect(rect), size.cx, view.report.right);
+    if (right == rect.right)
+        return;
     ::SetWindowPos(edit.editor, nullptr, 0, 0, right - rect.left, rect.Height(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // What had no room has been scrolled out of sight at the left, and stays so.
+    DWORD begin = 0;
+    DWORD end = 0;
+    ::SendMessage(edit.editor, EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    ::SendMessage(edit.editor, EM_SETSEL, 0, 0);
+    ::SendMessage(edit.editor, EM_SCROLLCARET, 0, 0);
+    ::SendMessage(edit.editor, EM_SETSEL, begin, static_cast<LPARAM>(end));
+    ::SendMessage(edit.editor, EM_SCROLLCARET, 0, 0);
 }
 
 // A parent may destroy its editor without a word.
@@ -148,7 +158,7 @@ bool CReportCtrl::Data::IsRefused(const char* text)
     if (!(properties.editing & RVED_CHECK) || edit.shown == text)
         return false;
     const HWND editor = edit.editor;
-    _NMRVEDITCHECK check = {};
+    NMRVEDITCHECK check = {};
     FillHeader(check.hdr, RVN_CHECKITEMEDIT);
     check.item = edit.item;
     check.subitem = edit.subitem;

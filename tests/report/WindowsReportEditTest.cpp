@@ -370,7 +370,7 @@ TEST_F(ReportEdit, ARefusedTextStaysInItsEditor)
     ShowCells();
     report.ModifyProperty(RVP_EDITING, RVED_CHECK);
     act = [](NMHDR& note) -> LRESULT {
-        auto& check = reinterpret_cast<_NMRVEDITCHECK&>(note);
+        auto& check = reinterpret_cast<NMRVEDITCHECK&>(note);
         if (note.code != RVN_CHECKITEMEDIT || *check.text != 'x')
             return 0;
         check.reason = "no x here";
@@ -436,8 +436,17 @@ TEST_F(ReportEdit, TellsOfEachChangeOfItsText)
         return rect.right - rect.left;
     };
     const int before = width();
-    QmSetWindowText(Editor(), "eleven more");
+    QmSetWindowText(Editor(), "");
+    for (const char character : std::string("eleven more"))
+        Post(Editor(), WM_CHAR, static_cast<WPARAM>(character));
     EXPECT_LT(before, width());
+    const auto begin = static_cast<short>(LOWORD(::SendMessage(Editor(), EM_POSFROMCHAR, 0, 0)));
+    EXPECT_LE(0, begin) << "what was scrolled out of sight is seen again";
+    const CClientDC dc(&report);
+    CRect place;
+    ::GetWindowRect(Editor(), place);
+    report.ScreenToClient(place);
+    EXPECT_FALSE(::PtVisible(dc, place.left + 1, place.top + 1)) << "no paint hides it";
     QmSetWindowText(Editor(), std::string(1000, 'w'));
     EXPECT_EQ(300 - 6, width()) << "up to the edge";
 }

@@ -23,7 +23,8 @@ struct EditState
     bool isTyping = false; // a character may be about to start an edit
     bool isEnding = false; // the parent is being told
     bool isSettingText = false;
-    bool isRefused = false; // what is in the editor, and the parent has said so
+    bool isRefused = false; // what is in the editor, and the user does not see why yet
+    std::string reason;
 };
 
 // Where an edit goes on once the window has the focus again.

@@ -152,7 +152,7 @@ void CReportCtrl::Data::EndOwn(UINT key, const char* text, EditEnd why)
         control.EndEdit(record.key != RVEK_ESCAPE, &record);
 }
 
-// What the parent says of a text. Its reason is shown if it refuses.
+// What the parent says of a text.
 bool CReportCtrl::Data::IsRefused(const char* text)
 {
     if (!(properties.editing & RVED_CHECK) || edit.shown == text)
@@ -165,7 +165,7 @@ bool CReportCtrl::Data::IsRefused(const char* text)
     check.text = text;
     const LRESULT isRefused = control.Notify(reinterpret_cast<_NMREPORTVIEW*>(&check));
     if (isRefused && edit.editor == editor)
-        reasonTip.Show(editor, check.reason ? check.reason : "");
+        edit.reason = check.reason ? check.reason : "";
     return isRefused != 0;
 }
 
@@ -212,7 +212,11 @@ void CReportCtrl::Data::CheckEditor()
     if (!cell || cell->rect != edit.rect)
         FinishEdit(EditEnd::Moved);
     else if (std::exchange(edit.isRefused, false) && ::GetActiveWindow() == ::GetAncestor(control, GA_ROOT))
+    {
         ::SetFocus(report::TextField(edit.editor));
+        if (IsEditing()) // shown before, it would lie below a window that comes to the front
+            reasonTip.Show(edit.editor, edit.reason);
+    }
 }
 
 // To the next cell that lets itself be edited, in this row or the next one; or to the one below, edited or

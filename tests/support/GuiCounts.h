@@ -1,6 +1,7 @@
 // How many drawing objects and windows this process holds, for tests that nothing is left behind.
 #pragma once
 
+#include <malloc.h>
 #include <windows.h>
 
 #include <cstddef>
@@ -33,6 +34,19 @@ inline int GdiObjectCount()
 {
     int count = 0;
     ForEachGdiObject([&count](HGDIOBJ) { ++count; });
+    return count;
+}
+
+// The blocks of memory from the run-time's heap, which all modules share.
+inline int HeapBlockCount()
+{
+    int count = 0;
+    const auto heap = reinterpret_cast<HANDLE>(::_get_heap_handle());
+    PROCESS_HEAP_ENTRY entry = {};
+    ::HeapLock(heap);
+    while (::HeapWalk(heap, &entry))
+        count += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
+    ::HeapUnlock(heap);
     return count;
 }
 

@@ -1,8 +1,10 @@
 // For tests that nothing is left behind.
 #pragma once
 
+#include "afxwin.h"
 #include "tests/support/GuiCounts.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
@@ -12,16 +14,24 @@ inline int LongRounds()
     return std::getenv("QM_TEST_LONG") ? 1000 : 20;
 }
 
-// Calls `act` again and again; the test fails if that leaves drawing objects or windows. The first rounds may
-// make what is kept for all.
+// Calls `act` again and again; the test fails if that leaves drawing objects, windows or blocks of memory.
+// The first rounds may make what is kept for all.
 template <typename Act> void ExpectNothingLeft(Act act, int rounds = 30)
 {
-    for (int round = 0; round < 3; ++round)
-        act();
+    const auto run = [&act](int times) {
+        for (int round = 0; round < times; ++round)
+            act();
+        CWnd::DeleteTempMap(); // as the framework does when it is idle
+        CDC::DeleteTempMap();
+        CGdiObject::DeleteTempMap();
+        CMenu::DeleteTempMap();
+    };
+    run(3);
     const int objects = GdiObjectCount();
     const int windows = WindowCount();
-    for (int round = 3; round < rounds; ++round)
-        act();
+    const int blocks = HeapBlockCount();
+    run(rounds - 3);
     EXPECT_EQ(objects, GdiObjectCount());
     EXPECT_EQ(windows, WindowCount());
+    EXPECT_LT(HeapBlockCount() - blocks, std::max(10, rounds / 4)) << "blocks of memory, of " << blocks;
 }

@@ -2,6 +2,7 @@
 
 #include "logreport/OwnDialog.h"
 #include "qmcommon/QmClipboard.h"
+#include "qmcommon/QmWindowText.h"
 #include "resources/qmlog_resource.h"
 #include "vkgrafic/Display.h"
 #include "zemacore/AppDataManager.h"
@@ -189,24 +190,17 @@ void CQmLogDlgEdit::MakeBodyFont()
 void CQmLogDlgEdit::ShowMessage(Place place)
 {
     for (const MessageField& field : kMessageFields)
-        SetFieldText(field.field, m_message.Text(field.kind));
+        QmSetWindowText(::GetDlgItem(m_hWnd, field.field), m_message.Text(field.kind));
     SetBody(place);
     SetDlgItemText(IDC_NOTICE, m_message.IsInView() ? "" : "No longer in the view");
     ShowIcon();
     ShowSteps();
 }
 
-void CQmLogDlgEdit::SetFieldText(int id, const std::string& text)
-{
-    ZEMA::WideString wide;
-    ZEMA::ToWide(text.data(), text.size(), wide);
-    ::SetWindowTextW(::GetDlgItem(m_hWnd, id), wide.c_str());
-}
-
 void CQmLogDlgEdit::SetBody(Place place)
 {
     const LRESULT line = SendDlgItemMessage(IDC_BODY, EM_GETFIRSTVISIBLELINE);
-    SetFieldText(IDC_BODY, m_message.Text(kLogMsgBody));
+    QmSetWindowText(::GetDlgItem(m_hWnd, IDC_BODY), m_message.Text(kLogMsgBody));
     if (place == Place::Kept)
         SendDlgItemMessage(IDC_BODY, EM_LINESCROLL, 0, line);
 }

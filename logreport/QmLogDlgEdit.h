@@ -62,7 +62,6 @@ private:
     void ShowMessage(Place place);
     void ShowIcon();
     void ShowSteps();
-    void SetFieldText(int id, const std::string& text);
     void SetBody(Place place);
     void WrapBody(bool wrap);
     bool BodyScrolls() const;

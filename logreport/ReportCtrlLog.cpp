@@ -4,6 +4,7 @@
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/MsgCells.h"
 #include "qmcommon/QmCommandMenu.h"
+#include "zemacore/Flagged.h"
 
 #include <algorithm>
 #include <array>
@@ -42,20 +43,6 @@ constexpr std::array<ILogMsgDataKind, 3> kFirstColumns = {kLogMsgTimestamp, kLog
 
 CReportCtrlLog* currentControl = nullptr;
 bool isTakingOver = false; // some control is: deliberately one for the process
-
-// Sets a flag for a while.
-class Flagged
-{
-public:
-    explicit Flagged(bool& flag) : m_flag(flag), m_before(flag) { flag = true; }
-    ~Flagged() { m_flag = m_before; }
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
-
-private:
-    bool& m_flag;
-    bool m_before;
-};
 
 } // namespace
 
@@ -175,7 +162,7 @@ std::int32_t CReportCtrlLog::GetMaxLogSize()
 void CReportCtrlLog::AddMsg(std::uint32_t id, ILogMsgData* message)
 {
     {
-        const Flagged busy(m_data->source.isBusy);
+        const ZEMA::Flagged busy(m_data->source.isBusy);
         if (m_data->attached)
             m_data->attached->AddMsg(id, message);
         m_data->range.Announce(id);
@@ -195,7 +182,7 @@ void CReportCtrlLog::MakeList()
     ILogMsgService* const service = m_data->source.service;
     if (!service || m_data->source.list || m_data->source.isMakingList)
         return;
-    const Flagged making(m_data->source.isMakingList);
+    const ZEMA::Flagged making(m_data->source.isMakingList);
     std::shared_ptr<ILogMsgList> list(service->CreateMsgList(kListRoom, 0));
     if (service == m_data->source.service)
         m_data->source.list = std::move(list);
@@ -203,7 +190,7 @@ void CReportCtrlLog::MakeList()
 
 void CReportCtrlLog::SetMsgIdRange(std::uint32_t first, std::uint32_t last)
 {
-    const Flagged busy(m_data->source.isBusy);
+    const ZEMA::Flagged busy(m_data->source.isBusy);
     if (m_data->attached)
         m_data->attached->SetMsgIdRange(first, last);
     m_data->range.Announce(last);
@@ -250,7 +237,7 @@ void CReportCtrlLog::TakeOver()
 {
     if (isTakingOver || !m_hWnd)
         return;
-    const Flagged takingOver(isTakingOver);
+    const ZEMA::Flagged takingOver(isTakingOver);
     const std::optional<int> rows = m_data->range.Tick();
     if (!rows)
         return;

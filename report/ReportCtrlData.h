@@ -20,6 +20,7 @@
 #include "report/model/ScrollPosition.h"
 #include "report/sort/Sorting.h"
 #include "report/tip/ReportTip.h"
+#include "zemacore/Flagged.h"
 
 #include <functional>
 #include <string>
@@ -49,19 +50,6 @@ struct WindowState
     NMHDR* asking = nullptr;   // who asks in a callback, kept for the operation at work
     int questions = 0;         // that the owner is answering, one within the other
     CArray<int, int> rowArray; // the copy that GetItemRowArray hands out
-};
-
-// Sets a flag for as long as it lives.
-class Flagged
-{
-public:
-    explicit Flagged(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Flagged() { m_flag = false; }
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
-
-private:
-    bool& m_flag;
 };
 
 // The timer scrolls while the mouse is outside.

@@ -86,7 +86,7 @@ void CReportCtrl::DrawCtrl(CDC* dc)
     if (clip.IsRectEmpty() || m_data->painting.isDrawing)
         return;
     Data::Painter painter(*m_data);
-    const report::Flagged drawing(m_data->painting.isDrawing);
+    const ZEMA::Flagged drawing(m_data->painting.isDrawing);
     DrawBkgnd(dc, clip, painter.PlainColor());
     const int pens[] = {PS_DOT, PS_DASH, PS_SOLID};
     const CPen grid(pens[m_data->properties.gridStyle], 1, GetSystemColor(RVSC_GRID));

@@ -189,7 +189,7 @@ void CReportCtrl::OnChar(UINT key, UINT, UINT)
         ::SendMessageW(report::TextField(m_data->edit.editor), WM_CHAR, key, 0);
         return;
     }
-    const report::Flagged typing(m_data->edit.isTyping);
+    const ZEMA::Flagged typing(m_data->edit.isTyping);
     Data::InputPort port(*m_data);
     Data::KeysPort keys(*m_data);
     report::ExtraKeys extra(m_data->extraKeys, m_data->rows.selection, port, keys);

@@ -4,8 +4,7 @@
 
 std::optional<CReportCtrl::Data::EditedCell> CReportCtrl::Data::FindEdited(int row, int column)
 {
-    const bool isFixed = row == RVI_DEFAULT && (style & RVS_FIXEDROW) != 0;
-    if (column < 0 || row >= rows.Count() || (row < 0 && !isFixed))
+    if (!report::IsPlaceToEdit(row, column, rows.Count(), style))
         return {};
     Snapshot snapshot(*this);
     const std::optional<report::ShownRow> shown = snapshot.geometry.FindRow(row);

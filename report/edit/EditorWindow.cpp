@@ -10,12 +10,18 @@ namespace report
 {
 
 constexpr char kCellSeparator = 7;
+constexpr std::size_t kMaxText = 65535; // bytes of a cell's text
 
 std::string EditorText(HWND editor)
 {
     std::string text = QmGetWindowText(editor);
     std::erase(text, kCellSeparator);
-    return text;
+    if (text.size() <= kMaxText)
+        return text;
+    std::size_t end = kMaxText;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
+        --end;
+    return text.substr(0, end);
 }
 
 HWND TextField(HWND editor)

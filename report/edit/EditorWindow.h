@@ -9,7 +9,7 @@ namespace report
 constexpr UINT kEditorId = 1;   // of the control's child windows
 extern const UINT kEditMessage; // that the control sends itself
 
-// Without the byte that separates encoded cells, which is none of their texts; as UTF-8.
+// What a cell can keep of the text, in UTF-8: no more bytes, and not the one that separates encoded cells.
 std::string EditorText(HWND editor);
 
 // The field of a combo box; any other editor is its own.

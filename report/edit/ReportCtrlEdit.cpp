@@ -41,7 +41,7 @@ void CReportCtrl::Data::ShowEdited(int row, int column)
     read.item = rows.ItemAt(row);
     read.subitem = control.GetSubItemFromColumn(column);
     read.mask = RVIM_STATE;
-    if (!control.GetItem(&read) || (read.state & RVIS_READONLY) != 0)
+    if (!control.GetItem(&read) || !report::MayEdit(read.state))
         return;
     ShowRow(row);
     const std::optional<EditedCell> cell = FindEdited(row, column);
@@ -60,7 +60,7 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
         return 0;
     m_data->ShowEdited(row, column);
     const std::optional<Data::EditedCell> cell = m_data->FindEdited(row, column);
-    if (!cell || (cell->record.state & RVIS_READONLY) != 0)
+    if (!cell || !report::MayEdit(cell->record.state))
         return 0;
 
     _NMRVITEMEDIT record = {};

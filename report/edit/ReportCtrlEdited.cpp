@@ -18,7 +18,7 @@ void CReportCtrl::OnEditorChange()
     const HWND editor = m_data->edit.editor;
     if (!m_data->IsEditing() || !m_data->edit.isOwn || m_data->edit.isSettingText)
         return;
-    const report::Flagged setting(m_data->edit.isSettingText);
+    const ZEMA::Flagged setting(m_data->edit.isSettingText);
     const std::string text = report::EditorText(editor);
     _NMRVITEMEDIT record = {};
     m_data->FillHeader(record.hdr, RVN_EDITTEXT);

@@ -1,5 +1,6 @@
 #include "report/model/Editing.h"
 
+#include "ReportItem.h"
 #include "ReportStyle.h"
 #include "report/model/Input.h"
 
@@ -7,6 +8,17 @@
 
 namespace report
 {
+
+bool IsPlaceToEdit(int row, int column, int rows, std::uint32_t style)
+{
+    const bool isRow = row == kFixedRow ? (style & RVS_FIXEDROW) != 0 : row >= 0 && row < rows;
+    return isRow && column >= 0;
+}
+
+bool MayEdit(std::uint32_t state)
+{
+    return (state & RVIS_READONLY) == 0;
+}
 
 std::optional<Rect> EditorRect(const CellLayout& layout, const ShownCell& cell, const CellContents& contents)
 {

@@ -7,6 +7,11 @@
 namespace report
 {
 
+// Whether an edit can begin on a row (RVI_*) and column, with the control's style (RVS_*), and on an item
+// with this state (RVIS_*).
+bool IsPlaceToEdit(int row, int column, int rows, std::uint32_t style);
+bool MayEdit(std::uint32_t state);
+
 // Where the text of a cell is edited, and where a tip shows it: where it is painted, a little lower, as
 // editors have their text. None if the cell is too narrow for it.
 std::optional<Rect> EditorRect(const CellLayout& layout, const ShownCell& cell, const CellContents& contents);

@@ -64,7 +64,7 @@ void CReportCtrl::Data::FollowPointer(CPoint point)
     _RVHITTESTINFO hit = {};
     hit.pt = point;
     {
-        const report::Flagged asking(tip.isAsking);
+        const ZEMA::Flagged asking(tip.isAsking);
         control.HitTest(&hit);
     }
     if (!control.m_hWnd)
@@ -112,7 +112,7 @@ void CReportCtrl::Data::LookAtTip()
 void CReportCtrl::Data::ShowTip()
 {
     const report::TipCell cell = *tip.hover.Cell();
-    const report::Flagged asking(tip.isAsking);
+    const ZEMA::Flagged asking(tip.isAsking);
     std::optional<EditedCell> found = FindEdited(cell.row, cell.column);
     bool shows = false;
     if (found && found->editor && control.m_hWnd)

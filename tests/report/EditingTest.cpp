@@ -1,5 +1,7 @@
 // Where editors stand and what they begin with, against tables.
 #include "report/model/Editing.h"
+#include "ReportItem.h"
+#include "ReportStyle.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +12,23 @@ namespace
 {
 
 using namespace report;
+
+TEST(Editing, BeginsOnCellsThatAreThere)
+{
+    // The row of 3, the column, the style; the state of an item.
+    const std::tuple<int, int, std::uint32_t, bool> places[] = {{0, 0, 0, true},
+                                                                {2, 5, 0, true},
+                                                                {3, 0, RVS_FIXEDROW, false},
+                                                                {0, -1, RVS_FIXEDROW, false},
+                                                                {-1, 0, 0, false},
+                                                                {-2, 0, RVS_FIXEDROW, false},
+                                                                {-1, 0, RVS_FIXEDROW, true},
+                                                                {-1, -1, RVS_FIXEDROW, false}};
+    for (const auto& [row, column, style, expected] : places)
+        EXPECT_EQ(expected, IsPlaceToEdit(row, column, 3, style)) << row << ' ' << column;
+    EXPECT_TRUE(MayEdit(RVIS_BOLD | RVIS_FOCUSED));
+    EXPECT_FALSE(MayEdit(RVIS_BOLD | RVIS_READONLY));
+}
 
 TEST(Editing, StandsWhereTheTextIs)
 {

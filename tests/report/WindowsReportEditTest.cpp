@@ -449,6 +449,12 @@ TEST_F(ReportEdit, TellsOfEachChangeOfItsText)
     EXPECT_FALSE(::PtVisible(dc, place.left + 1, place.top + 1)) << "no paint hides it";
     QmSetWindowText(Editor(), std::string(1000, 'w'));
     EXPECT_EQ(300 - 6, width()) << "up to the edge";
+    std::string longText;
+    while (longText.size() < 65536)
+        longText += "\xE6\x97\xA5";
+    QmSetWindowText(Editor(), "x" + longText);
+    Post(Editor(), WM_KEYDOWN, VK_RETURN);
+    EXPECT_EQ("x" + longText.substr(0, 65532), Cell(1)) << "no part of a character";
 }
 
 TEST_F(ReportEdit, ChoosesFromAList)

@@ -451,7 +451,7 @@ public:
     virtual int BeginEdit(int row, int column, unsigned int key);
 
     // Ends the edit, which the parent does for its own editor. With `update` the text of `info`, or without
-    // it that of the editor, becomes the cell's, unless the cell is not what it was; with RVS_CALLBACK
+    // it that of the editor, becomes the cell's, unless the user has not changed it; with RVS_CALLBACK
     // nothing is written. The editor is closed by a message that is posted.
     virtual void EndEdit(int update, _NMRVITEMEDIT* info);
 

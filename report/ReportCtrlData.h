@@ -105,6 +105,7 @@ struct CReportCtrl::Data : report::Overrides, report::RowsListener
     report::NextEdit nextEdit;
     report::ReasonTip reasonTip;
     bool isEditMessagePosted = false;
+    unsigned renumbered = 0; // how often items or subitems were
     report::TipState tip;
     report::ExtraKeysState extraKeys;
 

@@ -18,8 +18,7 @@ struct EditState
     int item = RVI_NONE;
     int subitem = -1;
     CRect rect;            // of the cell
-    std::string text;      // as it was
-    std::string shown;     // as the editor had it first
+    std::string shown;     // as it was, or as the editor had it first
     bool isTyping = false; // a character may be about to start an edit
     bool isEnding = false; // the parent is being told
     bool isSettingText = false;

@@ -59,7 +59,7 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     if (!m_hWnd || !m_data->FinishEdit(Data::EditEnd::Wanted))
         return 0;
     m_data->ShowEdited(row, column);
-    const std::optional<Data::EditedCell> cell = m_data->FindEdited(row, column);
+    std::optional<Data::EditedCell> cell = m_data->FindEdited(row, column);
     if (!cell || !report::MayEdit(cell->record.state))
         return 0;
 
@@ -71,6 +71,7 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     record.key = key;
     record.text = cell->hasText ? cell->text.c_str() : nullptr;
     record.extra = cell->record.extra;
+    const unsigned renumbered = m_data->renumbered;
     const LRESULT isTaken = Notify(reinterpret_cast<_NMREPORTVIEW*>(&record));
     if (!m_hWnd)
         return 0;
@@ -78,9 +79,11 @@ int CReportCtrl::BeginEdit(int row, int column, unsigned int key)
     if (!isTaken)
     {
         // The parent may have changed what it was asked about.
-        const std::optional<Data::EditedCell> again = m_data->FindEdited(row, column);
-        if (again && again->record.item == cell->record.item && again->text == cell->text && again->hasText)
-            editor = m_data->MakeEditor(*again);
+        cell = m_data->FindEdited(row, column);
+        const bool isSame =
+            cell && cell->record.item == record.item && cell->record.subitem == record.subitem;
+        if (isSame && cell->hasText && renumbered == m_data->renumbered)
+            editor = m_data->MakeEditor(*cell);
     }
     report::Primer primer = report::PrimerOf(key, isTyped);
     if (!isTyped)
@@ -127,7 +130,6 @@ bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const rep
     edit.item = cell.record.item;
     edit.subitem = cell.record.subitem;
     edit.rect = cell.rect;
-    edit.text = cell.text;
     edit.shown = edit.isOwn ? report::EditorText(editor) : cell.text;
     if (!edit.isOwn)
         ::SetFocus(editor);

@@ -92,8 +92,7 @@ void CReportCtrl::EndEdit(int update, _NMRVITEMEDIT* info)
     {
         const std::string text = info ? "" : report::EditorText(edit.editor);
         const char* const wanted = info ? info->text : text.c_str();
-        const bool isSameCell = edit.text == GetItemText(edit.item, edit.subitem).c_str(); // as it was
-        if (wanted && edit.shown != wanted && isSameCell)
+        if (wanted && edit.shown != wanted)
             SetItemText(edit.item, edit.subitem, wanted);
     }
     if (::IsWindow(edit.editor))
@@ -171,6 +170,8 @@ bool CReportCtrl::Data::IsRefused(const char* text)
 
 bool CReportCtrl::Data::FinishEdit(EditEnd why)
 {
+    if (why == EditEnd::Renumbered)
+        ++renumbered;
     if (!IsEditing() || (edit.isEnding && why != EditEnd::Renumbered))
         return true;
     const HWND editor = edit.editor;

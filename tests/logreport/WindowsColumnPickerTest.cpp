@@ -2,6 +2,7 @@
 #include "ReportHeaderCtrl.h"
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
+#include "tests/support/Keys.h"
 #include "tests/support/NothingLeft.h"
 
 namespace
@@ -43,17 +44,10 @@ protected:
         return columns;
     }
 
-    static void Pump()
-    {
-        MSG next = {};
-        while (::PeekMessage(&next, nullptr, 0, 0, PM_REMOVE))
-            if (!CWnd::WalkPreTranslateTree(nullptr, &next))
-                ::DispatchMessage(&next);
-    }
     static void Press(WPARAM key)
     {
         ::PostMessage(List(), WM_KEYDOWN, key, 1);
-        Pump();
+        PumpMessages();
     }
 
     // The mouse at a point of a window.
@@ -66,7 +60,7 @@ protected:
         input.mi.dy = (point.y * 65536 + 32768) / ::GetSystemMetrics(SM_CYSCREEN);
         input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | flags;
         EXPECT_EQ(1u, ::SendInput(1, &input, sizeof(input)));
-        Pump();
+        PumpMessages();
     }
 };
 
@@ -124,7 +118,7 @@ TEST_F(ColumnPicker, IsOneForTheProcess)
         EXPECT_EQ(picker, Picker());
         EXPECT_EQ("0 1 | 2 3 4 5 6 7 8 9 10 11 12", Columns(viewer)) << "it stays with the first";
         ::SendMessage(picker, WM_CLOSE, 0, 0);
-        Pump();
+        PumpMessages();
         EXPECT_FALSE(::IsWindowVisible(picker));
         viewer.DestroyWindow();
         EXPECT_FALSE(::IsWindow(picker));

@@ -1,7 +1,7 @@
 // What the message viewer's commands do with the selected messages.
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
-#include "zemacore/WideText.h"
+#include "tests/support/Keys.h"
 
 #include <fstream>
 #include <sstream>
@@ -49,24 +49,7 @@ protected:
 
     static std::ptrdiff_t Tabs(const std::string& text) { return std::count(text.begin(), text.end(), '\t'); }
 
-    std::string Clipboard(UINT format)
-    {
-        std::string text = "nothing";
-        if (!::OpenClipboard(viewer))
-            return "closed";
-        if (const HANDLE data = ::GetClipboardData(format))
-        {
-            const void* const bytes = ::GlobalLock(data);
-            if (format == CF_UNICODETEXT)
-                ZEMA::FromWide(static_cast<const wchar_t*>(bytes),
-                               std::wcslen(static_cast<const wchar_t*>(bytes)), text);
-            else
-                text = static_cast<const char*>(bytes);
-            ::GlobalUnlock(data);
-        }
-        ::CloseClipboard();
-        return text;
-    }
+    std::string Clipboard(UINT format) { return ClipboardText(viewer, format); }
 
     ActedService acted;
     std::string path;

@@ -1,6 +1,7 @@
 // Finding in the message viewer, by keys and by the controls of its window.
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
+#include "tests/support/Keys.h"
 #include "tests/support/NothingLeft.h"
 
 namespace
@@ -52,7 +53,7 @@ protected:
     // As a program's message loop would.
     static void Key(HWND to, WPARAM key)
     {
-        MSG message = {to, WM_KEYDOWN, key, 1, 0, {}};
+        MSG message = KeyMessage(to, key);
         if (!CWnd::WalkPreTranslateTree(nullptr, &message))
             ::SendMessage(to, WM_KEYDOWN, key, 1);
     }
@@ -145,12 +146,8 @@ TEST_F(LogFind, GoesFromMessageToMessage)
     EXPECT_EQ("0 0 0 ", Arrived()) << "in the same case, as before";
     Key(viewer, VK_F3);
     EXPECT_EQ("3 3 3 ", Arrived());
-    BYTE keys[256] = {};
-    keys[VK_SHIFT] = 0x80;
-    ::SetKeyboardState(keys);
+    const HeldKey shift(VK_SHIFT);
     Key(viewer, VK_F3);
-    keys[VK_SHIFT] = 0;
-    ::SetKeyboardState(keys);
     EXPECT_EQ("0 0 0 ", Arrived());
 }
 

@@ -3,6 +3,7 @@
 #include "tests/logreport/LogDialogDriver.h"
 #include "tests/logreport/PlainMessages.h"
 #include "tests/logreport/TaggedView.h"
+#include "tests/support/Keys.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/NothingLeft.h"
 
@@ -23,10 +24,7 @@ struct OpeningWatch : CQmLogWatch
 void Press(HWND window, UINT message, WPARAM key)
 {
     ::PostMessage(window, message, key, 1);
-    MSG next = {};
-    while (::PeekMessage(&next, nullptr, 0, 0, PM_REMOVE))
-        if (!CWnd::WalkPreTranslateTree(nullptr, &next))
-            ::DispatchMessage(&next);
+    PumpMessages();
 }
 
 void Close(HWND dialog)
@@ -149,26 +147,14 @@ TEST_F(MessageDialog, SelectsAllAndCopies)
             const LRESULT ends = ::SendMessage(field, EM_GETSEL, 0, 0);
             return Line(LOWORD(ends), HIWORD(ends));
         };
-        const auto copied = [] {
-            EXPECT_TRUE(::OpenClipboard(nullptr));
-            const HANDLE data = ::GetClipboardData(CF_UNICODETEXT);
-            const std::wstring text = data ? static_cast<const wchar_t*>(::GlobalLock(data)) : L"";
-            ::CloseClipboard();
-            return std::string(text.begin(), text.end());
-        };
         const auto pressWithControl = [](HWND window, WPARAM key) {
-            BYTE before[256] = {};
-            ::GetKeyboardState(before);
-            BYTE keys[256] = {};
-            keys[VK_CONTROL] = 0x80;
-            ::SetKeyboardState(keys);
-            MSG message = {window, WM_KEYDOWN, key, 1, 0, {}};
+            const HeldKey held(VK_CONTROL);
+            MSG message = KeyMessage(window, key);
             if (!CWnd::WalkPreTranslateTree(nullptr, &message))
                 ::SendMessage(window, WM_COPY, 0, 0); // as the field does for Ctrl+C
-            ::SetKeyboardState(before);
         };
         pressWithControl(::GetFocus(), 'C');
-        EXPECT_EQ("body 3", copied());
+        EXPECT_EQ("body 3", ClipboardText(dialog));
         ::SetFocus(topic);
         pressWithControl(topic, 'A');
         EXPECT_EQ("0 5", selection(topic));

@@ -1,4 +1,5 @@
 #include "qmflattabctrl/QmFlatTabCtrl.h"
+#include "tests/support/Keys.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -85,16 +86,9 @@ TEST_F(FlatTabCtrlTest, TellsTheParentWhatTheUserSelects)
     EXPECT_EQ("1 ", parent.told);
     EXPECT_TRUE(IsShown(second));
 
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = 0x80;
-    ::SetKeyboardState(keys);
-    MSG message = {};
-    message.hwnd = second;
-    message.message = WM_KEYDOWN;
-    message.wParam = VK_TAB;
+    const HeldKey held(VK_CONTROL);
+    MSG message = KeyMessage(second, VK_TAB);
     EXPECT_TRUE(tabs.PreTranslateMessage(&message));
-    keys[VK_CONTROL] = 0;
-    ::SetKeyboardState(keys);
     EXPECT_EQ("1 0 ", parent.told);
     EXPECT_TRUE(IsShown(first));
 }

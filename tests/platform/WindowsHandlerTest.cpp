@@ -4,6 +4,7 @@
 #include "qmcommon/QmMenuDrawer.h"
 #include "qmcommon/QmWndUpdaterUse.h"
 #include "tests/support/Commands.h"
+#include "tests/support/Keys.h"
 #include "tests/support/NothingLeft.h"
 
 #include <gtest/gtest.h>
@@ -54,17 +55,9 @@ protected:
     // Whether the key, with a modifier key or 0 held, is consumed before it reaches `target`.
     bool Press(HWND target, UINT key, int modifier)
     {
-        BYTE keys[256] = {};
-        keys[modifier] = modifier != 0 ? 0x80 : 0;
-        ::SetKeyboardState(keys);
-        MSG message = {};
-        message.hwnd = target;
-        message.message = modifier == VK_MENU ? WM_SYSKEYDOWN : WM_KEYDOWN;
-        message.wParam = key;
-        const bool consumed = wnd->PreTranslateMessage(&message) != FALSE;
-        keys[modifier] = 0;
-        ::SetKeyboardState(keys);
-        return consumed;
+        const HeldKey held(modifier);
+        MSG message = KeyMessage(target, key, modifier);
+        return wnd->PreTranslateMessage(&message) != FALSE;
     }
 
     // The commands executed since the last call.

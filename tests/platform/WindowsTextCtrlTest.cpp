@@ -1,6 +1,7 @@
 #include "qmtextctrl/QmTextCtrl.h"
 #include "qmtextctrl/QmTextCtrlEntries.h"
 
+#include "tests/support/Keys.h"
 #include "tests/support/NothingLeft.h"
 
 #include <gtest/gtest.h>
@@ -90,15 +91,8 @@ protected:
     }
     void Press(UINT key, BYTE modifier = 0)
     {
-        SetModifier(modifier, 0x80);
+        const HeldKey held(modifier);
         text->SendMessage(WM_KEYDOWN, key, 1);
-        SetModifier(modifier, 0);
-    }
-    static void SetModifier(BYTE key, BYTE state)
-    {
-        BYTE keys[256] = {};
-        keys[key] = key == 0 ? BYTE{0} : state;
-        ::SetKeyboardState(keys);
     }
     // In the middle of a cell.
     LPARAM At(int row, int column) const
@@ -133,10 +127,7 @@ protected:
     }
     bool PreTranslate(HWND hwnd, UINT key) const
     {
-        MSG message = {};
-        message.hwnd = hwnd;
-        message.message = WM_KEYDOWN;
-        message.wParam = key;
+        MSG message = KeyMessage(hwnd, key);
         return CWnd::WalkPreTranslateTree(*text, &message);
     }
 
@@ -307,10 +298,11 @@ TEST_F(TextCtrlTest, FindBarFindsAroundTheEnd)
     EXPECT_EQ((std::vector{80, 2, 80, 4}), Selection());
     next.Execute();
     EXPECT_EQ((std::vector{50, 0, 50, 2}), Selection());
-    SetModifier(VK_SHIFT, 0x80);
-    PreTranslate(edit, VK_RETURN);
-    PreTranslate(edit, VK_F3);
-    SetModifier(0, 0);
+    {
+        const HeldKey held(VK_SHIFT);
+        PreTranslate(edit, VK_RETURN);
+        PreTranslate(edit, VK_F3);
+    }
     EXPECT_EQ((std::vector{50, 3, 50, 5}), Selection());
 
     ::SetWindowText(edit, "absent");

@@ -1,6 +1,7 @@
 // The report control under keys, mouse and scroll bars: that messages reach the rules, and what the parent
 // has to say about them.
 #include "tests/report/ReportFixture.h"
+#include "tests/support/Keys.h"
 
 namespace
 {
@@ -170,10 +171,7 @@ TEST_F(ReportInput, KeysThatTheOwnerHasSwitchedOn)
     EXPECT_EQ(RVN_COLUMNCHANGED, parent.codes.back());
     report.ModifyStyle(RVS_SINGLESELECT, 0);
     control('A'), control('C');
-    ASSERT_TRUE(::OpenClipboard(report));
-    EXPECT_EQ(std::wstring(L"\tb\t\r\n\tchild 1\t\r\n\tc\t\r\nx\t\u00E4z\t\r\n"),
-              static_cast<const wchar_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT))));
-    ::CloseClipboard();
+    EXPECT_EQ("\tb\t\r\n\tchild 1\t\r\n\tc\t\r\nx\t\xC3\xA4z\t\r\n", ClipboardText(report, CF_UNICODETEXT));
 }
 
 TEST_F(ReportInput, DragSelectsAndScrolls)

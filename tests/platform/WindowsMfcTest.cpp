@@ -1,6 +1,7 @@
 // Windows, their objects and their message maps.
 #include "afxcmn.h"
 #include "tests/support/GuiCounts.h"
+#include "tests/support/Line.h"
 #include "tests/support/WindowApp.h"
 
 #include <gtest/gtest.h>
@@ -22,29 +23,21 @@ public:
     std::string notes;
 
 protected:
-    void Note(const std::string& note) { notes += note + "\n"; }
+    template <typename... Values> void Note(const Values&... values) { notes += Line(values...) + "\n"; }
 
     afx_msg int OnCreate(LPCREATESTRUCT create)
     {
-        Note("create " + std::string(create->lpszName));
+        Note("create", create->lpszName);
         return CWnd::OnCreate(create);
     }
-    afx_msg void OnMove(int x, int y) { Note("move " + std::to_string(x) + " " + std::to_string(y)); }
-    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags)
-    {
-        Note("key " + std::to_string(key) + " " + std::to_string(repeat) + " " + std::to_string(flags));
-    }
-    afx_msg void OnLButtonDown(UINT flags, CPoint point)
-    {
-        Note("button " + std::to_string(flags) + " " + std::to_string(point.x) + " " +
-             std::to_string(point.y));
-    }
+    afx_msg void OnMove(int x, int y) { Note("move", x, y); }
+    afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags) { Note("key", key, repeat, flags); }
+    afx_msg void OnLButtonDown(UINT flags, CPoint point) { Note("button", flags, point.x, point.y); }
     afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint)
     {
-        Note("wheel " + std::to_string(flags) + " " + std::to_string(delta));
-        return delta > 0;
+        return Note("wheel", flags, delta), delta > 0;
     }
-    afx_msg void OnTimer(UINT_PTR timer) { Note("timer " + std::to_string(timer)); }
+    afx_msg void OnTimer(UINT_PTR timer) { Note("timer", timer); }
     afx_msg void OnSysColorChange()
     {
         Note("colours");
@@ -52,13 +45,13 @@ protected:
     }
     afx_msg void OnSettingChange(UINT action, LPCSTR section)
     {
-        Note("setting " + std::to_string(action) + " " + section);
+        Note("setting", action, section);
         CWnd::OnSettingChange(action, section);
     }
     afx_msg void OnOpen() { Note("base open"); }
     afx_msg void OnNotifyClick(NMHDR* header, LRESULT* result)
     {
-        Note("notify " + std::to_string(header->idFrom));
+        Note("notify", header->idFrom);
         *result = 5;
     }
     DECLARE_MESSAGE_MAP()
@@ -83,7 +76,7 @@ class DerivedWnd : public NotingWnd
 {
 protected:
     afx_msg void OnDerivedOpen() { Note("derived open"); }
-    afx_msg void OnRange(UINT id) { Note("range " + std::to_string(id)); }
+    afx_msg void OnRange(UINT id) { Note("range", id); }
     afx_msg void OnEditChange() { Note("change"); }
     DECLARE_MESSAGE_MAP()
 };

@@ -2,21 +2,12 @@
 #pragma once
 
 #include "ReportCtrl.h"
+#include "tests/support/Line.h"
 
 #include <functional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
-
-// Values with a blank between them.
-template <typename... Values> std::string Line(const Values&... values)
-{
-    std::ostringstream line;
-    int count = 0;
-    ((line << (count++ ? " " : "") << values), ...);
-    return line.str();
-}
 
 // The parent: answers notifications, and remembers them.
 class ReportParent : public CWnd

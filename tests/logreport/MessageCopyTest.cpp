@@ -4,6 +4,7 @@
 #include "QmLogState.h"
 #include "logreport/model/LevelMap.h"
 #include "logreport/model/MsgCache.h"
+#include "tests/support/ToldMessage.h"
 
 #include <cstring>
 #include <iterator>
@@ -76,35 +77,11 @@ TEST(MessageCopy, AsksForEachFieldOnceInTheFixedOrderAndKeepsIt)
         "source line, source column, module, runtime file",
         message.asked);
 
-    AskedMessage same; // asked the same questions again, now of the copy
     const ILogMsgData& read = copy;
-    EXPECT_STREQ("timestamp", read.GetTimestamp());
-    EXPECT_EQ(21u, read.GetIndent(3));
-    EXPECT_EQ(22u, read.GetLevel());
-    EXPECT_STREQ("level text", read.GetLevelText());
-    EXPECT_STREQ("body", read.GetBody());
-    EXPECT_STREQ("body", read.GetText());
-    EXPECT_EQ(1, read.IsValid());
-    const std::pair<void (ILogMsgData::*)(ZEMA::String&) const, const char*> texts[] = {
-        {&ILogMsgData::GetSource, "source"},
-        {&ILogMsgData::GetTopic, "topic"},
-        {&ILogMsgData::GetText1, "text 1"},
-        {&ILogMsgData::GetText2, "text 2"},
-        {&ILogMsgData::GetWho, "who"}};
-    for (const auto& [get, wanted] : texts)
-    {
-        ZEMA::String text("before");
-        (read.*get)(text);
-        EXPECT_STREQ(wanted, text.c_str());
-    }
-    EXPECT_EQ(-23, read.GetErrorNumber());
-    EXPECT_EQ(24, read.GetLine());
-    EXPECT_EQ(25, read.GetSourceLine());
-    EXPECT_EQ(26, read.GetSourceColumn());
-    EXPECT_STREQ("module", read.GetModule());
-    EXPECT_STREQ("runtime file", read.GetRuntimeFile());
-    EXPECT_STREQ("", read.GetRuntimeContext());
-    EXPECT_EQ(0, read.GetTag());
+    EXPECT_EQ(
+        "timestamp source topic text 1 text 2 who level text body body module runtime file  -23 24 25 26 0 "
+        "1 21 21 22",
+        ToldMessage(read));
     EXPECT_EQ(0, read.GetExtra());
     EXPECT_EQ(nullptr, read.Clone());
 }
@@ -215,71 +192,36 @@ template <typename Member> std::ptrdiff_t SlotOf(Member member, bool afterDestru
     return (offset - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - (afterDestructor ? 1 : 0);
 }
 
+// From the place `first` on, one after the other.
+template <typename... Members>
+void ExpectSlots(std::ptrdiff_t first, bool afterDestructor, Members... members)
+{
+    for (const std::ptrdiff_t slot : {SlotOf(members, afterDestructor)...})
+        EXPECT_EQ(first++, slot);
+}
+
 TEST(MessageInterfaces, KeepTheirSlots)
 {
     using Data = ILogMsgData;
-    const std::ptrdiff_t data[] = {SlotOf(&Data::GetTag, false),
-                                   SlotOf(&Data::GetTimestamp, false),
-                                   SlotOf(&Data::GetIndent, false),
-                                   SlotOf(&Data::GetLevel, false),
-                                   SlotOf(&Data::GetLevelText, false),
-                                   SlotOf(&Data::GetBody, false),
-                                   SlotOf(&Data::GetText, false),
-                                   SlotOf(&Data::GetExtra, false),
-                                   SlotOf(&Data::IsValid, false),
-                                   SlotOf(&Data::GetSource, false),
-                                   SlotOf(&Data::GetTopic, false),
-                                   SlotOf(&Data::GetText1, false),
-                                   SlotOf(&Data::GetText2, false),
-                                   SlotOf(&Data::GetWho, false),
-                                   SlotOf(&Data::GetErrorNumber, false),
-                                   SlotOf(&Data::GetLine, false),
-                                   SlotOf(&Data::GetSourceLine, false),
-                                   SlotOf(&Data::GetSourceColumn, false),
-                                   SlotOf(&Data::GetModule, false),
-                                   SlotOf(&Data::GetRuntimeFile, false),
-                                   SlotOf(&Data::GetRuntimeContext, false),
-                                   SlotOf(&Data::Clone, false)};
-    for (std::ptrdiff_t slot = 0; slot < std::ssize(data); ++slot)
-        EXPECT_EQ(slot, data[slot]);
-
+    ExpectSlots(0, false, &Data::GetTag, &Data::GetTimestamp, &Data::GetIndent, &Data::GetLevel,
+                &Data::GetLevelText, &Data::GetBody, &Data::GetText, &Data::GetExtra, &Data::IsValid,
+                &Data::GetSource, &Data::GetTopic, &Data::GetText1, &Data::GetText2, &Data::GetWho,
+                &Data::GetErrorNumber, &Data::GetLine, &Data::GetSourceLine, &Data::GetSourceColumn,
+                &Data::GetModule, &Data::GetRuntimeFile, &Data::GetRuntimeContext, &Data::Clone);
     using Service = ILogMsgService;
-    const std::ptrdiff_t service[] = {
-        SlotOf(&Service::GetMsg, true),           SlotOf(&Service::GetSortKeys, true),
-        SlotOf(&Service::SetSortKeys, true),      SlotOf(&Service::GetFilters, true),
-        SlotOf(&Service::SetFilters, true),       SlotOf(&Service::GetShowDuplicate, true),
-        SlotOf(&Service::SetShowDuplicate, true), SlotOf(&Service::Apply, true),
-        SlotOf(&Service::IsBusy, true),           SlotOf(&Service::OpenFile, true)};
-    for (std::ptrdiff_t slot = 0; slot < std::ssize(service); ++slot)
-        EXPECT_EQ(slot + 1, service[slot]);
-    EXPECT_EQ(14, SlotOf(&Service::GetFileInfo, true));
-    EXPECT_EQ(15, SlotOf(&Service::CreateMsgList, true));
-    EXPECT_EQ(11, SlotOf(&ILogMsgList::Add, true));
-    EXPECT_EQ(12, SlotOf(&ILogMsgList::Get, true));
-
+    ExpectSlots(1, true, &Service::GetMsg, &Service::GetSortKeys, &Service::SetSortKeys, &Service::GetFilters,
+                &Service::SetFilters, &Service::GetShowDuplicate, &Service::SetShowDuplicate, &Service::Apply,
+                &Service::IsBusy, &Service::OpenFile);
+    ExpectSlots(14, true, &Service::GetFileInfo, &Service::CreateMsgList);
+    ExpectSlots(11, true, &ILogMsgList::Add, &ILogMsgList::Get);
     using Viewer = ILogViewer;
-    const std::ptrdiff_t viewer[] = {
-        SlotOf(&Viewer::SetLogMsgService, true), SlotOf(&Viewer::SetViewerData, true),
-        SlotOf(&Viewer::GetMaxLogSize, true),    SlotOf(&Viewer::OnViewerIdle, true),
-        SlotOf(&Viewer::AddMsg, true),           SlotOf(&Viewer::SetMsgIdRange, true),
-        SlotOf(&Viewer::Present, true),          SlotOf(&Viewer::IsViewerReady, true),
-        SlotOf(&Viewer::GetWnd, true),           SlotOf(&Viewer::ReleaseViewerData, true)};
-    for (std::ptrdiff_t slot = 0; slot < std::ssize(viewer); ++slot)
-        EXPECT_EQ(slot + 1, viewer[slot]);
-
+    ExpectSlots(1, true, &Viewer::SetLogMsgService, &Viewer::SetViewerData, &Viewer::GetMaxLogSize,
+                &Viewer::OnViewerIdle, &Viewer::AddMsg, &Viewer::SetMsgIdRange, &Viewer::Present,
+                &Viewer::IsViewerReady, &Viewer::GetWnd, &Viewer::ReleaseViewerData);
     using State = IConfigState;
-    const std::ptrdiff_t state[] = {SlotOf(&State::ReadFromProcess, true),
-                                    SlotOf(&State::WriteToProcess, true),
-                                    SlotOf(&State::ReadFromProfile, true),
-                                    SlotOf(&State::WriteToProfile, true),
-                                    SlotOf(&State::ReadFromCommandLine, true),
-                                    SlotOf(&State::Hook6, true),
-                                    SlotOf(&State::Hook7, true),
-                                    SlotOf(&State::Load, true),
-                                    SlotOf(&State::LoadFromCommandLine, true),
-                                    SlotOf(&State::Save, true)};
-    for (std::ptrdiff_t slot = 0; slot < std::ssize(state); ++slot)
-        EXPECT_EQ(slot + 1, state[slot]);
+    ExpectSlots(1, true, &State::ReadFromProcess, &State::WriteToProcess, &State::ReadFromProfile,
+                &State::WriteToProfile, &State::ReadFromCommandLine, &State::Hook6, &State::Hook7,
+                &State::Load, &State::LoadFromCommandLine, &State::Save);
 }
 
 // What a viewer's host gets without doing anything.

@@ -1,6 +1,7 @@
 // The store against the plain messages that were put into it.
 #include "msgservice/store/StoredMessage.h"
 #include "tests/support/FailingMemory.h"
+#include "tests/support/ToldMessage.h"
 
 #include <deque>
 #include <limits>
@@ -34,15 +35,7 @@ std::unique_ptr<OwnedMessage> RandomMessage(std::mt19937& random)
 {
     auto message = std::make_unique<OwnedMessage>();
     const auto below = [&](std::uint32_t bound) { return static_cast<std::uint32_t>(random() % bound); };
-    const std::int32_t edges[] = {0,
-                                  1,
-                                  -1,
-                                  63,
-                                  64,
-                                  -64,
-                                  -65,
-                                  std::numeric_limits<std::int32_t>::max(),
-                                  std::numeric_limits<std::int32_t>::min()};
+    const std::int32_t edges[] = {0, 1, -1, 63, 64, -64, -65, INT32_MAX, INT32_MIN};
     for (const auto field : kTextFields)
     {
         const std::size_t length = below(20) == 0 ? below(3'000'000) % (1u << below(22)) : below(12);
@@ -104,24 +97,15 @@ TEST(MessageStore, GivesBackEveryFieldOfEveryMessage)
 // What a viewer is handed says the same, and a clone says it after the store's owner has let go of it.
 TEST(MessageStore, AMessageTellsItsFieldsAndItsCloneOutlivesTheOwner)
 {
+    const std::string_view texts[] = {"10:00",  "WARN", "topic",   "a\r\nb", "source", "who",
+                                      "module", "file", "context", "one",    "two"};
     MessageFields fields;
-    fields.timestamp = "10:00";
-    fields.levelText = "WARN";
-    fields.topic = "topic";
-    fields.body = "a\r\nb";
-    fields.source = "source";
-    fields.who = "who";
-    fields.module = "module";
-    fields.runtimeFile = "file";
-    fields.runtimeContext = "context";
-    fields.text1 = "one";
-    fields.text2 = "two";
+    for (std::size_t i = 0; i < std::size(texts); ++i)
+        fields.*kTextFields[i] = texts[i];
+    for (int i = 0; i < 4; ++i)
+        fields.*kNumberFields[i] = i - 4;
     fields.level = 3;
     fields.indent = 70000;
-    fields.errorNumber = -4;
-    fields.line = 5;
-    fields.sourceLine = 6;
-    fields.sourceColumn = 7;
     auto store = MessageStore::Make();
     store->Add({});
     store->Add(fields);
@@ -131,28 +115,9 @@ TEST(MessageStore, AMessageTellsItsFieldsAndItsCloneOutlivesTheOwner)
     std::unique_ptr<ILogMsgData> again(clone->Clone());
     clone.reset();
 
-    std::string told;
-    ZEMA::String text;
-    const auto tell = [&](void (ILogMsgData::*get)(ZEMA::String&) const) {
-        (again.get()->*get)(text);
-        told += std::string(" ") + text.c_str();
-    };
-    told += again->GetTimestamp();
-    for (const auto get : {&ILogMsgData::GetSource, &ILogMsgData::GetTopic, &ILogMsgData::GetText1,
-                           &ILogMsgData::GetText2, &ILogMsgData::GetWho})
-        tell(get);
-    for (const char* const pointed :
-         {again->GetLevelText(), again->GetBody(), again->GetText(), again->GetModule(),
-          again->GetRuntimeFile(), again->GetRuntimeContext()})
-        told += std::string(" ") + pointed;
-    for (const std::int32_t number : {again->GetErrorNumber(), again->GetLine(), again->GetSourceLine(),
-                                      again->GetSourceColumn(), again->GetTag(), again->IsValid()})
-        told += " " + std::to_string(number);
-    told += " " + std::to_string(again->GetIndent(65535)) + " " + std::to_string(again->GetIndent(80000)) +
-            " " + std::to_string(again->GetLevel());
-    EXPECT_EQ(
-        "10:00 source topic one two who WARN a\r\nb a\r\nb module file context -4 5 6 7 2 1 65535 70000 3",
-        told);
+    EXPECT_EQ("10:00 source topic one two who WARN a\r\nb a\r\nb module file context -4 -3 -2 -1 2 1 65535 "
+              "70000 3",
+              ToldMessage(*again));
 }
 
 TEST(MessageStore, AnotherThreadReadsWhatItSeesCounted)

@@ -95,66 +95,6 @@ TEST(Writer, BeginsRowsAtLinesAndLinesWithTheirLineFeeds)
     }
 }
 
-// Lines as a viewer shows them: indented by their depth, without their line feeds.
-std::vector<std::string> Lines(const char* name)
-{
-    std::vector<std::string> lines;
-    CQmLogReader reader;
-    reader.SetFilePath(name);
-    CQmLogRow row;
-    for (unsigned long index = 0; reader.ReadStyle(index, row); ++index)
-    {
-        const std::string line = LineOf(name, index);
-        lines.push_back(std::string(row.indent, ' ') + line.substr(0, line.find('\n')));
-    }
-    return lines;
-}
-
-// Whatever opens, closes and takes turns: every line is a row at its depth, and no other row arises.
-TEST(Writer, LinesAndBlocksLeaveNoBlankRow)
-{
-    for (unsigned seed = 1; seed <= 200; ++seed)
-    {
-        MemorySession session;
-        std::mt19937 random(seed);
-        CQmLogWriter log = WriterOf("Main");
-        std::vector<std::string> expected;
-        std::size_t depth = 0;
-        for (int step = 0; step < 30; ++step)
-        {
-            const std::string text = std::to_string(step) + (random() % 9 == 0 ? std::string(600, 'x') : "");
-            switch (random() % 6)
-            {
-            case 0:
-                ++depth;
-                log.BlockBegin(kDetailKind);
-                log.Write(text.c_str());
-                break;
-            case 1:
-                log.BlockEnd();
-                depth -= depth > 0 ? 1 : 0;
-                continue;
-            case 2:
-                log.Close();
-                continue;
-            case 3:
-                log.Close();
-                WriterOf("Main").WriteLine(text.c_str());
-                expected.push_back(text);
-                continue;
-            case 4:
-                log.WriteLineFormat("%s\n", text.c_str());
-                break;
-            default:
-                log.WriteLine(text.c_str());
-            }
-            expected.push_back(std::string(depth, ' ') + text);
-        }
-        ASSERT_EQ(expected, Lines("Main")) << "seed " << seed;
-        ASSERT_EQ(expected.size(), session.Time()) << "each line takes a number and nothing else does";
-    }
-}
-
 TEST(Writer, ALineCostsNoMoreCallsThanItsText)
 {
     MemorySession session;

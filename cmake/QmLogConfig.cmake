@@ -5,7 +5,8 @@ if(NOT MINGW OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR NOT CMAKE_SIZEOF_VOI
     string(CONCAT QmLog_NOT_FOUND_MESSAGE
         "QmLog can be used with MinGW-w64 GCC for 64-bit Windows, not with ${CMAKE_CXX_COMPILER_ID} for "
         "${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR}: configure in a fresh folder, on Debian with "
-        "-DCMAKE_TOOLCHAIN_FILE=${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake")
+        "-DCMAKE_TOOLCHAIN_FILE=${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake. Other compilers for 64-bit Windows take "
+        "QmLogC.h or QmLog.hpp, and link lib/QmLog.lib")
     set(QmLog_FOUND FALSE)
     return()
 endif()

@@ -24,7 +24,11 @@ public:
     // the reader has no rows.
     void SetFilePath(const char* name);
 
-    // The name as given; empty when there is none.
+    // Names a log by the path of its text file, whatever the log folder is; its index lies beside it. An
+    // extension is dropped. Without a path, or with one of MAX_PATH characters, the reader has no rows.
+    void SetFullPath(const char* path);
+
+    // The name or path as given; empty when there is none.
     const char* GetFilePath() const;
 
     // Whole rows in the index; 0 while the file is missing. Opens nothing.

@@ -48,11 +48,15 @@ public:
     // and counted by GetLostRowCount, but do not stop the text.
     bool Write(const char* text);
 
+    // Likewise `length` bytes, which may be of any value.
+    bool Write(const char* text, std::size_t length);
+
     // Appends `text` as a line of its own: a line feed goes first when text precedes it, whichever process
     // or run wrote that. The line takes its number now, and the last line stays open until the next one
     // comes, so that no blank row arises. Line ends at either end of `text` are dropped; null, or a text of
     // nothing else, writes nothing. True and false as Write; false also without memory for the text.
     bool WriteLine(const char* text);
+    bool WriteLine(const char* text, std::size_t length);
 
     // Write and WriteLine with text formatted as printf does, of any length. False also when the text cannot
     // be formatted or there is no memory for it.

@@ -16,7 +16,17 @@ namespace logfiles
 namespace
 {
 
-std::string EntryText(const char* message, DWORD error)
+// Plain characters: nothing has to be destroyed when a thread ends or the library is unloaded.
+thread_local char lastReport[kReportSize];
+
+void Remember(const std::string& message, const std::string& reason)
+{
+    std::string text = reason.empty() ? message : message + ": " + reason;
+    text.erase(text.find_last_not_of("\r\n ") + 1);
+    lastReport[text.copy(lastReport, kReportSize - 1)] = '\0';
+}
+
+std::string EntryText(const char* message, const std::string& reason)
 {
     const std::time_t now = std::time(nullptr);
     const std::tm* local = std::localtime(&now);
@@ -26,11 +36,8 @@ std::string EntryText(const char* message, DWORD error)
     entry += date ? date : "\n";
     entry += "\n";
     entry += message;
-    if (error != ERROR_SUCCESS)
-    {
-        entry += "\n";
-        entry += ZEMA::FileCalls().ErrorText(error);
-    }
+    if (!reason.empty())
+        entry += "\n" + reason;
     return entry;
 }
 
@@ -76,7 +83,9 @@ bool Report(const char* message)
     const DWORD error = ZEMA::FileCalls().LastError();
     try
     {
-        Append(EntryText(message, error));
+        const std::string reason = error != ERROR_SUCCESS ? ZEMA::FileCalls().ErrorText(error) : "";
+        Remember(message, reason);
+        Append(EntryText(message, reason));
     }
     catch (const std::bad_alloc&)
     {
@@ -109,6 +118,8 @@ bool Refuse(unsigned long error, const char* operation, const char* reason, cons
         const std::scoped_lock lock(mutex);
         if (text != last)
             FailWith(error, text.c_str());
+        else
+            Remember(text, "");
         last = text;
     }
     catch (const std::bad_alloc&)
@@ -116,6 +127,16 @@ bool Refuse(unsigned long error, const char* operation, const char* reason, cons
         // As in Report.
     }
     return false;
+}
+
+const char* LastReport()
+{
+    return lastReport;
+}
+
+void ForgetLastReport()
+{
+    lastReport[0] = '\0';
 }
 
 } // namespace logfiles

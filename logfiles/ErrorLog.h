@@ -1,6 +1,8 @@
 // The internal error log "QmLog.LOG": where failing system calls are reported.
 #pragma once
 
+#include <cstddef>
+
 namespace logfiles
 {
 
@@ -19,5 +21,13 @@ bool FailWith(unsigned long error, const char* message);
 // FailWith for what the library refuses of itself: "operation: reason: name"; of `name` what a path can hold.
 // The refusal that was reported last is not reported again, however often it comes: endless loops ask for it.
 bool Refuse(unsigned long error, const char* operation, const char* reason, const char* name);
+
+// Bytes that are kept of the last report, its NUL included.
+constexpr std::size_t kReportSize = 512;
+
+// What this thread reported last, in one line with the system's text, or refused last; empty if nothing was
+// since it was forgotten.
+const char* LastReport();
+void ForgetLastReport();
 
 } // namespace logfiles

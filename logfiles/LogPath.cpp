@@ -93,6 +93,24 @@ void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char*
         CopyText(nameCopy, name);
 }
 
+void MakeFullLogPaths(const char* operation, const char* path, char* pathCopy, char* logPath, char* rowPath)
+{
+    *pathCopy = *logPath = *rowPath = '\0';
+    if (!path)
+        path = "";
+    AppDataPath parts = {};
+    IAppDataAccess* const access = Access();
+    if (access && access->SplitPath(path, parts) && *parts.name != '\0' &&
+        ZEMA_makepath(logPath, parts.drive, parts.directory, parts.name, "LOG"))
+    {
+        ZEMA_makepath(rowPath, parts.drive, parts.directory, parts.name, "ROW"); // as long as the other
+        CopyText(pathCopy, path);
+        return;
+    }
+    *logPath = '\0';
+    Refuse(ERROR_SUCCESS, operation, "the path is that of no file, or too long", path);
+}
+
 } // namespace logfiles
 
 bool QmLogMakeFilePath(const char* name, char* path)

@@ -11,4 +11,7 @@ namespace logfiles
 // only the paths are: the log cannot be opened. Either is reported as `operation`.
 void MakeLogPaths(const char* operation, const char* name, char* nameCopy, char* logPath, char* rowPath);
 
+// Likewise for a log by the path of its text file, wherever that is.
+void MakeFullLogPaths(const char* operation, const char* path, char* pathCopy, char* logPath, char* rowPath);
+
 } // namespace logfiles

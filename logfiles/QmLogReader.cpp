@@ -60,6 +60,11 @@ void CQmLogReader::SetFilePath(const char* name)
     logfiles::MakeLogPaths("CQmLogReader::SetFilePath()", name, m_name, m_logPath, m_rowPath);
 }
 
+void CQmLogReader::SetFullPath(const char* path)
+{
+    logfiles::MakeFullLogPaths("CQmLogReader::SetFullPath()", path, m_name, m_logPath, m_rowPath);
+}
+
 const char* CQmLogReader::GetFilePath() const
 {
     return m_name;

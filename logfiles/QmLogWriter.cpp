@@ -36,13 +36,23 @@ const char* CQmLogWriter::GetFilePath() const
 
 bool CQmLogWriter::Write(const char* text)
 {
-    return text ? WriteText(text, std::strlen(text)) : WriteText("", 0);
+    return Write(text, text ? std::strlen(text) : 0);
+}
+
+bool CQmLogWriter::Write(const char* text, std::size_t length)
+{
+    return WriteText(length > 0 ? text : "", length);
 }
 
 bool CQmLogWriter::WriteLine(const char* text)
 {
+    return !text || WriteLine(text, std::strlen(text));
+}
+
+bool CQmLogWriter::WriteLine(const char* text, std::size_t length)
+{
     logfiles::LineBuffer line;
-    return !text || (line.Assign(text, std::strlen(text)) && WriteLineText(line.Text(), line.Length()));
+    return length == 0 || (line.Assign(text, length) && WriteLineText(line.Text(), line.Length()));
 }
 
 bool CQmLogWriter::WriteFormat(const char* format, ...)
@@ -158,7 +168,7 @@ bool CQmLogWriter::IsOnFreshLine(std::uint64_t position)
     }
 }
 
-// `text` is NUL-terminated.
+// Where `length` is 0, `text` is an empty one all the same: its first character is looked at.
 bool CQmLogWriter::WriteText(const char* text, std::size_t length)
 {
     // A line feed that is due goes first. When nothing can be written it is still due afterwards.
@@ -173,12 +183,12 @@ bool CQmLogWriter::WriteText(const char* text, std::size_t length)
     return false;
 }
 
-// `text` is NUL-terminated and may be changed; before it there is room for a line feed.
+// `text` may be changed; before it there is room for a line feed.
 bool CQmLogWriter::WriteLineText(char* text, std::size_t length)
 {
     const auto isLineEnd = [](char character) { return character == '\n' || character == '\r'; };
     while (length > 0 && isLineEnd(text[length - 1]))
-        text[--length] = '\0';
+        --length;
     while (length > 0 && isLineEnd(*text))
     {
         ++text;

@@ -87,7 +87,10 @@ void CQmLogWriter::WriteTextRows(const char* text, std::size_t length, std::uint
     // is marked as well, and viewers rely on it.
     if (firstLine)
         add(0);
-    for (const char* feed = text; (feed = std::strchr(feed, '\n')) != nullptr; ++feed)
+    const auto feedFrom = [end = text + length](const char* from) {
+        return static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
+    };
+    for (const char* feed = feedFrom(text); feed; feed = feedFrom(feed + 1))
     {
         add(position + static_cast<std::uint32_t>(feed - text) + 1);
         line.blockBegin = 0;

@@ -54,7 +54,7 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
     platform/qm*/* platform/include/qm*/*
 
 # The exported headers of the log files are free of windows, and those of the report control know no logs.
-logs='QmLog(Api|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
+logs='QmLog(Api|C|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
 includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State|Watch).h

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Uses an installed tree as a customer does: by CMake, by pkg-config and, in vain, by other compilers. Runs the test's
-# own program and the README's under Wine; the README's session must look as it shows.
+# Uses an installed tree as a customer does: by CMake, by pkg-config and, in vain, by other compilers, which take the
+# C functions. Runs the test's own programs and the README's under Wine; the README's session must look as it shows.
 #   client_test.sh PREFIX WORK_FOLDER
 # The client's objects are kept, so that an unchanged installation is not compiled again.
 set -euo pipefail
@@ -32,6 +32,17 @@ for wide in -DUNICODE -D_UNICODE; do
     grep -q 'error: #error "The window headers of QmLog take 8-bit text' "$work/wide.err"
 done
 
+# A C89 program as other compilers for Windows make it: another ABI, another linker, no library of the system's. The
+# header is C++ too, with whatever the compiler calls that.
+foreign=(clang --target=x86_64-pc-windows-msvc -ffreestanding -O1 -Wall -Wextra -Werror -pedantic -I "$prefix/include")
+"${foreign[@]}" -std=c89 -c "$source/client/foreign.c" -o "$work/foreign.obj"
+"${foreign[@]}" -std=c++98 -fsyntax-only -x c++ - <<<'#include <QmLogC.h>'
+sed -n '/^```c$/,/^```$/{/^```/!p}' "$source/../docs/guide.md" | "${foreign[@]}" -std=c89 -fsyntax-only -x c -
+lld-link /nologo /entry:mainCRTStartup /subsystem:console /nodefaultlib "/out:$work/foreign.exe" "$work/foreign.obj" \
+    "$prefix/lib/QmLog.lib"
+x86_64-w64-mingw32-gcc-posix -std=c89 -pedantic "${warnings[@]}" -nostdlib -e mainCRTStartup "$source/client/foreign.c" \
+    -o "$work/foreign_gcc.exe" "${flags[@]}"
+
 # What CMake knows of other compilers: each is refused in one sentence.
 printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'find_package(QmLog REQUIRED)' >"$work/find.cmake"
 while read -r id system pointer variable; do
@@ -57,6 +68,18 @@ log_folder() { # NAME, empty and to be used by what runs next
 log_folder logs
 run "$work/build/client.exe"
 run "$prefix/bin/logtool.exe" verify
+
+log_folder wrapper_logs
+run "$work/build/wrapper.exe" "$QM_LOG_FOLDER\\Wrapper.LOG"
+run "$prefix/bin/logtool.exe" verify
+
+for program in foreign foreign_gcc; do
+    log_folder "${program}_logs"
+    QM_RUN_OUTPUT_PATH=$QM_LOG_FOLDER run "$work/$program.exe"
+    diff <(printf 'Started\nLoad job list\n12 jobs\nDone') "$work/${program}_logs/Foreign.LOG"
+    diff <(printf '\n----------\n100%%!') "$work/${program}_logs/Foreign.TXT"
+    run "$prefix/bin/logtool.exe" verify
+done
 
 log_folder readme_logs
 run "$work/readme.exe"

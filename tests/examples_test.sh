@@ -11,7 +11,8 @@ if [[ $step == build ]]; then
     mkdir -p "$work"
     cmake -S "$prefix/share/doc/QmLog/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
         -DCMAKE_TOOLCHAIN_FILE="$prefix/lib/cmake/QmLog/mingw-w64.cmake" \
-        -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Werror' >"$work/configure.log"
+        -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Werror' \
+        -DCMAKE_C_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Wpedantic -Werror' >"$work/configure.log"
     cmake --build "$work/build" >"$work/build.log" || { cat "$work/build.log"; exit 1; }
     exit
 fi
@@ -164,6 +165,15 @@ export QM_LOG_FOLDER="Z:${work//\//\\}\\logs\\"
 run "$work/build/turns/turns.exe"
 run "$prefix/bin/logtool.exe" cat --numbers |
     diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
+
+# A C program; a line that is longer than its buffer becomes two.
+rm -rf "$work/c_logs"
+mkdir "$work/c_logs"
+long=$(printf '%05000d' 7)
+printf 'one\r\n\n%s\nlast' "$long" >"$work/c_log.txt"
+QM_LOG_FOLDER="Z:${work//\//\\}\\c_logs\\" run "$work/build/c_log/c_log.exe" "$work/c_log.txt" none.txt | tr -d '\r' >"$work/c_log.out"
+diff <(printf '%5d %*s%s\n' 1 0 '' Started 2 2 '' "$work/c_log.txt" 3 2 '' one 4 2 '' "${long:0:4095}" \
+    5 2 '' "${long:4095}" 6 2 '' last 7 2 '' none.txt 8 2 '' 'cannot be opened'; echo) <(cat "$work/c_log.out"; echo)
 
 # A host's own service tells its viewer what is new, and of all messages in another order.
 run "$work/build/messages/messages.exe" | tr -d '\r' | diff - <(printf '%s\n' \

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-mapfile -t -d '' listed < <(git ls-files -z --cached --others --exclude-standard -- '*.h' '*.cpp')
+mapfile -t -d '' listed < <(git ls-files -z --cached --others --exclude-standard -- '*.h' '*.hpp' '*.c' '*.cpp')
 files=()
 for file in "${listed[@]}"; do
     [[ ! -e $file ]] || files+=("$file") # deleted, but not committed yet

@@ -8,6 +8,7 @@ packages=(
     cmake ninja-build git
     g++-mingw-w64-x86-64-posix wine wine64 fonts-wine pkgconf        # the Windows build
     g++ clang libclang-rt-14-dev llvm                                # the native build with sanitizers
+    lld                                                              # programs of other compilers, in tests
     libcli11-dev libpcre2-dev                                       # command lines, regular expressions
     libhowardhinnant-date-dev nlohmann-json3-dev                    # dates, JSON
     libsqlite3-dev make tcl                                         # saved messages; making its one source file

@@ -5,6 +5,7 @@
 #include "BenchMemory.h"
 #include "SpdlogFile.h"
 
+#include "QmLogC.h"
 #include "QmLogReader.h"
 #include "QmLogVerify.h"
 #include "QmLogWriter.h"
@@ -280,6 +281,7 @@ private:
         Log ten("Ten");
         Log hundred("Hundred");
         Log line("Line");
+        QmLogCWriter* const cLine = QmLogCWriterDefine("C", QMLOG_C_ENDED);
         bench::SpdlogFile peer(PathOf("Peer.LOG"));
         const CQmLogRow row;
         const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
@@ -297,6 +299,7 @@ private:
                 Repeat(5, 100, [&] { hundred.Line(texts[2]); }),
                 Repeat(100, 1, [&] { peer.Line(kLine); }),
                 Repeat(20, 1, [&] { Check(line.WriteLine(kLine.c_str()), "CQmLogWriter::WriteLine"); }),
+                Repeat(20, 1, [&] { WriteCLine(cLine); }),
             },
             Rounds(3001));
         const char* const bare = "a line's bare calls";
@@ -305,10 +308,16 @@ private:
         Inform(spdlog, comparison.Time(4));
         Judge("Write, 1 line", comparison.Time(1), bare, comparison.Ratio(1), 1.10);
         Judge("WriteLine", comparison.Time(5), "Write, 1 line", comparison.Ratio(5, 1), 1.05);
+        Judge("QmLogCWriteLine", comparison.Time(6), "WriteLine", comparison.Ratio(6, 5), 1.02);
         Judge("Write, 10 lines, per line", comparison.Time(2), bare, comparison.Ratio(2), 0.13);
         Judge("Write, 10 lines, per line", comparison.Time(2), spdlog, comparison.Ratio(2, 4), 1.2);
         Judge("Write, 100 lines, per line", comparison.Time(3), bare, comparison.Ratio(3), 0.03);
         Judge("Write, 100 lines, per line", comparison.Time(3), spdlog, comparison.Ratio(3, 4), 0.25);
+    }
+
+    static void WriteCLine(QmLogCWriter* log)
+    {
+        Check(QmLogCWriteLine(log, kLine.c_str(), QMLOG_C_ENDED) != 0, "QmLogCWriteLine");
     }
 
     // A block changes the depth twice and gives its header line a row.
@@ -394,6 +403,7 @@ private:
         bench::IdleFiles files(kLineBytes);
         {
             Log log("Idle");
+            QmLogCWriter* const cLog = QmLogCWriterDefine("C", QMLOG_C_ENDED);
             CQmLogReader reader;
             reader.SetFilePath("Idle");
             const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
@@ -403,10 +413,17 @@ private:
                     Repeat(200, 10, [&] { log.Line(texts[1]); }),
                     Repeat(20, 100, [&] { log.Line(texts[2]); }),
                     Repeat(1000, 1, [&] { ReadLine(reader, 7); }),
+                    Repeat(1000, 1, [&] { Check(log.WriteLine(kLine.c_str()), "CQmLogWriter::WriteLine"); }),
+                    Repeat(1000, 1, [&] { WriteCLine(cLog); }),
                 },
                 Rounds(301));
-            const char* const names[] = {"Write, 1 line", "Write, 10 lines, per line",
-                                         "Write, 100 lines, per line", "Read"};
+            QmLogCWriterClose(cLog);
+            const char* const names[] = {"Write, 1 line",
+                                         "Write, 10 lines, per line",
+                                         "Write, 100 lines, per line",
+                                         "Read",
+                                         "WriteLine",
+                                         "QmLogCWriteLine"};
             for (std::size_t i = 0; i < std::size(names); ++i)
                 m_report.Add({names[i], comparison.Time(i) * 1000, "ns", "without the system's time"});
         }

@@ -1,8 +1,5 @@
-// Levels by images and colours, and messages of the service that our programs use.
+// Levels by images and colours.
 #include "tests/logreport/PlainMessages.h"
-
-#include "ReportHeaderCtrl.h"
-#include "msgservice/MsgService.h"
 
 namespace
 {
@@ -66,52 +63,6 @@ TEST_F(MessageLevels, HaveImagesAndColours)
     }
     EXPECT_GT(sizes[1], 3 * sizes[0]);
     EXPECT_EQ(sizes[1], sizes[2]);
-}
-
-// By the service that sorts on a thread of its own.
-TEST_F(MessageLevels, AClickOnAHeaderSortsTheMessages)
-{
-    msgservice::MsgService real;
-    for (const char* body : {"b", "c", "a"})
-    {
-        msgservice::MessageFields fields;
-        fields.body = body;
-        real.Store()->Add(fields);
-    }
-    real.Settle();
-    real.AddViewer(viewer);
-    viewer.SetShowReport(1);
-    const auto bodies = [&] {
-        real.Settle();
-        Tick();
-        std::string told;
-        for (int row = 0; row < viewer.GetRowCount(); ++row)
-            told += Text(row, kLogMsgBody);
-        int subitem = -1;
-        int ascending = -1;
-        return told + (viewer.GetSortSettings(&subitem, &ascending) ? " by " + Line(subitem, ascending) : "");
-    };
-    EXPECT_EQ("bca", bodies());
-    const HWND header = ::FindWindowEx(viewer, nullptr, WC_HEADERA, nullptr);
-    const auto click = [header](int x) {
-        ::SendMessage(header, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 5));
-        ::SendMessage(header, WM_LBUTTONUP, 0, MAKELPARAM(x, 5));
-    };
-    const int body = viewer.GetSubItemWidth(kLogMsgTimestamp) + viewer.GetSubItemWidth(kLogMsgLevel) + 20;
-    click(body);
-    EXPECT_EQ("abc by 3 1", bodies());
-    click(body);
-    EXPECT_EQ("cba by 3 0", bodies());
-
-    const std::array<LogMsgFilter, 3> filters = {LogMsgFilter{kLogMsgBody, kLogMsgNotContain, "b", 0}};
-    real.SetFilters(filters.data(), 3);
-    real.Apply();
-    viewer.RefreshHeader();
-    EXPECT_EQ("ca by 3 0", bodies());
-    CReportHeaderCtrl& columns = *viewer.GetHeaderCtrl();
-    EXPECT_TRUE(columns.IsItemFiltered(columns.GetItemOfColumn(2)));
-    EXPECT_FALSE(columns.IsItemFiltered(columns.GetItemOfColumn(1)));
-    real.RemoveViewer(viewer);
 }
 
 } // namespace

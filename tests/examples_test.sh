@@ -8,8 +8,9 @@ source=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 step=$1 prefix=$2 work=$3
 
 if [[ $step == build ]]; then
-    mkdir -p "$work"
-    cmake -S "$prefix/share/doc/QmLog/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+    mkdir -p "$work/spdlog"
+    ln -sfn /usr/include/spdlog /usr/include/fmt "$work/spdlog"
+    cmake -S "$prefix/share/doc/QmLog/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DSPDLOG_INCLUDE="$work/spdlog" \
         -DCMAKE_TOOLCHAIN_FILE="$prefix/lib/cmake/QmLog/mingw-w64.cmake" \
         -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Werror' \
         -DCMAKE_C_FLAGS='-Wall -Wextra -Wshadow -Wconversion -Wpedantic -Werror' >"$work/configure.log"
@@ -165,6 +166,12 @@ export QM_LOG_FOLDER="Z:${work//\//\\}\\logs\\"
 run "$work/build/turns/turns.exe"
 run "$prefix/bin/logtool.exe" cat --numbers |
     diff - <(sed -n '/^> turns$/,/^```$/{/^ /p}' "$source/../docs/guide.md")
+
+# What spdlog is told, with an error in a block.
+rm -rf "$work/spdlog_logs"
+mkdir "$work/spdlog_logs"
+QM_LOG_FOLDER="Z:${work//\//\\}\\spdlog_logs\\" run "$work/build/spdlog_sink/spdlog_sink.exe"
+diff <(printf '%s\n' Started '12 jobs, 1 of them disabled' 'Job 3 failed' '[info] Done') <(cat "$work/spdlog_logs/Main.LOG"; echo)
 
 # A C program; a line that is longer than its buffer becomes two.
 rm -rf "$work/c_logs"

@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr int kMaxText = 65535; // what a cell keeps
+constexpr int kMaxCharacters = 65535; // a cell keeps as many bytes
 
 // Gives a new editor the focus, and the caret its place.
 void Prime(HWND editor, const report::Primer& primer)
@@ -121,7 +121,8 @@ HWND CReportCtrl::Data::MakeEditor(const EditedCell& cell)
     return line->m_hWnd;
 }
 
-// The editor may be the parent's. False if it is none of the control's kinds and there is none any more.
+// Makes an editor, which may be the parent's, the active one. Returns whether it is still there afterwards:
+// whatever the focus or a first character leads to may have ended it.
 bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const report::Primer& primer)
 {
     CWnd* const made = CWnd::FromHandlePermanent(editor);
@@ -135,7 +136,7 @@ bool CReportCtrl::Data::StartEdit(const EditedCell& cell, HWND editor, const rep
         ::SetFocus(editor);
     else
     {
-        ::SendMessage(report::TextField(editor), EM_SETLIMITTEXT, kMaxText, 0);
+        ::SendMessage(report::TextField(editor), EM_SETLIMITTEXT, kMaxCharacters, 0);
         GrowEditor();
         Prime(editor, primer);
     }

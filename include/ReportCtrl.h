@@ -597,6 +597,7 @@ protected:
     // text is written back; the key Esc does not.
     afx_msg void OnRvnEndItemEdit(NMHDR* header, LRESULT* result);
     afx_msg void OnEditorChange();
+    afx_msg void OnEditorPick();
     afx_msg LRESULT OnEditMessage(WPARAM, LPARAM);
     DECLARE_MESSAGE_MAP()
 

@@ -77,6 +77,7 @@ BEGIN_MESSAGE_MAP(CReportCtrl, CWnd)
     ON_NOTIFY(RVN_ENDITEMEDIT, report::kEditorId, &CReportCtrl::OnRvnEndItemEdit)
     ON_EN_CHANGE(report::kEditorId, &CReportCtrl::OnEditorChange)
     ON_CONTROL(CBN_EDITCHANGE, report::kEditorId, &CReportCtrl::OnEditorChange)
+    ON_CONTROL(CBN_SELCHANGE, report::kEditorId, &CReportCtrl::OnEditorPick)
     ON_REGISTERED_MESSAGE(report::kEditMessage, &CReportCtrl::OnEditMessage)
 END_MESSAGE_MAP()
 

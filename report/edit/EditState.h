@@ -24,6 +24,7 @@ struct EditState
     bool isSettingText = false;
     bool isRefused = false; // what is in the editor, and the user does not see why yet
     std::string reason;
+    bool hasPicked = false; // a choice of a list
 };
 
 // Where an edit goes on once the window has the focus again.

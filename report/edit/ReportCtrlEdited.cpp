@@ -41,6 +41,13 @@ void CReportCtrl::OnEditorChange()
     m_data->GrowEditor();
 }
 
+// A choice is not in the field yet when the box tells of it.
+void CReportCtrl::OnEditorPick()
+{
+    m_data->edit.hasPicked = true;
+    m_data->PostEditMessage();
+}
+
 void CReportCtrl::Data::GrowEditor()
 {
     if (!(properties.editing & RVED_GROW) || report::TextField(edit.editor) != edit.editor)
@@ -197,6 +204,8 @@ LRESULT CReportCtrl::OnEditMessage(WPARAM, LPARAM)
 {
     m_data->isEditMessagePosted = false;
     const report::NextEdit next = std::exchange(m_data->nextEdit, {});
+    if (std::exchange(m_data->edit.hasPicked, false))
+        OnEditorChange();
     if (m_data->IsEditing())
         m_data->CheckEditor();
     else if (next.goOn != report::GoOn::Nowhere)

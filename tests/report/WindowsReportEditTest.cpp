@@ -488,6 +488,18 @@ TEST_F(ReportEdit, ChoosesFromAList)
         EXPECT_NE(std::string::npos, told.find(Line("[end 1 1", ended))) << told;
         EXPECT_EQ(nullptr, Combo());
     }
+    std::string texts;
+    act = [&texts](NMHDR& note) -> LRESULT {
+        const auto& record = reinterpret_cast<const _NMRVITEMEDIT&>(note);
+        texts += note.code == RVN_EDITTEXT ? Line("", record.item, record.subitem, record.text) : "";
+        return 0;
+    };
+    report.SetItemText(1, 1, "one");
+    EXPECT_EQ(1, Begin(1, 0, 1));
+    Post(::GetFocus(), WM_KEYDOWN, VK_DOWN);
+    EXPECT_EQ(" 1 1 gr\xC3\xB6n", texts) << "what is picked is told, too";
+    Post(::GetFocus(), WM_KEYDOWN, VK_ESCAPE);
+
     report.SetItemText(1, 1, "One");
     EXPECT_EQ(1, Begin(1, 0, 1));
     EXPECT_EQ("One", QmGetWindowText(Combo())) << "not the choice that differs in its capitals";

@@ -168,7 +168,8 @@ public:
     int GetSubItem(int subitem, _RVSUBITEM* definition);
 
     // Sets the texts that are offered while a cell of a subitem is edited: in a combo box, which takes any
-    // other text, too. None for a line to type in, as at first. Raises outside the definitions.
+    // other text, too. They are copied. With a count of 0 it is a line to type in, as at first. Raises
+    // outside the definitions.
     void SetSubItemChoices(int subitem, const char* const* texts, int count);
 
     // Takes a definition and its cells away. Returns 0 if there is no such subitem.

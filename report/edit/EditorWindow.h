@@ -9,7 +9,8 @@ namespace report
 constexpr UINT kEditorId = 1;   // of the control's child windows
 extern const UINT kEditMessage; // that the control sends itself
 
-// What a cell can keep of the text, in UTF-8: no more bytes, and not the one that separates encoded cells.
+// The text as a cell can keep it: UTF-8, at most 65,535 bytes of whole characters, without the byte that
+// separates encoded cells.
 std::string EditorText(HWND editor);
 
 // The field of a combo box; any other editor is its own.
@@ -19,7 +20,7 @@ HWND TextField(HWND editor);
 // The editor and the control may be gone afterwards.
 void TellEnd(HWND editor, UINT key);
 
-// Whether a message is a key that ends an edit. It gives the focus to the control then, and the editor ends
+// Whether a message is a key that ends an edit. The editor gives the focus to the control then, and ends
 // because it has lost it.
 bool IsEndKey(const MSG& message);
 

@@ -1,10 +1,12 @@
 # The libraries that we build on, as tools/dependencies.sh has put them into build/deps. All are linked statically, and
 # none shows in an exported header. Our warnings do not apply to them: imported targets are system headers.
 set(QM_DEPS ${PROJECT_SOURCE_DIR}/build/deps)
-if(NOT EXISTS ${QM_DEPS}/pcre2-10.42/.ready OR NOT EXISTS ${QM_DEPS}/sqlite3-3.40.1/.ready
-   OR NOT EXISTS ${QM_DEPS}/include/date)
-    message(FATAL_ERROR "The libraries in build/deps are missing: run tools/setup.sh")
-endif()
+foreach(folder pcre2-10.42/.ready sqlite3-3.40.1/.ready utf8proc-2.8.0/.ready include/date)
+    if(NOT EXISTS ${QM_DEPS}/${folder})
+        message(FATAL_ERROR "The libraries in build/deps are missing: run tools/setup.sh")
+    endif()
+endforeach()
+enable_language(C)
 
 # Command lines.
 add_library(QmDeps::CLI11 INTERFACE IMPORTED GLOBAL)
@@ -50,7 +52,6 @@ endif()
 # saving and reading a tenth faster.
 add_library(QmDeps::SQLite INTERFACE IMPORTED GLOBAL)
 if(WIN32)
-    enable_language(C)
     add_library(sqlite3 STATIC EXCLUDE_FROM_ALL ${QM_DEPS}/sqlite3-3.40.1/sqlite3.c)
     # A connection is used by one thread at a time, no extension is ever loaded, and temporary data stays in memory.
     target_compile_definitions(sqlite3 PRIVATE
@@ -65,5 +66,13 @@ else()
     target_link_libraries(QmDeps::SQLite INTERFACE ${QM_SQLITE} m)
 endif()
 target_include_directories(QmDeps::SQLite INTERFACE ${QM_DEPS}/sqlite3-3.40.1)
+
+# What Unicode tells of characters: which of them are one to a reader, how wide they are, their capitals.
+add_library(utf8proc STATIC EXCLUDE_FROM_ALL ${QM_DEPS}/utf8proc-2.8.0/utf8proc.c)
+target_compile_definitions(utf8proc PUBLIC UTF8PROC_STATIC)
+target_compile_options(utf8proc PRIVATE -O2 -g0)
+target_include_directories(utf8proc SYSTEM PUBLIC ${QM_DEPS}/utf8proc-2.8.0)
+set_target_properties(utf8proc PROPERTIES UNITY_BUILD OFF)
+add_library(QmDeps::utf8proc ALIAS utf8proc)
 
 install(DIRECTORY ${QM_DEPS}/licences DESTINATION ${CMAKE_INSTALL_DOCDIR})

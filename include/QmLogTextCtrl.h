@@ -16,6 +16,7 @@ struct CQmLogRow;
 namespace logview
 {
 struct RowChange;
+struct Selection;
 struct ShownRows;
 } // namespace logview
 
@@ -104,7 +105,8 @@ public:
     // Puts the caret on the next or previous header of an error block; row 0 is never a previous one.
     bool GoToError(bool forward);
 
-    // The selected text, each line with the line feed it has in the log; and the same into the clipboard.
+    // The selected text, each line with the line feed it has in the log; and the same into the clipboard, as
+    // Unicode and as the bytes that the logs have.
     std::string GetSelectedText();
     bool Copy();
 
@@ -134,6 +136,7 @@ public:
     int GetRowColumnCount(int row) override;
     int GetRowHeight() override;
     int GetRowLeft(int row) override;
+    void GetRowCells(int row, VkGrafic::TextCells& cells) override;
     void PrepareRows(int first, int count) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;
@@ -157,6 +160,7 @@ private:
     void RefreshRows();
     void UpdateFollow();
     bool ReadSearched(int row, std::string& line);
+    logview::Selection GetSelection() const;
     void DrawCaretMark(CDC& dc, int x, int y);
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
 

@@ -5,6 +5,7 @@
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "logview/FileLook.h"
+#include "logview/LineFind.h"
 #include "logview/LogNames.h"
 #include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
@@ -293,16 +294,27 @@ bool CQmLogTextCtrl::GoToError(bool forward)
     return true;
 }
 
+logview::Selection CQmLogTextCtrl::GetSelection() const
+{
+    return {GetSelectionBeginRow(), GetSelectionBeginColumn(), GetSelectionEndRow(), GetSelectionEndColumn()};
+}
+
 std::string CQmLogTextCtrl::GetSelectedText()
 {
-    return logview::SelectionText(m_rows->source, m_rows->session, GetSelectionBeginRow(),
-                                  GetSelectionBeginColumn(), GetSelectionEndRow(), GetSelectionEndColumn());
+    return logview::SelectedBytes(m_rows->source, m_rows->session, GetSelection());
 }
 
 bool CQmLogTextCtrl::Copy()
 {
-    const std::string text = GetSelectedText();
-    return !text.empty() && QmSetClipboard(m_hWnd, CF_TEXT, text.c_str(), text.size() + 1);
+    const std::string bytes = GetSelectedText();
+    if (bytes.empty())
+        return false;
+    const ZEMA::WideString wide =
+        logview::SelectedCharacters(m_rows->source, m_rows->session, GetSelection());
+    const QmClipboardItem items[] = {
+        {CF_UNICODETEXT, wide.c_str(), (wide.size() + 1) * sizeof(ZEMA::WideChar)},
+        {CF_TEXT, bytes.c_str(), bytes.size() + 1}};
+    return QmSetClipboard(m_hWnd, items, std::size(items));
 }
 
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
@@ -344,6 +356,19 @@ int CQmLogTextCtrl::GetRowColumnCount(int row)
     return m_rows->session.ColumnCount(row);
 }
 
+void CQmLogTextCtrl::GetRowCells(int row, VkGrafic::TextCells& cells)
+{
+    const logview::CachedRow* cached = m_rows->cache.Get(row);
+    logview::RowCache alone(m_rows->source);
+    if (!cached)
+    {
+        alone.Prepare(m_rows->session, row, 1);
+        cached = alone.Get(row);
+    }
+    if (cached)
+        cells.Take(cached->text.data(), cached->text.size());
+}
+
 // The line of a row that a search looks at, which goes on with its neighbours: they are read along.
 bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
 {
@@ -362,18 +387,14 @@ bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
 
 bool CQmLogTextCtrl::Find(int row, int& column, const char* text, bool& found)
 {
-    // Only the line is put into capitals: a text with small letters is never found. Deliberate; the find bar
-    // passes capitals.
+    // Only the line is put into capitals. Deliberate; the find bar passes capitals.
     found = false;
     std::string line;
     if (!ReadSearched(row, line))
         return false;
-    ::CharUpperBuffA(line.data(), static_cast<DWORD>(line.size()));
-    const std::size_t begin = static_cast<std::size_t>(std::max(column, 0));
-    const std::size_t place = text ? line.find(text, begin) : std::string::npos;
-    found = place != std::string::npos;
-    if (found)
-        column = static_cast<int>(place);
+    const std::optional<int> place = text ? logview::FindInLine(line, text, column) : std::nullopt;
+    found = place.has_value();
+    column = place.value_or(column);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "logview/RowCache.h"
 
+#include "zemacore/WideText.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -66,6 +68,8 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
         row.text = std::string_view(m_text).substr(m_slices[i].begin, m_slices[i].size);
         if (row.last)
             row.text = LastLine(row.text);
+        if (row.length > kLineBytes)
+            row.text = row.text.substr(0, ZEMA::WholeCharacters(row.text.data(), row.text.size()));
         row.foldable = row.readable && next.readable &&
                        IsFoldable({row.place, row.record}, {next.place, next.record}, row.expanded);
     }

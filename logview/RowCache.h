@@ -16,7 +16,8 @@ struct CachedRow
     RowId place;
     CQmLogRow record;
     std::uint32_t length = 0; // bytes of the line as its index tells it
-    std::string_view text;    // the line with its line feed, or its first RowCache::kLineBytes bytes
+    std::string_view text;    // the line with its line feed, or what its first
+                              // RowCache::kLineBytes bytes have of whole characters
     bool last = false;        // of its log
     bool readable = false;    // else there is nothing to draw, and the row is empty
     bool foldable = false;

@@ -1,6 +1,7 @@
 #include "logview/SelectionText.h"
 
 #include "logview/RowCache.h"
+#include "vkgrafic/TextCells.h"
 
 #include <algorithm>
 
@@ -12,24 +13,15 @@ namespace
 
 constexpr int kRowsTogether = 256;
 
-// The columns of a line from `begin` to `end`, as far as there are any.
-std::string_view Part(std::string_view line, int begin, int end)
+// Tells of each line that can be read, and of its columns from `begin` to `end`.
+template <typename Tell>
+void ForEachLine(RowSource& source, const LogSession& session, const Selection& selection, Tell tell)
 {
-    const std::size_t last = std::min(line.size(), static_cast<std::size_t>(std::max(end, 0)));
-    const std::size_t first = std::min(last, static_cast<std::size_t>(std::max(begin, 0)));
-    return line.substr(first, last - first);
-}
-
-} // namespace
-
-std::string SelectionText(RowSource& source, const LogSession& session, int beginRow, int beginColumn,
-                          int endRow, int endColumn)
-{
-    std::string text;
     std::string whole;
     RowCache cache(source);
-    const int rowsEnd = endRow < session.RowCount() ? endRow + 1 : session.RowCount();
-    int prepared = std::max(beginRow, 0);
+    std::size_t size = 0;
+    const int rowsEnd = selection.endRow < session.RowCount() ? selection.endRow + 1 : session.RowCount();
+    int prepared = std::max(selection.beginRow, 0);
     for (int row = prepared; row < rowsEnd; ++row)
     {
         if (row == prepared)
@@ -44,12 +36,48 @@ std::string SelectionText(RowSource& source, const LogSession& session, int begi
         std::string_view line = cached->text;
         if (cached->length > RowCache::kLineBytes && session.ReadLine(row, whole))
             line = whole;
-        line =
-            Part(line, row == beginRow ? beginColumn : 0, row == endRow ? endColumn : LogSession::kMaxRows);
-        if (text.size() + line.size() > kMaxSelectionBytes)
+        const auto within = [&line](int column) {
+            return std::min(line.size(), static_cast<std::size_t>(std::max(column, 0)));
+        };
+        const std::size_t end = row == selection.endRow ? within(selection.endColumn) : line.size();
+        const std::size_t begin =
+            row == selection.beginRow ? std::min(within(selection.beginColumn), end) : 0;
+        size += end - begin;
+        if (size > kMaxSelectionBytes)
             break;
-        text += line;
+        tell(line, begin, end);
     }
+}
+
+} // namespace
+
+std::string SelectedBytes(RowSource& source, const LogSession& session, const Selection& selection)
+{
+    std::string text;
+    ForEachLine(source, session, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
+        text += line.substr(begin, end - begin);
+    });
+    return text;
+}
+
+ZEMA::WideString SelectedCharacters(RowSource& source, const LogSession& session, const Selection& selection)
+{
+    ZEMA::WideString text;
+    ZEMA::WideString wide;
+    VkGrafic::TextCells cells;
+    ForEachLine(source, session, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
+        ZEMA::ToWide(line.data(), line.size(), wide);
+        if (begin == 0 && end == line.size())
+        {
+            text += wide;
+            return;
+        }
+        cells.Take(line.data(), line.size());
+        const auto unit = [&](std::size_t column) {
+            return static_cast<std::size_t>(cells.UnitOf(static_cast<int>(column)));
+        };
+        text += wide.substr(unit(begin), unit(end) - unit(begin));
+    });
     return text;
 }
 

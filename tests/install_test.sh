@@ -22,7 +22,7 @@ while IFS=: read -r document link; do
 done < <(grep -roE --include='*.md' '\]\([^)]+\)' "$prefix/share")
 
 # Each library that is in what is shipped has its licence.
-for licence in gcc GPL-3 mingw-w64 CLI pcre2 sqlite3; do
+for licence in gcc GPL-3 mingw-w64 CLI pcre2 sqlite3 utf8proc; do
     [[ -s $prefix/share/doc/QmLog/licences/$licence.txt ]] || fault "the licence of $licence is missing"
 done
 

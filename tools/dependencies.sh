@@ -9,6 +9,7 @@ deps=$root/build/deps
 sources=(
     "pcre2 pcre2_10.42.orig.tar.gz c33b418e3b936ee3153de2c61cc638e7e4fe3156022a5c77d0711bcbb9d64f1f pcre2-10.42 LICENCE"
     "sqlite3 sqlite3_3.40.1.orig.tar.xz aaa776260ab4dc976db34aa7891819484c8676b5b2783123ebc6301e2ca5d655 sqlite3-3.40.1 LICENSE.md"
+    "utf8proc utf8proc_2.8.0.orig.tar.gz a0a60a79fe6f6d54e7d411facbfcc867a6e198608f2cd992490e46f04b1bcecc utf8proc-2.8.0 LICENSE.md"
 )
 # Folders below /usr/include, and the package whose licence goes with each.
 headers=(

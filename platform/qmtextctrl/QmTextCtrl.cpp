@@ -171,6 +171,8 @@ int CQmTextCtrl::GetRowLeft(int)
     return 0;
 }
 
+void CQmTextCtrl::GetRowCells(int, VkGrafic::TextCells&) {}
+
 int CQmTextCtrl::GetRowHeight()
 {
     return m_fontHeight;

@@ -4,6 +4,18 @@
 
 #include <algorithm>
 
+namespace
+{
+
+int CharacterCount(const std::string& text)
+{
+    VkGrafic::TextCells cells;
+    cells.Take(text.data(), text.size());
+    return static_cast<int>(cells.Characters().empty() ? text.size() : cells.Characters().size() - 1);
+}
+
+} // namespace
+
 bool CQmTextCtrl::Find(int, int&, const char*, bool&)
 {
     return false;
@@ -129,12 +141,10 @@ bool CQmTextCtrl::ShowMatch(bool found, textview::Cell match)
     if (!found)
         return false;
     ApplyUser([&] {
-        const int length = static_cast<int>(m_findText.size());
         m_view.Focus(match, false);
-        const int end = static_cast<int>(
-            std::min<std::int64_t>(std::int64_t{match.column} + length, textview::TextView::kRowEnd));
+        const int end = m_view.ColumnBehind(match, CharacterCount(m_findText));
         m_view.Select({match.row, end});
-        m_view.EnsureVisible(match, 1, length);
+        m_view.EnsureVisible(match, 1, end - match.column);
     });
     return true;
 }

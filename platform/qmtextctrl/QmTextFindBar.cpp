@@ -2,7 +2,9 @@
 
 #include "platform_resource.h"
 #include "qmcommon/OwnModule.h"
+#include "qmcommon/QmWindowText.h"
 #include "qmtextctrl/QmTextCtrl.h"
+#include "zemacore/WideText.h"
 
 BEGIN_MESSAGE_MAP(CQmTextFindBar, CDialog)
     ON_BN_CLICKED(IDC_FIND_PREVIOUS, &CQmTextFindBar::OnPrevious)
@@ -35,10 +37,10 @@ bool CQmTextFindBar::Open()
 
 void CQmTextFindBar::TakeFocus(const char* text)
 {
-    SetDlgItemText(IDC_FIND_TEXT, text);
+    const HWND edit = ::GetDlgItem(m_hWnd, IDC_FIND_TEXT);
+    QmSetWindowText(edit, text);
     ShowFound(true);
     ShowWindow(SW_SHOW);
-    const HWND edit = ::GetDlgItem(m_hWnd, IDC_FIND_TEXT);
     ::SendMessage(edit, EM_SETSEL, 0, -1);
     ::SetFocus(edit);
 }
@@ -98,8 +100,12 @@ void CQmTextFindBar::OnCancel()
 
 void CQmTextFindBar::OnTextChange()
 {
-    char text[kMaxTextLength + 1];
-    GetDlgItemText(IDC_FIND_TEXT, text, static_cast<int>(sizeof(text)));
-    m_textCtrl.SetFindText(text);
+    // The edit control's capitals are those of the user's language, a search's are those of all.
+    std::string text = QmGetWindowText(::GetDlgItem(m_hWnd, IDC_FIND_TEXT));
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text.data(), text.size(), wide);
+    ZEMA::ToCapitals(wide);
+    ZEMA::FromWide(wide.data(), wide.size(), text);
+    m_textCtrl.SetFindText(text.c_str());
     ShowFound(true);
 }

@@ -129,9 +129,24 @@ int TextView::LeftOf(int row)
     return left;
 }
 
+// They hold until it is called again: rows may change between any two calls.
+const VkGrafic::TextCells& TextView::CellsOf(int row)
+{
+    m_cells.Clear();
+    if (row >= 0 && row < m_rows.GetRowCount())
+        m_rows.GetRowCells(row, m_cells);
+    return m_cells;
+}
+
 std::int64_t TextView::PixelOf(Cell place)
 {
-    return LeftOf(place.row) + static_cast<std::int64_t>(place.column) * m_metrics.cellWidth;
+    const int cell = place.column > 0 ? CellsOf(place.row).CellOf(place.column) : place.column;
+    return LeftOf(place.row) + static_cast<std::int64_t>(cell) * m_metrics.cellWidth;
+}
+
+int TextView::ColumnBehind(Cell place, int characters)
+{
+    return CellsOf(place.row).ColumnBehind(place.column, characters);
 }
 
 int TextView::XOf(Cell place)
@@ -151,6 +166,8 @@ bool TextView::HitTest(int x, int y, Cell& cell)
     cell = {static_cast<int>(std::clamp<std::int64_t>(row, 0, rowCount)), 0};
     const std::int64_t pixel = static_cast<std::int64_t>(x) + m_state.offset - LeftOf(cell.row);
     cell.column = FloorDivide(pixel, m_metrics.cellWidth);
+    if (cell.column > 0)
+        cell.column = CellsOf(cell.row).ColumnOf(cell.column);
     return row >= 0 && row < rowCount;
 }
 
@@ -203,7 +220,8 @@ void TextView::EnsureVisible(Cell place, int rowCount, int columnCount)
     if (columnCount <= 0)
         return;
     const std::int64_t begin = PixelOf(place);
-    const std::int64_t end = begin + static_cast<std::int64_t>(columnCount) * m_metrics.cellWidth;
+    const int lastColumn = Limited(std::int64_t{place.column} + columnCount - 1);
+    const std::int64_t end = PixelOf({place.row, CellsOf(place.row).EndOf(lastColumn)});
     m_widest = std::max(m_widest, end);
     if (begin < m_state.offset)
         ScrollToOffset(place.column == 0 ? 0 : begin); // the margin comes along with the first column
@@ -216,7 +234,8 @@ Cell TextView::Bounded(std::int64_t row, int column)
     if (m_rows.GetRowCount() <= 0)
         return {};
     const int bounded = static_cast<int>(std::clamp<std::int64_t>(row, 0, LastRow()));
-    return {bounded, std::clamp(column, 0, std::max(m_rows.GetRowColumnCount(bounded), 0))};
+    const int within = std::clamp(column, 0, std::max(m_rows.GetRowColumnCount(bounded), 0));
+    return {bounded, within > 0 ? CellsOf(bounded).BeginOf(within) : 0};
 }
 
 void TextView::SetCaret(Cell place, Caret mode)
@@ -226,16 +245,23 @@ void TextView::SetCaret(Cell place, Caret mode)
         m_state.anchor = place;
 }
 
+void TextView::AimAtCaret()
+{
+    const Cell caret = m_state.caret;
+    m_goalCell = caret.column > 0 ? CellsOf(caret.row).CellOf(caret.column) : 0;
+}
+
 void TextView::MoveCaret(Cell place, Caret mode)
 {
     SetCaret(place, mode);
-    m_goalColumn = place.column;
+    AimAtCaret();
     EnsureVisible(place, 1, 1);
 }
 
 void TextView::MoveRow(std::int64_t row, Caret mode)
 {
-    SetCaret(Bounded(row, m_goalColumn), mode);
+    const Cell begin = Bounded(row, 0);
+    SetCaret(Bounded(begin.row, CellsOf(begin.row).ColumnOf(m_goalCell)), mode);
     EnsureVisible(m_state.caret, 1, 1);
 }
 
@@ -257,7 +283,7 @@ void TextView::SelectAll()
 {
     m_state.anchor = {};
     m_state.caret = Bounded(LastRow(), kRowEnd);
-    m_goalColumn = m_state.caret.column;
+    AimAtCaret();
 }
 
 void TextView::RowsChanged()
@@ -284,7 +310,7 @@ void TextView::MoveRows(int row, int delta)
 void TextView::Reload()
 {
     m_state = {};
-    m_goalColumn = 0;
+    m_goalCell = 0;
     m_widest = 0;
     ScrollBy(0, 0);
 }
@@ -298,11 +324,11 @@ void TextView::Move(Motion motion, Caret mode)
     {
     case Motion::Left:
         if (caret.column > 0)
-            return MoveCaret({caret.row, caret.column - 1}, mode);
+            return MoveCaret(Bounded(row, caret.column - 1), mode);
         return MoveCaret(row > 0 ? Bounded(row - 1, kRowEnd) : caret, mode);
     case Motion::Right:
         if (caret.column < Bounded(row, kRowEnd).column)
-            return MoveCaret({caret.row, caret.column + 1}, mode);
+            return MoveCaret(Bounded(row, CellsOf(caret.row).EndOf(caret.column)), mode);
         return MoveCaret(row < LastRow() ? Cell{caret.row + 1, 0} : caret, mode);
     case Motion::RowBegin:
         return MoveCaret({caret.row, 0}, mode);
@@ -342,15 +368,20 @@ Cell TextView::CellAt(int x, int y)
     const int line = std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight;
     const Cell row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
     const std::int64_t pixel = std::clamp<std::int64_t>(x, 0, m_metrics.width) + m_state.offset;
-    const std::int64_t fromLeft = pixel - LeftOf(row.row) + m_metrics.cellWidth / 2; // the nearer edge
-    return Bounded(row.row, FloorDivide(fromLeft, m_metrics.cellWidth));
+    const std::int64_t fromLeft = pixel - LeftOf(row.row);
+    const VkGrafic::TextCells& cells = CellsOf(row.row);
+    const int begin = cells.ColumnOf(FloorDivide(fromLeft, m_metrics.cellWidth));
+    const int end = cells.EndOf(begin);
+    const std::int64_t middle = // twice
+        (std::int64_t{cells.CellOf(begin)} + cells.CellOf(end)) * m_metrics.cellWidth;
+    return Bounded(row.row, 2 * fromLeft < middle ? begin : end); // the nearer edge
 }
 
 void TextView::Click(int x, int y, Caret mode)
 {
     // A row at the edge is not scrolled into view: a double click's second click must meet the same row.
     SetCaret(CellAt(x, y), mode);
-    m_goalColumn = m_state.caret.column;
+    AimAtCaret();
 }
 
 bool TextView::Autoscroll(int x, int y)

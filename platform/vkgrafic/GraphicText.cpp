@@ -1,5 +1,6 @@
 #include "vkgrafic/GraphicText.h"
 
+#include "vkgrafic/LineLayout.h"
 #include "vkgrafic/TextCells.h"
 #include "vkgrafic/WideLine.h"
 
@@ -24,34 +25,6 @@ constexpr std::size_t kRunLength = 512;
 
 constexpr WORD kNoGlyph = 0xFFFF;
 static_assert(sizeof(wchar_t) == sizeof(WORD)); // glyphs go where characters would
-
-// Cells are converted byte by byte, because a lead byte of the code page is a cell of its own too.
-constexpr std::size_t kBytes = 256;
-using Characters = std::array<wchar_t, kBytes>;
-
-Characters MakeCharacters()
-{
-    Characters characters;
-    for (unsigned byte = 0; byte < characters.size(); ++byte)
-    {
-        const unsigned char visible = vkgrafic::VisibleByte(static_cast<unsigned char>(byte));
-        const char ansi = static_cast<char>(visible);
-        wchar_t wide = vkgrafic::kPlaceholder;
-        const bool placeholder = visible != byte && visible != ' ';
-        if (!placeholder && ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &ansi, 1, &wide, 1) != 1)
-            wide = vkgrafic::kPlaceholder;
-        if (wide >= 0x7F && wide < 0xA0)
-            wide = vkgrafic::kPlaceholder; // undefined in the code page: a control character of Unicode
-        characters[byte] = wide;
-    }
-    return characters;
-}
-
-const Characters& GetCharacters()
-{
-    static const Characters characters = MakeCharacters();
-    return characters;
-}
 
 Align Horizontal(UINT flags)
 {
@@ -280,6 +253,60 @@ void DrawTextOf(HDC dc, const char* text, int length, RECT& rect, UINT flags)
 
 } // namespace
 
+namespace
+{
+
+// Characters in cells, which are drawn as many together as there are.
+class CellRun
+{
+public:
+    CellRun(HDC dc, int x, int y, int cellWidth) : m_dc(dc), m_x(x), m_y(y), m_cellWidth(cellWidth) {}
+    ~CellRun() { Draw(); }
+    CellRun(const CellRun&) = delete;
+    CellRun& operator=(const CellRun&) = delete;
+
+    // The character behind the one before.
+    void Add(wchar_t unit, int cell, int width)
+    {
+        if (m_count == kRunLength)
+            Draw();
+        if (m_count == 0)
+            m_cell = cell;
+        m_units[m_count] = unit;
+        m_widths[m_count++] = width * m_cellWidth;
+    }
+
+    // One that the system shapes: by itself, so that it moves none of the others.
+    void DrawAlone(const wchar_t* units, int count, int cell)
+    {
+        Draw();
+        ::ExtTextOutW(m_dc, XOf(cell), m_y, 0, nullptr, units, static_cast<UINT>(count), nullptr);
+    }
+
+private:
+    // The sum is near the clip box, while the product may be beyond the range of int.
+    int XOf(int cell) const { return static_cast<int>(m_x + static_cast<std::int64_t>(cell) * m_cellWidth); }
+
+    void Draw()
+    {
+        if (m_count > 0)
+            ::ExtTextOutW(m_dc, XOf(m_cell), m_y, 0, nullptr, m_units.data(), static_cast<UINT>(m_count),
+                          m_widths.data());
+        m_count = 0;
+    }
+
+    HDC m_dc;
+    int m_x;
+    int m_y;
+    int m_cellWidth;
+    int m_cell = 0;
+    std::size_t m_count = 0;
+    std::array<wchar_t, kRunLength> m_units;
+    std::array<INT, kRunLength> m_widths;
+};
+
+} // namespace
+
 GraphicText::GraphicText(HDC dc, const GraphicFont* font)
     : m_dc(dc), m_font(font ? font->m_data.get() : nullptr)
 {
@@ -325,23 +352,34 @@ SIZE GraphicText::MeasureWholeLines(const char* text, int length, int width) con
 void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const
 {
     RECT clip = {};
-    if (::GetClipBox(m_dc, &clip) == ERROR)
+    if (length <= 0 || ::GetClipBox(m_dc, &clip) == ERROR)
         return;
-    constexpr int kCells = static_cast<int>(kRunLength); // a call
-    const vkgrafic::Part part = vkgrafic::VisibleCells(x, length, cellWidth, {clip.left, clip.right});
-    std::array<INT, kRunLength> widths;
-    std::array<wchar_t, kRunLength> units;
-    widths.fill(cellWidth);
-    for (int done = 0; done < part.count; done += kCells)
+    static thread_local VkGrafic::TextCells cells; // its memory is used again
+    cells.Take(text, static_cast<std::size_t>(length));
+    const int cellCount = cells.CellOf(length);
+    const vkgrafic::Part part = vkgrafic::VisibleCells(x, cellCount, cellWidth, {clip.left, clip.right});
+    CellRun run(m_dc, x, y, cellWidth);
+    if (cells.Characters().empty())
     {
-        const int first = part.first + done;
-        const int count = std::min(kCells, part.count - done);
-        std::transform(text + first, text + first + count, units.begin(),
-                       [](char byte) { return GetCharacters()[static_cast<unsigned char>(byte)]; });
-        // The sum is near the clip box, while the product may be beyond the range of int.
-        const std::int64_t left = x + static_cast<std::int64_t>(first) * cellWidth;
-        ::ExtTextOutW(m_dc, static_cast<int>(left), y, 0, nullptr, units.data(), static_cast<UINT>(count),
-                      widths.data());
+        for (int cell = part.first; cell < part.first + part.count; ++cell)
+            run.Add(vkgrafic::VisibleUnit(static_cast<unsigned char>(text[cell])), cell, 1);
+        return;
+    }
+    const wchar_t* const wide = cells.Wide().data();
+    const auto at = [&](int cell) {
+        return std::lower_bound(
+            cells.Characters().begin(), cells.Characters().end(), cell,
+            [](const VkGrafic::TextCells::Character& character, int from) { return character.cell < from; });
+    };
+    const auto end = std::min(at(part.first + part.count), std::prev(cells.Characters().end()));
+    for (auto character = at(part.first); character < end; ++character)
+    {
+        const int units = character[1].unit - character->unit;
+        const wchar_t shown = vkgrafic::VisibleUnit(wide[character->unit]);
+        if (units == 1 && vkgrafic::IsSimple(shown))
+            run.Add(shown, character->cell, character[1].cell - character->cell);
+        else
+            run.DrawAlone(wide + character->unit, units, character->cell);
     }
 }
 

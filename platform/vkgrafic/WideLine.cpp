@@ -1,11 +1,10 @@
 #include "vkgrafic/WideLine.h"
 
-#include "vkgrafic/ExtendingCharacters.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
 #include <limits>
+#include <utf8proc.h>
 
 namespace vkgrafic
 {
@@ -15,6 +14,12 @@ namespace
 constexpr WideChar kMiddleDot = 0xB7;
 constexpr std::size_t kEllipsisLength = 3;
 constexpr char32_t kJoiner = 0x200D;
+
+struct CharacterRange
+{
+    char32_t first;
+    char32_t last;
+};
 
 // Letters, digits, signs and ideographs of scripts that run from left to right, one glyph after another.
 constexpr CharacterRange kSimple[] = {{0x0020, 0x007E}, {0x00A0, 0x00AC}, {0x00AE, 0x02FF}, {0x0370, 0x0482},
@@ -29,6 +34,23 @@ template <std::size_t count> bool IsIn(const CharacterRange (&ranges)[count], ch
         std::upper_bound(std::begin(ranges), std::end(ranges), character,
                          [](char32_t c, const CharacterRange& range) { return c < range.first; });
     return found != std::begin(ranges) && character <= std::prev(found)->last;
+}
+
+// Whether it never begins a character as its reader sees it: a mark, a joiner, a skin tone, a vowel or a
+// final consonant of Hangul.
+bool IsExtending(char32_t character)
+{
+    switch (utf8proc_get_property(static_cast<utf8proc_int32_t>(character))->boundclass)
+    {
+    case UTF8PROC_BOUNDCLASS_EXTEND:
+    case UTF8PROC_BOUNDCLASS_SPACINGMARK:
+    case UTF8PROC_BOUNDCLASS_ZWJ:
+    case UTF8PROC_BOUNDCLASS_V:
+    case UTF8PROC_BOUNDCLASS_T:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool IsHighSurrogate(WideChar unit)
@@ -59,7 +81,7 @@ bool IsFlagLetter(const WideChar* text, std::size_t length, std::size_t at)
 
 bool IsSimple(WideChar unit)
 {
-    return IsIn(kSimple, unit) && !IsIn(kExtending, unit);
+    return IsIn(kSimple, unit) && !IsExtending(unit);
 }
 
 WideChar VisibleUnit(WideChar unit)
@@ -75,7 +97,7 @@ bool BeginsCharacter(const WideChar* text, std::size_t length, std::size_t at)
         return true;
     if (IsHighSurrogate(text[at - 1]) && IsLowSurrogate(text[at]))
         return false;
-    if (text[at - 1] == kJoiner || IsIn(kExtending, CharacterAt(text, length, at)))
+    if (text[at - 1] == kJoiner || IsExtending(CharacterAt(text, length, at)))
         return false;
     if (!IsFlagLetter(text, length, at))
         return true;

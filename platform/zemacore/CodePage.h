@@ -10,4 +10,8 @@ namespace ZEMA
 // out.
 void CodePageToWide(const char* text, std::size_t length, WideString& wide);
 
+// How many bytes the character at the beginning of a text has that is not empty: two in some code pages of
+// East Asia, else one.
+std::size_t CodePageCharacterLength(const char* text, std::size_t length);
+
 } // namespace ZEMA

@@ -28,4 +28,9 @@ void CodePageToWide(const char* text, std::size_t length, WideString& wide)
     std::transform(text, text + length, wide.begin(), FromByte);
 }
 
+std::size_t CodePageCharacterLength(const char*, std::size_t)
+{
+    return 1;
+}
+
 } // namespace ZEMA

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <utf8proc.h>
 
 namespace ZEMA
 {
@@ -12,6 +13,7 @@ namespace
 {
 
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kSharpS = 0xDF;
 constexpr char32_t kHighSurrogate = 0xD800; // the first of 1,024, with the upper ten bits
 constexpr char32_t kLowSurrogate = 0xDC00;  // the first of 1,024, with the lower ten bits
 constexpr char32_t kBeyondSurrogates = 0xE000;
@@ -142,6 +144,11 @@ bool IsLowSurrogate(char32_t unit)
     return unit >= kLowSurrogate && unit < kBeyondSurrogates;
 }
 
+char32_t FromPair(char32_t high, char32_t low)
+{
+    return kBeyond16Bits + ((high - kHighSurrogate) << 10) + (low - kLowSurrogate);
+}
+
 } // namespace
 
 bool IsAscii(const char* text, std::size_t length)
@@ -177,8 +184,7 @@ void FromWide(const WideChar* wide, std::size_t length, std::string& text)
     {
         char32_t character = wide[i];
         if (IsHighSurrogate(character) && i + 1 < length && IsLowSurrogate(wide[i + 1]))
-            character =
-                kBeyond16Bits + ((character - kHighSurrogate) << 10) + (char32_t{wide[++i]} - kLowSurrogate);
+            character = FromPair(character, wide[++i]);
         else if (IsHighSurrogate(character) || IsLowSurrogate(character))
             character = kReplacement;
         PutUtf8(character, text);
@@ -193,6 +199,37 @@ bool ToUtf8(const char* text, std::size_t length, std::string& utf8)
     ToWide(text, length, wide);
     FromWide(wide.data(), wide.size(), utf8);
     return true;
+}
+
+void ToCapitals(WideString& text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        char32_t character = text[i];
+        const bool isPair = IsHighSurrogate(character) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]);
+        if (isPair)
+            character = FromPair(character, text[i + 1]);
+        const auto capital =
+            static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(character)));
+        // The sharp s has a capital in utf8proc and none in Unicode's table, nor where a user types it.
+        if ((capital >= kBeyond16Bits) == isPair && character != kSharpS)
+            PutWide(capital, &text[i]);
+        i += isPair ? 1 : 0;
+    }
+}
+
+std::size_t WholeCharacters(const char* text, std::size_t length)
+{
+    constexpr std::size_t kLongest = 4;
+    for (std::size_t behind = 1; behind < kLongest && behind <= length; ++behind)
+    {
+        const unsigned char byte = static_cast<unsigned char>(text[length - behind]);
+        if (byte >= 0xC0)
+            return FormOf(byte).length > behind ? length - behind : length;
+        if (byte < 0x80)
+            break;
+    }
+    return length;
 }
 
 } // namespace ZEMA

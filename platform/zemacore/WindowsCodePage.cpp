@@ -21,15 +21,26 @@ UINT FindCodePage()
     return codePage == CP_UTF8 || codePage == CP_ACP ? kWesternCodePage : codePage;
 }
 
+UINT TheCodePage()
+{
+    static const UINT codePage = FindCodePage();
+    return codePage;
+}
+
 } // namespace
 
 void CodePageToWide(const char* text, std::size_t length, WideString& wide)
 {
-    static const UINT codePage = FindCodePage();
+    const UINT codePage = TheCodePage();
     const int size = static_cast<int>(std::min<std::size_t>(length, std::numeric_limits<int>::max()));
     const int needed = ::MultiByteToWideChar(codePage, 0, text, size, nullptr, 0);
     wide.resize(static_cast<std::size_t>(needed));
     ::MultiByteToWideChar(codePage, 0, text, size, wide.data(), needed);
+}
+
+std::size_t CodePageCharacterLength(const char* text, std::size_t length)
+{
+    return length > 1 && ::IsDBCSLeadByteEx(TheCodePage(), static_cast<BYTE>(text[0])) ? 2 : 1;
 }
 
 } // namespace ZEMA

@@ -1,6 +1,7 @@
 #include "tests/logview/LogRows.h"
 
 #include "QmLogReader.h"
+#include "logview/LineFind.h"
 #include "logview/LogNames.h"
 #include "logview/MarginZones.h"
 #include "logview/ReaderRows.h"
@@ -187,7 +188,7 @@ TEST(LogSession, EndsOnAnyBytes)
                                   fileRow);
             session.FindError(row, step % 2 != 0);
             session.FindBlock(0, std::max(row, 0), file, file);
-            SelectionText(logs, session, 0, 0, 100, 10);
+            SelectedCharacters(logs, session, {0, 0, 100, 10});
             session.CountHidden(Below(random, kFileCount));
             if (step % 4 == 0)
                 session.Reveal({Below(random, kFileCount), Below(random, 60)});
@@ -481,15 +482,77 @@ TEST(RowCache, ShowsNothingOfRowsThatCameLater)
 
 TEST(SelectionText, CutsTheFirstAndTheLastLine)
 {
+    const std::string lines[] = {"fi\u00E4st\n", std::string(5000, 'y') + "\u65E5\n", "\xE4\xC3\xA4\n",
+                                 "last"};
+    const std::string characters[] = {"fi\u00E4st\n", lines[1], "\u00E4\u00C3\u00A4\n", "last"};
     LogRows logs;
-    logs.Add(0, "first\n");
-    logs.Add(0, std::string(5000, 'y') + '\n');
-    logs.Add(0, "last");
+    for (const std::string& line : lines)
+        logs.Add(0, line);
     LogSession session(logs);
     session.Refresh(0);
-    EXPECT_EQ("rst\n" + logs.texts[0].substr(6, 5001) + "la", SelectionText(logs, session, 0, 2, 2, 2));
-    EXPECT_EQ("irs", SelectionText(logs, session, 0, 1, 0, 4));
-    EXPECT_EQ("last", SelectionText(logs, session, 2, 0, 9, 99));
+    const struct
+    {
+        Selection selection;
+        std::string bytes;
+        std::string characters;
+    } cases[] = {
+        {{0, 2, 3, 2},
+         lines[0].substr(2) + lines[1] + lines[2] + "la",
+         characters[0].substr(2) + characters[1] + characters[2] + "la"},
+        {{0, 1, 0, 4}, "i\u00E4", "i\u00E4"},
+        {{1, 4999, 1, 5003}, "y\u65E5", "y\u65E5"},
+        {{2, 1, 2, 3}, "\xC3\xA4", "\u00C3\u00A4"}, // in the code page, as the line as a whole tells
+        {{3, 0, 9, 99}, "last", "last"},
+        {{3, 3, 3, 1}, "", ""},
+    };
+    for (const auto& [selection, bytes, expected] : cases)
+    {
+        EXPECT_EQ(bytes, SelectedBytes(logs, session, selection));
+        const ZEMA::WideString wide = SelectedCharacters(logs, session, selection);
+        std::string found;
+        ZEMA::FromWide(wide.data(), wide.size(), found);
+        EXPECT_EQ(expected, found);
+    }
+    RowCache cache(logs);
+    logs.Add(0, std::string(RowCache::kLineBytes - 2, 'x') + "\u65E5\u672C\n");
+    session.Refresh(0);
+    cache.Prepare(session, 4, 1);
+    EXPECT_EQ(std::string(RowCache::kLineBytes - 2, 'x'), cache.Get(4)->text) << "no part of a character";
+}
+
+TEST(LineFind, ComparesCharactersInCapitals)
+{
+    const struct
+    {
+        const char* line;
+        const char* text;
+        int from;
+        int place; // -1: none
+    } cases[] = {
+        {"Some Text", "TEXT", 0, 5},
+        {"Some Text", "Text", 0, -1}, // the line's capitals only
+        {"text text", "TEXT", 1, 5},
+        {"text", "", 4, 4},
+        {"text", "", 5, -1},
+        {"gr\u00F6\u00DFe", "GR\u00D6\u00DFE", 0, 0},
+        {"x gr\xF6\xDF"
+         "e",
+         "GR\u00D6\u00DFE", 1, 2}, // in the code page, looked for in UTF-8
+        {"x gr\u00F6\u00DFe",
+         "GR\xD6\xDF"
+         "E",
+         0, 2},                               // the other way round
+        {"gr\u00F6\u00DFe", "\u00F6", 0, -1}, // a small letter
+        {"\u00E4 \u00E4", "\u00C4", 1, 3},
+        {"\u0416\u0443\u0440\u043D\u0430\u043B", "\u041D", 0, 6},
+        {"\u65E5\u5FD7 x", "\u5FD7", 0, 3},
+        {"\u65E5\u5FD7 x", "X", 0, 7},
+        {"e\u0301x", "\u0301", 0, 0}, // a mark alone: the character that has it
+        {"\U00010428", "\U00010400", 0, 0},
+        {"plain", "\u00C4", 0, -1},
+    };
+    for (const auto& [line, text, from, place] : cases)
+        EXPECT_EQ(place, FindInLine(line, text, from).value_or(-1)) << line << ' ' << text;
 }
 
 TEST(MarginZones, SwitchTheRowWhoseLowerEdgeIsNearest)

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 
 using namespace textview;
@@ -14,6 +16,7 @@ struct Row
 {
     int columns;
     int left;
+    std::string text; // laid out by its characters; without one, each column is a cell
 };
 
 class TestRows final : public Rows
@@ -23,6 +26,11 @@ public:
     int GetRowCount() override { return static_cast<int>(rows.size()); }
     int GetRowColumnCount(int row) override { return rows.at(static_cast<std::size_t>(row)).columns; }
     int GetRowLeft(int row) override { return rows.at(static_cast<std::size_t>(row)).left; }
+    void GetRowCells(int row, VkGrafic::TextCells& cells) override
+    {
+        const std::string& text = rows.at(static_cast<std::size_t>(row)).text;
+        cells.Take(text.data(), text.size());
+    }
 };
 
 // Rows that are all alike, up to as many as a number holds.
@@ -30,18 +38,70 @@ class EqualRows final : public Rows
 {
 public:
     int count = 0x7FFFFFFF;
-    Row row = {3, 16};
+    Row row = {3, 16, {}};
     int GetRowCount() override { return count; }
     int GetRowColumnCount(int) override { return row.columns; }
     int GetRowLeft(int) override { return row.left; }
+    void GetRowCells(int, VkGrafic::TextCells&) override {}
 };
+
+// What characters of a text are to its reader, how many cells each takes.
+struct Character
+{
+    const char* bytes;
+    int cells;
+};
+constexpr Character kCharacters[] = {{"a", 1},      {"b", 1},          {"\u00E4", 1},
+                                     {"\u65E5", 2}, {"\U0001F600", 2}, {"e\u0301", 1}};
+
+// The bounds between the characters of a row: columns, and the cells that they lie at.
+struct Bounds
+{
+    std::vector<int> columns = {0};
+    std::vector<int> cells = {0};
+};
+
+Bounds BoundsOf(const Row& row)
+{
+    Bounds bounds;
+    for (std::size_t at = 0; at < static_cast<std::size_t>(row.columns);)
+    {
+        int cells = 1;
+        std::size_t length = 1;
+        for (const Character& character : kCharacters)
+        {
+            const std::size_t size = std::strlen(character.bytes);
+            if (at < row.text.size() && row.text.compare(at, size, character.bytes) == 0)
+            {
+                length = size;
+                cells = character.cells;
+            }
+        }
+        at += length;
+        bounds.columns.push_back(static_cast<int>(at));
+        bounds.cells.push_back(bounds.cells.back() + cells);
+    }
+    return bounds;
+}
+
+// Half of the rows have a text, and of those some have a line feed behind what is laid out.
+template <typename Below> Row RandomRow(Below below)
+{
+    Row row = {below(20), below(40), {}};
+    if (below(2) == 0)
+        return row;
+    for (int count = below(12); count > 0; --count)
+        row.text += kCharacters[below(static_cast<int>(std::size(kCharacters)))].bytes;
+    row.columns = static_cast<int>(row.text.size()) + below(2);
+    return row;
+}
 
 // Every place of the text in reading order.
 std::vector<Cell> Places(TestRows& text)
 {
     std::vector<Cell> places;
     for (int row = 0; row < text.GetRowCount(); ++row)
-        for (int column = 0; column <= text.GetRowColumnCount(row); ++column)
+        for (const int column : BoundsOf(text.rows[static_cast<std::size_t>(row)]).columns)
             places.push_back({row, column});
     if (places.empty())
         places.push_back({});
@@ -63,12 +123,20 @@ void ExpectSound(TextView& view, TestRows& text)
     for (int row = 0; row < text.GetRowCount(); ++row)
     {
         const Range selected = view.SelectedColumns(row);
-        for (int column = 0; column < text.GetRowColumnCount(row); ++column)
+        const Bounds bounds = BoundsOf(text.rows[static_cast<std::size_t>(row)]);
+        const int width = view.CurrentMetrics().cellWidth;
+        for (std::size_t i = 0; i + 1 < bounds.columns.size(); ++i)
         {
+            const int column = bounds.columns[i];
             EXPECT_EQ(view.IsSelected({row, column}), column >= selected.begin && column < selected.end);
-            Cell hit;
-            EXPECT_TRUE(view.HitTest(view.XOf({row, column}), view.YOf(row), hit));
-            EXPECT_EQ((Cell{row, column}), hit);
+            const int x = view.XOf({row, column});
+            EXPECT_EQ(text.GetRowLeft(row) + bounds.cells[i] * width - state.offset, x);
+            for (const int end : {x, x + (bounds.cells[i + 1] - bounds.cells[i]) * width - 1})
+            {
+                Cell hit;
+                EXPECT_TRUE(view.HitTest(end, view.YOf(row), hit));
+                EXPECT_EQ((Cell{row, column}), hit);
+            }
         }
     }
 }
@@ -77,11 +145,11 @@ TEST(TextView, KeysMoveAsInTheFlatText)
 {
     std::mt19937 random(1);
     const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
-    for (int round = 0; round < 60; ++round)
+    for (int round = 0; round < 30; ++round)
     {
         TestRows text;
         for (int count = below(12); count > 0; --count)
-            text.rows.push_back({below(20), below(40)});
+            text.rows.push_back(RandomRow(below));
         TextView view(text);
         view.SetMetrics({7, 10, 30 + below(80), 5 + below(60), 10});
         int goal = 0;
@@ -94,9 +162,18 @@ TEST(TextView, KeysMoveAsInTheFlatText)
             Cell expected = before.caret;
             const auto at = std::find(places.begin(), places.end(), before.caret);
             const auto motion = static_cast<Motion>(below(static_cast<int>(Motion::ScrollDown) + 1));
-            const auto toRow = [&](int row) {
-                expected.row = std::clamp(row, 0, lastRow);
-                expected.column = std::min(goal, rowEnd(expected.row));
+            const auto cellOf = [&](Cell place) {
+                if (text.rows.empty())
+                    return 0;
+                const Bounds bounds = BoundsOf(text.rows[static_cast<std::size_t>(place.row)]);
+                const auto found = std::find(bounds.columns.begin(), bounds.columns.end(), place.column);
+                return bounds.cells[static_cast<std::size_t>(found - bounds.columns.begin())];
+            };
+            const auto toRow = [&](int row) { // the last place at or before the cell aimed at
+                expected = {std::clamp(row, 0, lastRow), 0};
+                for (const Cell& place : places)
+                    if (place.row == expected.row && cellOf(place) <= goal)
+                        expected = place;
             };
             if (motion == Motion::Left && at != places.begin())
                 expected = *(at - 1);
@@ -131,20 +208,20 @@ TEST(TextView, KeysMoveAsInTheFlatText)
             const int x = view.XOf(after.caret);
             EXPECT_TRUE(x >= 0 && x + 7 <= view.CurrentMetrics().width) << x;
             if (motion < Motion::Up || motion == Motion::Begin || motion == Motion::End)
-                goal = expected.column;
+                goal = cellOf(expected);
 
             // A row goes or comes, a pointer drags, the wheel turns.
             if (below(8) == 0 && !text.rows.empty())
                 text.rows.erase(text.rows.begin() + below(text.GetRowCount()));
             if (below(8) == 0)
-                text.rows.insert(text.rows.begin() + below(text.GetRowCount() + 1), {below(20), below(40)});
+                text.rows.insert(text.rows.begin() + below(text.GetRowCount() + 1), RandomRow(below));
             view.RowsChanged();
             ExpectSound(view, text);
             view.Autoscroll(below(300) - 100, below(300) - 100);
             view.Wheel(below(500) - 250, 3);
             view.WheelAcross(below(500) - 250, 3);
-            goal = view.CurrentState().caret.column;
             view.Focus(view.CurrentState().caret, below(2) == 0);
+            goal = cellOf(view.CurrentState().caret);
             ExpectSound(view, text);
         }
     }
@@ -156,7 +233,7 @@ class TextViewTest : public testing::Test
 protected:
     TextViewTest()
     {
-        text.rows.assign(10, {20, 16});
+        text.rows.assign(10, {20, 16, {}});
         view.SetMetrics({8, 10, 80, 45, 30});
     }
     TestRows text;
@@ -276,6 +353,26 @@ TEST_F(TextViewTest, ClicksMeetTheNearerEdgeAndTheLastRowInTheWindow)
     EXPECT_EQ(16 + 30 * 4 - 1, view.PixelScroll().last) << "of cells of another width";
 }
 
+TEST_F(TextViewTest, KeepsBetweenTheCharactersOfAText)
+{
+    text.rows[2] = {12, 16, "a\u65E5\U0001F600\u00E4b\n"}; // columns 0 1 4 8 10 11 12, cells 0 1 3 5 6 7 8
+    const int cases[][2] = {
+        {16 + 8 + 7, 1}, {16 + 8 + 8, 4}, {16 + 24 + 7, 4}, {16 + 24 + 8, 8}, {16 + 60, 12}};
+    for (const auto& [x, column] : cases)
+    {
+        view.Click(x, 20, Caret::Move);
+        EXPECT_EQ((Cell{2, column}), view.CurrentState().caret) << x;
+    }
+    view.Focus({2, 3}, false); // within a character
+    view.Select({2, 9});
+    EXPECT_EQ((Range{1, 8}), view.SelectedColumns(2));
+    EXPECT_EQ(16 + 5 * 8, view.XOf({2, 8}));
+    EXPECT_EQ(8, view.ColumnBehind({2, 1}, 2));
+    view.SetMetrics({8, 10, 24, 45, 30});
+    view.EnsureVisible({2, 4}, 1, 1); // both of its cells
+    EXPECT_EQ(16 + 5 * 8 - 24, view.CurrentState().offset);
+}
+
 TEST(TextView, ReadsTextThatIsMuchBrighterOrDarker)
 {
     const auto grey = [](int value) { return static_cast<COLORREF>(value * 0x010101); };
@@ -318,7 +415,7 @@ TEST(TextView, EveryOperationKeepsWithinTheNumbers)
     {
         EqualRows rows;
         rows.count = std::max(any(), 0);
-        rows.row = {any(), any()};
+        rows.row = {any(), any(), {}};
         TextView view(rows);
         view.SetMetrics({any(), any(), any(), any(), any()});
         for (int step = 0; step < 20; ++step)

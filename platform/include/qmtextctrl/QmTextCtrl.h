@@ -12,10 +12,12 @@ class CQmTextFindBar;
 
 // A window of text rows that a derived class supplies and draws.
 //
-// A row's text begins at its own left edge and holds one column a character, all of one width. Rows are
-// asked for while they are needed and never kept: GetRowCount, GetRowLeft and GetRowColumnCount may change
-// between any two calls, and who changes them calls OnRowsChanged. A repaint draws the visible rows that
-// need it, in memory, and copies them to the window once.
+// A row's text begins at its own left edge. Its columns are its bytes, and its characters stand in cells of
+// one width, as VkGrafic::TextCells lays them out; caret and selection lie between characters, and an
+// operation that is given a column within a character takes that character's first. Rows are asked for while
+// they are needed and never kept: GetRowCount, GetRowLeft, GetRowColumnCount and GetRowCells may change
+// between any two calls, and who changes them calls OnRowsChanged. A repaint draws the visible rows that need
+// it, in memory, and copies them to the window once.
 //
 // The window may be destroyed, and its object deleted, in OnTextMenu and OnUserScroll. A derived class that
 // is deleted while its window exists destroys the window in its own destructor. The window's thread only.
@@ -37,14 +39,18 @@ public:
     int GetRowColumnCount(int row) override = 0;
     int GetRowLeft(int row) override;
 
+    // Lays out a row's text (`cells.Take`), at least as far as it is drawn; what lies behind takes a cell a
+    // column. By default all does, which is right for ASCII.
+    void GetRowCells(int row, VkGrafic::TextCells& cells) override;
+
     // Pixels; by default as high as the font, and as wide as one of its characters.
     virtual int GetRowHeight();
     int GetColumnWidth() const;
 
-    // Draws the text and marks of `row` from (x, y), where GetRowLeft lies after scrolling. Marks may reach
-    // half a row's height into the row below. The background is painted, the font selected and the background
-    // mode transparent. A row of which something is selected is drawn a second time, clipped to the selected
-    // cells; colours come from GetDrawColor.
+    // Draws the text (GraphicText::DrawCells) and marks of `row` from (x, y), where GetRowLeft lies after
+    // scrolling. Marks may reach half a row's height into the row below. The background is painted, the font
+    // selected and the background mode transparent. A row of which something is selected is drawn a second
+    // time, clipped to the selected cells; colours come from GetDrawColor.
     virtual void DrawRow(CDC& dc, int x, int y, int row) = 0;
 
     // The colour to draw text in that is `wanted` on the usual background: the selection's text colour within
@@ -78,8 +84,9 @@ public:
     void Select(int row, int column);
     void SelectAll();
 
-    // What lies under a client point. The column is counted from the row's left edge, below 0 to the left of
-    // it. Below the last row the answer is false and `row` the row count.
+    // What lies under a client point. The column is that of the character there; to the left of the row's
+    // left edge it is below 0, and behind the text it counts on, a cell each. Below the last row the answer
+    // is false and `row` the row count.
     bool HitTest(CPoint point, int& row, int& column);
 
     int GetCaretRow() const;
@@ -104,8 +111,8 @@ public:
     void CloseFind();
 
     // Find the next match from the selection's end or the caret on, or the last one that begins before them,
-    // around the end once. The match is selected and shown. False when there is none. Rows that cannot be
-    // read are passed over; nothing else happens meanwhile.
+    // around the end once. The match, as many characters as the text has, is selected and shown. False when
+    // there is none. Rows that cannot be read are passed over; nothing else happens meanwhile.
     bool FindNext();
     bool FindPrevious();
 

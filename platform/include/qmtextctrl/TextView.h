@@ -2,6 +2,7 @@
 // integers; no window system.
 #pragma once
 
+#include "vkgrafic/TextCells.h"
 #include "wintypes.h"
 #include "zemacore/ZemaApi.h"
 
@@ -15,8 +16,11 @@ class Rows
 public:
     virtual int GetRowCount() = 0;
 
-    // Columns of a row's text; a line feed counts as one.
+    // Columns of a row's text, which are its bytes; a line feed counts as one.
     virtual int GetRowColumnCount(int row) = 0;
+
+    // Lays out a row's text, as far as it is drawn. `cells` comes with a cell for each column.
+    virtual void GetRowCells(int row, VkGrafic::TextCells& cells) = 0;
 
     // Pixels from the unscrolled window's left edge to the row's text, at least 0.
     virtual int GetRowLeft(int row) = 0;
@@ -41,7 +45,7 @@ struct Metrics
     }
 };
 
-// Before a column of a row.
+// Before a column of a row; the column is that of the first byte of a character, or the end.
 struct Cell
 {
     int row = 0;
@@ -130,7 +134,8 @@ private:
 };
 
 // Rows of one height stacked from the top of the window, beginning with row `top`; cells of one width in
-// each. Every operation leaves caret, selection and scroll position within the rows as they are then.
+// each. Every operation leaves caret, selection and scroll position within the rows as they are then, caret
+// and selection between characters.
 class QMPLATFORM_API TextView
 {
 public:
@@ -159,6 +164,9 @@ public:
     int XOf(Cell place);
     int YOf(int row) const;
 
+    // The column so many characters behind a place.
+    int ColumnBehind(Cell place, int characters);
+
     // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it.
     // False above the first row, where the row is 0, and below the last, where it is the row count.
     bool HitTest(int x, int y, Cell& cell);
@@ -171,7 +179,8 @@ public:
     void ScrollToRow(int top);
     void ScrollToPixel(int offset);
 
-    // Scrolls as little as needed to show the rows and columns; 0 columns do not scroll across.
+    // Scrolls as little as needed to show the rows, and the characters of those columns; 0 columns do not
+    // scroll across.
     void EnsureVisible(Cell place, int rowCount, int columnCount);
 
     // See CQmTextCtrl, whose operations these are.
@@ -199,10 +208,12 @@ private:
     int LastRow();
     int LeftOf(int row);
     int PageColumns() const;
+    const VkGrafic::TextCells& CellsOf(int row);
     std::int64_t PixelOf(Cell place);
     Cell Bounded(std::int64_t row, int column);
     Cell CellAt(int x, int y);
     void SetCaret(Cell place, Caret mode);
+    void AimAtCaret();
     void MoveCaret(Cell place, Caret mode);
     void MoveRow(std::int64_t row, Caret mode);
     void ScrollBy(std::int64_t rows, std::int64_t columns);
@@ -212,7 +223,8 @@ private:
     Rows& m_rows;
     Metrics m_metrics;
     State m_state;
-    int m_goalColumn = 0; // where Up and Down aim, even over shorter rows
+    int m_goalCell = 0; // where Up and Down aim, even over shorter rows
+    VkGrafic::TextCells m_cells;
     std::int64_t m_widest = 0;
     WheelSteps m_wheel;
     WheelSteps m_wheelAcross;

@@ -53,9 +53,8 @@ public:
     // What DrawWholeLines needs, in pixels, where a line has `width` of them at most.
     SIZE MeasureWholeLines(const char* text, int length, int width) const;
 
-    // One line from (x, y) of bytes in the system's code page, every byte a character in a cell `cellWidth`
-    // pixels wide: no two are taken for a pair, and none is left out. Only what lies within the clip box is
-    // drawn, however long the text is.
+    // One line from (x, y) whose characters stand in cells `cellWidth` pixels wide, as VkGrafic::TextCells
+    // lays them out. Only what lies within the clip box is drawn, however long the text is.
     void DrawCells(const char* text, int length, int x, int y, int cellWidth) const;
 
     // Pixels; 0 for an empty text. As wide as Draw draws it.

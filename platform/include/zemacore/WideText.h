@@ -51,4 +51,11 @@ QMPLATFORM_API void FromWide(const WideChar* wide, std::size_t length, std::stri
 // UTF-8 as it stands.
 QMPLATFORM_API bool ToUtf8(const char* text, std::size_t length, std::string& utf8);
 
+// Puts each small letter's capital in its place, as Unicode's tables for single characters have it, whatever
+// the language. The text keeps its length.
+QMPLATFORM_API void ToCapitals(WideString& text);
+
+// How many bytes of a text that goes on behind `length` are whole characters, if it is UTF-8.
+QMPLATFORM_API std::size_t WholeCharacters(const char* text, std::size_t length);
+
 } // namespace ZEMA

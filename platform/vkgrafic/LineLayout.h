@@ -11,7 +11,7 @@ struct Span
     int end;
 };
 
-// Characters of a text.
+// Cells of a line.
 struct Part
 {
     int first;
@@ -21,10 +21,6 @@ struct Part
 // The cells of a row of `length` cells, `cellWidth` pixels each, from `x` on, that may colour a pixel of
 // `clip`. A glyph may reach over into the cells beside its own, so one more is counted at either end.
 Part VisibleCells(int x, int length, int cellWidth, Span clip);
-
-// How a byte is shown: a tab as a blank, any other control character as the placeholder.
-constexpr unsigned char kPlaceholder = 0xB7; // a middle dot
-unsigned char VisibleByte(unsigned char byte);
 
 // Where in a room something stands.
 enum class Align

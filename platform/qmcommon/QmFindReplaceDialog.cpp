@@ -88,31 +88,13 @@ bool CQmFindReplaceDialog::Open(CWnd& control, const std::vector<std::string>& p
 BOOL CQmFindReplaceDialog::OnInitDialog()
 {
     CDialog::OnInitDialog();
-    MakeTextWide();
+    QmMakeWideField(::GetDlgItem(m_hWnd, IDC_FIND_WHAT));
     for (const std::string& place : m_places)
         SendDlgItemMessage(IDC_FIND_IN, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(place.c_str()));
     FillTexts();
     Enter(m_entered);
     EnableFind();
     return FALSE;
-}
-
-// The dialog's own field knows the characters of the code page only.
-void CQmFindReplaceDialog::MakeTextWide()
-{
-    const HWND former = ::GetDlgItem(m_hWnd, IDC_FIND_WHAT);
-    CRect place;
-    ::SendMessage(former, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&place.left));
-    ScreenToClient(place);
-    const HWND field = ::CreateWindowExW(
-        0, L"COMBOBOX", L"", static_cast<DWORD>(::GetWindowLong(former, GWL_STYLE)), place.left, place.top,
-        place.Width(), place.Height(), m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_FIND_WHAT)),
-        PlatformModule(), nullptr);
-    if (!field)
-        return;
-    ::SendMessage(field, WM_SETFONT, static_cast<WPARAM>(::SendMessage(former, WM_GETFONT, 0, 0)), FALSE);
-    ::SetWindowPos(field, former, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    ::DestroyWindow(former);
 }
 
 void CQmFindReplaceDialog::TakeFocus()

@@ -26,6 +26,7 @@ bool CQmTextFindBar::Open()
     {
         if (!CreateIndirect(QmFindDialog(PlatformModule(), IDD_FIND_BAR), &m_textCtrl))
             return false;
+        QmMakeWideField(::GetDlgItem(m_hWnd, IDC_FIND_TEXT));
         ::SendDlgItemMessage(m_hWnd, IDC_FIND_TEXT, EM_LIMITTEXT, kMaxTextLength, 0);
         CRect rect;
         GetWindowRect(rect);

@@ -406,6 +406,53 @@ TEST_F(LogTextTest, CopiesAndFinds)
     EXPECT_EQ("VK", text.GetSelectedText());
 }
 
+TEST_F(LogTextTest, CopiesAndFindsTextOfAnyLanguage)
+{
+    CQmLogWriter& main = QmLogWriterDefine("Main");
+    main.Clear();
+    main.Write("\u0416\u0443\u0440\u043D\u0430\u043B \u65E5\u5FD7 Gr\u00F6\u00DFe\n"); // characters of one,
+                                                                                       // two and three bytes
+    main.Write("\xE4 Gr\xF6\xDF"
+               "e\n"); // in the code page
+    QmLogWriterCloseAll();
+    Open(false);
+    text.Focus(0, 0, false);
+    for (int i = 0; i < 8; ++i)
+        Press(VK_RIGHT);
+    EXPECT_EQ(16, text.GetCaretColumn()); // behind the first character of two cells
+    Press(VK_DOWN);
+    EXPECT_EQ(8, text.GetCaretColumn()) << "the end of a row of eight cells";
+    Press(VK_UP);
+    EXPECT_EQ(16, text.GetCaretColumn());
+    CPoint caret;
+    ::GetCaretPos(&caret);
+    EXPECT_EQ(text.GetRowLeft(0) + 9 * text.GetColumnWidth(), caret.x);
+
+    text.FindInput();
+    const HWND edit = ::GetFocus();
+    for (const wchar_t character : {L'g', L'r', L'\u00F6', L'\u00DF', L'e'})
+        ::SendMessageW(edit, WM_CHAR, character, 1);
+    for (const auto& [row, bytes] : {std::pair(0, "Gr\u00F6\u00DFe"),
+                                     {1, "Gr\xF6\xDF"
+                                         "e"},
+                                     {0, "Gr\u00F6\u00DFe"}})
+    {
+        ASSERT_TRUE(text.FindNext());
+        EXPECT_EQ(row, text.GetCaretRow());
+        EXPECT_EQ(bytes, text.GetSelectedText());
+    }
+    ::SetWindowTextW(edit, L"\u65E5\u5FD7");
+    EXPECT_TRUE(text.FindNext());
+    EXPECT_EQ("\u65E5\u5FD7", text.GetSelectedText());
+
+    text.Focus(0, 0, false);
+    text.Select(1, 5);
+    ASSERT_TRUE(text.Copy());
+    const std::string first = "\u0416\u0443\u0440\u043D\u0430\u043B \u65E5\u5FD7 Gr\u00F6\u00DFe\n";
+    EXPECT_EQ(first + "\u00E4 Gr\u00F6", ClipboardText(frame, CF_UNICODETEXT));
+    EXPECT_EQ(first + "\xE4 Gr\xF6", ClipboardText(frame, CF_TEXT)) << "the bytes of the logs";
+}
+
 TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
 {
     OpenSample();

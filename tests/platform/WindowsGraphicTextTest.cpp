@@ -93,6 +93,39 @@ TEST_F(GraphicTextTest, DrawsTheEndOfALongText)
     EXPECT_EQ(5001 * m_charWidth, GraphicText(m_dc).GetWidth(text.data(), 5001));
 }
 
+// Each alone and all together: none moves another, and none leaves its cells by more than a glyph may.
+TEST_F(GraphicTextTest, DrawsCharactersInTheirCells)
+{
+    ::SelectObject(m_dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const int width = m_charWidth + 4;
+    const std::pair<const char*, int> characters[] = {
+        {"M", 1}, {"\u0416", 1}, {"e\u0301", 1}, {"\xEF\xBF\xBD", 1}, {"\u65E5", 2}, {"M", 1}};
+    const auto drawn = [&](const std::string& text, int x) {
+        GraphicText(m_dc).DrawCells(text.data(), static_cast<int>(text.size()), x, 0, width);
+    };
+    std::string line;
+    std::vector<COLORREF> pixels[2];
+    for (int way = 0; way < 2; ++way)
+    {
+        int cell = 0;
+        for (const auto& [character, cells] : characters)
+        {
+            if (way == 0)
+                drawn(std::string("\u00A0") + character, (cell - 1) * width);
+            line += way == 0 ? character : "";
+            cell += cells;
+        }
+        if (way == 1)
+            drawn(line, 0);
+        for (int x = 0; x < m_all.right; ++x)
+            for (int y = 0; y < m_charHeight; ++y)
+                pixels[way].push_back(::GetPixel(m_dc, x, y));
+        const RECT ink = TakeInk();
+        EXPECT_TRUE(ink.left < width && ink.right > 6 * width && ink.right <= 7 * width) << ink.right;
+    }
+    EXPECT_TRUE(pixels[0] == pixels[1]);
+}
+
 TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
 {
     const RECT rect = {10, 5, 10 + 8 * m_charWidth, 35};

@@ -68,7 +68,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void MakeTextWide();
     void FillTexts();
     std::string TextOf(int entry);
     void Enter(const QmFindSettings& settings);

@@ -12,3 +12,8 @@ QMPLATFORM_API void QmSetWindowText(HWND hwnd, const std::string& text);
 
 // As UTF-8.
 QMPLATFORM_API std::string QmGetWindowText(HWND hwnd);
+
+// Puts a field of UTF-16 in the place of a dialog's own field or combo box, which knows the characters of the
+// code page only: with its identifier, styles, place and font, and without its text. Null, with nothing
+// changed, if the system has no more windows.
+QMPLATFORM_API HWND QmMakeWideField(HWND field);

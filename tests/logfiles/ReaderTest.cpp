@@ -2,11 +2,11 @@
 
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
+#include "tests/support/LongRun.h"
 #include "tests/support/MemorySession.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 #include <random>
 #include <utility>
@@ -179,11 +179,12 @@ TEST_F(ReaderTest, FindInOneRowLeavesTheTimeAlone)
 // Whatever an index says: no crash, no more text than the file has, and no memory for more.
 TEST_F(ReaderTest, DamagedIndexesAreReadWithinTheFile)
 {
-    const char* const longRun = std::getenv("QM_TEST_LONG");
-    const int rounds = longRun != nullptr ? 200000 : 4000;
-    std::mt19937 random(2);
-    for (int round = 0; round < rounds; ++round)
+    const unsigned first = FirstSeed();
+    const unsigned rounds = Rounds(4000u, 100'000u);
+    for (unsigned seed = first; seed < first + rounds; ++seed)
     {
+        SCOPED_TRACE(SeedText(seed));
+        std::mt19937 random(seed);
         std::string text(random() % 200, 'x');
         std::string index(random() % 200, '\0');
         for (char& byte : index)

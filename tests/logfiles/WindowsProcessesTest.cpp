@@ -3,11 +3,11 @@
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
 #include "tests/support/LogFolder.h"
+#include "tests/support/LongRun.h"
 #include "tests/support/MixedSteps.h"
 #include "tests/support/Process.h"
 #include "tests/support/Verify.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <sstream>
@@ -178,21 +178,20 @@ TEST_F(WindowsProcessesTest, AReaderFollowsALiveWriterLineByLine)
 
 TEST_F(WindowsProcessesTest, AKilledWriterLosesNothingThatWasAnswered)
 {
-    const char* const given = std::getenv("QM_TEST_SEED"); // repeats a run that failed
-    const unsigned seed =
-        given != nullptr ? static_cast<unsigned>(std::atoi(given)) : std::random_device()() % 60000;
-    const int rounds = std::getenv("QM_TEST_LONG") != nullptr ? 200 : 15;
-    std::mt19937 random(seed);
-    for (int round = 0; round < rounds && !HasFailure(); ++round)
+    const unsigned first = FirstSeed();
+    const unsigned rounds = Rounds(15u, 200u);
+    int kills = 0;
+    for (unsigned round = 0; round < rounds && !HasFailure(); ++round)
     {
-        SCOPED_TRACE("round " + std::to_string(round) + " of QM_TEST_SEED=" + std::to_string(seed));
+        const unsigned roundSeed = first + round;
+        SCOPED_TRACE(SeedText(roundSeed));
+        std::mt19937 random(roundSeed);
         if (round % 20 == 0)
         {
             for (const auto& file : std::filesystem::directory_iterator(Path("")))
                 std::filesystem::remove(file); // so that a long run checks small files
         }
 
-        const unsigned roundSeed = seed + static_cast<unsigned>(round);
         Child child;
         child.Send("mixed " + std::to_string(roundSeed));
         std::string answered = round % 4 != 0 ? child.Answer() : ""; // else the first steps are struck, too
@@ -223,7 +222,9 @@ TEST_F(WindowsProcessesTest, AKilledWriterLosesNothingThatWasAnswered)
         EXPECT_EQ(0u, heir.Finish());
         EXPECT_EQ("", Damage(kMixedLogs)) << "after the next writer";
         EXPECT_EQ("", Contents("QmLog.LOG"));
+        ++kills;
     }
+    Figure("kills", kills);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Finding messages: against a plain search of the same texts, while the view changes.
 #include "logreport/model/FindMessages.h"
+#include "tests/support/LongRun.h"
 #include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
@@ -83,9 +84,51 @@ bool Holds(const FindWish& wish, std::string text)
     return false;
 }
 
-class FindRandom : public testing::TestWithParam<unsigned>
+class FindRandom
 {
-protected:
+public:
+    explicit FindRandom(unsigned seed) : random(seed)
+    {
+        if (seed % 2 == 0)
+            service.skips = [this](std::uint32_t id) { return Matches(id) || random(3) == 0; };
+        AddMessages(random(300));
+        Wish();
+    }
+
+    void Step()
+    {
+        const int what = random(8);
+        if (what == 0)
+            Wish();
+        else if (what == 1)
+            Change();
+        else if (what == 2)
+            AddMessages(random(70));
+        else if (what == 3)
+            CountAndCompare();
+        else
+            JumpAndCompare();
+    }
+
+    // The service has other messages in the midst of being asked.
+    void ChangeMeanwhile()
+    {
+        bool isChanging = false;
+        service.moment = [&] {
+            if (!isChanging && random(40) == 0)
+            {
+                isChanging = true;
+                random(2) ? Change() : Wish();
+                isChanging = false;
+            }
+        };
+        for (int i = 0; i < 200; ++i)
+            find.Step(service, 5000);
+        service.moment = [] {};
+        CountAndCompare();
+    }
+
+private:
     bool Matches(std::uint32_t id)
     {
         const auto [known, isNew] = matches.try_emplace(id);
@@ -200,50 +243,27 @@ protected:
         ASSERT_EQ(count, find.GetCount());
     }
 
-    Random random{GetParam()};
+    Random random;
     FoundService service;
     FindWish wish;
     FindMessages find;
     std::map<std::uint32_t, bool> matches;
 };
 
-TEST_P(FindRandom, FindsAndCountsAsAPlainSearchWould)
+TEST(FindMessages, FindsAndCountsAsAPlainSearchWould)
 {
-    if (GetParam() % 2 == 0)
-        service.skips = [this](std::uint32_t id) { return Matches(id) || random(3) == 0; };
-    AddMessages(random(300));
-    Wish();
-    for (int step = 0; step < 60 && !HasFatalFailure(); ++step)
+    const unsigned first = FirstSeed();
+    const unsigned rounds = Rounds(12u, 100u);
+    for (unsigned seed = first; seed < first + rounds && !testing::Test::HasFatalFailure(); ++seed)
     {
-        const int what = random(8);
-        if (what == 0)
-            Wish();
-        else if (what == 1)
-            Change();
-        else if (what == 2)
-            AddMessages(random(70));
-        else if (what == 3)
-            CountAndCompare();
-        else
-            JumpAndCompare();
+        SCOPED_TRACE(SeedText(seed));
+        FindRandom search(seed);
+        for (int step = 0; step < 60 && !testing::Test::HasFatalFailure(); ++step)
+            search.Step();
+        if (!testing::Test::HasFatalFailure())
+            search.ChangeMeanwhile();
     }
-    bool isChanging = false; // the service has other messages in the midst of being asked
-    service.moment = [&] {
-        if (!isChanging && random(40) == 0)
-        {
-            isChanging = true;
-            random(2) ? Change() : Wish();
-            isChanging = false;
-        }
-    };
-    for (int i = 0; i < 200; ++i)
-        find.Step(service, 5000);
-    service.moment = [] {};
-    if (!HasFatalFailure())
-        CountAndCompare();
 }
-
-INSTANTIATE_TEST_SUITE_P(Seeds, FindRandom, testing::Range(0u, std::getenv("QM_TEST_LONG") ? 300u : 12u));
 
 std::string Status(const FindMessages& find, std::uint32_t id)
 {

@@ -141,7 +141,7 @@ TEST_F(ColumnPicker, IsOneForTheProcess)
             viewer.SetSavesState(false);
             viewer.PickColumns();
         },
-        LongRounds());
+        LeakRounds());
 }
 
 } // namespace

@@ -129,7 +129,7 @@ TEST_F(LogDialogs, OneFilterIsEdited)
     const auto nothing = [](HWND) {};
     EditFilter(nothing, IDCANCEL);
     EXPECT_EQ(1, full.applied);
-    ExpectNothingLeft([&] { EditFilter(nothing, IDCANCEL), Configure(nothing, IDCANCEL); }, LongRounds());
+    ExpectNothingLeft([&] { EditFilter(nothing, IDCANCEL), Configure(nothing, IDCANCEL); }, LeakRounds());
 }
 
 } // namespace

@@ -253,7 +253,7 @@ TEST_F(LogFind, LeavesNothingBehind)
             Next();
             ::SendMessage(Window(), WM_COMMAND, IDCANCEL, 0);
         },
-        std::getenv("QM_TEST_LONG") ? 1000 : 20);
+        LeakRounds());
 }
 
 } // namespace

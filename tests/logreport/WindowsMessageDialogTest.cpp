@@ -277,7 +277,7 @@ TEST_F(MessageDialog, ResizesAndRemembersItsPlace)
 
 TEST_F(MessageDialog, LeavesNothingBehindAndOpensFromTheWatch)
 {
-    ExpectNothingLeft([this] { Open(3, Close); }, LongRounds());
+    ExpectNothingLeft([this] { Open(3, Close); }, LeakRounds());
     OpeningWatch watch;
     ASSERT_TRUE(watch.Create(WS_CHILD, CRect(0, 0, 100, 20), &parent, 9));
     watch.SetLogMsgService(&viewed);

@@ -1,6 +1,7 @@
 // Saved files against the plain messages that were saved: what comes back, who may write, and what other
 // files, hostile values and damage are answered with.
 #include "tests/msgservice/SavedFiles.h"
+#include "tests/support/LongRun.h"
 
 #include <tuple>
 
@@ -310,16 +311,19 @@ TEST_F(SavedTest, OfADamagedFileTheRestIsReadAndTheLossIsTold)
 {
     const std::string whole = SaveNumbered();
     const std::vector<std::string>& wanted = m_saved.dumps;
-    for (int round = 0; round < (std::getenv("QM_TEST_LONG") ? 20'000 : 100); ++round)
+    const unsigned first = FirstSeed();
+    for (unsigned seed = first; seed < first + Rounds(100u, 5'000u); ++seed)
     {
+        SCOPED_TRACE(SeedText(seed));
+        std::mt19937 random(seed);
         std::string bytes = whole;
-        const std::size_t changes = round % 2 == 0 ? 1 : 1 + m_random() % 20;
-        std::size_t first = bytes.size();
+        const std::size_t changes = seed % 2 == 0 ? 1 : 1 + random() % 20;
+        std::size_t begin = bytes.size(); // of what is changed
         for (std::size_t i = 0; i < changes; ++i)
         {
-            const std::size_t at = m_random() % bytes.size();
-            bytes[at] = static_cast<char>(m_random());
-            first = std::min(first, at);
+            const std::size_t at = random() % bytes.size();
+            bytes[at] = static_cast<char>(random());
+            begin = std::min(begin, at);
         }
         std::ofstream(m_path, std::ios::binary) << bytes;
         CollectingSink got;
@@ -329,9 +333,8 @@ TEST_F(SavedTest, OfADamagedFileTheRestIsReadAndTheLossIsTold)
         std::set_intersection(wanted.begin(), wanted.end(), got.dumps.begin(), got.dumps.end(),
                               std::back_inserter(right));
         const std::size_t lost = wanted.size() - right.size();
-        EXPECT_TRUE(isTold || (got.dumps.size() == wanted.size() && lost <= changes))
-            << round << ": " << lost;
-        EXPECT_TRUE(first < 2 * 8192 || lost <= changes * 75) << round << ": " << lost;
+        EXPECT_TRUE(isTold || (got.dumps.size() == wanted.size() && lost <= changes)) << lost;
+        EXPECT_TRUE(begin < 2 * 8192 || lost <= changes * 75) << lost;
     }
 }
 

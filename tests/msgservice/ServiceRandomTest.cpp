@@ -1,5 +1,6 @@
 // The message service against plain vectors, whatever is asked of it.
 #include "tests/msgservice/ToldViewer.h"
+#include "tests/support/LongRun.h"
 
 #include <algorithm>
 #include <array>
@@ -318,10 +319,10 @@ private:
 
 TEST(MsgService, ShowsWhatPlainVectorsShowWhateverIsAsked)
 {
-    const unsigned seeds = std::getenv("QM_TEST_LONG") ? 300 : 8;
-    for (unsigned seed = 0; seed < seeds; ++seed)
+    const unsigned first = FirstSeed();
+    for (unsigned seed = first; seed < first + Rounds(8u, 300u); ++seed)
     {
-        SCOPED_TRACE(seed);
+        SCOPED_TRACE(SeedText(seed));
         RandomService random(seed);
         for (int step = 0; step < 120; ++step)
         {

@@ -542,7 +542,7 @@ TEST_F(ReportEdit, LeavesNothingBehind)
                 Post(::GetFocus(), WM_KEYDOWN, VK_ESCAPE);
             }
         },
-        5 * LongRounds());
+        5 * LeakRounds());
 }
 
 } // namespace

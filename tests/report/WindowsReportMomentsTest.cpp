@@ -1,7 +1,7 @@
 // Owners that act at a bad moment: each act from within each notification and callback of each event.
 #include "tests/report/ReportFixture.h"
+#include "tests/support/LongRun.h"
 
-#include <cstdlib>
 #include <iterator>
 #include <set>
 
@@ -144,7 +144,7 @@ TEST_F(ReportMoments, NothingBreaksWhateverAnOwnerDoesThen)
     };
     // The long run has all scenes; of each moment the short one has a fifth of the acts, and the next one
     // others.
-    const unsigned step = std::getenv("QM_TEST_LONG") ? 1 : 5;
+    const unsigned step = Rounds(5u, 1u);
     static_assert(std::size(acts) % 5 != 0);
     unsigned scene = 0;
     std::set<std::string> kinds;

@@ -306,7 +306,7 @@ TEST_F(ReportTip, LeavesNothingBehind)
         report.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(10, row * kItemHeight + 10));
         EXPECT_NE(nullptr, TipWindow());
     };
-    ExpectNothingLeft(showNext, 10 * LongRounds());
+    ExpectNothingLeft(showNext, 10 * LeakRounds());
     const auto showFirst = [&] {
         ShowTexts();
         PointAt(10, 30);

@@ -3,15 +3,15 @@
 
 #include "afxwin.h"
 #include "tests/support/GuiCounts.h"
+#include "tests/support/LongRun.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 // How often to open what is opened again and again in days of work.
-inline int LongRounds()
+inline int LeakRounds()
 {
-    return std::getenv("QM_TEST_LONG") ? 1000 : 20;
+    return Rounds(20, 1000);
 }
 
 // Calls `act` again and again; the test fails if that leaves drawing objects, windows or blocks of memory.

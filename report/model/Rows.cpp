@@ -107,9 +107,11 @@ bool Rows::MoveDown(int row, int moved)
 {
     if (m_items.IsCallback() || m_isBusy || row < 0 || row >= Count() - 1)
         return false;
+    SetState(selection.focusRow, 0, RVIS_FOCUSED);
     m_map.Swap(row, row + 1);
     if (selection.focusRow == moved)
         selection.focusRow = moved == row ? row + 1 : row;
+    SetState(selection.focusRow, RVIS_FOCUSED, RVIS_FOCUSED); // of another item, if its neighbour was moved
     return true;
 }
 

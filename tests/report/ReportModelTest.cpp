@@ -380,9 +380,6 @@ protected:
         std::swap(order.at(static_cast<std::size_t>(row)), order.at(static_cast<std::size_t>(row) + 1));
         StayWhere(before, false);
         focus = focus > 0 && focusRow != moved ? At(order, focusRow) : focus;
-        if (focusRow == row || focusRow == row + 1) // which item says that it has the focus is kept as it is
-            for (const int name : items)
-                control.items.SetState(IndexOf(items, name), name == focus ? RVIS_FOCUSED : 0, RVIS_FOCUSED);
     }
     void Select(const Names& names)
     {

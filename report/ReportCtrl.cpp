@@ -118,7 +118,7 @@ BOOL CReportCtrl::CreateCommon()
 {
     if (((GetStyle() ^ m_data->style) & kRowStyles) && !m_data->MayMakeRows())
         return FALSE;
-    SetState(m_data->rows.selection.focusRow, 0, RVIS_FOCUSED);
+    SetState(GetCurrentFocus(), 0, RVIS_FOCUSED);
     m_data->rows.ForgetSelection(); // the fixed row has the focus only as long as there is no window
     m_data->window.hasFaceBackground = (GetStyle() & RVS_FACEBACKGROUND) != 0;
     EnableWindow(TRUE);                    // the same bit has made a disabled window

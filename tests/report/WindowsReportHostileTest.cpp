@@ -63,6 +63,18 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
     }
 }
 
+// Also where the rows have yet to be made again.
+TEST_F(ReportHostile, AnotherWindowBeginsWithoutFocus)
+{
+    Show(RVS_TREE, {"1", "2"});
+    Select(1, 1);
+    report.InsertTreeItem(nullptr, TVI_FIRST, "0");
+    Create(RVS_TREE);
+    EXPECT_EQ("0 1 2", Rows());
+    for (int item = 0; item < 3; ++item)
+        EXPECT_EQ(0u, report.GetItemState(item) & RVIS_FOCUSED) << item;
+}
+
 TEST_F(ReportHostile, AnswersNumbersAtTheLimits)
 {
     Show(WS_VISIBLE | RVS_TREE | RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID, {"1"});

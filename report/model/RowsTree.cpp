@@ -69,6 +69,7 @@ void Rows::PutFocus(_TREEITEM* item)
     if (!item)
         return;
     bool isHidden = false;
+    SetState(FocusedRow(), 0, RVIS_FOCUSED);
     selection.focusRow = RowOf(VisibleAncestor(item, isHidden)->item);
     SetState(selection.focusRow, RVIS_FOCUSED, RVIS_FOCUSED);
 }

@@ -440,7 +440,8 @@ protected:
         else if (what == 16 && tree && name != 0)
         {
             Look();
-            rows.TakeFocus();
+            if (Random(2) == 0)
+                rows.TakeFocus();
             rows.PutFocus(nodes[name].handle);
             focus = Shown(name);
         }

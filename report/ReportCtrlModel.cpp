@@ -434,6 +434,8 @@ int CReportCtrl::InsertTree(int subitem, structTREEITEM* parent, structTREEITEM*
 CReportCtrl::structTREEITEM* CReportCtrl::GetTreeFocus()
 {
     structTREEITEM* focused = nullptr;
+    if (m_data->rows.IsBusy())
+        return focused;
     m_data->ChangeSelection(Data::Painted::Later, [&] {
         focused = m_data->rows.TakeFocus();
         return true;
@@ -443,7 +445,7 @@ CReportCtrl::structTREEITEM* CReportCtrl::GetTreeFocus()
 
 void CReportCtrl::SetTreeFocus(structTREEITEM* item)
 {
-    if (!item)
+    if (!item || m_data->rows.IsBusy())
         return;
     m_data->ChangeSelection(Data::Painted::Later, [&] {
         m_data->rows.PutFocus(item);

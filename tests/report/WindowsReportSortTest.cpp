@@ -90,7 +90,8 @@ TEST_F(ReportSort, RefusesChangesFromWithin)
     static std::function<int()> act;
     act = [&] {
         report.SelectRows(0, 2, 1, 0, 0, 1);
-        return report.InsertItem(0) + report.DeleteItem(0) + report.DeleteAllItems() +
+        report.SetTreeFocus(report.GetItemHandle(5));
+        return (report.GetTreeFocus() != nullptr) + report.InsertItem(0) + report.DeleteItem(0) + report.DeleteAllItems() +
                report.SortItems(0, 0) + report.ResortItems() + report.SetItemRowArray(order) +
                report.DeleteTreeItem(TVI_ROOT) + (report.InsertTreeItem(nullptr, nullptr) != nullptr) +
                report.SelectNone() + report.AdjustFocus(0, 0) +
@@ -112,6 +113,8 @@ TEST_F(ReportSort, RefusesChangesFromWithin)
         report.SortItems(0, 1);
         report.SetSortCallback(nullptr, 0);
         EXPECT_EQ("6 5 4 3 2 1 focus 2", Line(Rows(), "focus", report.GetCurrentFocus())) << style;
+        EXPECT_TRUE(report.GetItemState(3) & RVIS_FOCUSED);
+        EXPECT_FALSE(report.GetItemState(5) & RVIS_FOCUSED);
     }
 }
 

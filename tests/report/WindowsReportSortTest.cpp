@@ -91,12 +91,12 @@ TEST_F(ReportSort, RefusesChangesFromWithin)
     act = [&] {
         report.SelectRows(0, 2, 1, 0, 0, 1);
         report.SetTreeFocus(report.GetItemHandle(5));
-        return (report.GetTreeFocus() != nullptr) + report.InsertItem(0) + report.DeleteItem(0) + report.DeleteAllItems() +
-               report.SortItems(0, 0) + report.ResortItems() + report.SetItemRowArray(order) +
-               report.DeleteTreeItem(TVI_ROOT) + (report.InsertTreeItem(nullptr, nullptr) != nullptr) +
-               report.SelectNone() + report.AdjustFocus(0, 0) +
-               report.Expand(report.GetItemHandle(0), RVE_TOGGLE) + report.MoveDown(0) +
-               report.ModifyStyle(0, RVS_CALLBACK);
+        return (report.GetTreeFocus() != nullptr) + report.InsertItem(0) + report.DeleteItem(0) +
+               report.DeleteAllItems() + report.SortItems(0, 0) + report.ResortItems() +
+               report.SetItemRowArray(order) + report.DeleteTreeItem(TVI_ROOT) +
+               (report.InsertTreeItem(nullptr, nullptr) != nullptr) + report.SelectNone() +
+               report.AdjustFocus(0, 0) + report.Expand(report.GetItemHandle(0), RVE_TOGGLE) +
+               report.MoveDown(0) + report.ModifyStyle(0, RVS_CALLBACK);
     };
     for (const DWORD style : {DWORD{0}, RVS_TREE})
     {

@@ -5,6 +5,8 @@
 #include "qmcommon/QmWindowText.h"
 #include "resources/qmlog_resource.h"
 #include "vkgrafic/Display.h"
+#include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/GraphicText.h"
 #include "zemacore/AppDataManager.h"
 #include "zemacore/WideText.h"
 
@@ -200,7 +202,13 @@ void CQmLogDlgEdit::ShowMessage(Place place)
 void CQmLogDlgEdit::SetBody(Place place)
 {
     const LRESULT line = SendDlgItemMessage(IDC_BODY, EM_GETFIRSTVISIBLELINE);
-    QmSetWindowText(::GetDlgItem(m_hWnd, IDC_BODY), m_message.Text(kLogMsgBody));
+    const std::string text = m_message.Text(kLogMsgBody);
+    QmSetWindowText(::GetDlgItem(m_hWnd, IDC_BODY), text);
+    CClientDC dc(this);
+    const VkGrafic::Selected selected(dc, m_bodyFont);
+    const bool isIn = GraphicFont(dc).Has(dc, text.data(), static_cast<int>(text.size()));
+    const HFONT font = isIn ? m_bodyFont : VkGrafic::GetGuiFont(m_hWnd); // which has all scripts
+    SendDlgItemMessage(IDC_BODY, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     if (place == Place::Kept)
         SendDlgItemMessage(IDC_BODY, EM_LINESCROLL, 0, line);
 }

@@ -217,7 +217,7 @@ void CQmLogWatch::OnPaint()
     ::ImageList_Draw(m_data->images.List()->GetSafeHandle(), watch.Image(), dc, rect.left, rect.top,
                      ILD_NORMAL); // without a message as well
     rect.left += m_data->images.Size();
-    const VkGrafic::Selected selected(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
     GraphicText(dc).Draw(watch.Text().data(), static_cast<int>(watch.Text().size()), rect,

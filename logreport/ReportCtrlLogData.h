@@ -10,6 +10,9 @@
 #include "logreport/model/PreviewSizes.h"
 #include "logreport/model/ViewCommands.h"
 #include "qmcommon/QmMenuDrawer.h"
+#include "vkgrafic/GraphicText.h"
+
+#include <optional>
 
 namespace logreport
 {
@@ -47,6 +50,7 @@ struct Previews
     bool isWideningPosted = false; // the control is about to be told of it
     PreviewSizes sizes;
     CFont font;
+    std::optional<GraphicFont> fontHas; // which characters; made when a text is not ASCII
     CBrush brush{RGB(240, 240, 240)};
 };
 

@@ -4,6 +4,7 @@
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,6 +19,19 @@ int LineHeight(CDC& dc)
     TEXTMETRIC metrics = {};
     dc.GetTextMetrics(&metrics);
     return std::max(1, static_cast<int>(metrics.tmHeight));
+}
+
+// The fixed-pitch font has the letters of one code page. A text with others is shown in the dialogs' font,
+// which the system links with those of all scripts.
+HFONT PreviewFont(logreport::Previews& previews, HWND hwnd, HDC dc, std::string_view text)
+{
+    if (ZEMA::IsAscii(text.data(), text.size()))
+        return previews.font;
+    const VkGrafic::Selected selected(dc, previews.font);
+    if (!previews.fontHas)
+        previews.fontHas.emplace(dc);
+    const bool isIn = previews.fontHas->Has(dc, text.data(), static_cast<int>(text.size()));
+    return isIn ? previews.font : VkGrafic::GetGuiFont(hwnd);
 }
 
 } // namespace
@@ -39,6 +53,7 @@ void CReportCtrlLog::UseResolution()
     ::lstrcpyn(font.lfFaceName, "Courier New", LF_FACESIZE);
     if (dpi == 96 || !m_data->previews.font.CreateFontIndirect(&font))
         m_data->previews.font.CreateStockObject(ANSI_FIXED_FONT);
+    m_data->previews.fontHas.reset();
     ForgetPreviews();
 }
 
@@ -131,9 +146,9 @@ int CReportCtrlLog::GetPreviewHeight(std::uint32_t id, const ILogMsgData& messag
     if (const std::optional<logreport::PreviewSize> kept = m_data->previews.sizes.Find(id))
         return kept->height;
     CClientDC dc(this);
-    const VkGrafic::Selected selected(dc, m_data->previews.font);
     const char* const body = message.GetBody();
     const std::string text = logreport::PreviewText(body ? body : "", m_data->previews.lines);
+    const VkGrafic::Selected selected(dc, PreviewFont(m_data->previews, m_hWnd, dc, text));
     const int left = GetPreviewLeft(message);
     const int end = GetHideRow() ? logreport::kWidestPreview : GetVirtualWidth();
     const SIZE size = GraphicText(dc).MeasureWholeLines(text.data(), static_cast<int>(text.size()),
@@ -179,7 +194,7 @@ __int64 CReportCtrlLog::OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification)
     const std::shared_ptr<ILogMsgList> list = m_data->source.list; // as long as its message is used
     if (const ILogMsgData* const message = FindCacheMsgData(m_data->range.IdOf(draw.item->item)))
         rect.left += GetPreviewLeft(*message);
-    const VkGrafic::Selected selected(dc, m_data->previews.font);
+    const VkGrafic::Selected selected(dc, PreviewFont(m_data->previews, m_hWnd, dc, text ? text : ""));
     const int height = LineHeight(dc);
     CRect clip;
     dc.GetClipBox(clip);

@@ -94,7 +94,7 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
     const std::string_view text = Printable(shown->text);
     dc.SetTextColor(color);
     dc.SetBkMode(TRANSPARENT);
-    GraphicText(dc.GetSafeHdc())
+    GraphicText(dc.GetSafeHdc(), &GetGraphicFont())
         .DrawCells(text.data(), static_cast<int>(text.size()), x, y + 1, GetColumnWidth());
 
     if (shown->record.blockBegin != 0)

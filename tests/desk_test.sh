@@ -19,7 +19,7 @@ work=$(mktemp -d)
 trap 'kill "${desk-}" 2>/dev/null || true; rm -rf "$work"' EXIT
 QM_PROFILE=$(windows_path "$work/Profile.ini")
 export QM_PROFILE
-session=$work/session
+session="$work/Größe 日志 Журнал"
 
 fail() {
     echo "FAILED: $*"
@@ -103,7 +103,7 @@ printf 'the depot does not answer' | logtool write Main --kind error --block 'Co
 listing() { find "$session" -printf '%f %s %t\n' | sort; }
 before=$(listing)
 start "$(windows_path "$session")"
-until_shown '^title: Z:.*\\session - LogDesk$'
+until_shown '^title: Z:.*\\Größe 日志 Журнал - LogDesk$'
 until_shown '^pane: 3 rows'
 
 echo "Keys: the caret's row unfolds and folds, the error is found"
@@ -192,7 +192,7 @@ until_shown '^pane: Not following$'
 leave
 
 echo "A text log: its messages, filtered, sorted, followed and never changed"
-text_log=$work/app.txt
+text_log=$work/приложение.txt
 printf '2026-03-01 10:00:01 INFO [main] work 1%s\n' "$(printf ' and more%.0s' {1..40})" >"$text_log"
 for i in {2..9}; do
     printf '2026-03-01 10:00:0%d INFO [main] work %d\n' "$i" "$i"
@@ -200,7 +200,7 @@ done >>"$text_log"
 printf '2026-03-01 10:00:10 ERROR [main] broken\n' >>"$text_log"
 before=$(cat "$text_log")
 start "$(windows_path "$text_log")"
-until_shown '^title: Z:.*app.txt - LogDesk$'
+until_shown '^title: Z:.*\\приложение.txt - LogDesk$'
 until_shown '^pane: Rows:10$'
 keys Up # from the last message, which is followed
 until_shown '^pane: Rows:10 . Selected:1 . Current:8$'
@@ -245,21 +245,22 @@ until_shown '^pane: 0 messages, 11 cleared$'
 leave
 start
 keys alt+f 1
-until_shown '^title: Z:.*app.txt - LogDesk$'
+until_shown '^title: Z:.*\\приложение.txt - LogDesk$'
 keys alt+f s
 until_shown '^title: .*Logs - LogDesk$'
 keys ctrl+o
 until_true xdotool search --name '^Open$' >/dev/null || fail "no dialog"
-xdotool type --delay 10 "$(windows_path "$text_log")"
+printf '%s' "$(windows_path "$text_log")" | xclip -i -selection clipboard # keys are those of one keyboard
+keys ctrl+v
 keys Return
-until_shown '^title: Z:.*app.txt - LogDesk$'
+until_shown '^title: Z:.*\\приложение.txt - LogDesk$'
 rm "$text_log"
 leave
 start
 keys alt+f 1
-until_shown '^notice: .*app.txt: no such file'
+until_shown '^notice: .*приложение.txt: no such file'
 leave
-grep -q 'app.txt' "$work/Profile.ini" && fail "a file that is gone is remembered"
+grep -q 'приложение.txt' "$work/Profile.ini" && fail "a file that is gone is remembered"
 
 echo "The errors of a text log: found, and exported in three forms that other programs read back"
 text_log=$work/hostile.txt
@@ -328,7 +329,7 @@ until_shown '^notice: Not in the log text, because they are older than the first
 rm -r "$session"
 until_shown '^notice: Z:.*other is not there, or cannot be read'
 leave
-session=$work/session
+session="$work/Größe 日志 Журнал"
 
 echo "A new session; the earlier one is kept, and another LogDesk does not delete it"
 start --start "$(windows_path "$session")" --keep 1

@@ -2,6 +2,7 @@
 
 #include "QmLogState.h"
 #include "logdesk/Resource.h"
+#include "vkgrafic/Display.h"
 
 #include <algorithm>
 #include <shellapi.h>
@@ -21,6 +22,7 @@ constexpr UINT kToolsId = 105;
 constexpr UINT kPublish = WM_APP;
 constexpr UINT kStatusInterval = 250; // milliseconds
 constexpr int kPreviewLines = 10;
+constexpr int kTextPoints = 10; // of the log text
 
 const UINT presentMessage = ::RegisterWindowMessage("QmPresentMessageId");
 
@@ -47,6 +49,7 @@ BEGIN_MESSAGE_MAP(DeskFrame, CWnd)
     ON_WM_ACTIVATE()
     ON_WM_SETFOCUS()
     ON_WM_SETTINGCHANGE()
+    ON_MESSAGE(WM_DPICHANGED, &ThisClass::OnDpiChanged)
     ON_WM_INITMENUPOPUP()
     ON_WM_TIMER()
     ON_MESSAGE(WM_DROPFILES, &ThisClass::OnDropFiles)
@@ -145,6 +148,7 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
         return -1;
     m_menuDrawer.Attach(*this);
     PrepareMessages();
+    UseResolution();
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
     return 0;
 }
@@ -204,6 +208,36 @@ void DeskFrame::OnSize(UINT type, int width, int height)
     m_status.SendMessage(WM_SIZE, type, MAKELPARAM(width, height));
     LayOut();
     m_status.LayOut();
+}
+
+// The window went to a display of another resolution, where it is to take this place.
+LRESULT DeskFrame::OnDpiChanged(WPARAM, LPARAM place)
+{
+    const CRect wanted = *reinterpret_cast<const RECT*>(place);
+    UseResolution();
+    MoveWindow(wanted.left, wanted.top, wanted.Width(), wanted.Height());
+    LayOut();
+    return 0;
+}
+
+// The fixed-pitch font of the log text has the letters of most languages; the system's own has Latin ones
+// only.
+void DeskFrame::UseResolution()
+{
+    LOGFONT description = {};
+    description.lfHeight = -::MulDiv(kTextPoints, VkGrafic::GetResolution(m_hWnd), 72);
+    description.lfCharSet = DEFAULT_CHARSET;
+    description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    ::lstrcpyn(description.lfFaceName, "Consolas", LF_FACESIZE);
+    CFont font;
+    font.CreateFontIndirect(&description);
+    GetTextCtrl().SetFont(&font);
+    m_textFont.DeleteObject();
+    m_textFont.Attach(font.Detach());
+
+    m_messages.List().SetFont(CFont::FromHandle(VkGrafic::GetGuiFont(m_hWnd)));
+    m_tools.LoadImages();
+    m_status.UseResolution();
 }
 
 void DeskFrame::LayOut()

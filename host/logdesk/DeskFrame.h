@@ -72,6 +72,7 @@ protected:
     afx_msg void OnActivate(UINT state, CWnd* other, BOOL minimized);
     afx_msg void OnSetFocus(CWnd* old);
     afx_msg void OnSettingChange(UINT flags, LPCSTR section);
+    afx_msg LRESULT OnDpiChanged(WPARAM, LPARAM place);
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg LRESULT OnDropFiles(WPARAM drop, LPARAM);
@@ -85,6 +86,7 @@ private:
 
     // Layout and focus
     void PrepareMessages();
+    void UseResolution();
     void LayOut();
     int GetPanesTop();
     void MoveSplitter(int top);
@@ -140,6 +142,7 @@ private:
     RecentFiles m_recent;
     ToolBar m_tools;
     NoticeBar m_notices;
+    CFont m_textFont; // of the log text, as high as the display wants it
     CQmLogBrowser m_browser;
     SplitterBar m_splitter;
     StatusBar m_status;

@@ -55,7 +55,7 @@ bool NoticeBar::SetLines(const std::vector<std::string>& lines)
 int NoticeBar::GetLineHeight()
 {
     CClientDC dc(this);
-    const VkGrafic::Selected selected(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
     TEXTMETRIC font = {};
     dc.GetTextMetrics(&font);
     return std::max(static_cast<int>(font.tmHeight), kIconSize);
@@ -76,7 +76,7 @@ void NoticeBar::OnPaint()
     dc.FillSolidRect(CRect(area.left, area.bottom - 1, area.right, area.bottom),
                      ::GetSysColor(COLOR_3DSHADOW));
 
-    const VkGrafic::Selected selected(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
     dc.SetTextColor(isHighContrast ? ::GetSysColor(COLOR_INFOTEXT) : RGB(0, 0, 0));
     dc.SetBkMode(TRANSPARENT);
     const GraphicText text(dc);

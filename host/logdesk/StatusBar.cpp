@@ -1,5 +1,6 @@
 #include "logdesk/StatusBar.h"
 
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
@@ -52,12 +53,19 @@ BOOL StatusBar::Create(CWnd* parent, UINT id)
         return FALSE;
     if (!m_button.Create("BUTTON", "", WS_CHILD | BS_PUSHBUTTON, CRect(), this, kButtonId))
         return FALSE;
-    m_button.SetFont(GetFont());
     if (!m_watch.Create(WS_CHILD, CRect(), this, kWatchId))
         return FALSE;
     m_watch.SetOwnerWnd(parent);
-    LayOut();
+    UseResolution();
     return TRUE;
+}
+
+void StatusBar::UseResolution()
+{
+    CFont* const font = CFont::FromHandle(VkGrafic::GetGuiFont(m_hWnd));
+    SetFont(font);
+    m_button.SetFont(font);
+    LayOut();
 }
 
 void StatusBar::OnButton()

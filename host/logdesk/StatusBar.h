@@ -43,6 +43,9 @@ public:
     // Paints only what is another text than before, and makes room for what the watch shows.
     void SetTexts(const StatusTexts& texts);
 
+    // Takes the font that the display wants now.
+    void UseResolution();
+
     // After the parent's size has changed.
     void LayOut();
 

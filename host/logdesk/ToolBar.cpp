@@ -46,6 +46,8 @@ BOOL ToolBar::Create(CWnd* parent, UINT id, UINT firstCommand, bool show)
 
 bool ToolBar::LoadImages()
 {
+    m_images.DeleteImageList();
+    m_disabledImages.DeleteImageList();
     const int size = QmIconSize(m_hWnd);
     if (!AddImages(m_images, size, QmIconLook::Normal) ||
         !AddImages(m_disabledImages, size, QmIconLook::Disabled))

@@ -17,6 +17,9 @@ public:
     // Visible at once if `show` says so.
     BOOL Create(CWnd* parent, UINT id, UINT firstCommand, bool show);
 
+    // In the size that the display wants now.
+    bool LoadImages();
+
     // Paints only buttons that look different from before.
     void SetStates(const std::vector<ToolState>& states);
 
@@ -24,7 +27,6 @@ public:
     int GetHeight(); // 0 while it is hidden
 
 private:
-    bool LoadImages();
     void AddButtons();
     void SetTip(std::size_t tool, std::string tip);
 

@@ -2,6 +2,7 @@
 
 #include "afxcontrolbarutil.h"
 #include "qmflattabctrl/TabStrip.h"
+#include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
@@ -14,7 +15,7 @@ namespace
 class MeasuringDc
 {
 public:
-    MeasuringDc() : m_font(m_dc, ::GetStockObject(DEFAULT_GUI_FONT)) {}
+    explicit MeasuringDc(HWND hwnd) : m_font(m_dc, VkGrafic::GetGuiFont(hwnd)) {}
 
     operator HDC() const { return m_dc; }
 
@@ -38,6 +39,7 @@ BEGIN_MESSAGE_MAP(CQmFlatTabCtrl, CWnd)
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_WM_SYSCOLORCHANGE()
+    ON_MESSAGE(WM_DPICHANGED_AFTERPARENT, &CQmFlatTabCtrl::OnDpiChanged)
     ON_WM_SETFOCUS()
     ON_WM_LBUTTONDOWN()
 END_MESSAGE_MAP()
@@ -109,13 +111,20 @@ void CQmFlatTabCtrl::OnSize(UINT type, int width, int height)
     PlacePage();
 }
 
+LRESULT CQmFlatTabCtrl::OnDpiChanged(WPARAM, LPARAM)
+{
+    PlacePage();
+    Invalidate(FALSE);
+    return 0;
+}
+
 void CQmFlatTabCtrl::OnPaint()
 {
     CPaintDC paint(this);
     CMemDC memory(paint, this);
     CDC& dc = memory.GetDC();
     const VkGrafic::SavedState saved(dc);
-    dc.SelectStockObject(DEFAULT_GUI_FONT);
+    ::SelectObject(dc, VkGrafic::GetGuiFont(m_hWnd));
     dc.SetBkMode(TRANSPARENT);
 
     CRect client;
@@ -160,7 +169,7 @@ void CQmFlatTabCtrl::OnLButtonDown(UINT, CPoint point)
 
 flattab::TabStrip CQmFlatTabCtrl::GetLayout() const
 {
-    const MeasuringDc dc;
+    const MeasuringDc dc(m_hWnd);
     TEXTMETRIC metrics = {};
     ::GetTextMetrics(dc, &metrics);
     std::vector<int> widths;

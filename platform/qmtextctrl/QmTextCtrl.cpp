@@ -129,6 +129,7 @@ void CQmTextCtrl::MeasureFont()
     dc.GetTextMetrics(&metrics);
     m_fontHeight = metrics.tmHeight;
     m_columnWidth = metrics.tmAveCharWidth;
+    m_graphicFont = GraphicFont(dc);
 }
 
 LRESULT CQmTextCtrl::OnSetFont(WPARAM font, LPARAM)

@@ -1,5 +1,7 @@
 #include "vkgrafic/Display.h"
 
+#include <map>
+
 namespace VkGrafic
 {
 
@@ -14,6 +16,26 @@ int GetResolution(HWND hwnd)
     const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
     ::ReleaseDC(nullptr, screen);
     return dpi;
+}
+
+// One for each resolution that a display has, for as long as the program runs.
+HFONT GetGuiFont(HWND hwnd)
+{
+    static thread_local std::map<int, HFONT> fonts;
+    const HFONT stock = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    const int dpi = GetResolution(hwnd);
+    const int systemDpi = GetResolution(nullptr);
+    if (dpi == systemDpi)
+        return stock;
+    HFONT& font = fonts[dpi];
+    if (!font)
+    {
+        LOGFONT description = {};
+        ::GetObject(stock, sizeof(description), &description);
+        description.lfHeight = ::MulDiv(description.lfHeight, dpi, systemDpi);
+        font = ::CreateFontIndirect(&description);
+    }
+    return font ? font : stock;
 }
 
 bool IsHighContrast()

@@ -1,5 +1,6 @@
 #include "vkgrafic/GraphicText.h"
 
+#include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/LineLayout.h"
 #include "vkgrafic/TextCells.h"
 #include "vkgrafic/WideLine.h"
@@ -10,6 +11,7 @@
 #include <iterator>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,15 @@ Align Vertical(UINT flags)
 // A font's characters in pages of 256, each asked for when one of its characters is first met.
 struct GraphicFont::Data
 {
+    Data() = default;
+    ~Data()
+    {
+        if (linked)
+            ::DeleteObject(linked);
+    }
+    Data(const Data&) = delete;
+    Data& operator=(const Data&) = delete;
+
     static constexpr std::size_t kPageSize = 256;
     struct Page
     {
@@ -60,9 +71,19 @@ struct GraphicFont::Data
         return *page;
     }
 
+    // Whether the font has a glyph for each unit. Of a font of bitmaps the system does not tell: it has what
+    // its character set has.
+    bool Has(HDC dc, const wchar_t* units, int count);
+
+    // A font as high as this one for what it does not have, which the system links with those of all scripts.
+    HFONT Linked(HDC dc);
+
     static std::unique_ptr<Page> MakePage(HDC dc, wchar_t first);
 
     int height = 0;
+    int ascent = 0;
+    int linkedAscent = 0;
+    HFONT linked = nullptr; // made when it is first needed
     std::unique_ptr<Page> pages[0x10000 / kPageSize];
 };
 
@@ -83,9 +104,42 @@ std::unique_ptr<GraphicFont::Data::Page> GraphicFont::Data::MakePage(HDC dc, wch
     for (std::size_t i = 0; i < kPageSize; ++i)
         if (!isMeasured || !vkgrafic::IsSimple(vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i))))
             page->widths[i] = -1;
+    for (std::size_t i = 0; i < kPageSize; ++i)
+        units[i] = vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i));
     if (::GetGlyphIndicesW(dc, units, kCount, page->glyphs, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR)
         std::fill(std::begin(page->glyphs), std::end(page->glyphs), kNoGlyph); // a font of bitmaps
     return page;
+}
+
+bool GraphicFont::Data::Has(HDC dc, const wchar_t* units, int count)
+{
+    const auto isThere = [&](wchar_t unit) { return PageOf(dc, unit).glyphs[unit % kPageSize] != kNoGlyph; };
+    if (isThere(L' '))
+        return std::all_of(units, units + count, isThere);
+    CHARSETINFO set = {};
+    BOOL isMissing = FALSE;
+    if (!::TranslateCharsetInfo(reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(::GetTextCharset(dc))), &set,
+                                TCI_SRCCHARSET))
+        return true;
+    ::WideCharToMultiByte(set.ciACP, WC_NO_BEST_FIT_CHARS, units, count, nullptr, 0, nullptr, &isMissing);
+    return !isMissing;
+}
+
+HFONT GraphicFont::Data::Linked(HDC dc)
+{
+    if (!linked)
+    {
+        LOGFONTW description = {};
+        description.lfHeight = height;
+        description.lfCharSet = DEFAULT_CHARSET;
+        ::lstrcpynW(description.lfFaceName, L"MS Shell Dlg 2", LF_FACESIZE);
+        linked = ::CreateFontIndirectW(&description);
+        const VkGrafic::Selected selected(dc, linked);
+        TEXTMETRICW metrics = {};
+        ::GetTextMetricsW(dc, &metrics);
+        linkedAscent = metrics.tmAscent;
+    }
+    return linked;
 }
 
 GraphicFont::GraphicFont(HDC dc) : m_data(std::make_shared<Data>())
@@ -93,6 +147,7 @@ GraphicFont::GraphicFont(HDC dc) : m_data(std::make_shared<Data>())
     TEXTMETRICW metrics = {};
     ::GetTextMetricsW(dc, &metrics);
     m_data->height = metrics.tmHeight;
+    m_data->ascent = metrics.tmAscent;
 }
 
 namespace
@@ -256,56 +311,80 @@ void DrawTextOf(HDC dc, const char* text, int length, RECT& rect, UINT flags)
 namespace
 {
 
-// Characters in cells, which are drawn as many together as there are.
+// Characters in cells, which are drawn as many together as there are in one font.
 class CellRun
 {
 public:
-    CellRun(HDC dc, int x, int y, int cellWidth) : m_dc(dc), m_x(x), m_y(y), m_cellWidth(cellWidth) {}
+    CellRun(HDC dc, GraphicFont::Data* font, int x, int y, int cellWidth)
+        : m_dc(dc), m_font(font), m_x(x), m_y(y), m_cellWidth(cellWidth)
+    {
+    }
     ~CellRun() { Draw(); }
     CellRun(const CellRun&) = delete;
     CellRun& operator=(const CellRun&) = delete;
 
-    // The character behind the one before.
-    void Add(wchar_t unit, int cell, int width)
+    // A character behind the one before. `isLinked` if the font does not have it.
+    void Add(wchar_t unit, int cell, int width, bool isLinked)
     {
-        if (m_count == kRunLength)
+        if (m_count == kRunLength || isLinked != m_isLinked)
             Draw();
         if (m_count == 0)
             m_cell = cell;
+        m_isLinked = isLinked;
         m_units[m_count] = unit;
         m_widths[m_count++] = width * m_cellWidth;
     }
 
     // One that the system shapes: by itself, so that it moves none of the others.
-    void DrawAlone(const wchar_t* units, int count, int cell)
+    void DrawAlone(const wchar_t* units, int count, int cell, bool isLinked)
     {
         Draw();
-        ::ExtTextOutW(m_dc, XOf(cell), m_y, 0, nullptr, units, static_cast<UINT>(count), nullptr);
+        Output(units, static_cast<UINT>(count), cell, isLinked, nullptr);
     }
 
 private:
-    // The sum is near the clip box, while the product may be beyond the range of int.
-    int XOf(int cell) const { return static_cast<int>(m_x + static_cast<std::int64_t>(cell) * m_cellWidth); }
-
     void Draw()
     {
         if (m_count > 0)
-            ::ExtTextOutW(m_dc, XOf(m_cell), m_y, 0, nullptr, m_units.data(), static_cast<UINT>(m_count),
-                          m_widths.data());
+            Output(m_units.data(), static_cast<UINT>(m_count), m_cell, m_isLinked, m_widths.data());
         m_count = 0;
     }
 
+    void Output(const wchar_t* units, UINT count, int cell, bool isLinked, const INT* widths)
+    {
+        // The sum is near the clip box, while the product may be beyond the range of int.
+        const int x = static_cast<int>(m_x + static_cast<std::int64_t>(cell) * m_cellWidth);
+        std::optional<VkGrafic::Selected> linked;
+        if (isLinked)
+            linked.emplace(m_dc, m_font->Linked(m_dc));
+        const int y = isLinked ? m_y + m_font->ascent - m_font->linkedAscent : m_y; // on one base line
+        ::ExtTextOutW(m_dc, x, y, 0, nullptr, units, count, widths);
+    }
+
     HDC m_dc;
+    GraphicFont::Data* m_font;
     int m_x;
     int m_y;
     int m_cellWidth;
     int m_cell = 0;
+    bool m_isLinked = false;
     std::size_t m_count = 0;
     std::array<wchar_t, kRunLength> m_units;
     std::array<INT, kRunLength> m_widths;
 };
 
 } // namespace
+
+bool GraphicFont::Has(HDC dc, const char* text, int length) const
+{
+    const std::size_t size = static_cast<std::size_t>(std::max(length, 0));
+    if (ZEMA::IsAscii(text, size))
+        return true;
+    ZEMA::WideString wide;
+    ZEMA::ToWide(text, size, wide);
+    std::transform(wide.begin(), wide.end(), wide.begin(), vkgrafic::VisibleUnit);
+    return !m_data || m_data->Has(dc, wide.data(), static_cast<int>(wide.size()));
+}
 
 GraphicText::GraphicText(HDC dc, const GraphicFont* font)
     : m_dc(dc), m_font(font ? font->m_data.get() : nullptr)
@@ -358,11 +437,11 @@ void GraphicText::DrawCells(const char* text, int length, int x, int y, int cell
     cells.Take(text, static_cast<std::size_t>(length));
     const int cellCount = cells.CellOf(length);
     const vkgrafic::Part part = vkgrafic::VisibleCells(x, cellCount, cellWidth, {clip.left, clip.right});
-    CellRun run(m_dc, x, y, cellWidth);
+    CellRun run(m_dc, m_font, x, y, cellWidth);
     if (cells.Characters().empty())
     {
         for (int cell = part.first; cell < part.first + part.count; ++cell)
-            run.Add(vkgrafic::VisibleUnit(static_cast<unsigned char>(text[cell])), cell, 1);
+            run.Add(vkgrafic::VisibleUnit(static_cast<unsigned char>(text[cell])), cell, 1, false);
         return;
     }
     const wchar_t* const wide = cells.Wide().data();
@@ -375,11 +454,14 @@ void GraphicText::DrawCells(const char* text, int length, int x, int y, int cell
     for (auto character = at(part.first); character < end; ++character)
     {
         const int units = character[1].unit - character->unit;
-        const wchar_t shown = vkgrafic::VisibleUnit(wide[character->unit]);
-        if (units == 1 && vkgrafic::IsSimple(shown))
-            run.Add(shown, character->cell, character[1].cell - character->cell);
+        const wchar_t* const first = wide + character->unit;
+        const wchar_t shown = vkgrafic::VisibleUnit(*first);
+        const bool isSimple = units == 1 && vkgrafic::IsSimple(shown);
+        const bool isLinked = m_font && !m_font->Has(m_dc, isSimple ? &shown : first, units);
+        if (isSimple)
+            run.Add(shown, character->cell, character[1].cell - character->cell, isLinked);
         else
-            run.DrawAlone(wide + character->unit, units, character->cell);
+            run.DrawAlone(first, units, character->cell, isLinked);
     }
 }
 

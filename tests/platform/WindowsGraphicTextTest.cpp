@@ -126,6 +126,40 @@ TEST_F(GraphicTextTest, DrawsCharactersInTheirCells)
     EXPECT_TRUE(pixels[0] == pixels[1]);
 }
 
+// The stock font has the letters of its code page only.
+TEST_F(GraphicTextTest, TakesFromTheDialogsFontWhatAFontLacks)
+{
+    const GraphicFont font(m_dc);
+    const std::pair<const char*, bool> texts[] = {{"plain", true},   {"\u00E4\u20AC", true},
+                                                  {"\xE4", true},    {"a\u0416", false},
+                                                  {"\u65E5", false}, {"\U0001F600", false}};
+    for (const auto& [text, isThere] : texts)
+        EXPECT_EQ(isThere, font.Has(m_dc, text, static_cast<int>(std::strlen(text)))) << text;
+
+    const auto ink = [&](const char* text, const GraphicFont* known) {
+        GraphicText(m_dc, known).DrawCells(text, static_cast<int>(std::strlen(text)), 20, 0, m_charWidth);
+        std::vector<int> black;
+        for (int x = 0; x < m_all.right; ++x)
+            for (int y = 0; y < m_all.bottom; ++y)
+                if (::GetPixel(m_dc, x, y) == 0)
+                    black.push_back(x * m_all.bottom + y);
+        TakeInk();
+        return black;
+    };
+    EXPECT_EQ(ink("A\u00E4", nullptr), ink("A\u00E4", &font));
+    const std::vector<int> own = ink("\u0416", nullptr);
+    const std::vector<int> taken = ink("\u0416", &font);
+    EXPECT_NE(own, taken);
+    {
+        TEXTMETRICA metrics = {};
+        ::GetTextMetricsA(m_dc, &metrics);
+        const int bottom = metrics.tmAscent;
+        for (const int pixel : taken)
+            EXPECT_LE(pixel % m_all.bottom, bottom) << "the letter stands on the line of the others";
+    }
+    EXPECT_FALSE(taken.empty());
+}
+
 TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
 {
     const RECT rect = {10, 5, 10 + 8 * m_charWidth, 35};

@@ -47,6 +47,7 @@ protected:
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSysColorChange();
+    afx_msg LRESULT OnDpiChanged(WPARAM, LPARAM);
     afx_msg void OnSetFocus(CWnd* old);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
     DECLARE_MESSAGE_MAP()

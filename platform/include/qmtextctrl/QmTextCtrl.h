@@ -3,6 +3,7 @@
 
 #include "afxwin.h"
 #include "qmtextctrl/TextView.h"
+#include "vkgrafic/GraphicText.h"
 #include "zemacore/ZemaApi.h"
 
 #include <memory>
@@ -46,6 +47,9 @@ public:
     // Pixels; by default as high as the font, and as wide as one of its characters.
     virtual int GetRowHeight();
     int GetColumnWidth() const;
+
+    // What GraphicText knows of the window's font, for DrawRow.
+    const GraphicFont& GetGraphicFont() const { return m_graphicFont; }
 
     // Draws the text (GraphicText::DrawCells) and marks of `row` from (x, y), where GetRowLeft lies after
     // scrolling. Marks may reach half a row's height into the row below. The background is painted, the font
@@ -196,6 +200,7 @@ private:
     textview::TextView m_view;
     bool m_prepared = false; // CreateCommon is through and the window not destroyed: rows may be asked for
     HFONT m_font = nullptr;  // not owned
+    GraphicFont m_graphicFont;
     int m_fontHeight = 1;
     int m_columnWidth = 1;
     CSize m_client;

@@ -16,6 +16,9 @@ public:
     // The font that is selected in `dc`.
     explicit GraphicFont(HDC dc);
 
+    // Whether the font, selected in `dc`, has all characters of a text.
+    bool Has(HDC dc, const char* text, int length) const;
+
     struct Data;
 
 private:

@@ -113,6 +113,42 @@ void MeasurePainting(const Options& options, Frame& frame, Report& report)
     }
 }
 
+// A page of several scripts against a page of as many cells of ASCII, in a font that has the letters of some.
+void MeasureScripts(const Options& options, Frame& frame, Report& report)
+{
+    constexpr int kRows = 100; // more than a page
+    const std::string mixed =
+        "Gr\u00F6\u00DFe \u0416\u0443\u0440\u043D\u0430\u043B \u03A9\u03BC\u03AD\u03B3\u03B1 "
+        "\u65E5\u5FD7\u6587\u4EF6 \uD55C\uAD6D\uC5B4 \U0001F600 "; // 40 cells
+    CQmLogWriter& main = QmLogWriterDefine("Main");
+    main.Clear();
+    for (int row = 0; row < 2 * kRows; ++row)
+        Check(main.WriteLine(row < kRows ? std::string(80, 'x').c_str() : (mixed + mixed).c_str()),
+              "writing");
+    QmLogWriterCloseAll();
+
+    CFont font;
+    LOGFONT description = {};
+    description.lfHeight = -13;
+    description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    ::lstrcpyn(description.lfFaceName, "Consolas", LF_FACESIZE);
+    font.CreateFontIndirect(&description);
+    CQmLogTextCtrl windows[2];
+    for (CQmLogTextCtrl& text : windows)
+    {
+        Open(text, frame);
+        text.SetFont(&font);
+    }
+    windows[0].Focus(0, 0, false);
+    const auto variant = [](HWND hwnd) { return WhenShown(hwnd, 20, [hwnd] { Repaint(hwnd); }); };
+    const Comparison comparison({variant(windows[0]), variant(windows[1])}, options.quick ? 11 : 51);
+    report.Add({"full repaint, several scripts", comparison.Time(1), "us", "as many cells of ASCII",
+                comparison.Ratio(1), 1.3});
+    QmLogReaderDefine("Main").Close();
+    main.Clear();
+    QmLogWriterCloseAll();
+}
+
 // What a page of one log and a look at the shared counter ask of the file system.
 void MeasureCalls(Frame& frame, Report& report)
 {
@@ -174,6 +210,7 @@ void MeasureSearch(const Options& options, Frame& frame, Report& report)
 void MeasureLogWindow(const Options& options, const TemporaryFolder& folder, Report& report)
 {
     Frame frame;
+    MeasureScripts(options, frame, report);
     const auto write = [&folder](unsigned bytes) {
         QmLogReaderDefine("Main").Close();
         LogFiles log(folder.Path(), "Main");

@@ -1,6 +1,7 @@
 #include "logdesk/Screenshot.h"
 
 #include "vkgrafic/DrawingGuards.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -35,8 +36,10 @@ void GoToFold(CQmLogTextCtrl& text)
 void FindText(CQmLogTextCtrl& text, const std::string& wanted)
 {
     text.FindInput();
-    for (const char character : wanted)
-        ::SendMessage(::GetFocus(), WM_CHAR, static_cast<BYTE>(character), 1);
+    ZEMA::WideString characters;
+    ZEMA::ToWide(wanted.data(), wanted.size(), characters);
+    for (const wchar_t character : characters)
+        ::SendMessageW(::GetFocus(), WM_CHAR, character, 1);
     text.FindNext();
 }
 

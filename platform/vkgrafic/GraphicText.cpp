@@ -323,14 +323,16 @@ public:
     CellRun(const CellRun&) = delete;
     CellRun& operator=(const CellRun&) = delete;
 
-    // A character behind the one before. `isLinked` if the font does not have it.
+    // A character behind the one before; `isLinked` if the font does not have it.
     void Add(wchar_t unit, int cell, int width, bool isLinked)
     {
-        if (m_count == kRunLength || isLinked != m_isLinked)
+        const bool isOtherFont = isLinked != m_isLinked && unit != L' '; // a blank is the same in all
+        if (m_count == kRunLength || isOtherFont)
             Draw();
         if (m_count == 0)
             m_cell = cell;
-        m_isLinked = isLinked;
+        if (isOtherFont)
+            m_isLinked = isLinked;
         m_units[m_count] = unit;
         m_widths[m_count++] = width * m_cellWidth;
     }
@@ -354,9 +356,10 @@ private:
     {
         // The sum is near the clip box, while the product may be beyond the range of int.
         const int x = static_cast<int>(m_x + static_cast<std::int64_t>(cell) * m_cellWidth);
-        std::optional<VkGrafic::Selected> linked;
-        if (isLinked)
-            linked.emplace(m_dc, m_font->Linked(m_dc));
+        if (!isLinked)
+            m_linked.reset();
+        else if (!m_linked)
+            m_linked.emplace(m_dc, m_font->Linked(m_dc));
         const int y = isLinked ? m_y + m_font->ascent - m_font->linkedAscent : m_y; // on one base line
         ::ExtTextOutW(m_dc, x, y, 0, nullptr, units, count, widths);
     }
@@ -368,6 +371,7 @@ private:
     int m_cellWidth;
     int m_cell = 0;
     bool m_isLinked = false;
+    std::optional<VkGrafic::Selected> m_linked; // while the other font is selected
     std::size_t m_count = 0;
     std::array<wchar_t, kRunLength> m_units;
     std::array<INT, kRunLength> m_widths;
@@ -450,18 +454,34 @@ void GraphicText::DrawCells(const char* text, int length, int x, int y, int cell
             cells.Characters().begin(), cells.Characters().end(), cell,
             [](const VkGrafic::TextCells::Character& character, int from) { return character.cell < from; });
     };
+    const auto begin = at(part.first);
     const auto end = std::min(at(part.first + part.count), std::prev(cells.Characters().end()));
-    for (auto character = at(part.first); character < end; ++character)
+
+    // All are looked up before the first is drawn: what is drawn may have another font selected.
+    struct Shown
     {
-        const int units = character[1].unit - character->unit;
-        const wchar_t* const first = wide + character->unit;
-        const wchar_t shown = vkgrafic::VisibleUnit(*first);
-        const bool isSimple = units == 1 && vkgrafic::IsSimple(shown);
-        const bool isLinked = m_font && !m_font->Has(m_dc, isSimple ? &shown : first, units);
-        if (isSimple)
-            run.Add(shown, character->cell, character[1].cell - character->cell, isLinked);
+        wchar_t unit;
+        bool isSimple;
+        bool isLinked;
+    };
+    static thread_local std::vector<Shown> shown;
+    shown.clear();
+    for (auto character = begin; character < end; ++character)
+    {
+        const wchar_t* const units = wide + character->unit;
+        const int count = character[1].unit - character->unit;
+        const wchar_t unit = vkgrafic::VisibleUnit(*units);
+        const bool isSimple = count == 1 && vkgrafic::IsSimple(unit);
+        shown.push_back({unit, isSimple, m_font && !m_font->Has(m_dc, isSimple ? &unit : units, count)});
+    }
+    for (auto character = begin; character < end; ++character)
+    {
+        const Shown& how = shown[static_cast<std::size_t>(character - begin)];
+        const auto& next = character[1];
+        if (how.isSimple)
+            run.Add(how.unit, character->cell, next.cell - character->cell, how.isLinked);
         else
-            run.DrawAlone(first, units, character->cell, isLinked);
+            run.DrawAlone(wide + character->unit, next.unit - character->unit, character->cell, how.isLinked);
     }
 }
 

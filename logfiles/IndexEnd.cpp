@@ -30,7 +30,7 @@ bool IsOneWrite(FileWindow& rows, std::uint64_t first, std::uint64_t end)
     return true;
 }
 
-std::uint64_t CountRowsWithoutText(const char* rowPath, std::uint64_t textSize)
+bool CountRowsWithoutText(const char* rowPath, std::uint64_t textSize, std::uint64_t& surplus)
 {
     FileWindow rows(rowPath);
     const std::uint64_t count = rows.Size() / sizeof(CQmLogRow);
@@ -38,9 +38,10 @@ std::uint64_t CountRowsWithoutText(const char* rowPath, std::uint64_t textSize)
     CQmLogRow row;
     while (first > 0 && ReadRecord(rows, first - 1, row) && row.offset > textSize)
         --first;
-    const bool oneWrite = IsOneWrite(rows, first, count);
+    surplus = IsOneWrite(rows, first, count) ? count - first : 0;
+    const bool isRead = rows.GetState() == FileWindow::State::Open;
     rows.Close(); // before the caller cuts the file
-    return oneWrite ? count - first : 0;
+    return isRead;
 }
 
 bool EndsOnFreshLine(const char* logPath, const char* rowPath, std::uint64_t textSize, const CQmLogRow& block)

@@ -19,8 +19,8 @@ bool IsOneWrite(FileWindow& rows, std::uint64_t first, std::uint64_t end);
 // How many rows at the end of an index have no text and never will, as a writer leaves them that was killed
 // after its rows and before its text: rows of one write, all after the end of the text, which has `textSize`
 // bytes. 0 when more is missing than one write can explain: that is damage, which stays for verification to
-// find. To be asked before the log's only writer goes on.
-std::uint64_t CountRowsWithoutText(const char* rowPath, std::uint64_t textSize);
+// find. False when the index cannot be read. To be asked before the log's only writer goes on.
+bool CountRowsWithoutText(const char* rowPath, std::uint64_t textSize, std::uint64_t& surplus);
 
 // Whether the text, which has `textSize` bytes, ends with a line feed and the line begun by it is one of
 // `block`: of its depth and kind.

@@ -18,25 +18,30 @@
 namespace
 {
 
-// Brings an index to what its text holds, before the log's only writer goes on with it.
-void CutRowsWithoutText(HANDLE rowFile, const char* rowPath, const char* logPath)
+// Brings an index to what its text holds, before the log's only writer goes on with it. False when a call
+// fails.
+bool CutRowsWithoutText(HANDLE rowFile, const char* rowPath, const char* logPath)
 {
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
     std::uint64_t rowSize = 0;
     std::uint64_t textSize = 0;
-    if (!files.GetSize(rowPath, rowSize) || rowSize == 0 || !files.GetSize(logPath, textSize))
-        return;
+    std::uint64_t surplus = 0;
+    if (!files.GetSize(rowPath, rowSize))
+        return false;
+    if (rowSize == 0)
+        return true;
     try
     {
-        const std::uint64_t surplus = logfiles::CountRowsWithoutText(rowPath, textSize);
-        const std::uint64_t size = (rowSize / sizeof(CQmLogRow) - surplus) * sizeof(CQmLogRow);
-        if (surplus > 0 && files.Seek(rowFile, static_cast<std::int64_t>(size), FILE_BEGIN, rowSize))
-            files.SetEnd(rowFile);
+        if (!files.GetSize(logPath, textSize) || !logfiles::CountRowsWithoutText(rowPath, textSize, surplus))
+            return false;
     }
     catch (const std::bad_alloc&)
     {
-        // Without memory to look at the index it stays as it is: operations never throw.
+        return false; // operations never throw
     }
+    const std::uint64_t size = (rowSize / sizeof(CQmLogRow) - surplus) * sizeof(CQmLogRow);
+    return surplus == 0 || (files.Seek(rowFile, static_cast<std::int64_t>(size), FILE_BEGIN, rowSize) &&
+                            files.SetEnd(rowFile));
 }
 
 } // namespace
@@ -59,7 +64,13 @@ void CQmLogWriter::WriteTextRows(const char* text, std::size_t length, std::uint
     const std::size_t count =
         static_cast<std::size_t>(std::count(text, text + length, '\n')) + (firstLine ? 1 : 0);
     if (count == 0)
+    {
+        // Rows that a killed writer has left are told by lying after the text: they go before it grows.
+        RowsWritten none;
+        if (length > 0 && position > 0)
+            OpenRowFile(none);
         return;
+    }
 
     // All rows go out together; only without memory for them in portions.
     CQmLogRow few[32];
@@ -192,8 +203,11 @@ bool CQmLogWriter::OpenRowFile(RowsWritten& written)
             m_rowHandle = CreateFileWrite(m_rowPath);
             m_rowError = ZEMA::FileCalls().LastError();
         }
-        if (m_rowHandle && m_rowHandle != INVALID_HANDLE_VALUE)
-            CutRowsWithoutText(m_rowHandle, m_rowPath, m_logPath);
+        // A second try, because the text grows over what is not cut now. Without success the index stays as
+        // it is.
+        const auto cut = [this] { return CutRowsWithoutText(m_rowHandle, m_rowPath, m_logPath); };
+        if (m_rowHandle && m_rowHandle != INVALID_HANDLE_VALUE && !cut() && !cut())
+            logfiles::Report("CQmLogWriter::WriteRow(): rows without text cannot be cut");
     }
     if (m_rowHandle == INVALID_HANDLE_VALUE)
         written.Note("CQmLogWriter::WriteRow().CreateFileWrite(Row)", m_rowError);

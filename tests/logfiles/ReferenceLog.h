@@ -190,6 +190,8 @@ private:
         }
         if (text.empty())
             return true;
+        if (position > 0)
+            OpenIndex(); // a text that begins no line has not opened it
         if (AppendWhole(m_log, text.data(), text.size(), position))
         {
             m_last = text.back();
@@ -237,21 +239,39 @@ private:
         m_reported = true;
     }
 
-    void WriteRow(CQmLogRow& row)
+    bool OpenIndex()
     {
         ZEMA::IFileCalls& files = ZEMA::FileCalls();
         const bool opening = m_row == nullptr;
         if (!Open(m_row, m_rowPath, m_rowError))
+            return false;
+        const auto looksAtEnd = [&] {
+            std::uint64_t rowSize = 0;
+            std::uint64_t textSize = 0;
+            std::uint64_t surplus = 0;
+            if (!files.GetSize(m_rowPath.c_str(), rowSize))
+                return false;
+            const bool seen =
+                rowSize == 0 || (files.GetSize(m_logPath.c_str(), textSize) &&
+                                 logfiles::CountRowsWithoutText(m_rowPath.c_str(), textSize, surplus));
+            EXPECT_EQ(0u, surplus) << "nobody was killed";
+            return seen;
+        };
+        if (opening && !looksAtEnd() && !looksAtEnd())
+            logfiles::Report("CQmLogWriter::WriteRow(): rows without text cannot be cut");
+        return true;
+    }
+
+    void WriteRow(CQmLogRow& row)
+    {
+        ZEMA::IFileCalls& files = ZEMA::FileCalls();
+        if (!OpenIndex())
         {
             if (m_row != nullptr)
                 ReportRow(m_rowError, "CQmLogWriter::WriteRow().CreateFileWrite(Row)");
             return;
         }
         std::uint64_t end = 0;
-        std::uint64_t textSize = 0;
-        if (opening && files.GetSize(m_rowPath.c_str(), end) && end > 0 &&
-            files.GetSize(m_logPath.c_str(), textSize))
-            EXPECT_EQ(0u, logfiles::CountRowsWithoutText(m_rowPath.c_str(), textSize)) << "nobody was killed";
         row.time = m_counters.NextTime();
         if (!files.Seek(m_row, 0, FILE_END, end))
             ReportRow(files.LastError(), "CQmLogWriter::WriteRow().SetFilePointer()");

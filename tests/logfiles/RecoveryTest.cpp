@@ -1,0 +1,182 @@
+// A second fault while the first is being recovered from: what one writer left behind is left again by the
+// next.
+
+#include "logfiles/Counters.h"
+#include "tests/support/LongRun.h"
+#include "tests/support/MemorySession.h"
+#include "tests/support/Verify.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+#include <set>
+
+namespace
+{
+
+using ZEMA::Fault;
+
+constexpr ZEMA::ScriptedFault kNoFault = {};
+const std::vector<std::string> kLogs = {"Main", "SQL"};
+
+// The log folder after a process has ended, and what it and those before it were answered with true.
+struct Aftermath
+{
+    std::map<std::string, std::string> files;                 // contents by path
+    std::map<std::string, std::vector<std::string>> answered; // texts by log
+    bool isReported = false; // whether the last process has told of a loss: that it had one is no fault then
+    unsigned long calls = 0;
+
+    std::string TextOf(const std::string& log) const
+    {
+        const auto found = files.find("C:\\Logs\\" + log + ".LOG");
+        return found != files.end() ? found->second : "";
+    }
+};
+
+// A process with two writers that begins with what an earlier one left, and ends of its fault or of itself.
+class Process
+{
+public:
+    Process(const Aftermath& before, const std::string& name, const ZEMA::ScriptedFault& fault)
+        : m_name(name), m_after(before)
+    {
+        for (const auto& [path, bytes] : before.files)
+            m_session.files.SetContents(path, bytes);
+        CQmLogWriter main = WriterOf("Main");
+        CQmLogWriter sql = WriterOf("SQL");
+        m_session.files.SetFault(fault);
+        try
+        {
+            Work(main, sql);
+        }
+        catch (const ZEMA::ProcessKilled&)
+        {
+        }
+        catch (const ZEMA::EndlessWait&)
+        {
+        }
+        m_after.calls = m_session.files.CallCount();
+        m_after.isReported = main.GetLostRowCount() + sql.GetLostRowCount() > 0 ||
+                             m_session.Text("QmLog").size() > before.TextOf("QmLog").size();
+        m_session.files.ClearFault();
+        m_session.files.CloseAllHandles();
+        logfiles::CloseCounters();
+        for (const std::string& path : m_session.files.Paths())
+            m_after.files[path] = m_session.files.Contents(path);
+    }
+
+    const Aftermath& After() const { return m_after; }
+
+    // What verification finds and what has been lost of the answered texts, a line each.
+    std::string Damage() const
+    {
+        std::string damage;
+        for (const Finding& finding : FindingsOf("C:\\Logs", kLogs))
+        {
+            if (QmLogIsDamage(finding.kind))
+                damage += finding.file + " row " + std::to_string(finding.row) + ": " + finding.reason + "\n";
+        }
+        for (const auto& [log, texts] : m_after.answered)
+        {
+            std::size_t at = 0;
+            for (const std::string& text : texts)
+            {
+                at = m_session.Text(log).find(text, at);
+                if (at == std::string::npos)
+                    return damage + log + " lacks " + text + " or has it too early";
+            }
+        }
+        return damage;
+    }
+
+private:
+    void Write(CQmLogWriter& log, const std::string& text)
+    {
+        if (log.Write(text.c_str()))
+            m_after.answered[log.GetFilePath()].push_back(text);
+    }
+
+    void Work(CQmLogWriter& main, CQmLogWriter& sql)
+    {
+        Write(main, m_name + "1\n" + m_name + "of many\n\nlines");
+        main.BlockBegin(kErrorKind);
+        Write(sql, m_name + "2");
+        Write(main, m_name + "3\n");
+        Write(main, m_name + "4\nlong enough to reach beyond the rows of a write that was killed\n");
+        main.BlockEnd();
+        Write(sql, "\n" + m_name + "5\n");
+        main.Close();
+        Write(main, m_name + "6");
+    }
+
+    std::string m_name;
+    MemorySession m_session;
+    Aftermath m_after;
+};
+
+// All ways in which a process may end, each different from the others in what it leaves.
+template <typename Visit> void ForEachFault(unsigned long calls, Visit visit)
+{
+    for (unsigned long call = 1; call <= calls; ++call)
+    {
+        for (const Fault kind : {Fault::Kill, Fault::Fail, Fault::ShortWrite})
+        {
+            for (const bool forever : {false, true})
+            {
+                if (kind != Fault::Kill || !forever)
+                    visit(ZEMA::ScriptedFault{call, kind, forever});
+            }
+        }
+    }
+}
+
+std::string Describe(const ZEMA::ScriptedFault& fault)
+{
+    return "fault " + std::to_string(static_cast<int>(fault.fault)) + (fault.forever ? " for ever" : "") +
+           " at call " + std::to_string(fault.call);
+}
+
+TEST(Recovery, MayItselfBeKilledOrFailAtAnyCall)
+{
+    const Aftermath plain = Process({}, "plain", kNoFault).After();
+    std::set<std::map<std::string, std::string>> states;
+    std::vector<Aftermath> starts;
+    ForEachFault(plain.calls, [&](const ZEMA::ScriptedFault& fault) {
+        const Process first(plain, "first", fault);
+        if (first.After().isReported)
+            return;
+        EXPECT_EQ("", first.Damage()) << "first: " << Describe(fault);
+        if (states.insert(first.After().files).second)
+            starts.push_back(first.After());
+    });
+    EXPECT_GT(starts.size(), 20u);
+
+    // The short run has some of the pairs, of each call a few.
+    const unsigned step = Rounds(19u, 1u);
+    unsigned pair = 0;
+    int recoveries = 0;
+    for (const Aftermath& start : starts)
+    {
+        const unsigned long calls = Process(start, "second", kNoFault).After().calls;
+        ForEachFault(calls, [&](const ZEMA::ScriptedFault& fault) {
+            if (HasFailure() || pair++ % step != 0)
+                return;
+            std::optional<Process> second(std::in_place, start, "second", fault);
+            const Aftermath left = second->After();
+            if (left.isReported)
+                return;
+            EXPECT_EQ("", second->Damage()) << "second: " << Describe(fault);
+            second.reset();
+            const Process third(left, "third", kNoFault);
+            EXPECT_EQ("", third.Damage()) << "third, after " << Describe(fault);
+            EXPECT_FALSE(third.After().isReported);
+            ++recoveries;
+        });
+    }
+    Figure("states that a first fault leaves", static_cast<long long>(starts.size()));
+    Figure("second faults", recoveries);
+}
+
+} // namespace

@@ -2,13 +2,17 @@
 
 #include "QmLogReader.h"
 #include "QmLogWriter.h"
+#include "tests/support/Line.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/LongRun.h"
 #include "tests/support/MixedSteps.h"
 #include "tests/support/Process.h"
 #include "tests/support/Verify.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -176,55 +180,259 @@ TEST_F(WindowsProcessesTest, AReaderFollowsALiveWriterLineByLine)
     EXPECT_TRUE(expected == Contents("Main.LOG"));
 }
 
-TEST_F(WindowsProcessesTest, AKilledWriterLosesNothingThatWasAnswered)
+// A text of a session, as a block or not.
+struct SessionText
 {
-    const unsigned first = FirstSeed();
-    const unsigned rounds = Rounds(15u, 200u);
-    int kills = 0;
-    for (unsigned round = 0; round < rounds && !HasFailure(); ++round)
+    std::string text;
+    bool isLine;
+    bool isBlock;
+
+    void Write(CQmLogWriter& log) const
     {
-        const unsigned roundSeed = first + round;
+        if (isBlock)
+            log.BlockBegin(kNoticeKind);
+        EXPECT_TRUE(isLine ? log.WriteLine(text.c_str()) : log.Write(text.c_str()));
+        if (isBlock)
+            log.BlockEnd();
+    }
+
+    void Write(Child& child) const
+    {
+        std::string sent = text;
+        std::replace(sent.begin(), sent.end(), '\n', '|');
+        EXPECT_EQ("true", isBlock ? child.Ask("block Main") : "true");
+        EXPECT_EQ("true", child.Ask((isLine ? "line Main " : "write Main ") + sent));
+        EXPECT_EQ("true", isBlock ? child.Ask("end Main") : "true");
+    }
+};
+
+// Each session opens the log, writes and closes, in another process or by another writer of this one. The
+// same sessions at a second log, all by writers of this process, tell what is to come out.
+TEST_F(WindowsProcessesTest, SessionsInTurnsWriteWhatOneProcessWould)
+{
+    constexpr std::size_t kProcesses = 4;
+    constexpr std::size_t kWriters = 6; // those after the processes are of this one
+    const unsigned seed = FirstSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
+    std::unique_ptr<Child> children[kProcesses];
+    CQmLogWriter here[kWriters];
+    CQmLogWriter expected[kWriters];
+    const int sessions = Rounds(60, 500);
+    for (int session = 0; session < sessions && !HasFailure(); ++session)
+    {
+        const std::size_t who = random() % kWriters;
+        const bool isProcess = who < kProcesses;
+        if (random() % 8 == 0 || *here[who].GetFilePath() == '\0') // others take its part
+        {
+            here[who] = expected[who] = CQmLogWriter();
+            here[who].SetFilePath("Main");
+            expected[who].SetFilePath("Expected");
+            if (isProcess)
+                children[who] = std::make_unique<Child>();
+        }
+        std::vector<SessionText> texts(1 + random() % 3);
+        for (SessionText& text : texts)
+        {
+            text = {std::to_string(session) + (random() % 2 ? "\n" : "\npart"), random() % 2 == 0,
+                    random() % 4 == 0};
+            isProcess ? text.Write(*children[who]) : text.Write(here[who]);
+        }
+        EXPECT_EQ("true", isProcess ? children[who]->Ask("close") : "true");
+        for (const SessionText& text : texts)
+            text.Write(expected[who]);
+        here[who].Close();
+        expected[who].Close();
+        QmLogWriterCloseAll();
+    }
+    EXPECT_TRUE(Contents("Expected.LOG") == Contents("Main.LOG"));
+    const auto styles = [this](const char* log) { // of the rows, all but their numbers
+        std::vector<std::string> rows;
+        for (const CQmLogRow& row : Rows(log))
+            rows.push_back(Line(row.offset, +row.indent, row.kind, +row.blockBegin));
+        return rows;
+    };
+    EXPECT_EQ(styles("Expected"), styles("Main"));
+    EXPECT_EQ(2 * Rows("Main").size(), static_cast<unsigned long>(QmLogGlobalTimeGet()));
+    EXPECT_TRUE(FindingsOf(Path(""), {"Main", "Expected"}).empty());
+    EXPECT_EQ("", Contents("QmLog.LOG"));
+    Figure("sessions", sessions);
+}
+
+// While one process is stopped within the counters' lock, others read and wait, and nobody has lost anything.
+TEST_F(WindowsProcessesTest, AStoppedHolderOfTheLockIsWaitedFor)
+{
+    Child writer;
+    ASSERT_EQ("true", writer.Ask("write Main one|"));
+    struct CloseFile
+    {
+        void operator()(HANDLE file) const { ::CloseHandle(file); }
+    };
+    const std::unique_ptr<void, CloseFile> counters(::CreateFileA(Path("Log.DAT").c_str(), GENERIC_READ,
+                                                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                                                  OPEN_EXISTING, 0, nullptr));
+    for (const bool isKilled : {false, true})
+    {
+        // Most of the time it has the lock, but it may be stopped anywhere.
+        Child holder;
+        holder.Send("count");
+        for (int stops = 0;; ++stops)
+        {
+            ASSERT_LT(stops, 5000) << "it is never stopped within the lock";
+            ::Sleep(1);
+            holder.Suspend();
+            if (!::LockFile(counters.get(), 0, 0, MAXDWORD, MAXDWORD))
+                break;
+            ::UnlockFile(counters.get(), 0, 0, MAXDWORD, MAXDWORD);
+            holder.Resume();
+        }
+        writer.Send("write Main two|");
+        EXPECT_EQ("", writer.Answer(kMoment)) << "it waits";
+        CQmLogReader reader;
+        reader.SetFilePath("Main");
+        const char* text = nullptr;
+        unsigned long length = 0;
+        CQmLogRow row;
+        ASSERT_TRUE(reader.Read(0, text, length, row));
+        EXPECT_STREQ("one\n", text);
+        EXPECT_EQ("", Damage({"Main"}));
+
+        isKilled ? holder.Kill() : holder.Resume();
+        EXPECT_EQ("true", writer.Answer());
+    }
+    EXPECT_EQ("one\ntwo\ntwo\n", Contents("Main.LOG"));
+    EXPECT_EQ(0u, writer.Finish());
+    EXPECT_EQ(4, QmLogGlobalTimeGet());
+    EXPECT_TRUE(FindingsOf(Path(""), {"Main"}).empty());
+    EXPECT_EQ("", Contents("QmLog.LOG"));
+}
+
+// A process that writes the same logs as others.
+struct Sharer
+{
+    explicit Sharer(unsigned stepSeed) : seed(stepSeed) { child->Send("share " + std::to_string(seed)); }
+
+    // Whether it has done a step since it was last asked.
+    bool GoesOn()
+    {
+        const int before = done;
+        for (std::string answer; !(answer = child->Answer(0)).empty();)
+            done = std::stoi(answer);
+        return done > before;
+    }
+
+    std::unique_ptr<Child> child = std::make_unique<Child>();
+    unsigned seed;
+    int done = -1; // the last step that it has answered
+};
+
+class SharedLogsTest : public LogFolderTest
+{
+protected:
+    void ExpectNoDamage(const char* when) { EXPECT_EQ("", Damage(kMixedLogs)) << when; }
+
+    // All that is not stopped goes on, each within a minute.
+    void ExpectGoingOn(std::vector<Sharer>& sharers)
+    {
+        for (Sharer& sharer : sharers)
+        {
+            const ULONGLONG begin = ::GetTickCount64();
+            while (!sharer.GoesOn())
+            {
+                ASSERT_LT(::GetTickCount64() - begin, 60'000u) << "a process hangs";
+                ::Sleep(1);
+            }
+        }
+    }
+
+    // Every text of a step that was answered is in its log, in the order of the steps.
+    void ExpectTexts(const Sharer& sharer, const std::map<std::string, std::string>& texts)
+    {
+        std::map<std::string, std::size_t> at;
+        for (int index = 0; index <= sharer.done; ++index)
+        {
+            const MixedStep step(sharer.seed, static_cast<unsigned>(index));
+            if (step.kind != MixedStep::Kind::Text)
+                continue;
+            at[step.log] = texts.at(step.log).find(step.text, at[step.log]);
+            ASSERT_NE(std::string::npos, at[step.log]) << step.log << " lacks step " << index;
+        }
+    }
+};
+
+// Four processes share three logs; one after the other is killed or stopped, at any moment.
+TEST_F(SharedLogsTest, LoseNothingThatWasAnsweredToKillsAndStops)
+{
+    constexpr int kRoundKills = 20;
+    constexpr unsigned kSeedsOfRound = 100;
+    const unsigned seed = FirstSeed() * kSeedsOfRound;
+    const int kills = Rounds(15, 500);
+    int killed = 0;
+    int stopped = 0;
+    long long steps = 0;
+    for (unsigned round = 0; killed < kills && !HasFailure(); ++round)
+    {
+        const unsigned roundSeed = seed / kSeedsOfRound + round;
         SCOPED_TRACE(SeedText(roundSeed));
         std::mt19937 random(roundSeed);
-        if (round % 20 == 0)
-        {
-            for (const auto& file : std::filesystem::directory_iterator(Path("")))
-                std::filesystem::remove(file); // so that a long run checks small files
-        }
+        for (const auto& file : std::filesystem::directory_iterator(Path("")))
+            std::filesystem::remove(file); // so that small files are checked
 
-        Child child;
-        child.Send("mixed " + std::to_string(roundSeed));
-        std::string answered = round % 4 != 0 ? child.Answer() : ""; // else the first steps are struck, too
-        EXPECT_EQ(round % 4 == 0, answered.empty());
-        ::Sleep(random() % 50);
-        child.Kill();
-        for (std::string answer; !(answer = child.Answer(0)).empty();)
-            answered = answer;
-        EXPECT_NE("false", answered);
-        EXPECT_EQ("", Damage(kMixedLogs)) << "after the kill";
-
-        Child heir;
-        for (const std::string& log : kMixedLogs)
+        unsigned nextSeed = roundSeed * kSeedsOfRound;
+        std::vector<Sharer> sharers;
+        std::vector<Sharer> ended;
+        for (int i = 0; i < 4; ++i)
+            sharers.emplace_back(nextSeed++);
+        for (const int until = std::min(kills, killed + kRoundKills) - 4; killed < until && !HasFailure();)
         {
-            const std::string text = Contents(log + ".LOG");
-            std::size_t at = 0;
-            for (int index = 0; !answered.empty() && index <= std::atoi(answered.c_str()); ++index)
+            Sharer& struck = sharers[random() % sharers.size()];
+            ::Sleep(random() % 40);
+            const unsigned what = random() % 4;
+            if (what < 2)
             {
-                const MixedStep step(roundSeed, static_cast<unsigned>(index));
-                if (step.kind != MixedStep::Kind::Text || step.log != log)
-                    continue;
-                at = text.find(step.text, at);
-                ASSERT_NE(std::string::npos, at) << log << " lacks step " << index << " of " << answered;
+                struck.child->Suspend();
+                ::Sleep(random() % 20);
+                ExpectNoDamage("while one is stopped");
+                ++stopped;
             }
-            EXPECT_EQ("true", heir.Ask("write " + log + " heir|of round|"));
-            EXPECT_TRUE(Contents(log + ".LOG").starts_with(text));
+            if (what == 0)
+            {
+                struck.child->Resume();
+                continue;
+            }
+            struck.child->Kill();
+            struck.GoesOn();
+            ++killed;
+            ExpectNoDamage("after a kill");
+            ended.push_back(std::move(struck));
+            struck = Sharer(nextSeed++);
+            if (random() % 4 != 0) // else the next may be struck in its first steps
+                ExpectGoingOn(sharers);
         }
-        EXPECT_EQ(0u, heir.Finish());
-        EXPECT_EQ("", Damage(kMixedLogs)) << "after the next writer";
-        EXPECT_EQ("", Contents("QmLog.LOG"));
-        ++kills;
+        ExpectGoingOn(sharers);
+        for (Sharer& sharer : sharers)
+        {
+            sharer.child->Kill();
+            sharer.GoesOn();
+            ++killed;
+            ExpectNoDamage("after a kill");
+        }
+        std::move(sharers.begin(), sharers.end(), std::back_inserter(ended));
+
+        std::map<std::string, std::string> texts;
+        for (const std::string& log : kMixedLogs)
+            texts[log] = Contents(log + ".LOG");
+        for (const Sharer& sharer : ended)
+        {
+            ExpectTexts(sharer, texts);
+            steps += sharer.done + 1;
+        }
+        // A text that another process writes is refused, and reported; of rows nothing is.
+        EXPECT_EQ(std::string::npos, Contents("QmLog.LOG").find("WriteRow()"));
     }
-    Figure("kills", kills);
+    Figure("kills", killed);
+    Figure("stops", stopped);
+    Figure("steps", steps);
 }
 
 } // namespace

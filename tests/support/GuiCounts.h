@@ -1,11 +1,13 @@
-// How many drawing objects and windows this process holds, for tests that nothing is left behind.
+// How many drawing objects, windows and handles this process holds, for tests that nothing is left behind.
 #pragma once
 
 #include <malloc.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 // Calls `visit` with each of them. Wine does not enumerate them, but like Windows it has their table in the
 // process.
@@ -48,6 +50,40 @@ inline int HeapBlockCount()
         count += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
     ::HeapUnlock(heap);
     return count;
+}
+
+// The handles of files, processes and the like. Wine does not count them for a process, but lists those of
+// all.
+inline int HandleCount()
+{
+    struct HandleEntry
+    {
+        ULONG process;
+        BYTE type;
+        BYTE flags;
+        USHORT handle;
+        void* object;
+        ULONG access;
+    };
+    constexpr ULONG kHandleInformation = 16;
+    constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);
+    constexpr std::size_t kFirstEntry = 8; // after the count
+    void* const address =
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle("ntdll.dll"), "NtQuerySystemInformation"));
+    const auto query = reinterpret_cast<LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*)>(address);
+    std::vector<char> bytes(1 << 16);
+    ULONG size = 0;
+    LONG status = kTooSmall;
+    while ((status = query(kHandleInformation, bytes.data(), static_cast<ULONG>(bytes.size()), &size)) ==
+           kTooSmall)
+        bytes.resize(2 * bytes.size());
+    if (status < 0)
+        return -1;
+    const auto* const entries = reinterpret_cast<const HandleEntry*>(bytes.data() + kFirstEntry);
+    const ULONG count = *reinterpret_cast<const ULONG*>(bytes.data());
+    return static_cast<int>(std::count_if(entries, entries + count, [](const HandleEntry& entry) {
+        return entry.process == ::GetCurrentProcessId();
+    }));
 }
 
 // The windows of the calling thread, children included.

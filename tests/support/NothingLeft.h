@@ -14,6 +14,15 @@ inline int LeakRounds()
     return Rounds(20, 1000);
 }
 
+// As the framework does when it is idle.
+inline void DeleteTempMaps()
+{
+    CWnd::DeleteTempMap();
+    CDC::DeleteTempMap();
+    CGdiObject::DeleteTempMap();
+    CMenu::DeleteTempMap();
+}
+
 // Calls `act` again and again; the test fails if that leaves drawing objects, windows or blocks of memory.
 // The first rounds may make what is kept for all.
 template <typename Act> void ExpectNothingLeft(Act act, int rounds = 30)
@@ -21,10 +30,7 @@ template <typename Act> void ExpectNothingLeft(Act act, int rounds = 30)
     const auto run = [&act](int times) {
         for (int round = 0; round < times; ++round)
             act();
-        CWnd::DeleteTempMap(); // as the framework does when it is idle
-        CDC::DeleteTempMap();
-        CGdiObject::DeleteTempMap();
-        CMenu::DeleteTempMap();
+        DeleteTempMaps();
     };
     run(3);
     const int objects = GdiObjectCount();

@@ -49,7 +49,15 @@ Child::Child()
     const std::string program = std::filesystem::path(path).replace_filename("writer_child.exe").string();
     const PROCESS_INFORMATION process = Start(program, startup);
     m_process.reset(process.hProcess);
-    const Handle thread(process.hThread);
+    m_thread.reset(process.hThread);
+}
+
+void Child::Suspend()
+{
+    CONTEXT context = {};
+    context.ContextFlags = CONTEXT_CONTROL;
+    EXPECT_NE(DWORD(-1), ::SuspendThread(m_thread.get()));
+    EXPECT_TRUE(::GetThreadContext(m_thread.get(), &context)); // waits until it stands
 }
 
 void Child::Send(const std::string& command)

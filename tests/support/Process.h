@@ -33,6 +33,10 @@ public:
         ::WaitForSingleObject(m_process.get(), kLong);
     }
 
+    // As a debugger does, wherever it is just now; it is to be resumed or killed.
+    void Suspend();
+    void Resume() { ::ResumeThread(m_thread.get()); }
+
     // Closes its input, upon which it ends, waits, and answers its exit code.
     DWORD Finish();
 
@@ -46,6 +50,7 @@ private:
     using Handle = std::unique_ptr<void, CloseHandle>;
 
     Handle m_process;
+    Handle m_thread; // its only one
     Handle m_input;
     Handle m_output;
     std::string m_received; // not answered yet

@@ -5,20 +5,26 @@
 //     block LOG            BlockBegin
 //     end LOG              BlockEnd
 //     close                QmLogWriterCloseAll
+//     line LOG TEXT        WriteLine
 //     turns LOG N TEXT     N times a line with TEXT and the turn, tried until it is written, and
-//     QmLogWriterCloseAll texts LOG N          writes the texts of the first N mixed steps to LOG mixed SEED
-//     takes mixed steps until it is killed; answers the index of each that was done output NAME LENGTH writes
-//     so many characters to an output file
+//                          QmLogWriterCloseAll
+//     texts LOG N          writes the texts of the first N mixed steps to LOG
+//     share SEED           takes mixed steps until it is killed, in turns with others; answers the index of
+//                          each that was done
+//     count                asks for the counter until it is killed
+//     output NAME LENGTH   writes so many characters to an output file
 
 #include "QmLogOutputFile.h"
 #include "QmLogWriter.h"
 #include "tests/support/MixedSteps.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fcntl.h>
 #include <io.h>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 namespace
 {
@@ -34,6 +40,26 @@ bool Take(const MixedStep& step)
     return true;
 }
 
+// Others write the same logs: a step is taken again until the log is free, and now and then theirs is free.
+[[noreturn]] void Share(unsigned seed)
+{
+    constexpr std::chrono::milliseconds kTurn(2);
+    for (unsigned index = 0;; ++index)
+    {
+        while (!Take(MixedStep(seed, index)))
+        {
+            QmLogWriterCloseAll();
+            std::this_thread::sleep_for(kTurn);
+        }
+        std::cout << index << std::endl;
+        if (index % 8 == 7)
+        {
+            QmLogWriterCloseAll();
+            std::this_thread::sleep_for(kTurn);
+        }
+    }
+}
+
 bool Run(std::istringstream line)
 {
     std::string command;
@@ -44,13 +70,10 @@ bool Run(std::istringstream line)
 
     if (command == "close")
         return QmLogWriterCloseAll();
-    if (command == "mixed")
-    {
-        const auto seed = static_cast<unsigned>(std::stoul(name));
-        for (unsigned index = 0; Take(MixedStep(seed, index)); ++index)
-            std::cout << index << std::endl;
-        return false;
-    }
+    if (command == "share")
+        Share(static_cast<unsigned>(std::stoul(name)));
+    while (command == "count")
+        QmLogGlobalTimeGet();
     if (command == "output")
     {
         QmLogOutputFile file(name.c_str());
@@ -83,7 +106,7 @@ bool Run(std::istringstream line)
         return index == std::stoul(text);
     }
     std::replace(text.begin(), text.end(), '|', '\n');
-    return log.Write(text.c_str());
+    return command == "line" ? log.WriteLine(text.c_str()) : log.Write(text.c_str());
 }
 
 } // namespace

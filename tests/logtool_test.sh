@@ -5,7 +5,7 @@
 set -euo pipefail
 export LOGTOOL_EXE=$1
 tool=$(cd "$(dirname "${BASH_SOURCE[0]}")/../tools" && pwd)/logtool.sh
-work=$(mktemp -d)
+work=$(mktemp -d --suffix=" Größe 日志")
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 

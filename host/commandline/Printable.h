@@ -7,8 +7,8 @@
 namespace commandline
 {
 
-// `text` with every byte that a terminal could obey (control characters, DEL and 0x80 to 0x9F) written as
-// "\x1b"; tabs stay.
+// `text` in UTF-8, whatever it is in, with every character that a terminal could obey (control characters,
+// DEL and U+0080 to U+009F) written as "\x1b"; tabs stay.
 std::string Printable(std::string_view text);
 
 } // namespace commandline

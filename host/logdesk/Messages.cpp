@@ -1,5 +1,6 @@
 #include "logdesk/Messages.h"
 
+#include "commandline/ConsoleText.h"
 #include "wintypes.h"
 
 namespace logdesk
@@ -10,6 +11,9 @@ namespace
 
 bool Write(HANDLE output, const std::string& text)
 {
+    std::size_t shown = 0;
+    if (commandline::WriteConsoleText(output, text, shown))
+        return true;
     DWORD written = 0;
     return output && output != INVALID_HANDLE_VALUE &&
            ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
@@ -21,7 +25,9 @@ bool WriteToConsole(const std::string& text)
         return false;
     const HANDLE console =
         ::CreateFileA("CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-    const bool isWritten = Write(console, "\n" + text); // after the prompt, which did not wait for us
+    std::size_t written = 0;
+    const bool isWritten = // after the prompt, which did not wait for us
+        commandline::WriteConsoleText(console, "\n" + text, written);
     if (console != INVALID_HANDLE_VALUE)
         ::CloseHandle(console);
     ::FreeConsole();

@@ -1,5 +1,6 @@
 #include "logdesk/Screenshot.h"
 
+#include "msgservice/SystemPath.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "zemacore/WideText.h"
 
@@ -184,7 +185,7 @@ bool WriteScreenshot(CWnd& wnd, const std::string& path)
     header.bfType = 0x4D42; // "BM"
     header.bfOffBits = sizeof(header) + sizeof(info);
     header.bfSize = header.bfOffBits + info.biSizeImage;
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(msgservice::SystemPath(path), std::ios::binary);
     file.write(reinterpret_cast<const char*>(&header), sizeof(header));
     file.write(reinterpret_cast<const char*>(&info), sizeof(info));
     file.write(static_cast<const char*>(bits), info.biSizeImage);

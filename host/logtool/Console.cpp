@@ -1,5 +1,6 @@
 #include "logtool/Console.h"
 
+#include "commandline/ConsoleText.h"
 #include "logtool/Commands.h"
 #include "msgservice/text/UserFormats.h"
 
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 #include <iterator>
 
 namespace logtool
@@ -84,7 +84,7 @@ private:
 
 } // namespace
 
-HandleBuffer::HandleBuffer(void* handle) : m_handle(handle)
+HandleBuffer::HandleBuffer(void* handle) : m_handle(handle), m_isConsole(IsConsole(handle))
 {
     setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
 }
@@ -114,8 +114,21 @@ int HandleBuffer::sync()
     return WriteAll(data, end) ? 0 : -1;
 }
 
+// A console has a code page of its own.
+bool HandleBuffer::WriteToConsole(const char* data, const char* end)
+{
+    m_begun.append(data, end);
+    std::size_t written = 0;
+    const bool isDone = commandline::WriteConsoleText(m_handle, m_begun, written);
+    m_error = isDone ? m_error : ::GetLastError();
+    m_begun.erase(0, written);
+    return isDone;
+}
+
 bool HandleBuffer::WriteAll(const char* data, const char* end)
 {
+    if (m_isConsole)
+        return WriteToConsole(data, end);
     while (data < end)
     {
         DWORD written = 0;
@@ -129,11 +142,10 @@ bool HandleBuffer::WriteAll(const char* data, const char* end)
     return true;
 }
 
-Console::Console() : m_buffer(::GetStdHandle(STD_OUTPUT_HANDLE)), m_output(&m_buffer) {}
-
-std::ostream& Console::Messages()
+Console::Console()
+    : m_buffer(::GetStdHandle(STD_OUTPUT_HANDLE)), m_output(&m_buffer),
+      m_messagesBuffer(::GetStdHandle(STD_ERROR_HANDLE)), m_messages(&m_messagesBuffer)
 {
-    return std::cerr;
 }
 
 bool Console::IsOutputTerminal()

@@ -6,6 +6,7 @@
 #include <array>
 #include <ostream>
 #include <streambuf>
+#include <string>
 
 namespace logtool
 {
@@ -25,8 +26,11 @@ protected:
 
 private:
     bool WriteAll(const char* data, const char* end);
+    bool WriteToConsole(const char* data, const char* end);
 
     void* m_handle;
+    bool m_isConsole;
+    std::string m_begun; // bytes of a character that a console has not got yet
     unsigned long m_error = 0;
     std::array<char, 64 * 1024> m_bytes;
 };
@@ -37,7 +41,7 @@ public:
     Console();
 
     std::ostream& Output() override { return m_output; }
-    std::ostream& Messages() override;
+    std::ostream& Messages() override { return m_messages; } // who writes to it flushes it
     bool IsOutputTerminal() override;
     bool HasColours() override;
     bool IsMessagesTerminal() override;
@@ -54,6 +58,8 @@ public:
 private:
     HandleBuffer m_buffer;
     std::ostream m_output;
+    HandleBuffer m_messagesBuffer;
+    std::ostream m_messages;
 };
 
 } // namespace logtool

@@ -1,6 +1,7 @@
 #include "logtool/CursorFile.h"
 
 #include "logtool/Command.h"
+#include "msgservice/SystemPath.h"
 
 #include <cerrno>
 #include <charconv>
@@ -11,6 +12,8 @@
 
 namespace logtool
 {
+
+using msgservice::SystemPath;
 
 namespace
 {
@@ -69,9 +72,9 @@ bool ParseCursor(std::string_view text, Cursor& cursor)
 bool LoadCursor(const std::string& path, Cursor& cursor)
 {
     std::error_code error;
-    if (!std::filesystem::exists(path, error) && !error)
+    if (!std::filesystem::exists(SystemPath(path), error) && !error)
         return false;
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(SystemPath(path), std::ios::binary);
     if (!file)
         throw UsageError(path, "cannot be read: " + Reason());
     const std::string text{std::istreambuf_iterator<char>(file), {}};
@@ -84,7 +87,7 @@ void SaveCursor(const std::string& path, const Cursor& cursor)
 {
     const std::string temporary = path + ".new";
     {
-        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
+        std::ofstream file(SystemPath(temporary), std::ios::binary | std::ios::trunc);
         file << cursor.number << '\n';
         for (const Cursor::Lag& lag : cursor.lags)
             file << lag.number << ' ' << lag.shown << ' ' << lag.log << '\n';
@@ -93,7 +96,7 @@ void SaveCursor(const std::string& path, const Cursor& cursor)
             throw UsageError(temporary, "cannot be written: " + Reason());
     }
     std::error_code error;
-    std::filesystem::rename(temporary, path, error);
+    std::filesystem::rename(SystemPath(temporary), SystemPath(path), error);
     if (error)
         throw UsageError(path, "cannot be replaced: " + error.message() + '.');
 }

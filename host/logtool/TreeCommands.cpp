@@ -1,6 +1,7 @@
 // The commands that show blocks: "tree" their outline, "errors" those of kind error.
 #include "logtool/BlockTree.h"
 #include "logtool/Commands.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <ostream>
@@ -103,7 +104,8 @@ private:
     {
         const bool cut = m_terminal && text.size() > kCaptionLimit;
         if (m_terminal)
-            m_text += Printable(text.substr(0, cut ? kCaptionLimit - 3 : kCaptionLimit));
+            m_text +=
+                Printable(cut ? text.substr(0, ZEMA::WholeCharacters(text.data(), kCaptionLimit - 3)) : text);
         else
             m_text += text;
         m_text += cut ? "..." : "";

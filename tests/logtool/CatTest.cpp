@@ -38,11 +38,23 @@ TEST_F(LogtoolTest, OnlyATerminalGetsColoursAndNoControlCharacters)
               Run("cat --numbers --from 4 --log Main --log Extra"));
     EXPECT_EQ("", Run("cat --from 6")) << "no log has a row that late";
     host.terminal = true;
-    EXPECT_EQ("one\\x1b[2J\\x85\\x7f\xe4\ttab%n\n  \x1b[31mbad\\x07\x1b[0m\n  \x1b[31mrow\x1b[0m\n"
+    EXPECT_EQ("one\\x1b[2J\u2026\\x7f\u00e4\ttab%n\n  \x1b[31mbad\\x07\x1b[0m\n  \x1b[31mrow\x1b[0m\n"
               "    \x1b[33mlook\x1b[0m\nend\n",
               Run("cat"));
     host.colours = false;
     EXPECT_EQ("  bad\\x07\n  row\n", Run("cat --kind 2"));
+}
+
+TEST(Printable, IsUtf8AndObeyedByNoTerminal)
+{
+    const std::pair<const char*, const char*> texts[] = {
+        {"\u0416\u65E5 \U0001F600\t~", "\u0416\u65E5 \U0001F600\t~"}, // with bytes from 0x80 to 0x9F
+        {"\u0085 \u009F \u00A0", "\\x85 \\x9f \u00A0"},
+        {"\xE4 \x85\x81", "\u00E4 \u2026\\x81"}, // in the code page
+        {"\x1b\x7f\n", "\\x1b\\x7f\\x0a"},
+    };
+    for (const auto& [text, shown] : texts)
+        EXPECT_EQ(shown, commandline::Printable(text));
 }
 
 TEST_F(LogtoolTest, LookingNeitherMakesTheCountersNorWaitsForThem)

@@ -1,5 +1,6 @@
 #include "msgservice/saved/MessageFileWriter.h"
 
+#include "msgservice/SystemPath.h"
 #include "msgservice/saved/Schema.h"
 
 #include <algorithm>
@@ -18,13 +19,6 @@ using Reason = MessageFileError::Reason;
 
 constexpr std::string_view kSavingSuffix = ".saving";
 constexpr std::size_t kCommitBytes = 16 * 1024 * 1024;
-
-std::filesystem::path SystemPath(const std::string& path, std::string_view suffix = {})
-{
-    std::string scratch;
-    const std::string utf8 = std::string(AsUtf8(path, scratch)).append(suffix);
-    return {std::u8string(utf8.begin(), utf8.end())};
-}
 
 bool Exists(const std::string& path)
 {

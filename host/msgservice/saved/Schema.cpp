@@ -1,5 +1,7 @@
 #include "msgservice/saved/Schema.h"
 
+#include "msgservice/SystemPath.h"
+
 #include <filesystem>
 #include <sqlite3.h>
 
@@ -69,10 +71,8 @@ void CheckSchema(const Database& database)
 
 void CheckIsFile(const std::string& path)
 {
-    std::string scratch;
-    const std::string_view utf8 = AsUtf8(path, scratch);
     std::error_code error;
-    const auto status = std::filesystem::status(std::u8string(utf8.begin(), utf8.end()), error);
+    const auto status = std::filesystem::status(SystemPath(path), error);
     if (!std::filesystem::exists(status))
         throw MessageFileError(path, Reason::Other, "there is no such file");
     if (std::filesystem::is_directory(status))

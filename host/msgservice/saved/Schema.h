@@ -26,7 +26,7 @@ constexpr int kFirstNumber = 5;
 constexpr std::array kNumberFields = {&MessageFields::errorNumber, &MessageFields::line,
                                       &MessageFields::sourceLine, &MessageFields::sourceColumn};
 constexpr int kFirstText = kFirstNumber + static_cast<int>(kNumberFields.size());
-constexpr std::array kTextFields = {
+inline constexpr std::array kTextFields = {
     &MessageFields::timestamp, &MessageFields::levelText,   &MessageFields::topic,
     &MessageFields::module,    &MessageFields::runtimeFile, &MessageFields::runtimeContext,
     &MessageFields::source,    &MessageFields::who,         &MessageFields::text1,

@@ -65,6 +65,8 @@ public:
     bool IsTree() const override { return m_data.rows.IsTree(); }
     void SelectRows(int row, int anchor, report::SelectMode mode) override
     {
+        if (std::max(row, anchor) >= RowCount()) // a callback that was asked for a height has taken it away
+            return;
         const bool toggle = mode == report::SelectMode::Toggle;
         const bool add = toggle || mode == report::SelectMode::Add;
         m_control.SelectRows(row, anchor, mode != report::SelectMode::None, add, toggle, 1);

@@ -75,6 +75,43 @@ TEST_F(ReportHostile, AnotherWindowBeginsWithoutFocus)
         EXPECT_EQ(0u, report.GetItemState(item) & RVIS_FOCUSED) << item;
 }
 
+TEST_F(ReportHostile, TakesFewerItemsWhileItAsksForOne)
+{
+    int questions = 0;
+    report.load = [&](_RVITEM& item) -> __int64 {
+        item.mask = RVIM_PREVIEWHEIGHT;
+        item.previewHeight = 9;
+        if (--questions == 0)
+            report.SetItemCount(2);
+        return 0;
+    };
+    const std::function<void()> events[] = {
+        [&] { Click(60, 4 * kItemHeight); },
+        [&] { Click(10, 4 * kItemHeight, MK_SHIFT); },
+        [&] { Mouse(WM_RBUTTONDOWN, 60, 4 * kItemHeight); },
+        [&] { Key(VK_DOWN); },
+        [&] { Key(VK_NEXT); },
+        [&] { Key(VK_END, {VK_SHIFT}); },
+        [&] { Key(VK_PRIOR); },
+        [&] { report.PageDown(); },
+    };
+    Show(WS_VISIBLE | RVS_CALLBACK | RVS_CELLFOCUS);
+    for (const auto& event : events)
+    {
+        for (int nth = 1; nth <= 15 && questions <= 0; ++nth)
+        {
+            questions = 0;
+            report.SetItemCount(30);
+            Select(4, 4);
+            report.AdjustFocus(4, 0);
+            questions = nth;
+            event();
+            ASSERT_FALSE(HasFailure()) << "event " << &event - events << ", question " << nth;
+        }
+        questions = 0;
+    }
+}
+
 TEST_F(ReportHostile, AnswersNumbersAtTheLimits)
 {
     Show(WS_VISIBLE | RVS_TREE | RVS_HORIZONTALGRID | RVS_VERTICALGRID | RVS_EXTENDGRID, {"1"});

@@ -23,7 +23,7 @@ public:
     {
         parent.ShowWindow(SW_SHOWNOACTIVATE);
         parent.answer = [this](NMHDR&) -> LRESULT {
-            MayAct(8);
+            MayAct(4);
             return storm.OneIn(10);
         };
         Open();
@@ -36,8 +36,10 @@ public:
             parent.codes.clear();
             if (!report->m_hWnd && !storm.OneIn(3))
                 Open();
+            else if (storm.OneIn(10) && (report->GetRowCount() < 5 || report->GetActiveSubItemCount() == 0))
+                Fill();
             else if (storm.OneIn(4))
-                Act();
+                Act(acts);
             else
                 storm.Send(Target());
             if (storm.OneIn(5))
@@ -75,12 +77,16 @@ private:
         made.ModifyProperty(RVP_KEYS, RVK_ALL);
         made.ModifyProperty(RVP_EDITING, edits ? RVED_ALL : 0);
         made.SetItemHeight(5 + storm(20));
-        for (int column = made.GetSubItemCount(); column < 4; ++column)
-            Define(column);
+        Fill();
+    }
+
+    void Fill()
+    {
         for (int column = 0; column < 4; ++column)
-            made.ActivateSubItem(column, -1);
-        if (mode & RVS_CALLBACK)
-            made.SetItemCount(storm(100));
+            Define(report->GetSubItemCount());
+        for (int column = 0; column < 4; ++column)
+            report->ActivateSubItem(column, -1);
+        report->SetItemCount(storm(100));
         for (int i = storm(30); i > 0; --i)
             Insert();
     }
@@ -145,6 +151,12 @@ private:
     {
         static_cast<CReportCtrl&>(*report).BeginEdit(Row(), Column(), static_cast<unsigned>(storm(128)));
     }
+    void Cut(int rows)
+    {
+        while (report->GetRowCount() > rows && report->DeleteItem(report->GetItemFromRow(rows)))
+        {
+        }
+    }
     void Shuffle()
     {
         CArray<int, int>& order = *report->GetItemRowArray();
@@ -168,15 +180,15 @@ private:
     void MayAct(int oneIn)
     {
         if (depth < 3 && storm.OneIn(oneIn))
-            Act();
+            Act(storm.OneIn(2) ? cruelties : acts);
     }
 
-    void Act()
+    void Act(const std::vector<StormAct>& chosen)
     {
         ++depth;
         try
         {
-            storm.Do(acts);
+            storm.Do(chosen);
         }
         catch (CInvalidArgException* exception)
         {
@@ -234,6 +246,20 @@ private:
     unsigned long tags = 0;
     ReportParent parent;
     std::unique_ptr<TestReport> report;
+    // What a parent should not do at such a moment.
+    const std::vector<StormAct> cruelties = {
+        {8, "cut", [this] { Cut(storm(report->GetRowCount() + 1)); }},
+        {1, "delete all", [this] { report->DeleteAllItems(); }},
+        {8, "count", [this] { report->SetItemCount(storm(report->GetItemCount() + 1)); }},
+        {2, "collapse", [this] { report->Expand(Tree(), RVE_COLLAPSE); }},
+        {2, "sort", [this] { report->SortItems(0, storm(2)); }},
+        {1, "undefine", [this] { report->UndefineSubItem(0); }},
+        {1, "undefine all", [this] { report->UndefineAllSubItems(); }},
+        {2, "deactivate", [this] { report->DeactivateSubItem(SubItem()); }},
+        {2, "end edit", [this] { report->EndEdit(storm(2), nullptr); }},
+        {2, "focus", [this] { ::SetFocus(parent); }},
+        {2, "destroy", [this] { report->DestroyWindow(); }},
+    };
     const std::vector<StormAct> acts = {
         {24, "insert", [this] { Insert(); }},
         {8, "delete", [this] { report->DeleteItem(Item()); }},

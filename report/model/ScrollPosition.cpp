@@ -39,7 +39,11 @@ bool ScrollPosition::Fit(Geometry& geometry)
 {
     if (!std::exchange(m_isTooFar, false))
         return false;
-    const int old = std::exchange(m_view.topRow, geometry.FittingTop(m_view.topRow));
+    const int old = m_view.topRow;
+    const int fitting = geometry.FittingTop(old);
+    if (m_view.topRow ==
+        old) // else a callback that was asked for a height has scrolled, to rows that there are
+        m_view.topRow = fitting;
     return m_view.topRow != old;
 }
 

@@ -94,6 +94,7 @@ TEST_F(ReportHostile, TakesFewerItemsWhileItAsksForOne)
         [&] { Key(VK_END, {VK_SHIFT}); },
         [&] { Key(VK_PRIOR); },
         [&] { report.PageDown(); },
+        [&] { report.ScrollWindow(SB_VERT, 29), report.SetItemHeight(kItemHeight), Redraw(); },
     };
     Show(WS_VISIBLE | RVS_CALLBACK | RVS_CELLFOCUS);
     for (const auto& event : events)
@@ -106,6 +107,7 @@ TEST_F(ReportHostile, TakesFewerItemsWhileItAsksForOne)
             report.AdjustFocus(4, 0);
             questions = nth;
             event();
+            EXPECT_LE(report.GetTopIndex(), report.GetRowCount());
             ASSERT_FALSE(HasFailure()) << "event " << &event - events << ", question " << nth;
         }
         questions = 0;

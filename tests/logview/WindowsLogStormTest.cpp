@@ -301,7 +301,7 @@ private:
 
 TEST_F(LogStorm, LeavesAWindowThatCanBeUsed)
 {
-    RunStorm(2000, 400000, [this](Storm& random, int steps) { Run(random, steps); });
+    RunStorm(2000, 200000, [this](Storm& random, int steps) { Run(random, steps); });
 }
 
 } // namespace

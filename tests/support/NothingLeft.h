@@ -11,7 +11,7 @@
 // How often to open what is opened again and again in days of work.
 inline int LeakRounds()
 {
-    return Rounds(20, 1000);
+    return Rounds(20, 300);
 }
 
 // As the framework does when it is idle.

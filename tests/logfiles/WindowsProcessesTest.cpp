@@ -180,35 +180,51 @@ TEST_F(WindowsProcessesTest, AReaderFollowsALiveWriterLineByLine)
     EXPECT_TRUE(expected == Contents("Main.LOG"));
 }
 
-// A text of a session, as a block or not.
-struct SessionText
+// One log as sessions leave it whose blocks are closed, and a writer of it.
+struct PlainLog
 {
     std::string text;
-    bool isLine;
-    bool isBlock;
-
-    void Write(CQmLogWriter& log) const
-    {
-        if (isBlock)
-            log.BlockBegin(kNoticeKind);
-        EXPECT_TRUE(isLine ? log.WriteLine(text.c_str()) : log.Write(text.c_str()));
-        if (isBlock)
-            log.BlockEnd();
-    }
-
-    void Write(Child& child) const
-    {
-        std::string sent = text;
-        std::replace(sent.begin(), sent.end(), '\n', '|');
-        EXPECT_EQ("true", isBlock ? child.Ask("block Main") : "true");
-        EXPECT_EQ("true", child.Ask((isLine ? "line Main " : "write Main ") + sent));
-        EXPECT_EQ("true", isBlock ? child.Ask("end Main") : "true");
-    }
+    std::vector<std::string> rows; // offset, and depth of its block
 };
 
-// Each session opens the log, writes and closes, in another process or by another writer of this one. The
-// same sessions at a second log, all by writers of this process, tell what is to come out.
-TEST_F(WindowsProcessesTest, SessionsInTurnsWriteWhatOneProcessWould)
+struct PlainWriter
+{
+    void Write(PlainLog& log, const std::string& text)
+    {
+        if (isDue && text[0] != '\n')
+            Append(log, "\n");
+        isDue = false;
+        Append(log, text);
+    }
+
+    void WriteLine(PlainLog& log, const std::string& text)
+    {
+        const bool isFresh =
+            log.text.empty() || (log.text.back() == '\n' && log.rows.back() == Line(log.text.size(), depth));
+        isDue = false;
+        Append(log, (isFresh ? "" : "\n") + text.substr(0, text.find_last_not_of('\n') + 1));
+    }
+
+    void Append(PlainLog& log, const std::string& text)
+    {
+        if (log.text.empty() && text[0] != '\n')
+            log.rows.push_back(Line(0, depth));
+        for (const char character : text)
+        {
+            log.text += character;
+            if (character == '\n')
+                log.rows.push_back(Line(log.text.size(), depth));
+        }
+        last = text.back();
+    }
+
+    int depth = 0;
+    bool isDue = false; // a line feed
+    char last = 0;
+};
+
+// Each session opens the log, writes and closes, in another process or by another writer of this one.
+TEST_F(WindowsProcessesTest, SessionsInTurnsGoOnWhereTheOthersEnded)
 {
     constexpr std::size_t kProcesses = 4;
     constexpr std::size_t kWriters = 6; // those after the processes are of this one
@@ -217,44 +233,58 @@ TEST_F(WindowsProcessesTest, SessionsInTurnsWriteWhatOneProcessWould)
     std::mt19937 random(seed);
     std::unique_ptr<Child> children[kProcesses];
     CQmLogWriter here[kWriters];
-    CQmLogWriter expected[kWriters];
+    PlainWriter plain[kWriters];
+    PlainLog log;
     const int sessions = Rounds(60, 500);
     for (int session = 0; session < sessions && !HasFailure(); ++session)
     {
         const std::size_t who = random() % kWriters;
-        const bool isProcess = who < kProcesses;
-        if (random() % 8 == 0 || *here[who].GetFilePath() == '\0') // others take its part
+        CQmLogWriter& writer = here[who];
+        if (random() % 8 == 0 || *writer.GetFilePath() == '\0') // another one takes its part
         {
-            here[who] = expected[who] = CQmLogWriter();
-            here[who].SetFilePath("Main");
-            expected[who].SetFilePath("Expected");
-            if (isProcess)
+            writer = CQmLogWriter();
+            writer.SetFilePath("Main");
+            plain[who] = {};
+            if (who < kProcesses)
                 children[who] = std::make_unique<Child>();
         }
-        std::vector<SessionText> texts(1 + random() % 3);
-        for (SessionText& text : texts)
+        Child* const child = who < kProcesses ? children[who].get() : nullptr;
+        for (unsigned texts = 1 + random() % 3; texts > 0; --texts)
         {
-            text = {std::to_string(session) + (random() % 2 ? "\n" : "\npart"), random() % 2 == 0,
-                    random() % 4 == 0};
-            isProcess ? text.Write(*children[who]) : text.Write(here[who]);
+            const std::string text = std::to_string(session) + (random() % 2 ? "\n" : "\npart");
+            const bool isLine = random() % 2 == 0;
+            const bool isBlock = random() % 4 == 0;
+            if (isBlock)
+            {
+                EXPECT_TRUE(child ? child->Ask("block Main") == "true" : writer.BlockBegin(kNoticeKind));
+                plain[who].depth = 1;
+                plain[who].Write(log, "\n");
+            }
+            std::string sent = text;
+            std::replace(sent.begin(), sent.end(), '\n', '|');
+            EXPECT_TRUE(child    ? child->Ask((isLine ? "line Main " : "write Main ") + sent) == "true"
+                        : isLine ? writer.WriteLine(text.c_str())
+                                 : writer.Write(text.c_str()));
+            isLine ? plain[who].WriteLine(log, text) : plain[who].Write(log, text);
+            if (isBlock)
+            {
+                EXPECT_TRUE(child ? child->Ask("end Main") == "true" : writer.BlockEnd());
+                plain[who].depth = 0;
+                plain[who].isDue = plain[who].isDue || plain[who].last != '\n';
+            }
         }
-        EXPECT_EQ("true", isProcess ? children[who]->Ask("close") : "true");
-        for (const SessionText& text : texts)
-            text.Write(expected[who]);
-        here[who].Close();
-        expected[who].Close();
+        EXPECT_TRUE(child ? child->Ask("close") == "true" : writer.Close());
         QmLogWriterCloseAll();
     }
-    EXPECT_TRUE(Contents("Expected.LOG") == Contents("Main.LOG"));
-    const auto styles = [this](const char* log) { // of the rows, all but their numbers
-        std::vector<std::string> rows;
-        for (const CQmLogRow& row : Rows(log))
-            rows.push_back(Line(row.offset, +row.indent, row.kind, +row.blockBegin));
-        return rows;
-    };
-    EXPECT_EQ(styles("Expected"), styles("Main"));
-    EXPECT_EQ(2 * Rows("Main").size(), static_cast<unsigned long>(QmLogGlobalTimeGet()));
-    EXPECT_TRUE(FindingsOf(Path(""), {"Main", "Expected"}).empty());
+    EXPECT_EQ(log.text, Contents("Main.LOG"));
+    std::vector<std::string> rows;
+    for (const CQmLogRow& row : Rows("Main"))
+    {
+        rows.push_back(Line(row.offset, +row.indent));
+        EXPECT_EQ(rows.size(), row.time);
+    }
+    EXPECT_EQ(log.rows, rows);
+    EXPECT_TRUE(FindingsOf(Path(""), {"Main"}).empty());
     EXPECT_EQ("", Contents("QmLog.LOG"));
     Figure("sessions", sessions);
 }

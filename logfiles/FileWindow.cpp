@@ -60,10 +60,9 @@ const char* FileWindow::At(std::uint64_t position)
     {
         std::swap(m_window, m_other);
         if (!m_window.Holds(position) && !ReadWindow(position))
-        {
             m_state = State::Unreadable;
+        if (!m_window.Holds(position))
             return nullptr;
-        }
     }
     return m_window.bytes.data() + (position - m_window.start);
 }
@@ -77,9 +76,16 @@ bool FileWindow::ReadWindow(std::uint64_t position)
         m_progress->Add(m_window.bytes.size());
     std::uint64_t reached = 0;
     DWORD bytes = 0;
-    return files.Seek(m_file, static_cast<std::int64_t>(m_window.start), FILE_BEGIN, reached) &&
-           files.Read(m_file, m_window.bytes.data(), static_cast<DWORD>(m_window.bytes.size()), bytes) &&
-           bytes == m_window.bytes.size();
+    const bool isRead =
+        files.Seek(m_file, static_cast<std::int64_t>(m_window.start), FILE_BEGIN, reached) &&
+        files.Read(m_file, m_window.bytes.data(), static_cast<DWORD>(m_window.bytes.size()), bytes);
+    if (bytes < m_window.bytes.size())
+    {
+        m_window.bytes.resize(bytes);
+        if (isRead)
+            m_size = m_window.End();
+    }
+    return isRead;
 }
 
 } // namespace logfiles

@@ -32,8 +32,8 @@ private:
 };
 
 // A file opened for reading beside its writers, seen as of the moment it was opened: what is appended later
-// is not there. Bytes are read in windows, of which the last two are kept: walking through the file in
-// either direction, with looks a little back and forth, reads each part once.
+// is not there, and what is cut off later is gone. Bytes are read in windows, of which the last two are kept:
+// walking through the file in either direction, with looks a little back and forth, reads each part once.
 class FileWindow
 {
 public:

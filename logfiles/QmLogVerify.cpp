@@ -50,7 +50,9 @@ CounterFile ReadCounterFile(const std::string& path)
 class NumberCursor
 {
 public:
-    NumberCursor(VerifyLog& log, std::optional<std::uint32_t> counter) : m_log(log), m_counter(counter)
+    // `counterPath`  of the file in which `counter` was read
+    NumberCursor(VerifyLog& log, std::optional<std::uint32_t> counter, const std::string& counterPath)
+        : m_log(log), m_counter(counter), m_counterPath(counterPath)
     {
         Advance();
     }
@@ -64,7 +66,8 @@ public:
     {
         const std::uint32_t last = m_row.time;
         CQmLogRow row;
-        while (!m_log.IsGivenUp() && m_index < m_log.RowCount() && m_log.ReadRow(m_index, row))
+        while (!m_log.IsGivenUp() && m_index < m_log.RowCount() && m_log.ReadRow(m_index, row) &&
+               !IsLate(row))
         {
             m_log.CheckValues(m_index, row);
             const bool right = CheckNumber(last, row);
@@ -79,6 +82,13 @@ public:
     }
 
 private:
+    // Whether the row has come since the counter was read, in the place of one that was cut: so have those
+    // after it.
+    bool IsLate(const CQmLogRow& row) const
+    {
+        return m_counter && row.time > *m_counter && row.time <= ReadCounterFile(m_counterPath).lastNumber;
+    }
+
     bool CheckNumber(std::uint32_t last, const CQmLogRow& row)
     {
         // Only a finding needs words, and almost every row passes without.
@@ -108,6 +118,7 @@ private:
 
     VerifyLog& m_log;
     std::optional<std::uint32_t> m_counter;
+    std::string m_counterPath;
     std::uint64_t m_index = 0; // the row after the present one
     CQmLogRow m_row;
     bool m_atEnd = false;
@@ -159,11 +170,12 @@ NumberCursor* LowestNumber(std::deque<NumberCursor>& cursors)
 }
 
 // Goes through all rows in the order of their numbers.
-MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint32_t> counter)
+MissingNumbers CheckNumbers(std::deque<VerifyLog>& logs, std::optional<std::uint32_t> counter,
+                            const std::string& counterPath)
 {
     std::deque<NumberCursor> cursors;
     for (VerifyLog& log : logs)
-        cursors.emplace_back(log, counter);
+        cursors.emplace_back(log, counter, counterPath);
 
     MissingNumbers missing;
     std::uint32_t last = 0;
@@ -204,7 +216,8 @@ void CheckCounters(const CounterFile& counters, bool anyRows, std::vector<Findin
             "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
 }
 
-std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& counters)
+std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& counters,
+                            const std::string& counterPath)
 {
     std::optional<std::uint32_t> counter;
     if (counters.state == FileWindow::State::Open && counters.size >= sizeof(counters.lastNumber))
@@ -215,7 +228,7 @@ std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& coun
         anyRows = anyRows || log.RowCount() > 0;
         log.CheckOffsets();
     }
-    const MissingNumbers missing = CheckNumbers(logs, counter);
+    const MissingNumbers missing = CheckNumbers(logs, counter, counterPath);
 
     std::vector<Finding> findings;
     bool complete = true;
@@ -250,7 +263,8 @@ void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,
     std::deque<VerifyLog> open;
     for (std::size_t i = 0; i < count; ++i)
         open.emplace_back(prefix, logs[i], reading);
-    const CounterFile counters = ReadCounterFile(prefix + "Log.DAT");
-    for (const Finding& finding : Verify(open, counters))
+    const std::string counterPath = prefix + "Log.DAT";
+    const CounterFile counters = ReadCounterFile(counterPath);
+    for (const Finding& finding : Verify(open, counters, counterPath))
         listener.OnFinding({finding.kind, finding.file.c_str(), finding.row, finding.reason.c_str()});
 }

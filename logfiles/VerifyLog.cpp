@@ -90,8 +90,13 @@ void VerifyLog::CheckOffsets()
     {
         CQmLogRow row;
         CQmLogRow before;
-        if (!ReadRow(index, row))
+        if (!ReadRow(index, row) && index < RowCount())
             return;
+        if (index >= RowCount()) // the next writer has cut what one left that was killed
+        {
+            gapEnd = index;
+            continue;
+        }
         if (row.offset >= next || !IsLineStart(row.offset))
             continue;
         // Where the row before stands at a line further on, it is this row that is out of place.

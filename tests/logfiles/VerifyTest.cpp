@@ -332,6 +332,35 @@ TEST(Verify, AWriterThatGoesOnMeanwhileIsNotDamage)
     folder.session.files.onCall = nullptr;
 }
 
+// The next writer cuts the rows that a killed one left, at any moment of the verification.
+TEST(Verify, AnIndexThatIsCutMeanwhileIsNotDamage)
+{
+    for (const std::string text : {"x", "x\ny\n"}) // of no row and of two
+    {
+        unsigned long calls = 1;
+        for (unsigned long moment = 1; moment <= calls; ++moment)
+        {
+            Folder folder;
+            folder.WriteSession();
+            folder.AddRow("SQL.ROW", 9);
+            folder.AddRow("SQL.ROW", 12);
+            calls = 0;
+            folder.session.files.onCall = [&](const std::string&) {
+                if (++calls != moment)
+                    return;
+                WriterOf("SQL").Write(text.c_str());
+                logfiles::CloseCounters();
+            };
+            const std::vector<Finding> findings = folder.Verify();
+            folder.session.files.onCall = nullptr;
+            for (const Finding& finding : findings)
+                EXPECT_FALSE(QmLogIsDamage(finding.kind)) << Describe(findings) << "at call " << moment;
+            EXPECT_EQ(text == "x" ? 60u : 100u, folder.session.files.Contents("C:\\Logs\\SQL.ROW").size());
+        }
+        EXPECT_GT(calls, 10u);
+    }
+}
+
 // Wherever a writer is killed, nothing is damaged; the next one goes on, and still nothing is.
 TEST(Verify, FindsNoDamageAfterAKillAtAnyCall)
 {

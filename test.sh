@@ -57,14 +57,28 @@ if ((native)); then
 else
     failed=$((failed + 1))
 fi
+fuzzers=
+if [[ $limit ]]; then
+    tools/fuzz.sh 30 >build/fuzz.test.log 2>&1 & # they need no window
+    fuzzers=$!
+fi
 if wait "$windows"; then
     run_tests windows tools/with-wine.sh
 else
     failed=$((failed + 1))
 fi
 
+if [[ $fuzzers ]]; then
+    if wait "$fuzzers"; then
+        passed=$((passed + 1))
+    else
+        cat build/fuzz.test.log
+        failed=$((failed + 1))
+    fi
+fi
+
 if [[ $limit ]]; then
-    logs=(build/{native,windows}/Testing/Temporary/LastTest.log)
+    logs=(build/{native,windows}/Testing/Temporary/LastTest.log build/fuzz.test.log)
     echo 'Figures:'
     cat "${logs[@]}" 2>/dev/null | tr -d '\r' | sed -n 's/^figure: /  /p' | LC_ALL=C sort
     echo "  the whole run: $SECONDS seconds"

@@ -237,6 +237,8 @@ void VerifyLog::ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displ
     const bool descends = index > 0 && ReadRow(index - 1, before) && row.offset <= before.offset;
     const bool behindText = row.offset > m_text.Size();
     const bool atEnd = liveRow == RowCount();
+    // An empty text first of all has a row; it has no line if the next text begins with a line feed.
+    const bool isOfEmptyText = row.offset == 0 && (index == 0 || before.offset == 0) && !IsLineStart(0);
 
     std::string reason = "offset " + Number(row.offset);
     if (descends)
@@ -248,7 +250,7 @@ void VerifyLog::ReportRow(std::uint64_t index, std::uint64_t liveRow, bool displ
 
     if (!displaced && atEnd && behindText)
         m_findings.Add(QmLogFindingKind::RowBeforeText, "ROW", index, reason + ": its text has not come yet");
-    else if (!displaced && !atEnd && ReadRow(liveRow, live) && live.offset == row.offset)
+    else if (!displaced && (isOfEmptyText || (!atEnd && ReadRow(liveRow, live) && live.offset == row.offset)))
         m_findings.Add(QmLogFindingKind::RowWithoutText, "ROW", index, reason + ": its text never came");
     else
         m_findings.Add(descends ? QmLogFindingKind::OffsetNotAscending : QmLogFindingKind::OffsetNotAtLine,

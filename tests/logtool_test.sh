@@ -79,3 +79,9 @@ printf 'gr\xf6\xdfe\nМосква 😀\ngröße\n' >日志.txt
 expect 2 "$("$tool" --folder 'Größe 日志' cat --grep größe -c | tr -d '\r')"
 expect 'Москва 😀' "$("$tool" --folder 'Größe 日志' cat --log Журнал --grep 'М.*а .$' -E)"
 expect 3 "$("$tool" messages 日志.txt | grep -c .)"
+
+# A path that is longer than the system's narrow calls take.
+long=$(printf 'long folder %.0s' {1..15})
+mkdir -p "$long/$long"
+mv 日志.txt "$long/$long"
+expect 3 "$("$tool" messages "$long/$long/日志.txt" | grep -c .)"

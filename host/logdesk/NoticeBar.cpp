@@ -1,5 +1,6 @@
 #include "logdesk/NoticeBar.h"
 
+#include "qmcommon/QmIcon.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
@@ -12,8 +13,7 @@ namespace logdesk
 namespace
 {
 
-constexpr int kPadding = 4;   // pixels around the lines
-constexpr int kIconSize = 16; // pixels
+constexpr int kPadding = 4; // pixels around the lines
 constexpr int kTipWidth = 900;
 
 // Told apart from everything around; high contrast has colours of its own.
@@ -58,7 +58,7 @@ int NoticeBar::GetLineHeight()
     const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
     TEXTMETRIC font = {};
     dc.GetTextMetrics(&font);
-    return std::max(static_cast<int>(font.tmHeight), kIconSize);
+    return std::max(static_cast<int>(font.tmHeight), QmIconSize(m_hWnd));
 }
 
 int NoticeBar::GetHeight()
@@ -81,10 +81,10 @@ void NoticeBar::OnPaint()
     dc.SetBkMode(TRANSPARENT);
     const GraphicText text(dc);
     const int height = GetLineHeight();
-    const HANDLE icon = ::LoadImage(nullptr, IDI_INFORMATION, IMAGE_ICON, kIconSize, kIconSize, LR_SHARED);
-    ::DrawIconEx(dc, kPadding, kPadding, static_cast<HICON>(icon), kIconSize, kIconSize, 0, nullptr,
-                 DI_NORMAL);
-    CRect line(area.left + 2 * kPadding + kIconSize, area.top + kPadding, area.right - kPadding, 0);
+    const int iconSize = QmIconSize(m_hWnd);
+    const HANDLE icon = ::LoadImage(nullptr, IDI_INFORMATION, IMAGE_ICON, iconSize, iconSize, LR_SHARED);
+    ::DrawIconEx(dc, kPadding, kPadding, static_cast<HICON>(icon), iconSize, iconSize, 0, nullptr, DI_NORMAL);
+    CRect line(area.left + 2 * kPadding + iconSize, area.top + kPadding, area.right - kPadding, 0);
     for (const std::string& notice : m_lines)
     {
         line.bottom = line.top + height;

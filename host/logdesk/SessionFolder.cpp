@@ -4,6 +4,8 @@
 #include "QmLogWriter.h"
 #include "logdesk/DeskText.h"
 #include "logdesk/OpenedFile.h"
+#include "msgservice/SystemPath.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,23 +20,27 @@ namespace
 
 bool IsFolder(const std::string& path)
 {
-    const DWORD attributes = ::GetFileAttributes(path.c_str());
+    const DWORD attributes = ::GetFileAttributesW(msgservice::SystemPath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 bool IsFile(const std::string& path)
 {
-    const DWORD attributes = ::GetFileAttributes(path.c_str());
+    const DWORD attributes = ::GetFileAttributesW(msgservice::SystemPath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
 std::string FullPath(const std::string& path)
 {
-    char full[MAX_PATH] = {};
-    const DWORD length = ::GetFullPathName(path.c_str(), MAX_PATH, full, nullptr);
-    if (length == 0 || length >= MAX_PATH)
+    const std::filesystem::path given = msgservice::SystemPath(path);
+    std::wstring full(::GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0'); // with its NUL
+    const DWORD length =
+        ::GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    if (length == 0 || length >= full.size())
         throw UsageError(path, "is no path");
-    return full;
+    std::string name;
+    ZEMA::FromWide(full.data(), length, name);
+    return name;
 }
 
 // The folder of a session that may be begun there.

@@ -2,6 +2,7 @@
 
 #include "commandline/ConsoleText.h"
 #include "logtool/Commands.h"
+#include "msgservice/SystemPath.h"
 #include "msgservice/text/UserFormats.h"
 
 #include "wintypes.h"
@@ -232,8 +233,9 @@ std::unique_ptr<Input> Console::OpenInput(const std::string& path)
     CatchControl();
     if (path == "-")
         return std::make_unique<HandleInput>(::GetStdHandle(STD_INPUT_HANDLE), false);
-    const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                      OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    const HANDLE file =
+        ::CreateFileW(msgservice::SystemPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return nullptr;
     return std::make_unique<HandleInput>(file, true);

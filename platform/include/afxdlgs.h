@@ -58,7 +58,7 @@ public:
 private:
     BOOL m_open;
     CString m_extension;
-    std::string m_filter; // with NULs
-    char m_file[MAX_PATH] = {};
+    std::string m_filter;           // with NULs
+    char m_file[4 * MAX_PATH] = {}; // in UTF-8 a letter has up to four bytes
     char m_title[MAX_PATH] = {};
 };

@@ -1,6 +1,8 @@
 #include "WindowsFiles.h"
 
+#include <cstring>
 #include <memory>
+#include <string>
 
 namespace ZEMA
 {
@@ -17,11 +19,28 @@ DWORD High(std::uint64_t number)
     return static_cast<DWORD>(number >> 32);
 }
 
+// The narrow calls know no longer paths.
+bool IsLong(const char* path)
+{
+    return std::strlen(path) >= MAX_PATH;
+}
+
+// The name that a narrow call would make of it.
+std::wstring WideName(const char* path)
+{
+    std::wstring wide(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, path, -1, nullptr, 0)),
+                      L'\0');
+    ::MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
 class WindowsFiles : public IFileCalls
 {
 public:
     HANDLE Create(const char* path, DWORD access, DWORD share, DWORD disposition, DWORD flags) override
     {
+        if (IsLong(path))
+            return ::CreateFileW(WideName(path).c_str(), access, share, nullptr, disposition, flags, nullptr);
         return ::CreateFileA(path, access, share, nullptr, disposition, flags, nullptr);
     }
 

@@ -398,6 +398,24 @@ TEST(Verify, FindsNoDamageAfterAKillAtAnyCall)
     EXPECT_GT(kills, 60);
 }
 
+// Each empty text first of all has a row of its own.
+TEST(Verify, TakesRowsOfEmptyTextsForNoDamage)
+{
+    for (const char* const text : {"\n\n", "\nline", "line\n", ""})
+        for (int empty = 1; empty < 4; ++empty)
+        {
+            Folder folder;
+            CQmLogWriter log = WriterOf("Main");
+            for (int i = 0; i < empty; ++i)
+                log.Write("");
+            log.Write(text);
+            log.Close();
+            EXPECT_FALSE(folder.IsDamaged()) << empty << text;
+            folder.EditRow("Main.ROW", 0, [](CQmLogRow& row) { row.offset = 1000; });
+            EXPECT_TRUE(folder.IsDamaged()) << empty << text;
+        }
+}
+
 TEST(Verify, EndsOnAnyBytes)
 {
     std::mt19937 random(3);

@@ -1,32 +1,24 @@
 #include "vkgrafic/GraphicText.h"
 
-#include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/GraphicFont.h"
 #include "vkgrafic/LineLayout.h"
-#include "vkgrafic/TextCells.h"
 #include "vkgrafic/WideLine.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <numeric>
-#include <optional>
 #include <string>
 #include <vector>
 
 using vkgrafic::Align;
 using vkgrafic::AlignedBegin;
+using vkgrafic::kNoGlyph;
+using vkgrafic::kRunLength;
 using vkgrafic::WideLine;
 
 namespace
 {
-
-// Units a call: the system's text functions have limits of their own, the lowest at 8,192.
-constexpr std::size_t kRunLength = 512;
-
-constexpr WORD kNoGlyph = 0xFFFF;
-static_assert(sizeof(wchar_t) == sizeof(WORD)); // glyphs go where characters would
 
 Align Horizontal(UINT flags)
 {
@@ -43,112 +35,6 @@ Align Vertical(UINT flags)
 }
 
 } // namespace
-
-// A font's characters in pages of 256, each asked for when one of its characters is first met.
-struct GraphicFont::Data
-{
-    Data() = default;
-    ~Data()
-    {
-        if (linked)
-            ::DeleteObject(linked);
-    }
-    Data(const Data&) = delete;
-    Data& operator=(const Data&) = delete;
-
-    static constexpr std::size_t kPageSize = 256;
-    struct Page
-    {
-        int widths[kPageSize]; // -1: not simple, has to be measured with its neighbours
-        WORD glyphs[kPageSize];
-    };
-
-    const Page& PageOf(HDC dc, wchar_t unit)
-    {
-        std::unique_ptr<Page>& page = pages[unit / kPageSize];
-        if (!page)
-            page = MakePage(dc, static_cast<wchar_t>(unit / kPageSize * kPageSize));
-        return *page;
-    }
-
-    // Whether the font has a glyph for each unit. Of a font of bitmaps the system does not tell: it has what
-    // its character set has.
-    bool Has(HDC dc, const wchar_t* units, int count);
-
-    // A font as high as this one for what it does not have, which the system links with those of all scripts.
-    HFONT Linked(HDC dc);
-
-    static std::unique_ptr<Page> MakePage(HDC dc, wchar_t first);
-
-    int height = 0;
-    int ascent = 0;
-    int linkedAscent = 0;
-    HFONT linked = nullptr; // made when it is first needed
-    std::unique_ptr<Page> pages[0x10000 / kPageSize];
-};
-
-// What is not simple is measured as a blank, so that it does nothing to its neighbours.
-std::unique_ptr<GraphicFont::Data::Page> GraphicFont::Data::MakePage(HDC dc, wchar_t first)
-{
-    auto page = std::make_unique<Page>();
-    wchar_t units[kPageSize];
-    for (std::size_t i = 0; i < kPageSize; ++i)
-    {
-        const wchar_t unit = vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i));
-        units[i] = vkgrafic::IsSimple(unit) ? unit : L' ';
-    }
-    constexpr int kCount = static_cast<int>(kPageSize);
-    SIZE size = {};
-    const bool isMeasured = ::GetTextExtentExPointW(dc, units, kCount, 0, nullptr, page->widths, &size) != 0;
-    std::adjacent_difference(std::begin(page->widths), std::end(page->widths), std::begin(page->widths));
-    for (std::size_t i = 0; i < kPageSize; ++i)
-        if (!isMeasured || !vkgrafic::IsSimple(vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i))))
-            page->widths[i] = -1;
-    for (std::size_t i = 0; i < kPageSize; ++i)
-        units[i] = vkgrafic::VisibleUnit(static_cast<wchar_t>(first + i));
-    if (::GetGlyphIndicesW(dc, units, kCount, page->glyphs, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR)
-        std::fill(std::begin(page->glyphs), std::end(page->glyphs), kNoGlyph); // a font of bitmaps
-    return page;
-}
-
-bool GraphicFont::Data::Has(HDC dc, const wchar_t* units, int count)
-{
-    const auto isThere = [&](wchar_t unit) { return PageOf(dc, unit).glyphs[unit % kPageSize] != kNoGlyph; };
-    if (isThere(L' '))
-        return std::all_of(units, units + count, isThere);
-    CHARSETINFO set = {};
-    BOOL isMissing = FALSE;
-    if (!::TranslateCharsetInfo(reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(::GetTextCharset(dc))), &set,
-                                TCI_SRCCHARSET))
-        return true;
-    ::WideCharToMultiByte(set.ciACP, WC_NO_BEST_FIT_CHARS, units, count, nullptr, 0, nullptr, &isMissing);
-    return !isMissing;
-}
-
-HFONT GraphicFont::Data::Linked(HDC dc)
-{
-    if (!linked)
-    {
-        LOGFONTW description = {};
-        description.lfHeight = height;
-        description.lfCharSet = DEFAULT_CHARSET;
-        ::lstrcpynW(description.lfFaceName, L"MS Shell Dlg 2", LF_FACESIZE);
-        linked = ::CreateFontIndirectW(&description);
-        const VkGrafic::Selected selected(dc, linked);
-        TEXTMETRICW metrics = {};
-        ::GetTextMetricsW(dc, &metrics);
-        linkedAscent = metrics.tmAscent;
-    }
-    return linked;
-}
-
-GraphicFont::GraphicFont(HDC dc) : m_data(std::make_shared<Data>())
-{
-    TEXTMETRICW metrics = {};
-    ::GetTextMetricsW(dc, &metrics);
-    m_data->height = metrics.tmHeight;
-    m_data->ascent = metrics.tmAscent;
-}
 
 namespace
 {
@@ -308,88 +194,6 @@ void DrawTextOf(HDC dc, const char* text, int length, RECT& rect, UINT flags)
 
 } // namespace
 
-namespace
-{
-
-// Characters in cells, which are drawn as many together as there are in one font.
-class CellRun
-{
-public:
-    CellRun(HDC dc, GraphicFont::Data* font, int x, int y, int cellWidth)
-        : m_dc(dc), m_font(font), m_x(x), m_y(y), m_cellWidth(cellWidth)
-    {
-    }
-    ~CellRun() { Draw(); }
-    CellRun(const CellRun&) = delete;
-    CellRun& operator=(const CellRun&) = delete;
-
-    // A character behind the one before; `isLinked` if the font does not have it.
-    void Add(wchar_t unit, int cell, int width, bool isLinked)
-    {
-        const bool isOtherFont = isLinked != m_isLinked && unit != L' '; // a blank is the same in all
-        if (m_count == kRunLength || isOtherFont)
-            Draw();
-        if (m_count == 0)
-            m_cell = cell;
-        if (isOtherFont)
-            m_isLinked = isLinked;
-        m_units[m_count] = unit;
-        m_widths[m_count++] = width * m_cellWidth;
-    }
-
-    // One that the system shapes: by itself, so that it moves none of the others.
-    void DrawAlone(const wchar_t* units, int count, int cell, bool isLinked)
-    {
-        Draw();
-        Output(units, static_cast<UINT>(count), cell, isLinked, nullptr);
-    }
-
-private:
-    void Draw()
-    {
-        if (m_count > 0)
-            Output(m_units.data(), static_cast<UINT>(m_count), m_cell, m_isLinked, m_widths.data());
-        m_count = 0;
-    }
-
-    void Output(const wchar_t* units, UINT count, int cell, bool isLinked, const INT* widths)
-    {
-        // The sum is near the clip box, while the product may be beyond the range of int.
-        const int x = static_cast<int>(m_x + static_cast<std::int64_t>(cell) * m_cellWidth);
-        if (!isLinked)
-            m_linked.reset();
-        else if (!m_linked)
-            m_linked.emplace(m_dc, m_font->Linked(m_dc));
-        const int y = isLinked ? m_y + m_font->ascent - m_font->linkedAscent : m_y; // on one base line
-        ::ExtTextOutW(m_dc, x, y, 0, nullptr, units, count, widths);
-    }
-
-    HDC m_dc;
-    GraphicFont::Data* m_font;
-    int m_x;
-    int m_y;
-    int m_cellWidth;
-    int m_cell = 0;
-    bool m_isLinked = false;
-    std::optional<VkGrafic::Selected> m_linked; // while the other font is selected
-    std::size_t m_count = 0;
-    std::array<wchar_t, kRunLength> m_units;
-    std::array<INT, kRunLength> m_widths;
-};
-
-} // namespace
-
-bool GraphicFont::Has(HDC dc, const char* text, int length) const
-{
-    const std::size_t size = static_cast<std::size_t>(std::max(length, 0));
-    if (ZEMA::IsAscii(text, size))
-        return true;
-    ZEMA::WideString wide;
-    ZEMA::ToWide(text, size, wide);
-    std::transform(wide.begin(), wide.end(), wide.begin(), vkgrafic::VisibleUnit);
-    return !m_data || m_data->Has(dc, wide.data(), static_cast<int>(wide.size()));
-}
-
 GraphicText::GraphicText(HDC dc, const GraphicFont* font)
     : m_dc(dc), m_font(font ? font->m_data.get() : nullptr)
 {
@@ -430,59 +234,6 @@ SIZE GraphicText::MeasureWholeLines(const char* text, int length, int width) con
     RECT room = {0, 0, width, 0};
     DrawTextOf(m_dc, text, length, room, DT_CALCRECT);
     return {room.right, room.bottom};
-}
-
-void GraphicText::DrawCells(const char* text, int length, int x, int y, int cellWidth) const
-{
-    RECT clip = {};
-    if (length <= 0 || ::GetClipBox(m_dc, &clip) == ERROR)
-        return;
-    static thread_local VkGrafic::TextCells cells; // its memory is used again
-    cells.Take(text, static_cast<std::size_t>(length));
-    const int cellCount = cells.CellOf(length);
-    const vkgrafic::Part part = vkgrafic::VisibleCells(x, cellCount, cellWidth, {clip.left, clip.right});
-    CellRun run(m_dc, m_font, x, y, cellWidth);
-    if (cells.Characters().empty())
-    {
-        for (int cell = part.first; cell < part.first + part.count; ++cell)
-            run.Add(vkgrafic::VisibleUnit(static_cast<unsigned char>(text[cell])), cell, 1, false);
-        return;
-    }
-    const wchar_t* const wide = cells.Wide().data();
-    const auto at = [&](int cell) {
-        return std::lower_bound(
-            cells.Characters().begin(), cells.Characters().end(), cell,
-            [](const VkGrafic::TextCells::Character& character, int from) { return character.cell < from; });
-    };
-    const auto begin = at(part.first);
-    const auto end = std::min(at(part.first + part.count), std::prev(cells.Characters().end()));
-
-    // All are looked up before the first is drawn: what is drawn may have another font selected.
-    struct Shown
-    {
-        wchar_t unit;
-        bool isSimple;
-        bool isLinked;
-    };
-    static thread_local std::vector<Shown> shown;
-    shown.clear();
-    for (auto character = begin; character < end; ++character)
-    {
-        const wchar_t* const units = wide + character->unit;
-        const int count = character[1].unit - character->unit;
-        const wchar_t unit = vkgrafic::VisibleUnit(*units);
-        const bool isSimple = count == 1 && vkgrafic::IsSimple(unit);
-        shown.push_back({unit, isSimple, m_font && !m_font->Has(m_dc, isSimple ? &unit : units, count)});
-    }
-    for (auto character = begin; character < end; ++character)
-    {
-        const Shown& how = shown[static_cast<std::size_t>(character - begin)];
-        const auto& next = character[1];
-        if (how.isSimple)
-            run.Add(how.unit, character->cell, next.cell - character->cell, how.isLinked);
-        else
-            run.DrawAlone(wide + character->unit, next.unit - character->unit, character->cell, how.isLinked);
-    }
 }
 
 int GraphicText::GetWidth(const char* text, int length) const

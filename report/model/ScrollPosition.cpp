@@ -41,8 +41,8 @@ bool ScrollPosition::Fit(Geometry& geometry)
         return false;
     const int old = m_view.topRow;
     const int fitting = geometry.FittingTop(old);
-    if (m_view.topRow ==
-        old) // else a callback that was asked for a height has scrolled, to rows that there are
+    // Otherwise a callback that was asked for a height has scrolled, to rows that there are.
+    if (m_view.topRow == old)
         m_view.topRow = fitting;
     return m_view.topRow != old;
 }

@@ -57,7 +57,9 @@ public:
     SIZE MeasureWholeLines(const char* text, int length, int width) const;
 
     // One line from (x, y) whose characters stand in cells `cellWidth` pixels wide, as VkGrafic::TextCells
-    // lays them out. Only what lies within the clip box is drawn, however long the text is.
+    // lays them out. With a GraphicFont a character that the font does not have comes from the dialogs' font,
+    // which the system links with those of all scripts. Only what lies within the clip box is drawn, however
+    // long the text is.
     void DrawCells(const char* text, int length, int x, int y, int cellWidth) const;
 
     // Pixels; 0 for an empty text. As wide as Draw draws it.

@@ -2,7 +2,7 @@
 # Runs the fuzzers of tests/fuzz on what is stored and on what they think of.
 #   fuzz.sh [--merge] [SECONDS [NAME...]]   SECONDS for each of them, 40 by default; NAME as in tests/fuzz/corpus
 # QM_TEST_SEED is the seed. What fails is told with the file that repeats it, kept in build/fuzz. With --merge what they
-# found goes into the stored corpus, as few and as small files as reach the same code.
+# found goes into the stored corpus: forty small files that do not reach the same code.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
@@ -39,7 +39,7 @@ fuzz() {
         rm -rf "$work/merged" && mkdir "$work/merged"
         "$program" -merge=1 -max_len=4096 "$work/merged" "tests/fuzz/corpus/$name" "$work/$name" >>"$log" 2>&1
         rm -f "tests/fuzz/corpus/$name"/*
-        # The forty that were kept first: each of them reaches what none before it does.
+        # Any forty of them: the stored corpus stays small.
         find "$work/merged" -type f -size -2k | sort | head -n 40 | xargs cp -t "tests/fuzz/corpus/$name"
     fi
 }

@@ -43,6 +43,32 @@ std::optional<std::u32string> Decoded(std::string_view text)
     return characters;
 }
 
+ZEMA::WideString UnitsOf(const std::u32string& characters)
+{
+    ZEMA::WideString units;
+    for (const char32_t character : characters)
+    {
+        const char32_t beyond = character - 0x10000;
+        if (character >= 0x10000)
+            units += static_cast<ZEMA::WideChar>(0xD800 + beyond / 0x400);
+        units += static_cast<ZEMA::WideChar>(character < 0x10000 ? character : 0xDC00 + beyond % 0x400);
+    }
+    return units;
+}
+
+ZEMA::WideString WithoutHalves(ZEMA::WideString units)
+{
+    for (std::size_t i = 0; i < units.size(); ++i)
+    {
+        const bool isHigh = units[i] >= 0xD800 && units[i] <= 0xDBFF;
+        if (isHigh && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF)
+            ++i;
+        else if (units[i] >= 0xD800 && units[i] <= 0xDFFF)
+            units[i] = 0xFFFD;
+    }
+    return units;
+}
+
 void LayOut(std::string_view text)
 {
     VkGrafic::TextCells cells;
@@ -77,10 +103,14 @@ void Characters(std::string_view bytes)
     ZEMA::FromWide(wide.data(), wide.size(), back);
     Require(!decoded || back == text, "UTF-8 comes back as it was");
     Require(decoded || wide.size() == text.size(), "a byte of the code page is a character");
-    std::size_t units = 0;
-    for (const char32_t character : decoded.value_or(std::u32string()))
-        units += character >= 0x10000 ? 2 : 1;
-    Require(!decoded || units == wide.size(), "characters beyond 16 bits are pairs");
+    Require(!decoded || wide == UnitsOf(*decoded), "the units are those of the characters");
+    ZEMA::WideString units;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        units += static_cast<ZEMA::WideChar>(Input(bytes.substr(i)).Number());
+    ZEMA::FromWide(units.data(), units.size(), back);
+    const std::optional<std::u32string> characters = Decoded(back);
+    Require(characters.has_value(), "any units become UTF-8");
+    Require(UnitsOf(*characters) == WithoutHalves(units), "half a pair is replaced, nothing else is");
 
     const std::size_t whole = ZEMA::WholeCharacters(text.data(), text.size());
     Require(whole <= text.size() && text.size() - whole < 4,

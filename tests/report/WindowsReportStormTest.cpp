@@ -335,7 +335,7 @@ class ReportStorm : public testing::Test
 protected:
     static void Blow(DWORD style, bool edits = false)
     {
-        RunStorm(3000, 200000,
+        RunStorm(3000, 80000,
                  [&](Storm& storm, int steps) { StormedReport(storm, style, edits).Run(steps); });
     }
 };

@@ -84,6 +84,10 @@ public:
     bool Switch(int row);
     bool SwitchAll(int row);
 
+    // ExpandAll ends where it would show rows many times over. How many rows it left folded, or did not look
+    // at, because of that; 0 when it unfolded everything, and after any other unfolding or folding.
+    int GetLeftFolded() const;
+
     // Folds everything, unfolds what leads to a row of a log, and puts the caret there. False, with
     // everything folded, where nothing leads to the row.
     bool Reveal(int file, unsigned long fileRow);
@@ -127,6 +131,10 @@ public:
     // owned.
     void SetMoreCommands(IQmHandler* commands);
 
+    // A host's list in place of the window's own commands, which are in QmLogTextCtrlEntries.h; null for the
+    // window's own. Not owned.
+    void SetCommands(IQmHandler* commands);
+
     // Writes a sample session to try the viewer on.
     void WriteTest();
 
@@ -137,13 +145,13 @@ public:
     int GetRowHeight() override;
     int GetRowLeft(int row) override;
     void GetRowCells(int row, VkGrafic::TextCells& cells) override;
-    void PrepareRows(int first, int count) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;
     void Reload() override;
 
 protected:
     BOOL CreateCommon() override;
+    void PrepareRows(int first, int count) override;
     void OnTextMenu(CPoint screenPoint) override;
     void OnUserScroll() override;
 
@@ -159,14 +167,17 @@ private:
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
     void UpdateFollow();
+    void ScanOwn(IQmCommand& collector);
     bool ReadSearched(int row, std::string& line);
     logview::Selection GetSelection() const;
     void DrawCaretMark(CDC& dc, int x, int y);
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
 
     int m_file = 0;
+    int m_leftFolded = 0;
     std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
+    IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
     bool m_startSession = true;
     bool m_sessionStarted = false;

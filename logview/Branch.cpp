@@ -17,55 +17,86 @@ CQmLogBranch::CQmLogBranch(RowId first, std::uint32_t count, std::uint32_t heade
 {
 }
 
+// A chain of children may be longer than the stack is deep: each goes without children of its own.
+CQmLogBranch::~CQmLogBranch()
+{
+    std::vector<std::vector<CQmLogBranch>> going;
+    if (!m_children.empty())
+        going.push_back(std::move(m_children));
+    while (!going.empty())
+    {
+        std::vector<CQmLogBranch> children = std::move(going.back());
+        going.pop_back();
+        for (CQmLogBranch& child : children)
+            if (!child.m_children.empty())
+                going.push_back(std::move(child.m_children));
+    }
+}
+
 RowId CQmLogBranch::Translate(std::uint64_t row) const
+{
+    int depth = 0;
+    return Translate(row, depth);
+}
+
+RowId CQmLogBranch::Translate(std::uint64_t row, int& depth) const
 {
     const CQmLogBranch* branch = this;
     std::size_t index = 0;
-    while (const CQmLogBranch* const child = branch->Enter(row, index))
+    depth = 0;
+    for (; const CQmLogBranch* const child = branch->Enter(row, index); ++depth)
         branch = child;
     return {branch->m_file, static_cast<std::uint32_t>(std::min(row, kMaxPosition))};
 }
 
-bool CQmLogBranch::Insert(std::uint64_t row, CQmLogBranch branch, int depth)
+struct CQmLogBranch::Step
+{
+    CQmLogBranch* branch;
+    std::size_t child;
+};
+
+// The way to the branch that itself shows `row`, which becomes a row of its log.
+std::vector<CQmLogBranch::Step> CQmLogBranch::FindPath(std::uint64_t& row)
+{
+    std::vector<Step> path;
+    std::size_t index = 0;
+    for (CQmLogBranch* branch = this; branch->Enter(row, index); branch = &branch->m_children[index])
+        path.push_back({branch, index});
+    return path;
+}
+
+bool CQmLogBranch::Insert(std::uint64_t row, CQmLogBranch branch)
 {
     const std::uint64_t size = branch.GetSize();
-    std::size_t index = 0;
-    if (Enter(row, index))
-    {
-        CQmLogBranch& child = m_children[index];
-        if (depth >= kMaxDepth || branch.m_header <= child.m_header ||
-            !child.Insert(row, std::move(branch), depth + 1))
-            return false;
-        ChildrenChanged(index + 1, m_childrenSize + size);
-        return true;
-    }
-
+    const std::vector<Step> path = FindPath(row);
+    CQmLogBranch& parent = path.empty() ? *this : path.back().branch->m_children[path.back().child];
     const std::uint64_t position = row + 1;
-    index = ChildAtPosition(position);
-    if (position > kMaxPosition || (index < m_children.size() && m_children[index].m_position == position))
+    const std::size_t index = parent.ChildAtPosition(position);
+    const bool isFree = index == parent.m_children.size() || parent.m_children[index].m_position != position;
+    if (path.size() >= kMaxDepth || (!path.empty() && branch.m_header <= parent.m_header) ||
+        position > kMaxPosition || !isFree)
         return false;
     branch.m_position = static_cast<std::uint32_t>(position);
-    m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), std::move(branch));
-    ChildrenChanged(index, m_childrenSize + size);
+    parent.m_children.insert(parent.m_children.begin() + static_cast<std::ptrdiff_t>(index),
+                             std::move(branch));
+    parent.ChildrenChanged(index, parent.m_childrenSize + size);
+    for (const Step& step : path)
+        step.branch->ChildrenChanged(step.child + 1, step.branch->m_childrenSize + size);
     return true;
 }
 
 std::uint64_t CQmLogBranch::Remove(std::uint64_t row)
 {
-    std::size_t index = 0;
-    std::uint64_t size = 0;
-    if (Enter(row, index))
-    {
-        size = m_children[index].Remove(row);
-        ChildrenChanged(index + 1, m_childrenSize - size);
-        return size;
-    }
-    index = ChildAtPosition(row + 1);
-    if (index == m_children.size() || m_children[index].m_position != row + 1)
+    const std::vector<Step> path = FindPath(row);
+    CQmLogBranch& parent = path.empty() ? *this : path.back().branch->m_children[path.back().child];
+    const std::size_t index = parent.ChildAtPosition(row + 1);
+    if (index == parent.m_children.size() || parent.m_children[index].m_position != row + 1)
         return 0;
-    size = m_children[index].GetSize();
-    m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
-    ChildrenChanged(index, m_childrenSize - size);
+    const std::uint64_t size = parent.m_children[index].GetSize();
+    parent.m_children.erase(parent.m_children.begin() + static_cast<std::ptrdiff_t>(index));
+    parent.ChildrenChanged(index, parent.m_childrenSize - size);
+    for (const Step& step : path)
+        step.branch->ChildrenChanged(step.child + 1, step.branch->m_childrenSize - size);
     return size;
 }
 

@@ -26,11 +26,17 @@ struct RowId
 class CQmLogBranch
 {
 public:
-    // Levels that may be open within each other: five for the logs, and five more for each log that ended
-    // before its header's, so that a session at rest stays well below.
-    static constexpr int kMaxDepth = 64;
+    // Levels that may be open within each other. A stretch goes on beyond the row that follows its header's
+    // header, so that a session without damage nests the deeper the more rows it has. No level costs stack;
+    // each costs a step whenever a row is looked for.
+    static constexpr int kMaxDepth = 4096;
 
     CQmLogBranch() = default; // a root over log 0
+    ~CQmLogBranch();
+    CQmLogBranch(CQmLogBranch&&) = default;
+    CQmLogBranch& operator=(CQmLogBranch&&) = default;
+    CQmLogBranch(const CQmLogBranch&) = delete;
+    CQmLogBranch& operator=(const CQmLogBranch&) = delete;
 
     // `count` rows from `row` on of log `file`, unfolded under a header with number `header`.
     CQmLogBranch(RowId first, std::uint32_t count, std::uint32_t header);
@@ -47,18 +53,23 @@ public:
     std::uint32_t GetHeaderNumber() const { return m_header; }
     const std::vector<CQmLogBranch>& GetChildren() const { return m_children; }
 
-    // What lies at `row`: a displayed row when asked of the root.
+    // What lies at `row`: a displayed row when asked of the root; and how many levels it lies deep, 0 for the
+    // root's own rows.
     RowId Translate(std::uint64_t row) const;
+    RowId Translate(std::uint64_t row, int& depth) const;
 
     // Unfolds `branch` under the header at `row`. False, and nothing changes, when something is unfolded
     // there, when kMaxDepth levels are open, and when the header's number is not greater than that of the
     // header above: whatever the logs hold, unfolding comes to an end.
-    bool Insert(std::uint64_t row, CQmLogBranch branch, int depth = 1);
+    bool Insert(std::uint64_t row, CQmLogBranch branch);
 
     // Folds what is unfolded under the header at `row`; answers how many rows went.
     std::uint64_t Remove(std::uint64_t row);
 
 private:
+    struct Step; // from a branch to one of its children
+
+    std::vector<Step> FindPath(std::uint64_t& row);
     std::uint64_t GetStart(std::size_t child) const;
     const CQmLogBranch* Enter(std::uint64_t& row, std::size_t& index) const;
     std::size_t ChildAtPosition(std::uint64_t position) const;

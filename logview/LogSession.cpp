@@ -15,7 +15,7 @@ RowChange Added(int row, std::int64_t count)
 {
     if (count == 0)
         return {};
-    return {row + 1, static_cast<int>(std::max<std::int64_t>(count, -LogSession::kMaxRows))};
+    return {row + 1, static_cast<int>(std::max<std::int64_t>(count, -LogSession::kMaxRows)), 0};
 }
 
 } // namespace
@@ -55,7 +55,13 @@ bool LogSession::HasNewCount(int file) const
 
 RowId LogSession::Translate(std::int64_t row) const
 {
-    return m_root.Translate(static_cast<std::uint64_t>(row)); // one below 0 comes after all others
+    int depth = 0;
+    return Translate(row, depth);
+}
+
+RowId LogSession::Translate(std::int64_t row, int& depth) const
+{
+    return m_root.Translate(static_cast<std::uint64_t>(row), depth); // one below 0 comes after all others
 }
 
 bool LogSession::ReadStyle(int row, CQmLogRow& record) const
@@ -104,12 +110,10 @@ bool LogSession::ReadExpanded(int row, bool& expanded) const
 bool LogSession::Expand(int row, RowChange& change)
 {
     RecordPages pages(m_source, kLookRows);
-    std::uint32_t added = 0;
-    const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
-    const bool done = Unfold(pages, row, room, added);
-    change = Added(row, added);
+    const Unfolded unfolded = Unfold(pages, row, static_cast<std::uint64_t>(kMaxRows - RowCount()));
+    change = Added(row, unfolded.added);
     RememberEnds();
-    return done;
+    return unfolded.isDone;
 }
 
 bool LogSession::ExpandAll(int row, RowChange& change)
@@ -117,21 +121,28 @@ bool LogSession::ExpandAll(int row, RowChange& change)
     std::uint64_t rows = 0;
     for (unsigned file = 0; file < kFileCount; ++file)
         rows += m_source.RowCount(file);
-    const std::uint64_t room = std::min(16 * rows + 1024, static_cast<std::uint64_t>(kMaxRows - RowCount()));
+    const std::uint64_t maxRows = 16 * rows + 1024;
+    const std::uint64_t room = std::min(maxRows, static_cast<std::uint64_t>(kMaxRows - RowCount()));
     const std::uint64_t maxReads = rows / 4 + 1024;
+    const std::uint64_t maxLevels = 64 * maxRows;
 
     RecordPages pages(m_source, kWalkRows);
-    std::uint32_t added = 0;
-    const bool done = Unfold(pages, row, room, added);
-    std::int64_t total = added;
-    for (std::int64_t at = std::int64_t{row} + 1; at <= row + total && pages.Reads() <= maxReads; ++at)
+    const Unfolded header = Unfold(pages, row, room);
+    std::int64_t total = header.added;
+    std::int64_t left = header.isBounded ? 1 : 0;
+    std::uint64_t levels = 0;
+    std::int64_t at = std::int64_t{row} + 1;
+    for (; at <= row + total && pages.Reads() <= maxReads && levels <= maxLevels; ++at)
     {
-        if (Unfold(pages, at, room - static_cast<std::uint64_t>(total), added))
-            total += added;
+        const Unfolded unfolded = Unfold(pages, at, room - static_cast<std::uint64_t>(total));
+        total += unfolded.added;
+        left += unfolded.isBounded ? 1 : 0;
+        levels += static_cast<std::uint64_t>(unfolded.depth);
     }
     change = Added(row, total);
+    change.leftFolded = static_cast<int>(left + (row + total + 1 - at));
     RememberEnds();
-    return done;
+    return header.isDone;
 }
 
 bool LogSession::Collapse(int row, RowChange& change)
@@ -153,26 +164,26 @@ bool LogSession::ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& heade
 {
     if (!IsShown(row))
         return false;
-    header.place = Translate(row);
-    PlacedRow next = {Translate(row + 1), {}};
+    header.place = Translate(row, header.depth);
+    PlacedRow next;
+    next.place = Translate(row + 1);
     return pages.Read(header.place, header.record) && pages.Read(next.place, next.record) &&
            IsFoldable(header, next, expanded);
 }
 
-// Unfolds `row` unless it counts as unfolded or more than `room` rows would be added.
-bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added)
+// Unfolds `row` unless more than `room` rows would be added.
+LogSession::Unfolded LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room)
 {
-    added = 0;
     bool expanded = false;
     PlacedRow header;
-    if (!ReadFold(pages, row, header, expanded))
-        return false;
-    if (expanded)
-        return true;
-
-    const auto& [place, record] = header;
-    if (record.time == kMaxNumber)
-        return false;
+    const bool isFoldable = ReadFold(pages, row, header, expanded);
+    const RowId place = header.place;
+    const CQmLogRow& record = header.record;
+    Unfolded unfolded;
+    unfolded.depth = header.depth;
+    unfolded.isDone = isFoldable && expanded;
+    if (!isFoldable || expanded || record.time == kMaxNumber)
+        return unfolded;
     const std::uint32_t first = record.time + 1;
     CQmLogRow successor;
     const bool goesOn = pages.Read({place.file, place.row + 1}, successor);
@@ -183,7 +194,7 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
     RowId found;
     std::uint32_t number = 0;
     if (!FindFirst(pages, first, found, number) || number > last)
-        return false;
+        return unfolded;
     std::uint32_t end = 0;
     std::uint32_t behind = 0;
     if (last == kMaxNumber)
@@ -192,12 +203,15 @@ bool LogSession::Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room
         pages.FindFirst(found.file, last + 1, end, behind);
 
     // In a damaged log the search may lead before the header itself, or to an end before the beginning.
-    if (end <= found.row || end - found.row > room || (found.file == place.file && found.row <= place.row))
-        return false;
+    if (end <= found.row || (found.file == place.file && found.row <= place.row))
+        return unfolded;
     const std::uint32_t count = end - found.row;
-    if (m_root.Insert(static_cast<std::uint64_t>(row), CQmLogBranch(found, count, record.time)))
-        added = count;
-    return true;
+    unfolded.isBounded = count > room || header.depth >= CQmLogBranch::kMaxDepth;
+    unfolded.isDone = !unfolded.isBounded;
+    if (unfolded.isDone &&
+        m_root.Insert(static_cast<std::uint64_t>(row), CQmLogBranch(found, count, record.time)))
+        unfolded.added = count;
+    return unfolded;
 }
 
 } // namespace logview

@@ -16,6 +16,7 @@ struct RowChange
 {
     int row = 0;
     int delta = 0;
+    int leftFolded = 0; // by ExpandAll: rows that it did not unfold, or not look at, because it met a bound
 };
 
 // Rows of a log that nothing leads to: they come before the first row of "Main" (all of them where "Main" has
@@ -32,6 +33,7 @@ struct PlacedRow
 {
     RowId place;
     CQmLogRow record;
+    int depth = 0; // levels of stretches that it lies in
 };
 
 // Whether rows of other logs unfold at `row`, displayed before `next`; `expanded` tells whether they are
@@ -66,6 +68,7 @@ public:
     // The log and row that lie at `row`; a row after the last one continues the log at the top, and one
     // below 0 does not exist.
     RowId Translate(std::int64_t row) const;
+    RowId Translate(std::int64_t row, int& depth) const; // and how many stretches it lies in
 
     bool ReadStyle(int row, CQmLogRow& record) const;
 
@@ -80,13 +83,15 @@ public:
 
     // Unfolds the rows of one log that lie after the row: of the log with the next number, up to the number
     // before the header's own log goes on, or to its end when that log does not go on or goes on with the
-    // very next number. True also when the row counts as unfolded already.
+    // very next number. True also when the row counts as unfolded already. False where so many stretches lie
+    // within each other, or rows are displayed, that no more can be.
     bool Expand(int row, RowChange& change);
 
-    // The same with everything that comes to be unfolded. A log that ends shows the rest of the session once
-    // more, so that five logs can show sixteen times the rows there are. The walk follows the numbers
-    // through pages of records. Only damage makes it add more than 16 times the rows of all logs and 1,024,
-    // or read more often than once for four rows and 1,024 times: there it ends, and the rest remains folded.
+    // The same with everything that comes to be unfolded. Stretches that go on beyond each other show rows
+    // again and again, so that the rows to show can be many times the rows there are, without any damage. The
+    // walk follows the numbers through pages of records. It adds at most 16 times the rows of all logs and
+    // 1,024, goes through 64 levels for each of these, and reads once for four rows and 1,024 times: there it
+    // ends, and `change` tells how many rows it has left.
     bool ExpandAll(int row, RowChange& change);
 
     // Folds. False when nothing is unfolded there.
@@ -122,14 +127,23 @@ private:
         CQmLogRow last;
     };
 
+    // What became of a row that was to be unfolded.
+    struct Unfolded
+    {
+        bool isDone = false;    // or was unfolded before
+        bool isBounded = false; // there are rows to unfold, but no more can be shown, or no deeper
+        std::uint32_t added = 0;
+        int depth = 0; // of the row
+    };
+
     std::uint32_t CountRows(std::uint32_t file) const;
     void RememberEnds();
     bool IsCut() const;
     void Restore();
-    std::int64_t RestoreChildren(RecordPages& pages, const CQmLogBranch& old, std::int64_t first);
+    std::uint32_t UnfoldAgain(RecordPages& pages, std::int64_t row, RowId header, std::uint32_t number);
     bool IsShown(std::int64_t row) const;
     bool ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
-    bool Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room, std::uint32_t& added);
+    Unfolded Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room);
     bool FindFirst(RecordPages& pages, std::uint32_t number, RowId& found, std::uint32_t& foundNumber) const;
 
     RowSource& m_source;

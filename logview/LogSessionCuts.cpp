@@ -42,36 +42,53 @@ bool LogSession::IsCut() const
     return false;
 }
 
+// Unfolds again what was unfolded. Stretches may lie deeper within each other than the stack is deep.
 void LogSession::Restore()
 {
+    struct Level
+    {
+        const CQmLogBranch* old;
+        std::int64_t first; // where its first row is displayed
+        std::size_t child = 0;
+        std::int64_t added = 0; // rows that came among its own
+    };
+
     CQmLogBranch rows;
     rows.SetCount(m_root.GetCount());
-    const CQmLogBranch old = std::exchange(m_root, std::move(rows));
+    const CQmLogBranch root = std::exchange(m_root, std::move(rows));
     RecordPages pages(m_source, kLookRows);
-    RestoreChildren(pages, old, 0);
+    std::vector<Level> levels = {{&root, 0}};
+    while (!levels.empty())
+    {
+        Level& level = levels.back();
+        const CQmLogBranch& old = *level.old;
+        if (level.child == old.GetChildren().size())
+        {
+            const std::int64_t added = level.added;
+            levels.pop_back();
+            if (!levels.empty())
+                levels.back().added += added;
+            continue;
+        }
+        const CQmLogBranch& child = old.GetChildren()[level.child++];
+        const RowId header = {old.GetFirst().file, child.GetHeaderRow()};
+        const std::int64_t row = level.first + (std::int64_t{header.row} - old.GetFirst().row) + level.added;
+        const std::uint32_t added = UnfoldAgain(pages, row, header, child.GetHeaderNumber());
+        level.added += added;
+        if (added > 0 && Translate(row + 1) == child.GetFirst())
+            levels.push_back({&child, row + 1});
+    }
     RememberEnds();
 }
 
-// Unfolds again what was unfolded in `old`, whose first row is displayed at `first`; answers how many rows
-// came.
-std::int64_t LogSession::RestoreChildren(RecordPages& pages, const CQmLogBranch& old, std::int64_t first)
+// Answers how many rows came: none where another header is displayed at `row` now.
+std::uint32_t LogSession::UnfoldAgain(RecordPages& pages, std::int64_t row, RowId header,
+                                      std::uint32_t number)
 {
-    std::int64_t total = 0;
-    for (const CQmLogBranch& child : old.GetChildren())
-    {
-        const RowId header = {old.GetFirst().file, child.GetHeaderRow()};
-        const std::int64_t row = first + (std::int64_t{header.row} - old.GetFirst().row) + total;
-        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
-        CQmLogRow record;
-        std::uint32_t added = 0;
-        if (Translate(row) != header || !pages.Read(header, record) ||
-            record.time != child.GetHeaderNumber() || !Unfold(pages, row, room, added) || added == 0)
-            continue;
-        total += added;
-        if (Translate(row + 1) == child.GetFirst())
-            total += RestoreChildren(pages, child, row + 1);
-    }
-    return total;
+    CQmLogRow record;
+    if (Translate(row) != header || !pages.Read(header, record) || record.time != number)
+        return 0;
+    return Unfold(pages, row, static_cast<std::uint64_t>(kMaxRows - RowCount())).added;
 }
 
 } // namespace logview

@@ -114,9 +114,9 @@ int LogSession::Reveal(RowId place)
     std::int64_t row = std::int64_t{end} - 1;
     while (row >= 0 && Translate(row) != place)
     {
-        std::uint32_t added = 0;
-        const std::uint64_t room = static_cast<std::uint64_t>(kMaxRows - RowCount());
-        if (!Unfold(pages, row, room, added) || added == 0)
+        const std::uint32_t added =
+            Unfold(pages, row, static_cast<std::uint64_t>(kMaxRows - RowCount())).added;
+        if (added == 0)
             return kNoRow;
         const RowId first = Translate(row + 1);
         pages.FindFirst(first.file, after, end, next);

@@ -182,6 +182,7 @@ void CQmLogTextCtrl::RefreshRows()
 // An operation of the session answered `done` and moved `delta` rows at `row`.
 bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
 {
+    m_leftFolded = change.leftFolded;
     if (change.delta != 0)
     {
         m_rows->searched.Clear();
@@ -213,6 +214,11 @@ bool CQmLogTextCtrl::ExpandAll(int row)
     logview::RowChange change;
     const bool done = m_rows->session.ExpandAll(row, change);
     return Change(done, change);
+}
+
+int CQmLogTextCtrl::GetLeftFolded() const
+{
+    return m_leftFolded;
 }
 
 bool CQmLogTextCtrl::Collapse(int row)
@@ -249,6 +255,7 @@ bool CQmLogTextCtrl::Reveal(int file, unsigned long fileRow)
         return false;
     const int row =
         m_rows->session.Reveal({static_cast<std::uint32_t>(file), static_cast<std::uint32_t>(fileRow)});
+    m_leftFolded = 0;
     m_rows->searched.Clear();
     OnRowsChanged();
     if (row == logview::LogSession::kNoRow)
@@ -358,14 +365,8 @@ int CQmLogTextCtrl::GetRowColumnCount(int row)
 
 void CQmLogTextCtrl::GetRowCells(int row, VkGrafic::TextCells& cells)
 {
-    const logview::CachedRow* cached = m_rows->cache.Get(row);
     logview::RowCache alone(m_rows->source);
-    if (!cached)
-    {
-        alone.Prepare(m_rows->session, row, 1);
-        cached = alone.Get(row);
-    }
-    if (cached)
+    if (const logview::CachedRow* const cached = m_rows->GetRow(row, alone))
         cells.Take(cached->text.data(), cached->text.size());
 }
 

@@ -1,144 +1,187 @@
 // What the log text window offers to menus and keys.
 #include "QmLogTextCtrl.h"
+#include "QmLogTextCtrlEntries.h"
 #include "logview/SessionStart.h"
-#include "qmcommon/QmEntry.h"
 #include "qmtextctrl/QmTextCtrlEntries.h"
 
-namespace
+CQmLogTextCtrlEntry::CQmLogTextCtrlEntry(CQmLogTextCtrl* textCtrl, unsigned key, unsigned modifiers)
+    : CQmEntryShortcut(key, modifiers), m_textCtrl(textCtrl)
 {
+}
 
-// "Collapse" or "Expand" for the caret row; hidden where there is nothing to fold.
-class CQmLogTextCtrlEntrySwitch : public CQmEntryShortcut
+CQmLogTextCtrlEntrySwitch::CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl* textCtrl)
+    : CQmLogTextCtrlEntry(textCtrl, VK_SPACE, 0)
 {
-public:
-    explicit CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_SPACE, 0), m_text(text) {}
-    void Execute() override { m_text.Switch(m_text.GetCaretRow()); }
-    const char* GetCaption() override { return FoldCaption("Collapse", "Expand"); }
+}
 
-protected:
-    CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl& text, unsigned key) : CQmEntryShortcut(key, 0), m_text(text) {}
-
-    const char* FoldCaption(const char* unfolded, const char* folded)
-    {
-        bool expanded = false;
-        if (!m_text.GetExpanded(m_text.GetCaretRow(), expanded))
-            return nullptr;
-        return expanded ? unfolded : folded;
-    }
-
-    CQmLogTextCtrl& m_text;
-};
-
-class CQmLogTextCtrlEntrySwitchAll : public CQmLogTextCtrlEntrySwitch
+CQmLogTextCtrlEntrySwitch::CQmLogTextCtrlEntrySwitch(CQmLogTextCtrl* textCtrl, unsigned key)
+    : CQmLogTextCtrlEntry(textCtrl, key, 0)
 {
-public:
-    explicit CQmLogTextCtrlEntrySwitchAll(CQmLogTextCtrl& text) : CQmLogTextCtrlEntrySwitch(text, VK_RETURN)
-    {
-    }
-    void Execute() override { m_text.SwitchAll(m_text.GetCaretRow()); }
-    const char* GetCaption() override { return FoldCaption("Collapse All", "Expand All"); }
-};
+}
 
-class CQmLogTextCtrlEntryFollow : public CQmEntry
+void CQmLogTextCtrlEntrySwitch::Execute()
 {
-public:
-    explicit CQmLogTextCtrlEntryFollow(CQmLogTextCtrl& text) : m_text(text) {}
-    void Execute() override { m_text.SetFollow(!m_text.GetFollow()); }
-    const char* GetCaption() override { return "&Follow Mode"; }
-    bool IsChecked() override { return m_text.GetFollow(); }
+    m_textCtrl->Switch(m_textCtrl->GetCaretRow());
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-};
-
-class CEntryGoUp : public CQmEntryShortcut
+const char* CQmLogTextCtrlEntrySwitch::GetCaption()
 {
-public:
-    explicit CEntryGoUp(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_UP, kQmAlt), m_text(text) {}
-    void Execute() override { m_text.GoToError(false); }
-    const char* GetCaption() override { return "Go to Previous Error"; }
+    return FoldCaption("Collapse", "Expand");
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-};
-
-class CEntryGoDown : public CQmEntryShortcut
+const char* CQmLogTextCtrlEntrySwitch::FoldCaption(const char* unfolded, const char* folded)
 {
-public:
-    explicit CEntryGoDown(CQmLogTextCtrl& text) : CQmEntryShortcut(VK_DOWN, kQmAlt), m_text(text) {}
-    void Execute() override { m_text.GoToError(true); }
-    const char* GetCaption() override { return "Go to Next Error"; }
+    bool expanded = false;
+    if (!m_textCtrl->GetExpanded(m_textCtrl->GetCaretRow(), expanded))
+        return nullptr;
+    return expanded ? unfolded : folded;
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-};
-
-class CQmLogTextCtrlEntryCopy : public CQmEntryShortcut
+CQmLogTextCtrlEntrySwitchAll::CQmLogTextCtrlEntrySwitchAll(CQmLogTextCtrl* textCtrl)
+    : CQmLogTextCtrlEntrySwitch(textCtrl, VK_RETURN)
 {
-public:
-    explicit CQmLogTextCtrlEntryCopy(CQmLogTextCtrl& text) : CQmEntryShortcut('C', kQmControl), m_text(text)
-    {
-    }
-    void Execute() override { m_text.Copy(); }
-    const char* GetCaption() override { return "&Copy"; }
-    const char* GetImage() override { return "Copy"; }
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-};
-
-class CEntryTest : public CQmEntry
+void CQmLogTextCtrlEntrySwitchAll::Execute()
 {
-public:
-    explicit CEntryTest(CQmLogTextCtrl& text) : m_text(text) {}
-    void Execute() override { m_text.WriteTest(); }
-    const char* GetCaption() override { return "Test [DEBUG]"; }
+    m_textCtrl->SwitchAll(m_textCtrl->GetCaretRow());
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-};
-
-// Alt and the digit of a log.
-class CQmLogTextCtrlEntryBrowse : public CQmEntryShortcut
+const char* CQmLogTextCtrlEntrySwitchAll::GetCaption()
 {
-public:
-    CQmLogTextCtrlEntryBrowse(CQmLogTextCtrl& text, int file)
-        : CQmEntryShortcut(file < 9 ? static_cast<unsigned>('1' + file) : 0, kQmAlt), m_text(text),
-          m_file(file)
-    {
-    }
-    void Execute() override { m_text.Browse(m_file); }
-    const char* GetCaption() override { return CQmLogTextCtrl::GetFilePath(m_file); }
-    bool IsChecked() override { return m_text.GetFilePathIndex() == m_file; }
+    return FoldCaption("Collapse All", "Expand All");
+}
 
-private:
-    CQmLogTextCtrl& m_text;
-    int m_file;
-};
+CQmLogTextCtrlEntryFollow::CQmLogTextCtrlEntryFollow(CQmLogTextCtrl* textCtrl)
+    : CQmLogTextCtrlEntry(textCtrl, 0, 0)
+{
+}
 
-} // namespace
+void CQmLogTextCtrlEntryFollow::Execute()
+{
+    m_textCtrl->SetFollow(!m_textCtrl->GetFollow());
+}
+
+const char* CQmLogTextCtrlEntryFollow::GetCaption()
+{
+    return "&Follow Mode";
+}
+
+bool CQmLogTextCtrlEntryFollow::IsChecked()
+{
+    return m_textCtrl->GetFollow();
+}
+
+CEntryGoUp::CEntryGoUp(CQmLogTextCtrl* textCtrl) : CQmLogTextCtrlEntry(textCtrl, VK_UP, kQmAlt) {}
+
+void CEntryGoUp::Execute()
+{
+    m_textCtrl->GoToError(false);
+}
+
+const char* CEntryGoUp::GetCaption()
+{
+    return "Go to Previous Error";
+}
+
+CEntryGoDown::CEntryGoDown(CQmLogTextCtrl* textCtrl) : CQmLogTextCtrlEntry(textCtrl, VK_DOWN, kQmAlt) {}
+
+void CEntryGoDown::Execute()
+{
+    m_textCtrl->GoToError(true);
+}
+
+const char* CEntryGoDown::GetCaption()
+{
+    return "Go to Next Error";
+}
+
+CQmLogTextCtrlEntryCopy::CQmLogTextCtrlEntryCopy(CQmLogTextCtrl* textCtrl)
+    : CQmLogTextCtrlEntry(textCtrl, 'C', kQmControl)
+{
+}
+
+void CQmLogTextCtrlEntryCopy::Execute()
+{
+    m_textCtrl->Copy();
+}
+
+const char* CQmLogTextCtrlEntryCopy::GetCaption()
+{
+    return "&Copy";
+}
+
+const char* CQmLogTextCtrlEntryCopy::GetImage()
+{
+    return "Copy";
+}
+
+CEntryTest::CEntryTest(CQmLogTextCtrl* textCtrl) : CQmLogTextCtrlEntry(textCtrl, 0, 0) {}
+
+void CEntryTest::Execute()
+{
+    m_textCtrl->WriteTest();
+}
+
+const char* CEntryTest::GetCaption()
+{
+    return "Test [DEBUG]";
+}
+
+CQmLogTextCtrlEntryBrowse::CQmLogTextCtrlEntryBrowse(CQmLogTextCtrl* textCtrl, int file)
+    : CQmLogTextCtrlEntry(textCtrl, file < 9 ? static_cast<unsigned>('1' + file) : 0, kQmAlt), m_file(file)
+{
+}
+
+void CQmLogTextCtrlEntryBrowse::Execute()
+{
+    m_textCtrl->Browse(m_file);
+}
+
+const char* CQmLogTextCtrlEntryBrowse::GetCaption()
+{
+    return CQmLogTextCtrl::GetFilePath(m_file);
+}
+
+bool CQmLogTextCtrlEntryBrowse::IsChecked()
+{
+    return m_textCtrl->GetFilePathIndex() == m_file;
+}
 
 void CQmLogTextCtrl::Scan(IQmCommand& collector)
 {
-    collector.Add(std::make_unique<CQmLogTextCtrlEntrySwitch>(*this));
-    collector.Add(std::make_unique<CQmLogTextCtrlEntrySwitchAll>(*this));
-    collector.Add(std::make_unique<CQmLogTextCtrlEntryFollow>(*this));
+    if (m_commands)
+        m_commands->Scan(collector);
+    else
+        ScanOwn(collector);
+    if (!m_moreCommands)
+        return;
     collector.AddSeparator();
-    collector.Add(std::make_unique<CEntryGoUp>(*this));
-    collector.Add(std::make_unique<CEntryGoDown>(*this));
+    m_moreCommands->Scan(collector);
+}
+
+void CQmLogTextCtrl::ScanOwn(IQmCommand& collector)
+{
+    collector.Add(std::make_unique<CQmLogTextCtrlEntrySwitch>(this));
+    collector.Add(std::make_unique<CQmLogTextCtrlEntrySwitchAll>(this));
+    collector.Add(std::make_unique<CQmLogTextCtrlEntryFollow>(this));
+    collector.AddSeparator();
+    collector.Add(std::make_unique<CEntryGoUp>(this));
+    collector.Add(std::make_unique<CEntryGoDown>(this));
     collector.AddSeparator();
     collector.Add(std::make_unique<CQmTextCtrlEntryFindInput>(this));
     collector.Add(std::make_unique<CQmTextCtrlEntryFindNext>(this));
     collector.Add(std::make_unique<CQmTextCtrlEntryFindPrevious>(this));
     collector.AddSeparator();
     collector.Add(std::make_unique<CQmTextCtrlEntrySelectAll>(this));
-    collector.Add(std::make_unique<CQmLogTextCtrlEntryCopy>(*this));
+    collector.Add(std::make_unique<CQmLogTextCtrlEntryCopy>(this));
     collector.AddSeparator();
-    collector.Add(std::make_unique<CEntryTest>(*this));
-    if (!m_moreCommands)
-        return;
-    collector.AddSeparator();
-    m_moreCommands->Scan(collector);
+    collector.Add(std::make_unique<CEntryTest>(this));
+}
+
+void CQmLogTextCtrl::SetCommands(IQmHandler* commands)
+{
+    m_commands = commands;
 }
 
 void CQmLogTextCtrl::SetMoreCommands(IQmHandler* commands)
@@ -149,7 +192,7 @@ void CQmLogTextCtrl::SetMoreCommands(IQmHandler* commands)
 void CQmLogTextCtrl::ScanFilePath(IQmCommand& collector)
 {
     for (int file = 0; file < GetFilePathCount(); ++file)
-        collector.Add(std::make_unique<CQmLogTextCtrlEntryBrowse>(*this, file));
+        collector.Add(std::make_unique<CQmLogTextCtrlEntryBrowse>(this, file));
 }
 
 void CQmLogTextCtrl::WriteTest()

@@ -86,7 +86,8 @@ void CQmLogTextCtrl::PrepareRows(int first, int count)
 
 void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 {
-    const logview::CachedRow* const shown = m_rows->cache.Get(row);
+    logview::RowCache alone(m_rows->source);
+    const logview::CachedRow* const shown = m_rows->GetRow(row, alone);
     if (!shown || !shown->readable)
         return;
 
@@ -106,7 +107,7 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
     const bool atCaret = row == GetCaretRow();
     if (atCaret)
         DrawCaretMark(dc, margin, y);
-    if (shown->foldable)
+    if (shown->marked)
         DrawFoldMark(dc, margin, y, atCaret, shown->expanded);
 }
 

@@ -42,7 +42,8 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
     m_rows.resize(static_cast<std::size_t>(count) + 1);
     m_slices.resize(m_rows.size());
     for (std::size_t i = 0; i < m_rows.size(); ++i)
-        m_rows[i].place = session.Translate(std::int64_t{m_first} + static_cast<std::int64_t>(i));
+        m_rows[i].place =
+            session.Translate(std::int64_t{m_first} + static_cast<std::int64_t>(i), m_rows[i].depth);
 
     Order order(m_rows.size());
     std::iota(order.begin(), order.end(), 0u);
@@ -72,6 +73,7 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
             row.text = row.text.substr(0, ZEMA::WholeCharacters(row.text.data(), row.text.size()));
         row.foldable = row.readable && next.readable &&
                        IsFoldable({row.place, row.record}, {next.place, next.record}, row.expanded);
+        row.marked = row.foldable && (row.expanded || row.depth < CQmLogBranch::kMaxDepth);
     }
 }
 

@@ -22,6 +22,8 @@ struct CachedRow
     bool readable = false;    // else there is nothing to draw, and the row is empty
     bool foldable = false;
     bool expanded = false;
+    bool marked = false; // foldable, and not too deep within other stretches to be unfolded
+    int depth = 0;       // stretches that it lies in
 };
 
 // Rows of one log that lie close to each other are read with one read of records, and their text with one

@@ -22,6 +22,15 @@ struct ShownRows
     LogSession session{source};
     RowCache cache{source};
     RowCache searched{source};
+
+    // A row of the paint in progress, else one that is read into `alone`; null if there is none.
+    const CachedRow* GetRow(int row, RowCache& alone) const
+    {
+        if (const CachedRow* const cached = cache.Get(row))
+            return cached;
+        alone.Prepare(session, row, 1);
+        return alone.Get(row);
+    }
 };
 
 } // namespace logview

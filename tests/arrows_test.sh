@@ -55,12 +55,12 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
 
 # The exported headers of the log files are free of windows, and those of the report control know no logs.
 logs='QmLog(Api|C|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
-logWindows='QmHandler\.h|QmLog(TextCtrl|Browser)\.h'
+logWindows='QmHandler\.h|QmLog(TextCtrl|TextCtrlEntries|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
-includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|Browser|State|Watch).h
+includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|TextCtrlEntries|Browser|State|Watch).h
 includes_only 'QmLogApi\.h|zemacore/String\.h' include/LogMsg.h include/LogViewer.h
 includes_only 'QmLogApi\.h|LogMsg\.h|wintypes\.h' include/QmLogState.h
-includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,Browser}.h
+includes_only "$logs|$logWindows|$framework|$common" include/QmHandler.h include/QmLog{TextCtrl,TextCtrlEntries,Browser}.h
 includes_only "QmLogApi\.h|Report\w+\.h|wintypes\.h|zemacore/String\.h|$framework" include/Report!(CtrlLog).h
 messages='(LogMsg|LogViewer|QmHandler|ReportCtrl)\.h'
 includes_only "QmLogApi\.h|$messages" include/{ReportCtrlLog,QmLogWatch}.h

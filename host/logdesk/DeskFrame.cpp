@@ -1,10 +1,13 @@
 #include "logdesk/DeskFrame.h"
 
 #include "QmLogState.h"
+#include "logdesk/NumberText.h"
 #include "logdesk/Resource.h"
 #include "vkgrafic/Display.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
+#include <array>
 #include <shellapi.h>
 
 namespace logdesk
@@ -147,6 +150,7 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     if (!m_status.Create(this, kStatusId))
         return -1;
     m_menuDrawer.Attach(*this);
+    UseSystemNumbers();
     PrepareMessages();
     UseResolution();
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
@@ -370,6 +374,22 @@ void DeskFrame::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
     SendMessageToDescendants(WM_SETTINGCHANGE, flags, reinterpret_cast<LPARAM>(section));
+    UseSystemNumbers();
+}
+
+void DeskFrame::UseSystemNumbers()
+{
+    const auto read = [](LCTYPE type, std::string& text) {
+        std::array<wchar_t, 20> wide = {};
+        const int size =
+            ::GetLocaleInfoW(LOCALE_USER_DEFAULT, type, wide.data(), static_cast<int>(wide.size()));
+        if (size > 0)
+            ZEMA::FromWide(wide.data(), static_cast<std::size_t>(size) - 1, text);
+    };
+    DigitGrouping grouping;
+    read(LOCALE_STHOUSAND, grouping.separator);
+    read(LOCALE_SGROUPING, grouping.sizes);
+    SetDigitGrouping(grouping);
 }
 
 } // namespace logdesk

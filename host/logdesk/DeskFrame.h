@@ -87,6 +87,7 @@ private:
     // Layout and focus
     void PrepareMessages();
     void UseResolution();
+    static void UseSystemNumbers();
     void LayOut();
     int GetPanesTop();
     void MoveSplitter(int top);

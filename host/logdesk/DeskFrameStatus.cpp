@@ -101,6 +101,8 @@ StatusTexts DeskFrame::ReadStatus()
     {
         view = ReadView();
         texts.place = CaretText(view);
+        if (const int folded = GetTextCtrl().GetLeftFolded(); folded > 0)
+            texts.session = LeftFoldedText(folded);
         texts.rows = RowsText(view);
     }
     else

@@ -1,5 +1,7 @@
 #include "logdesk/DeskText.h"
 
+#include "logdesk/NumberText.h"
+
 namespace logdesk
 {
 
@@ -54,7 +56,7 @@ std::string SessionText(SessionState session, const FolderState& folder)
 
 std::string RowsText(const ViewState& view)
 {
-    return std::to_string(view.rows) + (view.rows == 1 ? " row" : " rows");
+    return CountText(static_cast<std::uint64_t>(view.rows), "row");
 }
 
 std::string CaretText(const ViewState& view)
@@ -63,6 +65,12 @@ std::string CaretText(const ViewState& view)
         return "";
     return "Row " + std::to_string(view.caretRow + 1) + ": " + view.log + ", number " +
            std::to_string(view.number);
+}
+
+std::string LeftFoldedText(int rows)
+{
+    return "\"Expand All\" has ended early: up to " + CountText(static_cast<std::uint64_t>(rows), "row") +
+           " may be folded";
 }
 
 std::string FollowText(const ViewState& view)

@@ -43,6 +43,7 @@ std::string FileTitleText(const std::string& file); // while a file's messages a
 std::string SessionText(SessionState session, const FolderState& folder);
 std::string RowsText(const ViewState& view);
 std::string CaretText(const ViewState& view);
+std::string LeftFoldedText(int rows); // after "Expand All"
 std::string FollowText(const ViewState& view);
 
 } // namespace logdesk

@@ -22,9 +22,6 @@ struct MessageState
     bool operator==(const MessageState&) const = default;
 };
 
-// "1 row", "1,204 rows".
-std::string CountText(std::uint32_t count, const char* what);
-
 // "1,200 of 5,000, filtered", "5,000 messages", "Sorting 42 %".
 std::string MessagesText(const MessageState& state);
 

@@ -1,6 +1,7 @@
 #include "logdesk/Notices.h"
 
 #include "logdesk/KeptSessions.h"
+#include "logdesk/NumberText.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,12 +11,6 @@ namespace logdesk
 
 namespace
 {
-
-// "1 row", "12 rows".
-std::string Rows(unsigned long count)
-{
-    return std::to_string(count) + (count == 1 ? " row" : " rows");
-}
 
 // "Main, Run and SQL"; of many the first ones.
 std::string List(const std::vector<std::string>& names)
@@ -49,7 +44,7 @@ std::string WithoutMain(const FolderState& state)
     std::vector<std::string> others;
     for (const LogCounts& log : state.logs)
         if (log.rows > 0)
-            others.push_back(log.name + " (" + Rows(log.rows) + ")");
+            others.push_back(log.name + " (" + CountText(log.rows, "row") + ")");
     return "Main has no rows, and the log text shows those of other logs only among Main's: " + List(others) +
            ". The messages show them";
 }
@@ -59,7 +54,7 @@ std::string BeforeMain(const FolderState& state)
     std::vector<std::string> logs;
     for (const LogCounts& log : state.logs)
         if (log.before > 0)
-            logs.push_back(Rows(log.before) + " of " + log.name);
+            logs.push_back(CountText(log.before, "row") + " of " + log.name);
     return "Not in the log text, because they are older than the first row of Main: " + List(logs) +
            ". The messages show them";
 }
@@ -141,7 +136,7 @@ std::string AfterText(const FolderState& state)
     unsigned long rows = 0;
     for (const LogCounts& log : state.logs)
         rows += state.logs.front().rows > 0 ? log.after : 0;
-    return rows == 0 ? "" : Rows(rows) + " after Main's last unfold when Main goes on";
+    return rows == 0 ? "" : CountText(rows, "row") + " after Main's last unfold when Main goes on";
 }
 
 } // namespace logdesk

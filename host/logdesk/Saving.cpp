@@ -1,6 +1,6 @@
 #include "logdesk/Saving.h"
 
-#include "logdesk/MessageText.h"
+#include "logdesk/NumberText.h"
 
 namespace logdesk
 {

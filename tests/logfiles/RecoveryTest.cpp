@@ -131,7 +131,7 @@ template <typename Visit> void ForEachFault(const std::vector<std::string>& call
     }
 }
 
-std::string Describe(const ZEMA::ScriptedFault& fault)
+std::string DescribeFault(const ZEMA::ScriptedFault& fault)
 {
     return "fault " + std::to_string(static_cast<int>(fault.fault)) + (fault.forever ? " for ever" : "") +
            " at call " + std::to_string(fault.call);
@@ -149,7 +149,7 @@ TEST(Recovery, MayItselfBeKilledOrFailAtAnyCall)
             const Process first(plain, "first", fault);
             if (first.After().isReported)
                 continue;
-            EXPECT_EQ("", first.Damage()) << "first: " << Describe(fault);
+            EXPECT_EQ("", first.Damage()) << "first: " << DescribeFault(fault);
             if (states.insert(first.After().files).second && (IsLongRun() || first.IsUnfinished()))
                 starts.push_back(first.After());
         }
@@ -169,10 +169,10 @@ TEST(Recovery, MayItselfBeKilledOrFailAtAnyCall)
             const Aftermath left = second->After();
             if (left.isReported)
                 return;
-            EXPECT_EQ("", second->Damage()) << "second: " << Describe(fault);
+            EXPECT_EQ("", second->Damage()) << "second: " << DescribeFault(fault);
             second.reset();
             const Process third(left, "third", kNoFault);
-            EXPECT_EQ("", third.Damage()) << "third, after " << Describe(fault);
+            EXPECT_EQ("", third.Damage()) << "third, after " << DescribeFault(fault);
             EXPECT_FALSE(third.After().isReported);
             ++recoveries;
         });

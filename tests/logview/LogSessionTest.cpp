@@ -244,6 +244,109 @@ TEST(LogSession, FindsNumbersNeighboursErrorsAndBlocks)
     }
 }
 
+// M1 R2 Q3 M4 Q5 and so on: each stretch goes on beyond the rows around it, where the next one begins.
+std::string DeepRows(std::size_t count)
+{
+    std::string letters;
+    while (letters.size() < count)
+        letters += "MRQMQ";
+    return letters.substr(0, count);
+}
+
+// Whether a row has a mark, and there is something to unfold: nothing comes after the last number.
+bool IsFolded(const LogSession& session, int row, std::uint32_t lastNumber)
+{
+    bool expanded = false;
+    CQmLogRow record;
+    return session.ReadExpanded(row, expanded) && !expanded && session.ReadStyle(row, record) &&
+           record.time < lastNumber;
+}
+
+TEST(LogSession, UnfoldsWhateverNestsWithoutDamageOrTellsOfIt)
+{
+    LogRows logs;
+    logs.AddAll(DeepRows(217));
+    LogSession session(logs);
+    LiteralView literal(logs);
+    session.Refresh(0);
+    literal.Refresh();
+    RowChange change;
+    int deepest = 0;
+    for (int row = 0; row < session.RowCount(); ++row)
+    {
+        EXPECT_EQ(literal.Expand(static_cast<std::uint32_t>(row)), session.Expand(row, change));
+        EXPECT_FALSE(IsFolded(session, row, logs.time)) << row;
+        int depth = 0;
+        session.Translate(row, depth);
+        deepest = std::max(deepest, depth);
+    }
+    EXPECT_TRUE(deepest == 130 && session.RowCount() == 4903);
+    ExpectSame(session, literal);
+
+    for (const auto& [count, isAll] : {std::pair{500, false}, {120, true}})
+    {
+        LogRows other;
+        std::string letters = DeepRows(static_cast<std::size_t>(count));
+        std::replace(letters.begin(), letters.end(), 'M', 'O'); // all of it unfolds at one row
+        other.AddAll('M' + letters + 'M');
+        LogSession walked(other);
+        walked.Refresh(0);
+        const int before = walked.RowCount();
+        EXPECT_TRUE(walked.ExpandAll(0, change));
+        int folded = 0;
+        for (int row = 0; row < walked.RowCount() - before + 1; ++row)
+            folded += IsFolded(walked, row, other.time);
+        EXPECT_LE(change.delta, 16 * static_cast<int>(other.time) + 1024);
+        EXPECT_EQ(isAll, change.leftFolded == 0) << change.leftFolded;
+        EXPECT_EQ(isAll, folded == 0);
+        EXPECT_LE(folded, change.leftFolded);
+    }
+}
+
+TEST(LogSession, MarksNoRowThatLiesTooDeepToBeUnfolded)
+{
+    LogRows logs;
+    logs.AddAll(DeepRows(7000));
+    LogSession session(logs);
+    session.Refresh(0);
+    RowChange change;
+    int row = 0;
+    int depth = 0;
+    bool expanded = true;
+    for (; depth < CQmLogBranch::kMaxDepth || !session.ReadExpanded(row, expanded) || expanded; ++row)
+    {
+        if (depth < CQmLogBranch::kMaxDepth)
+            session.Expand(row, change);
+        session.Translate(row + 1, depth);
+        ASSERT_LT(row, 20'000);
+    }
+    EXPECT_FALSE(session.Expand(row, change));
+    EXPECT_TRUE(change.delta == 0 && !session.ExpandAll(row, change) && change.leftFolded == 1);
+    RowCache cache(logs);
+    cache.Prepare(session, row, 1);
+    EXPECT_TRUE(cache.Get(row)->foldable && !cache.Get(row)->marked);
+    cache.Prepare(session, session.RowCount() - 3, 2);
+    EXPECT_TRUE(cache.Get(session.RowCount() - 3)->marked) << "folded, but not deep";
+    logs.rows[3].pop_back();
+    session.Refresh(0);
+    session.Translate(row, depth);
+    EXPECT_EQ(CQmLogBranch::kMaxDepth, depth) << "unfolded anew";
+}
+
+TEST(LogSession, GoesWithoutAStackFrameForEachLevel)
+{
+    CQmLogBranch root;
+    for (std::uint32_t level = 200'000; level > 0; --level)
+    {
+        CQmLogBranch around({0, 0}, 1, level);
+        ASSERT_TRUE(around.Insert(0, std::move(root)));
+        root = std::move(around);
+    }
+    int depth = 0;
+    root.Translate(100'000, depth);
+    EXPECT_EQ(100'000, depth);
+}
+
 // "Main" counts so many rows that only a few more can be shown.
 TEST(LogSession, UnfoldsAsLongAsThereIsRoom)
 {

@@ -2,6 +2,7 @@
 
 #include "QmLogBrowser.h"
 #include "QmLogReader.h"
+#include "QmLogTextCtrlEntries.h"
 #include "QmLogWriter.h"
 #include "qmcommon/QmCommandList.h"
 #include "tests/support/Keys.h"
@@ -375,6 +376,77 @@ TEST_F(LogTextTest, OffersItsCommandsInOrder)
     CQmCommandList files;
     text.ScanFilePath(files);
     EXPECT_EQ("Main 49 16\nRun 50 16\nSource 51 16 on\nSQL 52 16\nService 53 16\n", describe(files));
+}
+
+// Hosts make lists of their own of the commands, which bring their keys with them.
+TEST_F(LogTextTest, OffersAHostsListInPlaceOfItsOwn)
+{
+    class List : public IQmHandler
+    {
+    public:
+        explicit List(CQmLogTextCtrl& text) : m_text(text) {}
+        void Scan(IQmCommand& collector) override
+        {
+            collector.Add(std::make_unique<CQmLogTextCtrlEntrySwitch>(&m_text));
+        }
+
+    private:
+        CQmLogTextCtrl& m_text;
+    };
+    OpenSample();
+    const int rows = text.GetRowCount();
+    text.Focus(FoldedRow(), 0, false);
+    List list(text);
+    text.SetCommands(&list);
+    CQmCommandList offered;
+    browser.Scan(offered);
+    ASSERT_EQ(1u, offered.GetEntries().size());
+    EXPECT_STREQ("Expand", offered.GetEntries()[0]->GetCaption());
+    Press(VK_RETURN); // is not among them
+    EXPECT_EQ(rows, text.GetRowCount());
+    Press(VK_SPACE);
+    EXPECT_LT(rows, text.GetRowCount());
+    text.SetCommands(nullptr);
+    Press(VK_RETURN);
+    EXPECT_EQ(rows, text.GetRowCount());
+}
+
+// Rows that other logs hide can be many times the rows there are.
+TEST_F(LogTextTest, TellsHowMuchIsLeftFolded)
+{
+    Open();
+    text.SetFollow(false);
+    const int header = text.GetRowCount() - 1;
+    for (int i = 0; i < 100; ++i)
+        for (const int file : {2, 1, 3, 2, 3})
+            QmLogWriterDefine(CQmLogTextCtrl::GetFilePath(file)).Write("\nx");
+    QmLogWriterDefine("Main").Write("\nend");
+    Tick();
+    EXPECT_TRUE(text.ExpandAll(header));
+    EXPECT_LT(0, text.GetLeftFolded());
+    EXPECT_TRUE(text.Collapse(header));
+    EXPECT_EQ(0, text.GetLeftFolded());
+    EXPECT_TRUE(text.Expand(header));
+    EXPECT_TRUE(text.ExpandAll(text.GetRowCount() - 10));
+    EXPECT_EQ(0, text.GetLeftFolded());
+}
+
+TEST_F(LogTextTest, DrawsARowByItself)
+{
+    OpenSample();
+    text.UpdateWindow();
+    CClientDC dc(&text);
+    for (const int row : {3, text.GetRowCount() - 1})
+    {
+        const CRect white(0, 0, 600, text.GetRowHeight());
+        dc.FillSolidRect(white, RGB(255, 255, 255));
+        text.DrawRow(dc, text.GetRowLeft(row), 0, row);
+        bool isDrawn = false;
+        for (int x = text.GetRowLeft(row); x < 200; ++x)
+            for (int y = 0; y < text.GetRowHeight(); ++y)
+                isDrawn |= dc.GetPixel(x, y) != RGB(255, 255, 255);
+        EXPECT_TRUE(isDrawn) << row;
+    }
 }
 
 TEST_F(LogTextTest, CopiesAndFinds)

@@ -8,6 +8,10 @@
 // when there is no log folder or the result does not fit.
 QMLOG_API bool QmLogMakeFilePath(const char* name, char* path);
 
+// Whether failures are told in "QmLog.LOG" of the log folder, as they are by default. A program that only
+// looks at the logs of others turns that off, and writes nothing there then. Any thread.
+QMLOG_API void QmLogTellErrors(bool tell);
+
 // The last sequence number given out in the log folder; 0 on a fresh folder and when it cannot be read.
 // Creates "Log.DAT" when missing and waits for its lock.
 QMLOG_API int QmLogGlobalTimeGet();

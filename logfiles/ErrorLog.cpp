@@ -6,6 +6,7 @@
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
+#include <atomic>
 #include <ctime>
 #include <mutex>
 #include <new>
@@ -18,6 +19,8 @@ namespace
 
 // Plain characters: nothing has to be destroyed when a thread ends or the library is unloaded.
 thread_local char lastReport[kReportSize];
+
+std::atomic<bool> isTold = true; // in the file
 
 void Remember(const std::string& message, const std::string& reason)
 {
@@ -85,7 +88,8 @@ bool Report(const char* message)
     {
         const std::string reason = error != ERROR_SUCCESS ? ZEMA::FileCalls().ErrorText(error) : "";
         Remember(message, reason);
-        Append(EntryText(message, reason));
+        if (isTold)
+            Append(EntryText(message, reason));
     }
     catch (const std::bad_alloc&)
     {
@@ -140,3 +144,8 @@ void ForgetLastReport()
 }
 
 } // namespace logfiles
+
+void QmLogTellErrors(bool tell)
+{
+    logfiles::isTold = tell;
+}

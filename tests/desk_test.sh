@@ -16,7 +16,7 @@ fi
 . "$root/tools/wine-env.sh"
 
 work=$(mktemp -d)
-trap 'kill "${desk-}" 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'kill "${desk-}" 2>/dev/null || true; umount "$work/only-read" 2>/dev/null || true; rm -rf "$work"' EXIT
 QM_PROFILE=$(windows_path "$work/Profile.ini")
 export QM_PROFILE
 session="$work/Größe 日志 Журнал"
@@ -73,6 +73,8 @@ until_copied() {
     keys ctrl+c
     until_true is_copied "$1" || fail "copied: $copied"
 }
+
+is_nowhere() { [[ -z $(probe) ]]; }
 
 gone() { ! xdotool search --onlyvisible --name "$1" >/dev/null; }
 
@@ -142,8 +144,8 @@ keys Down ctrl+Return
 until_shown '^pane: Rows:7 . Selected:1 . Current:3$'
 keys Home alt+Down
 until_shown '^pane: Rows:7 . Selected:1 . Current:5$'
-keys shift+F6 alt+i f # what was shown is not followed any more
-until_shown '^pane: Following$'
+keys shift+F6
+until_shown '^pane: Following$' # the rows that were shown are all in sight
 
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
 
@@ -151,12 +153,15 @@ echo "Another program writes: the rows come, and the last one into view"
 printf '%s\n' {1..60} | logtool write Main
 until_shown '^pane: 67 rows'
 
-echo "The menu, by mouse and keys: following pauses while scrolled up"
+echo "Following pauses while scrolled up, unless the menu says otherwise, by mouse and keys"
 until_shown '^pane: Following$'
-click 15 -12 1 ToolbarWindow32
-keys Right Right Right Right p
 click 100 100 4
 until_shown '^pane: Following paused$'
+click 15 -12 1 ToolbarWindow32
+keys Right Right Right Right p
+until_shown '^pane: Following$'
+click 100 100 4
+until_shown '^pane: Following$'
 
 until_shown '^pane: 67 messages$'
 
@@ -183,13 +188,67 @@ until_shown '^QmLogWatch .* hidden$'
 leave
 grep -q '^ToolBar=0' "$work/Profile.ini" || fail "the tool bar is not remembered"
 sed -i 's/^ToolBar=0/ToolBar=1/' "$work/Profile.ini"
-grep -q '^FollowPauses=1' "$work/Profile.ini" || fail "the option is not remembered"
+grep -q '^FollowPauses=0' "$work/Profile.ini" || fail "the option is not remembered"
+sed -i 's/^FollowPauses=0/FollowPauses=1/' "$work/Profile.ini"
 
 echo "A file: the caret on its log's first row, unfolded as far as that needs"
 start "$(windows_path "$session/Run.ROW")"
 until_shown '^pane: Row 2: Run, number 2$'
 until_shown '^pane: Not following$'
 leave
+
+echo "A folder looked at in every way, and one that nobody can write into: nothing changes"
+only_read=$work/only-read
+mkdir "$only_read"
+may_mount=
+mount -t tmpfs tmpfs "$only_read" 2>/dev/null && may_mount=1
+find "$session" -maxdepth 1 -type f -exec cp -p {} "$only_read" \;
+mkdir "$only_read/SQL.ROW" # cannot be read
+listing_of() { find "$1" -printf '%P %s %t %m\n' | sort; }
+for writable in yes no; do
+    if [[ $writable == no ]]; then
+        chmod -R a-w "$only_read"
+        [[ -z $may_mount ]] || mount -o remount,ro "$only_read"
+    fi
+    before=$(listing_of "$only_read")
+    start "$(windows_path "$only_read")"
+    until_shown '^pane: 63 rows'
+    keys ctrl+Home space Return alt+Down ctrl+Down ctrl+Next ctrl+Return shift+F6 ctrl+a ctrl+c alt+1 alt+5
+    until_shown '^pane: 67 messages$'
+    leave
+    [[ $(listing_of "$only_read") == "$before" ]] || fail "looking has changed the folder"
+done
+[[ -z $may_mount ]] || umount "$only_read"
+rm -rf "$only_read"
+
+echo "Several windows: of the same session beside each other, of another one in its place; numbers in groups"
+start "$(windows_path "$session")"
+first=$(sed -n 's/^QmTextCtrl \([0-9]*\) .*/\1/p' <<<"$shown")
+keys ctrl+n
+is_beside() { is_shown '^QmTextCtrl ' && [[ $(sed -n 's/^QmTextCtrl \([0-9]*\) .*/\1/p' <<<"$shown") -gt $first ]]; }
+until_true is_beside || fail "no second window"
+until_shown '^msctls_statusbar32 .* visible$'
+keys alt+F4
+until_true is_shown "^QmTextCtrl $first " || fail "the second window stays"
+refocus
+keys alt+f w
+leave
+mkdir "$work/long"
+printf '%s\n' {1..1200} | wine "$bin/logtool.exe" --folder "$(windows_path "$work/long")" write Main
+wine reg add 'HKCU\Control Panel\International' /f /v sThousand /d "'" >/dev/null
+start "$(windows_path "$work/long")"
+until_shown "^pane: 1'200 rows$" # as the system's settings have it
+until_shown "^pane: 1'200 messages$"
+wine reg delete 'HKCU\Control Panel\International' /f /v sThousand >/dev/null
+keys alt+f Down Down Down Down Down Down Down Down Return # the session before this one
+until_shown '^title: .*Журнал - LogDesk$'
+until_shown '^msctls_statusbar32 .* visible$'
+until_true is_shown "^QmTextCtrl $first " || fail "not in the place of the other"
+until_true test ! -d "/proc/$desk" || fail "the other window stays"
+keys alt+f w
+keys alt+F4
+until_true is_nowhere || fail "the window stays"
+grep -q '^OpenHere=0' "$work/Profile.ini" || fail "the option is not remembered"
 
 echo "A text log: its messages, filtered, sorted, followed and never changed"
 text_log=$work/приложение.txt

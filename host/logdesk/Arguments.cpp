@@ -70,6 +70,7 @@ struct DeskLine
     commandline::CommandLine line{"LogDesk", "LogDesk --help"};
     bool version = false;
     bool start = false;
+    bool developer = false;
     std::optional<std::string> path;
     std::optional<std::string> open;
     std::optional<std::string> folder;
@@ -96,6 +97,9 @@ DeskLine::DeskLine()
         "--steps", "STEP,...", [this](const std::string& text) { steps = ReadSteps(text); }, kStepsHelp);
     line.AddNumber("--traffic", "N", traffic, "make up N messages a second, to try the window with",
                    kTrafficRange);
+    line.AddFlag(
+        "--developer", developer,
+        "offer what the window is tried with: \"Test [DEBUG]\" writes a sample session into the logs");
     line.AddFlag("--version", version, "show the version");
 }
 
@@ -111,6 +115,7 @@ Arguments DeskLine::Read() const
     ReadPath(arguments);
     arguments.version = version;
     arguments.start = start;
+    arguments.developer = developer;
     arguments.keep = static_cast<int>(keep.value_or(0));
     arguments.screenshot = screenshot.value_or("");
     arguments.steps = steps;

@@ -23,6 +23,7 @@ struct Arguments
     int keep = 0;              // earlier sessions to keep; 0 for keeping none, touching none
     std::string screenshot;    // the picture to write before ending; empty for none
     std::vector<Step> steps;   // to take before the picture
+    bool developer = false;    // offer what developers try the window with
     std::uint32_t traffic = 0; // messages to make up each second, for trying the window
 };
 

@@ -31,16 +31,15 @@ const UINT presentMessage = ::RegisterWindowMessage("QmPresentMessageId");
 
 LPCSTR RegisterFrameClass()
 {
-    const char* const name = "LogDeskFrame";
     WNDCLASS frame = {};
     frame.lpfnWndProc = ::DefWindowProc;
     frame.hInstance = AfxGetInstanceHandle();
     frame.hIcon = ::LoadIcon(frame.hInstance, MAKEINTRESOURCE(IDI_LOGDESK));
     frame.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
     frame.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1);
-    frame.lpszClassName = name;
+    frame.lpszClassName = kFrameClass;
     AfxRegisterClass(&frame);
-    return name;
+    return kFrameClass;
 }
 
 } // namespace
@@ -53,6 +52,7 @@ BEGIN_MESSAGE_MAP(DeskFrame, CWnd)
     ON_WM_SETFOCUS()
     ON_WM_SETTINGCHANGE()
     ON_MESSAGE(WM_DPICHANGED, &ThisClass::OnDpiChanged)
+    ON_MESSAGE(WM_GETMINMAXINFO, &ThisClass::OnGetMinMaxInfo)
     ON_WM_INITMENUPOPUP()
     ON_WM_TIMER()
     ON_MESSAGE(WM_DROPFILES, &ThisClass::OnDropFiles)
@@ -73,7 +73,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
       m_messages([this](IQmCommand& collector) { ScanMessages(collector); }, [this] { ClearErrors(); })
 {
     GetTextCtrl().SetStartSession(session == SessionState::Started);
-    GetTextCtrl().SetMoreCommands(&m_logTextCommands);
+    GetTextCtrl().SetCommands(&m_logTextCommands);
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)
@@ -84,6 +84,7 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOpti
     {
         m_options = ReadWindowOptions();
         m_recent = ReadRecentFiles();
+        m_recentSessions = ReadRecentSessions();
     }
     else
         m_options.place = *place;
@@ -131,7 +132,9 @@ void DeskFrame::ShowFrame(int show)
     ShowWindow(m_options.maximised && isUsual ? SW_SHOWMAXIMIZED : show);
     ShowWantedLog(); // in a window that has its size
     ShowSessionMessages();
-    if (!m_place.file.empty())
+    if (m_place.file.empty())
+        RememberSession(FolderName(m_place.folder), true);
+    else
         Open({m_place.file});
     UpdateWindow();
 }
@@ -263,6 +266,35 @@ void DeskFrame::LayOut()
     place(m_browser, heights.logText);
     place(m_splitter, heights.bar);
     place(m_messages.List(), heights.messages);
+}
+
+// In a smaller window the menu would take a second line, or texts and buttons would be cut.
+LRESULT DeskFrame::OnGetMinMaxInfo(WPARAM wParam, LPARAM sizes)
+{
+    const LRESULT result = CWnd::DefWindowProc(WM_GETMINMAXINFO, wParam, sizes);
+    if (!m_status.GetSafeHwnd())
+        return result; // the window is being made
+    CRect outer;
+    CRect client;
+    CRect status;
+    GetWindowRect(outer);
+    GetClientRect(client);
+    m_status.GetWindowRect(status);
+    int menuWidth = 0;
+    for (UINT i = 0; i < static_cast<UINT>(::GetMenuItemCount(::GetMenu(m_hWnd))); ++i)
+    {
+        CRect item;
+        ::GetMenuItemRect(m_hWnd, ::GetMenu(m_hWnd), i, &item);
+        menuWidth += item.Width();
+    }
+    const int pane = ::MulDiv(PaneSplit::kLeastHeight, VkGrafic::GetResolution(m_hWnd), 96);
+    const bool hasBoth = m_split.Shows(Pane::LogText) && m_split.Shows(Pane::Messages);
+    const int panes = hasBoth ? 2 * pane + PaneSplit::kBarHeight : pane;
+    POINT& least = reinterpret_cast<MINMAXINFO*>(sizes)->ptMinTrackSize;
+    least.x = outer.Width() - client.Width() +
+              std::max({menuWidth, m_tools.GetLeastWidth(), m_status.GetLeastWidth()});
+    least.y = outer.Height() - client.Height() + GetPanesTop() + panes + status.Height();
+    return result;
 }
 
 int DeskFrame::GetPanesTop()

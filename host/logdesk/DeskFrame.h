@@ -35,6 +35,9 @@ public:
     // that `place` names. Its folder is the log folder.
     DeskFrame(SessionPlace place, SessionState session);
 
+    // Before the window is made: whether the commands that developers try it with are among the others.
+    void OfferForDevelopers(bool offer) { m_forDevelopers = offer; }
+
     // Makes the hidden window; FALSE when that fails. With a place it goes there and forgets its own: for
     // pictures, which look the same whatever was remembered.
     BOOL CreateFrame(const std::optional<Place>& place, const MessageOptions& messages);
@@ -73,6 +76,7 @@ protected:
     afx_msg void OnSetFocus(CWnd* old);
     afx_msg void OnSettingChange(UINT flags, LPCSTR section);
     afx_msg LRESULT OnDpiChanged(WPARAM, LPARAM place);
+    afx_msg LRESULT OnGetMinMaxInfo(WPARAM, LPARAM sizes);
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg LRESULT OnDropFiles(WPARAM drop, LPARAM);
@@ -119,7 +123,7 @@ private:
     void ScanMessages(IQmCommand& collector); // beside the list's own
     void ScanMessageFilters(IQmCommand& collector);
     void FilterOnValue();
-    void ScanLogText(IQmCommand& collector); // beside the log text's own
+    void ScanLogText(IQmCommand& collector);
     void ScanHelp(IQmCommand& collector);
 
     // Files
@@ -131,8 +135,11 @@ private:
     void SaveMessages();
     bool MayLeave(); // the user may want to wait for what is being saved
     void TellSaved();
-    void StartAnother(const std::string& path);
+    void OpenNewWindow();
+    bool StartAnother(const std::string& path);
+    void LeaveFor(const std::string& session);
     void Remember(const std::string& path, bool isThere);
+    void RememberSession(const std::string& folder, bool isThere);
 
     SessionPlace m_place;
     SessionState m_session;
@@ -141,6 +148,8 @@ private:
     MessageOptions m_messageOptions;
     PaneSplit m_split;
     RecentFiles m_recent;
+    RecentFiles m_recentSessions;
+    bool m_forDevelopers = false;
     ToolBar m_tools;
     NoticeBar m_notices;
     CFont m_textFont; // of the log text, as high as the display wants it

@@ -96,15 +96,22 @@ bool DeskFrame::OpenOne(const std::string& path, bool mayShowHere)
     {
         Tell(error.what());
         Remember(path, false);
+        RememberSession(path, false);
         return false;
     }
-    Remember(path, true);
+    if (place.file.empty())
+        RememberSession(FolderName(place.folder), true);
+    else
+        Remember(path, true);
     if (!place.file.empty() && mayShowHere)
         return ShowFile(place.file);
     const bool isOurs = place.file.empty() && IsSameLog(FolderName(place.folder), FolderName(m_place.folder));
     if (!isOurs)
     {
-        StartAnother(path);
+        if (m_options.openHere && place.file.empty())
+            LeaveFor(path);
+        else
+            StartAnother(path);
         return false;
     }
     m_place.log = place.log;
@@ -167,7 +174,27 @@ void DeskFrame::TellSaved()
     m_saving.reset();
 }
 
-void DeskFrame::StartAnother(const std::string& path)
+void DeskFrame::OpenNewWindow()
+{
+    StartAnother(m_messages.File().empty() ? FolderName(m_place.folder) : m_messages.File());
+}
+
+// A session's window takes the place of this one, which is hidden so that the other one does not avoid it.
+void DeskFrame::LeaveFor(const std::string& session)
+{
+    if (!MayLeave())
+        return;
+    m_saving.reset();
+    if (m_remember)
+        RememberOptions();
+    ShowWindow(SW_HIDE);
+    if (StartAnother(session))
+        PostMessage(WM_CLOSE);
+    else
+        ShowWindow(SW_SHOW);
+}
+
+bool DeskFrame::StartAnother(const std::string& path)
 {
     std::array<char, MAX_PATH> program = {};
     ::GetModuleFileNameA(nullptr, program.data(), static_cast<DWORD>(program.size()));
@@ -177,9 +204,14 @@ void DeskFrame::StartAnother(const std::string& path)
     PROCESS_INFORMATION process = {};
     if (!::CreateProcessA(program.data(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                           &process))
-        return Tell(path + " cannot be shown: no other window can be opened");
+    {
+        Tell(path + " cannot be shown: no other window can be opened");
+        return false;
+    }
+    ::AllowSetForegroundWindow(process.dwProcessId);
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
+    return true;
 }
 
 // As the first of the recent files, or as none of them any more.
@@ -193,6 +225,18 @@ void DeskFrame::Remember(const std::string& path, bool isThere)
     else
         m_recent.Remove(path);
     WriteRecentFiles(m_recent);
+}
+
+void DeskFrame::RememberSession(const std::string& folder, bool isThere)
+{
+    if (!m_remember)
+        return;
+    m_recentSessions = ReadRecentSessions();
+    if (isThere)
+        m_recentSessions.Add(folder);
+    else
+        m_recentSessions.Remove(folder);
+    WriteRecentSessions(m_recentSessions);
 }
 
 } // namespace logdesk

@@ -4,6 +4,8 @@
 #include "qmcommon/QmCommandMenu.h"
 #include "qmcommon/QmHandlerWnd.h"
 
+#include <algorithm>
+
 namespace logdesk
 {
 
@@ -20,6 +22,8 @@ enum Menu
     kViewMenu,
     kHelpMenu
 };
+
+constexpr std::size_t kSessionsInMenu = 5;
 
 } // namespace
 
@@ -39,6 +43,7 @@ void DeskFrame::Scan(IQmCommand& collector)
 {
     GetTextCtrl().ScanFilePath(collector);
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl});
+    AddCommand(collector, {"&New Window", [this] { OpenNewWindow(); }, 'N', kQmControl});
     AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kQmShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
@@ -55,8 +60,11 @@ BOOL DeskFrame::PreTranslateMessage(MSG* message)
 
 void DeskFrame::ScanFile(IQmCommand& collector)
 {
+    AddCommand(collector, {"&New Window", [this] { OpenNewWindow(); }, 'N', kQmControl});
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl, false, true, "FileOpen"});
     AddCommand(collector, {"Open &Folder...", [this] { AskForFolder(); }});
+    AddCommand(collector, {"Open Sessions in This &Window",
+                           [this] { m_options.openHere = !m_options.openHere; }, 0, 0, m_options.openHere});
     AddCommand(collector, {"Messages of the &Session", [this] { ShowSessionMessages(); }, 0, 0,
                            m_messages.File().empty(), !m_messages.File().empty()});
     AddCommand(collector, {"Save &As...", [this] { SaveMessages(); }, 0, 0, false,
@@ -67,6 +75,11 @@ void DeskFrame::ScanFile(IQmCommand& collector)
     for (std::size_t i = 0; i < m_recent.Paths().size(); ++i)
         AddCommand(collector, {RecentCaption(i, m_recent.Paths()[i]),
                                [this, path = m_recent.Paths()[i]] { Open({path}); }});
+    collector.AddSeparator();
+    m_recentSessions = m_remember ? ReadRecentSessions() : m_recentSessions;
+    for (std::size_t i = 0; i < std::min(kSessionsInMenu, m_recentSessions.Paths().size()); ++i)
+        AddCommand(collector, {RecentSessionCaption(m_recentSessions.Paths()[i]),
+                               [this, path = m_recentSessions.Paths()[i]] { Open({path}); }});
     collector.AddSeparator();
     AddCommand(collector, {"E&xit", [this] { PostMessage(WM_CLOSE); }});
 }

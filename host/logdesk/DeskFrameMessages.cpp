@@ -60,12 +60,6 @@ void DeskFrame::ScanMessageFilters(IQmCommand& collector)
                            isReady && service.GetClearedCount() > 0});
 }
 
-void DeskFrame::ScanLogText(IQmCommand& collector)
-{
-    AddCommand(collector, {"Show in &Messages", [this] { ShowInMessages(); }, VK_RETURN, kQmControl, false,
-                           m_messages.File().empty() && GetTextCtrl().GetRowCount() > 0});
-}
-
 void DeskFrame::SetLeastLevel(std::uint32_t level)
 {
     m_messages.Service().SetLeastLevel(level);

@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr int kPadding = 4; // pixels around the lines
-constexpr int kTipWidth = 900;
+constexpr int kNoticeTipWidth = 900;
 
 // Told apart from everything around; high contrast has colours of its own.
 constexpr COLORREF kBackground = RGB(255, 242, 190);
@@ -47,7 +47,7 @@ bool NoticeBar::SetLines(const std::vector<std::string>& lines)
         m_text += (m_text.empty() ? "" : "\r\n") + line;
     SetWindowText(m_text.c_str());
     ShowWindow(lines.empty() ? SW_HIDE : SW_SHOWNA);
-    m_tip.Show(m_hWnd, m_text.c_str(), kTipWidth);
+    m_tip.Show(m_hWnd, m_text.c_str(), kNoticeTipWidth);
     Invalidate();
     return isOtherHeight;
 }

@@ -11,7 +11,9 @@ namespace
 {
 
 constexpr const char* kSection = "LogDesk";
-constexpr const char* kRecentSection = "LogDesk.Recent"; // keys "1" to "10", the most recent first
+// Keys "1" to "10", the most recent first.
+constexpr const char* kRecentSection = "LogDesk.Recent";
+constexpr const char* kRecentSessionsSection = "LogDesk.RecentSessions";
 
 IProfileStore* Profile()
 {
@@ -34,6 +36,46 @@ Place WorkArea(const RECT& rect)
     return ToPlace(monitor.rcWork);
 }
 
+// Where other windows of this program are that have a place.
+std::vector<Place> OtherWindows()
+{
+    std::vector<Place> places;
+    HWND wnd = nullptr;
+    while ((wnd = ::FindWindowExA(nullptr, wnd, kFrameClass, nullptr)) != nullptr)
+    {
+        RECT rect = {};
+        if (::IsWindowVisible(wnd) && !::IsIconic(wnd) && !::IsZoomed(wnd) && ::GetWindowRect(wnd, &rect))
+            places.push_back(ToPlace(rect));
+    }
+    return places;
+}
+
+RecentFiles ReadRecent(const char* section)
+{
+    std::vector<std::string> paths;
+    IProfileStore* const profile = Profile();
+    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    {
+        char path[MAX_PATH] = {};
+        if (profile->GetText(section, std::to_string(i + 1).c_str(), path, sizeof(path)) < sizeof(path))
+            paths.emplace_back(path);
+    }
+    return RecentFiles(paths);
+}
+
+void WriteRecent(const char* section, const RecentFiles& files)
+{
+    IProfileStore* const profile = Profile();
+    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    {
+        const std::string key = std::to_string(i + 1);
+        if (i < files.Paths().size())
+            profile->SetText(section, key.c_str(), files.Paths()[i].c_str());
+        else
+            profile->RemoveKey(section, key.c_str());
+    }
+}
+
 } // namespace
 
 WindowOptions ReadWindowOptions()
@@ -46,7 +88,7 @@ WindowOptions ReadWindowOptions()
 
     WindowOptions options;
     options.maximised = read("Maximised") != 0;
-    options.followPauses = read("FollowPauses") != 0;
+    options.followPauses = read("FollowPauses", 1) != 0;
     options.split = read("Split", options.split);
     options.showLogText = read("ShowLogText", 1) != 0;
     options.showMessages = read("ShowMessages", 1) != 0;
@@ -55,10 +97,12 @@ WindowOptions ReadWindowOptions()
     options.useAllFields = read("UseAllFields") != 0;
     options.guardFormulas = read("GuardFormulas") != 0;
     options.showToolBar = read("ToolBar", 1) != 0;
+    options.openHere = read("OpenHere") != 0;
     const Place place = {read("Left"), read("Top"), read("Width"), read("Height")};
     const bool isKnown = place.width > 0 && place.height > 0;
     const Place area = WorkArea({place.left, place.top, place.left + place.width, place.top + place.height});
-    options.place = isKnown ? BoundedPlace(place, area) : FirstPlace(area);
+    options.place = CascadedPlace(isKnown ? BoundedPlace(place, area) : FirstPlace(area), OtherWindows(),
+                                  ::GetSystemMetrics(SM_CYCAPTION) + ::GetSystemMetrics(SM_CYMENU), area);
     return options;
 }
 
@@ -92,6 +136,7 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
     profile->SetInteger(kSection, "UseAllFields", options.useAllFields ? 1 : 0);
     profile->SetInteger(kSection, "GuardFormulas", options.guardFormulas ? 1 : 0);
     profile->SetInteger(kSection, "ToolBar", options.showToolBar ? 1 : 0);
+    profile->SetInteger(kSection, "OpenHere", options.openHere ? 1 : 0);
 }
 
 bool HasListLayout()
@@ -102,29 +147,22 @@ bool HasListLayout()
 
 RecentFiles ReadRecentFiles()
 {
-    std::vector<std::string> paths;
-    IProfileStore* const profile = Profile();
-    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
-    {
-        char path[MAX_PATH] = {};
-        if (profile->GetText(kRecentSection, std::to_string(i + 1).c_str(), path, sizeof(path)) <
-            sizeof(path))
-            paths.emplace_back(path);
-    }
-    return RecentFiles(paths);
+    return ReadRecent(kRecentSection);
 }
 
 void WriteRecentFiles(const RecentFiles& files)
 {
-    IProfileStore* const profile = Profile();
-    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
-    {
-        const std::string key = std::to_string(i + 1);
-        if (i < files.Paths().size())
-            profile->SetText(kRecentSection, key.c_str(), files.Paths()[i].c_str());
-        else
-            profile->RemoveKey(kRecentSection, key.c_str());
-    }
+    WriteRecent(kRecentSection, files);
+}
+
+RecentFiles ReadRecentSessions()
+{
+    return ReadRecent(kRecentSessionsSection);
+}
+
+void WriteRecentSessions(const RecentFiles& sessions)
+{
+    WriteRecent(kRecentSessionsSection, sessions);
 }
 
 } // namespace logdesk

@@ -11,11 +11,13 @@
 namespace logdesk
 {
 
+constexpr const char* kFrameClass = "LogDeskFrame"; // of the program's windows
+
 struct WindowOptions
 {
     Place place = {};
     bool maximised = false;
-    bool followPauses = false; // of the log text
+    bool followPauses = true; // of the log text
     int split = PaneSplit::kWhole / 2;
     bool showLogText = true;
     bool showMessages = true;
@@ -24,9 +26,10 @@ struct WindowOptions
     bool useAllFields = false;  // in what is copied and exported
     bool guardFormulas = false; // in tables that are copied and exported
     bool showToolBar = true;
+    bool openHere = false; // sessions, in place of the one that is shown
 };
 
-// The place is brought within the screen that is nearest to it.
+// The place is brought within the screen that is nearest to it, and beside other windows of ours.
 WindowOptions ReadWindowOptions();
 
 // Remembers the options, and as the place where `frame` is when it is neither maximised nor minimised.
@@ -35,8 +38,10 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options);
 // Whether a layout of the list of messages was ever saved.
 bool HasListLayout();
 
-// In a section of their own.
+// Each in a section of their own; sessions are folders.
 RecentFiles ReadRecentFiles();
 void WriteRecentFiles(const RecentFiles& files);
+RecentFiles ReadRecentSessions();
+void WriteRecentSessions(const RecentFiles& sessions);
 
 } // namespace logdesk

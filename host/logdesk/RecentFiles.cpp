@@ -64,7 +64,12 @@ void RecentFiles::Remove(const std::string& path)
 std::string RecentCaption(std::size_t index, const std::string& path)
 {
     const std::string number = index < 9 ? "&" + std::to_string(index + 1) : "1&0";
-    std::string caption = number + " ";
+    return number + " " + RecentSessionCaption(path);
+}
+
+std::string RecentSessionCaption(const std::string& path)
+{
+    std::string caption;
     for (const char letter : WithoutMiddle(path))
         caption += letter == '&' ? std::string("&&") : std::string(1, letter);
     return caption;

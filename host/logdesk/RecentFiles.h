@@ -1,4 +1,4 @@
-// The files that were opened last.
+// The files, or sessions, that were opened last.
 #pragma once
 
 #include <cstddef>
@@ -29,5 +29,8 @@ private:
 // The menu's text for the file at `index`, "&1 C:\app.log" for 0, whose access keys go up to "1&0". A path
 // that is too long for a menu loses its middle.
 std::string RecentCaption(std::size_t index, const std::string& path);
+
+// The same without an access key.
+std::string RecentSessionCaption(const std::string& path);
 
 } // namespace logdesk

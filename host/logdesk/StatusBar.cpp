@@ -150,6 +150,15 @@ void StatusBar::LayOut()
     PlaceButton(buttonColumns);
 }
 
+int StatusBar::GetLeastWidth()
+{
+    int width = (kFollowColumns + kRowsColumns) * GetColumnWidth();
+    for (const char* const text :
+         {"Session opened", "1,234 errors", "Row 1234567: Service, number 12345678", "1,234,567 messages"})
+        width += GetPartWidth(text);
+    return width;
+}
+
 void StatusBar::PlaceWatch()
 {
     CRect part;

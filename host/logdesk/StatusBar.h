@@ -49,6 +49,9 @@ public:
     // After the parent's size has changed.
     void LayOut();
 
+    // Pixels at which texts of usual length show in full.
+    int GetLeastWidth();
+
 protected:
     afx_msg void OnButton();
     DECLARE_MESSAGE_MAP()

@@ -79,6 +79,14 @@ int ToolBar::GetHeight()
     return IsShown() ? HIWORD(SendMessage(TB_GETBUTTONSIZE)) + kAroundBar : 0;
 }
 
+int ToolBar::GetLeastWidth()
+{
+    SIZE size = {};
+    if (IsShown())
+        SendMessage(TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&size));
+    return static_cast<int>(size.cx);
+}
+
 void ToolBar::SetStates(const std::vector<ToolState>& states)
 {
     for (std::size_t i = 0; i < states.size(); ++i)

@@ -26,6 +26,9 @@ public:
     bool IsShown() { return (GetStyle() & WS_VISIBLE) != 0; }
     int GetHeight(); // 0 while it is hidden
 
+    // Pixels at which all buttons show; 0 while it is hidden.
+    int GetLeastWidth();
+
 private:
     void AddButtons();
     void SetTip(std::size_t tool, std::string tip);

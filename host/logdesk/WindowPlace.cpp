@@ -1,6 +1,7 @@
 #include "logdesk/WindowPlace.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace logdesk
 {
@@ -31,6 +32,24 @@ Place BoundedPlace(const Place& wanted, const Place& area)
     place.left = BoundedStart(wanted.left, place.width, area.left, area.width);
     place.top = BoundedStart(wanted.top, place.height, area.top, area.height);
     return place;
+}
+
+Place CascadedPlace(const Place& wanted, const std::vector<Place>& others, int step, const Place& area)
+{
+    Place place = wanted;
+    const auto isTaken = [&](const Place& other) {
+        return std::abs(other.left - place.left) < step && std::abs(other.top - place.top) < step;
+    };
+    for (std::size_t i = 0; i < others.size() && std::any_of(others.begin(), others.end(), isTaken); ++i)
+    {
+        place.left += step;
+        place.top += step;
+        if (place.left + place.width > area.left + area.width)
+            place.left = area.left;
+        if (place.top + place.height > area.top + area.height)
+            place.top = area.top;
+    }
+    return BoundedPlace(place, area);
 }
 
 Place FirstPlace(const Place& area)

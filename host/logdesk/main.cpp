@@ -1,3 +1,4 @@
+#include "QmLogFolder.h"
 #include "QmLogWriter.h"
 #include "Version.h"
 #include "commandline/Printable.h"
@@ -77,7 +78,9 @@ void DeskApp::Start()
     const SessionPlace place = FindPlace(m_arguments);
     const SessionState session =
         place.file.empty() ? ClaimSession(place.folder) : SessionState::Opened; // a file is nobody's
+    QmLogTellErrors(session == SessionState::Started); // else the folder is not ours to write into
     m_frame = std::make_unique<DeskFrame>(place, session);
+    m_frame->OfferForDevelopers(m_arguments.developer);
     const bool forPicture = !m_arguments.screenshot.empty();
     const MessageOptions messages = {!forPicture, m_arguments.traffic};
     if (!m_frame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt, messages))

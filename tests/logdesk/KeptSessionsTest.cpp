@@ -51,6 +51,21 @@ TEST(WindowPlace, AWindowIsBroughtBackOntoTheScreen)
     for (const auto& [wanted, expected] : cases)
         EXPECT_EQ(expected, logdesk::BoundedPlace(wanted, area));
     EXPECT_EQ((logdesk::Place{0, 0, 200, 100}), logdesk::BoundedPlace({0, 0, 900, 640}, {0, 0, 200, 100}));
+
+    const logdesk::Place wanted = {100, 100, 800, 600};
+    const struct
+    {
+        std::vector<logdesk::Place> others;
+        logdesk::Place place;
+    } windows[] = {
+        {{}, wanted},
+        {{{300, 100, 800, 600}}, wanted},
+        {{wanted}, {140, 140, 800, 600}},
+        {{{140, 140, 9, 9}, {119, 81, 9, 9}}, {180, 180, 800, 600}},        // also one that is nearly there
+        {{wanted, {140, 140, 9, 9}, {180, 180, 9, 9}}, {220, 0, 800, 600}}, // again from the top
+    };
+    for (const auto& [others, place] : windows)
+        EXPECT_EQ(place, logdesk::CascadedPlace(wanted, others, 40, {0, 0, 1200, 800}));
 }
 
 } // namespace

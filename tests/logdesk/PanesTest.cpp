@@ -71,6 +71,7 @@ TEST(RecentFiles, TheLastOpenedComesFirstAndOnce)
 
     EXPECT_EQ("&1 C:\\a && b.log", logdesk::RecentCaption(0, "C:\\a & b.log"));
     EXPECT_EQ("1&0 x", logdesk::RecentCaption(9, "x"));
+    EXPECT_EQ("C:\\a && b", logdesk::RecentSessionCaption("C:\\a & b"));
     const std::string caption = logdesk::RecentCaption(1, "C:\\" + std::string(16, 'x') + "\xC3\xA4" +
                                                               std::string(99, 'y') + "\\app.log");
     EXPECT_EQ("&2 C:\\" + std::string(16, 'x') + "..." + std::string(52, 'y') + "\\app.log", caption);

@@ -472,6 +472,26 @@ TEST(Faults, ReadersReportEachFailingCall)
     }
 }
 
+TEST(Faults, AreNotToldInAFolderThatIsOnlyLookedAt)
+{
+    MemorySession session;
+    CQmLogWriter log = WriterOf("Main");
+    log.Write("a\nb");
+    for (const bool tell : {false, true})
+    {
+        CQmLogReader reader;
+        reader.SetFilePath("Main");
+        session.files.ForgetCalls();
+        session.files.SetFault({3, Fault::Fail});
+        QmLogTellErrors(tell);
+        const char* text = nullptr;
+        unsigned long length = 0;
+        CQmLogRow row;
+        EXPECT_FALSE(reader.Read(0, text, length, row));
+        EXPECT_EQ(tell, session.files.Exists(session.Path("QmLog.LOG")));
+    }
+}
+
 TEST(Faults, HandlesThatDoNotCloseAreReported)
 {
     MemorySession session;

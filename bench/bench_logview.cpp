@@ -7,6 +7,7 @@
 
 #include "QmLogReader.h"
 #include "logview/LogNames.h"
+#include "logview/LogSession.h"
 #include "logview/ReaderRows.h"
 #include "logview/RowCache.h"
 

@@ -1,20 +1,14 @@
 // Unfolded stretches of rows, and which row of which log lies at a displayed row.
 #pragma once
 
+#include "logview/DisplayedRows.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace logview
 {
-
-// A row of a log.
-struct RowId
-{
-    std::uint32_t file = 0;
-    std::uint32_t row = 0;
-    bool operator==(const RowId&) const = default;
-};
 
 // A stretch of rows of one log, with the stretches that are unfolded within it. The root is the stretch that
 // holds everything; it has no header.

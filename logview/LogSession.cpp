@@ -8,8 +8,6 @@ namespace logview
 namespace
 {
 
-constexpr unsigned long kMaxColumns = std::numeric_limits<int>::max();
-
 // `count` rows that came (below 0: went) under the header at `row`.
 RowChange Added(int row, std::int64_t count)
 {
@@ -53,58 +51,14 @@ bool LogSession::HasNewCount(int file) const
     return file != m_countedFile || CountRows(static_cast<std::uint32_t>(file)) != m_root.GetCount();
 }
 
-RowId LogSession::Translate(std::int64_t row) const
-{
-    int depth = 0;
-    return Translate(row, depth);
-}
-
 RowId LogSession::Translate(std::int64_t row, int& depth) const
 {
     return m_root.Translate(static_cast<std::uint64_t>(row), depth); // one below 0 comes after all others
 }
 
-bool LogSession::ReadStyle(int row, CQmLogRow& record) const
+bool LogSession::IsFoldable(const RowSurroundings& row, bool& expanded) const
 {
-    RecordPages pages(m_source, 1);
-    return pages.Read(Translate(row), record);
-}
-
-int LogSession::ColumnCount(int row) const
-{
-    RecordPages pages(m_source, kLookRows);
-    std::uint32_t length = 0;
-    if (!pages.ReadLength(Translate(row), length))
-        return 0;
-    return static_cast<int>(std::min<unsigned long>(length, kMaxColumns));
-}
-
-bool LogSession::ReadLine(int row, std::string& text) const
-{
-    RecordPages pages(m_source, kLookRows);
-    const RowId place = Translate(row);
-    CQmLogRow record;
-    std::uint32_t length = 0;
-    if (!pages.Read(place, record) || !pages.ReadLength(place, length))
-        return false;
-
-    // A damaged index can tell any length: no more is made room for than the log has.
-    const unsigned long size = m_source.TextSize(place.file);
-    const unsigned long rest = size > record.offset ? size - record.offset : 0;
-    const unsigned long wanted = std::min({static_cast<unsigned long>(length), rest, kMaxColumns});
-    text.resize(wanted);
-    text.resize(std::min(m_source.ReadText(place.file, record.offset, wanted, text.data()), wanted));
-    CQmLogRow next;
-    if (!pages.Read({place.file, place.row + 1}, next)) // as was known before the text was read
-        text.resize(LastLine(text).size());
-    return true;
-}
-
-bool LogSession::ReadExpanded(int row, bool& expanded) const
-{
-    RecordPages pages(m_source, kLookRows);
-    PlacedRow header;
-    return ReadFold(pages, row, header, expanded);
+    return row.next && logview::IsFoldable(row.row, *row.next, expanded);
 }
 
 bool LogSession::Expand(int row, RowChange& change)
@@ -155,11 +109,6 @@ bool LogSession::Collapse(int row, RowChange& change)
     return removed > 0;
 }
 
-bool LogSession::IsShown(std::int64_t row) const
-{
-    return row >= 0 && row < RowCount();
-}
-
 bool LogSession::ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const
 {
     if (!IsShown(row))
@@ -168,7 +117,7 @@ bool LogSession::ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& heade
     PlacedRow next;
     next.place = Translate(row + 1);
     return pages.Read(header.place, header.record) && pages.Read(next.place, next.record) &&
-           IsFoldable(header, next, expanded);
+           logview::IsFoldable(header, next, expanded);
 }
 
 // Unfolds `row` unless more than `room` rows would be added.

@@ -2,22 +2,11 @@
 #pragma once
 
 #include "logview/Branch.h"
+#include "logview/DisplayedRows.h"
 #include "logview/RecordPages.h"
-#include "logview/RowSource.h"
-
-#include <limits>
-#include <string>
 
 namespace logview
 {
-
-// Displayed rows that an operation added (below 0: removed) from displayed row `row` on.
-struct RowChange
-{
-    int row = 0;
-    int delta = 0;
-    int leftFolded = 0; // by ExpandAll: rows that it did not unfold, or not look at, because it met a bound
-};
 
 // Rows of a log that nothing leads to: they come before the first row of "Main" (all of them where "Main" has
 // none), or after its last, which unfolds only when "Main" goes on.
@@ -28,14 +17,6 @@ struct HiddenRows
     bool operator==(const HiddenRows&) const = default;
 };
 
-// A row as its log has it.
-struct PlacedRow
-{
-    RowId place;
-    CQmLogRow record;
-    int depth = 0; // levels of stretches that it lies in
-};
-
 // Whether rows of other logs unfold at `row`, displayed before `next`; `expanded` tells whether they are
 // shown. A row that another log's next number follows counts as unfolded, even where it only ends a branch.
 bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded);
@@ -44,16 +25,12 @@ bool IsFoldable(const PlacedRow& row, const PlacedRow& next, bool& expanded);
 // of the logs but the row count at the top and what is unfolded. Operations answer false where rows cannot be
 // read; damaged or growing logs lead to odd rows, but every operation ends, and needs memory only for what it
 // unfolds.
-class LogSession
+class LogSession final : public DisplayedRows
 {
 public:
-    static constexpr int kMaxRows = std::numeric_limits<int>::max();
-    static constexpr int kNoRow = -1;
+    explicit LogSession(RowSource& source) : DisplayedRows(source), m_source(source) {}
 
-    explicit LogSession(RowSource& source) : m_source(source) {}
-
-    // At most kMaxRows.
-    int RowCount() const;
+    int RowCount() const override;
 
     // Takes the row count of log `file` for the rows of "Main" at the top. Logs may have been cut: a writer
     // takes back what it could not write whole, and a new session begins them again. Then what is unfolded is
@@ -67,19 +44,11 @@ public:
 
     // The log and row that lie at `row`; a row after the last one continues the log at the top, and one
     // below 0 does not exist.
-    RowId Translate(std::int64_t row) const;
-    RowId Translate(std::int64_t row, int& depth) const; // and how many stretches it lies in
-
-    bool ReadStyle(int row, CQmLogRow& record) const;
-
-    // Bytes of the line as its index tells it, 0 on failure.
-    int ColumnCount(int row) const;
-
-    // The line as the log has it, line feed included.
-    bool ReadLine(int row, std::string& text) const;
+    RowId Translate(std::int64_t row, int& depth) const override;
+    using DisplayedRows::Translate;
 
     // Whether rows of other logs unfold at a row, and whether they are shown.
-    bool ReadExpanded(int row, bool& expanded) const;
+    bool IsFoldable(const RowSurroundings& row, bool& expanded) const override;
 
     // Unfolds the rows of one log that lie after the row: of the log with the next number, up to the number
     // before the header's own log goes on, or to its end when that log does not go on or goes on with the
@@ -141,7 +110,6 @@ private:
     bool IsCut() const;
     void Restore();
     std::uint32_t UnfoldAgain(RecordPages& pages, std::int64_t row, RowId header, std::uint32_t number);
-    bool IsShown(std::int64_t row) const;
     bool ReadFold(RecordPages& pages, std::int64_t row, PlacedRow& header, bool& expanded) const;
     Unfolded Unfold(RecordPages& pages, std::int64_t row, std::uint64_t room);
     bool FindFirst(RecordPages& pages, std::uint32_t number, RowId& found, std::uint32_t& foundNumber) const;

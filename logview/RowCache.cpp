@@ -1,5 +1,7 @@
 #include "logview/RowCache.h"
 
+#include "logview/Branch.h"
+#include "logview/RecordPages.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -31,11 +33,11 @@ const CachedRow* RowCache::Get(int row) const
     return &m_rows[static_cast<std::size_t>(index)];
 }
 
-void RowCache::Prepare(const LogSession& session, int first, int count)
+void RowCache::Prepare(const DisplayedRows& rows, int first, int count)
 {
     Clear();
     m_first = std::max(first, 0);
-    count = std::min(count, session.RowCount() - m_first);
+    count = std::min(count, rows.RowCount() - m_first);
     if (count <= 0)
         return;
 
@@ -43,7 +45,7 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
     m_slices.resize(m_rows.size());
     for (std::size_t i = 0; i < m_rows.size(); ++i)
         m_rows[i].place =
-            session.Translate(std::int64_t{m_first} + static_cast<std::int64_t>(i), m_rows[i].depth);
+            rows.Translate(std::int64_t{m_first} + static_cast<std::int64_t>(i), m_rows[i].depth);
 
     Order order(m_rows.size());
     std::iota(order.begin(), order.end(), 0u);
@@ -71,8 +73,9 @@ void RowCache::Prepare(const LogSession& session, int first, int count)
             row.text = LastLine(row.text);
         if (row.length > kLineBytes)
             row.text = row.text.substr(0, ZEMA::WholeCharacters(row.text.data(), row.text.size()));
-        row.foldable = row.readable && next.readable &&
-                       IsFoldable({row.place, row.record}, {next.place, next.record}, row.expanded);
+        row.foldable = row.readable && rows.IsFoldable({row, next.readable ? &next : nullptr,
+                                                        row.last ? nullptr : &row.nextOfLog},
+                                                       row.expanded);
         row.marked = row.foldable && (row.expanded || row.depth < CQmLogBranch::kMaxDepth);
     }
 }
@@ -96,7 +99,10 @@ void RowCache::ReadRecords(Order::const_iterator begin, Order::const_iterator en
         row.record = m_records[index];
         row.last = index + 1 >= count;
         if (index + 1 < count)
-            row.length = LineLength(row.record.offset, m_records[index + 1].offset);
+        {
+            row.nextOfLog = m_records[index + 1];
+            row.length = LineLength(row.record.offset, row.nextOfLog.offset);
+        }
         else if (IsDrawn(*at))
             row.length = LineLength(row.record.offset, std::uint64_t{m_source.TextSize(first.file)} + 1);
     }

@@ -1,7 +1,7 @@
 // The rows of one paint, read together.
 #pragma once
 
-#include "logview/LogSession.h"
+#include "logview/DisplayedRows.h"
 
 #include <string>
 #include <string_view>
@@ -11,10 +11,9 @@ namespace logview
 {
 
 // A displayed row, ready to be drawn.
-struct CachedRow
+struct CachedRow : PlacedRow
 {
-    RowId place;
-    CQmLogRow record;
+    CQmLogRow nextOfLog;      // unless it is the last one
     std::uint32_t length = 0; // bytes of the line as its index tells it
     std::string_view text;    // the line with its line feed, or what its first
                               // RowCache::kLineBytes bytes have of whole characters
@@ -36,7 +35,7 @@ public:
     explicit RowCache(RowSource& source) : m_source(source) {}
 
     // Reads `count` displayed rows from `first` on; what was read before goes.
-    void Prepare(const LogSession& session, int first, int count);
+    void Prepare(const DisplayedRows& rows, int first, int count);
 
     // Forgets the rows: logs grow, and what was read holds for one paint.
     void Clear();

@@ -15,26 +15,26 @@ constexpr int kRowsTogether = 256;
 
 // Tells of each line that can be read, and of its columns from `begin` to `end`.
 template <typename Tell>
-void ForEachLine(RowSource& source, const LogSession& session, const Selection& selection, Tell tell)
+void ForEachLine(RowSource& source, const DisplayedRows& rows, const Selection& selection, Tell tell)
 {
     std::string whole;
     RowCache cache(source);
     std::size_t size = 0;
-    const int rowsEnd = selection.endRow < session.RowCount() ? selection.endRow + 1 : session.RowCount();
+    const int rowsEnd = selection.endRow < rows.RowCount() ? selection.endRow + 1 : rows.RowCount();
     int prepared = std::max(selection.beginRow, 0);
     for (int row = prepared; row < rowsEnd; ++row)
     {
         if (row == prepared)
         {
             const int count = std::min(kRowsTogether, rowsEnd - row);
-            cache.Prepare(session, row, count);
+            cache.Prepare(rows, row, count);
             prepared = row + count;
         }
         const CachedRow* const cached = cache.Get(row);
         if (!cached || !cached->readable)
             continue;
         std::string_view line = cached->text;
-        if (cached->length > RowCache::kLineBytes && session.ReadLine(row, whole))
+        if (cached->length > RowCache::kLineBytes && rows.ReadLine(row, whole))
             line = whole;
         const auto within = [&line](int column) {
             return std::min(line.size(), static_cast<std::size_t>(std::max(column, 0)));
@@ -51,21 +51,21 @@ void ForEachLine(RowSource& source, const LogSession& session, const Selection& 
 
 } // namespace
 
-std::string SelectedBytes(RowSource& source, const LogSession& session, const Selection& selection)
+std::string SelectedBytes(RowSource& source, const DisplayedRows& rows, const Selection& selection)
 {
     std::string text;
-    ForEachLine(source, session, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
+    ForEachLine(source, rows, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
         text += line.substr(begin, end - begin);
     });
     return text;
 }
 
-ZEMA::WideString SelectedCharacters(RowSource& source, const LogSession& session, const Selection& selection)
+ZEMA::WideString SelectedCharacters(RowSource& source, const DisplayedRows& rows, const Selection& selection)
 {
     ZEMA::WideString text;
     ZEMA::WideString wide;
     VkGrafic::TextCells cells;
-    ForEachLine(source, session, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
+    ForEachLine(source, rows, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
         ZEMA::ToWide(line.data(), line.size(), wide);
         if (begin == 0 && end == line.size())
         {

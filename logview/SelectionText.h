@@ -1,7 +1,7 @@
 // The text of a selection.
 #pragma once
 
-#include "logview/LogSession.h"
+#include "logview/DisplayedRows.h"
 #include "zemacore/WideText.h"
 
 namespace logview
@@ -22,9 +22,9 @@ struct Selection
 
 // Each line with the line feed it has in its log. Rows that cannot be read are left out, and everything from
 // the line on that would exceed kMaxSelectionBytes.
-std::string SelectedBytes(RowSource& source, const LogSession& session, const Selection& selection);
+std::string SelectedBytes(RowSource& source, const DisplayedRows& rows, const Selection& selection);
 
 // The same as characters. What a line is, UTF-8 or in the code page, holds for a part of it too.
-ZEMA::WideString SelectedCharacters(RowSource& source, const LogSession& session, const Selection& selection);
+ZEMA::WideString SelectedCharacters(RowSource& source, const DisplayedRows& rows, const Selection& selection);
 
 } // namespace logview

@@ -103,7 +103,7 @@ struct Expression::Data
             throw std::bad_alloc();
         if (speed == Speed::Compiled)
         {
-            MakeMachineCode(utf8);
+            isMachineCodeUtf8 = MakeMachineCode(utf8);
             isMachineCode = MakeMachineCode(bytes);
         }
         pcre2_set_match_limit(context.get(), (options & PCRE2_ANCHORED) != 0 ? kLineLimit : kMatchLimit);
@@ -122,12 +122,23 @@ struct Expression::Data
         return pcre2_match(utf8.get(), UnitsOf(line), line.size(), 0, 0, groups.get(), context.get());
     }
 
+    // Without another look at whether the text is UTF-8.
+    int MatchUtf8(std::string_view text, std::size_t from) const
+    {
+        if (isMachineCodeUtf8)
+            return pcre2_jit_match(utf8.get(), UnitsOf(text), text.size(), from, 0, groups.get(),
+                                   context.get());
+        return pcre2_match(utf8.get(), UnitsOf(text), text.size(), from, PCRE2_NO_UTF_CHECK, groups.get(),
+                           context.get());
+    }
+
     pcre2::Code bytes;
     pcre2::Code utf8; // null if bytes count, or the expression is not UTF-8
     pcre2::Groups groups;
     pcre2::Context context;
     pcre2::Stack stack;
     bool isMachineCode = false; // the version for bytes
+    bool isMachineCodeUtf8 = false;
 };
 
 Expression::Expression(const std::string& text, Syntax syntax, Case letterCase, Units units, Where where,
@@ -164,6 +175,18 @@ Expression::Outcome Expression::Find(std::string_view line) const
     int result = m_data->utf8 ? m_data->MatchCharacters(line) : PCRE2_ERROR_UTF8_ERR1;
     if (IsEncodingError(result))
         result = m_data->MatchBytes(line);
+    return Take(line, result);
+}
+
+Expression::Outcome Expression::FindInUtf8(std::string_view text, std::size_t from) const
+{
+    if (!text.data())
+        text = "";
+    return Take(text, m_data->MatchUtf8(text, from));
+}
+
+Expression::Outcome Expression::Take(std::string_view line, int result) const
+{
     m_line = line;
     m_count = static_cast<std::size_t>(std::max(result, 0));
     if (result >= 0)

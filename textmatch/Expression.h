@@ -84,6 +84,11 @@ public:
     // Looks for it in `line`, which must stay as it is as long as groups are asked for.
     Outcome Find(std::string_view line) const;
 
+    // The same from byte `from` of a text on that is known to be valid UTF-8, where a character begins. What
+    // comes before it is looked at: "^" does not match there. For an expression that is valid UTF-8, and
+    // Units::Characters.
+    Outcome FindInUtf8(std::string_view text, std::size_t from) const;
+
     // The parts "(?<name>...)". Several may have the same name.
     std::vector<Part> Parts() const;
 
@@ -99,6 +104,8 @@ public:
 
 private:
     struct Data;
+
+    Outcome Take(std::string_view line, int result) const;
 
     std::unique_ptr<Data> m_data;
     const std::size_t* m_ends;       // where parts begin and end; PCRE2's, which never moves

@@ -6,6 +6,8 @@
 #include "qmcommon/QmMenuDrawer.h"
 #include "qmtextctrl/QmTextCtrl.h"
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -127,6 +129,11 @@ public:
     void Scan(IQmCommand& collector) override;
     virtual void ScanFilePath(IQmCommand& collector);
 
+    // Which rows a host has bookmarked, by their numbers; null for none. A row is asked for while it is
+    // drawn.
+    void SetBookmarks(std::function<bool(std::uint32_t number)> isBookmarked);
+    virtual bool IsBookmarked(std::uint32_t number);
+
     // A host's commands, which come after the window's own in its menu and for its keys; null for none. Not
     // owned.
     void SetMoreCommands(IQmHandler* commands);
@@ -177,6 +184,7 @@ private:
     int m_leftFolded = 0;
     std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
+    std::function<bool(std::uint32_t)> m_isBookmarked;
     IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
     bool m_startSession = true;

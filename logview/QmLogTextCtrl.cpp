@@ -324,6 +324,18 @@ bool CQmLogTextCtrl::Copy()
     return QmSetClipboard(m_hWnd, items, std::size(items));
 }
 
+void CQmLogTextCtrl::SetBookmarks(std::function<bool(std::uint32_t number)> isBookmarked)
+{
+    m_isBookmarked = std::move(isBookmarked);
+    if (GetSafeHwnd())
+        Invalidate();
+}
+
+bool CQmLogTextCtrl::IsBookmarked(std::uint32_t number)
+{
+    return m_isBookmarked && m_isBookmarked(number);
+}
+
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
 {
     const logview::RowId place = m_rows->session.Translate(row);

@@ -221,6 +221,7 @@ done
 [[ -z $may_mount ]] || umount "$only_read"
 rm -rf "$only_read"
 
+listed=$(listing)
 echo "Several windows: of the same session beside each other, of another one in its place; numbers in groups"
 start "$(windows_path "$session")"
 first=$(sed -n 's/^QmTextCtrl \([0-9]*\) .*/\1/p' <<<"$shown")
@@ -249,6 +250,64 @@ keys alt+f w
 keys alt+F4
 until_true is_nowhere || fail "the window stays"
 grep -q '^OpenHere=0' "$work/Profile.ini" || fail "the option is not remembered"
+
+echo "Go To: numbers, rows of logs and shown rows; errors in place; the last one is offered"
+dialog() { wine "$bin/desk_probe.exe" '#32770' | tr -d '\r'; }
+is_in_dialog() { dialog | grep -qE -- "$1"; }
+until_in_dialog() { until_true is_in_dialog "$1" || { dialog; fail "$1 is not in the dialog"; }; }
+start "$(windows_path "$session")"
+until_shown '^pane: 63 rows'
+keys ctrl+g
+until_in_dialog '^title: Go To$'
+xdotool type --delay 20 'SQL 1'
+keys Return
+until_in_dialog '^text: SQL has 0 rows$'
+xdotool type --delay 20 '99999'
+keys Return
+until_in_dialog '^text: No row of the logs has the number 99999$'
+xdotool type --delay 20 '#4'
+keys Return
+until_shown '^pane: Row 4: Run, number 4$'
+until_true gone '^Go To$' || fail "the dialog stays"
+refocus
+keys F6 ctrl+g
+until_in_dialog '^text: #4$'
+xdotool type --delay 20 'row 60'
+keys Return
+until_shown '^pane: Row 60: Main, number 60$'
+until_true gone '^Go To$' || fail "the dialog stays"
+
+echo "Bookmarks: set, gone to, listed, removed; kept for the session, but not in its folder"
+refocus
+keys ctrl+F2 ctrl+g
+until_in_dialog '^title: Go To$'
+xdotool type --delay 20 'run 2'
+keys Return
+until_shown ': Run, number 3$'
+until_true gone '^Go To$' || fail "the dialog stays"
+refocus
+keys ctrl+F2 F2
+until_shown ': Main, number 60$'
+keys F2
+until_shown ': Run, number 3$'
+keys shift+F2
+until_shown ': Main, number 60$'
+leave
+[[ $(listing) == "$listed" ]] || fail "bookmarks have changed the folder"
+start "$(windows_path "$session")"
+until_shown '^pane: 63 rows'
+keys ctrl+Home F2
+until_shown ': Run, number 3$'
+keys alt+i k
+until_in_dialog '^item: 3  Run: first job *$'
+until_in_dialog '^item: 60  Main: 53 *$'
+keys alt+r Return
+until_shown ': Main, number 60$'
+until_true gone '^Bookmarks$' || fail "the dialog stays"
+refocus
+keys F2
+until_shown ': Main, number 60$' # the only one
+leave
 
 echo "A text log: its messages, filtered, sorted, followed and never changed"
 text_log=$work/приложение.txt
@@ -393,6 +452,9 @@ session="$work/Größe 日志 Журнал"
 echo "A new session; the earlier one is kept, and another LogDesk does not delete it"
 start --start "$(windows_path "$session")" --keep 1
 until_shown '^pane: Session started$'
+keys ctrl+Home F2 Down # no bookmark of the earlier session
+until_shown '^pane: Row 2: '
+! grep -q '^notice: No row' <<<"$shown" || fail "a bookmark of the earlier session"
 cmp <(cat "$session"/Session*/Main.LOG | head -c 13) <(printf 'Load the jobs') || fail "the session is not kept"
 printf 'written meanwhile' | logtool write Service
 wine "$bin/LogDesk.exe" --start "$(windows_path "$session")" --screenshot "$(windows_path "$work/a.bmp")"

@@ -74,6 +74,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
 {
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetCommands(&m_logTextCommands);
+    GetTextCtrl().SetBookmarks([this](std::uint32_t number) { return m_bookmarks.Get().Has(number); });
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)
@@ -130,6 +131,7 @@ void DeskFrame::ShowFrame(int show)
 {
     const bool isUsual = show == SW_SHOWNORMAL || show == SW_SHOWDEFAULT || show == SW_SHOW;
     ShowWindow(m_options.maximised && isUsual ? SW_SHOWMAXIMIZED : show);
+    m_bookmarks.Load(FolderName(m_place.folder), m_remember);
     ShowWantedLog(); // in a window that has its size
     ShowSessionMessages();
     if (m_place.file.empty())
@@ -325,10 +327,12 @@ void DeskFrame::SetSplit(int share)
 
 void DeskFrame::ShowPane(Pane pane, bool show)
 {
+    if (m_split.Shows(pane) == show)
+        return;
     const Pane active = ActivePane();
     m_split.Show(pane, show);
     LayOut();
-    m_folder.reset(); // notices tell of what is seen
+    RefreshNotices(); // they tell of what is seen
     if (!m_split.Shows(active))
         FocusPane(active == Pane::LogText ? Pane::Messages : Pane::LogText);
 }

@@ -12,6 +12,7 @@
 #include "logdesk/PaneSplit.h"
 #include "logdesk/Profile.h"
 #include "logdesk/Saving.h"
+#include "logdesk/SessionBookmarks.h"
 #include "logdesk/SessionFolder.h"
 #include "logdesk/SplitterBar.h"
 #include "logdesk/StatusBar.h"
@@ -62,6 +63,14 @@ public:
     void GoToMessageError(msgservice::MsgService::Direction direction);
     void ShowInLog(std::uint32_t id);
     void ShowInMessages(); // the row of the log text's caret
+
+    // Puts the log text's caret there; each answers why it cannot, and nothing if it did.
+    std::string GoTo(const std::string& text); // as it is typed
+    std::string GoToNumber(std::uint32_t number);
+    std::string GoToRow(int file, unsigned long row);
+
+    void ToggleBookmark(); // of the caret's row
+    void GoToBookmark(msgservice::MsgService::Direction direction);
 
     // What the frame's keys do, whatever has the focus.
     void Scan(IQmCommand& collector) override;
@@ -124,6 +133,11 @@ private:
     void ScanMessageFilters(IQmCommand& collector);
     void FilterOnValue();
     void ScanLogText(IQmCommand& collector);
+    void ScanPlaces(IQmCommand& collector);
+    void AskWhereToGo();
+    void ShowBookmarks();
+    std::string BookmarkText(std::uint32_t number);
+    std::uint32_t CaretNumber();
     void ScanHelp(IQmCommand& collector);
 
     // Files
@@ -150,6 +164,7 @@ private:
     RecentFiles m_recent;
     RecentFiles m_recentSessions;
     bool m_forDevelopers = false;
+    SessionBookmarks m_bookmarks;
     ToolBar m_tools;
     NoticeBar m_notices;
     CFont m_textFont; // of the log text, as high as the display wants it

@@ -1,10 +1,40 @@
 // What the user can do with the log text.
+#include "QmLogReader.h"
 #include "QmLogTextCtrlEntries.h"
+#include "logdesk/BookmarksDialog.h"
 #include "logdesk/DeskFrame.h"
+#include "logdesk/GoToDialog.h"
+#include "logdesk/GoToText.h"
+#include "logdesk/NumberText.h"
 #include "qmtextctrl/QmTextCtrlEntries.h"
+#include "zemacore/WideText.h"
+
+#include <algorithm>
 
 namespace logdesk
 {
+
+namespace
+{
+
+using Direction = msgservice::MsgService::Direction;
+
+constexpr std::size_t kBookmarkBytes = 200; // of a row's text in the list
+
+std::vector<std::string> LogNames()
+{
+    std::vector<std::string> names;
+    for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+        names.emplace_back(CQmLogTextCtrl::GetFilePath(file));
+    return names;
+}
+
+std::string NoRowText(std::uint32_t number)
+{
+    return "No row of the logs has the number " + std::to_string(number);
+}
+
+} // namespace
 
 // The log text's own commands among LogDesk's. What writes into the logs is for developers only.
 void DeskFrame::ScanLogText(IQmCommand& collector)
@@ -16,6 +46,7 @@ void DeskFrame::ScanLogText(IQmCommand& collector)
     collector.AddSeparator();
     collector.Add(std::make_unique<CEntryGoUp>(text));
     collector.Add(std::make_unique<CEntryGoDown>(text));
+    ScanPlaces(collector);
     collector.AddSeparator();
     collector.Add(std::make_unique<CQmTextCtrlEntryFindInput>(text));
     collector.Add(std::make_unique<CQmTextCtrlEntryFindNext>(text));
@@ -30,6 +61,141 @@ void DeskFrame::ScanLogText(IQmCommand& collector)
         return;
     collector.AddSeparator();
     collector.Add(std::make_unique<CEntryTest>(text));
+}
+
+// Getting about in the log text.
+void DeskFrame::ScanPlaces(IQmCommand& collector)
+{
+    const std::uint32_t number = CaretNumber();
+    const bool isAny = !m_bookmarks.Get().Numbers().empty();
+    AddCommand(collector, {"Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});
+    AddCommand(collector, {m_bookmarks.Get().Has(number) ? "Remove &Bookmark" : "Set &Bookmark",
+                           [this] { ToggleBookmark(); }, VK_F2, kQmControl, false, number != 0});
+    AddCommand(collector,
+               {"Next Bookmark", [this] { GoToBookmark(Direction::Forward); }, VK_F2, 0, false, isAny});
+    AddCommand(collector, {"Previous Bookmark", [this] { GoToBookmark(Direction::Backward); }, VK_F2,
+                           kQmShift, false, isAny});
+    AddCommand(collector, {"Boo&kmarks...", [this] { ShowBookmarks(); }, 0, 0, false, isAny});
+}
+
+void DeskFrame::AskWhereToGo()
+{
+    GoToDialog dialog(this, m_options.goTo, [this](const std::string& text) { return GoTo(text); });
+    if (dialog.DoModal() == IDOK)
+        FocusPane(Pane::LogText);
+    RefreshStatus();
+}
+
+std::string DeskFrame::GoTo(const std::string& typed)
+{
+    const GoToAnswer answer = ParseGoTo(typed, LogNames());
+    if (!answer.target)
+        return answer.error;
+    const GoToTarget& target = *answer.target;
+    CQmLogTextCtrl& text = GetTextCtrl();
+    if (target.kind == GoToTarget::Kind::Number)
+        return GoToNumber(target.value);
+    if (target.kind == GoToTarget::Kind::LogRow)
+    {
+        const std::vector<std::string> logs = LogNames();
+        const unsigned long rows = QmLogReaderDefine(target.log.c_str()).GetRowCount();
+        if (target.value > rows)
+            return target.log + " has " + CountText(rows, "row");
+        const auto log = std::find(logs.begin(), logs.end(), target.log);
+        return GoToRow(static_cast<int>(log - logs.begin()), target.value - 1);
+    }
+    const int rows = text.GetRowCount();
+    if (target.value > static_cast<std::uint32_t>(rows))
+        return "The log text has " + CountText(static_cast<std::uint64_t>(rows), "row");
+    ShowPane(Pane::LogText, true);
+    text.Focus(static_cast<int>(target.value) - 1, 0, false);
+    return "";
+}
+
+std::string DeskFrame::GoToNumber(std::uint32_t number)
+{
+    int file = 0;
+    unsigned long row = 0;
+    CQmLogRow record = {};
+    if (!GetTextCtrl().Find(number, true, file, row) ||
+        !QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).ReadStyle(row, record) || record.time != number)
+        return NoRowText(number);
+    return GoToRow(file, row);
+}
+
+std::string DeskFrame::GoToRow(int file, unsigned long row)
+{
+    CQmLogTextCtrl& text = GetTextCtrl();
+    ShowPane(Pane::LogText, true);
+    if (!text.GetFollowPauses())
+        text.SetFollow(false); // or the next row would take it out of sight
+    if (text.Reveal(file, row))
+        return "";
+    return "Row " + NumberText(row + 1) + " of " + CQmLogTextCtrl::GetFilePath(file) +
+           " cannot be unfolded: no row of Main leads to it";
+}
+
+// 0 without a row.
+std::uint32_t DeskFrame::CaretNumber()
+{
+    CQmLogTextCtrl& text = GetTextCtrl();
+    CQmLogRow record = {};
+    const int row = text.GetCaretRow();
+    return row < text.GetRowCount() && text.ReadStyle(row, record) ? record.time : 0;
+}
+
+void DeskFrame::ToggleBookmark()
+{
+    const std::uint32_t number = CaretNumber();
+    if (number != 0 && !m_bookmarks.Toggle(number))
+        Tell("There is no room for more than " + CountText(Bookmarks::kMost, "bookmark"));
+    GetTextCtrl().Invalidate();
+}
+
+void DeskFrame::GoToBookmark(Direction direction)
+{
+    const Bookmarks& bookmarks = m_bookmarks.Get();
+    const std::uint32_t caret = CaretNumber();
+    const std::optional<std::uint32_t> number =
+        direction == Direction::Forward ? bookmarks.Next(caret) : bookmarks.Previous(caret);
+    Tell(number ? GoToNumber(*number) : "");
+}
+
+void DeskFrame::ShowBookmarks()
+{
+    std::vector<BookmarksDialog::Line> lines;
+    for (const std::uint32_t number : m_bookmarks.Get().Numbers())
+        lines.push_back({number, BookmarkText(number)});
+    BookmarksDialog dialog(this, lines, [this](std::uint32_t number) {
+        if (m_bookmarks.Get().Has(number))
+            m_bookmarks.Toggle(number);
+    });
+    dialog.DoModal();
+    GetTextCtrl().Invalidate();
+    if (!dialog.Chosen())
+        return;
+    Tell(GoToNumber(*dialog.Chosen()));
+    FocusPane(Pane::LogText);
+}
+
+// "18342  SQL: select * from table"
+std::string DeskFrame::BookmarkText(std::uint32_t number)
+{
+    int file = 0;
+    unsigned long row = 0;
+    const char* line = nullptr;
+    unsigned long length = 0;
+    CQmLogRow record = {};
+    if (!GetTextCtrl().Find(number, true, file, row))
+        return NoRowText(number);
+    const char* const log = CQmLogTextCtrl::GetFilePath(file);
+    if (!QmLogReaderDefine(log).Read(row, line, length, record) || record.time != number)
+        return NoRowText(number);
+    std::string text(line, ZEMA::WholeCharacters(line, std::min<std::size_t>(length, kBookmarkBytes)));
+    std::replace_if(
+        text.begin(), text.end(), [](char character) { return static_cast<unsigned char>(character) < ' '; },
+        ' ');
+    return std::to_string(number) + "  " + log + ": " + text;
 }
 
 } // namespace logdesk

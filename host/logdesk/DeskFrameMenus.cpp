@@ -44,6 +44,7 @@ void DeskFrame::Scan(IQmCommand& collector)
     GetTextCtrl().ScanFilePath(collector);
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl});
     AddCommand(collector, {"&New Window", [this] { OpenNewWindow(); }, 'N', kQmControl});
+    AddCommand(collector, {"&Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});
     AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kQmShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,

@@ -99,15 +99,11 @@ void DeskFrame::ShowInLog(std::uint32_t id)
         return Tell("This message is no row of the session's logs");
     if (file < 0)
         return Tell(row->log + " is not shown in the log text, which shows the five logs of a session");
-    CQmLogTextCtrl& text = GetTextCtrl();
-    ShowPane(Pane::LogText, true);
-    if (!text.GetFollowPauses())
-        text.SetFollow(false); // or the next row would take it out of sight
-    if (text.Reveal(file, row->index))
+    const std::string error = GoToRow(file, row->index);
+    if (error.empty())
         FocusPane(Pane::LogText);
     else
-        Tell("Row " + std::to_string(row->index + 1) + " of " + row->log +
-             " cannot be unfolded: no row of Main leads to it");
+        Tell(error);
 }
 
 void DeskFrame::ShowInMessages()

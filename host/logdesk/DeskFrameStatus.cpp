@@ -37,6 +37,8 @@ LRESULT DeskFrame::OnPublish(WPARAM, LPARAM)
 // Of the folder only while its logs are seen.
 void DeskFrame::RefreshNotices()
 {
+    if (m_bookmarks.ForgetOld())
+        GetTextCtrl().Invalidate();
     const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
     m_told.Add(m_messages.TakeNotices(), m_ticks, kServiceTicks);
     std::vector<std::string> lines = m_answer.Lines(m_ticks);

@@ -3,6 +3,7 @@
 #include "zemacore/AppDataManager.h"
 
 #include <algorithm>
+#include <array>
 
 namespace logdesk
 {
@@ -11,9 +12,12 @@ namespace
 {
 
 constexpr const char* kSection = "LogDesk";
-// Keys "1" to "10", the most recent first.
+// Keys "1", "2" and so on, the most recent first.
 constexpr const char* kRecentSection = "LogDesk.Recent";
 constexpr const char* kRecentSessionsSection = "LogDesk.RecentSessions";
+constexpr const char* kBookmarksSection = "LogDesk.Bookmarks";
+constexpr DWORD kBookmarkBytes = 0x8000; // of a session, its folder included
+constexpr DWORD kGoToBytes = 100;
 
 IProfileStore* Profile()
 {
@@ -50,27 +54,29 @@ std::vector<Place> OtherWindows()
     return places;
 }
 
-RecentFiles ReadRecent(const char* section)
+// The texts of the keys "1" to "N", as far as there are any of at most `size` bytes.
+std::vector<std::string> ReadTexts(const char* section, std::size_t most, DWORD size)
 {
-    std::vector<std::string> paths;
+    std::vector<std::string> texts;
     IProfileStore* const profile = Profile();
-    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    std::string text(size, '\0');
+    for (std::size_t i = 0; profile && i < most; ++i)
     {
-        char path[MAX_PATH] = {};
-        if (profile->GetText(section, std::to_string(i + 1).c_str(), path, sizeof(path)) < sizeof(path))
-            paths.emplace_back(path);
+        const DWORD length = profile->GetText(section, std::to_string(i + 1).c_str(), text.data(), size);
+        if (length < size)
+            texts.push_back(text.substr(0, length));
     }
-    return RecentFiles(paths);
+    return texts;
 }
 
-void WriteRecent(const char* section, const RecentFiles& files)
+void WriteTexts(const char* section, std::size_t most, const std::vector<std::string>& texts)
 {
     IProfileStore* const profile = Profile();
-    for (std::size_t i = 0; profile && i < RecentFiles::kMost; ++i)
+    for (std::size_t i = 0; profile && i < most; ++i)
     {
         const std::string key = std::to_string(i + 1);
-        if (i < files.Paths().size())
-            profile->SetText(section, key.c_str(), files.Paths()[i].c_str());
+        if (i < texts.size())
+            profile->SetText(section, key.c_str(), texts[i].c_str());
         else
             profile->RemoveKey(section, key.c_str());
     }
@@ -98,6 +104,9 @@ WindowOptions ReadWindowOptions()
     options.guardFormulas = read("GuardFormulas") != 0;
     options.showToolBar = read("ToolBar", 1) != 0;
     options.openHere = read("OpenHere") != 0;
+    std::array<char, kGoToBytes> goTo = {};
+    if (profile && profile->GetText(kSection, "GoTo", goTo.data(), kGoToBytes) < kGoToBytes)
+        options.goTo = goTo.data();
     const Place place = {read("Left"), read("Top"), read("Width"), read("Height")};
     const bool isKnown = place.width > 0 && place.height > 0;
     const Place area = WorkArea({place.left, place.top, place.left + place.width, place.top + place.height});
@@ -137,6 +146,7 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
     profile->SetInteger(kSection, "GuardFormulas", options.guardFormulas ? 1 : 0);
     profile->SetInteger(kSection, "ToolBar", options.showToolBar ? 1 : 0);
     profile->SetInteger(kSection, "OpenHere", options.openHere ? 1 : 0);
+    profile->SetText(kSection, "GoTo", options.goTo.c_str());
 }
 
 bool HasListLayout()
@@ -147,22 +157,32 @@ bool HasListLayout()
 
 RecentFiles ReadRecentFiles()
 {
-    return ReadRecent(kRecentSection);
+    return RecentFiles(ReadTexts(kRecentSection, RecentFiles::kMost, MAX_PATH));
 }
 
 void WriteRecentFiles(const RecentFiles& files)
 {
-    WriteRecent(kRecentSection, files);
+    WriteTexts(kRecentSection, RecentFiles::kMost, files.Paths());
 }
 
 RecentFiles ReadRecentSessions()
 {
-    return ReadRecent(kRecentSessionsSection);
+    return RecentFiles(ReadTexts(kRecentSessionsSection, RecentFiles::kMost, MAX_PATH));
 }
 
 void WriteRecentSessions(const RecentFiles& sessions)
 {
-    WriteRecent(kRecentSessionsSection, sessions);
+    WriteTexts(kRecentSessionsSection, RecentFiles::kMost, sessions.Paths());
+}
+
+BookmarkStore ReadBookmarks()
+{
+    return BookmarkStore(ReadTexts(kBookmarksSection, BookmarkStore::kMostSessions, kBookmarkBytes));
+}
+
+void WriteBookmarks(const BookmarkStore& store)
+{
+    WriteTexts(kBookmarksSection, BookmarkStore::kMostSessions, store.Lines());
 }
 
 } // namespace logdesk

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "afxwin.h"
+#include "logdesk/Bookmarks.h"
 #include "logdesk/PaneSplit.h"
 #include "logdesk/RecentFiles.h"
 #include "logdesk/WindowPlace.h"
@@ -27,6 +28,7 @@ struct WindowOptions
     bool guardFormulas = false; // in tables that are copied and exported
     bool showToolBar = true;
     bool openHere = false; // sessions, in place of the one that is shown
+    std::string goTo;      // typed last into "Go To"
 };
 
 // The place is brought within the screen that is nearest to it, and beside other windows of ours.
@@ -42,6 +44,8 @@ bool HasListLayout();
 RecentFiles ReadRecentFiles();
 void WriteRecentFiles(const RecentFiles& files);
 RecentFiles ReadRecentSessions();
+BookmarkStore ReadBookmarks();
+void WriteBookmarks(const BookmarkStore& store);
 void WriteRecentSessions(const RecentFiles& sessions);
 
 } // namespace logdesk

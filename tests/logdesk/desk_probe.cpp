@@ -1,5 +1,5 @@
-// Prints what another program's window shows: its title, its notices, the panes of its status bar, and where
-// its text window lies on the screen. For the test that drives LogDesk from outside.
+// Prints what another program's window shows: its title, its notices, the panes of its status bar, the texts
+// of a dialog, and where its windows lie on the screen. For the test that drives LogDesk from outside.
 #include "wintypes.h"
 
 #include <commctrl.h>
@@ -31,6 +31,17 @@ std::string PaneText(HWND bar, WPARAM pane)
     return text;
 }
 
+// The system hands the text over as UTF-16, whatever was asked for.
+std::string ItemText(HWND list, WPARAM item)
+{
+    wchar_t wide[500] = {};
+    char text[1500] = {};
+    if (::SendMessageW(list, LB_GETTEXTLEN, item, 0) < 500)
+        ::SendMessageW(list, LB_GETTEXT, item, reinterpret_cast<LPARAM>(wide));
+    ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, text, sizeof(text), nullptr, nullptr);
+    return text;
+}
+
 BOOL CALLBACK PrintChild(HWND child, LPARAM)
 {
     char className[256] = {};
@@ -43,6 +54,17 @@ BOOL CALLBACK PrintChild(HWND child, LPARAM)
     if (std::string(className) == STATUSCLASSNAMEA)
         for (WPARAM pane = 0; pane < static_cast<WPARAM>(::SendMessageA(child, SB_GETPARTS, 0, 0)); ++pane)
             std::printf("pane: %s\n", PaneText(child, pane).c_str());
+    const std::string kind = className;
+    if (kind == "Static" || kind == "Edit")
+    {
+        char text[500] = {};
+        ::SendMessageA(child, WM_GETTEXT, sizeof(text), reinterpret_cast<LPARAM>(text));
+        std::printf("text: %s\n", text);
+    }
+    const WPARAM items =
+        kind == "ListBox" ? static_cast<WPARAM>(::SendMessageW(child, LB_GETCOUNT, 0, 0)) : 0;
+    for (WPARAM item = 0; item < items; ++item)
+        std::printf("item: %s\n", ItemText(child, item).c_str());
     if (::GetDlgCtrlID(child) == kNoticesId && ::IsWindowVisible(child))
     {
         char text[2000] = {};

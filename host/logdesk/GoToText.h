@@ -1,0 +1,37 @@
+// What is typed into "Go To".
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace logdesk
+{
+
+struct GoToTarget
+{
+    enum class Kind
+    {
+        Number,  // the row of any log with a sequence number
+        LogRow,  // a row of a log
+        ShownRow // a row as it is displayed
+    };
+    Kind kind = Kind::Number;
+    std::uint32_t value = 0; // a number, or a row counted from 1
+    std::string log = {};    // of LogRow
+    bool operator==(const GoToTarget&) const = default;
+};
+
+// A target, or a sentence on why there is none.
+struct GoToAnswer
+{
+    std::optional<GoToTarget> target;
+    std::string error;
+};
+
+// "18342" and "#18342" are numbers, "SQL 120" and "sql:120" rows of one of `logs`, and "row 500" is a
+// displayed one. Digits may be in groups, as LogDesk shows them.
+GoToAnswer ParseGoTo(const std::string& text, const std::vector<std::string>& logs);
+
+} // namespace logdesk

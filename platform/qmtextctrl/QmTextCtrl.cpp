@@ -5,6 +5,8 @@
 #include "QmTextFindBar.h"
 #include "vkgrafic/DrawingGuards.h"
 
+#include <algorithm>
+
 BEGIN_MESSAGE_MAP(CQmTextCtrl, CWnd)
     ON_WM_DESTROY()
     ON_WM_SIZE()
@@ -94,6 +96,7 @@ void CQmTextCtrl::OnSize(UINT, int width, int height)
 {
     m_client = {width, height};
     LayOutFindBar();
+    LayOutStrip();
     UpdateMetrics();
 }
 
@@ -103,8 +106,21 @@ void CQmTextCtrl::LoadColors()
     contrast.cbSize = sizeof(contrast);
     m_colors.highContrast = ::SystemParametersInfo(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
                             (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-    m_colors.window = ::GetSysColor(COLOR_WINDOW);
-    m_colors.windowText = ::GetSysColor(COLOR_WINDOWTEXT);
+    const bool isOwn = HasOwnColors();
+    m_colors.window = isOwn ? m_ownColors->window : ::GetSysColor(COLOR_WINDOW);
+    m_colors.windowText = isOwn ? m_ownColors->text : ::GetSysColor(COLOR_WINDOWTEXT);
+}
+
+void CQmTextCtrl::SetTextColors(const QmTextColors* colors)
+{
+    m_ownColors = colors ? std::make_unique<QmTextColors>(*colors) : nullptr;
+    LoadColors();
+    InvalidateText();
+}
+
+bool CQmTextCtrl::HasOwnColors() const
+{
+    return m_ownColors && !m_colors.highContrast;
 }
 
 void CQmTextCtrl::OnSysColorChange()
@@ -136,13 +152,7 @@ LRESULT CQmTextCtrl::OnSetFont(WPARAM font, LPARAM)
 {
     m_font = font ? reinterpret_cast<HFONT>(font) : static_cast<HFONT>(::GetStockObject(ANSI_FIXED_FONT));
     MeasureFont();
-    UpdateMetrics();
-    InvalidateText();
-    if (m_focused && m_prepared)
-    {
-        OnKillFocus(nullptr); // the caret is as high as a row
-        OnSetFocus(nullptr);
-    }
+    MetricsChanged();
     return 0;
 }
 
@@ -151,19 +161,54 @@ LRESULT CQmTextCtrl::OnGetFont(WPARAM, LPARAM)
     return reinterpret_cast<LRESULT>(m_font);
 }
 
-CRect CQmTextCtrl::GetTextArea() const
+CRect CQmTextCtrl::GetRowArea() const
 {
     const int bar = m_findBar ? m_findBar->GetShownHeight() : 0;
-    return {0, 0, m_client.cx, m_client.cy > bar ? m_client.cy - bar : 0};
+    return {0, 0, std::max<LONG>(m_client.cx - m_stripWidth, 0), std::max<LONG>(m_client.cy - bar, 0)};
+}
+
+CRect CQmTextCtrl::GetTextArea() const
+{
+    CRect area = GetRowArea();
+    area.left = std::min<LONG>(m_view.CurrentMetrics().margin, area.right);
+    return area;
+}
+
+void CQmTextCtrl::SetStrip(CWnd* strip, int width)
+{
+    m_strip = strip;
+    m_stripWidth = strip ? std::max(width, 0) : 0;
+    LayOutStrip();
+    MetricsChanged();
+}
+
+void CQmTextCtrl::LayOutStrip()
+{
+    const CRect area = GetRowArea();
+    if (m_strip && m_strip->GetSafeHwnd())
+        m_strip->MoveWindow(area.right, 0, m_stripWidth, area.Height());
+}
+
+void CQmTextCtrl::MetricsChanged()
+{
+    UpdateMetrics();
+    InvalidateText();
+    if (m_focused && m_prepared)
+    {
+        OnKillFocus(nullptr); // the caret is as high as a row
+        OnSetFocus(nullptr);
+    }
 }
 
 void CQmTextCtrl::UpdateMetrics()
 {
     if (!m_prepared)
         return;
-    const CRect area = GetTextArea();
+    const CRect area = GetRowArea();
+    const int margin = std::min(std::max(GetMarginWidth(), 0), area.Width() / 2);
     Apply([&] {
-        m_view.SetMetrics({m_columnWidth, GetRowHeight(), area.Width(), area.Height(), GetColumnCount()});
+        m_view.SetMetrics(
+            {m_columnWidth, GetRowHeight(), area.Width() - margin, area.Height(), GetColumnCount(), margin});
     });
 }
 
@@ -173,6 +218,46 @@ int CQmTextCtrl::GetRowLeft(int)
 }
 
 void CQmTextCtrl::GetRowCells(int, VkGrafic::TextCells&) {}
+
+int CQmTextCtrl::GetMarginWidth()
+{
+    return 0;
+}
+
+void CQmTextCtrl::DrawMargin(CDC&, const CRect&, int) {}
+
+bool CQmTextCtrl::IsInMargin(CPoint point) const
+{
+    return point.x < m_view.CurrentMetrics().margin && GetRowArea().PtInRect(point);
+}
+
+int CQmTextCtrl::GetRowsAbove(int)
+{
+    return 0;
+}
+
+void CQmTextCtrl::DrawCover(CDC&, const CRect&, int) {}
+
+bool CQmTextCtrl::OnCoverClick(int, CPoint)
+{
+    return false;
+}
+
+int CQmTextCtrl::GetCoveredRows()
+{
+    return m_view.CoveredRows();
+}
+
+int CQmTextCtrl::GetCoveredLine(CPoint point)
+{
+    const int line = point.y < 0 ? -1 : static_cast<int>(point.y) / m_view.CurrentMetrics().rowHeight;
+    return GetRowArea().PtInRect(point) && line < GetCoveredRows() ? line : -1;
+}
+
+void CQmTextCtrl::SetZoom(std::function<void(int steps)> zoom)
+{
+    m_zoom = std::move(zoom);
+}
 
 int CQmTextCtrl::GetRowHeight()
 {
@@ -215,6 +300,11 @@ void CQmTextCtrl::EnsureVisible(int row, int column, int rowCount, int columnCou
 void CQmTextCtrl::Focus(int row, int column, bool bottom)
 {
     Apply([&] { m_view.Focus({row, column}, bottom); });
+}
+
+void CQmTextCtrl::FocusInContext(int row, int column, int columnCount)
+{
+    Apply([&] { m_view.FocusInContext({row, column}, columnCount); });
 }
 
 void CQmTextCtrl::Select(int row, int column)

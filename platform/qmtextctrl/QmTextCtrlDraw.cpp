@@ -36,15 +36,17 @@ BOOL CQmTextCtrl::OnEraseBkgnd(CDC*)
 void CQmTextCtrl::OnPaint()
 {
     CPaintDC dc(this);
-    CRect area;
-    if (!m_prepared || !area.IntersectRect(&dc.m_ps.rcPaint, GetTextArea()))
+    CRect area = GetRowArea();
+    if (m_stripWidth > 0) // where the strip is not seen
+        dc.FillSolidRect(CRect(area.right, 0, m_client.cx, area.bottom), m_colors.window);
+    if (!m_prepared || !area.IntersectRect(&dc.m_ps.rcPaint, GetRowArea()))
         return;
 
     // Asked for here, for no message tells whether the focus goes from the find bar to a window outside.
     const HWND focus = ::GetFocus();
     const bool isActive = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
-    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+    LoadSelectionColors(isActive);
+    m_coveredRows = m_view.CoveredRows();
     if (const textview::Range rows = RowsToDraw(area); rows.begin < rows.end)
         PrepareRows(rows.begin, rows.end - rows.begin);
     CRect band = area;
@@ -65,6 +67,18 @@ void CQmTextCtrl::OnPaint()
     UpdateScrollBars(); // rows farther to the right than any before may have come into view
 }
 
+void CQmTextCtrl::LoadSelectionColors(bool isActive)
+{
+    if (HasOwnColors())
+    {
+        m_colors.selection = isActive ? m_ownColors->selection : m_ownColors->inactiveSelection;
+        m_colors.selectionText = isActive ? m_ownColors->selectionText : m_ownColors->inactiveSelectionText;
+        return;
+    }
+    m_colors.selection = ::GetSysColor(isActive ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
+    m_colors.selectionText = ::GetSysColor(isActive ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+}
+
 void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
 {
     const VkGrafic::Selected font(dc, m_font);
@@ -72,10 +86,35 @@ void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
     dc.SetBkMode(TRANSPARENT);
 
     const textview::Range rows = RowsToDraw(area);
+    CRect text;
+    if (text.IntersectRect(area, GetTextArea()))
+    {
+        const VkGrafic::SavedState unclipped(dc);
+        if (text != area)
+            dc.IntersectClipRect(text); // scrolled text would lie in the margin
+        for (int row = rows.begin; row < rows.end; ++row)
+        {
+            DrawRow(dc, m_view.XOf({row, 0}), m_view.YOf(row), row);
+            DrawSelection(dc, text, row);
+        }
+    }
+    DrawMargins(dc, area, rows);
+    CRect cover = GetRowArea();
+    cover.bottom = std::min(cover.bottom, static_cast<LONG>(m_view.YOf(GetTopRow() + m_coveredRows)));
+    if (m_coveredRows > 0 && CRect().IntersectRect(cover, area))
+        DrawCover(dc, cover, m_coveredRows);
+}
+
+void CQmTextCtrl::DrawMargins(CDC& dc, const CRect& area, textview::Range rows)
+{
+    const int margin = m_view.CurrentMetrics().margin;
+    if (area.left >= margin)
+        return;
     for (int row = rows.begin; row < rows.end; ++row)
     {
-        DrawRow(dc, m_view.XOf({row, 0}), m_view.YOf(row), row);
-        DrawSelection(dc, area, row);
+        const int y = m_view.YOf(row);
+        DrawMargin(dc, CRect(0, y, margin, y + m_view.CurrentMetrics().rowHeight), row);
+        dc.SetBkMode(TRANSPARENT);
     }
 }
 
@@ -118,14 +157,14 @@ COLORREF CQmTextCtrl::GetDrawColor(COLORREF wanted) const
 void CQmTextCtrl::InvalidateText()
 {
     if (m_prepared)
-        InvalidateRect(GetTextArea(), FALSE);
+        InvalidateRect(GetRowArea(), FALSE);
 }
 
 void CQmTextCtrl::InvalidateRows(textview::Range rows)
 {
     if (rows.begin == rows.end)
         return;
-    CRect area = GetTextArea();
+    CRect area = GetRowArea();
     const int marks = m_view.CurrentMetrics().rowHeight / 2; // in the row below
     const int bottom = std::min(m_view.YOf(rows.end), static_cast<int>(area.bottom)) + marks;
     const CRect changed(area.left, m_view.YOf(rows.begin), area.right, bottom);
@@ -136,12 +175,22 @@ void CQmTextCtrl::InvalidateRows(textview::Range rows)
 void CQmTextCtrl::ShowChange(const textview::State& before)
 {
     const textview::State& after = m_view.CurrentState();
-    const CRect area = GetTextArea();
+    CRect area = GetRowArea();
     const std::int64_t rows = static_cast<std::int64_t>(before.top) - after.top;
     const std::int64_t down = rows * m_view.CurrentMetrics().rowHeight;
     const std::int64_t right = static_cast<std::int64_t>(before.offset) - after.offset;
+    const int covered = std::max(m_coveredRows, m_view.CoveredRows());
+    if (right != 0)
+        area = GetTextArea();
     if (down != 0 || right != 0)
     {
+        if (covered > 0) // what covers rows does not move
+        {
+            CRect cover = GetRowArea();
+            area.top = std::min(static_cast<LONG>(covered * m_view.CurrentMetrics().rowHeight), area.bottom);
+            cover.bottom = area.top;
+            InvalidateRect(cover, FALSE);
+        }
         const bool partly = std::max(down, -down) < area.Height() && std::max(right, -right) < area.Width();
         if (partly && (down == 0 || right == 0)) // what stays in view is moved
             ::ScrollWindowEx(m_hWnd, static_cast<int>(right), static_cast<int>(down), area, area, nullptr,
@@ -180,8 +229,12 @@ void CQmTextCtrl::UpdateCaret()
         return;
     const textview::Cell caret = m_view.CurrentState().caret;
     const int y = m_view.YOf(caret.row);
-    const bool inView = y >= 0 && y < GetTextArea().bottom;
-    SetCaretPos(CPoint(m_view.XOf(caret), inView ? y : -m_view.CurrentMetrics().rowHeight));
+    const int x = m_view.XOf(caret);
+    const CRect area = GetTextArea();
+    const int line = caret.row - GetTopRow();
+    const bool isCovered = line >= 0 && line < m_view.CoveredRows();
+    const bool inView = y >= 0 && y < area.bottom && !isCovered && x >= area.left;
+    SetCaretPos(CPoint(x, inView ? y : -m_view.CurrentMetrics().rowHeight));
 }
 
 void CQmTextCtrl::OnSetFocus(CWnd*)

@@ -40,6 +40,7 @@ void CQmTextCtrl::FindInput()
     if (!m_findBar->Open())
         return;
     LayOutFindBar();
+    LayOutStrip();
     UpdateMetrics();
     m_findBar->TakeFocus(m_findText.c_str());
 }
@@ -49,6 +50,7 @@ void CQmTextCtrl::CloseFind()
     if (!m_prepared || !m_findBar || m_findBar->GetShownHeight() == 0)
         return;
     m_findBar->Close();
+    LayOutStrip();
     UpdateMetrics();
     InvalidateText();
     ::SetFocus(m_hWnd);
@@ -56,7 +58,7 @@ void CQmTextCtrl::CloseFind()
 
 void CQmTextCtrl::LayOutFindBar()
 {
-    const int top = GetTextArea().bottom;
+    const int top = GetRowArea().bottom;
     if (m_findBar && m_findBar->GetShownHeight() > 0)
         m_findBar->MoveWindow(0, top, m_client.cx, m_findBar->GetShownHeight());
 }

@@ -38,6 +38,24 @@ std::optional<Motion> MotionOfKey(UINT key, bool control)
     return std::nullopt;
 }
 
+std::optional<int> ZoomOfKey(UINT key)
+{
+    switch (key)
+    {
+    case VK_ADD:
+    case VK_OEM_PLUS:
+        return 1;
+    case VK_SUBTRACT:
+    case VK_OEM_MINUS:
+        return -1;
+    case VK_NUMPAD0:
+    case '0':
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
 bool IsDown(int key)
 {
     return ::GetKeyState(key) < 0;
@@ -57,7 +75,7 @@ unsigned WheelSetting(UINT action)
 
 // The position that a scroll bar's message asks for; none for a code that asks for nothing.
 std::optional<int> ScrolledPosition(HWND hwnd, int bar, UINT code, const textview::ScrollRange& range,
-                                    int line)
+                                    int line, int page)
 {
     const auto moved = [&range](int by) {
         const std::int64_t position = static_cast<std::int64_t>(range.position) + by;
@@ -70,9 +88,9 @@ std::optional<int> ScrolledPosition(HWND hwnd, int bar, UINT code, const textvie
     case SB_LINEDOWN:
         return moved(line);
     case SB_PAGEUP:
-        return moved(-range.page);
+        return moved(-page);
     case SB_PAGEDOWN:
-        return moved(range.page);
+        return moved(page);
     case SB_TOP:
         return 0;
     case SB_BOTTOM:
@@ -99,6 +117,8 @@ UINT CQmTextCtrl::OnGetDlgCode()
 
 void CQmTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
 {
+    if (const std::optional<int> zoom = ZoomOfKey(key); zoom && IsDown(VK_CONTROL) && Zoom(*zoom))
+        return;
     const std::optional<Motion> motion = MotionOfKey(key, IsDown(VK_CONTROL));
     if (!motion)
         return CWnd::OnKeyDown(key, repeat, flags);
@@ -111,6 +131,8 @@ void CQmTextCtrl::OnLButtonDown(UINT flags, CPoint point)
     const HWND window = m_hWnd;
     ::SetFocus(window);
     if (!::IsWindow(window)) // who lost the focus may have closed it
+        return;
+    if (const int line = GetCoveredLine(point); line >= 0 && OnCoverClick(line, point))
         return;
     ::SetCapture(window);
     ::SetTimer(window, kDragTimer, kDragInterval, nullptr);
@@ -176,7 +198,7 @@ void CQmTextCtrl::OnContextMenu(CWnd* wnd, CPoint point)
     CPoint inside = point;
     ScreenToClient(&inside);
     const bool byKey = point == CPoint(-1, -1);
-    if (wnd != this || !m_prepared || (!byKey && !GetTextArea().PtInRect(inside)))
+    if (wnd != this || !m_prepared || (!byKey && !GetRowArea().PtInRect(inside)))
         return CWnd::OnContextMenu(wnd, point); // the find bar's or a scroll bar's
     if (byKey)
     {
@@ -188,8 +210,23 @@ void CQmTextCtrl::OnContextMenu(CWnd* wnd, CPoint point)
     OnTextMenu(point); // may destroy this object
 }
 
-BOOL CQmTextCtrl::OnMouseWheel(UINT, short delta, CPoint)
+// Tells the host, which may set another font meanwhile; false when it does not want to know.
+bool CQmTextCtrl::Zoom(int steps)
 {
+    if (!m_zoom)
+        return false;
+    m_zoom(steps);
+    return true;
+}
+
+BOOL CQmTextCtrl::OnMouseWheel(UINT flags, short delta, CPoint)
+{
+    if ((flags & MK_CONTROL) != 0 && m_zoom)
+    {
+        if (const int steps = m_zoomWheel.Add(delta, 1); steps != 0)
+            Zoom(steps);
+        return TRUE;
+    }
     const unsigned lines = WheelSetting(SPI_GETWHEELSCROLLLINES);
     ApplyUser([&] { m_view.Wheel(delta, lines); });
     return TRUE;
@@ -203,14 +240,15 @@ void CQmTextCtrl::OnMouseHWheel(UINT, short delta, CPoint)
 
 void CQmTextCtrl::OnVScroll(UINT code, UINT, CScrollBar*)
 {
-    const auto position = ScrolledPosition(m_hWnd, SB_VERT, code, m_view.RowScroll(), 1);
+    const auto position = ScrolledPosition(m_hWnd, SB_VERT, code, m_view.RowScroll(), 1, m_view.PageStep());
     if (position)
         ApplyUser([&] { m_view.ScrollToRow(*position); });
 }
 
 void CQmTextCtrl::OnHScroll(UINT code, UINT, CScrollBar*)
 {
-    const auto position = ScrolledPosition(m_hWnd, SB_HORZ, code, m_view.PixelScroll(), m_columnWidth);
+    const textview::ScrollRange range = m_view.PixelScroll();
+    const auto position = ScrolledPosition(m_hWnd, SB_HORZ, code, range, m_columnWidth, range.page);
     if (position)
         ApplyUser([&] { m_view.ScrollToPixel(*position); });
 }

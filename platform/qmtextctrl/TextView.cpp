@@ -10,6 +10,8 @@ namespace
 constexpr int kNotch = 120;
 constexpr int kMaxInt = std::numeric_limits<int>::max();
 constexpr int kScrolledColumns = 8; // by a key
+constexpr int kMostCovered = 64;    // rows
+constexpr int kContextColumns = 8;  // on both sides of what is shown in its context
 
 int Limited(std::int64_t value)
 {
@@ -62,8 +64,9 @@ void TextView::SetMetrics(const Metrics& metrics)
 {
     const bool otherCells =
         metrics.cellWidth != m_metrics.cellWidth || metrics.columnCount != m_metrics.columnCount;
-    m_metrics = {std::max(metrics.cellWidth, 1), std::max(metrics.rowHeight, 1), std::max(metrics.width, 1),
-                 std::max(metrics.height, 1), std::max(metrics.columnCount, 0)};
+    m_metrics = {std::max(metrics.cellWidth, 1),   std::max(metrics.rowHeight, 1),
+                 std::max(metrics.width, 1),       std::max(metrics.height, 1),
+                 std::max(metrics.columnCount, 0), std::max(metrics.margin, 0)};
     if (otherCells)
         m_widest = 0;
     ScrollBy(0, 0);
@@ -111,6 +114,26 @@ Range TextView::VisibleRows()
     return {m_state.top, Limited(std::min<std::int64_t>(m_state.top + begun, m_rows.GetRowCount()))};
 }
 
+int TextView::RowsAbove(int row)
+{
+    if (row < 0 || row >= m_rows.GetRowCount())
+        return 0;
+    return std::clamp(m_rows.GetRowsAbove(row), 0, std::min(PageRows() / 2, kMostCovered));
+}
+
+int TextView::CoveredRows()
+{
+    int covered = 0;
+    while (RowsAbove(Limited(std::int64_t{m_state.top} + covered)) > covered)
+        ++covered;
+    return covered;
+}
+
+int TextView::PageStep()
+{
+    return std::max(PageRows() - CoveredRows(), 1);
+}
+
 bool TextView::IsAtEnd()
 {
     return m_rows.GetRowCount() - m_state.top <= PageRows();
@@ -151,7 +174,7 @@ int TextView::ColumnBehind(Cell place, int characters)
 
 int TextView::XOf(Cell place)
 {
-    return Limited(PixelOf(place) - m_state.offset);
+    return Limited(PixelOf(place) - m_state.offset + m_metrics.margin);
 }
 
 int TextView::YOf(int row) const
@@ -164,8 +187,11 @@ bool TextView::HitTest(int x, int y, Cell& cell)
     const std::int64_t row = m_state.top + static_cast<std::int64_t>(FloorDivide(y, m_metrics.rowHeight));
     const int rowCount = m_rows.GetRowCount();
     cell = {static_cast<int>(std::clamp<std::int64_t>(row, 0, rowCount)), 0};
-    const std::int64_t pixel = static_cast<std::int64_t>(x) + m_state.offset - LeftOf(cell.row);
+    const std::int64_t inArea = static_cast<std::int64_t>(x) - m_metrics.margin;
+    const std::int64_t pixel = inArea + m_state.offset - LeftOf(cell.row);
     cell.column = FloorDivide(pixel, m_metrics.cellWidth);
+    if (inArea < 0 && m_metrics.margin > 0)
+        cell.column = std::min(cell.column, -1); // scrolled text lies below the margin
     if (cell.column > 0)
         cell.column = CellsOf(cell.row).ColumnOf(cell.column);
     return row >= 0 && row < rowCount;
@@ -215,7 +241,8 @@ void TextView::EnsureVisible(Cell place, int rowCount, int columnCount)
     place.row = std::clamp(place.row, 0, LastRow());
     place.column = std::max(place.column, 0);
     const std::int64_t missing = static_cast<std::int64_t>(place.row) + std::max(rowCount, 1) - PageRows();
-    ScrollToTop(std::min<std::int64_t>(std::max<std::int64_t>(m_state.top, missing), place.row));
+    const std::int64_t highest = static_cast<std::int64_t>(place.row) - RowsAbove(place.row);
+    ScrollToTop(std::min<std::int64_t>(std::max<std::int64_t>(m_state.top, missing), highest));
 
     if (columnCount <= 0)
         return;
@@ -268,10 +295,38 @@ void TextView::MoveRow(std::int64_t row, Caret mode)
 void TextView::Focus(Cell place, bool bottom)
 {
     const Cell bounded = Bounded(place.row, place.column);
-    const bool inView = bounded.row >= m_state.top && bounded.row - m_state.top < PageRows();
+    const std::int64_t row = bounded.row;
+    const int above = RowsAbove(bounded.row);
+    const bool inView = row - m_state.top >= above && row - m_state.top < PageRows();
     if (!inView)
-        ScrollToTop(bottom ? static_cast<std::int64_t>(bounded.row) - PageRows() + 1 : bounded.row);
+        ScrollToTop(bottom ? row - PageRows() + 1 : row - above);
     MoveCaret(bounded, Caret::Move);
+}
+
+// As many rows above as half of those that a row out of view would have: so going from one place to the next
+// scrolls seldom, and what is found is never at the edge.
+void TextView::FocusInContext(Cell place, int columnCount)
+{
+    const Cell bounded = Bounded(place.row, place.column);
+    const int third = PageRows() / 3;
+    const int context = third / 2;
+    const int above = RowsAbove(bounded.row);
+    const std::int64_t line = static_cast<std::int64_t>(bounded.row) - m_state.top;
+    if (line < above + context || line >= PageRows() - context)
+        ScrollToTop(static_cast<std::int64_t>(bounded.row) - std::max(third, above + context));
+    MoveCaret(bounded, Caret::Move);
+
+    const std::int64_t before = PixelOf(bounded) - m_state.offset;
+    const std::int64_t behind =
+        before + static_cast<std::int64_t>(std::max(columnCount, 1)) * m_metrics.cellWidth;
+    const std::int64_t around = std::int64_t{kContextColumns} * m_metrics.cellWidth;
+    if (before < around || behind > m_metrics.width - around)
+    {
+        const int from = std::max(bounded.column - kContextColumns, 0);
+        const int to = Limited(std::int64_t{bounded.column} + std::max(columnCount, 1) + kContextColumns);
+        EnsureVisible({bounded.row, from}, 1, to - from);
+    }
+    EnsureVisible(bounded, 1, columnCount);
 }
 
 void TextView::Select(Cell place)
@@ -320,6 +375,7 @@ void TextView::Move(Motion motion, Caret mode)
     const Cell caret = Bounded(m_state.caret.row, m_state.caret.column);
     const std::int64_t row = caret.row;
     const int page = PageRows();
+    const int step = PageStep();
     switch (motion)
     {
     case Motion::Left:
@@ -339,13 +395,13 @@ void TextView::Move(Motion motion, Caret mode)
     case Motion::Down:
         return MoveRow(row + 1, mode);
     case Motion::PageUp:
-        ScrollBy(-page, 0);
-        return MoveRow(row - page, mode);
+        ScrollBy(-step, 0);
+        return MoveRow(row - step, mode);
     case Motion::PageDown:
-        ScrollBy(page, 0);
-        return MoveRow(row + page, mode);
+        ScrollBy(step, 0);
+        return MoveRow(row + step, mode);
     case Motion::WindowTop:
-        return MoveRow(m_state.top, mode);
+        return MoveRow(static_cast<std::int64_t>(m_state.top) + CoveredRows(), mode);
     case Motion::WindowBottom:
         return MoveRow(static_cast<std::int64_t>(m_state.top) + page - 1, mode);
     case Motion::Begin:
@@ -365,9 +421,10 @@ void TextView::Move(Motion motion, Caret mode)
 
 Cell TextView::CellAt(int x, int y)
 {
-    const int line = std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight;
+    const int line = std::max(std::clamp(y, 0, m_metrics.height - 1) / m_metrics.rowHeight, CoveredRows());
     const Cell row = Bounded(static_cast<std::int64_t>(m_state.top) + line, 0);
-    const std::int64_t pixel = std::clamp<std::int64_t>(x, 0, m_metrics.width) + m_state.offset;
+    const std::int64_t inArea = static_cast<std::int64_t>(x) - m_metrics.margin;
+    const std::int64_t pixel = std::clamp<std::int64_t>(inArea, 0, m_metrics.width) + m_state.offset;
     const std::int64_t fromLeft = pixel - LeftOf(row.row);
     const VkGrafic::TextCells& cells = CellsOf(row.row);
     const int begin = cells.ColumnOf(FloorDivide(fromLeft, m_metrics.cellWidth));
@@ -386,8 +443,11 @@ void TextView::Click(int x, int y, Caret mode)
 
 bool TextView::Autoscroll(int x, int y)
 {
-    const int rows = UnitsOutside(y, m_metrics.height, m_metrics.rowHeight);
-    const int columns = UnitsOutside(x, m_metrics.width, m_metrics.cellWidth);
+    const int cover = CoveredRows() * m_metrics.rowHeight;
+    const int below = Limited(static_cast<std::int64_t>(y) - cover);
+    const int inArea = Limited(static_cast<std::int64_t>(x) - m_metrics.margin);
+    const int rows = UnitsOutside(below, m_metrics.height - cover, m_metrics.rowHeight);
+    const int columns = UnitsOutside(inArea, m_metrics.width, m_metrics.cellWidth);
     if (rows == 0 && columns == 0)
         return false;
     ScrollBy(std::clamp(rows, -PageRows(), PageRows()), std::clamp(columns, -PageColumns(), PageColumns()));

@@ -31,6 +31,11 @@ public:
         const std::string& text = rows.at(static_cast<std::size_t>(row)).text;
         cells.Take(text.data(), text.size());
     }
+    int GetRowsAbove(int row) override
+    {
+        return row < static_cast<int>(above.size()) ? above[static_cast<std::size_t>(row)] : 0;
+    }
+    std::vector<int> above;
 };
 
 // Rows that are all alike, up to as many as a number holds.
@@ -43,6 +48,8 @@ public:
     int GetRowColumnCount(int) override { return row.columns; }
     int GetRowLeft(int) override { return row.left; }
     void GetRowCells(int, VkGrafic::TextCells&) override {}
+    int GetRowsAbove(int) override { return above; }
+    int above = 0;
 };
 
 // What characters of a text are to its reader, how many cells each takes.
@@ -287,6 +294,122 @@ TEST_F(TextViewTest, FocusGoesToTheEdgeAskedForWhenOutOfView)
     EXPECT_EQ((Cell{1, 20}), view.SelectionEnd());
 }
 
+// Twelve rows in view; of those out of view or near an edge, the row comes to a third of the window.
+TEST_F(TextViewTest, ShowsARowInItsContext)
+{
+    struct Case
+    {
+        int rowCount, top, row, expectedTop;
+    };
+    const Case cases[] = {
+        {100, 20, 24, 20},                    // in the midst
+        {100, 20, 22, 20},                    // the first and the last that stay
+        {100, 20, 29, 20}, {100, 20, 21, 17}, // near the edges
+        {100, 20, 30, 26}, {100, 20, 90, 86}, // out of view
+        {100, 20, 5, 1},   {100, 20, 2, 0},   // no rows before
+        {100, 20, 99, 88}, {8, 0, 7, 0},      // all of them are in view
+        {0, 0, 3, 0},
+    };
+    for (const Case& c : cases)
+    {
+        text.rows.assign(static_cast<std::size_t>(c.rowCount), {20, 16, {}});
+        view.SetMetrics({8, 10, 80, 125, 30});
+        view.Reload();
+        view.ScrollToRow(c.top);
+        view.FocusInContext({c.row, 0}, 1);
+        EXPECT_EQ(c.expectedTop, view.CurrentState().top) << "case " << &c - cases;
+        EXPECT_EQ(std::min(c.row, std::max(c.rowCount - 1, 0)), view.CurrentState().caret.row);
+    }
+
+    text.rows.assign(100, {200, 16, {}});
+    view.SetMetrics({8, 10, 400, 125, 200});
+    view.FocusInContext({50, 100}, 5);
+    EXPECT_LE(8 * 8, view.XOf({50, 100}));
+    EXPECT_GE(400 - 8 * 8, view.XOf({50, 105}));
+    view.FocusInContext({50, 20}, 500);
+    EXPECT_EQ(0, view.XOf({50, 20})) << "wider than the window: its beginning";
+}
+
+// Three blocks within each other begin at rows 2, 3 and 4; rows 5 to 19 are in the third.
+TEST_F(TextViewTest, KeepsRowsFreeBelowThatCoverThem)
+{
+    text.rows.assign(30, {20, 16, {}});
+    text.above = {0, 0, 0, 1, 2};
+    text.above.resize(20, 3);
+    view.SetMetrics({8, 10, 80, 105, 30});
+    const std::pair<int, int> covered[] = {{0, 0},  {1, 0},  {2, 0},  {3, 3},  {4, 3}, {5, 3},
+                                           {16, 3}, {17, 3}, {18, 2}, {19, 1}, {20, 0}};
+    for (const auto& [top, rows] : covered)
+    {
+        view.ScrollToRow(top);
+        EXPECT_EQ(rows, view.CoveredRows()) << "top " << top;
+    }
+
+    struct Case
+    {
+        int top, row, expectedTop;
+    };
+    const Case cases[] = {{15, 10, 7}, {15, 17, 14}, {15, 18, 15}, {15, 4, 2},
+                          {15, 3, 2},  {5, 15, 6},   {15, 25, 16}};
+    for (const Case& c : cases)
+    {
+        view.ScrollToRow(c.top);
+        view.EnsureVisible({c.row, 0}, 1, 1);
+        EXPECT_EQ(c.expectedTop, view.CurrentState().top) << "row " << c.row;
+        view.ScrollToRow(c.top);
+        view.Focus({c.row, 0}, true);
+        EXPECT_LE(view.CoveredRows(), c.row - view.CurrentState().top) << "row " << c.row;
+        view.ScrollToRow(c.top);
+        view.FocusInContext({c.row, 0}, 1);
+        EXPECT_LT(view.CoveredRows(), c.row - view.CurrentState().top) << "row " << c.row;
+    }
+
+    view.ScrollToRow(10);
+    view.Click(20, 5, Caret::Move);
+    EXPECT_EQ(13, view.CurrentState().caret.row) << "the first row that is seen";
+    view.Move(Motion::WindowTop, Caret::Move);
+    EXPECT_EQ(13, view.CurrentState().caret.row);
+    EXPECT_EQ(10, view.CurrentState().top);
+    view.Move(Motion::PageDown, Caret::Move);
+    EXPECT_EQ(17, view.CurrentState().top) << "no row is passed over";
+    EXPECT_EQ(20, view.CurrentState().caret.row);
+    view.ScrollToRow(10);
+    EXPECT_TRUE(view.Autoscroll(20, 29)) << "a drag over what covers rows scrolls";
+    EXPECT_EQ(9, view.CurrentState().top);
+    EXPECT_FALSE(view.Autoscroll(20, 30));
+
+    text.above.assign(30, 100);
+    EXPECT_EQ(5, view.CoveredRows()) << "half of the window stays";
+}
+
+// A margin of 30 pixels before a text area of 80, scrolled by 20.
+TEST_F(TextViewTest, TheMarginStaysWhereItIs)
+{
+    view.SetMetrics({8, 10, 80, 45, 30, 30});
+    view.ScrollToPixel(20);
+    EXPECT_EQ(30 + 16 - 20, view.XOf({0, 0}));
+    struct Case
+    {
+        int x, column, clicked;
+    };
+    const Case cases[] = {{-5, -1, 1}, {0, -1, 1}, {29, -1, 1},  {30, 0, 1},
+                          {34, 1, 1},  {39, 1, 2}, {109, 10, 10}};
+    for (const Case& c : cases)
+    {
+        Cell hit;
+        EXPECT_TRUE(view.HitTest(c.x, 5, hit));
+        EXPECT_EQ(c.column, std::max(hit.column, -1)) << "x " << c.x;
+        view.Click(c.x, 5, Caret::Move);
+        EXPECT_EQ(c.clicked, view.CurrentState().caret.column) << "x " << c.x;
+    }
+    EXPECT_FALSE(view.Autoscroll(30, 5));
+    EXPECT_FALSE(view.Autoscroll(109, 5));
+    EXPECT_TRUE(view.Autoscroll(29, 5));
+    EXPECT_EQ(12, view.CurrentState().offset);
+    EXPECT_TRUE(view.Autoscroll(110, 5));
+    EXPECT_EQ(20, view.CurrentState().offset);
+}
+
 TEST_F(TextViewTest, RowsMovedAboveTakeEverythingAlong)
 {
     const int cases[][5] = {
@@ -416,14 +539,16 @@ TEST(TextView, EveryOperationKeepsWithinTheNumbers)
         EqualRows rows;
         rows.count = std::max(any(), 0);
         rows.row = {any(), any(), {}};
+        rows.above = any();
         TextView view(rows);
-        view.SetMetrics({any(), any(), any(), any(), any()});
+        view.SetMetrics({any(), any(), any(), any(), any(), any()});
         for (int step = 0; step < 20; ++step)
         {
             Cell cell = {any(), any()};
             const State before = view.CurrentState();
             view.Focus(cell, step % 2 == 0);
             view.Select({any(), any()});
+            view.FocusInContext({any(), any()}, any());
             view.EnsureVisible(cell, any(), any());
             view.ScrollToRow(any());
             view.ScrollToPixel(any());

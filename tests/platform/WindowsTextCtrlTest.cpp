@@ -54,6 +54,21 @@ public:
         if (onUserScroll)
             onUserScroll();
     }
+    int GetMarginWidth() override { return marginWidth; }
+    void DrawMargin(CDC& dc, const CRect& margin, int row) override
+    {
+        dc.FillSolidRect(margin, RGB(0, row, 0));
+    }
+    int GetRowsAbove(int row) override { return std::min(row % 10, above); }
+    void DrawCover(CDC& dc, const CRect& area, int covered) override
+    {
+        dc.FillSolidRect(area, RGB(0, 0, 100 + covered));
+    }
+    bool OnCoverClick(int line, CPoint) override
+    {
+        coverClick = line;
+        return true;
+    }
     const std::string& Text(int row) const { return rows.at(static_cast<std::size_t>(row)); }
 
     std::vector<std::string> rows = std::vector<std::string>(100, "some text");
@@ -61,6 +76,9 @@ public:
     std::pair<int, int> prepared;
     int finds = 0;
     int userScrolls = 0;
+    int marginWidth = 0;
+    int above = 0;
+    int coverClick = -1;
     CPoint menuPoint;
     std::function<void()> onMenu, onUserScroll;
 };
@@ -214,6 +232,8 @@ TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
     LOGFONT logFont = {};
     logFont.lfHeight = 19;
     ASSERT_TRUE(high.CreateFontIndirect(&logFont));
+    CWnd strip;
+    ASSERT_TRUE(strip.CreateEx(0, AfxRegisterWndClass(0), "", WS_CHILD, 0, 0, 0, 0, *text, nullptr));
     logFont.lfHeight = 12;
     ASSERT_TRUE(low.CreateFontIndirect(&logFont));
     std::mt19937 random(1);
@@ -230,6 +250,12 @@ TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
             step % 2 == 0 ? text->FindInput() : text->CloseFind();
         if (step % 11 == 0)
             text->SetFont(step % 2 == 0 ? &high : &low);
+        if (step % 17 == 0)
+        {
+            text->marginWidth = static_cast<int>(random() % 3) * 20;
+            text->above = static_cast<int>(random() % 4);
+            text->SetStrip(step % 2 == 0 ? &strip : nullptr, 15);
+        }
         if (step % 13 == 0)
             text->rows.resize(10 + random() % 60, "other text");
         if (step % 13 == 0)
@@ -242,6 +268,87 @@ TEST_F(TextCtrlTest, PartialRepaintsLeaveWhatAFullOneDraws)
         Paint();
         ASSERT_TRUE(partial == Pixels()) << "step " << step;
     }
+}
+
+TEST_F(TextCtrlTest, MarginStripAndCoverStayBesideTheText)
+{
+    const auto pixel = [this](int x, int y) {
+        Paint();
+        const CClientDC dc(text.get());
+        return dc.GetPixel(x, y);
+    };
+    CWnd strip;
+    ASSERT_TRUE(
+        strip.CreateEx(0, AfxRegisterWndClass(0), "", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, *text, nullptr));
+    text->SetStrip(&strip, 12);
+    text->FindInput();
+    CRect client, place;
+    text->GetClientRect(client);
+    strip.GetWindowRect(place);
+    EXPECT_EQ(12, place.Width());
+    EXPECT_GT(client.Height() - height, place.Height()) << "not beside the find bar";
+    text->CloseFind();
+    strip.GetWindowRect(place);
+    EXPECT_EQ(client.Height(), place.Height());
+
+    text->marginWidth = 40;
+    text->MetricsChanged();
+    text->SendMessage(WM_HSCROLL, SB_LINERIGHT);
+    text->SendMessage(WM_VSCROLL, SB_LINEDOWN);
+    EXPECT_EQ(RGB(0, 3, 0), pixel(39, 2 * height + 5));
+    EXPECT_TRUE(text->IsInMargin(CPoint(39, 5)));
+    EXPECT_FALSE(text->IsInMargin(CPoint(40, 5)));
+    text->SetFocus();
+    text->Focus(3, 0, false);
+    text->SendMessage(WM_HSCROLL, SB_PAGERIGHT);
+    EXPECT_GT(0, CaretPlace().y) << "no caret in the margin";
+
+    text->above = 2;
+    text->Reload();
+    text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -120));
+    ASSERT_EQ(3, text->GetTopRow());
+    EXPECT_EQ(RGB(0, 0, 102), pixel(5, 2 * height - 1));
+    EXPECT_EQ(RGB(0, 5, 0), pixel(5, 2 * height));
+    text->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(60, height + 1));
+    EXPECT_EQ(1, text->coverClick);
+    EXPECT_EQ(0, text->GetCaretRow());
+    EXPECT_NE(text->m_hWnd, ::GetCapture());
+    EXPECT_EQ(-1, text->GetCoveredLine(CPoint(60, 2 * height)));
+}
+
+TEST_F(TextCtrlTest, HasColoursOfItsOwnAndTellsOfZoom)
+{
+    const QmTextColors colors = {RGB(1, 2, 3), RGB(250, 250, 250), RGB(40, 0, 40),
+                                 kRed,         RGB(0, 40, 40),     kRed};
+    text->SetTextColors(&colors);
+    text->Focus(3, 0, false);
+    text->Select(3, 4);
+    Paint();
+    EXPECT_EQ(colors.selection, Pixel(3, 3));
+    EXPECT_EQ(colors.window, Pixel(3, 4));
+    EXPECT_EQ(colors.text, text->GetDrawColor(RGB(0, 0, 0))) << "black could not be read";
+    ::SetFocus(frame);
+    Paint();
+    EXPECT_EQ(colors.inactiveSelection, Pixel(3, 3));
+    text->SetTextColors(nullptr);
+    Paint();
+    EXPECT_EQ(::GetSysColor(COLOR_WINDOW), Pixel(3, 4));
+
+    const auto wheel = [this](int flags, int delta) {
+        text->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, delta));
+        return text->GetTopRow();
+    };
+    EXPECT_LT(0, wheel(MK_CONTROL, -120)) << "the wheel scrolls while nobody zooms";
+    std::vector<int> steps;
+    text->SetZoom([&](int by) { steps.push_back(by); });
+    const int top = text->GetTopRow();
+    for (const int delta : {120, -60, -60, -240})
+        EXPECT_EQ(top, wheel(MK_CONTROL, delta));
+    for (const UINT key : {VK_OEM_PLUS, VK_SUBTRACT, static_cast<int>('0')})
+        Press(key, VK_CONTROL);
+    Press(VK_OEM_PLUS);
+    EXPECT_EQ((std::vector{1, -1, -2, 1, -1, 0}), steps);
+    EXPECT_LT(wheel(0, 120), top);
 }
 
 TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)

@@ -6,10 +6,22 @@
 #include "vkgrafic/GraphicText.h"
 #include "zemacore/ZemaApi.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
 class CQmTextFindBar;
+
+// The colours of a text window that has its own. In high contrast they are the system's all the same.
+struct QmTextColors
+{
+    COLORREF window;
+    COLORREF text;
+    COLORREF selection; // with the focus in the window or in its find bar
+    COLORREF selectionText;
+    COLORREF inactiveSelection;
+    COLORREF inactiveSelectionText;
+};
 
 // A window of text rows that a derived class supplies and draws.
 //
@@ -35,8 +47,8 @@ public:
     int GetRowCount() override = 0;
     virtual int GetColumnCount() = 0;
 
-    // Columns of a row's text, a line feed counting as one, and pixels from the window's left edge,
-    // unscrolled, to the text; 0 by default.
+    // Columns of a row's text, a line feed counting as one, and pixels from the text area's left edge,
+    // unscrolled, to the text; 0 by default. The text area has all of the window but its margin and strip.
     int GetRowColumnCount(int row) override = 0;
     int GetRowLeft(int row) override;
 
@@ -56,6 +68,45 @@ public:
     // selected and the background mode transparent. A row of which something is selected is drawn a second
     // time, clipped to the selected cells; colours come from GetDrawColor.
     virtual void DrawRow(CDC& dc, int x, int y, int row) = 0;
+
+    // Pixels at the left edge that do not scroll across; 0 by default. When it is another one than before,
+    // call MetricsChanged.
+    virtual int GetMarginWidth();
+
+    // Draws a row's part of the margin, below what DrawRow has drawn; nothing by default. The background is
+    // painted, the font selected and the background mode transparent.
+    virtual void DrawMargin(CDC& dc, const CRect& margin, int row);
+
+    // Whether a client point is in the margin, beside a row or below the last one.
+    bool IsInMargin(CPoint point) const;
+
+    // How many rows at the window's top must stay free to show `row`, because something covers them then: 0
+    // by default. What is shown is scrolled below them, and the window's first rows are covered as far as the
+    // first row below wants it, at most half of them.
+    int GetRowsAbove(int row) override;
+
+    // Draws what covers the first `rows` rows, in all of `area`, above text and margin; nothing by default.
+    virtual void DrawCover(CDC& dc, const CRect& area, int rows);
+
+    // The left button on the covered row `line`, counted from 0. False, the default, for a click on the text.
+    virtual bool OnCoverClick(int line, CPoint point);
+
+    // A child window of the host's, `width` pixels wide, between text and scroll bar; null for none. It is as
+    // high as the text and stays beside it when sizes change. Not owned.
+    void SetStrip(CWnd* strip, int width);
+
+    // The row height, the column count or the margin's width has changed.
+    void MetricsChanged();
+
+    // Colours of its own; null, the default, for the system's.
+    void SetTextColors(const QmTextColors* colors);
+    bool HasOwnColors() const; // false in high contrast, too
+    bool IsHighContrast() const { return m_colors.highContrast; }
+    COLORREF GetWindowColor() const { return m_colors.window; }
+
+    // Told of Ctrl with the wheel, +, - and 0: steps to a larger font, below 0 to a smaller one, 0 for the
+    // usual one. Without it, the default, the wheel scrolls and these keys do nothing.
+    void SetZoom(std::function<void(int steps)> zoom);
 
     // The colour to draw text in that is `wanted` on the usual background: the selection's text colour within
     // the selection, the window text colour in high contrast or where `wanted` could not be read.
@@ -84,6 +135,10 @@ public:
     // the bottom edge if `bottom` is set, else at the top edge.
     void Focus(int row, int column, bool bottom);
 
+    // The same for a place that is to be looked at: when it is out of view or near an edge, the row comes to
+    // about a third of the window's height. `columnCount` columns from there on are shown with a few around.
+    void FocusInContext(int row, int column, int columnCount);
+
     // Selects from the caret, which stays, to that place, bounds kept; column 0x7FFFFFFF is the row's end.
     void Select(int row, int column);
     void SelectAll();
@@ -101,6 +156,10 @@ public:
     int GetSelectionBeginColumn() const;
     int GetSelectionEndRow() const;
     int GetSelectionEndColumn() const;
+
+    // How many rows at the top are covered now, and which of them lies under a client point; -1 for none.
+    int GetCoveredRows();
+    int GetCoveredLine(CPoint point);
 
     // The first row of the window, and whether the last row is in view.
     int GetTopRow() const;
@@ -165,7 +224,7 @@ protected:
 private:
     struct Colors
     {
-        COLORREF window = 0;
+        COLORREF window = 0; // in use now
         COLORREF windowText = 0;
         COLORREF selection = 0; // with the focus here or in the find bar, or elsewhere
         COLORREF selectionText = 0;
@@ -173,9 +232,13 @@ private:
     };
 
     void LoadColors();
+    void LoadSelectionColors(bool isActive);
     void MeasureFont();
     void UpdateMetrics();
+    CRect GetRowArea() const; // margin and text
     CRect GetTextArea() const;
+    void LayOutStrip();
+    bool Zoom(int steps);
 
     // Runs a change of the view and shows it; the user's own ends with OnUserScroll when something scrolled.
     template <typename Change> void Apply(Change change);
@@ -189,6 +252,7 @@ private:
 
     textview::Range RowsToDraw(const CRect& area);
     void DrawRows(CDC& dc, const CRect& area);
+    void DrawMargins(CDC& dc, const CRect& area, textview::Range rows);
     void DrawSelection(CDC& dc, const CRect& area, int row);
     void EndDrag();
     void LayOutFindBar();
@@ -207,6 +271,12 @@ private:
     textview::ScrollRange m_rowScroll; // what the scroll bars show
     textview::ScrollRange m_pixelScroll;
     Colors m_colors;
+    std::unique_ptr<QmTextColors> m_ownColors; // null for the system's
+    CWnd* m_strip = nullptr;
+    int m_stripWidth = 0;
+    int m_coveredRows = 0; // as it was painted
+    std::function<void(int)> m_zoom;
+    textview::WheelSteps m_zoomWheel;
     bool m_focused = false;
     bool m_drawingSelection = false;
     bool m_dragging = false;

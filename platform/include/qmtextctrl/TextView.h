@@ -22,8 +22,11 @@ public:
     // Lays out a row's text, as far as it is drawn. `cells` comes with a cell for each column.
     virtual void GetRowCells(int row, VkGrafic::TextCells& cells) = 0;
 
-    // Pixels from the unscrolled window's left edge to the row's text, at least 0.
+    // Pixels from the left edge of the unscrolled text area to the row's text, at least 0.
     virtual int GetRowLeft(int row) = 0;
+
+    // How many rows at the window's top must stay free to show a row, because something covers them then.
+    virtual int GetRowsAbove(int) { return 0; }
 
 protected:
     ~Rows() = default;
@@ -34,14 +37,15 @@ struct Metrics
 {
     int cellWidth = 1;
     int rowHeight = 1;
-    int width = 0;
+    int width = 0; // of the text area, which scrolls
     int height = 0;
     int columnCount = 0;
+    int margin = 0; // to the left of the text area; stays where it is
 
     bool operator==(const Metrics& other) const
     {
         return cellWidth == other.cellWidth && rowHeight == other.rowHeight && width == other.width &&
-               height == other.height && columnCount == other.columnCount;
+               height == other.height && columnCount == other.columnCount && margin == other.margin;
     }
 };
 
@@ -158,6 +162,13 @@ public:
     // Rows that fit in the window, at least 1, and rows of which something is in view.
     int PageRows() const;
     Range VisibleRows();
+
+    // How many rows at the top are covered now: as few as leave the first row below them the rows that it
+    // needs above itself. Never more than half the window, nor than 64.
+    int CoveredRows();
+
+    // By how many rows a page key scrolls: what is seen of a page.
+    int PageStep();
     bool IsAtEnd();
 
     // Window pixels of a place, limited to 32 bits.
@@ -167,8 +178,9 @@ public:
     // The column so many characters behind a place.
     int ColumnBehind(Cell place, int characters);
 
-    // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it.
-    // False above the first row, where the row is 0, and below the last, where it is the row count.
+    // The cell under a point; its column counts from the row's left edge and is below 0 to the left of it, as
+    // it is everywhere in the margin. False above the first row, where the row is 0, and below the last,
+    // where it is the row count.
     bool HitTest(int x, int y, Cell& cell);
 
     ScrollRange RowScroll();
@@ -185,6 +197,7 @@ public:
 
     // See CQmTextCtrl, whose operations these are.
     void Focus(Cell place, bool bottom);
+    void FocusInContext(Cell place, int columnCount);
     void Select(Cell place);
     void SelectAll();
     void RowsChanged();
@@ -206,6 +219,7 @@ public:
 
 private:
     int LastRow();
+    int RowsAbove(int row);
     int LeftOf(int row);
     int PageColumns() const;
     const VkGrafic::TextCells& CellsOf(int row);

@@ -3,6 +3,7 @@
 
 #include "QmHandler.h"
 #include "QmLogApi.h"
+#include "QmLogLook.h"
 #include "qmcommon/QmMenuDrawer.h"
 #include "qmtextctrl/QmTextCtrl.h"
 
@@ -17,6 +18,7 @@ struct CQmLogRow;
 
 namespace logview
 {
+class MarginLayout;
 struct RowChange;
 struct Selection;
 struct ShownRows;
@@ -55,6 +57,14 @@ public:
     void SetFollowPauses(bool pauses);
     bool GetFollowPauses() const;
     bool IsFollowPaused() const;
+
+    // What it looks like; the usual look by default.
+    void SetLook(const QmLogLook& look);
+    static QmLogColors GetThemeColors(QmLogTheme theme);
+
+    // For the wide margin: how many errors lie behind a folded displayed row; none by default. A row is asked
+    // for while it is drawn.
+    virtual unsigned CountHiddenErrors(int row);
 
     // Told whenever the current log changes or grows; null for none. Not owned.
     void SetBrowser(CQmLogBrowser* browser);
@@ -151,6 +161,8 @@ public:
     int GetRowColumnCount(int row) override;
     int GetRowHeight() override;
     int GetRowLeft(int row) override;
+    int GetMarginWidth() override;
+    void DrawMargin(CDC& dc, const CRect& margin, int row) override;
     void GetRowCells(int row, VkGrafic::TextCells& cells) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;
@@ -179,7 +191,13 @@ private:
     logview::Selection GetSelection() const;
     void DrawCaretMark(CDC& dc, int x, int y);
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
+    logview::MarginLayout GetMarginLayout();
+    const QmLogColors& GetMarginColors() const;
+    COLORREF GetKindColor(std::uint32_t kind) const;
+    int GetSwitchedRow(CPoint point);
 
+    QmLogLook m_look;
+    QmLogColors m_colors = {}; // of its own, if the look has some
     int m_file = 0;
     int m_leftFolded = 0;
     std::unique_ptr<logview::ShownRows> m_rows;

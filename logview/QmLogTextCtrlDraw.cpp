@@ -1,9 +1,10 @@
-// What a row of the log text window looks like: text, block mark, caret mark and fold mark.
+// What a row of the log text window looks like: text, block mark, and the marks of the usual margin.
 #include "QmLogTextCtrl.h"
 #include "logview/ShownRows.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
+#include <iterator>
 #include <string_view>
 
 namespace
@@ -13,21 +14,6 @@ constexpr int kMargin = 16;        // pixels to the left of text without indent
 constexpr int kBlockMarkSize = 4;  // a square
 constexpr int kCaretMarkWidth = 5; // a wedge that points left
 constexpr int kFoldMarkWidth = 9;  // a diamond
-
-COLORREF KindColor(QmLogBlockKind kind)
-{
-    switch (kind)
-    {
-    case kNoticeKind:
-        return 0x00AEE8;
-    case kErrorKind:
-        return 0x7F7FE8;
-    case kDetailKind:
-        return 0x7F7F7F;
-    default:
-        return 0;
-    }
-}
 
 // The text without its line feed and other characters at its end that show nothing.
 std::string_view Printable(std::string_view text)
@@ -58,6 +44,23 @@ void VerticalLine(CDC& dc, int x, int top, int bottom)
 
 } // namespace
 
+COLORREF CQmLogTextCtrl::GetKindColor(std::uint32_t kind) const
+{
+    if (HasOwnColors())
+        return m_colors.kinds[kind < std::size(m_colors.kinds) ? kind : kPlainKind];
+    switch (kind)
+    {
+    case kNoticeKind:
+        return 0x00AEE8;
+    case kErrorKind:
+        return 0x7F7FE8;
+    case kDetailKind:
+        return 0x7F7F7F;
+    default:
+        return 0;
+    }
+}
+
 void CQmLogTextCtrl::OnPaint()
 {
     CQmTextCtrl::OnPaint();
@@ -76,7 +79,8 @@ int CQmLogTextCtrl::GetRowLeft(int row)
         record = cached->record;
     else
         m_rows->session.ReadStyle(row, record);
-    return GetColumnWidth() * record.indent + kMargin;
+    const int left = m_look.wideMargin ? GetColumnWidth() + kBlockMarkSize / 2 : kMargin;
+    return GetColumnWidth() * record.indent + left;
 }
 
 void CQmLogTextCtrl::PrepareRows(int first, int count)
@@ -91,7 +95,7 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
     if (!shown || !shown->readable)
         return;
 
-    const COLORREF color = GetDrawColor(KindColor(shown->record.kind));
+    const COLORREF color = GetDrawColor(GetKindColor(shown->record.kind));
     const std::string_view text = Printable(shown->text);
     dc.SetTextColor(color);
     dc.SetBkMode(TRANSPARENT);
@@ -103,6 +107,8 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
                          y + (GetRowHeight() - kBlockMarkSize) / 2 + 1, kBlockMarkSize, kBlockMarkSize,
                          color);
 
+    if (m_look.wideMargin)
+        return; // which has the other marks
     const int margin = x - GetRowLeft(row);
     const bool atCaret = row == GetCaretRow();
     if (atCaret)

@@ -1,5 +1,6 @@
 // Keys and mouse of the log text window.
 #include "QmLogTextCtrl.h"
+#include "logview/MarginLayout.h"
 #include "logview/MarginZones.h"
 #include "logview/ShownRows.h"
 #include "qmcommon/QmCommandMenu.h"
@@ -27,12 +28,7 @@ void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
 
 void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)
 {
-    int row = 0;
-    int column = 0;
-    HitTest(point, row, column);
-    const int dy = point.y - (row - GetTopRow()) * GetRowHeight();
-    const int switched = logview::SwitchedRow(row, column, point.x + GetScrollPos(SB_HORZ), dy,
-                                              GetRowHeight(), GetColumnWidth());
+    const int switched = GetSwitchedRow(point);
     if (switched == logview::kNoSwitch)
     {
         CQmTextCtrl::OnLButtonDown(flags, point);
@@ -42,8 +38,29 @@ void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)
     Switch(switched);
 }
 
-void CQmLogTextCtrl::OnLButtonDblClk(UINT, CPoint point)
+// The row whose fold mark is under a client point; kNoSwitch for none.
+int CQmLogTextCtrl::GetSwitchedRow(CPoint point)
 {
+    int row = 0;
+    int column = 0;
+    const bool isRow = HitTest(point, row, column);
+    if (!m_look.wideMargin)
+    {
+        const int dy = point.y - (row - GetTopRow()) * GetRowHeight();
+        return logview::SwitchedRow(row, column, point.x + GetScrollPos(SB_HORZ), dy, GetRowHeight(),
+                                    GetColumnWidth());
+    }
+    const bool isFoldZone = isRow && IsInMargin(point) && GetCoveredLine(point) < 0 &&
+                            GetMarginLayout().ZoneAt(point.x) == logview::MarginZone::Fold;
+    bool expanded = false;
+    return isFoldZone && GetExpanded(row, expanded) ? row : logview::kNoSwitch;
+}
+
+void CQmLogTextCtrl::OnLButtonDblClk(UINT flags, CPoint point)
+{
+    const bool isMark = m_look.wideMargin && GetSwitchedRow(point) != logview::kNoSwitch;
+    if (isMark || GetCoveredLine(point) >= 0) // the second of two quick clicks is one, too
+        return OnLButtonDown(flags, point);
     const CQmWndUpdaterUse updater(this);
     int first = 0;
     int column = 0;
@@ -66,7 +83,7 @@ BOOL CQmLogTextCtrl::OnSetCursor(CWnd* wnd, UINT hitTest, UINT message)
     int row = 0;
     int column = 0;
     HitTest(point, row, column);
-    const bool isText = hitTest == HTCLIENT && column >= 0;
+    const bool isText = hitTest == HTCLIENT && column >= 0 && GetCoveredLine(point) < 0;
     ::SetCursor(::LoadCursor(nullptr, isText ? IDC_IBEAM : IDC_ARROW));
     return TRUE;
 }

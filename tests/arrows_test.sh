@@ -54,7 +54,7 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
     platform/qm*/* platform/include/qm*/*
 
 # The exported headers of the log files are free of windows, and those of the report control know no logs.
-logs='QmLog(Api|C|Folder|Row|Writer|Reader|Verify|OutputFile)\.h'
+logs='QmLog(Api|C|Folder|Look|Row|Writer|Reader|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|TextCtrlEntries|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
 includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|TextCtrlEntries|Browser|State|Watch).h
@@ -68,7 +68,7 @@ includes_only "QmLogApi\.h|$messages" include/{ReportCtrlLog,QmLogWatch}.h
 # The log files know no windows; the log view is told of them by a source of rows.
 includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
 models=(logview/!(QmLog*|ShownRows*|FileLook*|ReaderRows*|SessionStart*).@(h|cpp) logview/find/*.{h,cpp})
-includes_only 'QmLogRow\.h|logview/(\w+/)?\w+\.h|textmatch/\w+\.h|vkgrafic/TextCells\.h|zemacore/WideText\.h' "${models[@]}"
+includes_only 'QmLog(Look|Row)\.h|logview/(\w+/)?\w+\.h|textmatch/\w+\.h|vkgrafic/TextCells\.h|zemacore/WideText\.h' "${models[@]}"
 includes_only "$logs|$core|logfiles/\w+\.h|logview/\w+\.h" logview/@(FileLook|ReaderRows|SessionStart).{h,cpp}
 includes_only "$logs|$logWindows|$framework|$graphics|$common|logview/\w+\.h" logview/QmLog*.cpp logview/ShownRows.h
 without_system "${models[@]}"

@@ -119,7 +119,7 @@ keys Up # which would go into the menu bar had Alt opened it
 until_shown '^pane: Row 1: '
 
 echo "Mouse: a click on the fold mark unfolds"
-click 4 14
+click 46 7
 until_shown '^pane: 7 rows'
 
 echo "The find bar takes its keys for itself; the text is found in an unfolded row"

@@ -75,6 +75,9 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetCommands(&m_logTextCommands);
     GetTextCtrl().SetBookmarks([this](std::uint32_t number) { return m_bookmarks.Get().Has(number); });
+    QmLogLook look;
+    look.wideMargin = true;
+    GetTextCtrl().SetLook(look);
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)

@@ -4,6 +4,7 @@
 #include "QmLogReader.h"
 #include "QmLogTextCtrlEntries.h"
 #include "QmLogWriter.h"
+#include "logview/MarginLayout.h"
 #include "qmcommon/QmCommandList.h"
 #include "tests/support/Keys.h"
 #include "tests/support/LogFolder.h"
@@ -575,6 +576,55 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
     scheme.Set(RGB(245, 245, 245));
     text.Invalidate();
     EXPECT_EQ(::GetSysColor(COLOR_3DSHADOW), pixel(4, 17));
+}
+
+// Its marks stay at the window's left edge when the text is scrolled across, and clicks meet what is drawn.
+TEST_F(LogTextTest, TheWideMarginShowsWhatClicksMeet)
+{
+    OpenSample();
+    const int usualLeft = text.GetRowLeft(0);
+    QmLogColors colors = CQmLogTextCtrl::GetThemeColors(QmLogTheme::Dark);
+    QmLogLook look;
+    look.wideMargin = true;
+    look.colors = &colors;
+    text.SetLook(look);
+    colors = {}; // it has a copy
+    colors = CQmLogTextCtrl::GetThemeColors(QmLogTheme::Dark);
+    const logview::MarginLayout layout(text.GetRowHeight(), text.GetColumnWidth(), 600);
+    const logview::MarginBox box = layout.FoldBox();
+    EXPECT_LT(text.GetRowLeft(0), usualLeft);
+
+    const int row = FoldedRow();
+    text.Expand(row);
+    text.Focus(row + 3, 0, false);
+    text.EnsureVisible(row, 0, 4, 0);
+    text.SendMessage(WM_HSCROLL, SB_PAGERIGHT);
+    ASSERT_LT(0, text.GetScrollPos(SB_HORZ));
+    const auto zone = [&](int of, logview::MarginBand band) { return Colors(of, band.begin, band.end); };
+    for (const int of : {row, row + 1})
+    {
+        EXPECT_TRUE(zone(of, layout.Stripe()).contains(colors.logs[text.GetRowFile(of)]));
+        EXPECT_FALSE(zone(of, layout.Initial()).contains(colors.kinds[0])) << "no scrolled text";
+        EXPECT_EQ((std::set<COLORREF>{colors.window}), zone(of, layout.Bookmark()));
+    }
+    ASSERT_NE(text.GetRowFile(row), text.GetRowFile(row + 1));
+    EXPECT_TRUE(zone(row, {box.left, box.left + box.size}).contains(colors.mark));
+    EXPECT_TRUE(zone(row + 3, layout.Bookmark()).contains(colors.caretMargin)) << "the caret's row";
+
+    const int unfolded = text.GetRowCount();
+    const int middle = text.GetRowHeight() / 2;
+    Click(WM_LBUTTONDOWN, PointIn(row, layout.Stripe().begin, middle));
+    EXPECT_EQ(row, text.GetCaretRow()) << "beside the mark a click goes to the row";
+    EXPECT_EQ(unfolded, text.GetRowCount());
+    Click(WM_LBUTTONDOWN, PointIn(row, box.left, middle));
+    EXPECT_GT(unfolded, text.GetRowCount());
+    Click(WM_LBUTTONDBLCLK, PointIn(row, box.left + box.size - 1, middle));
+    EXPECT_EQ(unfolded, text.GetRowCount()) << "the second of two quick clicks is one";
+    EXPECT_EQ(text.GetSelectionBeginRow(), text.GetSelectionEndRow());
+
+    text.SetLook({});
+    EXPECT_EQ(usualLeft, text.GetRowLeft(0));
+    EXPECT_EQ(0, text.GetMarginWidth());
 }
 
 // Damaged rows, lines of megabytes and bytes of any value are drawn or skipped.

@@ -233,7 +233,17 @@ keys alt+F4
 until_true is_shown "^QmTextCtrl $first " || fail "the second window stays"
 refocus
 keys alt+f w
+read -r left top right bottom < <(sed -n 's/^msctls_statusbar32 \([0-9 ]*\) visible$/\1/p' <<<"$shown")
+xdotool mousemove "$((right - 3))" "$((bottom + 2))" mousedown 1 mousemove "$((left + 20))" 20 mouseup 1
+is_least() {
+    is_shown . || return 1
+    read -r left top right bottom < <(sed -n 's/^msctls_statusbar32 \([0-9 ]*\) visible$/\1/p' <<<"$shown")
+    ((right - left < 880 && right - left > 600 && bottom < 600)) &&
+        [[ $(awk '/^(QmTextCtrl|QmReportCtrl) / { print ($5 - $3 > 25) }' <<<"$shown") == $'1\n1' ]]
+}
+until_true is_least || fail "not the least size"
 leave
+for word in Width Height; do sed -i "s/^$word=.*/$word=0/" "$work/Profile.ini"; done # back to the first size
 mkdir "$work/long"
 printf '%s\n' {1..1200} | wine "$bin/logtool.exe" --folder "$(windows_path "$work/long")" write Main
 wine reg add 'HKCU\Control Panel\International' /f /v sThousand /d "'" >/dev/null

@@ -26,6 +26,7 @@ constexpr UINT kPublish = WM_APP;
 constexpr UINT kStatusInterval = 250; // milliseconds
 constexpr int kPreviewLines = 10;
 constexpr int kTextPoints = 10; // of the log text
+constexpr int kLeastPane = 100; // pixels at 96 an inch, which a pane has in the smallest window
 
 const UINT presentMessage = ::RegisterWindowMessage("QmPresentMessageId");
 
@@ -106,6 +107,8 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOpti
     if (!isCreated)
         return FALSE;
     bar.Detach(); // the window's now
+    if (m_remember)
+        KeepOnScreen(*this);
     if (m_session == SessionState::Started && !GetTextCtrl().IsSessionStarted())
         m_session = SessionState::Refused;
     RefreshNotices();
@@ -277,8 +280,8 @@ void DeskFrame::LayOut()
 LRESULT DeskFrame::OnGetMinMaxInfo(WPARAM wParam, LPARAM sizes)
 {
     const LRESULT result = CWnd::DefWindowProc(WM_GETMINMAXINFO, wParam, sizes);
-    if (!m_status.GetSafeHwnd())
-        return result; // the window is being made
+    if (!m_status.GetSafeHwnd() || !m_remember) // the window is being made, or a picture of any size
+        return result;
     CRect outer;
     CRect client;
     CRect status;
@@ -292,7 +295,7 @@ LRESULT DeskFrame::OnGetMinMaxInfo(WPARAM wParam, LPARAM sizes)
         ::GetMenuItemRect(m_hWnd, ::GetMenu(m_hWnd), i, &item);
         menuWidth += item.Width();
     }
-    const int pane = ::MulDiv(PaneSplit::kLeastHeight, VkGrafic::GetResolution(m_hWnd), 96);
+    const int pane = ::MulDiv(kLeastPane, VkGrafic::GetResolution(m_hWnd), 96);
     const bool hasBoth = m_split.Shows(Pane::LogText) && m_split.Shows(Pane::Messages);
     const int panes = hasBoth ? 2 * pane + PaneSplit::kBarHeight : pane;
     POINT& least = reinterpret_cast<MINMAXINFO*>(sizes)->ptMinTrackSize;

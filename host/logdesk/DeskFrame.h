@@ -65,7 +65,7 @@ public:
     void ShowInMessages(); // the row of the log text's caret
 
     // Puts the log text's caret there; each answers why it cannot, and nothing if it did.
-    std::string GoTo(const std::string& text); // as it is typed
+    std::string GoTo(const std::string& typed);
     std::string GoToNumber(std::uint32_t number);
     std::string GoToRow(int file, unsigned long row);
 

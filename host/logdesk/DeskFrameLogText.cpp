@@ -23,9 +23,9 @@ constexpr std::size_t kBookmarkBytes = 200; // of a row's text in the list
 
 std::vector<std::string> LogNames()
 {
-    std::vector<std::string> names;
-    for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
-        names.emplace_back(CQmLogTextCtrl::GetFilePath(file));
+    std::vector<std::string> names(static_cast<std::size_t>(CQmLogTextCtrl::GetFilePathCount()));
+    for (std::size_t file = 0; file < names.size(); ++file)
+        names[file] = CQmLogTextCtrl::GetFilePath(static_cast<int>(file));
     return names;
 }
 

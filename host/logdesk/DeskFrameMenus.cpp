@@ -82,7 +82,7 @@ void DeskFrame::ScanFile(IQmCommand& collector)
         AddCommand(collector, {RecentSessionCaption(m_recentSessions.Paths()[i]),
                                [this, path = m_recentSessions.Paths()[i]] { Open({path}); }});
     collector.AddSeparator();
-    AddCommand(collector, {"E&xit", [this] { PostMessage(WM_CLOSE); }});
+    AddCommand(collector, {"E&xit", [this] { PostMessage(WM_CLOSE); }, VK_F4, kQmAlt});
 }
 
 void DeskFrame::ScanView(IQmCommand& collector)

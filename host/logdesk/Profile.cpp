@@ -1,5 +1,6 @@
 #include "logdesk/Profile.h"
 
+#include "vkgrafic/Display.h"
 #include "zemacore/AppDataManager.h"
 
 #include <algorithm>
@@ -110,9 +111,21 @@ WindowOptions ReadWindowOptions()
     const Place place = {read("Left"), read("Top"), read("Width"), read("Height")};
     const bool isKnown = place.width > 0 && place.height > 0;
     const Place area = WorkArea({place.left, place.top, place.left + place.width, place.top + place.height});
-    options.place = CascadedPlace(isKnown ? BoundedPlace(place, area) : FirstPlace(area), OtherWindows(),
-                                  ::GetSystemMetrics(SM_CYCAPTION) + ::GetSystemMetrics(SM_CYMENU), area);
+    const int resolution = static_cast<int>(VkGrafic::GetResolution(nullptr));
+    options.place =
+        CascadedPlace(isKnown ? BoundedPlace(place, area) : FirstPlace(area, resolution), OtherWindows(),
+                      ::GetSystemMetrics(SM_CYCAPTION) + ::GetSystemMetrics(SM_CYMENU), area);
     return options;
+}
+
+void KeepOnScreen(CWnd& frame)
+{
+    CRect rect;
+    frame.GetWindowRect(rect);
+    frame.MoveWindow(rect.left, rect.top, rect.Width(), rect.Height()); // which becomes its least size
+    frame.GetWindowRect(rect);
+    const Place place = BoundedPlace(ToPlace(rect), WorkArea(rect));
+    frame.MoveWindow(place.left, place.top, place.width, place.height);
 }
 
 void WriteWindowOptions(CWnd& frame, const WindowOptions& options)

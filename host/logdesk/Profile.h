@@ -34,6 +34,9 @@ struct WindowOptions
 // The place is brought within the screen that is nearest to it, and beside other windows of ours.
 WindowOptions ReadWindowOptions();
 
+// Makes `frame` as large as it has to be and brings it within its screen, once its children are there.
+void KeepOnScreen(CWnd& frame);
+
 // Remembers the options, and as the place where `frame` is when it is neither maximised nor minimised.
 void WriteWindowOptions(CWnd& frame, const WindowOptions& options);
 

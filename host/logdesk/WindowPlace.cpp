@@ -52,10 +52,10 @@ Place CascadedPlace(const Place& wanted, const std::vector<Place>& others, int s
     return BoundedPlace(place, area);
 }
 
-Place FirstPlace(const Place& area)
+Place FirstPlace(const Place& area, int resolution)
 {
-    const int width = std::min(900, area.width * 9 / 10);
-    const int height = std::min(640, area.height * 9 / 10);
+    const int width = std::min(900 * resolution / 96, area.width * 9 / 10);
+    const int height = std::min(640 * resolution / 96, area.height * 9 / 10);
     return BoundedPlace(
         {area.left + (area.width - width) / 2, area.top + (area.height - height) / 2, width, height}, area);
 }

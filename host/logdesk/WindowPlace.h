@@ -21,7 +21,8 @@ Place BoundedPlace(const Place& wanted, const Place& area);
 // another one that was left at the same place. Within `area` like BoundedPlace.
 Place CascadedPlace(const Place& wanted, const std::vector<Place>& others, int step, const Place& area);
 
-// Where the window goes the first time: in the middle.
-Place FirstPlace(const Place& area);
+// Where the window goes the first time: in the middle. `resolution` is the display's, 96 pixels an inch
+// mostly.
+Place FirstPlace(const Place& area, int resolution);
 
 } // namespace logdesk

@@ -52,6 +52,9 @@ TEST(WindowPlace, AWindowIsBroughtBackOntoTheScreen)
         EXPECT_EQ(expected, logdesk::BoundedPlace(wanted, area));
     EXPECT_EQ((logdesk::Place{0, 0, 200, 100}), logdesk::BoundedPlace({0, 0, 900, 640}, {0, 0, 200, 100}));
 
+    EXPECT_EQ((logdesk::Place{150, 35, 900, 630}), logdesk::FirstPlace(area, 96));
+    EXPECT_EQ((logdesk::Place{600, 360, 1800, 1280}), logdesk::FirstPlace({0, 0, 3000, 2000}, 192));
+
     const logdesk::Place wanted = {100, 100, 800, 600};
     const struct
     {

@@ -173,6 +173,9 @@ until_shown '^pane: Row 6: Main, number 6$'
 keys alt+v t
 until_shown '^ToolbarWindow32 .* hidden$'
 
+echo "Zoom, colours: by keys and menu, remembered"
+keys ctrl+equal ctrl+equal ctrl+equal ctrl+minus alt+v d
+
 echo "The watch: the latest error, which Enter opens and Delete takes away"
 until_shown '^pane: 2 errors$'
 until_shown '^QmLogWatch .* visible$'
@@ -186,6 +189,9 @@ until_shown '^pane: No errors$'
 until_shown '^QmLogWatch .* hidden$'
 
 leave
+grep -q '^Zoom=2' "$work/Profile.ini" || fail "the zoom is not remembered"
+grep -q '^Colours=2' "$work/Profile.ini" || fail "the colours are not remembered"
+sed -i '/^Zoom=/d; /^Colours=/d' "$work/Profile.ini"
 grep -q '^ToolBar=0' "$work/Profile.ini" || fail "the tool bar is not remembered"
 sed -i 's/^ToolBar=0/ToolBar=1/' "$work/Profile.ini"
 grep -q '^FollowPauses=0' "$work/Profile.ini" || fail "the option is not remembered"

@@ -38,6 +38,7 @@ constexpr char kStepsHelp[] = "what to do before the picture, one step after the
                               "show-in-log, show-in-messages - the row of the message, and back\n"
                               "log-text:on, log-text:off, messages:on, messages:off - the two panes\n"
                               "split:N - the log text has N hundredths of the height\n"
+                              "dark:on, dark:off, zoom:N - colours and size of the log text\n"
                               "size:WxH - of the window, in pixels\n"
                               "sample - write a sample session into the logs";
 

@@ -25,7 +25,6 @@ constexpr UINT kToolsId = 105;
 constexpr UINT kPublish = WM_APP;
 constexpr UINT kStatusInterval = 250; // milliseconds
 constexpr int kPreviewLines = 10;
-constexpr int kTextPoints = 10; // of the log text
 constexpr int kLeastPane = 100; // pixels at 96 an inch, which a pane has in the smallest window
 
 const UINT presentMessage = ::RegisterWindowMessage("QmPresentMessageId");
@@ -76,9 +75,6 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetCommands(&m_logTextCommands);
     GetTextCtrl().SetBookmarks([this](std::uint32_t number) { return m_bookmarks.Get().Has(number); });
-    QmLogLook look;
-    look.wideMargin = true;
-    GetTextCtrl().SetLook(look);
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)
@@ -163,7 +159,9 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     m_menuDrawer.Attach(*this);
     UseSystemNumbers();
     PrepareMessages();
+    UseColours();
     UseResolution();
+    GetTextCtrl().SetZoom([this](int steps) { Zoom(steps); });
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
     return 0;
 }
@@ -235,21 +233,9 @@ LRESULT DeskFrame::OnDpiChanged(WPARAM, LPARAM place)
     return 0;
 }
 
-// The fixed-pitch font of the log text has the letters of most languages; the system's own has Latin ones
-// only.
 void DeskFrame::UseResolution()
 {
-    LOGFONT description = {};
-    description.lfHeight = -::MulDiv(kTextPoints, VkGrafic::GetResolution(m_hWnd), 72);
-    description.lfCharSet = DEFAULT_CHARSET;
-    description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
-    ::lstrcpyn(description.lfFaceName, "Consolas", LF_FACESIZE);
-    CFont font;
-    font.CreateFontIndirect(&description);
-    GetTextCtrl().SetFont(&font);
-    m_textFont.DeleteObject();
-    m_textFont.Attach(font.Detach());
-
+    UseTextFont();
     m_messages.List().SetFont(CFont::FromHandle(VkGrafic::GetGuiFont(m_hWnd)));
     m_tools.LoadImages();
     m_status.UseResolution();
@@ -416,6 +402,7 @@ void DeskFrame::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
     SendMessageToDescendants(WM_SETTINGCHANGE, flags, reinterpret_cast<LPARAM>(section));
+    UseColours(); // which may be the system's
     UseSystemNumbers();
 }
 

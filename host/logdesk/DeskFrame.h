@@ -57,6 +57,8 @@ public:
     // ---- What the user can do with the panes and the messages
 
     void ShowPane(Pane pane, bool show);
+    void SetColours(ColourChoice choice);
+    void Zoom(int steps); // 0 for the font's own size
     void SetSplit(int share);
     void ShowSessionMessages();
     void SetLeastLevel(std::uint32_t level);
@@ -100,6 +102,9 @@ private:
     // Layout and focus
     void PrepareMessages();
     void UseResolution();
+    void UseColours();
+    void UseTextFont();
+    void AskForTextFont();
     static void UseSystemNumbers();
     void LayOut();
     int GetPanesTop();
@@ -129,6 +134,8 @@ private:
     IQmHandler& HandlerOf(UINT menu);
     void ScanFile(IQmCommand& collector);
     void ScanView(IQmCommand& collector);
+    void ScanZoom(IQmCommand& collector);
+    void ScanLook(IQmCommand& collector);
     void ScanMessages(IQmCommand& collector); // beside the list's own
     void ScanMessageFilters(IQmCommand& collector);
     void FilterOnValue();

@@ -45,6 +45,7 @@ void DeskFrame::Scan(IQmCommand& collector)
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl});
     AddCommand(collector, {"&New Window", [this] { OpenNewWindow(); }, 'N', kQmControl});
     AddCommand(collector, {"&Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});
+    ScanZoom(collector);
     AddCommand(collector, {"Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"Pane Before", [this] { ChangePane(false); }, VK_F6, kQmShift});
     AddCommand(collector, {"Cancel", [this] { PressStatusButton(); }, VK_ESCAPE, 0, false,
@@ -96,6 +97,8 @@ void DeskFrame::ScanView(IQmCommand& collector)
     pane("&Messages", Pane::Messages);
     AddCommand(collector, {"&Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"&Toolbar", [this] { ShowToolBar(!m_tools.IsShown()); }, 0, 0, m_tools.IsShown()});
+    collector.AddSeparator();
+    ScanLook(collector);
     collector.AddSeparator();
     AddCommand(collector,
                {"&Pause Following When Scrolled Up",

@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr const char* kSection = "LogDesk";
+constexpr std::size_t kMaxFontName = 128; // bytes: 31 characters of any language
 // Keys "1", "2" and so on, the most recent first.
 constexpr const char* kRecentSection = "LogDesk.Recent";
 constexpr const char* kRecentSessionsSection = "LogDesk.RecentSessions";
@@ -105,6 +106,12 @@ WindowOptions ReadWindowOptions()
     options.guardFormulas = read("GuardFormulas") != 0;
     options.showToolBar = read("ToolBar", 1) != 0;
     options.openHere = read("OpenHere") != 0;
+    char font[kMaxFontName] = {};
+    if (profile && profile->GetText(kSection, "Font", font, sizeof(font)) < sizeof(font))
+        options.look.font = font;
+    options.look.points = read("FontPoints", options.look.points);
+    options.look.zoom = read("Zoom");
+    options.look = BoundedLook(options.look, read("Colours"));
     std::array<char, kGoToBytes> goTo = {};
     if (profile && profile->GetText(kSection, "GoTo", goTo.data(), kGoToBytes) < kGoToBytes)
         options.goTo = goTo.data();
@@ -159,6 +166,10 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
     profile->SetInteger(kSection, "GuardFormulas", options.guardFormulas ? 1 : 0);
     profile->SetInteger(kSection, "ToolBar", options.showToolBar ? 1 : 0);
     profile->SetInteger(kSection, "OpenHere", options.openHere ? 1 : 0);
+    profile->SetText(kSection, "Font", options.look.font.c_str());
+    profile->SetInteger(kSection, "FontPoints", options.look.points);
+    profile->SetInteger(kSection, "Zoom", options.look.zoom);
+    profile->SetInteger(kSection, "Colours", static_cast<int>(options.look.colours));
     profile->SetText(kSection, "GoTo", options.goTo.c_str());
 }
 

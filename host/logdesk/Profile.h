@@ -5,6 +5,7 @@
 #include "logdesk/Bookmarks.h"
 #include "logdesk/PaneSplit.h"
 #include "logdesk/RecentFiles.h"
+#include "logdesk/TextLook.h"
 #include "logdesk/WindowPlace.h"
 
 #include <string>
@@ -28,7 +29,8 @@ struct WindowOptions
     bool guardFormulas = false; // in tables that are copied and exported
     bool showToolBar = true;
     bool openHere = false; // sessions, in place of the one that is shown
-    std::string goTo;      // typed last into "Go To"
+    TextLook look;
+    std::string goTo; // typed last into "Go To"
 };
 
 // The place is brought within the screen that is nearest to it, and beside other windows of ours.

@@ -143,6 +143,10 @@ void TakeStep(DeskFrame& frame, const Step& step)
         return text.SelectAll();
     case StepAction::Follow:
         return text.SetFollow(step.count != 0);
+    case StepAction::Dark:
+        return frame.SetColours(step.count != 0 ? ColourChoice::Dark : ColourChoice::Light);
+    case StepAction::Zoom:
+        return frame.Zoom(step.count);
     case StepAction::Size:
         frame.SetWindowPos(nullptr, 0, 0, step.count, step.height,
                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

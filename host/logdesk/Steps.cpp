@@ -61,6 +61,8 @@ constexpr Form kForms[] = {
     {"log-text", StepAction::LogText, Value::Switch},
     {"messages", StepAction::Messages, Value::Switch},
     {"split", StepAction::Split, Value::Percent},
+    {"dark", StepAction::Dark, Value::Switch},
+    {"zoom", StepAction::Zoom, Value::Count},
     {"size", StepAction::Size, Value::Size},
     {"sample", StepAction::Sample, Value::None},
 };

@@ -37,6 +37,8 @@ enum class StepAction
     LogText,
     Messages,
     Split,
+    Dark,
+    Zoom,
     Size,
     Sample
 };

@@ -1,0 +1,131 @@
+// The look of the log text: colours, font and zoom, as the user chose them and the system wants them.
+#include "logdesk/DeskFrame.h"
+#include "vkgrafic/Display.h"
+#include "zemacore/WideText.h"
+
+#include <algorithm>
+#include <commdlg.h>
+
+namespace logdesk
+{
+
+namespace
+{
+
+// What programs are to look like; older systems know light ones only.
+bool IsSystemDark()
+{
+    DWORD isLight = 1;
+    DWORD size = sizeof(isLight);
+    ::RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                   L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight, &size);
+    return isLight == 0;
+}
+
+// Asked for by name: older systems do not have it.
+void UseDarkTitle(HWND hwnd, bool dark)
+{
+    constexpr DWORD kUseImmersiveDarkMode = 20;
+    using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
+    static const HMODULE library = ::LoadLibraryExW(L"dwmapi.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    static const auto setAttribute = reinterpret_cast<SetAttribute>(
+        reinterpret_cast<void*>(library ? ::GetProcAddress(library, "DwmSetWindowAttribute") : nullptr));
+    const BOOL isDark = dark;
+    if (setAttribute)
+        setAttribute(hwnd, kUseImmersiveDarkMode, &isDark, sizeof(isDark));
+}
+
+LOGFONTW DescribeFont(const TextLook& look, int points, HWND hwnd)
+{
+    LOGFONTW description = {};
+    description.lfHeight = -::MulDiv(points, VkGrafic::GetResolution(hwnd), 72);
+    description.lfCharSet = DEFAULT_CHARSET;
+    description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    ZEMA::WideString name;
+    ZEMA::ToWide(look.font.data(), look.font.size(), name);
+    ::lstrcpynW(description.lfFaceName, name.c_str(), LF_FACESIZE);
+    return description;
+}
+
+} // namespace
+
+void DeskFrame::UseColours()
+{
+    const bool isDark = IsDark(m_options.look.colours, IsSystemDark());
+    const QmLogColors colors = CQmLogTextCtrl::GetThemeColors(isDark ? QmLogTheme::Dark : QmLogTheme::Light);
+    QmLogLook look;
+    look.wideMargin = true;
+    look.colors = &colors;
+    GetTextCtrl().SetLook(look);
+    UseDarkTitle(m_hWnd, isDark && !VkGrafic::IsHighContrast());
+}
+
+void DeskFrame::SetColours(ColourChoice choice)
+{
+    m_options.look.colours = choice;
+    UseColours();
+}
+
+// The font is of fixed pitch and has the letters of most languages; the system's own has Latin ones only.
+void DeskFrame::UseTextFont()
+{
+    const TextLook& look = m_options.look;
+    const LOGFONTW description = DescribeFont(look, ZoomedPoints(look.points, look.zoom), m_hWnd);
+    CFont font;
+    font.Attach(::CreateFontIndirectW(&description));
+    GetTextCtrl().SetFont(&font);
+    m_textFont.DeleteObject();
+    m_textFont.Attach(font.Detach());
+}
+
+void DeskFrame::Zoom(int steps)
+{
+    const int zoom = ChangedZoom(m_options.look.points, m_options.look.zoom, steps);
+    if (zoom == m_options.look.zoom)
+        return;
+    m_options.look.zoom = zoom;
+    UseTextFont();
+}
+
+void DeskFrame::AskForTextFont()
+{
+    LOGFONTW description = DescribeFont(m_options.look, m_options.look.points, m_hWnd);
+    CHOOSEFONTW dialog = {};
+    dialog.lStructSize = sizeof(dialog);
+    dialog.hwndOwner = m_hWnd;
+    dialog.lpLogFont = &description;
+    dialog.Flags = CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_INITTOLOGFONTSTRUCT | CF_NOSCRIPTSEL |
+                   CF_NOVERTFONTS | CF_FORCEFONTEXIST;
+    if (!::ChooseFontW(&dialog))
+        return;
+    TextLook look = m_options.look;
+    ZEMA::FromWide(description.lfFaceName, static_cast<std::size_t>(::lstrlenW(description.lfFaceName)),
+                   look.font);
+    look.points = (dialog.iPointSize + 5) / 10;
+    look.zoom = 0;
+    m_options.look = BoundedLook(look, static_cast<int>(look.colours));
+    UseTextFont();
+}
+
+void DeskFrame::ScanZoom(IQmCommand& collector)
+{
+    AddCommand(collector, {"Zoom &In", [this] { Zoom(1); }, VK_OEM_PLUS, kQmControl});
+    AddCommand(collector, {"Zoom O&ut", [this] { Zoom(-1); }, VK_OEM_MINUS, kQmControl});
+    AddCommand(collector, {"&Normal Size", [this] { Zoom(0); }, '0', kQmControl});
+}
+
+void DeskFrame::ScanLook(IQmCommand& collector)
+{
+    const auto colours = [&](const char* caption, ColourChoice choice) {
+        AddCommand(collector,
+                   {caption, [this, choice] { SetColours(choice); }, 0, 0, m_options.look.colours == choice});
+    };
+    ScanZoom(collector);
+    AddCommand(collector, {"&Font...", [this] { AskForTextFont(); }});
+    collector.AddSeparator();
+    colours("Colours as the &System", ColourChoice::AsSystem);
+    colours("Li&ght Colours", ColourChoice::Light);
+    colours("&Dark Colours", ColourChoice::Dark);
+}
+
+} // namespace logdesk

@@ -11,8 +11,11 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 class CQmLogBrowser;
+class CQmLogFinder;
 class CQmLogReader;
 struct CQmLogRow;
 
@@ -121,6 +124,27 @@ public:
     // Puts the caret on the next or previous header of an error block; row 0 is never a previous one.
     bool GoToError(bool forward);
 
+    // Whether the find commands look in all rows of all logs, wherever they are folded away, while the window
+    // goes on; all matches are marked. Off by default: then they look in displayed rows, as CQmTextCtrl does.
+    // FindNext and FindPrevious go to a match as soon as it is known, and answer false only when there is
+    // none.
+    void SetFindInAll(bool all);
+    bool GetFindInAll() const;
+
+    // Of finding in all logs: what was looked for, newest first, at most 20 texts; whether a search is on its
+    // way, and ending it (false when there is none); what the find bar tells of it, as "3 of 17".
+    void SetFindHistory(const std::vector<std::string>& texts);
+    std::vector<std::string> GetFindHistory() const;
+    bool IsFinding() const;
+    bool CancelFind();
+    std::string GetFindStateText() const;
+
+    // How many matches each of `stretches` parts of the numbers from `first` to `last` has, and a count that
+    // moves whenever they may have changed.
+    std::vector<std::uint32_t> CountFound(std::uint32_t first, std::uint32_t last,
+                                          std::size_t stretches) const;
+    unsigned GetFoundChanges() const;
+
     // The selected text, each line with the line feed it has in the log; and the same into the clipboard, as
     // Unicode and as the bytes that the logs have.
     std::string GetSelectedText();
@@ -166,6 +190,10 @@ public:
     void GetRowCells(int row, VkGrafic::TextCells& cells) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;
+    void FindInput() override;
+    void CloseFind() override;
+    bool FindNext() override;
+    bool FindPrevious() override;
     void Reload() override;
 
 protected:
@@ -175,6 +203,7 @@ protected:
     void OnUserScroll() override;
 
     afx_msg void OnPaint();
+    afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
@@ -183,6 +212,15 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    friend class CQmLogFinder;
+
+    bool GoToFound(bool forward);
+    void ShowFindBar(CWnd* bar, int height);
+    bool ShowFound(int file, unsigned long fileRow, int begin, int end);
+    int FindShownRow(int file, unsigned long fileRow);
+    bool DrawFoundMarks(CDC& dc, int x, int y, std::string_view text, COLORREF color);
+    void DrawFoundTexts(CDC& dc, int x, int y, std::string_view text, COLORREF color);
+
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
     void UpdateFollow();
@@ -212,4 +250,6 @@ private:
     bool m_followPaused = false;
     bool m_reloadPending = true;
     CQmMenuDrawer m_menuDrawer;
+    std::unique_ptr<CQmLogFinder> m_finder; // null unless all logs are looked in
+    std::vector<CRect> m_marks;             // of the row that is drawn
 };

@@ -7,6 +7,7 @@
 #include "logview/FileLook.h"
 #include "logview/LineFind.h"
 #include "logview/LogNames.h"
+#include "logview/QmLogFinder.h"
 #include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
 #include "logview/ShownRows.h"
@@ -17,6 +18,7 @@
 
 BEGIN_MESSAGE_MAP(CQmLogTextCtrl, CQmTextCtrl)
     ON_WM_PAINT()
+    ON_WM_SIZE()
     ON_WM_TIMER()
     ON_WM_KEYDOWN()
     ON_WM_LBUTTONDOWN()
@@ -53,6 +55,8 @@ BOOL CQmLogTextCtrl::CreateCommon()
         m_rows->countersPath = path;
     m_rows->session.Refresh(m_file);
     m_followPaused = false;
+    if (m_finder)
+        m_finder->Forget();
     if (!CQmTextCtrl::CreateCommon())
         return FALSE;
     m_menuDrawer.Attach(GetSafeHwnd());
@@ -145,10 +149,23 @@ void CQmLogTextCtrl::SetFilePath(int file)
         m_browser->Refresh();
 }
 
+void CQmLogTextCtrl::OnSize(UINT type, int width, int height)
+{
+    CQmTextCtrl::OnSize(type, width, height);
+    if (m_finder)
+        m_finder->LayOut(); // in a narrow window the bar has two lines
+}
+
 void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
 {
     if (timer == logview::kRefreshTimer)
+    {
         Browse(GetFilePathIndex());
+        if (m_finder)
+            m_finder->OnRefresh();
+    }
+    else if (timer == logview::kFindTimer && m_finder)
+        m_finder->OnTimer();
     else
         CQmTextCtrl::OnTimer(timer);
 }

@@ -97,10 +97,13 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 
     const COLORREF color = GetDrawColor(GetKindColor(shown->record.kind));
     const std::string_view text = Printable(shown->text);
+    const bool isMarkedAnew = DrawFoundMarks(dc, x, y, text, color);
     dc.SetTextColor(color);
     dc.SetBkMode(TRANSPARENT);
     GraphicText(dc.GetSafeHdc(), &GetGraphicFont())
         .DrawCells(text.data(), static_cast<int>(text.size()), x, y + 1, GetColumnWidth());
+    if (isMarkedAnew)
+        DrawFoundTexts(dc, x, y, text, color);
 
     if (shown->record.blockBegin != 0)
         dc.FillSolidRect(x - (GetColumnWidth() - kBlockMarkSize) / 2 - kBlockMarkSize,

@@ -23,6 +23,8 @@ void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
         if ((up || down) && Move(up, otherFile))
             return;
     }
+    if (key == VK_ESCAPE && CancelFind())
+        return;
     CQmTextCtrl::OnKeyDown(key, repeat, flags);
 }
 

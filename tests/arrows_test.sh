@@ -70,7 +70,8 @@ includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
 models=(logview/!(QmLog*|ShownRows*|FileLook*|ReaderRows*|SessionStart*).@(h|cpp) logview/find/*.{h,cpp})
 includes_only 'QmLog(Look|Row)\.h|logview/(\w+/)?\w+\.h|textmatch/\w+\.h|vkgrafic/TextCells\.h|zemacore/WideText\.h' "${models[@]}"
 includes_only "$logs|$core|logfiles/\w+\.h|logview/\w+\.h" logview/@(FileLook|ReaderRows|SessionStart).{h,cpp}
-includes_only "$logs|$logWindows|$framework|$graphics|$common|logview/\w+\.h" logview/QmLog*.cpp logview/ShownRows.h
+includes_only "$logs|$logWindows|$framework|$graphics|$common|zemacore/WideText\.h|textmatch/\w+\.h|resources/\w+\.h|logview/(\w+/)?\w+\.h" \
+    logview/QmLog*.{h,cpp} logview/ShownRows.h
 without_system "${models[@]}"
 calls_windows logview/QmLogTextCtrl*.cpp
 

@@ -122,6 +122,19 @@ echo "Mouse: a click on the fold mark unfolds"
 click 46 7
 until_shown '^pane: 7 rows'
 
+echo "A text is found where it is folded away, in small letters as it was typed; F3 goes on and round"
+keys ctrl+Home space
+until_shown '^pane: 3 rows'
+keys ctrl+f
+xdotool type --delay 20 'JOB'
+keys F3 F3
+until_shown '^pane: Row 2: Run, number 2$'
+keys F3 F3 F3
+until_shown '^pane: Row 5: Run, number 5$'
+keys F3
+until_shown '^pane: Row 1: Main, number 1$'
+keys Escape
+
 echo "The find bar takes its keys for itself; the text is found in an unfolded row"
 keys ctrl+Home ctrl+f
 xdotool type --delay 20 'third job'

@@ -73,6 +73,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
       m_messages([this](IQmCommand& collector) { ScanMessages(collector); }, [this] { ClearErrors(); })
 {
     GetTextCtrl().SetStartSession(session == SessionState::Started);
+    GetTextCtrl().SetFindInAll(true);
     GetTextCtrl().SetCommands(&m_logTextCommands);
     GetTextCtrl().SetBookmarks([this](std::uint32_t number) { return m_bookmarks.Get().Has(number); });
 }
@@ -85,6 +86,7 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOpti
     {
         m_options = ReadWindowOptions();
         m_recent = ReadRecentFiles();
+        GetTextCtrl().SetFindHistory(ReadFindHistory());
         m_recentSessions = ReadRecentSessions();
     }
     else
@@ -210,6 +212,7 @@ void DeskFrame::RememberOptions()
         m_options.showMessages = m_split.Shows(Pane::Messages);
     }
     WriteWindowOptions(*this, m_options);
+    WriteFindHistory(GetTextCtrl().GetFindHistory());
 }
 
 // ---- Layout and focus

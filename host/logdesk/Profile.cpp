@@ -17,6 +17,9 @@ constexpr std::size_t kMaxFontName = 128; // bytes: 31 characters of any languag
 // Keys "1", "2" and so on, the most recent first.
 constexpr const char* kRecentSection = "LogDesk.Recent";
 constexpr const char* kRecentSessionsSection = "LogDesk.RecentSessions";
+constexpr const char* kFindSection = "LogDesk.Find";
+constexpr std::size_t kMostFindTexts = 20;
+constexpr DWORD kFindBytes = 1024;
 constexpr const char* kBookmarksSection = "LogDesk.Bookmarks";
 constexpr DWORD kBookmarkBytes = 0x8000; // of a session, its folder included
 constexpr DWORD kGoToBytes = 100;
@@ -207,6 +210,24 @@ BookmarkStore ReadBookmarks()
 void WriteBookmarks(const BookmarkStore& store)
 {
     WriteTexts(kBookmarksSection, BookmarkStore::kMostSessions, store.Lines());
+}
+
+// In brackets, without which a profile loses blanks at both ends.
+std::vector<std::string> ReadFindHistory()
+{
+    std::vector<std::string> texts;
+    for (const std::string& value : ReadTexts(kFindSection, kMostFindTexts, kFindBytes))
+        if (value.size() > 2 && value.front() == '[' && value.back() == ']')
+            texts.push_back(value.substr(1, value.size() - 2));
+    return texts;
+}
+
+void WriteFindHistory(const std::vector<std::string>& texts)
+{
+    std::vector<std::string> values;
+    for (const std::string& text : texts)
+        values.push_back("[" + text + "]");
+    WriteTexts(kFindSection, kMostFindTexts, values);
 }
 
 } // namespace logdesk

@@ -9,6 +9,7 @@
 #include "logdesk/WindowPlace.h"
 
 #include <string>
+#include <vector>
 
 namespace logdesk
 {
@@ -52,5 +53,9 @@ RecentFiles ReadRecentSessions();
 BookmarkStore ReadBookmarks();
 void WriteBookmarks(const BookmarkStore& store);
 void WriteRecentSessions(const RecentFiles& sessions);
+
+// What was looked for in the log text, newest first.
+std::vector<std::string> ReadFindHistory();
+void WriteFindHistory(const std::vector<std::string>& texts);
 
 } // namespace logdesk

@@ -33,7 +33,7 @@ void GoToFold(CQmLogTextCtrl& text)
     }
 }
 
-// Types into the find bar, which takes the focus.
+// Types into the find bar, which takes the focus, and waits for the search.
 void FindText(CQmLogTextCtrl& text, const std::string& wanted)
 {
     text.FindInput();
@@ -42,6 +42,9 @@ void FindText(CQmLogTextCtrl& text, const std::string& wanted)
     for (const wchar_t character : characters)
         ::SendMessageW(::GetFocus(), WM_CHAR, character, 1);
     text.FindNext();
+    MSG message = {};
+    while (text.IsFinding() && ::GetMessageW(&message, nullptr, 0, 0) > 0)
+        ::DispatchMessageW(&message);
 }
 
 // Until the message is there.

@@ -163,7 +163,7 @@ LRESULT CQmTextCtrl::OnGetFont(WPARAM, LPARAM)
 
 CRect CQmTextCtrl::GetRowArea() const
 {
-    const int bar = m_findBar ? m_findBar->GetShownHeight() : 0;
+    const int bar = GetBarHeight();
     return {0, 0, std::max<LONG>(m_client.cx - m_stripWidth, 0), std::max<LONG>(m_client.cy - bar, 0)};
 }
 

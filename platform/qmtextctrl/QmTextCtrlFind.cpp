@@ -56,11 +56,29 @@ void CQmTextCtrl::CloseFind()
     ::SetFocus(m_hWnd);
 }
 
+void CQmTextCtrl::SetBar(CWnd* bar, int height)
+{
+    m_bar = bar;
+    m_barHeight = height;
+    LayOutFindBar();
+    LayOutStrip();
+    UpdateMetrics();
+    InvalidateText();
+}
+
+int CQmTextCtrl::GetBarHeight() const
+{
+    if (m_bar)
+        return m_barHeight;
+    return m_findBar ? m_findBar->GetShownHeight() : 0;
+}
+
 void CQmTextCtrl::LayOutFindBar()
 {
     const int top = GetRowArea().bottom;
-    if (m_findBar && m_findBar->GetShownHeight() > 0)
-        m_findBar->MoveWindow(0, top, m_client.cx, m_findBar->GetShownHeight());
+    CWnd* const bar = m_bar ? m_bar : m_findBar.get();
+    if (bar && GetBarHeight() > 0)
+        bar->MoveWindow(0, top, m_client.cx, GetBarHeight());
 }
 
 bool CQmTextCtrl::FindNext()

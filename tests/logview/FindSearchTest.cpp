@@ -1,4 +1,7 @@
 #include "logview/find/FindSearch.h"
+#include "logview/LookColors.h"
+#include "logview/find/FindColors.h"
+#include "logview/find/FindState.h"
 #include "tests/logview/LogRows.h"
 
 #include "tests/support/LongRun.h"
@@ -406,6 +409,44 @@ TEST(FindSearch, CountsRowsThatAnExpressionIsGivenUpFor)
     LookAtAll(search);
     EXPECT_EQ(2u, search.RowsGivenUp());
     EXPECT_EQ((std::vector<FoundMatch>{{2, 0, 1}}), MatchesOf(search));
+}
+
+// ---- What is told and seen
+
+TEST(FindState, TellsHowFarItIsAndWhatWasFound)
+{
+    using enum FindProgress;
+    const std::pair<FindState, const char*> cases[] = {
+        {{}, ""},
+        {{Searching, 40}, "searching 40 %"},
+        {{Searching, 40, 17}, "searching 40 %, 17 found"},
+        {{Searching, 40, 17, 3}, "searching 40 %, 3 of 17"},
+        {{Cancelled, 5, 1}, "cancelled at 5 %, 1 found"},
+        {{Done, 100}, "nothing found"},
+        {{Done, 100, 17, 3}, "3 of 17"},
+        {{Full, 30, 1000000, 2}, "2 of 1000000+"},
+        {{Done, 100, 2, 1, 0, "SQL, after Main's last row"}, "1 of 2: in SQL, after Main's last row"},
+        {{Done, 100, 0, 0, 1}, "nothing found, 1 row is too costly"},
+        {{Done, 100, 4, 0, 2}, "4 found, 2 rows are too costly"},
+        {{None, 0, 0, 0, 0, "", "missing )"}, "missing )"},
+    };
+    for (const auto& [state, text] : cases)
+        EXPECT_EQ(text, FindStateText(state));
+}
+
+TEST(FindColors, KeepTextsReadableOnMarks)
+{
+    for (const std::uint32_t window : {0xFFFFFFu, 0xF0F0F0u, 0x000000u, 0x1E1E1Eu, 0x808080u})
+    {
+        const std::uint32_t mark = MatchBackground(window);
+        EXPECT_GE(Contrast(mark, window), 1.2);
+        for (const std::uint32_t color : {0x000000u, 0xFFFFFFu, 0x00AEE8u, 0x7F7FE8u, 0x7F7F7Fu, 0xD4D4D4u})
+        {
+            EXPECT_GE(Contrast(MatchText(color, mark), mark), 4.5);
+            if (Contrast(color, mark) >= 4.5)
+                EXPECT_EQ(color, MatchText(color, mark));
+        }
+    }
 }
 
 } // namespace

@@ -170,14 +170,14 @@ public:
     const char* GetFindText() const;
 
     // Shows the find bar and puts the focus there; CloseFind hides it and takes the focus back.
-    void FindInput();
-    void CloseFind();
+    virtual void FindInput();
+    virtual void CloseFind();
 
     // Find the next match from the selection's end or the caret on, or the last one that begins before them,
     // around the end once. The match, as many characters as the text has, is selected and shown. False when
     // there is none. Rows that cannot be read are passed over; nothing else happens meanwhile.
-    bool FindNext();
-    bool FindPrevious();
+    virtual bool FindNext();
+    virtual bool FindPrevious();
 
 protected:
     // Prepares the new window; derived classes begin theirs with their own steps and end with this.
@@ -191,6 +191,13 @@ protected:
 
     // The user moved the view: wheel, scroll bar, keys, autoscroll or a search. Nothing by default.
     virtual void OnUserScroll();
+
+    // A child window in place of the find bar at the bottom edge, `height` pixels high; null for none, the
+    // default. It stays there when sizes change. Not owned.
+    void SetBar(CWnd* bar, int height);
+
+    // Whether DrawRow draws what is selected, on the selection's background.
+    bool IsDrawingSelection() const { return m_drawingSelection; }
 
     BOOL PreCreateWindow(CREATESTRUCT& create) override;
 
@@ -255,6 +262,7 @@ private:
     void DrawMargins(CDC& dc, const CRect& area, textview::Range rows);
     void DrawSelection(CDC& dc, const CRect& area, int row);
     void EndDrag();
+    int GetBarHeight() const;
     void LayOutFindBar();
     bool FindForward(textview::Cell& match);
     bool FindBackward(textview::Cell& match);
@@ -283,4 +291,6 @@ private:
     CPoint m_dragPoint;
     std::string m_findText;
     std::unique_ptr<CQmTextFindBar> m_findBar; // made when it is first shown
+    CWnd* m_bar = nullptr;                     // in its place
+    int m_barHeight = 0;
 };

@@ -55,8 +55,8 @@ public:
     void SetFollow(bool follow);
     bool GetFollow() const;
 
-    // Following pauses while the user has gone away from the end, by scrolling, searching or unfolding; off
-    // by default.
+    // Following pauses while the user has gone away from the end, by scrolling, searching or unfolding, or to
+    // a row before the last one though the end is in view; off by default.
     void SetFollowPauses(bool pauses);
     bool GetFollowPauses() const;
     bool IsFollowPaused() const;
@@ -224,6 +224,7 @@ private:
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
     void UpdateFollow();
+    void UpdateFollowAtCaret();
     void ScanOwn(IQmCommand& collector);
     bool ReadSearched(int row, std::string& line);
     logview::Selection GetSelection() const;

@@ -112,6 +112,12 @@ void CQmLogTextCtrl::UpdateFollow()
     m_followPaused = m_follow && m_followPauses && !IsAtEnd();
 }
 
+// The caret was put on a row that the user wants to look at, and that new rows are not to take out of sight.
+void CQmLogTextCtrl::UpdateFollowAtCaret()
+{
+    m_followPaused = m_follow && m_followPauses && (!IsAtEnd() || GetCaretRow() + 1 < GetRowCount());
+}
+
 void CQmLogTextCtrl::SetBrowser(CQmLogBrowser* browser)
 {
     m_browser = browser;
@@ -278,7 +284,7 @@ bool CQmLogTextCtrl::Reveal(int file, unsigned long fileRow)
     if (row == logview::LogSession::kNoRow)
         return false;
     Focus(row, 0, false);
-    UpdateFollow();
+    UpdateFollowAtCaret();
     return true;
 }
 
@@ -304,7 +310,7 @@ bool CQmLogTextCtrl::Move(bool up, bool otherFile)
         return false;
     Browse(file);
     Focus(static_cast<int>(fileRow), 0, !up);
-    UpdateFollow();
+    UpdateFollowAtCaret();
     return true;
 }
 
@@ -314,7 +320,7 @@ bool CQmLogTextCtrl::GoToError(bool forward)
     if (row == logview::LogSession::kNoRow)
         return false;
     Focus(row, 0, false);
-    UpdateFollow();
+    UpdateFollowAtCaret();
     return true;
 }
 

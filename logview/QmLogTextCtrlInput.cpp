@@ -26,6 +26,8 @@ void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
     if (key == VK_ESCAPE && CancelFind())
         return;
     CQmTextCtrl::OnKeyDown(key, repeat, flags);
+    if (m_followPaused) // the caret may be at the end now, without any scrolling
+        UpdateFollowAtCaret();
 }
 
 void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)

@@ -158,7 +158,9 @@ until_shown '^pane: Rows:7 . Selected:1 . Current:3$'
 keys Home alt+Down
 until_shown '^pane: Rows:7 . Selected:1 . Current:5$'
 keys shift+F6
-until_shown '^pane: Following$' # the rows that were shown are all in sight
+until_shown '^pane: Following paused$' # at a row that was gone to
+keys ctrl+End
+until_shown '^pane: Following$'
 
 [[ $(listing) == "$before" ]] || fail "looking has changed the folder"
 

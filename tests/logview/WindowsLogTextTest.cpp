@@ -155,6 +155,14 @@ TEST_F(LogTextTest, StartsASessionAndShowsWhatAnotherProcessWrites)
     Tick();
     EXPECT_TRUE(text.IsAtEnd());
 
+    ASSERT_TRUE(text.Reveal(0, static_cast<unsigned long>(text.GetRowCount()) - 3) && text.IsAtEnd());
+    const int top = text.GetTopRow();
+    writer.Ask("write Main |one more");
+    Tick();
+    EXPECT_TRUE(text.IsFollowPaused() && text.GetTopRow() == top) << "what was gone to stays in place";
+    Press(VK_END, VK_CONTROL);
+    EXPECT_FALSE(text.IsFollowPaused());
+
     // Rows that a writer has taken back are not shown, though no number tells.
     const int rows = text.GetRowCount();
     writer.Finish();

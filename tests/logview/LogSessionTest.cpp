@@ -322,6 +322,11 @@ TEST(LogSession, MarksNoRowThatLiesTooDeepToBeUnfolded)
     }
     EXPECT_FALSE(session.Expand(row, change));
     EXPECT_TRUE(change.delta == 0 && !session.ExpandAll(row, change) && change.leftFolded == 1);
+    int header = row;
+    for (int above = CQmLogBranch::kMaxDepth; above == CQmLogBranch::kMaxDepth;)
+        session.Translate(--header, above);
+    EXPECT_TRUE(session.Collapse(header, change) && session.ExpandAll(header, change));
+    EXPECT_TRUE(change.delta > 0 && change.leftFolded > 0);
     RowCache cache(logs);
     cache.Prepare(session, row, 1);
     EXPECT_TRUE(cache.Get(row)->foldable && !cache.Get(row)->marked);

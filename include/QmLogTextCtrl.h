@@ -187,6 +187,7 @@ public:
     int GetRowLeft(int row) override;
     int GetMarginWidth() override;
     void DrawMargin(CDC& dc, const CRect& margin, int row) override;
+    bool GetTipText(int row, std::string& text) override;
     void GetRowCells(int row, VkGrafic::TextCells& cells) override;
     void DrawRow(CDC& dc, int x, int y, int row) override;
     bool Find(int row, int& column, const char* text, bool& found) override;

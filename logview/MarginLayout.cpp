@@ -50,7 +50,7 @@ MarginLayout::MarginLayout(int rowHeight, int columnWidth, int windowWidth)
     int size = std::max(std::min(std::max(height * 3 / 4, kLeastBox), height), 1);
     size += size % 2 == 0 ? (size < height ? 1 : -1) : 0;
 
-    const int gap = scaled(2);
+    const int gap = scaled(3);
     const int without = scaled(9) + scaled(6) + size + 4 * gap;
     const int letters = (kInitialColumns + kCountColumns) * column;
     const bool hasLetters = windowWidth - without - letters >= kTextColumns * column;

@@ -4,6 +4,7 @@
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
 
+#include <algorithm>
 #include <iterator>
 #include <string_view>
 
@@ -106,9 +107,11 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
         DrawFoundTexts(dc, x, y, text, color);
 
     if (shown->record.blockBegin != 0)
-        dc.FillSolidRect(x - (GetColumnWidth() - kBlockMarkSize) / 2 - kBlockMarkSize,
-                         y + (GetRowHeight() - kBlockMarkSize) / 2 + 1, kBlockMarkSize, kBlockMarkSize,
-                         color);
+    {
+        const int size = m_look.wideMargin ? std::max(GetRowHeight() / 4, kBlockMarkSize) : kBlockMarkSize;
+        dc.FillSolidRect(x - (GetColumnWidth() - size) / 2 - size, y + (GetRowHeight() - size) / 2 + 1, size,
+                         size, color);
+    }
 
     if (m_look.wideMargin)
         return; // which has the other marks
@@ -118,6 +121,15 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
         DrawCaretMark(dc, margin, y);
     if (shown->marked)
         DrawFoldMark(dc, margin, y, atCaret, shown->expanded);
+}
+
+// All of the line, of which the window shows no more than RowCache::kLineBytes.
+bool CQmLogTextCtrl::GetTipText(int row, std::string& text)
+{
+    if (!m_rows->session.ReadLine(row, text))
+        return false;
+    text.resize(Printable(text).size());
+    return true;
 }
 
 void CQmLogTextCtrl::DrawCaretMark(CDC& dc, int x, int y)

@@ -163,6 +163,7 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     PrepareMessages();
     UseColours();
     UseResolution();
+    GetTextCtrl().SetLineTips(true);
     GetTextCtrl().SetZoom([this](int steps) { Zoom(steps); });
     SetTimer(kStatusTimer, kStatusInterval, nullptr);
     return 0;

@@ -3,6 +3,7 @@
 
 #include "QmTextCtrlApply.h"
 #include "QmTextFindBar.h"
+#include "QmTextTip.h"
 #include "vkgrafic/DrawingGuards.h"
 
 #include <algorithm>
@@ -87,6 +88,9 @@ BOOL CQmTextCtrl::CreateCommon()
 void CQmTextCtrl::OnDestroy()
 {
     m_prepared = false;
+    HideTip();
+    if (m_tip)
+        m_tip->DestroyWindow();
     m_dragging = false;
     m_focused = false;
     CWnd::OnDestroy();

@@ -3,6 +3,8 @@
 
 #include "qmtextctrl/QmTextCtrl.h"
 
+constexpr UINT_PTR kTipTimer = 2;
+
 template <typename Change> void CQmTextCtrl::Apply(Change change)
 {
     if (!m_prepared)

@@ -184,6 +184,7 @@ void CQmTextCtrl::ShowChange(const textview::State& before)
         area = GetTextArea();
     if (down != 0 || right != 0)
     {
+        HideTip();
         if (covered > 0) // what covers rows does not move
         {
             CRect cover = GetRowArea();

@@ -117,6 +117,7 @@ UINT CQmTextCtrl::OnGetDlgCode()
 
 void CQmTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
 {
+    HideTip();
     if (const std::optional<int> zoom = ZoomOfKey(key); zoom && IsDown(VK_CONTROL) && Zoom(*zoom))
         return;
     const std::optional<Motion> motion = MotionOfKey(key, IsDown(VK_CONTROL));
@@ -128,6 +129,7 @@ void CQmTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
 
 void CQmTextCtrl::OnLButtonDown(UINT flags, CPoint point)
 {
+    HideTip();
     const HWND window = m_hWnd;
     ::SetFocus(window);
     if (!::IsWindow(window)) // who lost the focus may have closed it
@@ -149,13 +151,15 @@ void CQmTextCtrl::OnLButtonDblClk(UINT flags, CPoint point)
 void CQmTextCtrl::OnMouseMove(UINT, CPoint point)
 {
     if (!m_dragging)
-        return;
+        return WatchTip(point);
     m_dragPoint = point;
     Apply([&] { m_view.DragTo(point.x, point.y); });
 }
 
 void CQmTextCtrl::OnTimer(UINT_PTR timer)
 {
+    if (timer == kTipTimer)
+        return OnTipTimer();
     if (timer != kDragTimer)
         return CWnd::OnTimer(timer);
     if (m_dragging)
@@ -183,6 +187,7 @@ void CQmTextCtrl::EndDrag()
 
 void CQmTextCtrl::OnRButtonDown(UINT, CPoint point)
 {
+    HideTip();
     const HWND window = m_hWnd;
     ::SetFocus(window);
     if (!::IsWindow(window) || !m_prepared)

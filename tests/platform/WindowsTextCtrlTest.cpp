@@ -69,6 +69,11 @@ public:
         coverClick = line;
         return true;
     }
+    bool GetTipText(int row, std::string& line) override
+    {
+        line = Text(row);
+        return true;
+    }
     const std::string& Text(int row) const { return rows.at(static_cast<std::size_t>(row)); }
 
     std::vector<std::string> rows = std::vector<std::string>(100, "some text");
@@ -117,6 +122,15 @@ protected:
     {
         const int x = 16 + column * width + 1;
         return MAKELPARAM(x, (row - text->GetTopRow()) * height + height / 2);
+    }
+    // The pointer, long enough for a tip.
+    void RestOn(int row)
+    {
+        CPoint point(At(row, 3));
+        text->SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(point.x, point.y));
+        text->ClientToScreen(&point);
+        ::SetCursorPos(point.x, point.y);
+        text->SendMessage(WM_TIMER, 2);
     }
     std::vector<int> Selection() const
     {
@@ -351,6 +365,53 @@ TEST_F(TextCtrlTest, HasColoursOfItsOwnAndTellsOfZoom)
     EXPECT_LT(wheel(0, 120), top);
 }
 
+BOOL CALLBACK CountTip(HWND hwnd, LPARAM counted)
+{
+    const bool isTip =
+        ::IsWindowVisible(hwnd) && (::GetWindowLong(hwnd, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) != 0;
+    *reinterpret_cast<int*>(counted) += isTip ? 1 : 0;
+    return TRUE;
+}
+
+int TipCount()
+{
+    int count = 0;
+    ::EnumThreadWindows(::GetCurrentThreadId(), CountTip, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+TEST_F(TextCtrlTest, TipsShowLinesThatDoNotFit)
+{
+    text->rows[2] = std::string(5000, 'x');
+    const auto rest = [this](int row) {
+        RestOn(row);
+        return TipCount();
+    };
+    EXPECT_EQ(0, rest(2)) << "off by default";
+    text->SetLineTips(true);
+    EXPECT_EQ(0, rest(1)) << "fits";
+    EXPECT_EQ(1, rest(2));
+    text->SendMessage(WM_TIMER, 2);
+    EXPECT_EQ(1, TipCount()) << "as long as the pointer rests";
+    EXPECT_EQ(0, rest(3));
+    const std::pair<UINT, WPARAM> ends[] = {
+        {WM_KEYDOWN, VK_SHIFT}, {WM_LBUTTONDOWN, 0}, {WM_RBUTTONDOWN, 0}, {WM_VSCROLL, SB_BOTTOM}};
+    for (const auto& [message, wParam] : ends)
+    {
+        text->Focus(0, 0, false);
+        ::ReleaseCapture();
+        EXPECT_EQ(1, rest(2)) << message;
+        text->SendMessage(message, wParam, message == WM_VSCROLL ? 0 : At(2, 3));
+        EXPECT_EQ(0, TipCount()) << message;
+    }
+    ::ReleaseCapture();
+    text->Focus(0, 0, false);
+    EXPECT_EQ(1, rest(2));
+    ::SetCursorPos(700, 590);
+    text->SendMessage(WM_TIMER, 2);
+    EXPECT_EQ(0, TipCount()) << "the pointer has gone";
+}
+
 TEST_F(TextCtrlTest, SelectedCellsHaveTheSelectionsColours)
 {
     text->Focus(2, 0, false);
@@ -482,6 +543,9 @@ TEST_F(TextCtrlTest, LeavesNothingBehind)
         text->FindInput();
         text->SelectAll();
         Paint();
+        text->SetLineTips(true);
+        text->rows[2] = std::string(5000, 'x');
+        RestOn(2);
     });
 }
 } // namespace

@@ -11,6 +11,7 @@
 #include <string>
 
 class CQmTextFindBar;
+class CQmTextTip;
 
 // The colours of a text window that has its own. In high contrast they are the system's all the same.
 struct QmTextColors
@@ -108,6 +109,13 @@ public:
     // usual one. Without it, the default, the wheel scrolls and these keys do nothing.
     void SetZoom(std::function<void(int steps)> zoom);
 
+    // Shows a line that does not fit into the window in a tip, as a whole, while the pointer rests on it; off
+    // by default.
+    void SetLineTips(bool on);
+
+    // The line of a row for its tip; false for none, as always by default.
+    virtual bool GetTipText(int row, std::string& text);
+
     // The colour to draw text in that is `wanted` on the usual background: the selection's text colour within
     // the selection, the window text colour in high contrast or where `wanted` could not be read.
     COLORREF GetDrawColor(COLORREF wanted) const;
@@ -201,7 +209,7 @@ protected:
 
     BOOL PreCreateWindow(CREATESTRUCT& create) override;
 
-    // Derived classes hand on what they do not deal with. Timer 1 is this class's own.
+    // Derived classes hand on what they do not deal with. Timers 1 and 2 are this class's own.
     afx_msg void OnDestroy();
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnPaint();
@@ -262,6 +270,11 @@ private:
     void DrawMargins(CDC& dc, const CRect& area, textview::Range rows);
     void DrawSelection(CDC& dc, const CRect& area, int row);
     void EndDrag();
+    int GetTipRow(CPoint point);
+    void WatchTip(CPoint point);
+    void OnTipTimer();
+    bool ShowTip(int row);
+    void HideTip();
     int GetBarHeight() const;
     void LayOutFindBar();
     bool FindForward(textview::Cell& match);
@@ -290,6 +303,8 @@ private:
     bool m_dragging = false;
     CPoint m_dragPoint;
     std::string m_findText;
+    std::unique_ptr<CQmTextTip> m_tip;         // null while they are off
+    int m_tipRow = -1;                         // that the pointer is over
     std::unique_ptr<CQmTextFindBar> m_findBar; // made when it is first shown
     CWnd* m_bar = nullptr;                     // in its place
     int m_barHeight = 0;

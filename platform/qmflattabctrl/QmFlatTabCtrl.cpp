@@ -84,7 +84,7 @@ BOOL CQmFlatTabCtrl::SelectTab(int index)
     ::ShowWindow(page, SW_SHOW);
     if (focused)
         ::SetFocus(page);
-    if (former >= 0)
+    if (former >= 0 && m_tabs[static_cast<std::size_t>(former)].page != page)
         ::ShowWindow(m_tabs[static_cast<std::size_t>(former)].page, SW_HIDE);
     Invalidate();
     return TRUE;

@@ -15,6 +15,16 @@ public:
     // starts a session, unless GetTextCtrl().SetStartSession(false) was called.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
+    // Before the window is created: a tab "All logs" before "Main", with the rows of all logs in the order of
+    // their numbers, and one for each further log, with its rows; off by default, when "Main" is the only
+    // one. The text window is the page of all of them.
+    void SetAllTabs(bool all) { m_allTabs = all; }
+
+    // What the tab of a log shows (a file index), or that of all logs (kAllLogsTab).
+    static constexpr int kAllLogsTab = -1;
+    void ShowTab(int file);
+    int GetShownTab() const;
+
     CQmLogTextCtrl& GetTextCtrl() { return m_text; }
 
     // Shows the tab of the text window's current log.
@@ -33,6 +43,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool m_allTabs = false;
     CQmFlatTabCtrl m_tabs;
     CQmLogTextCtrl m_text;
+    unsigned m_allLogs = CQmLogTextCtrl::kAllLogs; // that the first tab shows
 };

@@ -23,6 +23,7 @@ namespace logview
 {
 class MarginLayout;
 struct RowChange;
+struct RowId;
 struct Selection;
 struct ShownRows;
 } // namespace logview
@@ -145,6 +146,55 @@ public:
                                           std::size_t stretches) const;
     unsigned GetFoundChanges() const;
 
+    // ---- The merged view: all rows of the logs in the order of their numbers, each once
+
+    static constexpr unsigned kAllLogs = 0x1F;
+    static constexpr unsigned kPlainRows = 1; // kinds, for SetShownKinds
+    static constexpr unsigned kNoticeRows = 2;
+    static constexpr unsigned kErrorRows = 4;
+    static constexpr unsigned kDetailRows = 8;
+    static constexpr unsigned kAllRows = 0xF;
+
+    // Shows the rows of the chosen logs, a bit for each file index; or "Main" and what unfolds under it, as
+    // the window begins. The caret goes to the row that it was on, or to the one before it in time. Here a
+    // header unfolds, as it begins, or folds; "Find" and the commands look at the rows that are shown. The
+    // place of each row is known at once, but that of rows of chosen kinds only as the records are read,
+    // which goes on in the background.
+    void ShowMerged(unsigned logs = kAllLogs);
+    void ShowMain();
+    bool IsMerged() const;
+    unsigned GetShownLogs() const;
+    void SetShownKinds(unsigned kinds);
+    unsigned GetShownKinds() const;
+    int GetIndexProgress() const; // per cent of the records read
+
+    // What a fold hides: all that any log wrote in the time of the block, or only what its own log wrote, as
+    // by default. Folds that are there stay.
+    void SetFoldsAllLogs(bool all);
+    bool GetFoldsAllLogs() const;
+
+    // Shows only the time of the innermost block of several rows that a displayed row is in, with the rows of
+    // all logs, in the merged view; false if it is in none. LeaveDuring goes back to the view before, and
+    // stays at the caret's row.
+    bool ShowDuring(int row);
+    bool IsDuring() const;
+    void LeaveDuring();
+
+    // Puts the caret on a row of any log, and unfolds what hides it. Where nothing leads to it in the view of
+    // "Main", the merged view comes. False if there is no such row; the second, if there is no row at all:
+    // else it goes to the first row with the number or a greater one.
+    bool GoTo(int file, unsigned long fileRow);
+    bool GoToNumber(unsigned long number);
+
+    // Puts the caret on the next or previous header of an error block of these logs, folded away or not. In
+    // the merged view GoToError does so with the logs that are shown.
+    bool GoToErrorInLogs(bool forward, unsigned logs = kAllLogs);
+
+    // In the merged view the headers of the blocks that the window's first row lies in stay at its top, the
+    // innermost five; a click on one goes to it. Off by default.
+    void SetPinsHeaders(bool pins);
+    bool GetPinsHeaders() const;
+
     // The selected text, each line with the line feed it has in the log; and the same into the clipboard, as
     // Unicode and as the bytes that the logs have.
     std::string GetSelectedText();
@@ -200,6 +250,9 @@ public:
 protected:
     BOOL CreateCommon() override;
     void PrepareRows(int first, int count) override;
+    int GetRowsAbove(int row) override;
+    void DrawCover(CDC& dc, const CRect& area, int rows) override;
+    bool OnCoverClick(int line, CPoint point) override;
     void OnTextMenu(CPoint screenPoint) override;
     void OnUserScroll() override;
 
@@ -224,6 +277,18 @@ private:
 
     bool Change(bool done, const logview::RowChange& change);
     void RefreshRows();
+    void RefreshMerged();
+    void KeepIndex();
+    void ReadIndex();
+    bool ExtendIndex();
+    void ShowRows(bool merged, int row, int column, int offset);
+    logview::RowId TakePlace();
+    template <typename Action> void ChangeMerged(Action action);
+    bool ExpandMerged(int row, logview::RowChange& change);
+    bool MoveMerged(bool up, bool otherFile);
+    void FindMergedBlock(int row, int& first, int& last);
+    const std::vector<int>& FindHeaders(int row);
+    std::vector<int> FindPinned(int rows);
     void UpdateFollow();
     void UpdateFollowAtCaret();
     void ScanOwn(IQmCommand& collector);
@@ -240,6 +305,8 @@ private:
     QmLogColors m_colors = {}; // of its own, if the look has some
     int m_file = 0;
     int m_leftFolded = 0;
+    bool m_pinsHeaders = false;
+    bool m_foldsAllLogs = false;
     std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
     std::function<bool(std::uint32_t)> m_isBookmarked;

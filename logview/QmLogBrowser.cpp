@@ -40,7 +40,29 @@ BOOL CQmLogBrowser::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)
 void CQmLogBrowser::Refresh()
 {
     if (m_tabs.GetSafeHwnd())
-        m_tabs.Refresh(m_text.GetFilePathIndex());
+        m_tabs.Refresh(m_allTabs ? GetShownTab() + 1 : m_text.GetFilePathIndex());
+}
+
+void CQmLogBrowser::ShowTab(int file)
+{
+    if (GetShownTab() == kAllLogsTab)
+        m_allLogs = m_text.GetShownLogs();
+    if (file == kAllLogsTab)
+        m_text.ShowMerged(m_allLogs);
+    else if (file == 0)
+        m_text.ShowMain();
+    else
+        m_text.ShowMerged(1u << file);
+}
+
+int CQmLogBrowser::GetShownTab() const
+{
+    if (!m_text.IsMerged())
+        return 0;
+    for (int file = 1; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
+        if (m_text.GetShownLogs() == 1u << file && !m_text.IsDuring())
+            return file;
+    return kAllLogsTab;
 }
 
 void CQmLogBrowser::Scan(IQmCommand& collector)
@@ -63,8 +85,13 @@ LRESULT CQmLogBrowser::OnCreate(CREATESTRUCT*)
     GetClientRect(&client);
     if (!m_tabs.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, kTabStyle, client, this, kTabsId))
         return 0;
-    m_tabs.AddTab(0, CQmLogTextCtrl::GetFilePath(0), &m_text);
+    if (m_allTabs)
+        m_tabs.AddTab(0, "All logs", &m_text);
+    for (int file = 0; file < (m_allTabs ? CQmLogTextCtrl::GetFilePathCount() : 1); ++file)
+        m_tabs.AddTab(m_allTabs ? file + 1 : file, CQmLogTextCtrl::GetFilePath(file), &m_text);
     m_tabs.SelectTab(0);
+    if (m_allTabs)
+        ShowTab(kAllLogsTab);
     return result;
 }
 
@@ -83,6 +110,9 @@ void CQmLogBrowser::OnSetFocus(CWnd* old)
 
 void CQmLogBrowser::OnSelChange(NMHDR*, LRESULT* result)
 {
-    m_text.Browse(m_tabs.GetSelectedTab());
+    if (m_allTabs)
+        ShowTab(m_tabs.GetSelectedTab() - 1);
+    else
+        m_text.Browse(m_tabs.GetSelectedTab());
     *result = 0;
 }

@@ -53,6 +53,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
     char path[MAX_PATH] = {}; // made once: asking for it makes a folder that is gone
     if (QmLogMakeFilePath(logview::kCountersFile, path))
         m_rows->countersPath = path;
+    m_rows->merged.SetFoldsAllLogs(m_foldsAllLogs);
     m_rows->session.Refresh(m_file);
     m_followPaused = false;
     if (m_finder)
@@ -172,6 +173,8 @@ void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
     }
     else if (timer == logview::kFindTimer && m_finder)
         m_finder->OnTimer();
+    else if (timer == logview::kIndexTimer)
+        ReadIndex();
     else
         CQmTextCtrl::OnTimer(timer);
 }
@@ -183,7 +186,7 @@ bool CQmLogTextCtrl::Browse(int file)
     // Where the counter cannot be read, the rows tell; and rows that a writer has taken back move no counter.
     const std::optional<int> time = logview::AskTime(m_rows->countersPath);
     const bool isWritten = time ? *time != lastSeenTime : m_rows->session.HasNewCount(m_file);
-    if (!isWritten && !m_rows->session.HasShrunk())
+    if (!isWritten && !m_rows->session.HasShrunk() && !(m_rows->keepsIndex && m_rows->merged.HasShrunk()))
         return true;
     lastSeenTime = time.value_or(lastSeenTime);
     RefreshRows();
@@ -195,6 +198,7 @@ void CQmLogTextCtrl::RefreshRows()
     const CQmWndUpdaterUse updater(this);
     m_rows->searched.Clear();
     m_rows->session.Refresh(m_file);
+    RefreshMerged();
     OnRowsChanged();
     if (m_browser)
         m_browser->Refresh();
@@ -221,13 +225,13 @@ bool CQmLogTextCtrl::Change(bool done, const logview::RowChange& change)
 
 bool CQmLogTextCtrl::GetExpanded(int row, bool& expanded)
 {
-    return m_rows->session.ReadExpanded(row, expanded);
+    return m_rows->Rows().ReadExpanded(row, expanded);
 }
 
 bool CQmLogTextCtrl::Expand(int row)
 {
     logview::RowChange change;
-    const bool done = m_rows->session.Expand(row, change);
+    const bool done = m_rows->showsMerged ? ExpandMerged(row, change) : m_rows->session.Expand(row, change);
     return Change(done, change);
 }
 
@@ -235,7 +239,8 @@ bool CQmLogTextCtrl::ExpandAll(int row)
 {
     m_reloadPending = false;
     logview::RowChange change;
-    const bool done = m_rows->session.ExpandAll(row, change);
+    const bool done =
+        m_rows->showsMerged ? ExpandMerged(row, change) : m_rows->session.ExpandAll(row, change);
     return Change(done, change);
 }
 
@@ -247,7 +252,8 @@ int CQmLogTextCtrl::GetLeftFolded() const
 bool CQmLogTextCtrl::Collapse(int row)
 {
     logview::RowChange change;
-    const bool done = m_rows->session.Collapse(row, change);
+    const bool done =
+        m_rows->showsMerged ? m_rows->merged.Fold(row, change) : m_rows->session.Collapse(row, change);
     return Change(done, change);
 }
 
@@ -276,6 +282,8 @@ bool CQmLogTextCtrl::Reveal(int file, unsigned long fileRow)
 {
     if (file < 0 || file >= GetFilePathCount())
         return false;
+    if (m_rows->showsMerged)
+        return GoTo(file, fileRow);
     const int row =
         m_rows->session.Reveal({static_cast<std::uint32_t>(file), static_cast<std::uint32_t>(fileRow)});
     m_leftFolded = 0;
@@ -306,6 +314,8 @@ bool CQmLogTextCtrl::Move(bool up, bool otherFile)
 {
     int file = 0;
     unsigned long fileRow = 0;
+    if (m_rows->showsMerged)
+        return MoveMerged(up, otherFile);
     if (!m_rows->session.FindNeighbour(m_file, GetCaretRow(), up, otherFile, file, fileRow))
         return false;
     Browse(file);
@@ -316,6 +326,8 @@ bool CQmLogTextCtrl::Move(bool up, bool otherFile)
 
 bool CQmLogTextCtrl::GoToError(bool forward)
 {
+    if (m_rows->showsMerged)
+        return GoToErrorInLogs(forward, GetShownLogs());
     const int row = m_rows->session.FindError(GetCaretRow(), forward);
     if (row == logview::LogSession::kNoRow)
         return false;
@@ -331,7 +343,7 @@ logview::Selection CQmLogTextCtrl::GetSelection() const
 
 std::string CQmLogTextCtrl::GetSelectedText()
 {
-    return logview::SelectedBytes(m_rows->source, m_rows->session, GetSelection());
+    return logview::SelectedBytes(m_rows->source, m_rows->Rows(), GetSelection());
 }
 
 bool CQmLogTextCtrl::Copy()
@@ -339,8 +351,7 @@ bool CQmLogTextCtrl::Copy()
     const std::string bytes = GetSelectedText();
     if (bytes.empty())
         return false;
-    const ZEMA::WideString wide =
-        logview::SelectedCharacters(m_rows->source, m_rows->session, GetSelection());
+    const ZEMA::WideString wide = logview::SelectedCharacters(m_rows->source, m_rows->Rows(), GetSelection());
     const QmClipboardItem items[] = {
         {CF_UNICODETEXT, wide.c_str(), (wide.size() + 1) * sizeof(ZEMA::WideChar)},
         {CF_TEXT, bytes.c_str(), bytes.size() + 1}};
@@ -361,19 +372,19 @@ bool CQmLogTextCtrl::IsBookmarked(std::uint32_t number)
 
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)
 {
-    const logview::RowId place = m_rows->session.Translate(row);
+    const logview::RowId place = m_rows->Rows().Translate(row);
     fileRow = place.row;
     return QmLogReaderDefine(GetFilePath(static_cast<int>(place.file)));
 }
 
 bool CQmLogTextCtrl::ReadStyle(int row, CQmLogRow& record)
 {
-    return m_rows->session.ReadStyle(row, record);
+    return m_rows->Rows().ReadStyle(row, record);
 }
 
 int CQmLogTextCtrl::GetRowFile(int row)
 {
-    return static_cast<int>(m_rows->session.Translate(row).file);
+    return static_cast<int>(m_rows->Rows().Translate(row).file);
 }
 
 bool CQmLogTextCtrl::Translation(int a, int b)
@@ -383,7 +394,7 @@ bool CQmLogTextCtrl::Translation(int a, int b)
 
 int CQmLogTextCtrl::GetRowCount()
 {
-    return m_rows->session.RowCount();
+    return m_rows->Rows().RowCount();
 }
 
 int CQmLogTextCtrl::GetColumnCount()
@@ -395,7 +406,7 @@ int CQmLogTextCtrl::GetRowColumnCount(int row)
 {
     if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
         return static_cast<int>(std::min<std::uint32_t>(cached->length, logview::LogSession::kMaxRows));
-    return m_rows->session.ColumnCount(row);
+    return m_rows->Rows().ColumnCount(row);
 }
 
 void CQmLogTextCtrl::GetRowCells(int row, VkGrafic::TextCells& cells)
@@ -411,12 +422,12 @@ bool CQmLogTextCtrl::ReadSearched(int row, std::string& line)
     constexpr int kTogether = 256;
     logview::RowCache& searched = m_rows->searched;
     if (!searched.Get(row))
-        searched.Prepare(m_rows->session, row - row % kTogether, kTogether);
+        searched.Prepare(m_rows->Rows(), row - row % kTogether, kTogether);
     const logview::CachedRow* const cached = searched.Get(row);
     if (!cached || !cached->readable)
         return false;
     if (cached->length > logview::RowCache::kLineBytes) // of which only a part was read
-        return m_rows->session.ReadLine(row, line);
+        return m_rows->Rows().ReadLine(row, line);
     line = cached->text;
     return true;
 }

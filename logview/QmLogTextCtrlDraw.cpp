@@ -79,14 +79,14 @@ int CQmLogTextCtrl::GetRowLeft(int row)
     if (const logview::CachedRow* const cached = m_rows->cache.Get(row))
         record = cached->record;
     else
-        m_rows->session.ReadStyle(row, record);
+        m_rows->Rows().ReadStyle(row, record);
     const int left = m_look.wideMargin ? GetColumnWidth() + kBlockMarkSize / 2 : kMargin;
     return GetColumnWidth() * record.indent + left;
 }
 
 void CQmLogTextCtrl::PrepareRows(int first, int count)
 {
-    m_rows->cache.Prepare(m_rows->session, first, count);
+    m_rows->cache.Prepare(m_rows->Rows(), first, count);
 }
 
 void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)

@@ -71,7 +71,9 @@ void CQmLogTextCtrl::OnLButtonDblClk(UINT flags, CPoint point)
     if (!HitTest(point, first, column))
         return;
     int last = first;
-    if (column < 0)
+    if (column < 0 && m_rows->showsMerged)
+        FindMergedBlock(first, first, last);
+    else if (column < 0)
         m_rows->session.FindBlock(m_file, first, first, last);
     Focus(first, 0, false);
     Select(last, kRowEnd);

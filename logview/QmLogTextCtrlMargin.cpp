@@ -88,11 +88,6 @@ QmLogColors CQmLogTextCtrl::GetThemeColors(QmLogTheme theme)
     return logview::ThemeColors(theme);
 }
 
-unsigned CQmLogTextCtrl::CountHiddenErrors(int)
-{
-    return 0;
-}
-
 const QmLogColors& CQmLogTextCtrl::GetMarginColors() const
 {
     return HasOwnColors() ? m_colors : logview::ThemeColors(logview::ThemeFor(GetWindowColor()));

@@ -36,6 +36,14 @@ bool EndsBlock(const PlacedRow& row, std::uint32_t file, unsigned depth)
 
 MergedRows::MergedRows(RowSource& source) : DisplayedRows(source), m_index(source) {}
 
+bool MergedRows::HasShrunk() const
+{
+    bool hasShrunk = false;
+    for (unsigned file = 0; file < kFileCount; ++file)
+        hasShrunk = hasShrunk || Source().RowCount(file) < m_index.RowsOf(file);
+    return hasShrunk;
+}
+
 void MergedRows::Refresh()
 {
     if (!m_index.Refresh() && !m_folds.IsEmpty())
@@ -82,6 +90,7 @@ void MergedRows::ShowOnly(const std::optional<NumberRange>& range)
 void MergedRows::FindShown()
 {
     m_loaded.clear();
+    ++m_changes;
     const MergePoint end = m_choice.classes == kAllClasses ? LogEnds() : m_index.End();
     m_firstShown = 0;
     m_endShown = ShownBefore(end);
@@ -314,11 +323,14 @@ RowId MergedRows::Translate(std::int64_t row, int& depth) const
 bool MergedRows::IsFoldable(const RowSurroundings& row, bool& expanded) const
 {
     const auto& [place, record, depth] = row.row;
-    if (record.blockBegin == 0 || record.indent == 0 || !row.nextOfLog ||
-        EndsBlock({place, *row.nextOfLog, 0}, place.file, record.indent))
+    if (record.blockBegin == 0 || record.indent == 0)
         return false;
     expanded = !m_folds.Get(place);
-    return true;
+    if (!expanded)
+        return true;
+    if (m_foldsAllLogs)
+        return row.next && !EndsBlock(*row.next, place.file, record.indent);
+    return row.nextOfLog && !EndsBlock({place, *row.nextOfLog, 0}, place.file, record.indent);
 }
 
 int MergedRows::FindRow(RowId place) const
@@ -348,14 +360,14 @@ int MergedRows::FindNumber(std::uint32_t number) const
 
 // ---- Folding
 
-bool MergedRows::Fold(int row, bool allLogs, RowChange& change)
+bool MergedRows::Fold(int row, RowChange& change)
 {
     change = {};
     const int before = RowCount();
     const RowId header = Translate(row);
     FoldedRows::Fold fold;
     bool expanded = false;
-    if (!ReadExpanded(row, expanded) || !expanded || !MakeFold(header, allLogs, fold))
+    if (!ReadExpanded(row, expanded) || !expanded || !MakeFold(header, m_foldsAllLogs, fold))
         return false;
     m_folds.Set(header, fold);
     FindShown();
@@ -387,13 +399,6 @@ bool MergedRows::MakeFold(RowId header, bool allLogs, FoldedRows::Fold& fold) co
     fold.begin = PointBefore(header);
     ++fold.begin.counts[header.file][ClassOf(row.record)];
     fold.end = end.point;
-    if (allLogs) // up to its last own row
-    {
-        PlacedRow last = {{header.file, end.point.RowsOf(header.file) - 1}, {}, 0};
-        Read(last.place, last.record);
-        fold.end = PointBefore(last.place);
-        ++fold.end.counts[header.file][ClassOf(last.record)];
-    }
     return true;
 }
 
@@ -510,9 +515,8 @@ std::vector<RowId> MergedRows::FindPath(RowId place) const
 
 // ---- Errors
 
-std::optional<RowId> MergedRows::FindError(RowId place, bool forward) const
+std::optional<RowId> MergedRows::FindError(RowId place, bool forward, std::uint32_t logs) const
 {
-    const std::uint32_t logs = m_choice.logs;
     PlacedRow row = {place, {}, 0};
     const bool isIndexed = place.file < kFileCount && place.row < m_index.End().RowsOf(place.file);
     std::uint64_t wanted = ErrorsBefore(isIndexed ? PointBefore(place) : m_index.End(), logs);

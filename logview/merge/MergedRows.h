@@ -39,12 +39,18 @@ class MergedRows final : public DisplayedRows
 public:
     explicit MergedRows(RowSource& source);
 
+    // Whether a log has fewer rows than it had; asks for row counts only.
+    bool HasShrunk() const;
+
     // Takes the logs' ends; folds whose headers have gone are dropped.
     void Refresh();
 
     // Reads on for `rows` rows of the index or somewhat more; false when all is read.
     bool Extend(std::uint64_t rows);
     const MergeIndex& Index() const { return m_index; }
+
+    // Another number whenever rows may be displayed elsewhere than before.
+    std::uint32_t Changes() const { return m_changes; }
 
     // Shows other rows. Folds are kept.
     void Choose(const RowChoice& choice);
@@ -64,16 +70,20 @@ public:
     // The first displayed row with `number` or a greater one; the row count where all are smaller.
     int FindNumber(std::uint32_t number) const;
 
-    // Folds a displayed header, with `allLogs` whatever any log wrote until its block's last row; unfolds it.
-    bool Fold(int row, bool allLogs, RowChange& change);
+    // Whether folding hides all rows of a block's time, or only those of its own log, as at first.
+    void SetFoldsAllLogs(bool all) { m_foldsAllLogs = all; }
+    bool GetFoldsAllLogs() const { return m_foldsAllLogs; }
+
+    // Folds a displayed header, or unfolds it.
+    bool Fold(int row, RowChange& change);
     bool Unfold(int row, RowChange& change);
 
     // Unfolds what hides a row, chooses its log and class, and leaves a range that it is outside of. Answers
     // where it is displayed; kNoRow if there is no such row.
     int Reveal(RowId place);
 
-    // The next or previous header of an error after a place, of the chosen logs, folded away or not.
-    std::optional<RowId> FindError(RowId place, bool forward) const;
+    // The next or previous header of an error after a place, of these logs (a bit each), shown or not.
+    std::optional<RowId> FindError(RowId place, bool forward, std::uint32_t logs) const;
 
     // Headers of errors that a folded header hides.
     std::uint32_t CountFoldedErrors(RowId header) const;
@@ -129,6 +139,8 @@ private:
     RowChoice m_choice;
     std::optional<NumberRange> m_range;
     FoldedRows m_folds;
+    bool m_foldsAllLogs = false;
+    std::uint32_t m_changes = 0;
     std::uint64_t m_firstShown = 0; // of the range, counted over all that are shown
     std::uint64_t m_endShown = 0;
     mutable std::vector<ShownStretch> m_loaded; // the last few

@@ -112,9 +112,7 @@ public:
         for (const Fold& fold : folds)
         {
             const std::size_t header = IndexOf(fold.header);
-            std::size_t end = EndOf(header);
-            while (all[end - 1].place.file != fold.header.file)
-                --end;
+            const std::size_t end = EndOf(header);
             for (std::size_t at = header + 1; at < end; ++at)
                 hidden[at] = hidden[at] || fold.allLogs || all[at].place.file == fold.header.file;
         }
@@ -196,14 +194,14 @@ private:
         if (kinds < 3)
         {
             Extend(100000); // a fold reaches as far as it is known
+            m_rows.SetFoldsAllLogs(m_random() % 2 == 0);
             int header = row;
             bool expanded = false;
             while (header < before && !m_rows.ReadExpanded(header, expanded))
                 ++header;
             const RowId place = m_rows.Translate(header);
-            const bool allLogs = m_random() % 2 == 0;
-            if (header < before && expanded && m_rows.Fold(header, allLogs, change))
-                m_folds.push_back({place, allLogs});
+            if (header < before && expanded && m_rows.Fold(header, change))
+                m_folds.push_back({place, m_rows.GetFoldsAllLogs()});
             else if (header < before && !expanded)
             {
                 EXPECT_TRUE(m_rows.Unfold(header, change));
@@ -251,9 +249,7 @@ private:
         std::erase_if(m_folds, [&](const PlainRows::Fold& fold) {
             const std::size_t header = plain.IndexOf(fold.header);
             const std::size_t at = plain.IndexOf(row.place);
-            std::size_t end = plain.EndOf(header);
-            while (plain.all[end - 1].place.file != fold.header.file)
-                --end;
+            const std::size_t end = plain.EndOf(header);
             return at > header && at < end && (fold.allLogs || fold.header.file == row.place.file);
         });
     }
@@ -299,9 +295,9 @@ private:
         const auto next = std::find_if(here + 1, plain.all.end(), isError);
         const auto previous = std::find_if(std::make_reverse_iterator(here), plain.all.rend(), isError);
         EXPECT_EQ(next != plain.all.end() ? std::optional(next->place) : std::nullopt,
-                  m_rows.FindError(row.place, true));
+                  m_rows.FindError(row.place, true, m_rows.GetChoice().logs));
         EXPECT_EQ(previous != plain.all.rend() ? std::optional(previous->place) : std::nullopt,
-                  m_rows.FindError(row.place, false));
+                  m_rows.FindError(row.place, false, m_rows.GetChoice().logs));
 
         const auto last = row.record.time + static_cast<std::uint32_t>(m_random() % 5000);
         const auto errors = std::count_if(here, plain.all.end(), [&](const PlacedRow& each) {
@@ -389,7 +385,7 @@ TEST(MergedRowsTest, BeginAgainWhereRowsHaveGone)
         ++header;
     const RowId folded = rows.Translate(header);
     RowChange change;
-    ASSERT_TRUE(rows.Fold(header, false, change));
+    ASSERT_TRUE(rows.Fold(header, change));
 
     logs.rows[folded.file].resize(folded.row + 1); // the header stays
     rows.Refresh();

@@ -104,7 +104,7 @@ bool CQmLogTextCtrl::ShowFound(int file, unsigned long fileRow, int begin, int e
     int row = FindShownRow(file, fileRow);
     if (row < 0)
     {
-        if (!Reveal(file, fileRow))
+        if (!GoTo(file, fileRow))
             return false;
         row = GetCaretRow();
     }
@@ -122,7 +122,7 @@ int CQmLogTextCtrl::FindShownRow(int file, unsigned long fileRow)
     const int last = std::min(GetTopRow() + client.Height() / std::max(GetRowHeight(), 1), GetRowCount() - 1);
     for (int row = GetTopRow(); row <= last; ++row)
     {
-        const logview::RowId place = m_rows->session.Translate(row);
+        const logview::RowId place = m_rows->Rows().Translate(row);
         if (static_cast<int>(place.file) == file && place.row == fileRow)
             return row;
     }

@@ -106,6 +106,29 @@ listing() { find "$session" -printf '%f %s %t\n' | sort; }
 before=$(listing)
 start "$(windows_path "$session")"
 until_shown '^title: Z:.*\\Größe 日志 Журнал - LogDesk$'
+until_shown '^pane: 7 rows'
+
+echo "All logs: blocks fold, the time of one block is shown, each log has its tab, and the place stays"
+keys ctrl+Home Down space
+until_shown '^pane: 4 rows'
+keys space alt+Down
+until_shown '^pane: Row 6: Main, number 6$'
+keys Up
+until_shown '^pane: Row 5: Run, number 5$'
+keys Up
+until_shown '^pane: Row 4: Run, number 4$'
+keys ctrl+b
+until_shown '^pane: 4 rows'
+until_shown '^pane: Row 3: Run, number 4$'
+keys ctrl+b
+until_shown '^pane: 7 rows'
+keys alt+3 alt+2
+until_shown '^pane: 4 rows'
+until_shown '^pane: Row 3: Run, number 4$'
+keys alt+shift+Down
+until_shown '^pane: Row 6: Main, number 6$'
+keys alt+1
+until_shown '^pane: Row 2: Main, number 6$'
 until_shown '^pane: 3 rows'
 
 echo "Keys: the caret's row unfolds and folds, the error is found"
@@ -212,9 +235,9 @@ sed -i 's/^ToolBar=0/ToolBar=1/' "$work/Profile.ini"
 grep -q '^FollowPauses=0' "$work/Profile.ini" || fail "the option is not remembered"
 sed -i 's/^FollowPauses=0/FollowPauses=1/' "$work/Profile.ini"
 
-echo "A file: the caret on its log's first row, unfolded as far as that needs"
+echo "A file: the caret on its log's first row, on its tab"
 start "$(windows_path "$session/Run.ROW")"
-until_shown '^pane: Row 2: Run, number 2$'
+until_shown '^pane: Row 1: Run, number 2$'
 until_shown '^pane: Not following$'
 leave
 
@@ -233,8 +256,8 @@ for writable in yes no; do
     fi
     before=$(listing_of "$only_read")
     start "$(windows_path "$only_read")"
-    until_shown '^pane: 63 rows'
-    keys ctrl+Home space Return alt+Down ctrl+Down ctrl+Next ctrl+Return shift+F6 ctrl+a ctrl+c alt+1 alt+5
+    until_shown '^pane: 67 rows'
+    keys ctrl+Home ctrl+b alt+1 space Return alt+Down ctrl+Down ctrl+Next ctrl+Return shift+F6 ctrl+a ctrl+c alt+1 alt+5
     until_shown '^pane: 67 messages$'
     leave
     [[ $(listing_of "$only_read") == "$before" ]] || fail "looking has changed the folder"
@@ -287,7 +310,7 @@ dialog() { wine "$bin/desk_probe.exe" '#32770' | tr -d '\r'; }
 is_in_dialog() { dialog | grep -qE -- "$1"; }
 until_in_dialog() { until_true is_in_dialog "$1" || { dialog; fail "$1 is not in the dialog"; }; }
 start "$(windows_path "$session")"
-until_shown '^pane: 63 rows'
+until_shown '^pane: 67 rows'
 keys ctrl+g
 until_in_dialog '^title: Go To$'
 xdotool type --delay 20 'SQL 1'
@@ -326,7 +349,7 @@ until_shown ': Main, number 60$'
 leave
 [[ $(listing) == "$listed" ]] || fail "bookmarks have changed the folder"
 start "$(windows_path "$session")"
-until_shown '^pane: 63 rows'
+until_shown '^pane: 67 rows'
 keys ctrl+Home F2
 until_shown ': Run, number 3$'
 keys alt+i k
@@ -472,9 +495,11 @@ session=$work/other
 printf 'compiling' | logtool write Build
 until_shown '^notice: Build is among the messages only'
 printf 'first\nsecond' | logtool write SQL
+until_shown '^pane: 2 rows'
+keys alt+1
 until_shown '^notice: Main has no rows, .* SQL \(2 rows\)'
 printf 'main' | logtool write Main
-until_shown '^notice: Not in the log text, because they are older than the first row of Main: 2 rows of SQL'
+until_shown '^notice: Not in this view, because they are older than the first row of Main: 2 rows of SQL'
 rm -r "$session"
 until_shown '^notice: Z:.*other is not there, or cannot be read'
 leave

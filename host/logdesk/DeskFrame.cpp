@@ -65,13 +65,16 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
       m_status([this] { PressStatusButton(); }, [this] { ClearErrors(); },
                [this] { FocusPane(ActivePane()); }),
       m_errors(m_status.Watch()), m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
-      m_logCommands([this](IQmCommand& collector) { GetTextCtrl().ScanFilePath(collector); }),
+      m_logCommands([this](IQmCommand& collector) { ScanLog(collector); }),
       m_editCommands([this](IQmCommand& collector) { m_messages.List().ScanEdit(collector); }),
       m_viewCommands([this](IQmCommand& collector) { ScanView(collector); }),
       m_helpCommands([this](IQmCommand& collector) { ScanHelp(collector); }),
       m_logTextCommands([this](IQmCommand& collector) { ScanLogText(collector); }),
       m_messages([this](IQmCommand& collector) { ScanMessages(collector); }, [this] { ClearErrors(); })
 {
+    m_browser.SetAllTabs(true);
+    GetTextCtrl().SetFoldsAllLogs(true);
+    GetTextCtrl().SetPinsHeaders(true);
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetFindInAll(true);
     GetTextCtrl().SetCommands(&m_logTextCommands);
@@ -114,8 +117,8 @@ BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOpti
     return TRUE;
 }
 
-// The caret goes on the log's first row that anything leads to. It stays there, for whoever names a log wants
-// to read it and not its end.
+// The log's tab with the caret on its first row. It stays there, for whoever names a log wants to read it and
+// not its end.
 void DeskFrame::ShowWantedLog()
 {
     CQmLogTextCtrl& text = GetTextCtrl();
@@ -123,11 +126,9 @@ void DeskFrame::ShowWantedLog()
     {
         if (!IsSameLog(CQmLogTextCtrl::GetFilePath(file), m_place.log))
             continue;
-        unsigned long before = 0;
-        unsigned long after = 0;
-        text.GetHiddenRowCounts(file, before, after);
         text.SetFollow(false);
-        text.Reveal(file, before);
+        m_browser.ShowTab(file);
+        text.GoTo(file, 0);
     }
 }
 

@@ -64,6 +64,9 @@ public:
     void SetLeastLevel(std::uint32_t level);
     void GoToMessageError(msgservice::MsgService::Direction direction);
     void ShowInLog(std::uint32_t id);
+    void ShowTab(int file); // of a log, or CQmLogBrowser::kAllLogsTab
+    void ShowDuring();      // the block of the log text's caret, or leaves it
+    void GoToErrorInLogs(bool forward);
     void ShowInMessages(); // the row of the log text's caret
 
     // Puts the log text's caret there; each answers why it cannot, and nothing if it did.
@@ -133,6 +136,9 @@ private:
     IQmHandler& FocusHandler();
     IQmHandler& HandlerOf(UINT menu);
     void ScanFile(IQmCommand& collector);
+    void ScanTabs(IQmCommand& collector);
+    void ScanLog(IQmCommand& collector);
+    void ScanLogMoves(IQmCommand& collector);
     void ScanView(IQmCommand& collector);
     void ScanZoom(IQmCommand& collector);
     void ScanLook(IQmCommand& collector);

@@ -129,10 +129,10 @@ std::string DeskFrame::GoToRow(int file, unsigned long row)
     ShowPane(Pane::LogText, true);
     if (!text.GetFollowPauses())
         text.SetFollow(false); // or the next row would take it out of sight
-    if (text.Reveal(file, row))
+    if (text.GoTo(file, row))
         return "";
     return "Row " + NumberText(row + 1) + " of " + CQmLogTextCtrl::GetFilePath(file) +
-           " cannot be unfolded: no row of Main leads to it";
+           " is not there any more";
 }
 
 // 0 without a row.

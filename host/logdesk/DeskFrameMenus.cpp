@@ -41,7 +41,8 @@ void DeskFrame::MakeMenus(CMenu& bar)
 
 void DeskFrame::Scan(IQmCommand& collector)
 {
-    GetTextCtrl().ScanFilePath(collector);
+    ScanTabs(collector);
+    ScanLogMoves(collector);
     AddCommand(collector, {"&Open...", [this] { AskForFiles(); }, 'O', kQmControl});
     AddCommand(collector, {"&New Window", [this] { OpenNewWindow(); }, 'N', kQmControl});
     AddCommand(collector, {"&Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});

@@ -45,8 +45,8 @@ std::string WithoutMain(const FolderState& state)
     for (const LogCounts& log : state.logs)
         if (log.rows > 0)
             others.push_back(log.name + " (" + CountText(log.rows, "row") + ")");
-    return "Main has no rows, and the log text shows those of other logs only among Main's: " + List(others) +
-           ". The messages show them";
+    return "Main has no rows, and rows of other logs unfold only among Main's: " + List(others) +
+           ". \"All logs\" shows them";
 }
 
 std::string BeforeMain(const FolderState& state)
@@ -55,8 +55,8 @@ std::string BeforeMain(const FolderState& state)
     for (const LogCounts& log : state.logs)
         if (log.before > 0)
             logs.push_back(CountText(log.before, "row") + " of " + log.name);
-    return "Not in the log text, because they are older than the first row of Main: " + List(logs) +
-           ". The messages show them";
+    return "Not in this view, because they are older than the first row of Main: " + List(logs) +
+           ". \"All logs\" shows them";
 }
 
 // `names` are the logs that have rows and are none of ours, the one that the user asked for first.
@@ -73,9 +73,9 @@ std::string Wanted(const FolderState& state)
     if (!log || log->rows == 0)
         return state.wanted + " has no rows: its index, " + state.wanted +
                ".ROW, is missing or empty. Without an index LogDesk shows the text as messages";
-    if (log->after == log->rows)
-        return state.wanted + " begins after the last row of Main, and is in the log text when Main goes on. "
-                              "The messages show it";
+    if (state.showsMain && log->after == log->rows)
+        return state.wanted + " begins after the last row of Main, and unfolds when Main goes on. "
+                              "\"All logs\" shows it";
     return "";
 }
 
@@ -117,26 +117,35 @@ std::vector<std::string> Notices(const FolderState& state)
             notices.push_back(wanted);
 
     const bool hasMain = !state.logs.empty() && HasRows(state.logs.front());
-    if (!hasMain && std::any_of(state.logs.begin(), state.logs.end(), HasRows))
+    const bool hasRows = std::any_of(state.logs.begin(), state.logs.end(), HasRows);
+    if (!hasMain && hasRows && state.showsMain)
         notices.push_back(WithoutMain(state));
-    else if (!hasMain && foreign.empty() && notices.empty())
+    else if (!hasRows && foreign.empty() && notices.empty())
         notices.push_back(
             "There are no logs in " + state.folder +
             " yet. What programs write there is shown as it comes; another session: LogDesk FOLDER");
-    if (hasMain && std::any_of(state.logs.begin(), state.logs.end(),
-                               [](const LogCounts& log) { return log.before > 0; }))
+    if (hasMain && state.showsMain &&
+        std::any_of(state.logs.begin(), state.logs.end(),
+                    [](const LogCounts& log) { return log.before > 0; }))
         notices.push_back(BeforeMain(state));
     if (!foreign.empty())
         notices.insert(isForeign ? notices.begin() : notices.end(), Foreign(state, foreign));
     return notices;
 }
 
-std::string AfterText(const FolderState& state)
+unsigned long RowsAfterMain(const FolderState& state)
 {
     unsigned long rows = 0;
-    for (const LogCounts& log : state.logs)
-        rows += state.logs.front().rows > 0 ? log.after : 0;
-    return rows == 0 ? "" : CountText(rows, "row") + " after Main's last unfold when Main goes on";
+    if (state.showsMain && !state.logs.empty() && state.logs.front().rows > 0)
+        for (const LogCounts& log : state.logs)
+            rows += log.after;
+    return rows;
+}
+
+std::string AfterText(const FolderState& state)
+{
+    const unsigned long rows = RowsAfterMain(state);
+    return rows == 0 ? "" : CountText(rows, "row") + " after Main's last, in \"All logs\"";
 }
 
 } // namespace logdesk

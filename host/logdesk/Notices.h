@@ -25,6 +25,7 @@ struct FolderState
     std::vector<LogCounts> logs;      // "Main" first
     std::vector<std::string> foreign; // other logs that have rows
     std::string wanted;               // the log that the user named; empty for none
+    bool showsMain = true;            // and what unfolds there; else all rows of logs are in sight
     bool operator==(const FolderState&) const = default;
 };
 
@@ -38,7 +39,10 @@ bool IsSameLog(const std::string& a, const std::string& b);
 // One line each, the most important first; none when there is nothing to tell.
 std::vector<std::string> Notices(const FolderState& state);
 
-// What the status bar adds about rows that unfold later; empty when there are none.
+// Rows after Main's last, which unfold there only when Main goes on; 0 while all rows are in sight.
+unsigned long RowsAfterMain(const FolderState& state);
+
+// What the status bar adds about them; empty when there are none.
 std::string AfterText(const FolderState& state);
 
 } // namespace logdesk

@@ -150,6 +150,10 @@ void TakeStep(DeskFrame& frame, const Step& step)
         return frame.SetColours(step.count != 0 ? ColourChoice::Dark : ColourChoice::Light);
     case StepAction::Zoom:
         return frame.Zoom(step.count);
+    case StepAction::Tab: // 0 for all logs
+        return frame.ShowTab(std::min(step.count, CQmLogTextCtrl::GetFilePathCount()) - 1);
+    case StepAction::During:
+        return frame.ShowDuring();
     case StepAction::Size:
         frame.SetWindowPos(nullptr, 0, 0, step.count, step.height,
                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

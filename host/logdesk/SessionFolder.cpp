@@ -143,6 +143,7 @@ FolderState ReadFolderState(CQmLogTextCtrl& text, const SessionPlace& place)
     state.folder = FolderName(place.folder);
     state.isThere = IsFolder(place.folder);
     state.wanted = place.log;
+    state.showsMain = !text.IsMerged();
     if (!state.isThere)
         return state;
     for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)

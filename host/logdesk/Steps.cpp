@@ -46,6 +46,8 @@ constexpr Form kForms[] = {
     {"select", StepAction::Select, Value::Count},
     {"select-all", StepAction::SelectAll, Value::None},
     {"follow", StepAction::Follow, Value::Switch},
+    {"tab", StepAction::Tab, Value::Count},
+    {"during", StepAction::During, Value::None},
     {"message", StepAction::Message, Value::Count},
     {"next-message-error", StepAction::NextMessageError, Value::None},
     {"previous-message-error", StepAction::PreviousMessageError, Value::None},

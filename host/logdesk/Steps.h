@@ -22,6 +22,8 @@ enum class StepAction
     Select,
     SelectAll,
     Follow,
+    Tab,
+    During,
     Message,
     NextMessageError,
     PreviousMessageError,

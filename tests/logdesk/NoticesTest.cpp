@@ -35,7 +35,7 @@ TEST(Notices, TellWhyRowsAreNotSeen)
         {Told({empty, noRun}), "There are no logs in C:\\Logs yet."},
         {Told({empty, {"Run", 1, 1, 0}}), "Main has no rows"},
         {Told({main, early}),
-         "Not in the log text, because they are older than the first row of Main: 6 rows of Run."},
+         "Not in this view, because they are older than the first row of Main: 6 rows of Run."},
         {Told({main, {"Run", 9, 0, 9}}), ""},
         {Told({main, noRun}, {"Build"}), "Build is among the messages only: the log text shows Main and Run"},
         {Told({empty, noRun}, {"Build"}), "Build is among the messages only"},

@@ -254,10 +254,9 @@ void CQmLogFinder::Show(std::size_t index)
     const std::vector<FoundStretch>& found = MatchesOf(line);
     const FoundStretch place =
         m_ordinal < found.size() ? found[m_ordinal] : FoundStretch{line.size(), line.size()};
-    m_where = WhereIs(m_match);
-    if (m_where.empty())
-        m_text.ShowFound(static_cast<int>(m_match.file), m_match.row, static_cast<int>(place.begin),
-                         static_cast<int>(place.end));
+    const bool isShown = m_text.ShowFound(static_cast<int>(m_match.file), m_match.row,
+                                          static_cast<int>(place.begin), static_cast<int>(place.end));
+    m_where = isShown ? std::string() : WhereIs(m_match);
     m_hasMatch = true;
     m_caretRow = m_text.GetCaretRow();
     m_caretColumn = m_text.GetCaretColumn();

@@ -3,6 +3,7 @@
 #include "Bench.h"
 #include "BenchFiles.h"
 #include "LogFiles.h"
+#include "LogFindBench.h"
 #include "LogWindowBench.h"
 
 #include "QmLogReader.h"
@@ -51,6 +52,9 @@ public:
         MeasureUnfoldingAll();
         MeasureTranslation();
         CloseReaders();
+        bench::MeasureFind(m_options, m_folder, m_report);
+        for (unsigned file = 1; file < logview::kFileCount; ++file)
+            LogFiles(m_folder.Path(), logview::GetLogName(static_cast<int>(file))).Write();
         bench::MeasureLogWindow(m_options, m_folder, m_report);
         return m_report;
     }

@@ -15,7 +15,8 @@ namespace
 {
 
 constexpr std::size_t kMostTexts = 20;
-constexpr UINT kFindInterval = 10; // milliseconds; input goes first
+constexpr std::size_t kMostSelected = 255; // bytes that are looked for; who selects more wants to copy
+constexpr UINT kFindInterval = 10;         // milliseconds; input goes first
 constexpr auto kStepTime = std::chrono::milliseconds(12);
 constexpr unsigned long kReadBytes = 64 * 1024; // of a line, for the places of its matches
 
@@ -33,7 +34,8 @@ void CQmLogFinder::Open()
     m_isOpen = true;
     LayOut();
     m_bar.SetText(m_entered);
-    m_bar.TakeFocus(selected.substr(0, selected.find_first_of("\r\n")));
+    const std::string line = selected.substr(0, selected.find_first_of("\r\n"));
+    m_bar.TakeFocus(line.size() <= kMostSelected ? line : std::string());
     if (!HasMarks())
         Begin();
 }
@@ -175,11 +177,11 @@ bool CQmLogFinder::Go(bool forward)
         m_bar.SetText(m_entered);
         LayOut();
     }
-    Remember();
     if (!HasMarks())
         Begin();
     if (!HasMarks())
         return false;
+    Remember();
     if (m_isCancelled)
     {
         m_isCancelled = false;

@@ -99,7 +99,7 @@ shrink() { convert "$work/$1.bmp" -alpha off -strip -define png:compression-leve
 mkdir -p "$root/docs/screenshots"
 picture opened home
 picture unfolded home,next-fold,unfold-all,next-fold,unfold-all
-picture found 'home,next-fold,unfold-all,next-fold,unfold-all,find:sql 2'
+picture found home,find:select
 picture error home,next-error
 picture messages 'messages:on,size:900x640,split:42,message:41,show-in-log,show-in-messages'
 echo 'compiling' | wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Logs' write Build

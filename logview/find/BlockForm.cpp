@@ -1,5 +1,6 @@
 #include "logview/find/BlockForm.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -124,6 +125,48 @@ std::optional<std::string> BlockForm(const std::string& expression)
     if (!rewriter.Rewrite())
         return std::nullopt;
     return std::move(rewriter.m_result);
+}
+
+std::string NeededText(const std::string& expression)
+{
+    std::string longest;
+    std::string text;
+    const auto end = [&] {
+        longest = text.size() > longest.size() ? text : longest;
+        text.clear();
+    };
+    int depth = 0; // of groups, whose alternatives and repetitions are not looked at
+    for (std::size_t at = 0; at < expression.size(); ++at)
+    {
+        char byte = expression[at];
+        if (byte == '|' && depth == 0)
+            return {};
+        const bool isEscaped = byte == '\\';
+        if (isEscaped)
+            byte = ++at < expression.size() ? expression[at] : '\0';
+        const bool isItself = isEscaped ? !IsLetterOrDigit(byte) : !IsOneOf(byte, "()[]{}.^$*+?|");
+        if (isItself && depth == 0 && static_cast<unsigned char>(byte) < 0x80)
+        {
+            const char next = at + 1 < expression.size() ? expression[at + 1] : '\0';
+            const bool isOptional = IsOneOf(next, "*?{");
+            if (!isOptional)
+                text += byte;
+            if (isOptional || next == '+')
+                end();
+            continue;
+        }
+        end();
+        if (isEscaped)
+            continue;
+        depth += byte == '(' ? 1 : byte == ')' ? -1 : 0;
+        if (byte == '{')
+            at = std::min(expression.find('}', at), expression.size());
+        if (byte == '[')
+            for (++at; at < expression.size() && expression[at] != ']'; ++at)
+                at += expression[at] == '\\' ? 1 : 0;
+    }
+    end();
+    return longest;
 }
 
 } // namespace logview

@@ -1,4 +1,4 @@
-// An expression for one line, as one for many lines at once.
+// What can be seen of an expression: how it is looked for in many lines at once.
 #pragma once
 
 #include <optional>
@@ -12,5 +12,9 @@ namespace logview
 // beyond a line. Nothing for expressions in which that cannot be seen: those that look around, refer back or
 // keep what they have taken.
 std::optional<std::string> BlockForm(const std::string& expression);
+
+// The longest ASCII text that each match of an expression contains, which has a block form; empty if none can
+// be seen.
+std::string NeededText(const std::string& expression);
 
 } // namespace logview

@@ -67,6 +67,12 @@ FindText::FindText(const std::string& given, FindOptions options) : m_isExpressi
     const std::optional<std::string> block = m_isExpression ? BlockForm(text) : std::nullopt;
     if (!block)
         return;
+    const std::string needed = NeededText(text);
+    if (needed.size() > 1) // a letter is in nearly every line
+    {
+        m_search.emplace(needed, options.matchCase ? TextSearch::Case::Kept : TextSearch::Case::Ignored);
+        return;
+    }
     m_block.emplace(*block, syntax, letterCase, Expression::Units::Characters, where);
     m_block->SetLimit(kStepLimit);
 }

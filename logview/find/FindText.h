@@ -65,7 +65,7 @@ private:
 
     bool m_isExpression;
     std::size_t m_size;                                // of the text
-    std::optional<textmatch::TextSearch> m_search;     // of an ASCII text, which is the same bytes everywhere
+    std::optional<textmatch::TextSearch> m_search;     // for ASCII, which each match has, in all encodings
     std::optional<textmatch::Expression> m_expression; // where bytes alone do not tell
     std::optional<textmatch::Expression> m_block;      // of an expression, over many lines
     std::string m_utf8;                                // of a line in the code page

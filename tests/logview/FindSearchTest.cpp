@@ -1,5 +1,6 @@
 #include "logview/find/FindSearch.h"
 #include "logview/LookColors.h"
+#include "logview/find/BlockForm.h"
 #include "logview/find/FindColors.h"
 #include "logview/find/FindState.h"
 #include "tests/logview/LogRows.h"
@@ -99,6 +100,20 @@ TEST(FindText, TellsWhereAnExpressionIsWrong)
     {
         EXPECT_EQ(4u, error.Position());
     }
+}
+
+TEST(BlockForm, KnowsATextThatEachMatchHas)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"failed", "failed"},   {"order [0-9]+ failed", " failed"},
+        {"ab*cd?e", "a"},       {"ab+cd", "ab"},
+        {"a|bc", ""},           {"(ab|cd)e", "e"},
+        {"(?:abc)?de", "de"},   {"ab{2,13}c", "a"},
+        {"a\\.b\\d99", "a.b"},  {"[abc]de[^x]fg\\]hi]j", "fg]hi"},
+        {"x\xC3\xA4*yz", "yz"}, {"^abc$", "abc"},
+    };
+    for (const auto& [expression, text] : cases)
+        EXPECT_EQ(text, NeededText(expression)) << expression;
 }
 
 // ---- Searches against a plain look at each row
@@ -205,6 +220,34 @@ TEST(FindSearch, FindsWhatTheStandardLibraryDoes)
     }
 }
 
+// What looks around, refers back or keeps what it has taken sees other lines in a block, but must not heed
+// them.
+TEST(FindSearch, FindsInEachLineWhatIsInItAlone)
+{
+    const char* const expressions[] = {"a\\s*+$",    "(?<!\\s)b", "a(?!\\s)", "\\Ab",    "a\\z",   "(a|b)\\1",
+                                       "(?>a\\W*)$", "[^a]+?b",   "(?s)a.*b", "(?<=^)b", "\\Bb",   "b$",
+                                       "a[^x]*$",    "(*ANY)b",   "a\\D*\\W", "x\\R?a",  "^\\s*$", "[^]a]b"};
+    for (const char* const expression : expressions)
+    {
+        LogRows logs;
+        for (const char* const line : {"a\n", "b\n", " b\n", "aa\r\n", "ab\n", "x a\r\n", "\n", "a \n", "b"})
+            logs.Add(0, line);
+        FindSearch search(logs);
+        search.Begin(Wanted(expression, kExpression), 0);
+        LookAtAll(search);
+        FindText alone(expression, kExpression);
+        std::vector<FoundStretch> found;
+        EXPECT_EQ(LiteralMatches(logs,
+                                 [&](std::string_view line) {
+                                     found.clear();
+                                     alone.FindAll(line, 0, found);
+                                     return found.size();
+                                 }),
+                  MatchesOf(search))
+            << expression;
+    }
+}
+
 // Lines from none to some that fill blocks and slices, in UTF-8, in the code page, and with a text across
 // borders.
 std::string RandomText(Random& random)
@@ -289,6 +332,7 @@ TEST(FindSearch, LooksAgainAtRowsWhoseTextComesLater)
         logs.Add(0, "ab ab\n");
         logs.Add(0, "x ab\n");
         logs.Add(0, "ab ab ab");
+        logs.Add(1, "ab\n");
         const std::string text = logs.texts[0];
         logs.texts[0].resize(cut);
         FindSearch search(logs);
@@ -296,7 +340,8 @@ TEST(FindSearch, LooksAgainAtRowsWhoseTextComesLater)
         LookAtAll(search);
         logs.texts[0] = text;
         LookAtAll(search);
-        EXPECT_EQ((std::vector<FoundMatch>{{1, 0, 0}, {1, 0, 0}, {2, 0, 1}, {3, 0, 2}, {3, 0, 2}, {3, 0, 2}}),
+        EXPECT_EQ((std::vector<FoundMatch>{
+                      {1, 0, 0}, {1, 0, 0}, {2, 0, 1}, {3, 0, 2}, {3, 0, 2}, {3, 0, 2}, {4, 1, 0}}),
                   MatchesOf(search))
             << cut;
     }

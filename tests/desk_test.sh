@@ -362,6 +362,20 @@ refocus
 keys F2
 until_shown ': Main, number 60$' # the only one
 leave
+start "$(windows_path "$work/long")"
+until_shown '^pane: 1,200 rows$'
+keys ctrl+Home Down ctrl+F2 ctrl+Home F2
+until_shown '^pane: Row 2: '
+printf 'another\nsession' | wine "$bin/logtool.exe" --folder "$(windows_path "$work/new")" write Main
+cp "$work/new/"{Log.DAT,Main.LOG,Main.ROW} "$work/long" # which begins in the same folder
+until_shown '^pane: 2 rows$'
+is_forgotten() {
+    keys ctrl+Home F2
+    sleep 0.3
+    is_shown '^pane: Row 1: '
+}
+until_true is_forgotten || fail "a bookmark of the earlier session"
+leave
 
 echo "A text log: its messages, filtered, sorted, followed and never changed"
 text_log=$work/приложение.txt

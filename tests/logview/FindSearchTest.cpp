@@ -224,9 +224,10 @@ TEST(FindSearch, FindsWhatTheStandardLibraryDoes)
 // them.
 TEST(FindSearch, FindsInEachLineWhatIsInItAlone)
 {
-    const char* const expressions[] = {"a\\s*+$",    "(?<!\\s)b", "a(?!\\s)", "\\Ab",    "a\\z",   "(a|b)\\1",
-                                       "(?>a\\W*)$", "[^a]+?b",   "(?s)a.*b", "(?<=^)b", "\\Bb",   "b$",
-                                       "a[^x]*$",    "(*ANY)b",   "a\\D*\\W", "x\\R?a",  "^\\s*$", "[^]a]b"};
+    const char* const expressions[] = {"a\\s*+$",  "a[^x]*+\\b", "(?<!\\s)b",  "a(?!\\s)", "\\Ab",
+                                       "a\\z",     "(a|b)\\1",   "(?>a\\W*)$", "[^a]+?b",  "(?s)a.*b",
+                                       "(?<=^)b",  "\\Bb",       "b$",         "a[^x]*$",  "(*ANY)b",
+                                       "a\\D*\\W", "x\\R?a",     "^\\s*$",     "[^]a]b"};
     for (const char* const expression : expressions)
     {
         LogRows logs;
@@ -321,6 +322,42 @@ TEST(FindSearch, FollowsLogsThatGrowAndAreCut)
         EXPECT_EQ(expected, MatchesOf(search)) << text;
         EXPECT_EQ(search.RowsInAll(), search.RowsDone());
     }
+}
+
+TEST(FindSearch, FindsTextsAcrossTheSlicesOfALine)
+{
+    const std::pair<const char*, FindOptions> wanted[] = {
+        {"needle", {true, false, false}}, {"needle", {false, true, false}}, {"n[e]edl.", kExpression}};
+    for (const auto& [text, options] : wanted)
+        for (const std::size_t slice : {4096u, 256u * 1024})
+        {
+            std::string line(3 * slice, '-');
+            std::size_t count = 0;
+            for (std::size_t at = 1; at + 20 < line.size(); at += 7, ++count)
+                line.replace(at, 6, "needle");
+            LogRows logs;
+            logs.Add(2, line + "\n");
+            logs.Add(2, "needle\n");
+            FindSearch search(logs);
+            search.Begin(Wanted(text, options), 0);
+            LookAtAll(search);
+            EXPECT_EQ(count + 1, search.Matches().Count()) << text << ", " << slice;
+        }
+}
+
+TEST(FindSearch, BeginsAgainWhenLogsAreReplaced)
+{
+    LogRows logs;
+    logs.Add(0, "ab\n");
+    FindSearch search(logs);
+    search.Begin(Wanted("ab"), 0);
+    LookAtAll(search);
+    logs = LogRows();
+    logs.time = 5;
+    logs.Add(0, "xy\n");
+    logs.Add(0, "ab\n");
+    LookAtAll(search);
+    EXPECT_EQ((std::vector<FoundMatch>{{7, 0, 1}}), MatchesOf(search));
 }
 
 // A writer makes rows before their text, and a line's end comes last.

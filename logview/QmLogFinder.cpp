@@ -2,7 +2,6 @@
 
 #include "QmLogRow.h"
 #include "QmLogTextCtrl.h"
-#include "logview/LogNames.h"
 
 #include <algorithm>
 #include <chrono>
@@ -89,7 +88,6 @@ void CQmLogFinder::Enter(const std::string& text, logview::FindOptions options)
 void CQmLogFinder::Begin()
 {
     m_error.clear();
-    m_where.clear();
     m_isCancelled = false;
     m_hasMatch = false;
     m_going = Going::Nowhere;
@@ -256,27 +254,11 @@ void CQmLogFinder::Show(std::size_t index)
     const std::vector<FoundStretch>& found = MatchesOf(line);
     const FoundStretch place =
         m_ordinal < found.size() ? found[m_ordinal] : FoundStretch{line.size(), line.size()};
-    const bool isShown = m_text.ShowFound(static_cast<int>(m_match.file), m_match.row,
-                                          static_cast<int>(place.begin), static_cast<int>(place.end));
-    m_where = isShown ? std::string() : WhereIs(m_match);
+    m_text.ShowFound(static_cast<int>(m_match.file), m_match.row, static_cast<int>(place.begin),
+                     static_cast<int>(place.end)); // a row that is gone is passed over
     m_hasMatch = true;
     m_caretRow = m_text.GetCaretRow();
     m_caretColumn = m_text.GetCaretColumn();
-}
-
-// Nothing for a row that something leads to.
-std::string CQmLogFinder::WhereIs(const logview::FoundMatch& match)
-{
-    unsigned long before = 0;
-    unsigned long after = 0;
-    const int file = static_cast<int>(match.file);
-    m_text.GetHiddenRowCounts(file, before, after);
-    const std::string log = logview::GetLogName(file);
-    if (match.row < before)
-        return log + ", before Main's first row";
-    if (match.row >= m_source.RowCount(match.file) - after)
-        return log + ", after Main's last row";
-    return {};
 }
 
 std::string CQmLogFinder::ReadLine(std::uint32_t file, std::uint32_t row)
@@ -324,7 +306,6 @@ logview::FindState CQmLogFinder::State() const
     const std::size_t first =
         IsAtMatch() ? matches.IndexOf(m_match.number, m_match.file, m_match.row) : matches.Count();
     state.place = first < matches.Count() ? first + m_ordinal + 1 : 0;
-    state.where = state.place > 0 ? m_where : "";
     state.rowsGivenUp = m_search.RowsGivenUp();
     return state;
 }

@@ -75,7 +75,6 @@ private:
     logview::FindSearch::Answer FindTarget(bool forward, std::size_t& index);
     void Show(std::size_t index);
     std::string ReadLine(std::uint32_t file, std::uint32_t row);
-    std::string WhereIs(const logview::FoundMatch& match);
     bool IsAtMatch() const;
     void Remember();
     void ShowState();
@@ -99,5 +98,4 @@ private:
     std::size_t m_ordinal = 0;
     int m_caretRow = 0;
     int m_caretColumn = 0;
-    std::string m_where;
 };

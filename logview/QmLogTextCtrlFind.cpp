@@ -98,7 +98,7 @@ void CQmLogTextCtrl::ShowFindBar(CWnd* bar, int height)
     SetBar(bar, height);
 }
 
-// The one place from where a match is shown, for which the finder has told that something leads there.
+// The one place from where a match is shown.
 bool CQmLogTextCtrl::ShowFound(int file, unsigned long fileRow, int begin, int end)
 {
     int row = FindShownRow(file, fileRow);

@@ -25,8 +25,6 @@ std::string FindStateText(const FindState& state)
     else if (state.progress == FindProgress::Cancelled)
         text = "cancelled at " + std::to_string(state.percent) + " %";
     text += (text.empty() || matches.empty() ? "" : ", ") + matches;
-    if (!state.where.empty())
-        text += ": in " + state.where;
     if (state.rowsGivenUp > 0)
         text += ", " + std::to_string(state.rowsGivenUp) +
                 (state.rowsGivenUp == 1 ? " row is too costly" : " rows are too costly");

@@ -24,7 +24,6 @@ struct FindState
     std::size_t count = 0;
     std::size_t place = 0; // of the match that the caret is at, counted from 1; 0 for none
     std::uint64_t rowsGivenUp = 0;
-    std::string where = {}; // of a match that cannot be shown, as "SQL, after Main's last row"
     std::string error = {}; // in the expression
 };
 

@@ -507,10 +507,9 @@ TEST(FindState, TellsHowFarItIsAndWhatWasFound)
         {{Done, 100}, "nothing found"},
         {{Done, 100, 17, 3}, "3 of 17"},
         {{Full, 30, 1000000, 2}, "2 of 1000000+"},
-        {{Done, 100, 2, 1, 0, "SQL, after Main's last row"}, "1 of 2: in SQL, after Main's last row"},
         {{Done, 100, 0, 0, 1}, "nothing found, 1 row is too costly"},
         {{Done, 100, 4, 0, 2}, "4 found, 2 rows are too costly"},
-        {{None, 0, 0, 0, 0, "", "missing )"}, "missing )"},
+        {{None, 0, 0, 0, 0, "missing )"}, "missing )"},
     };
     for (const auto& [state, text] : cases)
         EXPECT_EQ(text, FindStateText(state));

@@ -123,7 +123,7 @@ TEST_F(LogFindInAllTest, GoesToMatchesWhereverTheyAreFoldedAway)
     EXPECT_EQ((std::vector<std::string>{"Größe", "job"}), text.GetFindHistory());
 }
 
-TEST_F(LogFindInAllTest, TellsWhatIsWrongAndWhatCannotBeShown)
+TEST_F(LogFindInAllTest, ShowsRowsThatMainDoesNotLeadToAndTellsWhatIsWrong)
 {
     Write("Source", "x before");
     Write("Main", "Begin");
@@ -133,10 +133,10 @@ TEST_F(LogFindInAllTest, TellsWhatIsWrongAndWhatCannotBeShown)
     Type("x");
     EXPECT_EQ("2 found", Finish());
     Press(VK_RETURN);
-    EXPECT_EQ("2 of 2: in SQL, after Main's last row", Finish());
-    EXPECT_EQ(1, text.GetRowCount());
+    EXPECT_EQ("SQL 0: x", Selected());
+    EXPECT_EQ("2 of 2", Finish());
     Press(VK_RETURN);
-    EXPECT_EQ("1 of 2: in Source, before Main's first row", Finish());
+    EXPECT_EQ("Source 0: x", Selected());
 
     ::CheckDlgButton(Bar(), kFindExpression, BST_CHECKED);
     ::SendMessage(Bar(), WM_COMMAND, MAKEWPARAM(kFindExpression, BN_CLICKED), 0);

@@ -97,6 +97,12 @@ void MeasurePainting(const Options& options, Frame& frame, Report& report)
     };
     compare("full repaint", 0.8, Repaint);
     compare("page down", 0.9, [](HWND hwnd) { Press(hwnd, VK_NEXT); });
+    QmLogLook look;
+    look.wideMargin = true;
+    text.SetLook(look);
+    text.Focus(0, 0, false);
+    compare("full repaint, wide margin", 0.8, Repaint);
+    text.SetLook({});
     ::DestroyWindow(list);
 
     if (!options.quick)

@@ -165,6 +165,7 @@ void CQmLogTextCtrl::OnSize(UINT type, int width, int height)
 
 void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
 {
+    static_assert(logview::kIndexTimer != logview::kFindTimer, "a window's timers are told by their numbers");
     if (timer == logview::kRefreshTimer)
     {
         Browse(GetFilePathIndex());

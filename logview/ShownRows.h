@@ -15,7 +15,7 @@ namespace logview
 
 constexpr std::uintptr_t kRefreshTimer = 9504;
 constexpr unsigned kRefreshInterval = 200; // milliseconds
-constexpr std::uintptr_t kIndexTimer = 9505;
+constexpr std::uintptr_t kIndexTimer = 9506;
 constexpr unsigned kIndexInterval = 10;
 
 // The logs, what is unfolded of "Main", all rows by number, the rows of the paint in progress, and those that

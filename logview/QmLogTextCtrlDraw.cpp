@@ -126,7 +126,7 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 // All of the line, of which the window shows no more than RowCache::kLineBytes.
 bool CQmLogTextCtrl::GetTipText(int row, std::string& text)
 {
-    if (!m_rows->session.ReadLine(row, text))
+    if (!m_rows->Rows().ReadLine(row, text))
         return false;
     text.resize(Printable(text).size());
     return true;

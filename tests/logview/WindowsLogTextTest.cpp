@@ -635,6 +635,29 @@ TEST_F(LogTextTest, TheWideMarginShowsWhatClicksMeet)
     EXPECT_EQ(0, text.GetMarginWidth());
 }
 
+TEST_F(LogTextTest, TipsHaveTheLinesOfWhateverIsShown)
+{
+    OpenSample();
+    text.ExpandAll(FoldedRow());
+    for (const bool isMerged : {false, true})
+    {
+        if (isMerged)
+            text.ShowMerged();
+        std::string tip;
+        for (int row = 0; row < text.GetRowCount(); ++row)
+        {
+            text.Focus(row, 0, false);
+            text.Select(row, 0x7FFFFFFF);
+            std::string line = text.GetSelectedText();
+            while (!line.empty() && line.back() == '\n')
+                line.pop_back();
+            ASSERT_TRUE(text.GetTipText(row, tip));
+            EXPECT_EQ(line, tip) << isMerged << " " << row;
+        }
+        EXPECT_FALSE(text.GetTipText(text.GetRowCount() + 5, tip));
+    }
+}
+
 // Damaged rows, lines of megabytes and bytes of any value are drawn or skipped.
 TEST_F(LogTextTest, ShowsDamagedLogs)
 {

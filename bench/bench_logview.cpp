@@ -5,6 +5,7 @@
 #include "LogFiles.h"
 #include "LogFindBench.h"
 #include "LogWindowBench.h"
+#include "MergedBench.h"
 
 #include "QmLogReader.h"
 #include "logview/LogNames.h"
@@ -55,6 +56,7 @@ public:
         bench::MeasureFind(m_options, m_folder, m_report);
         for (unsigned file = 1; file < logview::kFileCount; ++file)
             LogFiles(m_folder.Path(), logview::GetLogName(static_cast<int>(file))).Write();
+        bench::MeasureMerged(m_options, m_folder, m_report);
         bench::MeasureLogWindow(m_options, m_folder, m_report);
         return m_report;
     }

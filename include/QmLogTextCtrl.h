@@ -280,7 +280,6 @@ private:
     void RefreshMerged();
     void KeepIndex();
     void ReadIndex();
-    bool ExtendIndex();
     void ShowRows(bool merged, int row, int column, int offset);
     logview::RowId TakePlace();
     template <typename Action> void ChangeMerged(Action action);

@@ -15,6 +15,7 @@ namespace
 
 constexpr std::chrono::milliseconds kIndexSlice{12}; // a step of reading the index
 constexpr std::uint64_t kIndexRows = 20000;          // between looks at the clock
+constexpr std::uint64_t kIndexRowsAtOnce = 200000;   // a millisecond: most sessions need no further step
 
 // The classes of rows of kinds, and back.
 constexpr unsigned kErrorClasses = 1u << logview::kErrorHeader | 1u << logview::kErrorRow;
@@ -68,26 +69,19 @@ void CQmLogTextCtrl::RefreshMerged()
     if (isShown && merged.IsDisplayed(caret)) // rows may have come late, and before others
         if (const int now = merged.FindRow(caret); now != row)
             MoveRows(std::min(row, now), now - row);
-    if (ExtendIndex() && GetSafeHwnd())
+    if (merged.Extend(kIndexRowsAtOnce) && GetSafeHwnd())
         SetTimer(logview::kIndexTimer, logview::kIndexInterval, nullptr);
-}
-
-// A step, which is all for most sessions; false when nothing is left.
-bool CQmLogTextCtrl::ExtendIndex()
-{
-    const auto end = std::chrono::steady_clock::now() + kIndexSlice;
-    bool goesOn = true;
-    while (goesOn && std::chrono::steady_clock::now() < end)
-        goesOn = m_rows->merged.Extend(kIndexRows);
-    return goesOn;
 }
 
 // Input, painting and other timers come in between.
 void CQmLogTextCtrl::ReadIndex()
 {
-    const logview::MergedRows& merged = m_rows->merged;
+    logview::MergedRows& merged = m_rows->merged;
     const int before = merged.RowCount();
-    const bool goesOn = ExtendIndex();
+    const auto end = std::chrono::steady_clock::now() + kIndexSlice;
+    bool goesOn = true;
+    while (goesOn && std::chrono::steady_clock::now() < end)
+        goesOn = merged.Extend(kIndexRows);
     if (!goesOn)
         KillTimer(logview::kIndexTimer);
     if (m_rows->showsMerged && merged.RowCount() != before && m_follow && !m_followPaused)

@@ -18,6 +18,16 @@ constexpr std::uint32_t kMostRows = 4000;       // only damaged logs have so man
 constexpr std::uint32_t kBufferRows = 3276;     // 64 KiB
 constexpr std::size_t kLatePoints = 64;         // how far back a late row is put
 
+// One of a class, in 12 bits for each: a stretch has fewer than 4,096 rows. By kind, and for headers.
+constexpr std::uint64_t One(RowClass rowClass)
+{
+    return std::uint64_t{1} << (12 * rowClass);
+}
+constexpr std::uint64_t kOnes[2][4] = {
+    {One(kPlainRow), One(kNoticeRow), One(kErrorRow), One(kDetailRow)},
+    {One(kPlainRow), One(kNoticeRow), One(kErrorHeader), One(kDetailRow)},
+};
+
 } // namespace
 
 RowClass ClassOf(const CQmLogRow& row)
@@ -165,7 +175,7 @@ bool MergeIndex::TakeRows(unsigned file)
         const bool atEnd = log.bufferFirst + log.buffer.size() == log.count;
         const CQmLogRow* const last = begin + std::min<std::ptrdiff_t>(atEnd ? end - begin : end - begin - 1,
                                                                        kMostRows - m_stretchRows);
-        std::uint64_t counts = 0; // of each class in 12 bits: a stretch has fewer than 4,096 rows
+        std::uint64_t counts = 0;
         std::uint8_t lowest = stretch.lowest[file];
         std::uint8_t header = static_cast<std::uint8_t>(stretch.lowestHeader - 1);
         const CQmLogRow* at = begin;
@@ -173,9 +183,10 @@ bool MergeIndex::TakeRows(unsigned file)
         {
             if (at->time >= m_stretchEnd && (at + 1 == end || at[1].time >= m_stretchEnd))
                 break;
-            counts += std::uint64_t{1} << (12 * ClassOf(*at));
+            const bool isHeader = at->blockBegin != 0;
+            counts += kOnes[isHeader][at->kind <= kDetailKind ? at->kind : kPlainKind];
             lowest = std::min(lowest, at->indent);
-            header = std::min(header, static_cast<std::uint8_t>(at->blockBegin != 0 ? at->indent - 1 : 0xFE));
+            header = std::min(header, static_cast<std::uint8_t>(isHeader ? at->indent - 1 : 0xFE));
         }
         if (at == begin)
             return m_stretchRows < kMostRows;

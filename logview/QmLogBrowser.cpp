@@ -13,6 +13,9 @@ constexpr UINT kTabStyle = 1; // tabs at the bottom
 
 } // namespace
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr int CQmLogBrowser::kAllLogsTab;
+
 BEGIN_MESSAGE_MAP(CQmLogBrowser, CWnd)
     ON_MESSAGE(WM_NCCREATE, &CQmLogBrowser::OnNcCreate)
     ON_WM_SIZE()

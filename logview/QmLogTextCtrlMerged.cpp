@@ -10,6 +10,14 @@
 
 using logview::RowId;
 
+// The DLL has its constants too, for callers that take one by reference: importing turns inline off.
+constexpr unsigned CQmLogTextCtrl::kAllLogs;
+constexpr unsigned CQmLogTextCtrl::kPlainRows;
+constexpr unsigned CQmLogTextCtrl::kNoticeRows;
+constexpr unsigned CQmLogTextCtrl::kErrorRows;
+constexpr unsigned CQmLogTextCtrl::kDetailRows;
+constexpr unsigned CQmLogTextCtrl::kAllRows;
+
 namespace
 {
 

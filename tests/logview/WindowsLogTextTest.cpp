@@ -768,4 +768,109 @@ TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
     EXPECT_EQ(nullptr, ::GetWindow(frame.GetSafeHwnd(), GW_CHILD));
 }
 
+// The sample session in the order of its numbers.
+TEST_F(LogTextTest, ShowsAllRowsByNumberAndKeepsItsPlace)
+{
+    OpenSample();
+    ASSERT_TRUE(text.GoTo(3, 4)); // a row of "SQL", unfolded
+    const std::uint32_t number = Style(text.GetCaretRow()).time;
+    text.ShowMerged();
+    int rows = 0;
+    for (const char* const log : {"Main", "Source", "SQL"})
+        rows += static_cast<int>(Rows(log).size());
+    ASSERT_EQ(rows, text.GetRowCount());
+    for (int row = 0; row < rows; ++row)
+        ASSERT_EQ(static_cast<std::uint32_t>(row + 1), Style(row).time);
+    EXPECT_EQ(number, Style(text.GetCaretRow()).time);
+
+    text.ShowMerged(1u << 2); // "Source", without that row: the one before
+    EXPECT_EQ(static_cast<int>(Rows("Source").size()), text.GetRowCount());
+    EXPECT_GT(number, Style(text.GetCaretRow()).time);
+    text.SetShownKinds(CQmLogTextCtrl::kErrorRows);
+    EXPECT_EQ(0, text.GetRowCount());
+    text.SetShownKinds(CQmLogTextCtrl::kAllRows);
+
+    ASSERT_TRUE(text.GoToErrorInLogs(true) || text.GoToErrorInLogs(false)); // of "Main": all logs come
+    EXPECT_EQ(rows, text.GetRowCount());
+    EXPECT_EQ(kErrorKind, Style(text.GetCaretRow()).kind);
+    const std::uint32_t error = Style(text.GetCaretRow()).time;
+    text.ShowMain();
+    EXPECT_EQ(error, Style(text.GetCaretRow()).time);
+    EXPECT_EQ(0, text.GetRowFile(text.GetCaretRow()));
+}
+
+TEST_F(LogTextTest, FoldsBlocksOfAllLogsAndShowsTheTimeOfOne)
+{
+    OpenSample();
+    text.SetFoldsAllLogs(true);
+    text.ShowMerged();
+    const int rows = text.GetRowCount();
+    ASSERT_TRUE(text.GoToError(true));
+    int block = text.GetCaretRow(); // of the error; the header of the job around it is another row of "Main"
+    while (text.GetRowFile(--block) != 0)
+    {
+    }
+    const std::uint32_t header = Style(block).time;
+    ASSERT_TRUE(text.Collapse(block));
+    EXPECT_EQ(1u, text.CountHiddenErrors(block));
+    EXPECT_EQ(header + static_cast<std::uint32_t>(rows - text.GetRowCount()) + 1, Style(block + 1).time);
+    text.Focus(0, 0, false);
+    ASSERT_TRUE(text.GoToError(true)) << "folded away";
+    EXPECT_EQ(rows, text.GetRowCount());
+
+    ASSERT_TRUE(text.ShowDuring(text.GetCaretRow()));
+    EXPECT_EQ(header, Style(0).time);
+    EXPECT_EQ(kErrorKind, Style(text.GetCaretRow()).kind);
+    EXPECT_GT(rows, text.GetRowCount());
+    text.LeaveDuring();
+    EXPECT_EQ(rows, text.GetRowCount());
+
+    QmLogWriterDefine("Run").WriteLine("after everything");
+    Tick();
+    EXPECT_EQ(rows + 1, text.GetRowCount());
+    EXPECT_EQ(1, text.GetRowFile(rows));
+    text.ShowMain();
+    ASSERT_TRUE(text.GoTo(1, 0)) << "nothing leads there but the merged view";
+    EXPECT_TRUE(text.IsMerged());
+    EXPECT_EQ(rows, text.GetCaretRow());
+}
+
+TEST_F(LogTextTest, PinsTheHeadersOfTheFirstRowsBlocks)
+{
+    OpenSample();
+    text.ShowMerged();
+    text.SetPinsHeaders(true);
+    text.MoveWindow(0, 0, 600, 10 * text.GetRowHeight());
+    text.Focus(text.GetRowCount() - 1, 0, true);
+    text.Focus(20, 0, false); // below its block's headers
+    const int covered = text.GetCoveredRows();
+    ASSERT_LT(1, covered);
+    EXPECT_GE(20 - text.GetTopRow(), covered);
+    const std::uint8_t depth = Style(text.GetTopRow() + covered).indent;
+    Click(WM_LBUTTONDOWN, CPoint(200, text.GetRowHeight() / 2)); // the outermost
+    EXPECT_EQ(1, Style(text.GetCaretRow()).blockBegin);
+    EXPECT_GT(depth, Style(text.GetCaretRow()).indent);
+    EXPECT_GT(20, text.GetCaretRow());
+}
+
+TEST_F(LogTextTest, HasATabForEveryLog)
+{
+    browser.SetAllTabs(true);
+    OpenSample();
+    EXPECT_EQ(CQmLogBrowser::kAllLogsTab, browser.GetShownTab());
+    EXPECT_TRUE(text.IsMerged());
+    for (const int file : {0, 3, 2, 1})
+    {
+        browser.ShowTab(file);
+        EXPECT_EQ(file, browser.GetShownTab());
+        EXPECT_TRUE(text.IsWindowVisible()) << "the page of all tabs";
+        EXPECT_EQ(file != 0, text.IsMerged());
+    }
+    browser.ShowTab(CQmLogBrowser::kAllLogsTab);
+    text.ShowMerged(6);
+    browser.ShowTab(0);
+    browser.ShowTab(CQmLogBrowser::kAllLogsTab);
+    EXPECT_EQ(6u, text.GetShownLogs()) << "what the tab showed before";
+}
+
 } // namespace

@@ -14,7 +14,8 @@ namespace
 
 constexpr std::uint32_t kBlockRows = 4096;
 constexpr std::uint32_t kBlockBytes = 256 * 1024;
-constexpr std::size_t kContext = 16; // bytes before a slice that an expression may look at
+constexpr std::size_t kBlockMatches = 8192; // with more, a block ends: they are sorted in one go
+constexpr std::size_t kContext = 16;        // bytes before a slice that an expression may look at
 constexpr std::uint32_t kMostRows = std::numeric_limits<int>::max();
 
 } // namespace
@@ -227,6 +228,7 @@ bool FindSearch::Load(Walk& walk)
     if (walk.RecordsLeft() == 0)
         return false;
     walk.isLoaded = true;
+    walk.foundBefore = walk.found.size();
     walk.slice = 0;
     walk.isRowGivenUp = false;
     walk.number = std::max(walk.number, walk.records[walk.record].time);
@@ -284,6 +286,11 @@ void FindSearch::LookAtBlock(Walk& walk)
         if (!m_text->FindAll(text.substr(lineBegin, walk.at - lineBegin), 0, m_stretches))
             ++m_givenUp;
         Keep(walk, walk.row + row, records[row].time, m_stretches.size());
+        if (walk.found.size() >= walk.foundBefore + kBlockMatches)
+        {
+            GoBehind(walk, row + 1);
+            return;
+        }
     }
 }
 

@@ -92,6 +92,7 @@ private:
         std::size_t at = 0; // bytes of the text that are done
 
         std::vector<FoundMatch> found; // and not yet told
+        std::size_t foundBefore = 0;   // the block
 
         // The first of the last rows whose text was not there as a whole, and the text's size then.
         bool hasOpenRow = false;

@@ -345,6 +345,17 @@ TEST(FindSearch, FindsTextsAcrossTheSlicesOfALine)
         }
 }
 
+TEST(FindSearch, KeepsTheOrderOfMoreMatchesThanABlockHas)
+{
+    LogRows logs;
+    for (unsigned i = 0; i < 1500; ++i)
+        logs.Add(i % 3, std::string(40, 'x') + "\n");
+    FindSearch search(logs);
+    search.Begin(Wanted("x"), 700);
+    LookAtAll(search);
+    EXPECT_EQ(LiteralMatches(logs, [](std::string_view) { return 40u; }), MatchesOf(search));
+}
+
 TEST(FindSearch, BeginsAgainWhenLogsAreReplaced)
 {
     LogRows logs;

@@ -6,6 +6,7 @@
 #include "QmLogTextCtrl.h"
 #include "logview/LogNames.h"
 #include "logview/ReaderRows.h"
+#include "logview/ShownRows.h"
 #include "logview/merge/MergedRows.h"
 
 #include <random>
@@ -94,7 +95,7 @@ void MeasureScreens(const Options& options, Parent& parent, Report& report)
     report.Add({"merged view: any screen before the index", before.Time(1), "us", "the described view's",
                 before.Ratio(1)});
     while (windows[1].GetIndexProgress() < 100)
-        windows[1].SendMessage(WM_TIMER, 9505);
+        windows[1].SendMessage(WM_TIMER, logview::kIndexTimer);
     const Comparison after({anywhere(windows[0]), anywhere(windows[1])}, rounds);
     report.Add({"merged view: any screen", after.Time(1), "us", "the described view's", after.Ratio(1), 1.2});
 }

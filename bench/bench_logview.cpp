@@ -54,9 +54,9 @@ public:
         MeasureTranslation();
         CloseReaders();
         bench::MeasureFind(m_options, m_folder, m_report);
+        bench::MeasureMerged(m_options, m_folder, m_report);
         for (unsigned file = 1; file < logview::kFileCount; ++file)
             LogFiles(m_folder.Path(), logview::GetLogName(static_cast<int>(file))).Write();
-        bench::MeasureMerged(m_options, m_folder, m_report);
         bench::MeasureLogWindow(m_options, m_folder, m_report);
         return m_report;
     }

@@ -15,6 +15,7 @@
 #include <vector>
 
 class CQmLogBrowser;
+class CQmLogStrip;
 class CQmLogFinder;
 class CQmLogReader;
 struct CQmLogRow;
@@ -213,10 +214,15 @@ public:
     void Scan(IQmCommand& collector) override;
     virtual void ScanFilePath(IQmCommand& collector);
 
-    // Which rows a host has bookmarked, by their numbers; null for none. A row is asked for while it is
-    // drawn.
-    void SetBookmarks(std::function<bool(std::uint32_t number)> isBookmarked);
+    // The numbers of the rows that a host has bookmarked, in ascending order; null for none. They are asked
+    // for while rows are drawn.
+    void SetBookmarks(std::function<const std::vector<std::uint32_t>&()> bookmarks);
     virtual bool IsBookmarked(std::uint32_t number);
+
+    // A strip beside the scroll bar, by number from top to bottom: a lane for each log with its errors,
+    // between one for bookmarks and one for what is found in all logs; a click goes there. Off by default,
+    // and for a window that exists.
+    void SetShowsStrip(bool shows);
 
     // A host's commands, which come after the window's own in its menu and for its keys; null for none. Not
     // owned.
@@ -296,6 +302,10 @@ private:
     void DrawCaretMark(CDC& dc, int x, int y);
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
     logview::MarginLayout GetMarginLayout();
+    const std::vector<std::uint32_t>& GetBookmarks() const;
+    void RefreshStrip();
+    void GoToStripRow(int row);
+    int GetPageRows();
     const QmLogColors& GetMarginColors() const;
     COLORREF GetKindColor(std::uint32_t kind) const;
     int GetSwitchedRow(CPoint point);
@@ -304,11 +314,12 @@ private:
     QmLogColors m_colors = {}; // of its own, if the look has some
     int m_file = 0;
     int m_leftFolded = 0;
+    std::unique_ptr<CQmLogStrip> m_strip;
     bool m_pinsHeaders = false;
     bool m_foldsAllLogs = false;
     std::unique_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
-    std::function<bool(std::uint32_t)> m_isBookmarked;
+    std::function<const std::vector<std::uint32_t>&()> m_bookmarks;
     IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
     bool m_startSession = true;

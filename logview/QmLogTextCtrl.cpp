@@ -8,6 +8,7 @@
 #include "logview/LineFind.h"
 #include "logview/LogNames.h"
 #include "logview/QmLogFinder.h"
+#include "logview/QmLogStrip.h"
 #include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
 #include "logview/ShownRows.h"
@@ -171,6 +172,7 @@ void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
         Browse(GetFilePathIndex());
         if (m_finder)
             m_finder->OnRefresh();
+        RefreshStrip();
     }
     else if (timer == logview::kFindTimer && m_finder)
         m_finder->OnTimer();
@@ -359,16 +361,17 @@ bool CQmLogTextCtrl::Copy()
     return QmSetClipboard(m_hWnd, items, std::size(items));
 }
 
-void CQmLogTextCtrl::SetBookmarks(std::function<bool(std::uint32_t number)> isBookmarked)
+void CQmLogTextCtrl::SetBookmarks(std::function<const std::vector<std::uint32_t>&()> bookmarks)
 {
-    m_isBookmarked = std::move(isBookmarked);
+    m_bookmarks = std::move(bookmarks);
     if (GetSafeHwnd())
         Invalidate();
 }
 
 bool CQmLogTextCtrl::IsBookmarked(std::uint32_t number)
 {
-    return m_isBookmarked && m_isBookmarked(number);
+    const std::vector<std::uint32_t>& bookmarks = GetBookmarks();
+    return std::binary_search(bookmarks.begin(), bookmarks.end(), number);
 }
 
 CQmLogReader& CQmLogTextCtrl::DefineReader(int row, unsigned long& fileRow)

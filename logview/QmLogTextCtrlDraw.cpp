@@ -65,6 +65,7 @@ COLORREF CQmLogTextCtrl::GetKindColor(std::uint32_t kind) const
 void CQmLogTextCtrl::OnPaint()
 {
     CQmTextCtrl::OnPaint();
+    RefreshStrip();
     m_rows->cache.Clear(); // logs grow: what was read holds for this paint
 }
 

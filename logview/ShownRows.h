@@ -5,6 +5,7 @@
 #include "logview/ReaderRows.h"
 #include "logview/RowCache.h"
 #include "logview/merge/MergedRows.h"
+#include "logview/merge/StripState.h"
 
 #include <cstdint>
 #include <optional>
@@ -35,6 +36,7 @@ struct ShownRows
     int pinnedRow = -1;                // whose headers are, at that state of `merged`
     std::uint32_t pinnedChanges = 0;
     std::vector<int> pinnedHeaders;
+    StripState strip;            // as it was told last
     bool duringFromMain = false; // and what was shown before
     std::uint32_t duringLogs = 0;
     RowCache cache{source};

@@ -78,7 +78,8 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetFindInAll(true);
     GetTextCtrl().SetCommands(&m_logTextCommands);
-    GetTextCtrl().SetBookmarks([this](std::uint32_t number) { return m_bookmarks.Get().Has(number); });
+    GetTextCtrl().SetBookmarks(
+        [this]() -> const std::vector<std::uint32_t>& { return m_bookmarks.Get().Numbers(); });
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)
@@ -151,6 +152,7 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     const CRect empty;
     if (!m_browser.Create(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, empty, this, kBrowserId))
         return -1;
+    GetTextCtrl().SetShowsStrip(true);
     if (!m_tools.Create(this, kToolsId, kFirstTool, m_options.showToolBar))
         return -1;
     if (!m_notices.Create(this, kNoticesId) || !m_splitter.Create(this, kSplitterId))

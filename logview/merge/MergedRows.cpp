@@ -527,6 +527,12 @@ std::optional<RowId> MergedRows::FindError(RowId place, bool forward, std::uint3
     else if (isIndexed && Read(place, row.record) && (logs >> place.file & 1) != 0 &&
              ClassOf(row.record) == kErrorHeader)
         ++wanted;
+    return FindErrorAt(wanted, logs);
+}
+
+// The error with so many of these logs before it.
+std::optional<RowId> MergedRows::FindErrorAt(std::uint64_t wanted, std::uint32_t logs) const
+{
     if (wanted >= ErrorsBefore(m_index.End(), logs))
         return std::nullopt;
 
@@ -539,6 +545,12 @@ std::optional<RowId> MergedRows::FindError(RowId place, bool forward, std::uint3
         if ((logs >> each.place.file & 1) != 0 && ClassOf(each.record) == kErrorHeader && errors++ == wanted)
             return each.place;
     return std::nullopt;
+}
+
+std::optional<RowId> MergedRows::FindErrorFrom(std::uint32_t number) const
+{
+    constexpr std::uint32_t kAllLogs = (1u << kFileCount) - 1;
+    return FindErrorAt(ErrorsBefore(PointBefore(number), kAllLogs), kAllLogs);
 }
 
 std::uint32_t MergedRows::CountFoldedErrors(RowId header) const
@@ -567,6 +579,54 @@ std::uint32_t MergedRows::CountErrors(const NumberRange& range) const
     const std::uint64_t last = range.last == 0xFFFFFFFF ? ErrorsBefore(end, kAllLogs)
                                                         : ErrorsBefore(PointBefore(range.last + 1), kAllLogs);
     return static_cast<std::uint32_t>(last - ErrorsBefore(PointBefore(range.first), kAllLogs));
+}
+
+NumberRange MergedRows::Numbers() const
+{
+    NumberRange numbers = {0xFFFFFFFF, 0};
+    for (std::uint32_t file = 0; file < kFileCount; ++file)
+    {
+        CQmLogRow row;
+        const std::uint32_t count = m_index.RowsOf(file);
+        if (count > 0 && Read({file, 0}, row))
+            numbers.first = std::min(numbers.first, row.time);
+        if (count > 0 && Read({file, count - 1}, row))
+            numbers.last = std::max(numbers.last, row.time);
+    }
+    return numbers.first <= numbers.last ? numbers : NumberRange{0, 0};
+}
+
+std::vector<std::uint8_t> MergedRows::FindErrorParts(const NumberRange& range, std::size_t parts) const
+{
+    std::vector<std::uint8_t> logs(parts);
+    const std::uint64_t numbers = std::uint64_t{range.last} - range.first + 1;
+    const auto mark = [&](std::uint32_t number, std::uint32_t file) {
+        if (number >= range.first && number <= range.last && parts > 0)
+            logs[(std::uint64_t{number} - range.first) * parts / numbers] |=
+                static_cast<std::uint8_t>(1u << file);
+    };
+    const std::vector<MergePoint>& points = m_index.Points();
+    const bool isExact = points.size() < 2 * parts;
+    std::vector<PlacedRow> rows;
+    for (std::size_t i = 0; i < points.size(); ++i)
+    {
+        const MergePoint& end = i + 1 < points.size() ? points[i + 1] : m_index.End();
+        bool hasErrors = false;
+        for (std::uint32_t file = 0; file < kFileCount; ++file)
+        {
+            const bool has = end.counts[file][kErrorHeader] > points[i].counts[file][kErrorHeader];
+            hasErrors = hasErrors || has;
+            if (has && !isExact)
+                mark(points[i].number, file);
+        }
+        if (!hasErrors || !isExact)
+            continue;
+        Merge({points[i], end}, rows);
+        for (const PlacedRow& row : rows)
+            if (ClassOf(row.record) == kErrorHeader)
+                mark(row.record.time, row.place.file);
+    }
+    return logs;
 }
 
 } // namespace logview

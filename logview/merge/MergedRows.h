@@ -85,11 +85,21 @@ public:
     // The next or previous header of an error after a place, of these logs (a bit each), shown or not.
     std::optional<RowId> FindError(RowId place, bool forward, std::uint32_t logs) const;
 
+    // The first header of an error of any log with `number` or a greater one.
+    std::optional<RowId> FindErrorFrom(std::uint32_t number) const;
+
     // Headers of errors that a folded header hides.
     std::uint32_t CountFoldedErrors(RowId header) const;
 
     // Headers of errors of any log with these numbers.
     std::uint32_t CountErrors(const NumberRange& range) const;
+
+    // The smallest and the greatest number, as logs without damage have them; {0, 0} without rows.
+    NumberRange Numbers() const;
+
+    // Which logs (a bit each) have headers of errors in each of `parts` equal parts of a range of numbers. A
+    // part may be told by its neighbour where an index point has more numbers than a part.
+    std::vector<std::uint8_t> FindErrorParts(const NumberRange& range, std::size_t parts) const;
 
     // The headers of the blocks that are open at a row, the outermost first. A header is in its own block.
     std::vector<RowId> FindPath(RowId place) const;
@@ -132,6 +142,7 @@ private:
 
     bool IsChosen(const PlacedRow& row) const;
     const ShownStretch& LoadShown(std::uint64_t row) const;
+    std::optional<RowId> FindErrorAt(std::uint64_t index, std::uint32_t logs) const;
     bool MakeFold(RowId header, bool allLogs, FoldedRows::Fold& fold) const;
     bool FindBlockEnd(const PlacedRow& header, BlockEnd& end) const;
 

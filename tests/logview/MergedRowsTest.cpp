@@ -1,6 +1,6 @@
 // All rows of five logs in the order of their numbers, compared with plain loops over random sessions.
-#include "logview/merge/MergedRows.h"
 #include "LogRows.h"
+#include "logview/merge/StripState.h"
 #include "tests/support/LongRun.h"
 
 #include <gtest/gtest.h>
@@ -262,8 +262,39 @@ private:
         const bool isWhole = m_random() % 4 == 0;
         for (std::size_t i = 0; i < shown.size(); i += isWhole ? 1 : 1 + m_random() % 200)
             ASSERT_EQ(shown[i].place, m_rows.Translate(static_cast<int>(i))) << i;
+        CompareErrorParts(plain);
         for (int i = 0; i < 8; ++i)
             CompareRow(plain, shown, m_random() % plain.all.size());
+    }
+
+    // By number, as the strip beside the scroll bar shows them.
+    void CompareErrorParts(const PlainRows& plain)
+    {
+        const NumberRange numbers = m_rows.Numbers();
+        EXPECT_EQ(plain.all.front().record.time, numbers.first);
+        EXPECT_EQ(plain.all.back().record.time, numbers.last);
+        if (!m_rows.Index().IsComplete())
+            return;
+        StripState strip;
+        strip.numbers = numbers;
+        strip.height = 10 + static_cast<int>(m_random() % 1000);
+        std::vector<std::uint8_t> logs(static_cast<std::size_t>(strip.height));
+        for (const PlacedRow& row : plain.all)
+            if (ClassOf(row.record) == kErrorHeader)
+                logs[static_cast<std::size_t>(strip.RowOf(row.record.time))] |=
+                    static_cast<std::uint8_t>(1u << row.place.file);
+        EXPECT_EQ(logs, m_rows.FindErrorParts(numbers, logs.size()));
+
+        const int row = static_cast<int>(m_random() % static_cast<unsigned>(strip.height));
+        const std::uint32_t number = strip.NumberAt(row);
+        EXPECT_LE(row, strip.RowOf(number));
+        if (number > numbers.first)
+            EXPECT_GT(row, strip.RowOf(number - 1)) << "the first number of the row";
+        const auto error = std::find_if(plain.all.begin(), plain.all.end(), [&](const PlacedRow& each) {
+            return each.record.time >= number && ClassOf(each.record) == kErrorHeader;
+        });
+        EXPECT_EQ(error != plain.all.end() ? std::optional(error->place) : std::nullopt,
+                  m_rows.FindErrorFrom(number));
     }
 
     void CompareRow(const PlainRows& plain, const std::vector<PlacedRow>& shown, std::size_t index)

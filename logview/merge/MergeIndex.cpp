@@ -12,11 +12,9 @@ namespace logview
 namespace
 {
 
-constexpr std::uint32_t kStretchNumbers = 1024; // a stretch spans so many numbers, or more where they are few
-constexpr std::uint32_t kLeastRows = 896;       // of a stretch
-constexpr std::uint32_t kMostRows = 4000;       // only damaged logs have so many in so few numbers
-constexpr std::uint32_t kBufferRows = 3276;     // 64 KiB
-constexpr std::size_t kLatePoints = 64;         // how far back a late row is put
+constexpr std::uint32_t kMostRows = 4000;   // only damaged logs have so many in so few numbers
+constexpr std::uint32_t kBufferRows = 3276; // 64 KiB
+constexpr std::size_t kLatePoints = 64;     // how far back a late row is put
 
 // One of a class, in 12 bits for each: a stretch has fewer than 4,096 rows. By kind, and for headers.
 constexpr std::uint64_t One(RowClass rowClass)
@@ -58,7 +56,8 @@ std::uint64_t MergePoint::Rows() const
     return rows;
 }
 
-MergeIndex::MergeIndex(RowSource& source) : m_source(source)
+MergeIndex::MergeIndex(RowSource& source, std::uint32_t stretchNumbers)
+    : m_source(source), m_stretchNumbers(stretchNumbers)
 {
     Restart();
 }
@@ -229,14 +228,14 @@ void MergeIndex::EndStretch()
     const std::uint32_t key = SmallestKey();
     const std::uint32_t begin =
         isFull ? std::max(m_points.back().number, key) : static_cast<std::uint32_t>(m_stretchEnd);
-    if (m_stretchRows >= kLeastRows)
+    if (m_stretchRows >= m_stretchNumbers / 8 * 7)
     {
         m_end.number = begin;
         m_points.push_back(m_end);
         m_stretchRows = 0;
     }
     if (!isFull || m_stretchEnd <= key)
-        m_stretchEnd = std::max<std::uint64_t>(m_stretchEnd, key) + kStretchNumbers;
+        m_stretchEnd = std::max<std::uint64_t>(m_stretchEnd, key) + m_stretchNumbers;
 }
 
 } // namespace logview

@@ -48,7 +48,10 @@ static_assert(sizeof(MergePoint) <= 112);
 class MergeIndex
 {
 public:
-    explicit MergeIndex(RowSource& source);
+    static constexpr std::uint32_t kStretchNumbers = 1024;
+
+    // A stretch from point to point spans so many numbers, or more where they are few: tests have short ones.
+    explicit MergeIndex(RowSource& source, std::uint32_t stretchNumbers = kStretchNumbers);
 
     // Takes the logs' ends. False if rows that were read are gone or others: then all begins again. What
     // comes late, with a number smaller than some that were read, is put where it belongs if that is near.
@@ -87,6 +90,7 @@ private:
     void EndStretch();
 
     RowSource& m_source;
+    std::uint32_t m_stretchNumbers;
     Log m_logs[kFileCount];
     std::vector<MergePoint> m_points;
     MergePoint m_end;

@@ -34,7 +34,10 @@ bool EndsBlock(const PlacedRow& row, std::uint32_t file, unsigned depth)
 
 } // namespace
 
-MergedRows::MergedRows(RowSource& source) : DisplayedRows(source), m_index(source) {}
+MergedRows::MergedRows(RowSource& source, std::uint32_t stretchNumbers)
+    : DisplayedRows(source), m_index(source, stretchNumbers)
+{
+}
 
 bool MergedRows::HasShrunk() const
 {

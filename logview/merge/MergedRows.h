@@ -37,7 +37,7 @@ struct NumberRange
 class MergedRows final : public DisplayedRows
 {
 public:
-    explicit MergedRows(RowSource& source);
+    explicit MergedRows(RowSource& source, std::uint32_t stretchNumbers = MergeIndex::kStretchNumbers);
 
     // Whether a log has fewer rows than it had; asks for row counts only.
     bool HasShrunk() const;

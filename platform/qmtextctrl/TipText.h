@@ -21,8 +21,8 @@ struct TipLine
 // Breaks a text that `cells` has laid out into lines of at most `width` cells: behind a blank or a comma if
 // there is one in the second half of a line, else wherever it is full, and at line feeds. A text of more than
 // `mostLines` is cut. Sizes below 1 count as 1, but a character is never parted.
-QMPLATFORM_API std::vector<TipLine> BreakTip(const std::string& text, const VkGrafic::TextCells& cells,
-                                             int width, int mostLines);
+std::vector<TipLine> BreakTip(const std::string& text, const VkGrafic::TextCells& cells, int width,
+                              int mostLines);
 
 // From begin up to, not including, end.
 struct Span
@@ -34,9 +34,9 @@ struct Span
 };
 
 // Where a tip of `size` goes along one axis of the screen: at `wanted`, brought within `screen`.
-QMPLATFORM_API Span PlaceTipAcross(int wanted, int size, Span screen);
+Span PlaceTipAcross(int wanted, int size, Span screen);
 
 // Below the row that it is for, or above it where there is more room; cut to that room.
-QMPLATFORM_API Span PlaceTipDown(Span row, int size, Span screen);
+Span PlaceTipDown(Span row, int size, Span screen);
 
 } // namespace textview

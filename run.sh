@@ -84,7 +84,7 @@ else
     rm -rf "$pictures"
     mkdir -p "$pictures"
     picture opened home
-    picture unfolded home,next-fold,unfold-all
+    picture unfolded tab:1,home,next-fold,unfold-all
     picture error home,next-error
 fi
 

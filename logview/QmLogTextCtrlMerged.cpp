@@ -72,8 +72,8 @@ void CQmLogTextCtrl::RefreshMerged()
     const int row = GetCaretRow();
     const RowId caret = isShown ? merged.Translate(row) : RowId{};
     merged.Refresh();
-    if (const auto& range = merged.GetRange(); range && range->last == 0xFFFFFFFF && m_rows->duringHeader)
-        merged.ShowOnly(merged.FindBlock(*m_rows->duringHeader)); // it may have ended
+    if (const auto& range = merged.GetRange(); range && range->last == 0xFFFFFFFF && m_rows->during)
+        merged.ShowOnly(merged.FindBlock(m_rows->during->header)); // it may have ended
     if (isShown && merged.IsDisplayed(caret)) // rows may have come late, and before others
         if (const int now = merged.FindRow(caret); now != row)
             MoveRows(std::min(row, now), now - row);
@@ -133,8 +133,8 @@ void CQmLogTextCtrl::ShowRows(bool merged, int row, int column, int offset)
 RowId CQmLogTextCtrl::TakePlace()
 {
     if (GetCaretRow() < GetRowCount())
-        m_rows->place = m_rows->Rows().Translate(GetCaretRow());
-    return m_rows->place;
+        m_rows->caret.place = m_rows->Rows().Translate(GetCaretRow());
+    return m_rows->caret.place;
 }
 
 // Changes what the merged view shows; the caret stays on its row, or goes to the one before it.
@@ -147,8 +147,8 @@ template <typename Action> void CQmLogTextCtrl::ChangeMerged(Action action)
     const RowId caret = TakePlace();
     if (!m_rows->showsMerged)
     {
-        m_rows->mergedFrom = caret;
-        m_rows->mainRow = row;
+        m_rows->caret.mainPlace = caret;
+        m_rows->caret.mainRow = row;
     }
     action(m_rows->merged);
     ShowRows(true, m_rows->merged.FindRow(caret), GetCaretColumn(), offset);
@@ -157,7 +157,7 @@ template <typename Action> void CQmLogTextCtrl::ChangeMerged(Action action)
 void CQmLogTextCtrl::ShowMerged(unsigned logs)
 {
     ChangeMerged([&](logview::MergedRows& merged) {
-        m_rows->duringHeader.reset();
+        m_rows->during.reset();
         merged.ShowOnly(std::nullopt);
         merged.Choose({logs & kAllLogs, merged.GetChoice().classes});
     });
@@ -172,12 +172,12 @@ void CQmLogTextCtrl::ShowMain()
     logview::LogSession& session = m_rows->session;
     const RowId caret = TakePlace();
     const int offset = GetCaretRow() - GetTopRow();
-    m_rows->duringHeader.reset();
+    m_rows->during.reset();
     m_rows->merged.ShowOnly(std::nullopt);
     m_rows->showsMerged = false;
-    if (caret == m_rows->mergedFrom)
+    if (caret == m_rows->caret.mainPlace)
     {
-        const int row = std::min(m_rows->mainRow, session.RowCount() - 1);
+        const int row = std::min(m_rows->caret.mainRow, session.RowCount() - 1);
         ShowRows(false, row, GetCaretColumn(), offset);
         return;
     }
@@ -245,31 +245,29 @@ bool CQmLogTextCtrl::ShowDuring(int row)
         path.pop_back();
     if (path.empty())
         return false;
-    if (!IsDuring())
-    {
-        m_rows->duringFromMain = !m_rows->showsMerged;
-        m_rows->duringLogs = GetShownLogs();
-    }
+    logview::DuringBlock during = {path.back(), !m_rows->showsMerged, GetShownLogs()};
+    if (m_rows->during)
+        during = {path.back(), m_rows->during->fromMain, m_rows->during->logs};
     ChangeMerged([&](logview::MergedRows& merged) {
-        m_rows->duringHeader = path.back();
+        m_rows->during = during;
         merged.Choose({kAllLogs, merged.GetChoice().classes});
-        merged.ShowOnly(merged.FindBlock(path.back()));
+        merged.ShowOnly(merged.FindBlock(during.header));
     });
     return true;
 }
 
 bool CQmLogTextCtrl::IsDuring() const
 {
-    return m_rows->duringHeader.has_value();
+    return m_rows->during.has_value();
 }
 
 void CQmLogTextCtrl::LeaveDuring()
 {
     if (!IsDuring())
         return;
-    const bool fromMain = m_rows->duringFromMain;
-    ShowMerged(m_rows->duringLogs);
-    if (fromMain)
+    const logview::DuringBlock before = *m_rows->during;
+    ShowMerged(before.logs);
+    if (before.fromMain)
         ShowMain();
 }
 
@@ -289,7 +287,7 @@ bool CQmLogTextCtrl::GoTo(int file, unsigned long fileRow)
     if (row == logview::DisplayedRows::kNoRow)
         return false;
     if (!merged.GetRange())
-        m_rows->duringHeader.reset();
+        m_rows->during.reset();
     if (m_rows->showsMerged)
     {
         m_rows->searched.Clear();

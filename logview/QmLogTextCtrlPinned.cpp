@@ -24,12 +24,12 @@ bool CQmLogTextCtrl::GetPinsHeaders() const
 const std::vector<int>& CQmLogTextCtrl::FindHeaders(int row)
 {
     const logview::MergedRows& merged = m_rows->merged;
-    std::vector<int>& headers = m_rows->pinnedHeaders;
-    if (m_rows->pinnedRow == row && m_rows->pinnedChanges == merged.Changes())
+    std::vector<int>& headers = m_rows->pinned.headers;
+    if (m_rows->pinned.row == row && m_rows->pinned.changes == merged.Changes())
         return headers;
     headers.clear();
-    m_rows->pinnedRow = row;
-    m_rows->pinnedChanges = merged.Changes();
+    m_rows->pinned.row = row;
+    m_rows->pinned.changes = merged.Changes();
     for (const logview::RowId& header : merged.FindPath(merged.Translate(row)))
         if (merged.IsDisplayed(header))
             if (const int at = merged.FindRow(header); at != row)

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace logview
 {
@@ -18,6 +19,31 @@ constexpr std::uintptr_t kRefreshTimer = 9504;
 constexpr unsigned kRefreshInterval = 200; // milliseconds
 constexpr std::uintptr_t kIndexTimer = 9506;
 constexpr unsigned kIndexInterval = 10;
+
+// Where the caret was when the view changed last; `mainRow` is where it was displayed in the view of "Main",
+// and `mainPlace` the row there, when the merged view came.
+struct CaretPlace
+{
+    RowId place;
+    RowId mainPlace;
+    int mainRow = 0;
+};
+
+// The block to whose time the merged view is limited, and what was shown before.
+struct DuringBlock
+{
+    RowId header;
+    bool fromMain = false;
+    std::uint32_t logs = 0;
+};
+
+// The displayed headers of the blocks around a row, at that state of the merged rows.
+struct PinnedHeaders
+{
+    int row = -1;
+    std::uint32_t changes = 0;
+    std::vector<int> headers;
+};
 
 // The logs, what is unfolded of "Main", all rows by number, the rows of the paint in progress, and those that
 // a search reads ahead.
@@ -28,17 +54,11 @@ struct ShownRows
     LogSession session{source};
     MergedRows merged{source};
     bool showsMerged = false;
-    bool keepsIndex = false;           // `merged` was asked for, and follows the logs
-    RowId place;                       // the caret's row when the view changed last
-    RowId mergedFrom;                  // the caret's row when the merged view came
-    int mainRow = 0;                   // and where it was displayed
-    std::optional<RowId> duringHeader; // of the block to whose time the merged view is limited
-    int pinnedRow = -1;                // whose headers are, at that state of `merged`
-    std::uint32_t pinnedChanges = 0;
-    std::vector<int> pinnedHeaders;
-    StripState strip;            // as it was told last
-    bool duringFromMain = false; // and what was shown before
-    std::uint32_t duringLogs = 0;
+    bool keepsIndex = false; // `merged` was asked for, and follows the logs
+    CaretPlace caret;
+    std::optional<DuringBlock> during;
+    PinnedHeaders pinned;
+    StripState strip; // as it was told last
     RowCache cache{source};
     RowCache searched{source};
 

@@ -5,6 +5,7 @@
 #include "logview/merge/FoldedRows.h"
 #include "logview/merge/MergeIndex.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -108,6 +109,8 @@ public:
     NumberRange FindBlock(RowId header) const;
 
 private:
+    using Measure = std::function<std::uint64_t(const MergePoint& point)>;
+
     // Rows next to each other in the order.
     struct Stretch
     {
@@ -133,7 +136,7 @@ private:
     MergePoint LogEnds() const;
     std::uint64_t ShownBefore(const MergePoint& point) const;
     MergePoint SearchedPoint(std::uint32_t number, const Stretch& within) const;
-    template <typename Measure> Stretch Locate(std::uint64_t target, Measure measure) const;
+    Stretch Locate(std::uint64_t target, const Measure& measure) const;
     void Merge(const Stretch& stretch, std::vector<PlacedRow>& rows) const;
     bool Read(RowId place, CQmLogRow& record) const;
     template <typename IsReached> MergePoint PointWithin(const Stretch& stretch, IsReached isReached) const;

@@ -23,7 +23,7 @@ namespace
 
 constexpr std::chrono::milliseconds kIndexSlice{12}; // a step of reading the index
 constexpr std::uint64_t kIndexRows = 20000;          // between looks at the clock
-constexpr std::uint64_t kIndexRowsAtOnce = 200000;   // a millisecond: most sessions need no further step
+constexpr std::uint64_t kIndexRowsAtOnce = 50000;    // of a look: many sessions need no further step
 
 // The classes of rows of kinds, and back.
 constexpr unsigned kErrorClasses = 1u << logview::kErrorHeader | 1u << logview::kErrorRow;

@@ -91,7 +91,7 @@ public:
 class QMLOG_API CQmLogTextCtrlEntryBrowse : public CQmLogTextCtrlEntry
 {
 public:
-    // The key is none for an index of 9 or more.
+    // An index of 9 or more has no key.
     CQmLogTextCtrlEntryBrowse(CQmLogTextCtrl* textCtrl, int file);
     void Execute() override;
     const char* GetCaption() override;

@@ -34,6 +34,7 @@ public:
     int GetHeight() const;
 
     void SetMarks(QmLogStripMarks marks);
+    const QmLogStripMarks& GetMarks() const { return m_marks; }
 
 protected:
     afx_msg void OnPaint();

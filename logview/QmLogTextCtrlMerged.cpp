@@ -76,7 +76,7 @@ void CQmLogTextCtrl::RefreshMerged()
         merged.ShowOnly(merged.FindBlock(m_rows->during->header)); // it may have ended
     if (isShown && merged.IsDisplayed(caret)) // rows may have come late, and before others
         if (const int now = merged.FindRow(caret); now != row)
-            MoveRows(std::min(row, now), now - row);
+            MoveRows(row, now - row);
     if (merged.Extend(kIndexRowsAtOnce) && GetSafeHwnd())
         SetTimer(logview::kIndexTimer, logview::kIndexInterval, nullptr);
 }

@@ -37,25 +37,31 @@ void CQmLogTextCtrl::RefreshStrip()
     if (!m_strip)
         return;
     const logview::MergedRows& merged = m_rows->merged;
+    const logview::StripState& before = m_rows->strip;
     logview::StripState now;
     now.changes = merged.Changes();
     now.foundChanges = GetFoundChanges();
     now.bookmarks = GetBookmarks();
     now.height = std::max(m_strip->GetHeight(), 0);
     now.window = GetWindowColor();
-    now.numbers = merged.Numbers();
+    now.numbers = now.changes == before.changes ? before.numbers : merged.Numbers();
     const int last = std::min(GetTopRow() + GetPageRows(), GetRowCount()) - 1;
     CQmLogRow record;
     now.viewTop = ReadStyle(GetTopRow(), record) ? now.RowOf(record.time) : 0;
     now.viewBottom = ReadStyle(last, record) ? now.RowOf(record.time) + 1 : 0;
-    if (now == m_rows->strip)
+    if (now == before)
         return;
-    m_rows->strip = now;
 
-    QmLogStripMarks marks;
+    // Scrolling changes only what is in view.
+    QmLogStripMarks marks = m_strip->GetMarks();
     const auto height = static_cast<std::size_t>(now.height);
-    marks.errorLogs = merged.FindErrorParts(now.numbers, height);
-    marks.found = CountFound(now.numbers.first, now.numbers.last, height);
+    const bool isSameScale = now.height == before.height && now.numbers == before.numbers;
+    if (!isSameScale || now.changes != before.changes)
+        marks.errorLogs = merged.FindErrorParts(now.numbers, height);
+    if (!isSameScale || now.foundChanges != before.foundChanges)
+        marks.found = CountFound(now.numbers.first, now.numbers.last, height);
+    m_rows->strip = now;
+    marks.bookmarks.clear();
     for (const std::uint32_t number : now.bookmarks)
         if (number >= now.numbers.first && number <= now.numbers.last)
             marks.bookmarks.push_back(now.RowOf(number));

@@ -22,7 +22,8 @@ public:
     // Sets or removes one. False, and nothing changes, if there are kMost.
     bool Toggle(std::uint32_t number);
 
-    // The nearest one after or before `number`, and around the end. Nothing if there is none at all.
+    // The nearest one after or before `number`, and around the end. Returns nothing if there are no
+    // bookmarks.
     std::optional<std::uint32_t> Next(std::uint32_t number) const;
     std::optional<std::uint32_t> Previous(std::uint32_t number) const;
 
@@ -50,7 +51,7 @@ public:
 
     static SessionMark Of(const ReadText& read);
 
-    // Whether the logs still begin with that text, though they may have grown. An empty session is none.
+    // Whether the logs still begin with that text, though they may have grown. False for an empty one.
     bool IsOf(const ReadText& read) const;
 
     // "120:00ab34cd56ef7890 ..." a log each; nothing for any other text.

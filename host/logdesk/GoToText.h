@@ -23,7 +23,7 @@ struct GoToTarget
     bool operator==(const GoToTarget&) const = default;
 };
 
-// A target, or a sentence on why there is none.
+// The target, or a sentence that tells why there is none.
 struct GoToAnswer
 {
     std::optional<GoToTarget> target;

@@ -98,6 +98,8 @@ calls_windows logreport/!(ReportCtrlLogState).cpp
 
 # The programs use what a customer gets. What they need no window for is in libraries of their own, for the tests.
 includes_only "$core|commandline/\w+\.h" host/commandline/*.{h,cpp}
+includes_only "zemacore/\w+\.h|wintypes\.h|commandline/UsageError\.h|engine/\w+\.h" host/engine/*.{h,cpp}
+without_system host/engine/!(WinHttp*).{h,cpp}
 includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
 includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|logtool/\w+\.h|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h" host/logtool/*.{h,cpp}
 viewer='(LogMsg|LogViewer|ReportCtrlLog|QmLogState)\.h'

@@ -1,0 +1,183 @@
+// The address of an engine, its SQL, and what is made of its answers.
+#include "engine/Engine.h"
+
+#include "commandline/UsageError.h"
+#include "engine/SqlText.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+
+using namespace engine;
+
+namespace
+{
+
+// Answers what the test has put there, and keeps what was asked.
+class ScriptedClient : public HttpClient
+{
+public:
+    explicit ScriptedClient(HttpRequest& asked) : m_asked(asked) {}
+
+    HttpAnswer Post(const HttpRequest& request) override
+    {
+        m_asked = request;
+        if (error)
+            throw HttpError(*error, "no connection");
+        return answer;
+    }
+
+    HttpAnswer answer{200, ""};
+    std::optional<HttpError::Reason> error;
+
+private:
+    HttpRequest& m_asked;
+};
+
+struct EngineTest : testing::Test
+{
+    EngineTest()
+    {
+        auto owned = std::make_unique<ScriptedClient>(asked);
+        client = owned.get();
+        engine.emplace(ParseEngineUrl("http://h/?database=d%26b"), std::move(owned));
+    }
+
+    // What a SELECT throws for an answer: "remedy code words".
+    std::string ErrorFor(int status, const std::string& body)
+    {
+        client->answer = {status, body};
+        try
+        {
+            engine->Select("SELECT 1");
+            return "none";
+        }
+        catch (const EngineError& error)
+        {
+            return std::to_string(static_cast<int>(error.Help())) + ' ' + std::to_string(error.Code()) + ' ' +
+                   error.what();
+        }
+    }
+
+    HttpRequest asked;
+    ScriptedClient* client;
+    std::optional<Engine> engine;
+};
+
+TEST_F(EngineTest, ErrorsTellTheServersWordsAndWhetherTryingAgainHelps)
+{
+    const struct
+    {
+        int status;
+        const char* body;
+        const char* error;
+    } cases[] = {
+        {404,
+         "Code: 60, e.displayText() = DB::Exception: Table d.t doesn't exist., e.what() = DB::Exception\n",
+         "1 60 Code: 60, DB::Exception: Table d.t doesn't exist."},
+        {500, "Code: 243, e.displayText() = DB::Exception: Not enough\nspace, e.what() = DB::Exception",
+         "0 243 Code: 243, DB::Exception: Not enough space"},
+        {500, "1\t2\nCode: 252. DB::Exception: Too many parts. (TOO_MANY_PARTS)",
+         "0 252 Code: 252. DB::Exception: Too many parts. (TOO_MANY_PARTS)"},
+        {401, "Code: 193, e.displayText() = DB::Exception: Wrong password",
+         "1 193 Code: 193, DB::Exception: Wrong password"},
+        {503, "busy", "0 0 status 503: busy"},
+        {403, "", "1 0 status 403"},
+        {200, "", "1 0 the server answers as no engine does: status 200"},
+        {200, "<html>", "1 0 the server answers as no engine does: status 200: <html>"},
+        {200, R"({"data":[[1],)", R"(1 0 the server answers as no engine does: status 200: {"data":[[1],)"},
+        {200, R"({"data":[1]})", R"(1 0 the server answers as no engine does: status 200: {"data":[1]})"},
+        {200, R"({"data":[[1,"a\u0000\n"]]})", "none"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.error, ErrorFor(c.status, c.body));
+
+    for (const auto& [reason, expected] : {std::pair{HttpError::Reason::Unreachable, "0 0 no connection"},
+                                           {HttpError::Reason::Untrusted, "1 0 no connection"},
+                                           {HttpError::Reason::TooLong, "1 0 no connection"},
+                                           {HttpError::Reason::Cancelled, "2 0 no connection"}})
+    {
+        client->error = reason;
+        EXPECT_EQ(expected, ErrorFor(200, ""));
+    }
+}
+
+TEST_F(EngineTest, QueriesTravelEscapedAndAnswersComeAsTexts)
+{
+    client->answer.body = R"({"meta":[],"data":[["18446744073709551615",-1,"\u00e4\u0000"]],"rows":1})";
+    EXPECT_EQ((Rows{{"18446744073709551615", "-1", std::string("ä\0", 3)}}), engine->Select("SELECT 'a&b'"));
+    EXPECT_EQ("/?database=d%26b&wait_end_of_query=1&query=SELECT%20%27a%26b%27%0AFORMAT%20JSONCompact",
+              asked.target);
+    EXPECT_EQ("", *asked.body);
+
+    const std::string longQuery = "SELECT '" + std::string(9000, 'x') + "'";
+    engine->Select(longQuery);
+    EXPECT_EQ("/?database=d%26b&wait_end_of_query=1&query=", asked.target);
+    EXPECT_EQ(longQuery + "\nFORMAT JSONCompact", *asked.body);
+
+    client->answer.body = "a page";
+    EXPECT_THROW(engine->Insert("t", "a, b", std::make_shared<std::string>("rows")), EngineError);
+    client->answer.body = "";
+    engine->Insert("d.`t", "a, b", std::make_shared<std::string>("rows"));
+    EXPECT_EQ("rows", *asked.body);
+    EXPECT_NE(std::string::npos,
+              asked.target.find(EscapedForUrl("INSERT INTO `d`.`\\`t` (a, b) FORMAT RowBinary")));
+}
+
+TEST(SqlText, NoByteEndsAValueOrAName)
+{
+    EXPECT_EQ(R"('it\'s \\\' \x00\x0a\x1f`')", SqlValue(std::string("it's \\' \0\n\x1f`", 12)));
+    EXPECT_EQ("'\xff\xc3'", SqlValue("\xff\xc3"));
+    EXPECT_EQ(R"(`a\`; DROP TABLE x\\'`)", SqlName("a`; DROP TABLE x\\'"));
+    EXPECT_EQ("`a`.`b.c`", SqlTable("a.b.c"));
+}
+
+TEST(EngineUrl, SaysWhereAndWhat)
+{
+    ::setenv("QM_ENGINE_USER", "env", 1);
+    ::setenv("QM_ENGINE_PASSWORD", "secret", 1);
+    const struct
+    {
+        const char* text;
+        const char* parts; // "shown|user|table|session|machine|settings", or the error
+    } cases[] = {
+        {"http://h", "http://h:8123|env||||"},
+        {"https://u%40x@h:1/d.t?session=a%20b&machine=m&x=1%26", "https://h:1|u@x|d.t|a b|m|x=1&"},
+        {"clickhouse://[::1]:9/t", "http://[::1]:9|env|t|||"},
+        {"https://h/?database=d&#part", "https://h:8443|env||||database=d"},
+        {"ftp://h", "address: is none of an engine, as http://host:8123"},
+        {"http://", "http://: names no host, as http://host:8123"},
+        {"http://h:0", "http://h:0: names no host, as http://host:8123"},
+        {"http://h:1x", "http://h:1x: names no host, as http://host:8123"},
+        {"http://h:65536", "http://h:65536: names no host, as http://host:8123"},
+        {"http://[::1/", "http://[::1/: names no host, as http://host:8123"},
+        {"http://u:hidden@h/", "http://h/: a password belongs into QM_ENGINE_PASSWORD"},
+        {"http://u:hid/den@h", "http://h: names no host, as http://host:8123"},
+        {"http://u@h/?x=1&password=hidden",
+         "http://h/: user and password are taken from QM_ENGINE_USER and QM_ENGINE_PASSWORD only"},
+        {"http://h/?session=%2", "http://h/: has a % that is no %XX"},
+    };
+    for (const auto& c : cases)
+    {
+        std::string parts;
+        try
+        {
+            const EngineUrl url = ParseEngineUrl(c.text);
+            parts =
+                url.Shown() + '|' + url.user + '|' + url.table + '|' + url.session + '|' + url.machine + '|';
+            for (const auto& [name, value] : url.settings)
+                parts += name + '=' + value;
+            EXPECT_EQ("secret", url.password);
+        }
+        catch (const commandline::UsageError& error)
+        {
+            parts = error.what();
+        }
+        EXPECT_EQ(c.parts, parts);
+    }
+    ::unsetenv("QM_ENGINE_USER");
+    ::unsetenv("QM_ENGINE_PASSWORD");
+}
+
+} // namespace

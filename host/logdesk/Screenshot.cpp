@@ -14,6 +14,8 @@ namespace logdesk
 namespace
 {
 
+constexpr ULONGLONG kIndexWait = 10'000; // milliseconds; damaged logs may never be read to their end
+
 void MoveCaret(CQmLogTextCtrl& text, int delta)
 {
     const std::int64_t row = std::int64_t{text.GetCaretRow()} + delta;
@@ -151,7 +153,7 @@ void TakeStep(DeskFrame& frame, const Step& step)
     case StepAction::Zoom:
         return frame.Zoom(step.count);
     case StepAction::Tab: // 0 for all logs
-        return frame.ShowTab(std::min(step.count, CQmLogTextCtrl::GetFilePathCount()) - 1);
+        return frame.ShowTab(step.count - 1);
     case StepAction::During:
         return frame.ShowDuring();
     case StepAction::Size:
@@ -165,6 +167,15 @@ void TakeStep(DeskFrame& frame, const Step& step)
     default:
         return TakeMessageStep(frame, step);
     }
+}
+
+void WaitForIndex(const CQmLogTextCtrl& text)
+{
+    MSG message = {};
+    const ULONGLONG end = ::GetTickCount64() + kIndexWait;
+    while (text.GetIndexProgress() < 100 && ::GetTickCount64() < end &&
+           ::GetMessageW(&message, nullptr, 0, 0) > 0)
+        ::DispatchMessageW(&message);
 }
 
 bool WriteScreenshot(CWnd& wnd, const std::string& path)

@@ -16,6 +16,7 @@ enum class Value
 {
     None,
     Count,
+    Tab,
     Switch,
     Size,
     Percent,
@@ -46,7 +47,7 @@ constexpr Form kForms[] = {
     {"select", StepAction::Select, Value::Count},
     {"select-all", StepAction::SelectAll, Value::None},
     {"follow", StepAction::Follow, Value::Switch},
-    {"tab", StepAction::Tab, Value::Count},
+    {"tab", StepAction::Tab, Value::Tab},
     {"during", StepAction::During, Value::None},
     {"message", StepAction::Message, Value::Count},
     {"next-message-error", StepAction::NextMessageError, Value::None},
@@ -108,6 +109,8 @@ bool ParseValue(Value value, const std::string& text, Step& step)
         return false;
     case Value::Count:
         return ParseNumber(text, 1, 1'000'000'000, step.count);
+    case Value::Tab: // 0: all logs
+        return ParseNumber(text, 0, 5, step.count);
     case Value::Switch:
         step.count = text == "on" ? 1 : 0;
         return text == "on" || text == "off";

@@ -110,6 +110,7 @@ void DeskApp::TakePicture()
 {
     for (const Step& step : m_arguments.steps)
         TakeStep(*m_frame, step);
+    WaitForIndex(m_frame->GetTextCtrl());
     m_frame->GetMessages().Settle();
     m_frame->RefreshNotices();
     m_frame->RefreshStatus();

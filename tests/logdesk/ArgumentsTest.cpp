@@ -48,9 +48,11 @@ TEST(LogDeskArguments, MisuseIsOneLine)
             EXPECT_STREQ(message, error.what()) << line;
         }
     }
-    for (const char* step : {"", "Home", "home:1", "down", "down:0", "down:x", "follow", "follow:yes",
-                             "size:800", "size:0x600", "size:800x600x2", "find:", "home,,end", "split:100",
-                             "sort", "sort:nothing", "sort:body:down", "level:2"})
+    for (const char* step :
+         {"",          "Home",       "home:1",   "down",         "down:0",         "down:x",
+          "follow",    "follow:yes", "size:800", "size:0x600",   "size:800x600x2", "find:",
+          "home,,end", "split:100",  "sort",     "sort:nothing", "sort:body:down", "level:2",
+          "tab:-1",    "tab:6"})
     {
         EXPECT_THROW(Parse(std::string("--screenshot a.bmp --steps ") + (*step ? step : ",")),
                      logdesk::UsageError)
@@ -84,12 +86,14 @@ TEST(LogDeskArguments, TellFolderKeepingAndSteps)
     EXPECT_EQ(0, steps[3].count);
 
     const auto more =
-        Parse("--screenshot a.bmp --steps sort:error-number,sort:body:desc,level:warning,split:30").steps;
-    ASSERT_EQ(4u, more.size());
+        Parse("--screenshot a.bmp --steps sort:error-number,sort:body:desc,level:warning,split:30,tab:0")
+            .steps;
+    ASSERT_EQ(5u, more.size());
     EXPECT_TRUE(more[0].action == StepAction::Sort && more[0].count == 4 && more[0].height == 0);
     EXPECT_TRUE(more[1].action == StepAction::Sort && more[1].count == 3 && more[1].height == 1);
     EXPECT_TRUE(more[2].action == StepAction::Level && more[2].count == 3);
     EXPECT_TRUE(more[3].action == StepAction::Split && more[3].count == 30);
+    EXPECT_TRUE(more[4].action == StepAction::Tab && more[4].count == 0);
 }
 
 } // namespace

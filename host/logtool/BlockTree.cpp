@@ -1,97 +1,60 @@
 #include "logtool/BlockTree.h"
 
-#include <algorithm>
-
 namespace logtool
 {
 
 // A row that ends blocks or begins one; few do.
 void BlockTree::AddEdge(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    EndBlocks(log, index, row);
-    if (row.blockBegin != 0 && row.indent > 0)
-    {
-        EndDeeper(row.indent);
-        OpenBlock(log, index, row);
-    }
-}
-
-bool BlockTree::IsOpen(std::uint32_t block) const
-{
-    return std::any_of(m_open.begin(), m_open.end(),
-                       [block](const OpenNode& open) { return open.node == block; });
+    const auto block = static_cast<std::uint32_t>(m_nodes.size());
+    m_open.Add(log, row, block, [&](const OpenBlocks::Block& ended) { End(ended, log, index); });
+    if (m_open.IsOpen(block))
+        AddNode(log, index, row);
 }
 
 void BlockTree::EndBlocks(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    std::vector<std::uint32_t>& open = m_logs[log].open;
-    while (!open.empty())
-    {
-        const std::uint32_t block = open.back();
-        const std::uint32_t indent = m_nodes[block].indent;
-        if (row.indent > indent || (row.indent == indent && row.blockBegin == 0))
-            return;
-        m_nodes[block].end = static_cast<std::uint32_t>(index);
-        open.pop_back();
-        m_open.erase(std::find_if(m_open.begin(), m_open.end(),
-                                  [block](const OpenNode& other) { return other.node == block; }));
-    }
+    m_open.EndOwn(log, row, [&](const OpenBlocks::Block& ended) { End(ended, log, index); });
 }
 
-void BlockTree::EndDeeper(std::uint32_t indent)
+// Row `index` of `log` ends the block. In another log than its own the block reaches to the last row so far.
+void BlockTree::End(const OpenBlocks::Block& block, std::size_t log, unsigned long index)
 {
-    std::erase_if(m_open, [&](const OpenNode& open) {
-        Node& block = m_nodes[open.node];
-        if (block.indent < indent)
-            return false;
-        Log& own = m_logs[block.log];
-        block.end = static_cast<std::uint32_t>(own.rows);
-        std::erase(own.open, open.node);
-        return true;
-    });
+    m_nodes[block.id].end = static_cast<std::uint32_t>(block.log == log ? index : m_rows[block.log]);
 }
 
-void BlockTree::OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row)
+void BlockTree::AddNode(std::size_t log, unsigned long index, const CQmLogRow& row)
 {
-    const auto parent = std::find_if(m_open.rbegin(), m_open.rend(), [&](const OpenNode& open) {
-        return m_nodes[open.node].indent < row.indent;
-    });
     Node node = {};
     node.log = static_cast<std::uint32_t>(log) & 0x7FFFFF; // as many logs as a folder may have
     node.begin = static_cast<std::uint32_t>(index);
     node.isError = row.kind == kErrorKind;
     node.errors = node.isError;
     node.indent = row.indent;
+    node.parent = m_open.All().back().parent;
     m_nodes.push_back(node);
-    const auto block = static_cast<std::uint32_t>(m_nodes.size() - 1);
-    Append(block, parent == m_open.rend() ? nullptr : &*parent);
-    m_logs[log].open.push_back(block);
-    m_open.push_back({block, kNone});
+    Append(static_cast<std::uint32_t>(m_nodes.size() - 1));
     m_errorCount += node.errors;
 }
 
 // The last child of a block is known as long as the block is open, and it gets no further ones afterwards.
-void BlockTree::Append(std::uint32_t node, OpenNode* parent)
+void BlockTree::Append(std::uint32_t node)
 {
-    std::uint32_t& last = parent ? parent->lastChild : m_lastTop;
-    if (parent)
-        m_nodes[node].parent = parent->node;
+    const std::uint32_t parent = m_nodes[node].parent;
+    std::uint32_t& last = parent == kNone ? m_lastTop : m_lastChild[m_nodes[parent].indent];
     if (last != kNone)
         m_nodes[last].nextSibling = node;
     else
-        (parent ? m_nodes[parent->node].firstChild : m_firstTop) = node;
+        (parent == kNone ? m_firstTop : m_nodes[parent].firstChild) = node;
     last = node;
+    m_lastChild[m_nodes[node].indent] = kNone;
 }
 
 void BlockTree::Finish()
 {
-    for (Log& log : m_logs)
-    {
-        for (const std::uint32_t block : log.open)
-            m_nodes[block].end = static_cast<std::uint32_t>(log.rows);
-        log.open.clear();
-    }
-    m_open.clear();
+    for (const OpenBlocks::Block& block : m_open.All())
+        m_nodes[block.id].end = m_rows[block.log];
+    m_open = OpenBlocks(m_rows.size());
     for (std::size_t i = m_nodes.size(); i > 0; --i)
     {
         const Node& node = m_nodes[i - 1];

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "QmLogRow.h"
+#include "sessionwalk/OpenBlocks.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -11,16 +13,15 @@
 namespace logtool
 {
 
+using sessionwalk::OpenBlocks;
+
 // Built by adding the rows of all logs in the order of their sequence numbers. Keeps one node for each
-// block header and nothing for other rows. Makes a tree of any rows, damaged ones as well.
-//
-// A block begins with a header: a row with a block mark and a depth above 0. It ends when its own log has a
-// row of lower depth, or any log a header of its depth or a lower one, because depth counts over all logs.
-// Its parent is the block opened last, in whichever log, that is still open and of lower depth.
+// block header and nothing for other rows. OpenBlocks says what a block is. Makes a tree of any rows, damaged
+// ones as well.
 class BlockTree
 {
 public:
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    static constexpr std::uint32_t kNone = OpenBlocks::kNone;
 
     // A session can have millions, so they are kept small.
     struct Node
@@ -38,15 +39,14 @@ public:
     };
     static_assert(sizeof(Node) == 32);
 
-    explicit BlockTree(std::size_t logs) : m_logs(logs) {}
+    explicit BlockTree(std::size_t logs) : m_open(logs), m_rows(logs) {}
 
     // `index` is the row's place in its log.
     void Add(std::size_t log, unsigned long index, const CQmLogRow& row)
     {
-        Log& own = m_logs[log];
-        own.rows = index + 1;
-        if (row.blockBegin != 0 || (!own.open.empty() && row.indent < m_nodes[own.open.back()].indent))
+        if (m_open.IsEdge(log, row))
             AddEdge(log, index, row);
+        m_rows[log] = static_cast<std::uint32_t>(index + 1);
         const std::uint32_t block = Innermost(log);
         if (block != kNone)
             ++m_nodes[block].rows;
@@ -60,11 +60,10 @@ public:
     // just added that is its own.
     std::uint32_t Innermost(std::size_t log) const
     {
-        if (!m_logs[log].open.empty())
-            return m_logs[log].open.back();
-        return m_open.empty() ? kNone : m_open.back().node;
+        const OpenBlocks::Block* const block = m_open.Innermost(log);
+        return block ? block->id : kNone;
     }
-    bool IsOpen(std::uint32_t block) const;
+    bool IsOpen(std::uint32_t block) const { return m_open.IsOpen(block); }
 
     const Node& At(std::uint32_t node) const { return m_nodes[node]; }
     std::size_t BlockCount() const { return m_nodes.size(); }
@@ -72,27 +71,15 @@ public:
     std::uint32_t ErrorCount() const { return m_errorCount; }
 
 private:
-    // The open blocks of one log, the innermost last; their depths ascend.
-    struct Log
-    {
-        std::vector<std::uint32_t> open;
-        unsigned long rows = 0;
-    };
-
-    struct OpenNode
-    {
-        std::uint32_t node;
-        std::uint32_t lastChild;
-    };
-
-    void EndDeeper(std::uint32_t indent); // blocks of this depth or more, of all logs
     void AddEdge(std::size_t log, unsigned long index, const CQmLogRow& row);
-    void OpenBlock(std::size_t log, unsigned long index, const CQmLogRow& row);
-    void Append(std::uint32_t node, OpenNode* parent);
+    void AddNode(std::size_t log, unsigned long index, const CQmLogRow& row);
+    void Append(std::uint32_t node);
+    void End(const OpenBlocks::Block& block, std::size_t log, unsigned long index);
 
-    std::deque<Node> m_nodes; // a block stands after its parent
-    std::vector<Log> m_logs;
-    std::vector<OpenNode> m_open; // the open blocks of all logs in the order they were opened
+    std::deque<Node> m_nodes;                        // a block stands after its parent
+    OpenBlocks m_open;                               // by nodes
+    std::vector<std::uint32_t> m_rows;               // of each log
+    std::array<std::uint32_t, 256> m_lastChild = {}; // of the open block of each depth
     std::uint32_t m_firstTop = kNone;
     std::uint32_t m_lastTop = kNone;
     std::uint32_t m_errorCount = 0;

@@ -126,6 +126,8 @@ bool Follower::Poll(std::size_t most)
     const bool restarted = changed && HasRestarted();
     if (restarted)
         Restart();
+    else if (m_cut)
+        m_rows.RowsCut();
     const bool shown = Show(most);
     const bool first = m_first;
     m_first = false;
@@ -137,6 +139,7 @@ bool Follower::Poll(std::size_t most)
 bool Follower::Look()
 {
     bool changed = false;
+    m_cut = false;
     for (ShownLog& place : m_places)
     {
         CQmLogReader reader;
@@ -144,6 +147,7 @@ bool Follower::Look()
         const unsigned long rows = reader.GetRowCount();
         const unsigned long size = reader.GetLogFileSize();
         place.quiet = m_first || (rows == place.rows && size == place.size);
+        m_cut = m_cut || rows < place.rows;
         place.rows = rows;
         place.size = size;
         changed = changed || !place.quiet;
@@ -215,7 +219,7 @@ void Follower::Restart()
 
 bool Follower::Show(std::size_t most)
 {
-    LogStream stream(Logs(), LogStream::Content::Text);
+    LogStream stream(Logs(), LogStream::Content::All);
     for (std::size_t log = 0; log < m_places.size(); ++log)
         stream.StartAt(log, m_places[log].index);
     std::size_t shown = 0;
@@ -232,11 +236,15 @@ bool Follower::ShowEntry(ShownLog& place, const LogEntry& entry)
     const bool begun = place.known && place.index == entry.index;
     const std::size_t skip = begun ? place.text.size() : 0;
     if (entry.text.size() <= skip)
+    {
+        m_rows.Waits(entry);
         return false;
+    }
     const bool unfinished = entry.last && !entry.text.ends_with('\n');
     if (unfinished && !place.quiet)
     {
         m_waiting = true;
+        m_rows.Waits(entry);
         return false;
     }
     m_rows.Row(place.log, entry, skip);

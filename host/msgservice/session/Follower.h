@@ -38,7 +38,11 @@ public:
     // A row of log `name`. `skip` bytes of its text were told before.
     virtual void Row(const std::string& name, const LogEntry& entry, std::size_t skip) = 0;
     virtual void SessionBegun() = 0; // all that follows is of a new session
-    virtual void Flush() {}          // no more for the moment
+    // A row without new text. It was told before, or its text is yet to come: `entry` has what there is of
+    // it, though an unfinished line may still grow before it is told.
+    virtual void Waits(const LogEntry& entry) { static_cast<void>(entry); }
+    virtual void RowsCut() {} // rows at the end of a log have gone
+    virtual void Flush() {}   // no more for the moment
 };
 
 // Holds no file open between two calls, so that a new session can delete the files.
@@ -70,6 +74,9 @@ public:
 
     Cursor Position() const;
 
+    // In the order of the positions in LogEntry.
+    std::vector<std::string> Logs() const;
+
 private:
     // Where a log stands. `row` describes row `index` when `known`: then its `text` is out.
     struct ShownLog
@@ -90,7 +97,6 @@ private:
     bool Show(std::size_t most);
     bool ShowEntry(ShownLog& place, const LogEntry& entry);
     void MarkShown(ShownLog& place, const LogEntry& entry);
-    std::vector<std::string> Logs() const;
     bool IsChanged(ShownLog& place);
     void StepBack(ShownLog& place, CQmLogReader& reader);
 
@@ -99,6 +105,7 @@ private:
     std::uint32_t m_number = 0;  // the greatest shown
     std::uint32_t m_counter = 0; // the last number given out when rows were last read
     bool m_first = true;
+    bool m_cut = false;     // a log has fewer rows than the time before
     bool m_more = false;    // rows are left to the next call
     bool m_waiting = false; // an unfinished line is held back
 };

@@ -13,17 +13,24 @@ bool IsSameName(std::string_view left, std::string_view right)
     });
 }
 
-LogStream::LogStream(const std::vector<std::string>& logs, Content content) : m_content(content)
+LogStream::LogStream(const std::vector<std::string>& logs, Content content)
 {
     for (const std::string& name : logs)
     {
         m_logs.push_back(std::make_unique<Log>(name, m_logs.size()));
         Log& log = *m_logs.back();
-        log.end = content == Content::Rows ? log.pages.RowCount() : log.pages.TextEnd();
+        SetContent(log.entry.log, content);
         if (log.pages.TextSize() == 0 && log.pages.RowCount() > 1)
             m_unreadable +=
                 log.pages.RowCount(); // the text is gone: one row may wait for its first, not many
     }
+}
+
+void LogStream::SetContent(std::size_t log, Content content)
+{
+    m_logs[log]->content = content;
+    const LogPages& pages = m_logs[log]->pages;
+    m_logs[log]->end = content == Content::Text ? pages.TextEnd() : pages.RowCount();
 }
 
 void LogStream::SetRange(std::uint32_t from, std::uint32_t to)
@@ -79,10 +86,12 @@ bool LogStream::Load(Log& log)
 // Up to its end every row has text, so one without cannot be read.
 bool LogStream::Read(Log& log)
 {
-    if (m_content == Content::Text)
+    log.entry.hasText = log.next < log.pages.TextEnd();
+    if (log.content != Content::Rows && log.entry.hasText)
         return ReadEntry(log.entry.log, log.next, log.entry) && !log.entry.text.empty();
     log.entry.index = log.next;
-    log.entry.hasText = log.next < log.pages.TextEnd();
+    log.entry.last = false;
+    log.entry.text = {};
     return log.pages.ReadRow(log.next, log.entry.row);
 }
 

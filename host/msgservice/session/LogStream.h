@@ -34,7 +34,8 @@ public:
     enum class Content
     {
         Rows, // texts stay empty, which spares reading them
-        Text  // rows without text are left out
+        Text, // rows without text are left out
+        All   // texts, and the rows without
     };
 
     LogStream(const std::vector<std::string>& logs, Content content);
@@ -43,6 +44,8 @@ public:
     unsigned long RowCount(std::size_t log) const { return m_logs[log]->pages.TextEnd(); }
     // Begins `log` at row `index`. Before the first Next.
     void StartAt(std::size_t log, unsigned long index) { m_logs[log]->next = index; }
+    // Other content of one log. Before the first Next.
+    void SetContent(std::size_t log, Content content);
     // Leaves out all rows with numbers outside of `from` to `to`. Before the first Next.
     void SetRange(std::uint32_t from, std::uint32_t to);
     // Only rows with `text` are wanted: others may be left out, and most are without a look at each of them.
@@ -87,6 +90,7 @@ private:
         LogPages pages;
         unsigned long next = 0;
         unsigned long end = 0;
+        Content content = Content::Rows;
         LogEntry entry;
         Key key = kEnded; // of the entry
     };
@@ -101,8 +105,8 @@ private:
         if (m_filtered || log.next + 1 >= log.pages.TextEnd())
             return false;
         LogEntry& entry = log.entry;
-        if (m_content == Content::Text ? !log.pages.ReadHeld(log.next, entry.row, entry.text)
-                                       : !log.pages.ReadHeldRow(log.next, entry.row))
+        if (log.content == Content::Rows ? !log.pages.ReadHeldRow(log.next, entry.row)
+                                         : !log.pages.ReadHeld(log.next, entry.row, entry.text))
             return false;
         entry.index = log.next++;
         return true;
@@ -113,7 +117,6 @@ private:
     bool Load(Log& log);
     bool Read(Log& log);
 
-    Content m_content;
     std::uint32_t m_from = 0;
     std::uint32_t m_to = 0xFFFFFFFF;
     std::string m_wanted;

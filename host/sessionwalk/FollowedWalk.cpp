@@ -1,0 +1,105 @@
+#include "sessionwalk/FollowedWalk.h"
+
+#include "sessionwalk/RowFields.h"
+
+#include <utility>
+
+namespace sessionwalk
+{
+
+using msgservice::LogEntry;
+
+FollowedWalk::FollowedWalk(const WalkChoice& choice, WalkedRows& rows)
+    : m_choice(choice), m_rows(rows), m_follower(choice.logs, *this), m_open(choice.logs.size())
+{
+    if (choice.from > 1)
+        StartAtCursor({choice.from - 1, {}});
+}
+
+void FollowedWalk::StartAtCursor(const msgservice::Cursor& cursor)
+{
+    m_open = FindOpenBlocks(m_choice.logs, cursor.number);
+    m_tracked = cursor.number;
+    m_follower.StartAtCursor(cursor);
+}
+
+void FollowedWalk::AddLogs(const std::vector<std::string>& logs)
+{
+    m_follower.AddLogs(logs);
+    m_choice.logs = m_follower.Logs();
+    m_open.SetLogCount(m_choice.logs.size());
+}
+
+void FollowedWalk::Row(const std::string& name, const LogEntry& entry, std::size_t skip)
+{
+    PutRow(entry, name, m_row);
+    m_row.skip = skip;
+    if (skip > 0 && m_row.text.size() <= skip)
+    {
+        m_waiting.erase(m_row.number);
+        return;
+    }
+    const OpenBlocks::Block block = BlockOf(entry);
+    if (!m_choice.IsChosen(name) || m_row.number < m_choice.from || m_row.number > m_choice.to)
+        return;
+    PutBlock(&block, m_row);
+    m_row.ended = &m_ended;
+    m_rows.Row(m_row);
+    m_ended.clear();
+}
+
+// A row is looked at when its text has not come yet, too: it begins and ends blocks for the rows after it.
+bool FollowedWalk::Track(const LogEntry& entry)
+{
+    if (entry.row.time <= m_tracked)
+        return false;
+    m_tracked = entry.row.time;
+    TakeBlocks(entry, m_open, m_ended);
+    if (!entry.text.ends_with('\n'))
+        m_waiting[m_tracked] = Innermost(m_open, entry.log);
+    return true;
+}
+
+OpenBlocks::Block FollowedWalk::BlockOf(const LogEntry& entry)
+{
+    if (Track(entry))
+        return Innermost(m_open, entry.log);
+    const auto waiting = m_waiting.find(entry.row.time);
+    if (waiting == m_waiting.end())
+    {
+        // The row itself came after others with greater numbers, and may begin or end their blocks.
+        const OpenBlocks::Block block = Innermost(FindOpenBlocks(m_choice.logs, entry.row.time), entry.log);
+        m_open = FindOpenBlocks(m_choice.logs, m_tracked);
+        if (!entry.text.ends_with('\n'))
+            m_waiting[entry.row.time] = block;
+        return block;
+    }
+    const OpenBlocks::Block block = waiting->second;
+    if (entry.text.ends_with('\n'))
+        m_waiting.erase(waiting);
+    return block;
+}
+
+OpenBlocks::Block FollowedWalk::Innermost(const OpenBlocks& open, std::size_t log) const
+{
+    const OpenBlocks::Block* const block = open.Innermost(log);
+    return block ? *block : OpenBlocks::Block();
+}
+
+// A row that has gone may have begun a block.
+void FollowedWalk::RowsCut()
+{
+    m_waiting.clear();
+    m_open = FindOpenBlocks(m_choice.logs, m_tracked);
+}
+
+void FollowedWalk::SessionBegun()
+{
+    m_open = OpenBlocks(m_choice.logs.size());
+    m_tracked = 0;
+    m_waiting.clear();
+    m_ended.clear();
+    m_rows.SessionBegun();
+}
+
+} // namespace sessionwalk

@@ -1,0 +1,35 @@
+// What both walks make of a row that a log has.
+#pragma once
+
+#include "msgservice/session/LogStream.h"
+#include "sessionwalk/WalkedRow.h"
+
+namespace sessionwalk
+{
+
+// Has `open` begin and end what the row does.
+inline void TakeBlocks(const msgservice::LogEntry& entry, OpenBlocks& open, std::vector<EndedBlock>& ended)
+{
+    open.Add(entry.log, entry.row, entry.row.time, [&](const OpenBlocks::Block& block) {
+        ended.push_back({block, entry.row.time});
+    });
+}
+
+inline void PutRow(const msgservice::LogEntry& entry, const std::string& name, WalkedRow& row)
+{
+    row.log = entry.log;
+    row.name = &name;
+    row.number = entry.row.time;
+    row.depth = entry.row.indent;
+    row.kind = entry.row.kind;
+    row.isHeader = OpenBlocks::IsHeader(entry.row);
+    row.text = entry.text.substr(0, entry.text.size() - (entry.text.ends_with('\n') ? 1 : 0));
+}
+
+inline void PutBlock(const OpenBlocks::Block* block, WalkedRow& row)
+{
+    row.block = block ? block->id : kNoBlock;
+    row.parent = block ? block->parent : kNoBlock;
+}
+
+} // namespace sessionwalk

@@ -1,12 +1,12 @@
 // The message viewer: what its commands do.
 #include "afxdlgs.h"
-#include "logreport/ProgressDialog.h"
 #include "logreport/QmLogConfig.h"
 #include "logreport/QmReportFieldChooser.h"
 #include "logreport/ReportCtrlLogData.h"
 #include "logreport/model/CopiedMessages.h"
 #include "logreport/model/Export.h"
 #include "qmcommon/QmClipboard.h"
+#include "qmcommon/QmProgressDialog.h"
 #include "zemacore/WideText.h"
 
 namespace
@@ -247,7 +247,7 @@ bool CReportCtrlLog::ExportTo(const char* path)
     logreport::Export work(*m_data->source.service, path, GetActionFields(), first, last);
     work.SetGuardsFormulas(m_data->guardsFormulas);
     const auto step = [&] { return held.IsThere() && work.Step(kMessagesAStep); };
-    if (work.Begin() && !logreport::RunSteps(*this, kExportTitle, step, [&work] { return work.Progress(); }))
+    if (work.Begin() && !QmRunSteps(*this, kExportTitle, step, [&work] { return work.Progress(); }))
         return false;
     if (!work.GetFailure().empty() && m_hWnd)
         MessageBox(work.GetFailure().c_str(), kExportTitle, MB_OK | MB_ICONERROR);
@@ -278,7 +278,7 @@ bool CReportCtrlLog::CopyMessages()
                                   MB_YESNO | MB_ICONQUESTION) == IDYES;
         return isWanted;
     };
-    if (!logreport::RunSteps(*this, "Copy", step, [&copied] { return copied.Progress(); }) || !isWanted ||
+    if (!QmRunSteps(*this, "Copy", step, [&copied] { return copied.Progress(); }) || !isWanted ||
         !held.IsThere())
         return false;
     const std::string& text = copied.Text();

@@ -100,7 +100,7 @@ TEST_F(LogActions, LongExportsCanBeGivenUp)
     std::ofstream(path + ".txt") << "before";
     {
         Driver driver("Export file", [&](HWND dialog) {
-            EXPECT_NE(std::string::npos, TextOf(dialog, 2000).find(" %"));
+            EXPECT_NE(std::string::npos, TextOf(dialog, 9621).find(" %"));
             EXPECT_FALSE(viewer.CopyMessages()) << "one action at a time";
             ::SendMessage(dialog, WM_COMMAND, IDCANCEL, 0);
         });

@@ -1,29 +1,38 @@
-#include "logreport/ProgressDialog.h"
+#include "qmcommon/QmProgressDialog.h"
 
-#include "logreport/OwnDialog.h"
-#include "resources/qmlog_resource.h"
+#include "platform_resource.h"
+#include "qmcommon/OwnModule.h"
 
+#include <chrono>
 #include <commctrl.h>
-
-namespace logreport
-{
 
 namespace
 {
 
-constexpr ULONGLONG kMoment = 300; // milliseconds without a dialog, which then gets
-constexpr ULONGLONG kSlice = 30;   // of work for each tick of its timer
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kMoment{300}; // without a dialog
+constexpr std::chrono::milliseconds kSlice{15};   // of work, between looks at what the windows want
 constexpr UINT_PTR kTimer = 1;
 constexpr int kSteps = 1000; // of the bar
 
-// Works for so many milliseconds; answers true if there is more to do.
-bool Work(const std::function<bool()>& step, ULONGLONG milliseconds)
+// Works for a slice; answers true if there is more to do.
+bool WorkOn(const std::function<bool()>& step)
 {
-    const ULONGLONG begin = ::GetTickCount64();
+    const Clock::time_point end = Clock::now() + kSlice;
     while (step())
-        if (::GetTickCount64() - begin >= milliseconds)
+        if (Clock::now() >= end)
             return true;
     return false;
+}
+
+// As many as need it, but for one that needs it again and again.
+void PaintWindows()
+{
+    constexpr int kMost = 50;
+    MSG message;
+    for (int i = 0; i < kMost && ::PeekMessage(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i)
+        ::DispatchMessage(&message);
 }
 
 class ProgressDialog : public CDialog
@@ -33,7 +42,7 @@ public:
                    const std::function<double()>& progress)
         : m_title(title), m_step(step), m_progress(progress)
     {
-        InitModalIndirect(FindOwnDialog(IDD_LOG_PROGRESS), &owner);
+        InitModalIndirect(QmFindDialog(PlatformModule(), IDD_PROGRESS), &owner);
     }
 
 protected:
@@ -47,7 +56,7 @@ protected:
     }
     void OnTimer(UINT_PTR)
     {
-        if (!Work(m_step, kSlice))
+        if (!WorkOn(m_step))
         {
             KillTimer(kTimer);
             EndDialog(IDOK);
@@ -76,17 +85,16 @@ END_MESSAGE_MAP()
 
 } // namespace
 
-bool RunSteps(CWnd& owner, const char* title, const std::function<bool()>& step,
-              const std::function<double()>& progress)
+bool QmRunSteps(CWnd& owner, const char* title, const std::function<bool()>& step,
+                const std::function<double()>& progress)
 {
     {
         const CWaitCursor waiting;
-        if (!Work(step, kMoment))
-            return true;
+        for (const Clock::time_point end = Clock::now() + kMoment; Clock::now() < end; PaintWindows())
+            if (!WorkOn(step))
+                return true;
     }
     const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_PROGRESS_CLASS};
     ::InitCommonControlsEx(&classes);
     return ProgressDialog(owner, title, step, progress).DoModal() == IDOK;
 }
-
-} // namespace logreport

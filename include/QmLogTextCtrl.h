@@ -27,6 +27,7 @@ struct RowChange;
 struct RowId;
 struct Selection;
 struct ShownRows;
+template <typename Char> class TextPieces;
 } // namespace logview
 
 // Shows the rows of "Main". A row whose sequence number is not followed by the next one has rows of other
@@ -201,6 +202,18 @@ public:
     std::string GetSelectedText();
     bool Copy();
 
+    // Copies the selected rows, or the caret's, as text that one pastes into a mail: first the headers of the
+    // blocks that they lie in, then each row with its log and number, as in "  SQL     #18342  ", indented by
+    // its depth; rows of other logs than the first one's are marked, and folded rows tell how many they hide.
+    bool CopyExcerpt();
+
+    // Whether copying many rows goes on step by step, in a dialog that tells how far it is and gives it up,
+    // and more than a clipboard is asked to hold (1 GB) is refused in a message; meanwhile the window paints
+    // but shows no new rows. Otherwise it is done at once, and too long a selection is copied up to there,
+    // as by default.
+    void SetCopiesInSteps(bool steps);
+    bool GetCopiesInSteps() const;
+
     // The record of a displayed row; false when it cannot be read, of which nothing is reported.
     bool ReadStyle(int row, CQmLogRow& record);
 
@@ -299,6 +312,11 @@ private:
     void ScanOwn(IQmCommand& collector);
     bool ReadSearched(int row, std::string& line);
     logview::Selection GetSelection() const;
+    bool RefuseCopy(const char* reason);
+    bool RunCopySteps(const std::function<bool()>& step, const std::function<double()>& progress);
+    template <typename CopiedRows> bool Collect(CopiedRows& copied);
+    bool PutOnClipboard(logview::TextPieces<wchar_t>& characters, logview::TextPieces<char>* bytes);
+    bool ReadIndexTo(logview::RowId place);
     void DrawCaretMark(CDC& dc, int x, int y);
     void DrawFoldMark(CDC& dc, int x, int y, bool atCaret, bool expanded);
     logview::MarginLayout GetMarginLayout();
@@ -317,11 +335,12 @@ private:
     std::unique_ptr<CQmLogStrip> m_strip;
     bool m_pinsHeaders = false;
     bool m_foldsAllLogs = false;
-    std::unique_ptr<logview::ShownRows> m_rows;
+    std::shared_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
     std::function<const std::vector<std::uint32_t>&()> m_bookmarks;
     IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
+    bool m_copiesInSteps = false;
     bool m_startSession = true;
     bool m_sessionStarted = false;
     bool m_follow = true;

@@ -77,6 +77,15 @@ public:
     const char* GetImage() override;
 };
 
+// "Copy as E&xcerpt", Ctrl+Shift+C: the selected rows, or the caret's, with their logs and numbers.
+class QMLOG_API CQmLogTextCtrlEntryCopyExcerpt : public CQmLogTextCtrlEntry
+{
+public:
+    explicit CQmLogTextCtrlEntryCopyExcerpt(CQmLogTextCtrl* textCtrl);
+    void Execute() override;
+    const char* GetCaption() override;
+};
+
 // "Test [DEBUG]": writes a sample session into the logs.
 class QMLOG_API CEntryTest : public CQmLogTextCtrlEntry
 {

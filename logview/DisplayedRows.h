@@ -18,6 +18,8 @@ struct RowId
     bool operator==(const RowId&) const = default;
 };
 
+constexpr RowId kNowhere = {0, 0xFFFFFFFE}; // where no log has a row
+
 // A row as its log has it.
 struct PlacedRow
 {
@@ -65,6 +67,9 @@ public:
     // Whether something folds at a row, and whether it is unfolded.
     virtual bool IsFoldable(const RowSurroundings& row, bool& expanded) const = 0;
     bool ReadExpanded(int row, bool& expanded) const;
+
+    // How many rows a folded row, displayed at `row`, hides; 0 where that is not known.
+    virtual std::uint32_t CountFolded(int row, const PlacedRow& folded) const = 0;
 
     bool ReadStyle(int row, CQmLogRow& record) const;
 

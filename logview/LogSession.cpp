@@ -61,6 +61,14 @@ bool LogSession::IsFoldable(const RowSurroundings& row, bool& expanded) const
     return row.next && logview::IsFoldable(row.row, *row.next, expanded);
 }
 
+std::uint32_t LogSession::CountFolded(int row, const PlacedRow& folded) const
+{
+    RecordPages pages(m_source, 1);
+    CQmLogRow next;
+    const bool isKnown = pages.Read(Translate(std::int64_t{row} + 1), next) && next.time > folded.record.time;
+    return isKnown ? next.time - folded.record.time - 1 : 0;
+}
+
 bool LogSession::Expand(int row, RowChange& change)
 {
     RecordPages pages(m_source, kLookRows);

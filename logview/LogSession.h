@@ -50,6 +50,9 @@ public:
     // Whether rows of other logs unfold at a row, and whether they are shown.
     bool IsFoldable(const RowSurroundings& row, bool& expanded) const override;
 
+    // By the numbers up to the row displayed next: one that a killed writer took counts as a row.
+    std::uint32_t CountFolded(int row, const PlacedRow& folded) const override;
+
     // Unfolds the rows of one log that lie after the row: of the log with the next number, up to the number
     // before the header's own log goes on, or to its end when that log does not go on or goes on with the
     // very next number. True also when the row counts as unfolded already. False where so many stretches lie

@@ -9,10 +9,8 @@
 #include "logview/LogNames.h"
 #include "logview/QmLogFinder.h"
 #include "logview/QmLogStrip.h"
-#include "logview/SelectionText.h"
 #include "logview/SessionStart.h"
 #include "logview/ShownRows.h"
-#include "qmcommon/QmClipboard.h"
 #include "qmcommon/QmWndUpdaterUse.h"
 
 #include <algorithm>
@@ -36,7 +34,7 @@ int lastSeenTime = 0;
 
 } // namespace
 
-CQmLogTextCtrl::CQmLogTextCtrl() : m_rows(std::make_unique<logview::ShownRows>()) {}
+CQmLogTextCtrl::CQmLogTextCtrl() : m_rows(std::make_shared<logview::ShownRows>()) {}
 
 CQmLogTextCtrl::~CQmLogTextCtrl()
 {
@@ -50,7 +48,7 @@ BOOL CQmLogTextCtrl::CreateCommon()
         m_sessionStarted = logview::StartSession();
         lastSeenTime = 0; // the new session may come to the very number that was seen last
     }
-    m_rows = std::make_unique<logview::ShownRows>();
+    m_rows = std::make_shared<logview::ShownRows>();
     char path[MAX_PATH] = {}; // made once: asking for it makes a folder that is gone
     if (QmLogMakeFilePath(logview::kCountersFile, path))
         m_rows->countersPath = path;
@@ -167,6 +165,8 @@ void CQmLogTextCtrl::OnSize(UINT type, int width, int height)
 void CQmLogTextCtrl::OnTimer(UINT_PTR timer)
 {
     static_assert(logview::kIndexTimer != logview::kFindTimer, "a window's timers are told by their numbers");
+    if (m_rows->isCopied && timer >= logview::kRefreshTimer && timer <= logview::kIndexTimer)
+        return; // the rows stay where they are
     if (timer == logview::kRefreshTimer)
     {
         Browse(GetFilePathIndex());
@@ -337,28 +337,6 @@ bool CQmLogTextCtrl::GoToError(bool forward)
     Focus(row, 0, false);
     UpdateFollowAtCaret();
     return true;
-}
-
-logview::Selection CQmLogTextCtrl::GetSelection() const
-{
-    return {GetSelectionBeginRow(), GetSelectionBeginColumn(), GetSelectionEndRow(), GetSelectionEndColumn()};
-}
-
-std::string CQmLogTextCtrl::GetSelectedText()
-{
-    return logview::SelectedBytes(m_rows->source, m_rows->Rows(), GetSelection());
-}
-
-bool CQmLogTextCtrl::Copy()
-{
-    const std::string bytes = GetSelectedText();
-    if (bytes.empty())
-        return false;
-    const ZEMA::WideString wide = logview::SelectedCharacters(m_rows->source, m_rows->Rows(), GetSelection());
-    const QmClipboardItem items[] = {
-        {CF_UNICODETEXT, wide.c_str(), (wide.size() + 1) * sizeof(ZEMA::WideChar)},
-        {CF_TEXT, bytes.c_str(), bytes.size() + 1}};
-    return QmSetClipboard(m_hWnd, items, std::size(items));
 }
 
 void CQmLogTextCtrl::SetBookmarks(std::function<const std::vector<std::uint32_t>&()> bookmarks)

@@ -116,6 +116,21 @@ const char* CQmLogTextCtrlEntryCopy::GetImage()
     return "Copy";
 }
 
+CQmLogTextCtrlEntryCopyExcerpt::CQmLogTextCtrlEntryCopyExcerpt(CQmLogTextCtrl* textCtrl)
+    : CQmLogTextCtrlEntry(textCtrl, 'C', kQmControl | kQmShift)
+{
+}
+
+void CQmLogTextCtrlEntryCopyExcerpt::Execute()
+{
+    m_textCtrl->CopyExcerpt();
+}
+
+const char* CQmLogTextCtrlEntryCopyExcerpt::GetCaption()
+{
+    return "Copy as E&xcerpt";
+}
+
 CEntryTest::CEntryTest(CQmLogTextCtrl* textCtrl) : CQmLogTextCtrlEntry(textCtrl, 0, 0) {}
 
 void CEntryTest::Execute()

@@ -1,8 +1,5 @@
 #include "logview/SelectionText.h"
 
-#include "logview/RowCache.h"
-#include "vkgrafic/TextCells.h"
-
 #include <algorithm>
 
 namespace logview
@@ -11,42 +8,22 @@ namespace logview
 namespace
 {
 
-constexpr int kRowsTogether = 256;
-
-// Tells of each line that can be read, and of its columns from `begin` to `end`.
-template <typename Tell>
-void ForEachLine(RowSource& source, const DisplayedRows& rows, const Selection& selection, Tell tell)
+struct LinePart
 {
-    std::string whole;
-    RowCache cache(source);
-    std::size_t size = 0;
-    const int rowsEnd = selection.endRow < rows.RowCount() ? selection.endRow + 1 : rows.RowCount();
-    int prepared = std::max(selection.beginRow, 0);
-    for (int row = prepared; row < rowsEnd; ++row)
-    {
-        if (row == prepared)
-        {
-            const int count = std::min(kRowsTogether, rowsEnd - row);
-            cache.Prepare(rows, row, count);
-            prepared = row + count;
-        }
-        const CachedRow* const cached = cache.Get(row);
-        if (!cached || !cached->readable)
-            continue;
-        std::string_view line = cached->text;
-        if (cached->length > RowCache::kLineBytes && rows.ReadLine(row, whole))
-            line = whole;
-        const auto within = [&line](int column) {
-            return std::min(line.size(), static_cast<std::size_t>(std::max(column, 0)));
-        };
-        const std::size_t end = row == selection.endRow ? within(selection.endColumn) : line.size();
-        const std::size_t begin =
-            row == selection.beginRow ? std::min(within(selection.beginColumn), end) : 0;
-        size += end - begin;
-        if (size > kMaxSelectionBytes)
-            break;
-        tell(line, begin, end);
-    }
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+// Bytes of the line of a row that are selected.
+LinePart SelectedPart(const Selection& selection, int row, std::size_t size)
+{
+    const auto within = [size](int column) {
+        return std::min(size, static_cast<std::size_t>(std::max(column, 0)));
+    };
+    LinePart part;
+    part.end = row == selection.endRow ? within(selection.endColumn) : size;
+    part.begin = row == selection.beginRow ? std::min(within(selection.beginColumn), part.end) : 0;
+    return part;
 }
 
 } // namespace
@@ -54,31 +31,45 @@ void ForEachLine(RowSource& source, const DisplayedRows& rows, const Selection& 
 std::string SelectedBytes(RowSource& source, const DisplayedRows& rows, const Selection& selection)
 {
     std::string text;
-    ForEachLine(source, rows, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
-        text += line.substr(begin, end - begin);
-    });
+    SelectedRows selected(source, rows, selection.beginRow, selection.endRow);
+    while (selected.Next())
+    {
+        const LinePart part = SelectedPart(selection, selected.Row(), selected.Line().size());
+        if (text.size() + part.end - part.begin > kMaxSelectionBytes)
+            break;
+        text += selected.Line().substr(part.begin, part.end - part.begin);
+    }
     return text;
 }
 
-ZEMA::WideString SelectedCharacters(RowSource& source, const DisplayedRows& rows, const Selection& selection)
+SelectionCopy::SelectionCopy(RowSource& source, const DisplayedRows& rows, const Selection& selection,
+                             std::size_t maxBytes)
+    : m_rows(source, rows, selection.beginRow, selection.endRow), m_selection(selection), m_maxBytes(maxBytes)
 {
-    ZEMA::WideString text;
-    ZEMA::WideString wide;
-    VkGrafic::TextCells cells;
-    ForEachLine(source, rows, selection, [&](std::string_view line, std::size_t begin, std::size_t end) {
-        ZEMA::ToWide(line.data(), line.size(), wide);
-        if (begin == 0 && end == line.size())
-        {
-            text += wide;
-            return;
-        }
-        cells.Take(line.data(), line.size());
-        const auto unit = [&](std::size_t column) {
-            return static_cast<std::size_t>(cells.UnitOf(static_cast<int>(column)));
+}
+
+bool SelectionCopy::Step()
+{
+    if (m_isTooLong || !m_rows.Next())
+        return false;
+    const std::string_view line = m_rows.Line();
+    const auto [begin, end] = SelectedPart(m_selection, m_rows.Row(), line.size());
+    m_isTooLong = m_bytes.Size() + end - begin > m_maxBytes;
+    if (m_isTooLong)
+        return false;
+    m_bytes.Append(line.substr(begin, end - begin));
+    ZEMA::ToWide(line.data(), line.size(), m_wide);
+    std::basic_string_view<ZEMA::WideChar> characters = m_wide;
+    if (begin > 0 || end < line.size())
+    {
+        m_cells.Take(line.data(), line.size());
+        const auto unit = [this](std::size_t column) {
+            return static_cast<std::size_t>(m_cells.UnitOf(static_cast<int>(column)));
         };
-        text += wide.substr(unit(begin), unit(end) - unit(begin));
-    });
-    return text;
+        characters = characters.substr(unit(begin), unit(end) - unit(begin));
+    }
+    m_characters.Append(characters);
+    return true;
 }
 
 } // namespace logview

@@ -1,7 +1,9 @@
 // The text of a selection.
 #pragma once
 
-#include "logview/DisplayedRows.h"
+#include "logview/SelectedRows.h"
+#include "logview/TextPieces.h"
+#include "vkgrafic/TextCells.h"
 #include "zemacore/WideText.h"
 
 namespace logview
@@ -24,7 +26,31 @@ struct Selection
 // the line on that would exceed kMaxSelectionBytes.
 std::string SelectedBytes(RowSource& source, const DisplayedRows& rows, const Selection& selection);
 
-// The same as characters. What a line is, UTF-8 or in the code page, holds for a part of it too.
-ZEMA::WideString SelectedCharacters(RowSource& source, const DisplayedRows& rows, const Selection& selection);
+// The same made row by row, as bytes and as characters. What a line is, UTF-8 or in the code page, holds for
+// a part of it too.
+class SelectionCopy
+{
+public:
+    SelectionCopy(RowSource& source, const DisplayedRows& rows, const Selection& selection,
+                  std::size_t maxBytes = kMaxSelectionBytes);
+
+    // Adds a row. False when there is no other one, or the next one would exceed `maxBytes`.
+    bool Step();
+
+    bool IsTooLong() const { return m_isTooLong; }
+    double Progress() const { return m_rows.Progress(); } // 0 to 1
+    TextPieces<char>& Bytes() { return m_bytes; }
+    TextPieces<ZEMA::WideChar>& Characters() { return m_characters; }
+
+private:
+    SelectedRows m_rows;
+    Selection m_selection;
+    std::size_t m_maxBytes;
+    bool m_isTooLong = false;
+    TextPieces<char> m_bytes;
+    TextPieces<ZEMA::WideChar> m_characters;
+    ZEMA::WideString m_wide;
+    VkGrafic::TextCells m_cells;
+};
 
 } // namespace logview

@@ -55,6 +55,7 @@ struct ShownRows
     MergedRows merged{source};
     bool showsMerged = false;
     bool keepsIndex = false; // `merged` was asked for, and follows the logs
+    bool isCopied = false;   // step by step: meanwhile it is not refreshed
     CaretPlace caret;
     std::optional<DuringBlock> during;
     PinnedHeaders pinned;

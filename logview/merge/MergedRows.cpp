@@ -11,7 +11,6 @@ namespace logview
 namespace
 {
 
-constexpr RowId kNowhere = {0, 0xFFFFFFFE};
 constexpr std::uint32_t kAllClasses = (1u << kRowClasses) - 1;
 constexpr std::uint64_t kMostMerged = 8192; // rows that are put in order for a look
 constexpr std::size_t kMostLoaded = 3;      // stretches that are kept

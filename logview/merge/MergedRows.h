@@ -63,6 +63,7 @@ public:
     RowId Translate(std::int64_t row, int& depth) const override;
     using DisplayedRows::Translate;
     bool IsFoldable(const RowSurroundings& row, bool& expanded) const override;
+    std::uint32_t CountFolded(int row, const PlacedRow& folded) const override;
 
     // Where a row is displayed; where it is hidden, the row before it, or kNoRow.
     int FindRow(RowId place) const;

@@ -41,6 +41,17 @@ bool MergedRows::IsFoldable(const RowSurroundings& row, bool& expanded) const
     return row.nextOfLog && !EndsBlock({place, *row.nextOfLog, 0}, place.file, record.indent);
 }
 
+std::uint32_t MergedRows::CountFolded(int, const PlacedRow& folded) const
+{
+    const FoldedRows::Fold* const fold = m_folds.Get(folded.place);
+    std::uint32_t rows = 0;
+    for (unsigned file = 0; fold && file < kFileCount; ++file)
+        for (unsigned i = 0; i < kRowClasses; ++i)
+            if (((fold->logs & m_choice.logs) >> file & 1) != 0 && (m_choice.classes >> i & 1) != 0)
+                rows += fold->end.counts[file][i] - fold->begin.counts[file][i];
+    return rows;
+}
+
 bool MergedRows::Fold(int row, RowChange& change)
 {
     change = {};

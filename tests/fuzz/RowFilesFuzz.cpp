@@ -1,3 +1,4 @@
+#include "logview/Excerpt.h"
 #include "logview/LogSession.h"
 #include "logview/ReaderRows.h"
 #include "logview/RowCache.h"
@@ -61,7 +62,12 @@ void ShowAll(unsigned seed)
         Require(line.compare(0, cached->text.size(), cached->text) == 0, "both ways read the same lines");
     }
     const logview::Selection all = {0, 0, shown, 10};
-    SelectedCharacters(rows, session, all);
+    logview::SelectionCopy copy(rows, session, all);
+    while (copy.Step())
+        continue;
+    logview::Excerpt excerpt(rows, session, {}, 0, shown, logview::kMaxSelectionBytes);
+    while (excerpt.Step())
+        continue;
 }
 
 } // namespace

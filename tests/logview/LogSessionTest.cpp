@@ -188,7 +188,7 @@ TEST(LogSession, EndsOnAnyBytes)
                                   fileRow);
             session.FindError(row, step % 2 != 0);
             session.FindBlock(0, std::max(row, 0), file, file);
-            SelectedCharacters(logs, session, {0, 0, 100, 10});
+            SelectedBytes(logs, session, {0, 0, 100, 10});
             session.CountHidden(Below(random, kFileCount));
             if (step % 4 == 0)
                 session.Reveal({Below(random, kFileCount), Below(random, 60)});
@@ -588,44 +588,16 @@ TEST(RowCache, ShowsNothingOfRowsThatCameLater)
     EXPECT_EQ("first\n", cache.Get(0)->text);
 }
 
-TEST(SelectionText, CutsTheFirstAndTheLastLine)
+TEST(RowCache, KeepsNoPartOfACharacter)
 {
-    const std::string lines[] = {"fi\u00E4st\n", std::string(5000, 'y') + "\u65E5\n", "\xE4\xC3\xA4\n",
-                                 "last"};
-    const std::string characters[] = {"fi\u00E4st\n", lines[1], "\u00E4\u00C3\u00A4\n", "last"};
     LogRows logs;
-    for (const std::string& line : lines)
-        logs.Add(0, line);
+    logs.Add(0, std::string(RowCache::kLineBytes - 2, 'x') + "\u65E5\u672C\n");
+    logs.Add(0);
     LogSession session(logs);
     session.Refresh(0);
-    const struct
-    {
-        Selection selection;
-        std::string bytes;
-        std::string characters;
-    } cases[] = {
-        {{0, 2, 3, 2},
-         lines[0].substr(2) + lines[1] + lines[2] + "la",
-         characters[0].substr(2) + characters[1] + characters[2] + "la"},
-        {{0, 1, 0, 4}, "i\u00E4", "i\u00E4"},
-        {{1, 4999, 1, 5003}, "y\u65E5", "y\u65E5"},
-        {{2, 1, 2, 3}, "\xC3\xA4", "\u00C3\u00A4"}, // in the code page, as the line as a whole tells
-        {{3, 0, 9, 99}, "last", "last"},
-        {{3, 3, 3, 1}, "", ""},
-    };
-    for (const auto& [selection, bytes, expected] : cases)
-    {
-        EXPECT_EQ(bytes, SelectedBytes(logs, session, selection));
-        const ZEMA::WideString wide = SelectedCharacters(logs, session, selection);
-        std::string found;
-        ZEMA::FromWide(wide.data(), wide.size(), found);
-        EXPECT_EQ(expected, found);
-    }
     RowCache cache(logs);
-    logs.Add(0, std::string(RowCache::kLineBytes - 2, 'x') + "\u65E5\u672C\n");
-    session.Refresh(0);
-    cache.Prepare(session, 4, 1);
-    EXPECT_EQ(std::string(RowCache::kLineBytes - 2, 'x'), cache.Get(4)->text) << "no part of a character";
+    cache.Prepare(session, 0, 1);
+    EXPECT_EQ(std::string(RowCache::kLineBytes - 2, 'x'), cache.Get(0)->text);
 }
 
 TEST(LineFind, ComparesCharactersInCapitals)

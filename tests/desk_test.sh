@@ -170,6 +170,15 @@ until_copied 'third job'
 keys ctrl+a
 until_copied '*'$'Load the jobs\nThe jobs\nfirst job\nsecond job\nthird job''*Copy failed*'
 
+echo "As an excerpt, whose lines lead back to their rows"
+keys ctrl+Home Down Down ctrl+shift+c
+until_true is_copied $'  Run     #2    The jobs\n  Run     #3    first job' || fail "copied: $copied"
+keys ctrl+End ctrl+g
+until_true xdotool search --name '^Go To$' >/dev/null || fail "no dialog"
+keys ctrl+v Return
+until_shown '^pane: Row 2: Run, number 2$'
+refocus
+
 echo "Messages: each row is one, and leads to its row and back"
 until_shown '^pane: 7 messages$'
 keys F6

@@ -77,6 +77,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     GetTextCtrl().SetPinsHeaders(true);
     GetTextCtrl().SetStartSession(session == SessionState::Started);
     GetTextCtrl().SetFindInAll(true);
+    GetTextCtrl().SetCopiesInSteps(true);
     GetTextCtrl().SetCommands(&m_logTextCommands);
     GetTextCtrl().SetBookmarks(
         [this]() -> const std::vector<std::uint32_t>& { return m_bookmarks.Get().Numbers(); });

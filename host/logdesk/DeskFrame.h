@@ -72,6 +72,7 @@ public:
     // Puts the log text's caret there; each answers why it cannot, and nothing if it did.
     std::string GoTo(const std::string& typed);
     std::string GoToNumber(std::uint32_t number);
+    std::string GoToNumberOf(int file, std::uint32_t number); // in one log
     std::string GoToRow(int file, unsigned long row);
 
     void ToggleBookmark(); // of the caret's row

@@ -54,6 +54,7 @@ void DeskFrame::ScanLogText(IQmCommand& collector)
     collector.AddSeparator();
     collector.Add(std::make_unique<CQmTextCtrlEntrySelectAll>(text));
     collector.Add(std::make_unique<CQmLogTextCtrlEntryCopy>(text));
+    collector.Add(std::make_unique<CQmLogTextCtrlEntryCopyExcerpt>(text));
     collector.AddSeparator();
     AddCommand(collector, {"Show in &Messages", [this] { ShowInMessages(); }, VK_RETURN, kQmControl, false,
                            m_messages.File().empty() && text->GetRowCount() > 0});
@@ -93,16 +94,17 @@ std::string DeskFrame::GoTo(const std::string& typed)
         return answer.error;
     const GoToTarget& target = *answer.target;
     CQmLogTextCtrl& text = GetTextCtrl();
-    if (target.kind == GoToTarget::Kind::Number)
+    if (target.kind == GoToTarget::Kind::Number && target.log.empty())
         return GoToNumber(target.value);
-    if (target.kind == GoToTarget::Kind::LogRow)
+    if (!target.log.empty())
     {
         const std::vector<std::string> logs = LogNames();
+        const int log = static_cast<int>(std::find(logs.begin(), logs.end(), target.log) - logs.begin());
+        if (target.kind == GoToTarget::Kind::Number)
+            return GoToNumberOf(log, target.value);
         const unsigned long rows = QmLogReaderDefine(target.log.c_str()).GetRowCount();
-        if (target.value > rows)
-            return target.log + " has " + CountText(rows, "row");
-        const auto log = std::find(logs.begin(), logs.end(), target.log);
-        return GoToRow(static_cast<int>(log - logs.begin()), target.value - 1);
+        return target.value > rows ? target.log + " has " + CountText(rows, "row")
+                                   : GoToRow(log, target.value - 1);
     }
     const int rows = text.GetRowCount();
     if (target.value > static_cast<std::uint32_t>(rows))
@@ -120,6 +122,19 @@ std::string DeskFrame::GoToNumber(std::uint32_t number)
     if (!GetTextCtrl().Find(number, true, file, row) ||
         !QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).ReadStyle(row, record) || record.time != number)
         return NoRowText(number);
+    return GoToRow(file, row);
+}
+
+std::string DeskFrame::GoToNumberOf(int file, std::uint32_t number)
+{
+    const char* const log = CQmLogTextCtrl::GetFilePath(file);
+    CQmLogReader& reader = QmLogReaderDefine(log);
+    unsigned long found = 0;
+    unsigned long row = 0;
+    CQmLogRow record = {};
+    if (reader.GetRowCount() == 0 || !reader.Find(number, true, found, row) ||
+        !reader.ReadStyle(row, record) || record.time != number)
+        return std::string("No row of ") + log + " has the number " + std::to_string(number);
     return GoToRow(file, row);
 }
 

@@ -58,6 +58,12 @@ std::string Digits(std::string_view text)
     return group == std::string::npos || group == 3 ? digits : "";
 }
 
+// What comes before two blanks or a tab: behind it a line of an excerpt has its text.
+std::string BeforeGap(const std::string& text)
+{
+    return text.substr(0, std::min(text.find("  "), text.find('\t')));
+}
+
 std::optional<std::uint32_t> Value(const std::string& digits)
 {
     std::uint64_t value = 0;
@@ -83,7 +89,9 @@ std::string Names(const std::vector<std::string>& logs)
 GoToAnswer ParseGoTo(const std::string& text, const std::vector<std::string>& logs)
 {
     const auto fails = [](const std::string& error) { return GoToAnswer{{}, error}; };
-    const std::string typed = Trimmed(text);
+    std::string typed = Trimmed(text);
+    if (typed.starts_with("* ")) // as an excerpt marks its rows
+        typed = Trimmed(typed.substr(1));
     if (typed.empty())
         return fails("Type a number, a log and its row, or a row: 18342, SQL 120, row 500");
 
@@ -92,14 +100,15 @@ GoToAnswer ParseGoTo(const std::string& text, const std::vector<std::string>& lo
     const std::size_t end = isWord ? std::min(typed.find_first_of("0123456789#:"), typed.size()) : 0;
     const std::string word = Trimmed(typed.substr(0, end));
     const std::size_t begin = std::min(typed.find_first_not_of("#: \t", end), typed.size());
-    const std::string count = typed.substr(begin);
+    const bool isNumber = typed.find('#') < begin;
+    const std::string count = isNumber ? BeforeGap(typed.substr(begin)) : typed.substr(begin);
 
     GoToTarget target;
     if (IsSameLog(word, "row"))
         target.kind = GoToTarget::Kind::ShownRow;
     else if (!word.empty())
     {
-        target.kind = GoToTarget::Kind::LogRow;
+        target.kind = isNumber ? GoToTarget::Kind::Number : GoToTarget::Kind::LogRow;
         const auto log = std::find_if(logs.begin(), logs.end(),
                                       [&](const std::string& name) { return IsSameLog(name, word); });
         if (log == logs.end())

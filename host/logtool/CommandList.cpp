@@ -13,6 +13,7 @@ namespace logtool
     COMMAND(MakeErrors)                                                                                      \
     COMMAND(MakeDuring)                                                                                      \
     COMMAND(MakeMessages)                                                                                    \
+    COMMAND(MakeShip)                                                                                        \
     COMMAND(MakeVerify)                                                                                      \
     COMMAND(MakeHelp)
 

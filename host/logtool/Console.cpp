@@ -6,6 +6,7 @@
 #include "msgservice/text/UserFormats.h"
 
 #include "wintypes.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -244,6 +245,22 @@ std::unique_ptr<Input> Console::OpenInput(const std::string& path)
 std::string Console::UserFormats()
 {
     return msgservice::ReadUserFormats();
+}
+
+std::string Console::MachineName()
+{
+    wchar_t name[256] = {};
+    DWORD size = static_cast<DWORD>(std::size(name));
+    if (!::GetComputerNameExW(ComputerNameDnsHostname, name, &size))
+        return {};
+    std::string text;
+    ZEMA::FromWide(name, size, text);
+    return text;
+}
+
+std::unique_ptr<engine::HttpClient> Console::Connect(const engine::EngineUrl& url)
+{
+    return engine::MakeHttpClient(url, [this] { return IsEndWanted(); });
 }
 
 bool Console::IsEndWanted()

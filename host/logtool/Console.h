@@ -52,6 +52,8 @@ public:
     std::vector<std::string> ListLogs() override;
     std::unique_ptr<Input> OpenInput(const std::string& path) override;
     std::string UserFormats() override;
+    std::string MachineName() override;
+    std::unique_ptr<engine::HttpClient> Connect(const engine::EngineUrl& url) override;
     bool IsEndWanted() override;
     bool Wait() override;
 

@@ -69,7 +69,7 @@ bool ParseCursor(std::string_view text, Cursor& cursor)
 
 } // namespace
 
-bool LoadCursor(const std::string& path, Cursor& cursor)
+bool ReadCursor(const std::string& path, Cursor& cursor)
 {
     std::error_code error;
     if (!std::filesystem::exists(SystemPath(path), error) && !error)
@@ -83,7 +83,7 @@ bool LoadCursor(const std::string& path, Cursor& cursor)
     return true;
 }
 
-void SaveCursor(const std::string& path, const Cursor& cursor)
+void WriteCursor(const std::string& path, const Cursor& cursor)
 {
     const std::string temporary = path + ".new";
     {

@@ -16,9 +16,9 @@ using msgservice::Follower;
 // row's number, the bytes shown of it, and the log's name.
 
 // False when the file does not exist. Throws UsageError when it cannot be read or is no such file.
-bool LoadCursor(const std::string& path, Cursor& cursor);
+bool ReadCursor(const std::string& path, Cursor& cursor);
 
 // Replaces the file in one step: whoever reads it finds the old cursor or the new one. Throws UsageError.
-void SaveCursor(const std::string& path, const Cursor& cursor);
+void WriteCursor(const std::string& path, const Cursor& cursor);
 
 } // namespace logtool

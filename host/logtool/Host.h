@@ -1,6 +1,8 @@
 // What the commands need from the system around them: streams, the folder, input files, time.
 #pragma once
 
+#include "engine/HttpClient.h"
+
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
@@ -59,6 +61,11 @@ public:
     // The formats of text logs that the user has added, as the file in the profile folder has them; empty if
     // there is none.
     virtual std::string UserFormats() { return {}; }
+
+    virtual std::string MachineName() { return {}; }
+
+    // To an engine; a request ends when the user wants to.
+    virtual std::unique_ptr<engine::HttpClient> Connect(const engine::EngineUrl&) { return nullptr; }
 
     // Whether the user has pressed Ctrl+C. From the first call on that no longer ends the program at once.
     virtual bool IsEndWanted() = 0;

@@ -84,7 +84,7 @@ int Tail::Run(Host& host)
 void Tail::Start(Follower& follower) const
 {
     Cursor cursor;
-    if (m_cursorFile && LoadCursor(*m_cursorFile, cursor))
+    if (m_cursorFile && ReadCursor(*m_cursorFile, cursor))
         follower.StartAtCursor(cursor);
     else if (m_after)
         follower.StartAfter(*m_after);
@@ -99,7 +99,7 @@ void Tail::ShowNews(Follower& follower, std::ostream& output) const
         return;
     output.flush();
     if (m_cursorFile)
-        SaveCursor(*m_cursorFile, follower.Position());
+        WriteCursor(*m_cursorFile, follower.Position());
 }
 
 } // namespace

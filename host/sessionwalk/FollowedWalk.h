@@ -14,7 +14,8 @@ class WalkedRows
 public:
     virtual ~WalkedRows() = default;
     virtual void Row(const WalkedRow& row) = 0;
-    virtual void SessionBegun() = 0; // all that follows is of a new session
+    virtual void SessionBegun() = 0;        // all that follows is of a new session
+    virtual bool IsFull() { return false; } // leaves all further rows to the next Poll
 };
 
 // Rows of one log come in order. Those of several come by number, except that a line whose text came late
@@ -34,7 +35,7 @@ public:
 
     // As Follower has them.
     void AddLogs(const std::vector<std::string>& logs);
-    bool Poll(std::size_t most) { return m_follower.Poll(most); }
+    bool Poll(std::size_t most = std::numeric_limits<std::size_t>::max()) { return m_follower.Poll(most); }
     bool HasMore() const { return m_follower.HasMore(); }
     bool HoldsLine() const { return m_follower.HoldsLine(); }
     msgservice::Cursor Position() const { return m_follower.Position(); }
@@ -47,6 +48,7 @@ private:
     void Waits(const msgservice::LogEntry& entry) override { Track(entry); }
     void RowsCut() override;
     void SessionBegun() override;
+    bool IsFull() override { return m_rows.IsFull(); }
 
     bool Track(const msgservice::LogEntry& entry);
     OpenBlocks::Block BlockOf(const msgservice::LogEntry& entry);

@@ -87,7 +87,7 @@ public:
     std::function<bool()> wait = [] { return false; };
 };
 
-class LogtoolTest : public testing::Test
+template <typename TestHost> class LogtoolTestOn : public testing::Test
 {
 protected:
     // Runs a command and answers what a user sees: output, messages, and "exit 1" unless the code is 0.
@@ -140,7 +140,7 @@ protected:
     }
 
     MemorySession session;
-    MemoryHost host;
+    TestHost host;
 
 private:
     // Words with blanks in them, and empty ones, stand in single quotes.
@@ -155,3 +155,5 @@ private:
 
     std::map<std::string, CQmLogWriter> m_logs;
 };
+
+using LogtoolTest = LogtoolTestOn<MemoryHost>;

@@ -224,9 +224,10 @@ bool Follower::Show(std::size_t most)
         stream.StartAt(log, m_places[log].index);
     std::size_t shown = 0;
     m_waiting = false;
-    for (const LogEntry* entry = stream.Next(); entry && shown < most; entry = stream.Next())
+    const auto isFull = [&] { return shown >= most || m_rows.IsFull(); };
+    for (const LogEntry* entry = stream.Next(); entry && !isFull(); entry = stream.Next())
         shown += ShowEntry(m_places[entry->log], *entry) ? 1 : 0;
-    m_more = shown >= most;
+    m_more = isFull();
     m_rows.Flush();
     return shown > 0;
 }

@@ -41,8 +41,9 @@ public:
     // A row without new text. It was told before, or its text is yet to come: `entry` has what there is of
     // it, though an unfinished line may still grow before it is told.
     virtual void Waits(const LogEntry& entry) { static_cast<void>(entry); }
-    virtual void RowsCut() {} // rows at the end of a log have gone
-    virtual void Flush() {}   // no more for the moment
+    virtual void RowsCut() {}               // rows at the end of a log have gone
+    virtual void Flush() {}                 // no more for the moment
+    virtual bool IsFull() { return false; } // leaves all further rows to the next Poll
 };
 
 // Holds no file open between two calls, so that a new session can delete the files.

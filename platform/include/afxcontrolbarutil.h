@@ -5,6 +5,8 @@
 
 #include <memory>
 
+class PaintPicture;
+
 // A device context in memory whose picture goes to another one, in one copy, when this object ends. It covers
 // a rectangle of the other and uses the same coordinates, font and colours of that one's default. Where there
 // is no memory for the picture, GetDC is the other device context itself. A thread keeps one picture for its
@@ -19,8 +21,8 @@ public:
     CMemDC(const CMemDC&) = delete;
     CMemDC& operator=(const CMemDC&) = delete;
 
-    CDC& GetDC() { return IsMemDC() ? m_memory : m_dc; }
-    BOOL IsMemDC() const { return m_oldBitmap != nullptr; }
+    CDC& GetDC();
+    BOOL IsMemDC() const { return m_isMemDC; }
 
     // Copies the picture, and covers another rectangle. What is selected and set stays. Nothing happens where
     // GetDC is the other device context itself.
@@ -30,11 +32,9 @@ private:
     void Begin();
     void Cover();
     void Copy();
-    void Deselect();
 
     CDC& m_dc;
     CRect m_rect;
-    CDC m_memory;
-    std::unique_ptr<CBitmap> m_bitmap;
-    HGDIOBJ m_oldBitmap = nullptr;
+    std::unique_ptr<PaintPicture> m_picture; // null if there was no memory for it
+    bool m_isMemDC = false;
 };

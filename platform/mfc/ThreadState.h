@@ -3,6 +3,7 @@
 
 #include "afxcmn.h"
 #include "mfc/HandleMap.h"
+#include "mfc/PaintPicture.h"
 
 #include <memory>
 
@@ -16,9 +17,9 @@ struct ThreadState
     HandleMap<CImageList> imageLists;
     HandleMap<CMenu> menus;
 
-    MSG message = {};                     // the one that a window is dealing with
-    CreationHook* creation = nullptr;     // waits for the next window that the thread creates
-    std::unique_ptr<CBitmap> paintBitmap; // of the last paint, for the next one; null while in use
+    MSG message = {};                           // the one that a window is dealing with
+    CreationHook* creation = nullptr;           // waits for the next window that the thread creates
+    std::unique_ptr<PaintPicture> paintPicture; // of the last paint, for the next one; null while in use
 };
 
 // The calling thread's. It lives as long as the process: objects that are global variables outlive what ends

@@ -16,7 +16,7 @@ LRESULT CALLBACK CWndCall::WindowProc(HWND hwnd, UINT message, WPARAM wParam, LP
 
     ThreadState& state = GetThreadState();
     if (message == WM_DISPLAYCHANGE)
-        state.paintBitmap.reset(); // it has the colours of the display as it was
+        state.paintPicture.reset(); // it has the colours of the display as it was
     const MSG outer = std::exchange(state.message, MSG{hwnd, message, wParam, lParam, 0, {}});
     const LRESULT result = Call(*wnd, state.message);
     state.message = outer;

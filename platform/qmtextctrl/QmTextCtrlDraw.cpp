@@ -43,9 +43,8 @@ void CQmTextCtrl::OnPaint()
         return;
 
     // Asked for here, for no message tells whether the focus goes from the find bar to a window outside.
-    const HWND focus = ::GetFocus();
-    const bool isActive = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
-    LoadSelectionColors(isActive);
+    const HWND focus = m_focused ? m_hWnd : ::GetFocus();
+    LoadSelectionColors(focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus)));
     m_coveredRows = m_view.CoveredRows();
     if (const textview::Range rows = RowsToDraw(area); rows.begin < rows.end)
         PrepareRows(rows.begin, rows.end - rows.begin);
@@ -113,6 +112,8 @@ void CQmTextCtrl::DrawMargins(CDC& dc, const CRect& area, textview::Range rows)
     for (int row = rows.begin; row < rows.end; ++row)
     {
         const int y = m_view.YOf(row);
+        if (y + m_view.CurrentMetrics().rowHeight <= area.top)
+            continue; // the row above, whose marks in the text reach further down
         DrawMargin(dc, CRect(0, y, margin, y + m_view.CurrentMetrics().rowHeight), row);
         dc.SetBkMode(TRANSPARENT);
     }

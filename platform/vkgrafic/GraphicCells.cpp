@@ -92,10 +92,13 @@ void GraphicText::DrawCells(const char* text, int length, int x, int y, int cell
         return;
     static thread_local VkGrafic::TextCells cells; // its memory is used again
     cells.Take(text, static_cast<std::size_t>(length));
+    const bool isAscii = cells.Characters().empty();
+    if (isAscii && m_font && (y >= clip.bottom || y + m_font->height <= clip.top))
+        return; // of which linked fonts might reach out
     const int cellCount = cells.CellOf(length);
     const vkgrafic::Part part = vkgrafic::VisibleCells(x, cellCount, cellWidth, {clip.left, clip.right});
     CellRun run(m_dc, m_font, x, y, cellWidth);
-    if (cells.Characters().empty())
+    if (isAscii)
     {
         for (int cell = part.first; cell < part.first + part.count; ++cell)
             run.Add(vkgrafic::VisibleUnit(static_cast<unsigned char>(text[cell])), cell, 1, false);

@@ -241,4 +241,27 @@ TEST(MfcDrawing, MemoryPictureMovesOnInBands)
             ASSERT_EQ(expected, ::GetPixel(canvas.dc, x, y)) << x << " " << y;
         }
 }
+
+// A thread's picture is used again, but nothing that was selected or set. One within another is its own.
+TEST(MfcDrawing, MemoryPictureBeginsAfreshEachTime)
+{
+    Canvas canvas;
+    for (const CRect& band : {CRect(0, 0, 4, 4), CRect(0, 0, 18, 9), CRect(1, 2, 3, 4), CRect(0, 0, 20, 10)})
+    {
+        CMemDC memory(canvas.dc, CRect(0, 0, 2, 2));
+        CMemDC inner(canvas.dc, CRect(5, 5, 6, 6));
+        memory.MoveTo(band);
+        CDC& dc = memory.GetDC();
+        EXPECT_NE(static_cast<HDC>(dc), static_cast<HDC>(inner.GetDC()));
+        EXPECT_EQ(::GetStockObject(BLACK_PEN), ::GetCurrentObject(dc, OBJ_PEN));
+        EXPECT_EQ(COLORREF{0}, dc.GetTextColor());
+        CRect clip;
+        dc.GetClipBox(&clip);
+        EXPECT_EQ(band, clip);
+        ::SelectObject(dc, ::GetStockObject(WHITE_PEN));
+        dc.SetTextColor(RGB(1, 2, 3));
+        dc.IntersectClipRect(CRect(1, 1, 2, 2));
+        dc.SetViewportOrg(7, 7);
+    }
+}
 } // namespace

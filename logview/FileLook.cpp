@@ -6,6 +6,11 @@
 namespace logview
 {
 
+bool IsMissing(DWORD error)
+{
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
 bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
 {
     const HANDLE file =
@@ -19,13 +24,10 @@ bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition)
 std::optional<int> AskTime(const std::string& path)
 {
     ZEMA::IFileCalls& files = ZEMA::FileCalls();
-    std::uint64_t size = 0;
-    if (!files.GetSize(path.c_str(), size))
-        return 0;
     const HANDLE file = ZEMA_CreateFile(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (!file || file == INVALID_HANDLE_VALUE)
-        return std::nullopt;
+        return IsMissing(files.LastError()) ? std::optional<int>(0) : std::nullopt;
     std::int32_t time = 0; // a file that is shorter reads as zeros
     DWORD bytes = 0;
     const bool isRead = files.Read(file, &time, sizeof(time), bytes);

@@ -12,6 +12,9 @@ namespace logview
 
 constexpr char kCountersFile[] = "Log.DAT";
 
+// Whether the error of a call says that there is no such file.
+bool IsMissing(DWORD error);
+
 // Whether a file of the log folder can be opened with this access while others have the rights of `share`.
 // With OPEN_EXISTING the folder stays as it is.
 bool CanOpen(const char* path, DWORD access, DWORD share, DWORD disposition);

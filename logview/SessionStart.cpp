@@ -25,8 +25,7 @@ bool IsFree(const char* file)
         return false;
     if (CanOpen(path, GENERIC_READ | GENERIC_WRITE, 0, OPEN_EXISTING))
         return true;
-    const DWORD error = ZEMA::FileCalls().LastError();
-    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    return logview::IsMissing(ZEMA::FileCalls().LastError());
 }
 
 bool AreLogsFree()

@@ -93,6 +93,23 @@ TEST_F(GraphicTextTest, DrawsTheEndOfALongText)
     EXPECT_EQ(5001 * m_charWidth, GraphicText(m_dc).GetWidth(text.data(), 5001));
 }
 
+// What a font that it knows lets it leave out would not have been seen.
+TEST_F(GraphicTextTest, DrawsWhatLiesInTheClipBox)
+{
+    const GraphicFont font(m_dc);
+    ::IntersectClipRect(m_dc, 0, 15, 120, 25);
+    for (int y = -5; y < 45; ++y)
+    {
+        RECT ink[2];
+        for (const GraphicFont* known : {static_cast<const GraphicFont*>(nullptr), &font})
+        {
+            GraphicText(m_dc, known).DrawCells("|j_", 3, 5, y, m_charWidth);
+            ink[known ? 1 : 0] = TakeInk();
+        }
+        EXPECT_TRUE(::EqualRect(&ink[0], &ink[1])) << y;
+    }
+}
+
 // Each alone and all together: none moves another, and none leaves its cells by more than a glyph may.
 TEST_F(GraphicTextTest, DrawsCharactersInTheirCells)
 {

@@ -18,8 +18,8 @@ install() {
     local root=()
     [[ $EUID -eq 0 ]] || root=(sudo -n)
     # In that run level the packages start no service of their own.
-    if ! output=$("${root[@]}" env DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 \
-        apt-get -qq -o Dpkg::Use-Pty=0 install -y --no-install-recommends "${packages[@]}" 2>&1 </dev/null); then
+    local get=("${root[@]}" env DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 apt-get -qq -o Dpkg::Use-Pty=0)
+    if ! output=$({ "${get[@]}" update && "${get[@]}" install -y --no-install-recommends "${packages[@]}"; } 2>&1 </dev/null); then
         echo "skipped: the packages ${packages[*]} cannot be installed: $(tail -1 <<<"$output")" >&2
         exit 77
     fi
@@ -106,7 +106,7 @@ wait_for() {
 }
 
 with() {
-    local folder server
+    local folder
     folder=$(mktemp -d "${TMPDIR:-/tmp}/qmengine.XXXXXX")
     # shellcheck disable=SC2064 # the folder is known now
     trap "kill -9 \$! 2>/dev/null; rm -rf '$folder'" EXIT

@@ -21,6 +21,8 @@ constexpr unsigned kLooksPerSecond = 5;
 constexpr unsigned kMostDoublings = 6;
 constexpr unsigned kMostSeconds = 60;
 
+constexpr std::int64_t kStartOf1970 = 116'444'736'000'000'000; // in 100 ns since 1601
+
 } // namespace
 
 Shipper::Shipper(engine::Engine& engine, const ShipTarget& target, Host& host)
@@ -63,6 +65,7 @@ void Shipper::Row(const sessionwalk::WalkedRow& walked)
     engine::TableRow row;
     row.number = walked.number;
     row.log = *walked.name;
+    row.time = walked.time ? *walked.time - kStartOf1970 : 0;
     row.depth = walked.depth;
     row.kind = walked.kind;
     row.header = walked.isHeader;

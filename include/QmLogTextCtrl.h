@@ -23,6 +23,7 @@ struct CQmLogRow;
 namespace logview
 {
 class MarginLayout;
+enum class MarginZone;
 struct RowChange;
 struct RowId;
 struct Selection;
@@ -232,6 +233,10 @@ public:
     void SetBookmarks(std::function<const std::vector<std::uint32_t>&()> bookmarks);
     virtual bool IsBookmarked(std::uint32_t number);
 
+    // Told of a click where the wide margin has bookmarks, with the row's number. Null for none, as by
+    // default: then the click sets the caret, as elsewhere in the margin.
+    void SetBookmarkClick(std::function<void(std::uint32_t number)> click);
+
     // A strip beside the scroll bar, by number from top to bottom: a lane for each log with its errors,
     // between one for bookmarks and one for what is found in all logs; a click goes there. Off by default,
     // and for a window that exists.
@@ -327,6 +332,8 @@ private:
     const QmLogColors& GetMarginColors() const;
     COLORREF GetKindColor(std::uint32_t kind) const;
     int GetSwitchedRow(CPoint point);
+    int GetBookmarkRow(CPoint point);
+    bool IsInZone(CPoint point, logview::MarginZone zone, int& row);
 
     QmLogLook m_look;
     QmLogColors m_colors = {}; // of its own, if the look has some
@@ -338,6 +345,7 @@ private:
     std::shared_ptr<logview::ShownRows> m_rows;
     CQmLogBrowser* m_browser = nullptr;
     std::function<const std::vector<std::uint32_t>&()> m_bookmarks;
+    std::function<void(std::uint32_t)> m_bookmarkClick;
     IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
     bool m_copiesInSteps = false;

@@ -73,6 +73,9 @@ public:
     // everything folded, where nothing leads to it.
     int Reveal(RowId place);
 
+    // The same beside what is unfolded.
+    int UnfoldTo(RowId place);
+
     HiddenRows CountHidden(std::uint32_t file) const;
 
     // The row of any log for number `time`: of the first log that has it, else the smallest number that

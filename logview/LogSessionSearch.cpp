@@ -1,6 +1,7 @@
 #include "logview/LogSession.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace logview
@@ -101,32 +102,52 @@ int LogSession::Reveal(RowId place)
     CQmLogBranch folded;
     folded.SetCount(m_root.GetCount());
     m_root = std::move(folded);
+    return UnfoldTo(place);
+}
 
+int LogSession::UnfoldTo(RowId place)
+{
     RecordPages pages(m_source, kWalkRows);
     CQmLogRow record;
-    std::uint32_t end = 0; // of the rows of the stretch that come before `place`, or are it
-    std::uint32_t next = 0;
     if (!pages.Read(place, record) || record.time == kMaxNumber)
         return kNoRow;
-    const std::uint32_t after = record.time + 1;
-    pages.FindFirst(0, after, end, next);
-    end = std::min(end, m_root.GetCount());
-    std::int64_t row = std::int64_t{end} - 1;
-    while (row >= 0 && Translate(row) != place)
+    const CQmLogBranch* stretch = &m_root;
+    std::int64_t first = 0; // where its first row is displayed
+    for (;;)
     {
-        const std::uint32_t added =
-            Unfold(pages, row, static_cast<std::uint64_t>(kMaxRows - RowCount())).added;
-        if (added == 0)
+        const RowId begin = stretch->GetFirst();
+        std::uint32_t end = 0; // of its rows that come before `place`, or are it
+        std::uint32_t next = 0;
+        pages.FindFirst(begin.file, record.time + 1, end, next);
+        end = std::min(end, begin.row + stretch->GetCount());
+        if (end <= begin.row)
             return kNoRow;
-        const RowId first = Translate(row + 1);
-        pages.FindFirst(first.file, after, end, next);
-        end = std::min(end, first.row + added);
-        if (end <= first.row)
+        const std::uint32_t last = end - 1;
+        const auto child = [&] {
+            return std::lower_bound(
+                stretch->GetChildren().begin(), stretch->GetChildren().end(), last,
+                [](const CQmLogBranch& each, std::uint32_t row) { return each.GetHeaderRow() < row; });
+        };
+        const std::int64_t row =
+            std::accumulate(stretch->GetChildren().begin(), child(), first + (last - begin.row),
+                            [](std::int64_t rows, const CQmLogBranch& elder) {
+                                return rows + static_cast<std::int64_t>(elder.GetSize());
+                            });
+        if (RowId{begin.file, last} == place)
+        {
+            RememberEnds();
+            return static_cast<int>(row);
+        }
+        const auto isUnfolded = [&] {
+            return child() != stretch->GetChildren().end() && child()->GetHeaderRow() == last;
+        };
+        if (!isUnfolded())
+            Unfold(pages, row, static_cast<std::uint64_t>(kMaxRows - RowCount()));
+        if (!isUnfolded())
             return kNoRow;
-        row += std::int64_t{end} - first.row;
+        stretch = &*child();
+        first = row + 1;
     }
-    RememberEnds();
-    return row >= 0 ? static_cast<int>(row) : kNoRow;
 }
 
 HiddenRows LogSession::CountHidden(std::uint32_t file) const

@@ -254,8 +254,8 @@ void CQmLogFinder::Show(std::size_t index)
     const std::vector<FoundStretch>& found = MatchesOf(line);
     const FoundStretch place =
         m_ordinal < found.size() ? found[m_ordinal] : FoundStretch{line.size(), line.size()};
-    m_text.ShowFound(static_cast<int>(m_match.file), m_match.row, static_cast<int>(place.begin),
-                     static_cast<int>(place.end)); // a row that is gone is passed over
+    m_isShown = m_text.ShowFound(static_cast<int>(m_match.file), m_match.row, static_cast<int>(place.begin),
+                                 static_cast<int>(place.end));
     m_hasMatch = true;
     m_caretRow = m_text.GetCaretRow();
     m_caretColumn = m_text.GetCaretColumn();
@@ -306,6 +306,7 @@ logview::FindState CQmLogFinder::State() const
     const std::size_t first =
         IsAtMatch() ? matches.IndexOf(m_match.number, m_match.file, m_match.row) : matches.Count();
     state.place = first < matches.Count() ? first + m_ordinal + 1 : 0;
+    state.isHidden = !m_isShown;
     state.rowsGivenUp = m_search.RowsGivenUp();
     return state;
 }

@@ -94,6 +94,7 @@ private:
 
     // The match that was gone to last, which of its row's it is, and the caret there.
     bool m_hasMatch = false;
+    bool m_isShown = false; // else the caret stayed
     logview::FoundMatch m_match;
     std::size_t m_ordinal = 0;
     int m_caretRow = 0;

@@ -346,6 +346,11 @@ void CQmLogTextCtrl::SetBookmarks(std::function<const std::vector<std::uint32_t>
         Invalidate();
 }
 
+void CQmLogTextCtrl::SetBookmarkClick(std::function<void(std::uint32_t number)> click)
+{
+    m_bookmarkClick = std::move(click);
+}
+
 bool CQmLogTextCtrl::IsBookmarked(std::uint32_t number)
 {
     const std::vector<std::uint32_t>& bookmarks = GetBookmarks();

@@ -105,7 +105,11 @@ bool CQmLogTextCtrl::ShowFound(int file, unsigned long fileRow, int begin, int e
     if (row < 0)
     {
         if (!GoTo(file, fileRow))
-            return false;
+        {
+            RefreshRows(); // the search may have come to rows that are newer
+            if (!GoTo(file, fileRow))
+                return false;
+        }
         row = GetCaretRow();
     }
     FocusInContext(row, begin, end - begin);

@@ -33,13 +33,35 @@ void CQmLogTextCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags)
 void CQmLogTextCtrl::OnLButtonDown(UINT flags, CPoint point)
 {
     const int switched = GetSwitchedRow(point);
-    if (switched == logview::kNoSwitch)
+    const int bookmark = GetBookmarkRow(point);
+    CQmLogRow record;
+    if (switched != logview::kNoSwitch)
     {
-        CQmTextCtrl::OnLButtonDown(flags, point);
-        return;
+        SetFocus();
+        Switch(switched);
     }
-    SetFocus();
-    Switch(switched);
+    else if (bookmark >= 0 && ReadStyle(bookmark, record))
+    {
+        SetFocus();
+        m_bookmarkClick(record.time);
+    }
+    else
+        CQmTextCtrl::OnLButtonDown(flags, point);
+}
+
+// Whether a client point is in a zone of the wide margin, and beside which row.
+bool CQmLogTextCtrl::IsInZone(CPoint point, logview::MarginZone zone, int& row)
+{
+    int column = 0;
+    return m_look.wideMargin && HitTest(point, row, column) && IsInMargin(point) &&
+           GetCoveredLine(point) < 0 && GetMarginLayout().ZoneAt(point.x) == zone;
+}
+
+// The row whose bookmark a click at a client point sets or removes; below 0 for none.
+int CQmLogTextCtrl::GetBookmarkRow(CPoint point)
+{
+    int row = 0;
+    return m_bookmarkClick && IsInZone(point, logview::MarginZone::Bookmark, row) ? row : -1;
 }
 
 // The row whose fold mark is under a client point; kNoSwitch for none.
@@ -47,22 +69,22 @@ int CQmLogTextCtrl::GetSwitchedRow(CPoint point)
 {
     int row = 0;
     int column = 0;
-    const bool isRow = HitTest(point, row, column);
     if (!m_look.wideMargin)
     {
+        HitTest(point, row, column);
         const int dy = point.y - (row - GetTopRow()) * GetRowHeight();
         return logview::SwitchedRow(row, column, point.x + GetScrollPos(SB_HORZ), dy, GetRowHeight(),
                                     GetColumnWidth());
     }
-    const bool isFoldZone = isRow && IsInMargin(point) && GetCoveredLine(point) < 0 &&
-                            GetMarginLayout().ZoneAt(point.x) == logview::MarginZone::Fold;
     bool expanded = false;
-    return isFoldZone && GetExpanded(row, expanded) ? row : logview::kNoSwitch;
+    return IsInZone(point, logview::MarginZone::Fold, row) && GetExpanded(row, expanded) ? row
+                                                                                         : logview::kNoSwitch;
 }
 
 void CQmLogTextCtrl::OnLButtonDblClk(UINT flags, CPoint point)
 {
-    const bool isMark = m_look.wideMargin && GetSwitchedRow(point) != logview::kNoSwitch;
+    const bool isMark =
+        m_look.wideMargin && (GetSwitchedRow(point) != logview::kNoSwitch || GetBookmarkRow(point) >= 0);
     if (isMark || GetCoveredLine(point) >= 0) // the second of two quick clicks is one, too
         return OnLButtonDown(flags, point);
     const CQmWndUpdaterUse updater(this);

@@ -163,7 +163,7 @@ void CQmLogTextCtrl::ShowMerged(unsigned logs)
     });
 }
 
-// What was unfolded stays so while the caret's row is the same.
+// What was unfolded stays so.
 void CQmLogTextCtrl::ShowMain()
 {
     if (!m_rows->showsMerged)
@@ -181,7 +181,7 @@ void CQmLogTextCtrl::ShowMain()
         ShowRows(false, row, GetCaretColumn(), offset);
         return;
     }
-    int row = session.Reveal(caret);
+    int row = session.UnfoldTo(caret);
     if (row == logview::LogSession::kNoRow) // before "Main" begins, or after its end
     {
         unsigned long before = 0;

@@ -81,6 +81,7 @@ DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     GetTextCtrl().SetCommands(&m_logTextCommands);
     GetTextCtrl().SetBookmarks(
         [this]() -> const std::vector<std::uint32_t>& { return m_bookmarks.Get().Numbers(); });
+    GetTextCtrl().SetBookmarkClick([this](std::uint32_t number) { ToggleBookmark(number); });
 }
 
 BOOL DeskFrame::CreateFrame(const std::optional<Place>& place, const MessageOptions& messages)

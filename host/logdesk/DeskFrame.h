@@ -75,7 +75,7 @@ public:
     std::string GoToNumberOf(int file, std::uint32_t number); // in one log
     std::string GoToRow(int file, unsigned long row);
 
-    void ToggleBookmark(); // of the caret's row
+    void ToggleBookmark(std::uint32_t number);
     void GoToBookmark(msgservice::MsgService::Direction direction);
 
     // What the frame's keys do, whatever has the focus.

@@ -70,8 +70,9 @@ void DeskFrame::ScanPlaces(IQmCommand& collector)
     const std::uint32_t number = CaretNumber();
     const bool isAny = !m_bookmarks.Get().Numbers().empty();
     AddCommand(collector, {"Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});
-    AddCommand(collector, {m_bookmarks.Get().Has(number) ? "Remove &Bookmark" : "Set &Bookmark",
-                           [this] { ToggleBookmark(); }, VK_F2, kQmControl, false, number != 0});
+    AddCommand(collector,
+               {m_bookmarks.Get().Has(number) ? "Remove &Bookmark" : "Set &Bookmark",
+                [this, number] { ToggleBookmark(number); }, VK_F2, kQmControl, false, number != 0});
     AddCommand(collector,
                {"Next Bookmark", [this] { GoToBookmark(Direction::Forward); }, VK_F2, 0, false, isAny});
     AddCommand(collector, {"Previous Bookmark", [this] { GoToBookmark(Direction::Backward); }, VK_F2,
@@ -159,9 +160,8 @@ std::uint32_t DeskFrame::CaretNumber()
     return row < text.GetRowCount() && text.ReadStyle(row, record) ? record.time : 0;
 }
 
-void DeskFrame::ToggleBookmark()
+void DeskFrame::ToggleBookmark(std::uint32_t number)
 {
-    const std::uint32_t number = CaretNumber();
     if (number != 0 && !m_bookmarks.Toggle(number))
         Tell("There is no room for more than " + CountText(Bookmarks::kMost, "bookmark"));
     GetTextCtrl().Invalidate();

@@ -13,7 +13,8 @@ std::string FindStateText(const FindState& state)
     const std::string found = std::to_string(state.count) + (state.progress == FindProgress::Full ? "+" : "");
     std::string matches;
     if (state.place > 0)
-        matches = std::to_string(state.place) + " of " + found;
+        matches = std::to_string(state.place) + " of " + found +
+                  (state.isHidden ? ", whose row cannot be shown" : "");
     else if (state.count > 0)
         matches = found + " found";
     else if (state.progress == FindProgress::Done)

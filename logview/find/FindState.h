@@ -25,6 +25,7 @@ struct FindState
     std::size_t place = 0; // of the match that the caret is at, counted from 1; 0 for none
     std::uint64_t rowsGivenUp = 0;
     std::string error = {}; // in the expression
+    bool isHidden = false;  // nothing shows the row of the match at `place`
 };
 
 // As "3 of 17", "searching 40 %, 17 found" or "nothing found"; an error alone.

@@ -521,6 +521,8 @@ TEST(FindState, TellsHowFarItIsAndWhatWasFound)
         {{Done, 100, 0, 0, 1}, "nothing found, 1 row is too costly"},
         {{Done, 100, 4, 0, 2}, "4 found, 2 rows are too costly"},
         {{None, 0, 0, 0, 0, "missing )"}, "missing )"},
+        {{Done, 100, 17, 3, 0, "", true}, "3 of 17, whose row cannot be shown"},
+        {{Done, 100, 17, 0, 0, "", true}, "17 found"},
     };
     for (const auto& [state, text] : cases)
         EXPECT_EQ(text, FindStateText(state));

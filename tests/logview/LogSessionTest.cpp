@@ -509,6 +509,14 @@ TEST(LogSession, UnfoldsNothingAgainAtAnotherRow)
     EXPECT_EQ("M1 R2 M3 M9 ", Shown(session));
 }
 
+std::vector<RowId> AllShown(const LogSession& session)
+{
+    std::vector<RowId> rows;
+    for (int row = 0; row < session.RowCount(); ++row)
+        rows.push_back(session.Translate(row));
+    return rows;
+}
+
 TEST(LogSession, RevealsAnyRowBetweenTheFirstAndTheLastOfMain)
 {
     for (unsigned seed = 0; seed < 40; ++seed)
@@ -533,6 +541,22 @@ TEST(LogSession, RevealsAnyRowBetweenTheFirstAndTheLastOfMain)
                 const int shown = session.Reveal({file, row});
                 ASSERT_EQ(isBefore || isAfter, shown == LogSession::kNoRow) << file << ' ' << row;
                 ASSERT_TRUE(shown == LogSession::kNoRow || session.Translate(shown) == (RowId{file, row}));
+
+                // Beside what is unfolded, each row that was displayed still is.
+                RowChange change;
+                for (int i = 0; i < 6; ++i)
+                    session.Expand(
+                        static_cast<int>(Below(random, static_cast<std::size_t>(session.RowCount()))),
+                        change);
+                const std::vector<RowId> before = AllShown(session);
+                const RowId wanted = {file, Below(random, logs.rows[file].size())};
+                const int again = session.UnfoldTo(wanted);
+                std::vector<RowId> after = AllShown(session);
+                ASSERT_TRUE(again == LogSession::kNoRow || session.Translate(again) == wanted);
+                std::size_t found = 0;
+                for (const RowId& each : after)
+                    found += found < before.size() && each == before[found];
+                ASSERT_EQ(before.size(), found);
             }
             EXPECT_EQ(hidden, session.CountHidden(file));
             EXPECT_EQ(LogSession::kNoRow, session.Reveal({file, 1000}));

@@ -159,6 +159,10 @@ TEST_F(LogFindInAllTest, LooksOnWhenLogsGrowUntilItIsClosed)
     text.SendMessage(WM_TIMER, kTimer);
     EXPECT_EQ("1 of 3", Finish());
     EXPECT_EQ((std::vector<std::uint32_t>{1, 2}), text.CountFound(1, 2, 2));
+    Write("SQL", "x");
+    Press(VK_F3, VK_SHIFT); // looks at what the window has not seen yet
+    EXPECT_EQ("SQL 0: x", Selected());
+    EXPECT_EQ("4 of 4", Finish());
     const unsigned changes = text.GetFoundChanges();
     text.CloseFind();
     EXPECT_NE(changes, text.GetFoundChanges());

@@ -263,7 +263,7 @@ private:
         {4, "select all", [this] { text->SelectAll(); }},
         {4, "ensure visible", [this] { text->EnsureVisible(Row(), Number(300), Number(30), Number(30)); }},
         {4, "selected", [this] { text->GetSelectedText(); }},
-        {1, "copy", [this] { text->Copy(); }},
+        {1, "copy", [this] { Flag() ? text->Copy() : text->CopyExcerpt(); }},
         {4, "find text", [this] { text->SetFindText(storm->Of(finds)); }},
         {4, "find", [this] { Flag() ? text->FindNext() : text->FindPrevious(); }},
         {2, "find bar", [this] { text->FindInput(); }},

@@ -630,6 +630,14 @@ TEST_F(LogTextTest, TheWideMarginShowsWhatClicksMeet)
     EXPECT_EQ(unfolded, text.GetRowCount()) << "the second of two quick clicks is one";
     EXPECT_EQ(text.GetSelectionBeginRow(), text.GetSelectionEndRow());
 
+    std::vector<std::uint32_t> clicked;
+    text.SetBookmarkClick([&](std::uint32_t number) { clicked.push_back(number); });
+    for (const UINT click : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK})
+        Click(click, PointIn(row + 1, layout.Bookmark().end - 1, middle));
+    Click(WM_LBUTTONDOWN, PointIn(row + 2, layout.Stripe().begin, middle));
+    EXPECT_EQ(std::vector<std::uint32_t>(2, Style(row + 1).time), clicked);
+    EXPECT_EQ(row + 2, text.GetCaretRow());
+
     text.SetLook({});
     EXPECT_EQ(usualLeft, text.GetRowLeft(0));
     EXPECT_EQ(0, text.GetMarginWidth());
@@ -774,6 +782,7 @@ TEST_F(LogTextTest, ShowsAllRowsByNumberAndKeepsItsPlace)
     OpenSample();
     ASSERT_TRUE(text.GoTo(3, 4)); // a row of "SQL", unfolded
     const std::uint32_t number = Style(text.GetCaretRow()).time;
+    const int unfolded = text.GetRowCount();
     text.ShowMerged();
     int rows = 0;
     for (const char* const log : {"Main", "Source", "SQL"})
@@ -797,6 +806,7 @@ TEST_F(LogTextTest, ShowsAllRowsByNumberAndKeepsItsPlace)
     text.ShowMain();
     EXPECT_EQ(error, Style(text.GetCaretRow()).time);
     EXPECT_EQ(0, text.GetRowFile(text.GetCaretRow()));
+    EXPECT_EQ(unfolded, text.GetRowCount()) << "what was unfolded stays so";
 }
 
 TEST_F(LogTextTest, FoldsBlocksOfAllLogsAndShowsTheTimeOfOne)

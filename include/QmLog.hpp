@@ -59,6 +59,12 @@ inline const char* LastErrorText()
     return QmLogCLastErrorText();
 }
 
+// Turns the clock of this process on or off: see QmLogCSetTimes.
+inline void SetTimes(bool on)
+{
+    QmLogCSetTimes(on ? 1 : 0);
+}
+
 // The writer of a name. All objects of one name are the same writer, and copies cost nothing.
 class Writer
 {

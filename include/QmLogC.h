@@ -74,6 +74,10 @@ typedef struct QmLogCRow
 QMLOG_C_API int QMLOG_C_CALL QmLogCLastError(void);
 QMLOG_C_API const char* QMLOG_C_CALL QmLogCLastErrorText(void);
 
+/* Turns the clock of this process on (1) or off (0); until then QM_LOG_TIMES=1 in the environment turns it
+ * on. While it is on, the times of lines are noted in "Log.TIM" in the log folder. */
+QMLOG_C_API void QMLOG_C_CALL QmLogCSetTimes(int on);
+
 /* The writer of this process for a name, made on first use and kept to the end of the process, which is
  * also what C++ gets for that name. There is room for 10 names. Nothing is opened yet. */
 QMLOG_C_API QmLogCWriter* QMLOG_C_CALL QmLogCWriterDefine(const char* name, size_t length);

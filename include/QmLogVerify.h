@@ -33,11 +33,15 @@ enum class QmLogFindingKind
     KindInvalid,        // a row's kind is the reserved value
     CountersMissing,    // there are rows, but no "Log.DAT"
     CountersSize,       // there are rows, but "Log.DAT" does not have its 8 bytes
+    TimeDamaged,        // a record of "Log.TIM" is not as it was written
+    TimeNotAscending,   // its number is below that of the record before
+    TimeAboveCounter,   // its number was never given out: the file may be that of an earlier session
     MoreDamage,         // further findings in this log, damage among them, or so many that it was given up
     // Not damage.
     RowBeforeText,    // a row at the end whose text has not come yet
     RowWithoutText,   // a row whose text never came
     RecordUnfinished, // the index ends within a record, but no line lacks its row
+    TimeUnfinished,   // "Log.TIM" ends within a record
     NumberWithoutRow, // numbers were given out that no row has
     MoreNotes,        // further findings in this log, no damage among them
 };
@@ -73,11 +77,11 @@ public:
     }
 };
 
-// Checks `count` logs of `folder`, named in `logs` (base names without extension), and "Log.DAT", against
-// each other. Reads only, in constant memory, and the files may grow meanwhile. Findings come log by log, in
-// ascending row order; of more than 1,000 in one log the rest is counted in one more, and a log with more
-// than a hundred thousand is given up. When the listener ends the work, the findings are those up to there.
-// Without files there are no findings. A number without a row can be told only when `logs` names every log of
-// the folder.
+// Checks `count` logs of `folder`, named in `logs` (base names without extension), "Log.DAT" and
+// "Log.TIM", against each other. Reads only, in constant memory, and the files may grow meanwhile. Findings
+// come log by log, in ascending row order; of more than 1,000 in one log the rest is counted in one more, and
+// a log with more than a hundred thousand is given up. When the listener ends the work, the findings are
+// those up to there. Without files there are no findings. A number without a row can be told only when `logs`
+// names every log of the folder.
 QMLOG_API void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,
                            QmLogVerifyListener& listener);

@@ -2,6 +2,7 @@
 
 #include "QmLogFolder.h"
 #include "logfiles/ErrorLog.h"
+#include "logfiles/TimeFile.h"
 #include "zemacore/File.h"
 #include "zemacore/FileCalls.h"
 
@@ -176,7 +177,11 @@ std::uint8_t UpdateIndent(const Messages& messages, int step)
     record.indent = static_cast<std::uint8_t>(record.indent + step);
     if (!SeekToBegin(file, messages.secondSeek))
         return 0;
-    WriteRecord(file, record, messages.write);
+    const bool isWritten = WriteRecord(file, record, messages.write);
+    if (step > 0)
+        NoteBlockBegin();
+    else if (isWritten)
+        NoteBlockEnd(record.time, record.indent);
     Release(file);
     return record.indent;
 }
@@ -216,16 +221,20 @@ std::uint32_t GlobalTimeTake(std::uint32_t count, std::uint32_t& first)
     record.time = before + taken;
     if (!SeekToBegin(file, kTimeIncrement.secondSeek))
         return 1;
-    if (!TryWriteRecord(file, record))
+    bool isWritten = TryWriteRecord(file, record);
+    if (!isWritten)
     {
         // Several numbers that could not be written are given back, and one is tried by itself.
         if (taken > 1 && !SeekToBegin(file, kTimeIncrement.secondSeek))
             return 1;
         record.time = before + 1;
-        if (taken == 1 || !TryWriteRecord(file, record))
+        isWritten = taken > 1 && TryWriteRecord(file, record);
+        if (!isWritten)
             Report(kTimeIncrement.write);
         taken = 1;
     }
+    if (isWritten) // else the next one takes the same number
+        NoteNumber(before + 1, record.indent);
     Release(file);
     first = before + 1;
     return taken;
@@ -252,6 +261,7 @@ bool TryOpenCounters()
 
 void CloseCounters()
 {
+    CloseTimes();
     for (SharedFile* shared : {&queryFile, &updateFile})
     {
         if (const HANDLE file = shared->handle.exchange(nullptr))

@@ -3,6 +3,7 @@
 
 #include "QmLogOutputFile.h"
 #include "QmLogReader.h"
+#include "QmLogTimes.h"
 #include "QmLogWriter.h"
 #include "logfiles/ErrorLog.h"
 #include "logfiles/LineBuffer.h"
@@ -152,6 +153,11 @@ int QmLogCLastError(void)
 const char* QmLogCLastErrorText(void)
 {
     return lastError.text;
+}
+
+void QmLogCSetTimes(int on)
+{
+    QmLogSetTimes(on != 0);
 }
 
 QmLogCWriter* QmLogCWriterDefine(const char* name, size_t length)

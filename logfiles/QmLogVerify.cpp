@@ -2,6 +2,7 @@
 
 #include "logfiles/FileWindow.h"
 #include "logfiles/VerifyLog.h"
+#include "logfiles/VerifyTimes.h"
 
 #include <cstring>
 #include <deque>
@@ -216,8 +217,8 @@ void CheckCounters(const CounterFile& counters, bool anyRows, std::vector<Findin
             "the counters have " + std::to_string(counters.size) + " bytes instead of 8");
 }
 
-std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& counters,
-                            const std::string& counterPath)
+std::vector<Finding> Verify(std::deque<VerifyLog>& logs, logfiles::VerifyTimes& times,
+                            const CounterFile& counters, const std::string& counterPath)
 {
     std::optional<std::uint32_t> counter;
     if (counters.state == FileWindow::State::Open && counters.size >= sizeof(counters.lastNumber))
@@ -239,6 +240,7 @@ std::vector<Finding> Verify(std::deque<VerifyLog>& logs, const CounterFile& coun
         log.GetFindings().AppendTo(findings);
     }
     CheckCounters(counters, anyRows, findings);
+    times.Check(counter, findings);
     if (complete)
         missing.AppendTo(findings);
     return findings;
@@ -263,8 +265,9 @@ void QmLogVerify(const char* folder, const char* const* logs, std::size_t count,
     std::deque<VerifyLog> open;
     for (std::size_t i = 0; i < count; ++i)
         open.emplace_back(prefix, logs[i], reading);
+    logfiles::VerifyTimes times(prefix, reading);
     const std::string counterPath = prefix + "Log.DAT";
     const CounterFile counters = ReadCounterFile(counterPath);
-    for (const Finding& finding : Verify(open, counters, counterPath))
+    for (const Finding& finding : Verify(open, times, counters, counterPath))
         listener.OnFinding({finding.kind, finding.file.c_str(), finding.row, finding.reason.c_str()});
 }

@@ -54,7 +54,7 @@ includes_only "$core|$framework|$graphics|$common|QmText\w+\.h|platform_resource
     platform/qm*/* platform/include/qm*/*
 
 # The exported headers of the log files are free of windows, and those of the report control know no logs.
-logs='QmLog(Api|C|Folder|Look|Row|Writer|Reader|Verify|OutputFile)\.h'
+logs='QmLog(Api|C|Folder|Look|Row|Writer|Reader|Times|Verify|OutputFile)\.h'
 logWindows='QmHandler\.h|QmLog(TextCtrl|TextCtrlEntries|Browser)\.h'
 items='Report(Item|Style)\.h|zemacore/(String|WideText)\.h'
 includes_only "$logs|zemacore/String\.h" include/QmLog!(TextCtrl|TextCtrlEntries|Browser|State|Watch).h

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cassert>
+#include <chrono>
 
 namespace ZEMA
 {
@@ -31,6 +32,14 @@ std::atomic<IFileCalls*>& Installed()
 } // namespace
 
 IFileCalls::~IFileCalls() = default;
+
+std::int64_t IFileCalls::UtcTime()
+{
+    using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10000000>>;
+    constexpr std::int64_t k1970 = 116444736000000000;
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<Ticks>(now).count() + k1970;
+}
 
 IFileCalls& FileCalls()
 {

@@ -125,6 +125,13 @@ public:
         const std::unique_ptr<char, decltype(&::LocalFree)> owner(text, &::LocalFree);
         return length == 0 ? std::string() : std::string(text, length);
     }
+
+    std::int64_t UtcTime() override
+    {
+        FILETIME time = {};
+        ::GetSystemTimePreciseAsFileTime(&time);
+        return static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
+    }
 };
 
 } // namespace

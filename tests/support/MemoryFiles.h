@@ -75,8 +75,10 @@ public:
     DWORD LastError() override { return m_lastError; }
     void SetLastError(DWORD error) override { m_lastError = error; }
     std::string ErrorText(DWORD error) override; // "Error <n>.\r\n"; empty for 0
+    std::int64_t UtcTime() override { return now; }
 
     // What a test sees and sets behind the calls; none of it counts as a call.
+    std::int64_t now = 0; // what the clock shows
     bool Exists(const std::string& path) const { return m_files.contains(Key(path)); }
     std::string Contents(const std::string& path) const; // empty when missing
     void SetContents(const std::string& path, const std::string& bytes);

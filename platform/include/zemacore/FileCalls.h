@@ -63,6 +63,9 @@ public:
 
     // The system's text for an error number, with its line end; empty for an unknown number.
     virtual std::string ErrorText(DWORD error) = 0;
+
+    // The system's clock: 100 ns since the beginning of 1601, UTC, as files have their times.
+    virtual std::int64_t UtcTime();
 };
 
 // The installed table. Outside Windows a table must have been set first.

@@ -1,10 +1,13 @@
 #include "logtool/Commands.h"
 #include "logtool/TextMatch.h"
+#include "msgservice/session/ClockText.h"
 
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <utility>
 
 namespace logtool
 {
@@ -117,6 +120,9 @@ public:
         AddLogOption();
         Line().AddNumber("--from", "N", m_from, "begin with sequence number N");
         Line().AddNumber("--to", "N", m_to, "end with sequence number N");
+        Line().AddText("--from-time", "TIME", m_fromTime,
+                       "begin at a local time: 14:03, 14:03:10.5 or \"2026-11-23 14:03\"");
+        Line().AddText("--to-time", "TIME", m_toTime, "end before a local time");
         AddKindOption(m_kind, "only rows of this kind: plain, notice, error, detail or a number");
         Line().AddText("--grep", "TEXT", m_grep,
                        "only rows that contain TEXT; exits with 1 when there is none");
@@ -127,30 +133,29 @@ public:
         Line().AddNumber("-A", "N", m_after, "also N rows after each row found");
         Line().AddNumber("-B", "N", m_before, "also N rows before each row found");
         AddNumbersOption();
+        AddTimesOption();
     }
 
 private:
     int Run(Host& host) override;
     Match WantedRows() const;
+    std::pair<std::uint32_t, std::uint32_t> WantedNumbers();
+    std::optional<std::uint32_t> FirstNumberAt(const char* option, const std::optional<std::string>& time);
     static int End(const std::vector<std::string>& logs, const LogStream& stream, const Match& match,
                    std::uint64_t found, Host& host);
 
     std::optional<std::uint32_t> m_from, m_to, m_after, m_before;
     std::optional<QmLogBlockKind> m_kind;
-    std::optional<std::string> m_grep;
+    std::optional<std::string> m_grep, m_fromTime, m_toTime;
     bool m_ignoreCase = false, m_expression = false, m_inverted = false, m_count = false;
 };
 
 int Cat::Run(Host& host)
 {
     const std::vector<std::string> logs = ChosenLogs(host);
-    const std::uint32_t from = m_from.value_or(0);
-    const std::uint32_t to = m_to.value_or(0xFFFFFFFF);
-    if (from > to)
-        throw UsageError("--from", "lies behind --to");
-
+    const auto [from, to] = WantedNumbers();
     const Match match = WantedRows();
-    TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
+    TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host, ShownTimes()), logs);
     ContextOutput output(text, logs, m_before.value_or(0), m_after.value_or(0));
     LogStream stream(logs, LogStream::Content::Text);
     stream.SetRange(from, to);
@@ -173,6 +178,32 @@ int Cat::Run(Host& host)
     if (m_count)
         host.Output() << found << '\n';
     return End(logs, stream, match, found, host);
+}
+
+std::pair<std::uint32_t, std::uint32_t> Cat::WantedNumbers()
+{
+    std::uint32_t from = m_from.value_or(0);
+    std::uint32_t to = m_to.value_or(0xFFFFFFFF);
+    if (from > to)
+        throw UsageError("--from", "lies behind --to");
+    if (m_fromTime)
+        from = std::max(from, FirstNumberAt("--from-time", m_fromTime).value_or(0xFFFFFFFF));
+    if (m_toTime)
+        to = std::min(to, FirstNumberAt("--to-time", m_toTime).value_or(0) - 1);
+    return {from, to};
+}
+
+// Nothing if no row is so late. A time without a date is one of the session's first day.
+std::optional<std::uint32_t> Cat::FirstNumberAt(const char* option, const std::optional<std::string>& time)
+{
+    const CQmLogTimes& times = OpenTimes(option);
+    QmLogTimeSample first;
+    times.ReadSample(0, first);
+    const std::optional<QmLogTimeValue> wanted = msgservice::ReadLocalTime(*time, first.time);
+    if (!wanted)
+        throw UsageError(option, "'" + *time + "' is no time: 14:03, 14:03:10.5 or \"2026-11-23 14:03\"");
+    std::uint32_t number = 0;
+    return times.NumberAt(*wanted, number) ? std::optional(number) : std::nullopt;
 }
 
 Match Cat::WantedRows() const

@@ -70,6 +70,24 @@ void Command::AddNumbersOption(const char* help)
     m_line.AddFlag("--numbers", m_numbers, help);
 }
 
+void Command::AddTimesOption(const char* help)
+{
+    m_line.AddFlag("--times", m_showsTimes, help);
+}
+
+const CQmLogTimes* Command::ShownTimes()
+{
+    return m_showsTimes ? &OpenTimes("--times") : nullptr;
+}
+
+const CQmLogTimes& Command::OpenTimes(const char* option)
+{
+    if (m_times.GetSampleCount() == 0 && !m_times.SetFolder(nullptr))
+        throw UsageError(option,
+                         "the session in " + LogFolder() + " has no times: see \"logtool help write\"");
+    return m_times;
+}
+
 void Command::AddKindOption(std::optional<QmLogBlockKind>& kind, const std::string& help)
 {
     m_line.AddValue(

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QmLogRow.h"
+#include "QmLogTimes.h"
 #include "commandline/CommandLine.h"
 #include "logtool/Host.h"
 
@@ -62,6 +63,7 @@ protected:
     void AddLogOption(); // see ChosenLogs
     // See TextStyle.
     void AddNumbersOption(const char* help = "put sequence number and log name before each row");
+    void AddTimesOption(const char* help = "put the local time before each row; + for a little later");
     // Block kinds by name or number.
     void AddKindOption(std::optional<QmLogBlockKind>& kind, const std::string& help);
 
@@ -70,6 +72,10 @@ protected:
     static std::vector<std::string> AllLogs(Host& host);
     bool NamesLogs() const { return !m_logs.empty(); }
     bool ShowsNumbers() const { return m_numbers; }
+    // The times of the folder's session if the user wants to see them, else null.
+    const CQmLogTimes* ShownTimes();
+    // Likewise for `option`, which needs them. Throws UsageError if there are none.
+    const CQmLogTimes& OpenTimes(const char* option);
 
 private:
     void EnterFolder(Host& host) const;
@@ -79,6 +85,8 @@ private:
     std::optional<std::string> m_folder;
     std::vector<std::string> m_logs;
     bool m_numbers = false;
+    bool m_showsTimes = false;
+    CQmLogTimes m_times;
     commandline::CommandLine m_line;
 };
 

@@ -35,7 +35,7 @@ std::string LogFolder();
 std::string SystemReason();
 std::string SystemReason(unsigned long error);
 
-TextStyle StyleOf(bool numbers, Host& host);
+TextStyle StyleOf(bool numbers, Host& host, const CQmLogTimes* times = nullptr);
 
 // Tells when none of `logs` has a row, for otherwise a command would show nothing and say nothing.
 void TellNoRows(const std::vector<std::string>& logs, Host& host);

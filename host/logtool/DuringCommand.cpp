@@ -110,6 +110,7 @@ public:
         Line().AddOperand("N", m_number);
         AddLogOption();
         AddNumbersOption();
+        AddTimesOption();
     }
 
 private:
@@ -127,7 +128,7 @@ private:
                             << std::endl;
             return kNothingFound;
         }
-        TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host), logs);
+        TextOutput text(host.Output(), StyleOf(ShowsNumbers(), host, ShownTimes()), logs);
         LogStream stream(logs, LogStream::Content::Text);
         stream.SetRange(block.First(), block.Last());
         while (const LogEntry* const entry = stream.Next())

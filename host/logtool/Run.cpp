@@ -103,12 +103,13 @@ std::string LogFolder()
     return folder;
 }
 
-TextStyle StyleOf(bool numbers, Host& host)
+TextStyle StyleOf(bool numbers, Host& host, const CQmLogTimes* times)
 {
     TextStyle style;
     style.terminal = host.IsOutputTerminal();
     style.colours = style.terminal && host.HasColours();
     style.numbers = numbers;
+    style.times = times;
     return style;
 }
 

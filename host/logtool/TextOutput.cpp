@@ -1,5 +1,6 @@
 #include "logtool/TextOutput.h"
 
+#include "msgservice/session/ClockText.h"
 #include "msgservice/session/Counter.h"
 
 #include <algorithm>
@@ -54,7 +55,8 @@ std::size_t NumberWidth()
 }
 
 TextOutput::TextOutput(std::ostream& output, TextStyle style, const std::vector<std::string>& logs)
-    : m_output(output), m_buffer(kPiece), m_style(style), m_onlyBytes(!style.terminal && !style.numbers)
+    : m_output(output), m_buffer(kPiece), m_style(style),
+      m_onlyBytes(!style.terminal && !style.numbers && !style.times)
 {
     if (!m_style.numbers)
         return;
@@ -135,9 +137,27 @@ void TextOutput::EndLine()
 
 void TextOutput::Begin(const std::string& name, const LogEntry& entry)
 {
+    if (m_style.times)
+        PutTime(entry.row.time);
     if (m_style.numbers)
         PutNumber(name, entry.row.time);
     PutBlanks(2 * std::size_t{entry.row.indent});
+}
+
+// A row that was written a little later than its time has a plus sign.
+void TextOutput::PutTime(std::uint32_t number)
+{
+    QmLogTime time;
+    if (!m_style.times->TimeOf(number, time))
+    {
+        PutBlanks(msgservice::kLocalTimeWidth + 3);
+        return;
+    }
+    if (time.time < m_lastTime)
+        Line("-- the clock was set back by " + msgservice::DurationText(m_lastTime - time.time));
+    m_lastTime = time.time;
+    Put(msgservice::LocalTime(time.time));
+    Put(time.isExact ? "   " : "+  ");
 }
 
 void TextOutput::PutNumber(const std::string& name, std::uint32_t time)

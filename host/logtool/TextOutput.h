@@ -1,6 +1,7 @@
 // Rows as text: indentation, numbers, colours, and what a terminal must not be sent.
 #pragma once
 
+#include "QmLogTimes.h"
 #include "commandline/Printable.h"
 #include "msgservice/session/LogStream.h"
 
@@ -24,7 +25,8 @@ struct TextStyle
 {
     bool terminal = false; // make control characters harmless
     bool colours = false;
-    bool numbers = false; // sequence number and log name before each row
+    bool numbers = false;               // sequence number and log name before each row
+    const CQmLogTimes* times = nullptr; // whose time goes before each row; null for none
 };
 
 // At least kStep bytes, kStep at a time; what is left over is copied with the bytes before it.
@@ -80,6 +82,7 @@ private:
     void Put(std::string_view text);
     void PutBlanks(std::size_t count);
     void PutNumber(const std::string& name, std::uint32_t time);
+    void PutTime(std::uint32_t number);
     bool PutUsual(const LogEntry& entry);
     void PutRow(const std::string& name, const LogEntry& entry, std::size_t skip);
     void Begin(const std::string& name, const LogEntry& entry);
@@ -91,7 +94,8 @@ private:
     bool m_onlyBytes; // and indentation
     std::size_t m_numberWidth = 0;
     std::size_t m_nameWidth = 0;
-    bool m_lineOpen = false; // the last row had no line feed
+    QmLogTimeValue m_lastTime = 0; // of the row before
+    bool m_lineOpen = false;       // the last row had no line feed
     std::size_t m_openLog = 0;
     unsigned long m_openIndex = 0;
 };

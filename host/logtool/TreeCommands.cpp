@@ -1,6 +1,7 @@
 // The commands that show blocks: "tree" their outline, "errors" those of kind error.
 #include "logtool/BlockTree.h"
 #include "logtool/Commands.h"
+#include "msgservice/session/ClockText.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -46,9 +47,10 @@ std::string_view Trimmed(std::string_view text)
 class Outline
 {
 public:
-    Outline(Host& host, Blocks& blocks, std::uint32_t depth, bool onlyErrors, bool numbers)
+    Outline(Host& host, Blocks& blocks, std::uint32_t depth, bool onlyErrors, bool numbers,
+            const CQmLogTimes* times)
         : m_output(host.Output()), m_terminal(host.IsOutputTerminal()), m_blocks(blocks), m_depth(depth),
-          m_onlyErrors(onlyErrors), m_numberWidth(numbers ? NumberWidth() : 0)
+          m_onlyErrors(onlyErrors), m_numberWidth(numbers ? NumberWidth() : 0), m_times(times)
     {
     }
 
@@ -88,16 +90,46 @@ private:
             m_text.append(m_numberWidth - std::min(m_numberWidth, number.size()), ' ');
             m_text.append(number).append("  ");
         }
+        if (m_times)
+            AddBegin(header.row.time);
         m_text.append(2 * std::size_t{depth}, ' ');
         AddCaption(Trimmed(header.text));
         m_text.append("  [").append(m_blocks.logs[node.log]).append(", ").append(Counted(node.rows, "row"));
         if (node.errors > 0)
             m_text.append(", ").append(Counted(node.errors, "error"));
+        if (m_times)
+            AddDuration(node, header.row);
         m_text.append("]\n");
         if (m_text.size() < kPiece)
             return;
         m_output << m_text;
         m_text.clear();
+    }
+
+    void AddBegin(std::uint32_t number)
+    {
+        QmLogTime time;
+        const bool isKnown = m_times->TimeOf(number, time);
+        m_text += isKnown ? msgservice::LocalTime(time.time) : std::string(msgservice::kLocalTimeWidth, ' ');
+        m_text += isKnown && !time.isExact ? "+  " : "   ";
+    }
+
+    // How long a block was open; of one that has not ended, how long to its last row.
+    void AddDuration(const BlockTree::Node& node, const CQmLogRow& header)
+    {
+        LogEntry entry;
+        QmLogTime begin;
+        QmLogTime last;
+        QmLogTimeValue end = 0;
+        const std::uint32_t next =
+            m_blocks.stream.ReadEntry(node.log, node.end, entry) ? entry.row.time : 0xFFFFFFFF;
+        const bool isRead = m_blocks.stream.ReadEntry(node.log, node.end - 1, entry);
+        if (!isRead || !m_times->TimeOf(header.time, begin) || !m_times->TimeOf(entry.row.time, last))
+            return;
+        const bool hasEnded = m_times->FindBlockEnd(header.indent, entry.row.time, next, end);
+        const QmLogTimeValue duration = (hasEnded ? end : last.time) - begin.time;
+        if (duration >= 0) // else the clock was set back
+            m_text.append(hasEnded ? ", " : ", over ").append(msgservice::DurationText(duration));
     }
 
     void AddCaption(std::string_view text)
@@ -116,8 +148,9 @@ private:
     Blocks& m_blocks;
     std::uint32_t m_depth;
     bool m_onlyErrors;
-    std::size_t m_numberWidth; // 0 without numbers
-    std::string m_text;        // not yet in m_output
+    std::size_t m_numberWidth;  // 0 without numbers
+    const CQmLogTimes* m_times; // null without times
+    std::string m_text;         // not yet in m_output
 };
 
 // Shows error blocks and, once, the header lines on the way to them.
@@ -196,13 +229,15 @@ public:
         Line().AddFlag("--errors", m_onlyErrors, "only what contains errors");
         AddLogOption();
         AddNumbersOption("put the sequence number of its header line before each block");
+        AddTimesOption("put the local time before each block, and tell how long it was open");
     }
 
 private:
     int Run(Host& host) override
     {
         Blocks blocks(ChosenLogs(host));
-        Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors, ShowsNumbers());
+        Outline outline(host, blocks, m_depth.value_or(0xFFFFFFFF), m_onlyErrors, ShowsNumbers(),
+                        ShownTimes());
         host.Output() << Totals(blocks.logs, host) << ", " << Counted(blocks.tree.BlockCount(), "block")
                       << ", " << Counted(blocks.tree.ErrorCount(), "error") << '\n';
         outline.Print();

@@ -3,6 +3,7 @@
 #include "logtool/LogName.h"
 #include "msgservice/session/Counter.h"
 
+#include "QmLogTimes.h"
 #include "QmLogWriter.h"
 #include "wintypes.h"
 
@@ -88,6 +89,8 @@ public:
         Line().AddText("--block", "CAPTION", m_caption, "put the text into a block with this header line");
         AddKindOption(m_kind, "the kind of the block: plain, notice, error, detail or a number; without "
                               "--block the first line of the text is the header");
+        Line().AddFlag("--times", m_times,
+                       "note when lines are written; QM_LOG_TIMES=1 has every program do so");
     }
 
 private:
@@ -98,6 +101,7 @@ private:
     std::vector<std::string> m_files;
     std::optional<std::string> m_caption;
     std::optional<QmLogBlockKind> m_kind;
+    bool m_times = false;
 };
 
 int Write::Run(Host& host)
@@ -111,6 +115,8 @@ int Write::Run(Host& host)
     log.SetFilePath(m_log->c_str());
     if (*log.GetFilePath() == '\0')
         throw UsageError("'" + *m_log + "'", "is too long for the name of a log in " + LogFolder());
+    if (m_times)
+        QmLogSetTimes(true);
     const Inputs inputs = OpenInputs(m_files, host);
 
     LogFeed feed(

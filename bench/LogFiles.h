@@ -20,17 +20,24 @@ public:
 
     LogFiles(const std::string& folder, const char* name) : m_base(folder + name) {}
 
-    // `count` lines of kLineBytes whose numbers begin with `number` and grow by `step`.
-    void Add(unsigned count, unsigned number, unsigned step = 1)
+    // `count` lines of kLineBytes whose numbers begin with `number` and grow by `step`, and whose records are
+    // else `like`.
+    void Add(CQmLogRow like, unsigned count, unsigned number, unsigned step)
     {
         for (unsigned i = 0; i < count; ++i)
         {
-            CQmLogRow row;
-            row.offset = static_cast<std::uint32_t>(m_rows.size() * kLineBytes);
-            row.blockBegin = 0;
-            row.time = number + i * step;
-            m_rows.push_back(row);
+            like.offset = static_cast<std::uint32_t>(m_rows.size() * kLineBytes);
+            like.time = number + i * step;
+            m_rows.push_back(like);
         }
+    }
+
+    // Plain ones.
+    void Add(unsigned count, unsigned number, unsigned step = 1)
+    {
+        CQmLogRow plain;
+        plain.blockBegin = 0;
+        Add(plain, count, number, step);
     }
 
     void Write() const

@@ -7,6 +7,7 @@
 #include "logview/LogNames.h"
 #include "logview/ReaderRows.h"
 #include "logview/find/FindSearch.h"
+#include "textmatch/Expression.h"
 
 #include <random>
 
@@ -16,7 +17,7 @@ namespace bench
 namespace
 {
 
-constexpr std::size_t kScanBytes = 256 * 1024;
+constexpr std::size_t kScanBytes = 256 * 1024 / LogFiles::kLineBytes * LogFiles::kLineBytes; // whole lines
 
 const char* NameOf(unsigned file)
 {
@@ -74,6 +75,20 @@ void Scan(const std::string& folder, const textmatch::TextSearch& wanted)
     }
 }
 
+// The same for an expression over many lines: what PCRE2 itself needs for them.
+void Scan(const std::string& folder, const textmatch::Expression& wanted)
+{
+    std::string block(kScanBytes, '\0');
+    for (unsigned file = 0; file < logview::kFileCount; ++file)
+    {
+        BareFile text(folder + NameOf(file) + ".LOG", BareFile::Role::Scan);
+        while (const DWORD bytes = text.ReadNext(block.data(), static_cast<DWORD>(block.size())))
+            Check(wanted.FindInUtf8(std::string_view(block).substr(0, bytes), 0) ==
+                      textmatch::Expression::Outcome::NotFound,
+                  "scanning");
+    }
+}
+
 void Search(logview::FindSearch& search, const char* text, logview::FindOptions options, std::size_t found)
 {
     search.Begin(std::make_unique<logview::FindText>(text, options), 1);
@@ -123,12 +138,15 @@ void MeasureFind(const Options& options, const TemporaryFolder& folder, Report& 
         const auto find = [&](const char* text, logview::FindOptions how) {
             return Variant{rows, [&search, text, how] { Search(search, text, how, 0); }};
         };
+        const textmatch::Expression lines("(?m)(order|job) [a-z]+(?=\\r?$)",
+                                          textmatch::Expression::Syntax::Expression);
         const Comparison comparison({{rows, [&] { Scan(folder.Path(), absent); }},
                                      find("failed", {true, false, false}),
                                      find("failed", {}),
                                      find("größer", {}),
                                      find("order [0-9]+ failed", {true, false, true}),
-                                     find("(order|job) [a-z]+$", {true, false, true})},
+                                     find("(order|job) [a-z]+$", {true, false, true}),
+                                     {rows, [&] { Scan(folder.Path(), lines); }}},
                                     options.quick ? 3 : 11);
         const std::pair<const char*, bool> names[] = {{"find a text, per row", true},
                                                       {"find it in any case", true},
@@ -143,6 +161,11 @@ void MeasureFind(const Options& options, const TemporaryFolder& folder, Report& 
                 measure.goal = 2.0;
             report.Add(measure);
         }
+        constexpr std::size_t kExpression = 5;
+        report.Add({"the same", comparison.Time(kExpression) * 1000, "ns", "PCRE2 over the same blocks",
+                    comparison.Ratio(kExpression, kExpression + 1), 1.5});
+        report.Add({"PCRE2 over the blocks", comparison.Time(kExpression + 1) * 1000, "ns",
+                    "a plain scan of the texts", comparison.Ratio(kExpression + 1)});
     }
     MeasureMarks(options, report);
     for (unsigned file = 0; file < logview::kFileCount; ++file)

@@ -96,7 +96,7 @@ void MeasurePainting(const Options& options, Frame& frame, Report& report)
         const Comparison comparison({variant(list), variant(text)}, rounds);
         report.Add({name, comparison.Time(1), "us", "the list view", comparison.Ratio(1), goal});
     };
-    compare("full repaint", 0.8, Repaint);
+    compare("full repaint", 0.6, Repaint);
     compare("page down", 0.9, [](HWND hwnd) { Press(hwnd, VK_NEXT); });
     QmLogLook look;
     look.wideMargin = true;

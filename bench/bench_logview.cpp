@@ -4,6 +4,7 @@
 #include "BenchFiles.h"
 #include "LogFiles.h"
 #include "LogFindBench.h"
+#include "LogGrowthBench.h"
 #include "LogWindowBench.h"
 #include "MergedBench.h"
 
@@ -55,6 +56,7 @@ public:
         CloseReaders();
         bench::MeasureFind(m_options, m_folder, m_report);
         bench::MeasureMerged(m_options, m_folder, m_report);
+        bench::MeasureGrowth(m_options, m_folder, m_report);
         for (unsigned file = 1; file < logview::kFileCount; ++file)
             LogFiles(m_folder.Path(), logview::GetLogName(static_cast<int>(file))).Write();
         bench::MeasureLogWindow(m_options, m_folder, m_report);

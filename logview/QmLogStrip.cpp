@@ -22,6 +22,44 @@ constexpr int kLanes = kLogs + 2;
 constexpr int kLaneWidth = 4; // at 96 dpi
 constexpr int kMarkHeight = 3;
 
+// A lane's marks, from the top down. Those that touch each other become one rectangle: a session may have one
+// in each pixel row, and a rectangle costs nearly the same whatever its size.
+class LaneMarks
+{
+public:
+    LaneMarks(CDC& dc, int left, int width, COLORREF color)
+        : m_dc(dc), m_left(left), m_width(width), m_color(color)
+    {
+    }
+    ~LaneMarks() { Fill(); }
+    LaneMarks(const LaneMarks&) = delete;
+    LaneMarks& operator=(const LaneMarks&) = delete;
+
+    void Add(int row)
+    {
+        if (row > m_end)
+        {
+            Fill();
+            m_begin = row;
+        }
+        m_end = row + kMarkHeight;
+    }
+
+private:
+    void Fill()
+    {
+        if (m_end > m_begin)
+            m_dc.FillSolidRect(m_left, m_begin, m_width, m_end - m_begin, m_color);
+    }
+
+    CDC& m_dc;
+    int m_left;
+    int m_width;
+    COLORREF m_color;
+    int m_begin = 0;
+    int m_end = 0;
+};
+
 } // namespace
 
 BOOL CQmLogStrip::Create(CWnd* parent)
@@ -68,18 +106,25 @@ void CQmLogStrip::OnPaint()
     dc.FillSolidRect(0, 0, 1, client.Height(), ::GetSysColor(COLOR_3DSHADOW));
 
     const int lane = std::max((client.Width() - 1) / kLanes, 1);
-    const auto mark = [&](int at, int row, COLORREF color) {
-        dc.FillSolidRect(1 + at * lane, row, std::max(lane - 1, 1), kMarkHeight, shown(color));
+    const auto marksOf = [&](int at, COLORREF color) {
+        return LaneMarks(dc, 1 + at * lane, std::max(lane - 1, 1), shown(color));
     };
-    for (const int row : m_marks.bookmarks)
-        mark(0, row, m_marks.colors.mark);
-    for (std::size_t row = 0; row < m_marks.errorLogs.size(); ++row)
-        for (int file = 0; m_marks.errorLogs[row] != 0 && file < kLogs; ++file)
+    {
+        LaneMarks bookmarks = marksOf(0, m_marks.colors.mark);
+        for (const int row : m_marks.bookmarks)
+            bookmarks.Add(row);
+    }
+    for (int file = 0; file < kLogs; ++file)
+    {
+        LaneMarks errors = marksOf(1 + file, m_marks.colors.kinds[kErrorKind]);
+        for (std::size_t row = 0; row < m_marks.errorLogs.size(); ++row)
             if ((m_marks.errorLogs[row] >> file & 1) != 0)
-                mark(1 + file, static_cast<int>(row), m_marks.colors.kinds[kErrorKind]);
+                errors.Add(static_cast<int>(row));
+    }
+    LaneMarks found = marksOf(kLanes - 1, logview::MatchBackground(m_marks.window));
     for (std::size_t row = 0; row < m_marks.found.size(); ++row)
         if (m_marks.found[row] > 0)
-            mark(kLanes - 1, static_cast<int>(row), logview::MatchBackground(m_marks.window));
+            found.Add(static_cast<int>(row));
 }
 
 void CQmLogStrip::OnLButtonDown(UINT, CPoint point)

@@ -5,12 +5,14 @@
 #include "QmLogTextCtrlEntries.h"
 #include "QmLogWriter.h"
 #include "logview/MarginLayout.h"
+#include "logview/merge/StripState.h"
 #include "qmcommon/QmCommandList.h"
 #include "tests/support/Keys.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/NothingLeft.h"
 #include "tests/support/Process.h"
 
+#include <numeric>
 #include <set>
 
 namespace
@@ -584,6 +586,47 @@ TEST_F(LogTextTest, ColoursTellKindsMarksAndTheCaretRow)
     scheme.Set(RGB(245, 245, 245));
     text.Invalidate();
     EXPECT_EQ(::GetSysColor(COLOR_3DSHADOW), pixel(4, 17));
+}
+
+// Marks that touch each other are drawn together, and look as if each had been drawn by itself.
+TEST_F(LogTextTest, TheStripMarksNumbers)
+{
+    OpenSample();
+    text.ShowMerged();
+    text.SetShowsStrip(true);
+    std::vector<std::uint32_t> bookmarks;
+    text.SetBookmarks([&]() -> const std::vector<std::uint32_t>& { return bookmarks; });
+    CQmLogRow first, last;
+    ASSERT_TRUE(text.ReadStyle(0, first) && text.ReadStyle(text.GetRowCount() - 1, last));
+    std::vector<std::uint32_t> all(last.time - first.time + 1);
+    std::iota(all.begin(), all.end(), first.time);
+    const std::vector<std::uint32_t> choices[] = {{}, {3}, {1, 2, 7, 8, 9, 30}, all, {last.time}};
+    CWnd* const strip = CWnd::FromHandle(::GetWindow(text, GW_CHILD));
+    for (const int height : {400, 120})
+    {
+        browser.MoveWindow(CRect(0, 0, 600, height));
+        for (const std::vector<std::uint32_t>& choice : choices)
+        {
+            bookmarks = choice;
+            Tick();
+            CRect area;
+            strip->GetClientRect(area);
+            logview::StripState state;
+            state.numbers = {first.time, last.time};
+            state.height = area.Height();
+            std::set<int> expected;
+            for (const std::uint32_t number : choice)
+                for (int line = 0; line < 3; ++line)
+                    expected.insert(std::min(state.RowOf(number) + line, state.height - 1));
+            strip->UpdateWindow();
+            CClientDC dc(strip);
+            std::set<int> marked;
+            for (int y = 0; y < state.height; ++y)
+                if (dc.GetPixel(2, y) == CQmLogTextCtrl::GetThemeColors(QmLogTheme::Light).mark)
+                    marked.insert(y);
+            EXPECT_EQ(expected, marked) << height << " " << choice.size();
+        }
+    }
 }
 
 // Its marks stay at the window's left edge when the text is scrolled across, and clicks meet what is drawn.

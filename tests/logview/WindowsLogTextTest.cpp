@@ -602,7 +602,7 @@ TEST_F(LogTextTest, TheStripMarksNumbers)
     std::iota(all.begin(), all.end(), first.time);
     const std::vector<std::uint32_t> choices[] = {{}, {3}, {1, 2, 7, 8, 9, 30}, all, {last.time}};
     CWnd* const strip = CWnd::FromHandle(::GetWindow(text, GW_CHILD));
-    for (const int height : {400, 120})
+    for (const int height : {400, 330, 280, 230, 120}) // marks apart, near, touching
     {
         browser.MoveWindow(CRect(0, 0, 600, height));
         for (const std::vector<std::uint32_t>& choice : choices)

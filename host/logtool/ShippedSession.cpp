@@ -4,10 +4,13 @@
 #include "engine/SqlText.h"
 #include "msgservice/session/Counter.h"
 
+#include "zemacore/WideText.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cstdio>
+#include <optional>
 
 namespace logtool
 {
@@ -70,14 +73,20 @@ private:
     unsigned long m_index = 0;
 };
 
-// How two texts begin, up to where a character may have been cut: an unfinished line is converted otherwise
-// than the whole one.
-bool BeginAlike(std::string_view left, std::string_view right)
+// Whether a line begins with a text of the engine that had `length` bytes in its file. If it has grown since,
+// it is compared up to where a character may have been cut: an unfinished line is converted otherwise than
+// the whole one.
+bool BeginsWith(std::string_view line, std::size_t length, std::string_view shipped)
 {
-    const auto [l, r] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
+    const std::string text = engine::TableText(line);
+    const std::size_t whole = ZEMA::WholeCharacters(text.data(), std::min(text.size(), kComparedBytes));
+    const std::string_view begin = std::string_view(text).substr(0, whole);
+    if (line.size() == length)
+        return shipped.starts_with(begin);
+    const auto [l, r] = std::mismatch(begin.begin(), begin.end(), shipped.begin(), shipped.end());
     const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-    return l == left.end() || r == right.end() || !std::all_of(left.begin(), l, isPlain) || !isPlain(*l) ||
-           !isPlain(*r);
+    return l == begin.end() || r == shipped.end() || !std::all_of(begin.begin(), l, isPlain) ||
+           !isPlain(*l) || !isPlain(*r);
 }
 
 } // namespace
@@ -159,10 +168,10 @@ bool ShippedSession::IsInFolder(const ShippedLog& shipped)
     const bool one = shipped.first.number == shipped.last.number;
     if (!log.Find(shipped.first.number) || log.row.time != shipped.first.number ||
         (!one && log.line.size() != shipped.first.length) ||
-        !BeginAlike(engine::TableText(log.line).substr(0, kComparedBytes), shipped.first.text))
+        !BeginsWith(log.line, shipped.first.length, shipped.first.text))
         return false;
     return one || !log.Find(shipped.last.number) || log.row.time != shipped.last.number ||
-           BeginAlike(engine::TableText(log.line).substr(0, kComparedBytes), shipped.last.text);
+           BeginsWith(log.line, shipped.last.length, shipped.last.text);
 }
 
 bool ShippedSession::AreInFolder(const std::vector<ShippedLog>& shipped)
@@ -170,8 +179,10 @@ bool ShippedSession::AreInFolder(const std::vector<ShippedLog>& shipped)
     std::uint32_t last = 0;
     for (const ShippedLog& log : shipped)
         last = std::max(last, log.last.number);
-    return msgservice::LastNumber().value_or(last) >= last &&
-           std::all_of(shipped.begin(), shipped.end(), IsInFolder);
+    const std::optional<std::uint32_t> number = msgservice::LastNumber();
+    if (!number) // a writer is at it
+        throw EngineError(EngineError::Remedy::TryAgain, "the session's Log.DAT cannot be read");
+    return *number >= last && std::all_of(shipped.begin(), shipped.end(), IsInFolder);
 }
 
 // The rows up to the last number that the engine has are there, but for those of logs that lag: their first

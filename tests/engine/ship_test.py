@@ -47,7 +47,8 @@ def shown(text):
 class Session:
     """A session that this test writes by itself, as docs/file-format.md describes it, and its rows."""
     TEXTS = [b"plain", "größe 日本".encode(), b"gr\xf6\xdfe", b"a\0b\0", b"it's \\' \"x\" `y` \\n %s {z}", b"\t\r", b"",
-             b"'; DROP TABLE log_rows; --", b"\xc3\x28 \xed\xa0\x80 \xff"]
+             b"'; DROP TABLE log_rows; --", b"\xc3\x28 \xed\xa0\x80 \xff",
+             "ä".encode() * 1000]
 
     def __init__(self, folder):
         self.folder = folder

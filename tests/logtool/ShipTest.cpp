@@ -303,6 +303,56 @@ TEST_F(ShipTest, SendsOnlyWhatIsNewAndSaysWhereItGoesOn)
     EXPECT_EQ(0, Repeated(Memory().sessions["S"]));
 }
 
+// What is shipped first, what the folder holds afterwards, and the name under which that goes.
+TEST_F(ShipTest, ASessionIsKnownByItsRows)
+{
+    const struct
+    {
+        const char *before, *after, *session;
+    } cases[] = {
+        {"'Main:a\nb\n'", "'Main:a\nb\nc\n'", "S"},
+        {"Main:a", "Main:ab", "S"},                    // the line has grown
+        {"Main:a\xc3", "Main:a\xc3\xa4", "S"},         // in the middle of a character
+        {"'Main:a\nb\n'", "Main:a", "S-2"},            // its numbers are lower
+        {"'Main:a\nb\n'", "'Main:a\nc\nd\n'", "S-2"},  // the last row is another one
+        {"'Main:a\nb\n'", "'Main:aa\nb\nc\n'", "S-2"}, // the first one is
+        {"'Main:\xc3\xa4 1\n'", "'Main:\xc3\xa4 2\nb\n'", "S-2"},
+        {"'Main:a\n' Run:b", "'Main:a\nb\n'", "S-2"}, // a log is missing
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.after);
+        Memory().sessions.clear();
+        PlayNew(c.before);
+        Run(kShip);
+        PlayNew(c.after);
+        Run(kShip);
+        EXPECT_EQ(Folder(), Memory().sessions[c.session]);
+    }
+    Memory().sessions.clear();
+    for (int session = 1; session <= 9; ++session)
+    {
+        PlayNew("Main:session" + std::to_string(session));
+        Run(kShip);
+        EXPECT_EQ(Folder(), Memory().sessions[NameOf(session)]);
+    }
+}
+
+TEST_F(ShipTest, ASessionThatBeginsWhileFollowedWritesOverNothing)
+{
+    PlayNew("'Main:a\nb\n'");
+    const EngineRows before = Folder();
+    int looks = 0;
+    host.wait = [&] {
+        if (looks == 0)
+            PlayNew("'Main:x\ny\nz\n'");
+        return ++looks < 3;
+    };
+    Run(kShip + std::string(" --follow"));
+    EXPECT_EQ(before, Memory().sessions["S"]);
+    EXPECT_EQ(Folder(), Memory().sessions["S-2"]);
+}
+
 TEST_F(ShipTest, BatchesAreBoundedByRowsAndBytes)
 {
     std::string many, wide;

@@ -24,4 +24,5 @@ for program in build/windows/bin/bench_*.exe; do
     taskset -c "$processor" tools/run-wine.sh "$program" "$@" || failed=1
 done
 taskset -c "$processor" build/native-bench/bin/bench_messages "$@" || failed=1 # against what only this system has
+bench/bench_ship.py "$@" || failed=1 # not pinned: sender and server are two
 exit "$failed"

@@ -310,8 +310,6 @@ private:
     bool ExpandMerged(int row, logview::RowChange& change);
     bool MoveMerged(bool up, bool otherFile);
     void FindMergedBlock(int row, int& first, int& last);
-    const std::vector<int>& FindHeaders(int row);
-    std::vector<int> FindPinned(int rows);
     void UpdateFollow();
     void UpdateFollowAtCaret();
     void ScanOwn(IQmCommand& collector);

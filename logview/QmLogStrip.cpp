@@ -80,9 +80,10 @@ int CQmLogStrip::GetHeight() const
     return client.Height();
 }
 
-void CQmLogStrip::SetMarks(QmLogStripMarks marks)
+void CQmLogStrip::Show(const logview::StripMarks& marks, const QmLogStripLook& look)
 {
-    m_marks = std::move(marks);
+    m_marks = marks;
+    m_look = look;
     Invalidate(FALSE);
 }
 
@@ -99,10 +100,10 @@ void CQmLogStrip::OnPaint()
     CRect client;
     GetClientRect(client);
     const COLORREF text = ::GetSysColor(COLOR_WINDOWTEXT);
-    const auto shown = [&](COLORREF color) { return m_marks.highContrast ? text : color; };
-    dc.FillSolidRect(client, m_marks.window);
-    dc.FillSolidRect(0, m_marks.viewTop, client.Width(), std::max(m_marks.viewBottom - m_marks.viewTop, 1),
-                     m_marks.highContrast ? ::GetSysColor(COLOR_HIGHLIGHT) : m_marks.colors.caretMargin);
+    const auto shown = [&](COLORREF color) { return m_look.highContrast ? text : color; };
+    dc.FillSolidRect(client, m_look.window);
+    dc.FillSolidRect(0, m_look.viewTop, client.Width(), std::max(m_look.viewBottom - m_look.viewTop, 1),
+                     m_look.highContrast ? ::GetSysColor(COLOR_HIGHLIGHT) : m_look.colors.caretMargin);
     dc.FillSolidRect(0, 0, 1, client.Height(), ::GetSysColor(COLOR_3DSHADOW));
 
     const int lane = std::max((client.Width() - 1) / kLanes, 1);
@@ -110,18 +111,18 @@ void CQmLogStrip::OnPaint()
         return LaneMarks(dc, 1 + at * lane, std::max(lane - 1, 1), shown(color));
     };
     {
-        LaneMarks bookmarks = marksOf(0, m_marks.colors.mark);
+        LaneMarks bookmarks = marksOf(0, m_look.colors.mark);
         for (const int row : m_marks.bookmarks)
             bookmarks.Add(row);
     }
     for (int file = 0; file < kLogs; ++file)
     {
-        LaneMarks errors = marksOf(1 + file, m_marks.colors.kinds[kErrorKind]);
+        LaneMarks errors = marksOf(1 + file, m_look.colors.kinds[kErrorKind]);
         for (std::size_t row = 0; row < m_marks.errorLogs.size(); ++row)
             if ((m_marks.errorLogs[row] >> file & 1) != 0)
                 errors.Add(static_cast<int>(row));
     }
-    LaneMarks found = marksOf(kLanes - 1, logview::MatchBackground(m_marks.window));
+    LaneMarks found = marksOf(kLanes - 1, logview::MatchBackground(m_look.window));
     for (std::size_t row = 0; row < m_marks.found.size(); ++row)
         if (m_marks.found[row] > 0)
             found.Add(static_cast<int>(row));

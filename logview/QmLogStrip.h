@@ -3,17 +3,13 @@
 
 #include "QmLogLook.h"
 #include "afxwin.h"
+#include "logview/merge/StripMarks.h"
 
-#include <cstdint>
 #include <functional>
-#include <vector>
 
-// Marks by pixel row, and the rows that the text window shows.
-struct QmLogStripMarks
+// The rows that the text window shows, and the colours.
+struct QmLogStripLook
 {
-    std::vector<std::uint8_t> errorLogs; // a bit for each log that has errors there
-    std::vector<std::uint32_t> found;    // matches
-    std::vector<int> bookmarks;          // their rows
     int viewTop = 0;
     int viewBottom = 0;
     COLORREF window = 0;
@@ -33,8 +29,7 @@ public:
     static int GetStripWidth(HWND hwnd); // pixels, by the display's resolution
     int GetHeight() const;
 
-    void SetMarks(QmLogStripMarks marks);
-    const QmLogStripMarks& GetMarks() const { return m_marks; }
+    void Show(const logview::StripMarks& marks, const QmLogStripLook& look);
 
 protected:
     afx_msg void OnPaint();
@@ -44,5 +39,6 @@ protected:
 
 private:
     std::function<void(int row)> m_clicked;
-    QmLogStripMarks m_marks;
+    logview::StripMarks m_marks;
+    QmLogStripLook m_look;
 };

@@ -5,7 +5,8 @@
 #include "logview/ReaderRows.h"
 #include "logview/RowCache.h"
 #include "logview/merge/MergedRows.h"
-#include "logview/merge/StripState.h"
+#include "logview/merge/PinnedHeaders.h"
+#include "logview/merge/StripMarks.h"
 
 #include <cstdint>
 #include <optional>
@@ -37,14 +38,6 @@ struct DuringBlock
     std::uint32_t logs = 0;
 };
 
-// The displayed headers of the blocks around a row, at that state of the merged rows.
-struct PinnedHeaders
-{
-    int row = -1;
-    std::uint32_t changes = 0;
-    std::vector<int> headers;
-};
-
 // The logs, what is unfolded of "Main", all rows by number, the rows of the paint in progress, and those that
 // a search reads ahead.
 struct ShownRows
@@ -58,8 +51,8 @@ struct ShownRows
     bool isCopied = false;   // step by step: meanwhile it is not refreshed
     CaretPlace caret;
     std::optional<DuringBlock> during;
-    PinnedHeaders pinned;
-    StripState strip; // as it was told last
+    PinnedHeaders pinned{merged};
+    Strip strip; // as it was shown last
     RowCache cache{source};
     RowCache searched{source};
 

@@ -88,7 +88,7 @@ public:
     std::optional<RowId> FindError(RowId place, bool forward, std::uint32_t logs) const;
 
     // The first header of an error of any log with `number` or a greater one.
-    std::optional<RowId> FindErrorFrom(std::uint32_t number) const;
+    std::optional<PlacedRow> FindErrorFrom(std::uint32_t number) const;
 
     // Headers of errors that a folded header hides.
     std::uint32_t CountFoldedErrors(RowId header) const;
@@ -146,7 +146,7 @@ private:
 
     bool IsChosen(const PlacedRow& row) const;
     const ShownStretch& LoadShown(std::uint64_t row) const;
-    std::optional<RowId> FindErrorAt(std::uint64_t index, std::uint32_t logs) const;
+    std::optional<PlacedRow> FindErrorAt(std::uint64_t index, std::uint32_t logs) const;
     bool MakeFold(RowId header, bool allLogs, FoldedRows::Fold& fold) const;
     bool FindBlockEnd(const PlacedRow& header, BlockEnd& end) const;
 

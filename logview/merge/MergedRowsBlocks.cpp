@@ -219,11 +219,12 @@ std::optional<RowId> MergedRows::FindError(RowId place, bool forward, std::uint3
     else if (isIndexed && Read(place, row.record) && (logs >> place.file & 1) != 0 &&
              ClassOf(row.record) == kErrorHeader)
         ++wanted;
-    return FindErrorAt(wanted, logs);
+    const std::optional<PlacedRow> error = FindErrorAt(wanted, logs);
+    return error ? std::optional(error->place) : std::nullopt;
 }
 
 // The error with so many of these logs before it.
-std::optional<RowId> MergedRows::FindErrorAt(std::uint64_t wanted, std::uint32_t logs) const
+std::optional<PlacedRow> MergedRows::FindErrorAt(std::uint64_t wanted, std::uint32_t logs) const
 {
     if (wanted >= ErrorsBefore(m_index.End(), logs))
         return std::nullopt;
@@ -235,11 +236,11 @@ std::optional<RowId> MergedRows::FindErrorAt(std::uint64_t wanted, std::uint32_t
     std::uint64_t errors = measure(stretch.begin);
     for (const PlacedRow& each : rows)
         if ((logs >> each.place.file & 1) != 0 && ClassOf(each.record) == kErrorHeader && errors++ == wanted)
-            return each.place;
+            return each;
     return std::nullopt;
 }
 
-std::optional<RowId> MergedRows::FindErrorFrom(std::uint32_t number) const
+std::optional<PlacedRow> MergedRows::FindErrorFrom(std::uint32_t number) const
 {
     constexpr std::uint32_t kAllLogs = (1u << kFileCount) - 1;
     return FindErrorAt(ErrorsBefore(PointBefore(number), kAllLogs), kAllLogs);

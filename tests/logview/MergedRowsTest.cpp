@@ -293,8 +293,10 @@ private:
         const auto error = std::find_if(plain.all.begin(), plain.all.end(), [&](const PlacedRow& each) {
             return each.record.time >= number && ClassOf(each.record) == kErrorHeader;
         });
-        EXPECT_EQ(error != plain.all.end() ? std::optional(error->place) : std::nullopt,
-                  m_rows.FindErrorFrom(number));
+        const std::optional<PlacedRow> found = m_rows.FindErrorFrom(number);
+        ASSERT_EQ(error != plain.all.end(), found.has_value());
+        if (found)
+            EXPECT_EQ(error->place, found->place);
     }
 
     void CompareRow(const PlainRows& plain, const std::vector<PlacedRow>& shown, std::size_t index)

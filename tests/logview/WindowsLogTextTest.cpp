@@ -1,14 +1,10 @@
 // The log text window and its browser: keys, mouse, timer, commands, clipboard, and what is painted.
 
-#include "QmLogBrowser.h"
-#include "QmLogReader.h"
+#include "LogTextWindow.h"
 #include "QmLogTextCtrlEntries.h"
-#include "QmLogWriter.h"
 #include "logview/MarginLayout.h"
 #include "logview/merge/StripState.h"
 #include "qmcommon/QmCommandList.h"
-#include "tests/support/Keys.h"
-#include "tests/support/LogFolder.h"
 #include "tests/support/NothingLeft.h"
 #include "tests/support/Process.h"
 
@@ -18,99 +14,7 @@
 namespace
 {
 
-constexpr UINT_PTR kRefreshTimer = 9504;
-
-class LogTextTest : public LogFolderTest
-{
-protected:
-    LogTextTest()
-    {
-        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
-                       nullptr);
-    }
-
-    ~LogTextTest() override
-    {
-        frame.DestroyWindow();
-        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
-            QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
-        QmLogWriterCloseAll();
-    }
-
-    void Open(bool start = true)
-    {
-        browser.GetTextCtrl().SetStartSession(start);
-        ASSERT_TRUE(browser.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 600, 400), &frame, 7));
-        text.SetFocus();
-    }
-
-    // A session with an error and unfoldable rows, shown from its first row.
-    void OpenSample()
-    {
-        Open();
-        text.SetFollow(false);
-        text.WriteTest();
-        Tick();
-        text.Focus(0, 0, false);
-    }
-
-    void Tick() { text.SendMessage(WM_TIMER, kRefreshTimer); }
-
-    // As the message loop does with a pressed key, `modifier` held.
-    void Press(UINT key, int modifier = 0)
-    {
-        const HeldKey held(modifier);
-        MSG message = KeyMessage(text, key, modifier);
-        if (!CWnd::WalkPreTranslateTree(frame.GetSafeHwnd(), &message))
-            ::DispatchMessage(&message);
-    }
-
-    // From the row's top and the unscrolled left edge.
-    CPoint PointIn(int row, int x, int dy)
-    {
-        return CPoint(x, (row - text.GetTopRow()) * text.GetRowHeight() + dy);
-    }
-
-    void Click(UINT message, CPoint point)
-    {
-        text.SendMessage(message, MK_LBUTTON, MAKELPARAM(point.x, point.y));
-        text.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
-    }
-
-    // The first row from `row` on that is folded.
-    int FoldedRow(int row = 0)
-    {
-        bool expanded = false;
-        while (row < text.GetRowCount() && (!text.GetExpanded(row, expanded) || expanded))
-            ++row;
-        return row;
-    }
-
-    CQmLogRow Style(int row)
-    {
-        unsigned long fileRow = 0;
-        CQmLogRow record;
-        text.DefineReader(row, fileRow).ReadStyle(fileRow, record);
-        return record;
-    }
-
-    // The colours painted in a row, from pixel `left` up to `right`.
-    std::set<COLORREF> Colors(int row, int left, int right)
-    {
-        text.UpdateWindow();
-        CClientDC dc(&text);
-        std::set<COLORREF> colors;
-        const CPoint top = PointIn(row, 0, 0);
-        for (int x = left; x < right; ++x)
-            for (int y = 0; y < text.GetRowHeight(); ++y)
-                colors.insert(dc.GetPixel(x, static_cast<int>(top.y) + y));
-        return colors;
-    }
-
-    CWnd frame;
-    CQmLogBrowser browser;
-    CQmLogTextCtrl& text = browser.GetTextCtrl();
-};
+using LogTextTest = LogTextWindowTest;
 
 // A colour of the system's scheme, put back at the end.
 class SystemColor
@@ -791,14 +695,14 @@ TEST_F(LogTextTest, MayBeDestroyedInItsTimerAndInACommand)
     ASSERT_TRUE(second.Create(WS_CHILD | WS_VISIBLE, CRect(300, 0, 600, 300), &frame, 2));
     second.WriteTest();
     first.vanish = true;
-    first.SendMessage(WM_TIMER, kRefreshTimer);
+    first.SendMessage(WM_TIMER, kLogRefreshTimer);
     EXPECT_EQ(nullptr, first.GetSafeHwnd());
     second.UpdateWindow();
 
     first.vanish = false;
     ASSERT_TRUE(first.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 300), &frame, 1));
     first.WriteTest();
-    first.SendMessage(WM_TIMER, kRefreshTimer);
+    first.SendMessage(WM_TIMER, kLogRefreshTimer);
     int row = 0;
     while (row < first.GetRowCount() && !first.Expand(row))
         ++row;
@@ -817,113 +721,6 @@ TEST_F(LogTextTest, OpeningAndClosingLeavesNothing)
         other.DestroyWindow();
     });
     EXPECT_EQ(nullptr, ::GetWindow(frame.GetSafeHwnd(), GW_CHILD));
-}
-
-// The sample session in the order of its numbers.
-TEST_F(LogTextTest, ShowsAllRowsByNumberAndKeepsItsPlace)
-{
-    OpenSample();
-    ASSERT_TRUE(text.GoTo(3, 4)); // a row of "SQL", unfolded
-    const std::uint32_t number = Style(text.GetCaretRow()).time;
-    const int unfolded = text.GetRowCount();
-    text.ShowMerged();
-    int rows = 0;
-    for (const char* const log : {"Main", "Source", "SQL"})
-        rows += static_cast<int>(Rows(log).size());
-    ASSERT_EQ(rows, text.GetRowCount());
-    for (int row = 0; row < rows; ++row)
-        ASSERT_EQ(static_cast<std::uint32_t>(row + 1), Style(row).time);
-    EXPECT_EQ(number, Style(text.GetCaretRow()).time);
-
-    text.ShowMerged(1u << 2); // "Source", without that row: the one before
-    EXPECT_EQ(static_cast<int>(Rows("Source").size()), text.GetRowCount());
-    EXPECT_GT(number, Style(text.GetCaretRow()).time);
-    text.SetShownKinds(CQmLogTextCtrl::kErrorRows);
-    EXPECT_EQ(0, text.GetRowCount());
-    text.SetShownKinds(CQmLogTextCtrl::kAllRows);
-
-    ASSERT_TRUE(text.GoToErrorInLogs(true) || text.GoToErrorInLogs(false)); // of "Main": all logs come
-    EXPECT_EQ(rows, text.GetRowCount());
-    EXPECT_EQ(kErrorKind, Style(text.GetCaretRow()).kind);
-    const std::uint32_t error = Style(text.GetCaretRow()).time;
-    text.ShowMain();
-    EXPECT_EQ(error, Style(text.GetCaretRow()).time);
-    EXPECT_EQ(0, text.GetRowFile(text.GetCaretRow()));
-    EXPECT_EQ(unfolded, text.GetRowCount()) << "what was unfolded stays so";
-}
-
-TEST_F(LogTextTest, FoldsBlocksOfAllLogsAndShowsTheTimeOfOne)
-{
-    OpenSample();
-    text.SetFoldsAllLogs(true);
-    text.ShowMerged();
-    const int rows = text.GetRowCount();
-    ASSERT_TRUE(text.GoToError(true));
-    int block = text.GetCaretRow(); // of the error; the header of the job around it is another row of "Main"
-    while (text.GetRowFile(--block) != 0)
-    {
-    }
-    const std::uint32_t header = Style(block).time;
-    ASSERT_TRUE(text.Collapse(block));
-    EXPECT_EQ(1u, text.CountHiddenErrors(block));
-    EXPECT_EQ(header + static_cast<std::uint32_t>(rows - text.GetRowCount()) + 1, Style(block + 1).time);
-    text.Focus(0, 0, false);
-    ASSERT_TRUE(text.GoToError(true)) << "folded away";
-    EXPECT_EQ(rows, text.GetRowCount());
-
-    ASSERT_TRUE(text.ShowDuring(text.GetCaretRow()));
-    EXPECT_EQ(header, Style(0).time);
-    EXPECT_EQ(kErrorKind, Style(text.GetCaretRow()).kind);
-    EXPECT_GT(rows, text.GetRowCount());
-    text.LeaveDuring();
-    EXPECT_EQ(rows, text.GetRowCount());
-
-    QmLogWriterDefine("Run").WriteLine("after everything");
-    Tick();
-    EXPECT_EQ(rows + 1, text.GetRowCount());
-    EXPECT_EQ(1, text.GetRowFile(rows));
-    text.ShowMain();
-    ASSERT_TRUE(text.GoTo(1, 0)) << "nothing leads there but the merged view";
-    EXPECT_TRUE(text.IsMerged());
-    EXPECT_EQ(rows, text.GetCaretRow());
-}
-
-TEST_F(LogTextTest, PinsTheHeadersOfTheFirstRowsBlocks)
-{
-    OpenSample();
-    text.ShowMerged();
-    text.SetPinsHeaders(true);
-    text.MoveWindow(0, 0, 600, 10 * text.GetRowHeight());
-    text.Focus(text.GetRowCount() - 1, 0, true);
-    text.Focus(20, 0, false); // below its block's headers
-    const int covered = text.GetCoveredRows();
-    ASSERT_LT(1, covered);
-    EXPECT_GE(20 - text.GetTopRow(), covered);
-    const std::uint8_t depth = Style(text.GetTopRow() + covered).indent;
-    Click(WM_LBUTTONDOWN, CPoint(200, text.GetRowHeight() / 2)); // the outermost
-    EXPECT_EQ(1, Style(text.GetCaretRow()).blockBegin);
-    EXPECT_GT(depth, Style(text.GetCaretRow()).indent);
-    EXPECT_GT(20, text.GetCaretRow());
-}
-
-TEST_F(LogTextTest, HasATabForEveryLog)
-{
-    browser.SetAllTabs(true);
-    OpenSample();
-    EXPECT_EQ(CQmLogBrowser::kAllLogsTab, browser.GetShownTab());
-    EXPECT_TRUE(text.IsMerged());
-    for (const int file : {0, 3, 2, 1})
-    {
-        browser.ShowTab(file);
-        EXPECT_EQ(file, browser.GetShownTab());
-        EXPECT_TRUE(text.IsWindowVisible()) << "the page of all tabs";
-        EXPECT_EQ(file != 0, text.IsMerged());
-    }
-    browser.ShowTab(CQmLogBrowser::kAllLogsTab);
-    text.ShowMerged(6);
-    browser.ShowTab(0);
-    browser.ShowTab(CQmLogBrowser::kAllLogsTab);
-    EXPECT_EQ(6u, text.GetShownLogs()) << "what the tab showed before";
 }
 
 } // namespace

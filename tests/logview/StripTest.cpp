@@ -128,7 +128,10 @@ TEST(StripTest, CountsAnewOnlyWhatHasChanged)
     while (merged.Extend(1000))
     {
     }
-    EXPECT_TRUE(strip.Update(merged, StateOf(merged, 60, {}), count));
+    const unsigned found = state.foundChanges;
+    state = StateOf(merged, 60, {});
+    state.foundChanges = found;
+    EXPECT_TRUE(strip.Update(merged, state, count));
     EXPECT_EQ(1 << 2, strip.GetMarks().errorLogs.back() & 1 << 2) << "more numbers on the same rows";
     EXPECT_EQ(60u, strip.GetMarks().found.size());
     EXPECT_EQ(4, counts);
@@ -149,6 +152,8 @@ TEST(PinnedHeadersTest, AreTheOpenBlocksOfTheFirstRow)
         {0, 1, false}, {0, 1, false}, {0, 2, true}, {0, 2, false}, {0, 0, false}, {0, 0, false}}; // 12
     for (const auto& row : rows)
         logs.Add(row.file, "x\n", row.indent, row.begins);
+    for (std::uint8_t depth = 1; depth <= 8; ++depth) // 18 to 25
+        logs.Add(0, "x\n", depth, true);
     MergedRows merged(logs);
     merged.Refresh();
     while (merged.Extend(1000))
@@ -169,6 +174,7 @@ TEST(PinnedHeadersTest, AreTheOpenBlocksOfTheFirstRow)
         {14, {1}},
         {15, {1, 14}},
         {16, {}},
+        {25, {20, 21, 22, 23, 24}},
     };
     for (const auto& [row, headers] : around)
         EXPECT_EQ(headers, pinned.Around(row)) << row;

@@ -121,6 +121,32 @@ TEST_F(LogFindInAllTest, GoesToMatchesWhereverTheyAreFoldedAway)
     EXPECT_EQ("SQL 1: Größe", Selected());
     EXPECT_EQ("Größe", QmGetWindowText(Item(kFindField))) << "stays as it was typed";
     EXPECT_EQ((std::vector<std::string>{"Größe", "job"}), text.GetFindHistory());
+
+    ::SendMessage(Bar(), WM_COMMAND, MAKEWPARAM(kFindField, CBN_DROPDOWN), 0);
+    ::SendMessage(Item(kFindField), CB_SETCURSEL, 1, 0);
+    ::SendMessage(Bar(), WM_COMMAND, MAKEWPARAM(kFindField, CBN_SELCHANGE), 0);
+    EXPECT_EQ("2 found", Finish()) << "what the list has, with capitals";
+}
+
+TEST_F(LogFindInAllTest, GoesOnFromTheCaret)
+{
+    Write("Main", "job, job, job");
+    Open();
+    text.FindInput();
+    Type("job");
+    for (const auto& [column, forward, place] : {std::tuple(4, true, "2 of 3"),
+                                                 {6, true, "3 of 3"},
+                                                 {5, true, "2 of 3"},
+                                                 {6, false, "2 of 3"},
+                                                 {11, true, "1 of 3"},
+                                                 {5, false, "1 of 3"},
+                                                 {0, false, "3 of 3"},
+                                                 {0, false, "3 of 3"}})
+    {
+        text.Focus(0, column, false);
+        Press(VK_F3, forward ? 0 : VK_SHIFT);
+        EXPECT_EQ(place, Finish()) << column;
+    }
 }
 
 TEST_F(LogFindInAllTest, ShowsRowsThatMainDoesNotLeadToAndTellsWhatIsWrong)

@@ -10,6 +10,7 @@
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "vkgrafic/WindowColors.h"
 
 namespace
 {
@@ -212,14 +213,15 @@ void CQmLogWatch::OnPaint()
     CDC& dc = memory.GetDC();
     CRect rect;
     GetClientRect(rect);
-    dc.FillSolidRect(rect, ::GetSysColor(COLOR_BTNFACE));
+    const VkGrafic::WindowColors colors(m_hWnd);
+    dc.FillSolidRect(rect, colors[VkGrafic::UiColor::Face]);
     const logreport::Watch& watch = m_data->watch;
     ::ImageList_Draw(m_data->images.List()->GetSafeHandle(), watch.Image(), dc, rect.left, rect.top,
                      ILD_NORMAL); // without a message as well
     rect.left += m_data->images.Size();
     const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
+    dc.SetTextColor(colors[VkGrafic::UiColor::FaceText]);
     GraphicText(dc).Draw(watch.Text().data(), static_cast<int>(watch.Text().size()), rect,
                          DT_VCENTER | DT_END_ELLIPSIS);
     if (::GetFocus() == m_hWnd)

@@ -51,7 +51,6 @@ struct Previews
     PreviewSizes sizes;
     CFont font;
     std::optional<GraphicFont> fontHas; // which characters; made when a text is not ASCII
-    CBrush brush{RGB(240, 240, 240)};
 };
 
 } // namespace logreport

@@ -4,6 +4,7 @@
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace
 {
 
 constexpr int kTextIndent = 7; // pixels, of a preview below a line
+constexpr COLORREF kPreviewGround = RGB(240, 240, 240);
 
 int LineHeight(CDC& dc)
 {
@@ -32,6 +34,16 @@ HFONT PreviewFont(logreport::Previews& previews, HWND hwnd, HDC dc, std::string_
         previews.fontHas.emplace(dc);
     const bool isIn = previews.fontHas->Has(dc, text.data(), static_cast<int>(text.size()));
     return isIn ? previews.font : VkGrafic::GetGuiFont(hwnd);
+}
+
+// Told apart from the lines of the list.
+void FillPreview(CDC& dc, const CRect& rect, HWND hwnd)
+{
+    const VkGrafic::WindowColors colors(hwnd);
+    const COLORREF ground = colors.IsDark() ? colors[VkGrafic::UiColor::Face] : kPreviewGround;
+    dc.FillSolidRect(rect, ground);
+    if (colors.IsDark())
+        dc.SetTextColor(VkGrafic::ReadableColor(dc.GetTextColor(), ground));
 }
 
 } // namespace
@@ -188,7 +200,7 @@ __int64 CReportCtrlLog::OnRvnItemDrawPreviewBypass(_NMREPORTVIEW* notification)
     if (!GetHideRow())
     {
         if (!(draw.item->state & RVIS_SELECTED) && !VkGrafic::IsHighContrast())
-            dc.FillRect(rect, &m_data->previews.brush);
+            FillPreview(dc, rect, *this);
         rect.left += kTextIndent;
     }
     const std::shared_ptr<ILogMsgList> list = m_data->source.list; // as long as its message is used

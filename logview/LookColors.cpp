@@ -1,7 +1,6 @@
 #include "logview/LookColors.h"
 
-#include <algorithm>
-#include <cmath>
+#include "vkgrafic/UiColors.h"
 
 namespace logview
 {
@@ -39,15 +38,6 @@ constexpr QmLogColors kDark = {
     .mark = Rgb(190, 196, 206),
 };
 
-double Luminance(std::uint32_t color)
-{
-    const auto channel = [color](unsigned shift) {
-        const double value = (color >> shift & 0xFF) / 255.0;
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * channel(0) + 0.7152 * channel(8) + 0.0722 * channel(16);
-}
-
 } // namespace
 
 const QmLogColors& ThemeColors(QmLogTheme theme)
@@ -57,15 +47,9 @@ const QmLogColors& ThemeColors(QmLogTheme theme)
 
 QmLogTheme ThemeFor(std::uint32_t window)
 {
-    const bool isDark = Contrast(window, kDark.kinds[0]) > Contrast(window, kLight.kinds[0]);
+    const bool isDark =
+        VkGrafic::Contrast(window, kDark.kinds[0]) > VkGrafic::Contrast(window, kLight.kinds[0]);
     return isDark ? QmLogTheme::Dark : QmLogTheme::Light;
-}
-
-double Contrast(std::uint32_t a, std::uint32_t b)
-{
-    const double first = Luminance(a) + 0.05;
-    const double second = Luminance(b) + 0.05;
-    return std::max(first, second) / std::min(first, second);
 }
 
 } // namespace logview

@@ -4,12 +4,19 @@
 #include "qmcommon/QmModule.h"
 #include "qmcommon/QmWindowText.h"
 #include "resources/qmlog_resource.h"
+#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
 
+using VkGrafic::UiColor;
+
 BEGIN_MESSAGE_MAP(CQmLogFindBar, CDialog)
     ON_WM_SIZE()
+    ON_MESSAGE(WM_CTLCOLORDLG, &CQmLogFindBar::OnCtlColor)
+    ON_MESSAGE(WM_CTLCOLORSTATIC, &CQmLogFindBar::OnCtlColor)
+    ON_MESSAGE(WM_CTLCOLOREDIT, &CQmLogFindBar::OnCtlColor)
+    ON_MESSAGE(WM_CTLCOLORLISTBOX, &CQmLogFindBar::OnCtlColor)
 END_MESSAGE_MAP()
 
 namespace
@@ -43,6 +50,8 @@ BOOL CQmLogFindBar::OnInitDialog()
 {
     CDialog::OnInitDialog();
     QmMakeWideField(::GetDlgItem(m_hWnd, IDC_FIND_WHAT));
+    m_buttons[0].SubclassWindow(::GetDlgItem(m_hWnd, IDOK));
+    m_buttons[1].SubclassWindow(::GetDlgItem(m_hWnd, IDC_FIND_BACK));
     ::SendDlgItemMessage(m_hWnd, IDC_FIND_WHAT, CB_LIMITTEXT, kMostCharacters, 0);
     CRect rect;
     GetWindowRect(rect);
@@ -62,6 +71,20 @@ BOOL CQmLogFindBar::OnInitDialog()
     for (std::size_t i = 0; i < m_tips.size(); ++i)
         m_tips[i].Show(::GetDlgItem(m_hWnd, tips[i].first), tips[i].second);
     return FALSE;
+}
+
+// The system's own colours, unless the window is dark.
+LRESULT CQmLogFindBar::OnCtlColor(WPARAM dc, LPARAM)
+{
+    const VkGrafic::WindowColors colors(m_hWnd);
+    if (!colors.IsDark())
+        return Default();
+    const UINT message = GetCurrentMessage()->message;
+    const bool isField = message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX;
+    const UiColor ground = isField ? UiColor::Window : UiColor::Face;
+    ::SetTextColor(reinterpret_cast<HDC>(dc), colors[isField ? UiColor::WindowText : UiColor::FaceText]);
+    ::SetBkColor(reinterpret_cast<HDC>(dc), colors[ground]);
+    return reinterpret_cast<LRESULT>(colors.Brush(ground));
 }
 
 void CQmLogFindBar::SetText(const std::string& text)

@@ -3,6 +3,7 @@
 
 #include "afxwin.h"
 #include "logview/find/FindText.h"
+#include "qmcommon/QmButtonXP.h"
 #include "qmcommon/QmTip.h"
 
 #include <array>
@@ -39,6 +40,7 @@ protected:
     void OnCancel() override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg LRESULT OnCtlColor(WPARAM dc, LPARAM control);
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -47,6 +49,7 @@ private:
     std::string TextOf(int entry);
 
     CQmLogFinder& m_finder;
+    std::array<CQmButtonXP, 2> m_buttons;
     std::array<CQmTip, 5> m_tips;
     CQmTip m_stateTip;
     std::string m_state;

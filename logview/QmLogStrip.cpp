@@ -5,6 +5,7 @@
 #include "logview/RowSource.h"
 #include "logview/find/FindColors.h"
 #include "vkgrafic/Display.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 
@@ -104,7 +105,7 @@ void CQmLogStrip::OnPaint()
     dc.FillSolidRect(client, m_look.window);
     dc.FillSolidRect(0, m_look.viewTop, client.Width(), std::max(m_look.viewBottom - m_look.viewTop, 1),
                      m_look.highContrast ? ::GetSysColor(COLOR_HIGHLIGHT) : m_look.colors.caretMargin);
-    dc.FillSolidRect(0, 0, 1, client.Height(), ::GetSysColor(COLOR_3DSHADOW));
+    dc.FillSolidRect(0, 0, 1, client.Height(), VkGrafic::WindowColors(m_hWnd)[VkGrafic::UiColor::Edge]);
 
     const int lane = std::max((client.Width() - 1) / kLanes, 1);
     const auto marksOf = [&](int at, COLORREF color) {

@@ -1,6 +1,7 @@
 // The headers that stay at the top of the log text window while the rows of their blocks scroll.
 #include "QmLogTextCtrl.h"
 #include "logview/ShownRows.h"
+#include "vkgrafic/WindowColors.h"
 
 void CQmLogTextCtrl::SetPinsHeaders(bool pins)
 {
@@ -33,7 +34,8 @@ void CQmLogTextCtrl::DrawCover(CDC& dc, const CRect& area, int rows)
         DrawMargin(dc, CRect(area.left, y, area.left + margin, y + height), header);
         y += height;
     }
-    dc.FillSolidRect(area.left, area.bottom - 1, area.Width(), 1, ::GetSysColor(COLOR_3DSHADOW));
+    dc.FillSolidRect(area.left, area.bottom - 1, area.Width(), 1,
+                     VkGrafic::WindowColors(m_hWnd)[VkGrafic::UiColor::Edge]);
 }
 
 bool CQmLogTextCtrl::OnCoverClick(int line, CPoint)

@@ -2,6 +2,7 @@
 
 #include "report/DrawingGuards.h"
 #include "report/model/InvalidArgument.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 #include <iterator>
@@ -45,13 +46,18 @@ std::size_t ReadColors(const CBitmap& bitmap, std::vector<PALETTEENTRY>& entries
 
 } // namespace
 
-void PaintColors::ReadSystem()
+void PaintColors::ReadSystem(HWND hwnd)
 {
-    const int sources[RVSC_COUNT] = {COLOR_WINDOW,     COLOR_HIGHLIGHT,     COLOR_BTNFACE,
-                                     COLOR_WINDOWTEXT, COLOR_HIGHLIGHTTEXT, COLOR_WINDOWTEXT,
-                                     COLOR_BTNFACE,    COLOR_BTNFACE,       COLOR_3DLIGHT,
-                                     COLOR_BTNSHADOW,  COLOR_BTNHIGHLIGHT,  COLOR_3DDKSHADOW};
-    std::transform(std::begin(sources), std::end(sources), m_system, ::GetSysColor);
+    using VkGrafic::UiColor;
+    constexpr UiColor sources[RVSC_COUNT] = {
+        UiColor::Window,     UiColor::Highlight,     UiColor::InactiveHighlight,
+        UiColor::WindowText, UiColor::HighlightText, UiColor::InactiveHighlightText,
+        UiColor::Face,       UiColor::Face,          UiColor::Light,
+        UiColor::Edge,       UiColor::FaceHighlight, UiColor::DarkShadow};
+    const VkGrafic::WindowColors colors(hwnd);
+    std::transform(std::begin(sources), std::end(sources), m_system,
+                   [&](UiColor color) { return colors[color]; });
+    m_isDark = colors.IsDark();
 }
 
 void PaintColors::ReadDisplay()
@@ -68,6 +74,11 @@ COLORREF PaintColors::System(int slot) const
     if (slot == RVSC_INACTIVEHIGHLIGHT && m_inactiveHighlight >= 0)
         return static_cast<COLORREF>(m_inactiveHighlight);
     return m_system[slot];
+}
+
+COLORREF PaintColors::Readable(COLORREF text, COLORREF background) const
+{
+    return m_isDark ? VkGrafic::ReadableColor(text, background) : text;
 }
 
 bool PaintColors::Insert(int index, COLORREF color)

@@ -13,9 +13,12 @@ namespace report
 class PaintColors
 {
 public:
-    void ReadSystem();
+    void ReadSystem(HWND hwnd);      // those of a dark window, if it is one
     void ReadDisplay();              // whether it needs a palette
     COLORREF System(int slot) const; // RVSC_*; invalid argument for others
+
+    // Colours of owners are meant for light windows: in a dark one, a colour like it that can be read.
+    COLORREF Readable(COLORREF text, COLORREF background) const;
 
     // That of selected rows without the focus; negative for the system's.
     void UseInactiveHighlight(std::int64_t color) { m_inactiveHighlight = color; }
@@ -44,6 +47,7 @@ private:
     std::vector<COLORREF> m_table;
     CPalette m_palette;
     bool m_needsPalette = false;
+    bool m_isDark = false;
 };
 
 } // namespace report

@@ -300,7 +300,7 @@ void CReportCtrl::Data::ReadSystem()
 
 void CReportCtrl::GetSysColors()
 {
-    m_data->look.colors.ReadSystem();
+    m_data->look.colors.ReadSystem(m_hWnd);
 }
 
 COLORREF CReportCtrl::GetSystemColor(int slot) const

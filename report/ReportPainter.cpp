@@ -81,8 +81,10 @@ COLORREF CReportCtrl::Data::Painter::RowColor(bool isOdd, int backgroundColor, C
 
 COLORREF CReportCtrl::Data::Painter::CellTextColor(int row, int column, const _RVITEM& cell) const
 {
-    return IsFocused(row, column) ? m_data.look.colors.System(RVSC_TEXT)
-                                  : TextColorOf(cell.textColor, IsSelected(row));
+    const report::PaintColors& colors = m_data.look.colors;
+    return colors.Readable(IsFocused(row, column) ? colors.System(RVSC_TEXT)
+                                                  : TextColorOf(cell.textColor, IsSelected(row)),
+                           CellColor(row, column, cell));
 }
 
 COLORREF CReportCtrl::Data::Painter::CellColor(int row, int column, const _RVITEM& cell) const
@@ -184,8 +186,11 @@ void CReportCtrl::Data::Painter::DrawPreview(CDC& dc, const CRect& rect, int row
     std::string preview = fetched.preview;
     _RVITEM item = fetched.item;
     item.text = preview.data();
-    item.state |= IsSelected(row) ? RVIS_SELECTED : 0;
-    dc.SetTextColor(TextColorOf(item.textColor, IsSelected(row)));
+    const bool isSelected = IsSelected(row);
+    item.state |= isSelected ? RVIS_SELECTED : 0;
+    dc.SetTextColor(m_data.look.colors.Readable(
+        TextColorOf(item.textColor, isSelected),
+        RowColor(row > 0 && (row & 1), item.backgroundColor, PlainColor(), isSelected)));
     _NMRVITEMDRAW notification = {};
     m_data.FillHeader(notification.hdr, RVN_ITEMDRAWPREVIEW);
     notification.item = &item;

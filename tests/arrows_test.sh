@@ -68,7 +68,7 @@ includes_only "QmLogApi\.h|$messages" include/{ReportCtrlLog,QmLogWatch}.h
 # The log files know no windows; the log view is told of them by a source of rows.
 includes_only "$logs|$core|vkservices/\w+\.h|logfiles/\w+\.h" logfiles/*.{h,cpp}
 models=(logview/!(QmLog*|ShownRows*|FileLook*|ReaderRows*|SessionStart*).@(h|cpp) logview/{find,merge}/*.{h,cpp})
-includes_only 'QmLog(Look|Row)\.h|logview/(\w+/)?\w+\.h|textmatch/\w+\.h|vkgrafic/TextCells\.h|zemacore/WideText\.h' "${models[@]}"
+includes_only 'QmLog(Look|Row)\.h|logview/(\w+/)?\w+\.h|textmatch/\w+\.h|vkgrafic/(TextCells|UiColors)\.h|zemacore/WideText\.h' "${models[@]}"
 includes_only "$logs|$core|logfiles/\w+\.h|logview/\w+\.h" logview/@(FileLook|ReaderRows|SessionStart).{h,cpp}
 includes_only "$logs|$logWindows|$framework|$graphics|$common|zemacore/WideText\.h|textmatch/\w+\.h|resources/\w+\.h|logview/(\w+/)?\w+\.h" \
     logview/QmLog*.{h,cpp} logview/ShownRows.h

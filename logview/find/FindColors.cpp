@@ -1,9 +1,11 @@
 #include "logview/find/FindColors.h"
 
-#include "logview/LookColors.h"
+#include "vkgrafic/UiColors.h"
 
 namespace logview
 {
+
+using VkGrafic::Contrast;
 
 namespace
 {

@@ -4,12 +4,16 @@
 #include "qmcommon/MenuText.h"
 #include "qmcommon/QmIcon.h"
 #include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
 
 namespace qmcommon
 {
+
+using VkGrafic::UiColor;
+
 namespace
 {
 
@@ -61,10 +65,22 @@ SIZE MeasureText(HDC dc, const std::string& text, UINT flags)
     return {rect.right, rect.bottom};
 }
 
-void DrawSeparator(HDC dc, RECT rect)
+void Fill(HDC dc, const RECT& rect, COLORREF color)
+{
+    ::SetBkColor(dc, color);
+    ::ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
+}
+
+void DrawSeparator(HDC dc, RECT rect, const VkGrafic::WindowColors& colors)
 {
     rect.top = (rect.top + rect.bottom) / 2 - 1;
-    ::DrawEdge(dc, &rect, EDGE_ETCHED, BF_TOP);
+    if (!colors.IsDark())
+    {
+        ::DrawEdge(dc, &rect, EDGE_ETCHED, BF_TOP);
+        return;
+    }
+    rect.bottom = rect.top + 1;
+    Fill(dc, rect, colors[UiColor::Edge]);
 }
 
 // The system draws marks in black on white only: as a bitmap of one bit they take the text's colours.
@@ -84,18 +100,26 @@ void DrawMark(HDC dc, const MenuItem& item, const RECT& rect)
 }
 
 // On the menu's background in a selected item as well, where its colours can be told apart.
-void DrawImage(HDC dc, const MenuItem& item, const RECT& rect, bool disabled)
+void DrawImage(HDC dc, const MenuItem& item, const RECT& rect, bool disabled, COLORREF background)
 {
     const HICON icon =
         QmLoadIcon(item.image.c_str(), item.imageSize, disabled ? QmIconLook::Disabled : QmIconLook::Normal);
     if (!icon)
         return;
     const RECT column = {rect.left, rect.top, rect.left + MarkWidth(item), rect.bottom};
-    ::FillRect(dc, &column, ::GetSysColorBrush(COLOR_MENU));
+    Fill(dc, column, background);
     ::DrawIconEx(dc, (column.left + column.right - item.imageSize) / 2,
                  (rect.top + rect.bottom - item.imageSize) / 2, icon, item.imageSize, item.imageSize, 0,
                  nullptr, DI_NORMAL);
     ::DestroyIcon(icon);
+}
+
+void DrawInBar(HDC dc, const MenuItem& item, RECT rect, UINT hidePrefix)
+{
+    const MenuFont font;
+    const VkGrafic::Selected selected(dc, font.Get());
+    ::SetBkMode(dc, TRANSPARENT);
+    DrawColumn(dc, item.text, rect, DT_SINGLELINE | DT_VCENTER | DT_CENTER | hidePrefix);
 }
 
 void DrawTexts(HDC dc, const MenuItem& item, RECT rect, UINT hidePrefix)
@@ -126,6 +150,12 @@ void MeasureMenuItem(const MenuItem& item, MEASUREITEMSTRUCT& measure)
     const MenuText columns = SplitMenuText(item.text);
     const SIZE caption = MeasureText(dc, columns.caption, kCaptionFlags);
     const SIZE shortcut = MeasureText(dc, columns.shortcut, kShortcutFlags);
+    if (item.inBar) // the system adds what lies between two of them
+    {
+        measure.itemWidth = static_cast<UINT>(caption.cx);
+        measure.itemHeight = static_cast<UINT>(::GetSystemMetrics(SM_CYMENU));
+        return;
+    }
 
     const int gap = columns.shortcut.empty() ? 0 : kColumnGap;
     const int height =
@@ -134,26 +164,32 @@ void MeasureMenuItem(const MenuItem& item, MEASUREITEMSTRUCT& measure)
     measure.itemHeight = static_cast<UINT>(height + kMargin);
 }
 
-void DrawMenuItem(const MenuItem& item, const DRAWITEMSTRUCT& draw)
+void DrawMenuItem(const MenuItem& item, const DRAWITEMSTRUCT& draw, const VkGrafic::WindowColors& colors)
 {
     const VkGrafic::SavedState saved(draw.hDC);
-    const bool selected = (draw.itemState & ODS_SELECTED) != 0 && !item.separator;
+    const bool selected = (draw.itemState & (ODS_SELECTED | ODS_HOTLIGHT)) != 0 && !item.separator;
+    const UINT hidePrefix = (draw.itemState & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0;
     const bool disabled = (draw.itemState & (ODS_GRAYED | ODS_DISABLED)) != 0;
-    const int background = selected ? COLOR_HIGHLIGHT : COLOR_MENU;
-    const int foreground = disabled ? COLOR_GRAYTEXT : selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT;
-    ::FillRect(draw.hDC, &draw.rcItem, ::GetSysColorBrush(background));
-    ::SetBkColor(draw.hDC, ::GetSysColor(background));
-    ::SetTextColor(draw.hDC, ::GetSysColor(foreground));
+    const UiColor foreground = disabled   ? UiColor::GreyText
+                               : selected ? UiColor::HighlightText
+                                          : UiColor::MenuText;
+    Fill(draw.hDC, draw.rcItem, colors[selected ? UiColor::Highlight : UiColor::Menu]);
+    ::SetTextColor(draw.hDC, colors[foreground]);
     if (item.separator)
     {
-        DrawSeparator(draw.hDC, draw.rcItem);
+        DrawSeparator(draw.hDC, draw.rcItem, colors);
+        return;
+    }
+    if (item.inBar)
+    {
+        DrawInBar(draw.hDC, item, draw.rcItem, hidePrefix);
         return;
     }
     if ((draw.itemState & ODS_CHECKED) != 0)
         DrawMark(draw.hDC, item, draw.rcItem);
     else if (!item.image.empty())
-        DrawImage(draw.hDC, item, draw.rcItem, disabled);
-    DrawTexts(draw.hDC, item, draw.rcItem, (draw.itemState & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0);
+        DrawImage(draw.hDC, item, draw.rcItem, disabled, colors[UiColor::Menu]);
+    DrawTexts(draw.hDC, item, draw.rcItem, hidePrefix);
 }
 
 } // namespace qmcommon

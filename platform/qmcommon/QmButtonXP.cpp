@@ -5,10 +5,13 @@
 #include "qmcommon/QmTip.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
+#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <string>
 #include <utility>
+
+using VkGrafic::UiColor;
 
 namespace
 {
@@ -127,13 +130,22 @@ void CQmButtonXP::OnPaint()
 void CQmButtonXP::Draw(CDC& dc, CRect rect)
 {
     const bool isPushed = (GetState() & BST_PUSHED) != 0;
-    dc.FillSolidRect(rect, ::GetSysColor(COLOR_BTNFACE));
-    if (GetButtonStyle() == BS_DEFPUSHBUTTON)
+    const bool isDefault = GetButtonStyle() == BS_DEFPUSHBUTTON;
+    if (const VkGrafic::WindowColors colors(m_hWnd); colors.IsDark())
     {
-        ::FrameRect(dc, rect, ::GetSysColorBrush(COLOR_WINDOWFRAME));
-        ::InflateRect(rect, -1, -1);
+        dc.FillSolidRect(rect, colors[isPushed ? UiColor::FaceHighlight : UiColor::Light]);
+        ::FrameRect(dc, rect, colors.Brush(isDefault ? UiColor::DarkShadow : UiColor::Edge));
     }
-    ::DrawFrameControl(dc, rect, DFC_BUTTON, DFCS_BUTTONPUSH | (isPushed ? DFCS_PUSHED : 0u));
+    else
+    {
+        dc.FillSolidRect(rect, colors[UiColor::Face]);
+        if (isDefault)
+        {
+            ::FrameRect(dc, rect, ::GetSysColorBrush(COLOR_WINDOWFRAME));
+            ::InflateRect(rect, -1, -1);
+        }
+        ::DrawFrameControl(dc, rect, DFC_BUTTON, DFCS_BUTTONPUSH | (isPushed ? DFCS_PUSHED : 0u));
+    }
     CRect contents = rect;
     if (isPushed)
         ::OffsetRect(contents, 1, 1);
@@ -163,6 +175,6 @@ void CQmButtonXP::DrawContents(CDC& dc, CRect rect)
                      DST_ICON | (isEnabled ? DSS_NORMAL : DSS_DISABLED));
     rect.left += iconRoom;
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(::GetSysColor(isEnabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    dc.SetTextColor(VkGrafic::WindowColors(m_hWnd)[isEnabled ? UiColor::FaceText : UiColor::GreyText]);
     ::DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), rect, format);
 }

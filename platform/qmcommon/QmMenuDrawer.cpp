@@ -4,6 +4,7 @@
 #include "qmcommon/MenuItemDraw.h"
 #include "qmcommon/MenuText.h"
 #include "qmcommon/QmIcon.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 
@@ -16,6 +17,40 @@ MENUITEMINFOA MakeInfo(UINT mask)
     info.cbSize = sizeof(info);
     info.fMask = mask;
     return info;
+}
+
+// Of a menu's edges, and between its items; null for the system's.
+void SetBackground(HMENU menu, HBRUSH brush)
+{
+    MENUINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIM_BACKGROUND;
+    info.hbrBack = brush;
+    ::SetMenuInfo(menu, &info);
+}
+
+// What the system leaves light of a dark menu bar: the line below it, and in part what is right of its items.
+void PaintBarRest(HWND hwnd)
+{
+    MENUBARINFO bar = {};
+    bar.cbSize = sizeof(bar);
+    RECT window = {};
+    RECT last = {};
+    const HMENU menu = ::GetMenu(hwnd);
+    const int count = ::GetMenuItemCount(menu);
+    if (count <= 0 || !::GetMenuBarInfo(hwnd, OBJID_MENU, 0, &bar) || !::GetWindowRect(hwnd, &window) ||
+        !::GetMenuItemRect(hwnd, menu, static_cast<UINT>(count - 1), &last))
+        return;
+    const HBRUSH brush = VkGrafic::WindowColors(hwnd).Brush(VkGrafic::UiColor::Menu);
+    const HDC dc = ::GetWindowDC(hwnd);
+    RECT rest = {last.right, last.top, bar.rcBar.right, bar.rcBar.bottom};
+    RECT line = {bar.rcBar.left, bar.rcBar.bottom, bar.rcBar.right, bar.rcBar.bottom + 1};
+    for (RECT* const part : {&rest, &line})
+    {
+        ::OffsetRect(part, -window.left, -window.top);
+        ::FillRect(dc, part, brush);
+    }
+    ::ReleaseDC(hwnd, dc);
 }
 
 std::string GetItemText(HMENU menu, UINT position)
@@ -73,7 +108,16 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
     case WM_INITMENUPOPUP:
         *result = CallWindow(message, wParam, lParam); // the window may yet fill the menu
         if (HIWORD(lParam) == FALSE)
-            TakeItems(reinterpret_cast<HMENU>(wParam));
+            TakeItems(reinterpret_cast<HMENU>(wParam), false);
+        return TRUE;
+    case WM_SYSCOLORCHANGE:
+        TakeBar();
+        return FALSE;
+    case WM_NCPAINT:
+    case WM_NCACTIVATE:
+        *result = CallWindow(message, wParam, lParam);
+        if (HasDarkBar())
+            PaintBarRest(GetHookedWindow());
         return TRUE;
     case WM_UNINITMENUPOPUP:
         GiveBackItems(reinterpret_cast<HMENU>(wParam));
@@ -92,7 +136,7 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
         const Item* const item = draw.CtlType == ODT_MENU ? FindItem(draw.itemData) : nullptr;
         if (!item)
             return FALSE;
-        qmcommon::DrawMenuItem(item->look, draw);
+        qmcommon::DrawMenuItem(item->look, draw, VkGrafic::WindowColors(GetHookedWindow()));
         *result = TRUE;
         return TRUE;
     }
@@ -113,9 +157,31 @@ BOOL CQmMenuDrawer::OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
     }
 }
 
-void CQmMenuDrawer::TakeItems(HMENU menu)
+bool CQmMenuDrawer::HasDarkBar() const
+{
+    const auto isInBar = [](const std::unique_ptr<Item>& item) { return item->look.inBar; };
+    return std::any_of(m_items.begin(), m_items.end(), isInBar);
+}
+
+// The system draws the bar, unless it is to be dark.
+void CQmMenuDrawer::TakeBar()
+{
+    const HWND hwnd = GetHookedWindow();
+    const bool hasBar = (::GetWindowLong(hwnd, GWL_STYLE) & WS_CHILD) == 0 && ::GetMenu(hwnd);
+    if (!hasBar)
+        return;
+    if (VkGrafic::WindowColors(hwnd).IsDark())
+        TakeItems(::GetMenu(hwnd), true);
+    else
+        GiveBackItems(::GetMenu(hwnd));
+    ::DrawMenuBar(hwnd);
+}
+
+void CQmMenuDrawer::TakeItems(HMENU menu, bool isBar)
 {
     GiveBackItems(menu); // an end that was not reported
+    if (const VkGrafic::WindowColors colors(GetHookedWindow()); colors.IsDark())
+        SetBackground(menu, colors.Brush(VkGrafic::UiColor::Menu));
     const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
     for (UINT position = 0; position < count; ++position)
     {
@@ -126,7 +192,7 @@ void CQmMenuDrawer::TakeItems(HMENU menu)
             continue;
         const char* const image = qmcommon::ImageOf(info.dwItemData);
         const qmcommon::MenuItem look = {GetItemText(menu, position), (info.fType & MFT_SEPARATOR) != 0,
-                                         (info.fType & MFT_RADIOCHECK) != 0, image ? image : ""};
+                                         isBar, (info.fType & MFT_RADIOCHECK) != 0, image ? image : ""};
         auto item = std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, look});
         info.fMask = MIIM_FTYPE | MIIM_DATA; // the text stays
         info.fType |= MFT_OWNERDRAW;
@@ -153,6 +219,10 @@ void CQmMenuDrawer::AlignCaptions(HMENU menu)
 
 void CQmMenuDrawer::GiveBackItems(HMENU menu)
 {
+    const auto isOf = [menu](const std::unique_ptr<Item>& item) { return item->menu == menu; };
+    if (std::none_of(m_items.begin(), m_items.end(), isOf))
+        return;
+    SetBackground(menu, nullptr);
     const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
     for (UINT position = 0; position < count; ++position)
     {
@@ -166,7 +236,7 @@ void CQmMenuDrawer::GiveBackItems(HMENU menu)
         info.dwItemData = item->data;
         ::SetMenuItemInfoA(menu, position, TRUE, &info);
     }
-    std::erase_if(m_items, [menu](const std::unique_ptr<Item>& item) { return item->menu == menu; });
+    std::erase_if(m_items, isOf);
 }
 
 // The record that an item's data points to; null for data of others.

@@ -5,8 +5,11 @@
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <commctrl.h>
+
+using VkGrafic::UiColor;
 
 namespace
 {
@@ -127,18 +130,20 @@ void CQmFlatTabCtrl::OnPaint()
     ::SelectObject(dc, VkGrafic::GetGuiFont(m_hWnd));
     dc.SetBkMode(TRANSPARENT);
 
+    const VkGrafic::WindowColors colors(m_hWnd);
     CRect client;
     GetClientRect(client);
-    dc.FillSolidRect(client, ::GetSysColor(COLOR_BTNFACE));
+    dc.FillSolidRect(client, colors[UiColor::Face]);
     const flattab::TabStrip layout = GetLayout();
     CRect edge = RectOf(layout.Strip());
     if (m_bottom)
         edge.bottom = edge.top + 1;
     else
         edge.top = edge.bottom - 1;
-    dc.FillSolidRect(edge, ::GetSysColor(COLOR_3DSHADOW));
+    dc.FillSolidRect(edge, colors[UiColor::Edge]);
     for (int index = 0; index < static_cast<int>(m_tabs.size()); ++index)
-        DrawTab(dc, RectOf(layout.Tab(index)), m_tabs[static_cast<std::size_t>(index)], index == m_selected);
+        DrawTab(dc, RectOf(layout.Tab(index)), m_tabs[static_cast<std::size_t>(index)], index == m_selected,
+                colors);
 }
 
 BOOL CQmFlatTabCtrl::OnEraseBkgnd(CDC*)
@@ -201,20 +206,21 @@ void CQmFlatTabCtrl::PlacePage()
 }
 
 // The selected tab has the page's colour and, towards the page, no edge.
-void CQmFlatTabCtrl::DrawTab(CDC& dc, const RECT& rect, const Tab& tab, bool selected) const
+void CQmFlatTabCtrl::DrawTab(CDC& dc, const RECT& rect, const Tab& tab, bool selected,
+                             const VkGrafic::WindowColors& colors) const
 {
     if (selected)
     {
         CRect inner = rect;
-        dc.FillSolidRect(inner, ::GetSysColor(COLOR_3DSHADOW));
+        dc.FillSolidRect(inner, colors[UiColor::Edge]);
         inner.left += 1;
         inner.right -= 1;
         if (m_bottom)
             inner.bottom -= 1;
         else
             inner.top += 1;
-        dc.FillSolidRect(inner, ::GetSysColor(COLOR_WINDOW));
+        dc.FillSolidRect(inner, colors[UiColor::Window]);
     }
-    dc.SetTextColor(::GetSysColor(selected ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
+    dc.SetTextColor(colors[selected ? UiColor::WindowText : UiColor::FaceText]);
     GraphicText(dc).Draw(tab.label.data(), static_cast<int>(tab.label.size()), rect, DT_CENTER | DT_VCENTER);
 }

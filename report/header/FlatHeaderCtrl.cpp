@@ -2,6 +2,7 @@
 
 #include "afxcontrolbarutil.h"
 #include "report/header/FlatHeaderPress.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 #include <iterator>
@@ -185,7 +186,7 @@ void CFlatHeaderCtrl::DrawFace(CDC& dc, const CRect& rect, const HeaderFace& fac
     const int saved = dc.SaveDC();
     const LRESULT font = ::SendMessage(m_hWnd, WM_GETFONT, 0, 0);
     ::SelectObject(dc, font ? reinterpret_cast<HFONT>(font) : ::GetStockObject(SYSTEM_FONT));
-    DrawHeaderFace(dc, rect, face);
+    DrawHeaderFace(dc, rect, face, VkGrafic::WindowColors(m_hWnd));
     dc.RestoreDC(saved);
 }
 
@@ -204,7 +205,7 @@ void CFlatHeaderCtrl::OnPaint()
         if (rect.Width() > 0 && ::RectVisible(memory.GetDC(), rect))
             DrawFace(memory.GetDC(), rect, GetFace(index));
     }
-    DrawHeaderGround(memory.GetDC(), rest);
+    DrawHeaderGround(memory.GetDC(), rest, VkGrafic::WindowColors(m_hWnd));
 }
 
 BOOL CFlatHeaderCtrl::OnEraseBkgnd(CDC*)

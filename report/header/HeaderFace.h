@@ -6,6 +6,11 @@
 #include <commctrl.h>
 #include <string>
 
+namespace VkGrafic
+{
+class WindowColors;
+}
+
 enum class HeaderLook
 {
     Plain,
@@ -25,9 +30,9 @@ struct HeaderFace
     HeaderLook look = HeaderLook::Plain;
 };
 
-// In the system's colours and the font of `dc`, which is otherwise left as it was. Marks stand at the right
+// In the font of `dc`, which is otherwise left as it was. Marks stand at the right
 // end, the image at the left; what is left between them is the caption's.
-void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face);
+void DrawHeaderFace(CDC& dc, const CRect& rect, const HeaderFace& face, const VkGrafic::WindowColors& colors);
 
 // Where no item is.
-void DrawHeaderGround(CDC& dc, const CRect& rect);
+void DrawHeaderGround(CDC& dc, const CRect& rect, const VkGrafic::WindowColors& colors);

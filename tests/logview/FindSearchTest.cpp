@@ -1,9 +1,9 @@
 #include "logview/find/FindSearch.h"
-#include "logview/LookColors.h"
 #include "logview/find/BlockForm.h"
 #include "logview/find/FindColors.h"
 #include "logview/find/FindState.h"
 #include "tests/logview/LogRows.h"
+#include "vkgrafic/UiColors.h"
 
 #include "tests/support/LongRun.h"
 #include "tests/support/Random.h"
@@ -530,6 +530,7 @@ TEST(FindState, TellsHowFarItIsAndWhatWasFound)
 
 TEST(FindColors, KeepTextsReadableOnMarks)
 {
+    using VkGrafic::Contrast;
     for (const std::uint32_t window : {0xFFFFFFu, 0xF0F0F0u, 0x000000u, 0x1E1E1Eu, 0x808080u})
     {
         const std::uint32_t mark = MatchBackground(window);

@@ -2,12 +2,14 @@
 #include "logview/LookColors.h"
 #include "logview/MarginLayout.h"
 #include "logview/RowSource.h"
+#include "vkgrafic/UiColors.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
 using namespace logview;
+using VkGrafic::Contrast;
 
 namespace
 {

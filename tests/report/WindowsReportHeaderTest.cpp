@@ -3,6 +3,7 @@
 #include "ReportSubItemListCtrl.h"
 #include "tests/report/ReportFixture.h"
 #include "tests/report/ReportPicture.h"
+#include "vkgrafic/WindowColors.h"
 
 namespace
 {
@@ -321,6 +322,10 @@ TEST_F(ReportHeader, ShowsCaptionsMarksAndWhatIsPressed)
              {{mark, dark, 16}, Some(second, high), None(mark, high)}},
             {[&] { shown.SetItemFiltered(0, false), Format(1, HDF_RIGHT), report.SortItems(1, 1); },
              {None(next, text), Some(CRect(75, 0, 83, 15), text), None(gap, text), All(ground, face)}},
+            {[&] { VkGrafic::UseDarkColors(parent, true); },
+             {All(ground, VkGrafic::DarkColor(VkGrafic::UiColor::Face)),
+              Some(CRect(75, 0, 83, 15), VkGrafic::DarkColor(VkGrafic::UiColor::FaceText))}},
+            {[&] { VkGrafic::UseDarkColors(parent, false); }, {All(ground, face)}},
             {[&] { report.ModifyProperty(RVP_KEYS, RVK_COLUMNS), Key(VK_RIGHT, {VK_CONTROL}); },
              {Some(CRect(1, 1, 48, 2), face ^ RGB(255, 255, 255))}}, // dots
             {[&] { MouseOnHeader(WM_LBUTTONDOWN, 75); }, {None(ground, face)}},

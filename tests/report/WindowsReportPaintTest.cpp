@@ -1,6 +1,7 @@
 // What the report control looks like, by the pixels that carry a meaning.
 #include "tests/report/ReportFixture.h"
 #include "tests/report/ReportPicture.h"
+#include "vkgrafic/WindowColors.h"
 
 namespace
 {
@@ -114,6 +115,30 @@ TEST_F(ReportPaint, RowsAndTextsHaveTheColoursOfTheirState)
         {[&] { report.SetColors(0, -1, -1); }, {Some(CellAt(0, 0), highText)}},
         {[&] { Focus(false); }, {Some(CellAt(0, 0), text)}},
     });
+}
+
+TEST_F(ReportPaint, IsDarkWithinADarkFrameAndAsBeforeAfterwards)
+{
+    using VkGrafic::UiColor;
+    const auto use = [&](bool dark) { return [&, dark] { VkGrafic::UseDarkColors(parent, dark); }; };
+    const auto dark = [](UiColor color) { return VkGrafic::DarkColor(color); };
+    const auto red = [&](UiColor ground) { return VkGrafic::ReadableColor(kRed, dark(ground)); };
+    const COLORREF window = Color(RVSC_WINDOW);
+    Begin(0);
+    report.SetColors(0, 1, -1);
+    report.InsertColor(2, RGB(255, 250, 230));
+    report.SetColors(1, -1, 2); // the owner's light ground, and no colour for its text
+    const auto paint = [this] { Paint(); };
+    ::ExpectScenes(picture, paint,
+                   {{[] {}, {All(Blank(3), window), Some(CellAt(0, 0), kRed)}},
+                    {use(true),
+                     {All(Blank(3), dark(UiColor::Window)), Some(CellAt(0, 0), red(UiColor::Window)),
+                      Some(CellAt(3, 0), dark(UiColor::WindowText)), All(Blank(1), RGB(255, 250, 230)),
+                      None(CellAt(1, 0), dark(UiColor::WindowText))}},
+                    {use(false), {All(Blank(3), window), Some(CellAt(0, 0), kRed)}}});
+    ReportParent other;
+    use(true)();
+    EXPECT_FALSE(VkGrafic::WindowColors(other).IsDark());
 }
 
 TEST_F(ReportPaint, TextsHaveTheirPlaceAndFont)

@@ -10,7 +10,8 @@
 // and for the pictures of items that CQmCommandDefineMenu made, where a check mark goes before the picture;
 // the caption with its access key, the shortcut at the right edge, in the system's menu font and colours.
 // Items keep their texts, and access keys work. Afterwards items are what they were. The window menu, bitmaps
-// and items that their owner draws are left alone.
+// and items that their owner draws are left alone. While the window is dark (vkgrafic/WindowColors.h) its
+// menus are dark, too, and the menu bar is drawn as well.
 class QMPLATFORM_API CQmMenuDrawer : public CQmHookWnd
 {
 public:
@@ -23,7 +24,9 @@ protected:
 private:
     struct Item; // of an open menu, which carries this record's address as its data
 
-    void TakeItems(HMENU menu);
+    bool HasDarkBar() const;
+    void TakeBar();
+    void TakeItems(HMENU menu, bool isBar);
     void AlignCaptions(HMENU menu);
     void GiveBackItems(HMENU menu);
     const Item* FindItem(ULONG_PTR data) const;

@@ -12,6 +12,11 @@ namespace flattab
 class TabStrip;
 }
 
+namespace VkGrafic
+{
+class WindowColors;
+}
+
 // Shows one page window at a time beside its tabs. When the user selects another tab, by mouse or by Ctrl+Tab
 // and Ctrl+Shift+Tab, the parent is told by a WM_NOTIFY with the code TCN_SELCHANGE; selecting from within
 // the program tells nobody. The focus is the page's. Tabs are counted from 0.
@@ -62,7 +67,8 @@ private:
     flattab::TabStrip GetLayout() const;
     void SelectByUser(int index);
     void PlacePage();
-    void DrawTab(CDC& dc, const RECT& rect, const Tab& tab, bool selected) const;
+    void DrawTab(CDC& dc, const RECT& rect, const Tab& tab, bool selected,
+                 const VkGrafic::WindowColors& colors) const;
 
     std::vector<Tab> m_tabs;
     int m_selected = -1;

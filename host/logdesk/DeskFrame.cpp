@@ -57,12 +57,13 @@ BEGIN_MESSAGE_MAP(DeskFrame, CWnd)
     ON_WM_TIMER()
     ON_MESSAGE(WM_DROPFILES, &ThisClass::OnDropFiles)
     ON_MESSAGE(kPublish, &ThisClass::OnPublish)
+    ON_NOTIFY(NM_CUSTOMDRAW, kToolsId, &ThisClass::OnDrawTools)
     ON_REGISTERED_MESSAGE(presentMessage, &ThisClass::OnPresent)
 END_MESSAGE_MAP()
 
 DeskFrame::DeskFrame(SessionPlace place, SessionState session)
     : m_place(std::move(place)), m_session(session), m_splitter([this](int top) { MoveSplitter(top); }),
-      m_status([this] { PressStatusButton(); }, [this] { ClearErrors(); },
+      m_status([this] { PressStatusButton(); }, [this] { ShowRowsAfterMain(); }, [this] { ClearErrors(); },
                [this] { FocusPane(ActivePane()); }),
       m_errors(m_status.Watch()), m_fileCommands([this](IQmCommand& collector) { ScanFile(collector); }),
       m_logCommands([this](IQmCommand& collector) { ScanLog(collector); }),

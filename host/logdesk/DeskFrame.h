@@ -64,8 +64,9 @@ public:
     void SetLeastLevel(std::uint32_t level);
     void GoToMessageError(msgservice::MsgService::Direction direction);
     void ShowInLog(std::uint32_t id);
-    void ShowTab(int file); // of a log, or CQmLogBrowser::kAllLogsTab
-    void ShowDuring();      // the block of the log text's caret, or leaves it
+    void ShowTab(int file);   // of a log, or CQmLogBrowser::kAllLogsTab
+    void ShowRowsAfterMain(); // the first row after Main's last, among all logs
+    void ShowDuring();        // the block of the log text's caret, or leaves it
     void GoToErrorInLogs(bool forward);
     void ShowInMessages(); // the row of the log text's caret
 
@@ -95,6 +96,7 @@ protected:
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL system);
     afx_msg void OnTimer(UINT_PTR timer);
     afx_msg LRESULT OnDropFiles(WPARAM drop, LPARAM);
+    afx_msg void OnDrawTools(NMHDR* header, LRESULT* result);
     afx_msg LRESULT OnPublish(WPARAM, LPARAM);
     afx_msg LRESULT OnPresent(WPARAM sender, LPARAM id);
     DECLARE_MESSAGE_MAP()

@@ -1,4 +1,5 @@
 // What the log text shows: its tabs, chosen logs and kinds, and the time of one block.
+#include "QmLogReader.h"
 #include "logdesk/DeskFrame.h"
 
 namespace logdesk
@@ -9,6 +10,18 @@ void DeskFrame::ShowTab(int file)
     ShowPane(Pane::LogText, true);
     m_browser.ShowTab(file);
     RefreshNotices();
+}
+
+void DeskFrame::ShowRowsAfterMain()
+{
+    CQmLogReader& main = QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(0));
+    CQmLogRow last = {};
+    const unsigned long rows = main.GetRowCount();
+    if (rows == 0 || !main.ReadStyle(rows - 1, last))
+        return;
+    ShowTab(CQmLogBrowser::kAllLogsTab);
+    GetTextCtrl().GoToNumber(last.time + 1);
+    FocusPane(Pane::LogText);
 }
 
 void DeskFrame::ShowDuring()
@@ -50,6 +63,8 @@ void DeskFrame::ScanLogMoves(IQmCommand& collector)
     collector.AddSeparator();
     AddCommand(collector, {text.IsDuring() ? "&Back to All Rows" : "During This &Block",
                            [this] { ShowDuring(); }, 'B', kQmControl, false, text.GetRowCount() > 0});
+    AddCommand(collector, {"Rows after &Main's Last", [this] { ShowRowsAfterMain(); }, 'M', kQmControl, false,
+                           m_folder && RowsAfterMain(*m_folder) > 0});
     AddCommand(collector,
                {"Previous Error of Any Log", [this] { GoToErrorInLogs(false); }, VK_UP, kQmAlt | kQmShift});
     AddCommand(collector,

@@ -1,6 +1,7 @@
-// The look of the log text: colours, font and zoom, as the user chose them and the system wants them.
+// The look: colours, and font and zoom of the log text, as the user chose them and the system wants them.
 #include "logdesk/DeskFrame.h"
 #include "vkgrafic/Display.h"
+#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -57,7 +58,15 @@ void DeskFrame::UseColours()
     look.wideMargin = true;
     look.colors = &colors;
     GetTextCtrl().SetLook(look);
-    UseDarkTitle(m_hWnd, isDark && !VkGrafic::IsHighContrast());
+    const bool isOwn = isDark && !VkGrafic::IsHighContrast();
+    VkGrafic::UseDarkColors(m_hWnd, isOwn);
+    UseDarkTitle(m_hWnd, isOwn);
+    m_messages.UseColours();
+}
+
+void DeskFrame::OnDrawTools(NMHDR* header, LRESULT* result)
+{
+    *result = ToolBar::Draw(*reinterpret_cast<const NMTBCUSTOMDRAW*>(header));
 }
 
 void DeskFrame::SetColours(ColourChoice choice)

@@ -96,7 +96,10 @@ StatusTexts DeskFrame::ReadStatus()
     if (!m_messages.File().empty())
         texts.session = "File opened";
     else if (m_folder)
+    {
         texts.session = SessionText(m_session, *m_folder);
+        texts.link = SessionLinkText(m_session, *m_folder);
+    }
     MessageList& list = m_messages.List();
     ViewState view;
     if (ActivePane() == Pane::LogText)
@@ -104,7 +107,10 @@ StatusTexts DeskFrame::ReadStatus()
         view = ReadView();
         texts.place = CaretText(view);
         if (const int folded = GetTextCtrl().GetLeftFolded(); folded > 0)
+        {
             texts.session = LeftFoldedText(folded);
+            texts.link.clear();
+        }
         texts.rows = RowsText(view);
     }
     else

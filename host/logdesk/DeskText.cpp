@@ -48,9 +48,15 @@ std::string FileTitleText(const std::string& file)
     return file + " - LogDesk";
 }
 
+// There is room for one of them.
+std::string SessionLinkText(SessionState session, const FolderState& folder)
+{
+    return IsWanting(session) ? "" : AfterText(folder);
+}
+
 std::string SessionText(SessionState session, const FolderState& folder)
 {
-    const std::string after = IsWanting(session) ? "" : AfterText(folder); // there is room for one of them
+    const std::string after = SessionLinkText(session, folder);
     return StateText(session) + (after.empty() ? "" : ". " + after);
 }
 

@@ -40,6 +40,8 @@ std::string FolderName(const std::string& folder);
 std::string TitleText(const std::string& folder, SessionState session);
 std::string FileTitleText(const std::string& file); // while a file's messages are shown
 
+// What of the session's text leads to rows that are out of sight; empty for nothing.
+std::string SessionLinkText(SessionState session, const FolderState& folder);
 std::string SessionText(SessionState session, const FolderState& folder);
 std::string RowsText(const ViewState& view);
 std::string CaretText(const ViewState& view);

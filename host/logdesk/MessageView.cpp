@@ -6,6 +6,7 @@
 #include "msgservice/text/UserFormats.h"
 #include "msgservice/view/FieldText.h"
 #include "vkgrafic/Display.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 
@@ -58,13 +59,18 @@ BOOL MessageView::Create(CWnd& parent, UINT id, UINT wake, const MessageOptions&
     m_options = options;
     if (!m_list.Create(WS_CHILD | WS_VISIBLE, CRect(), &parent, id))
         return FALSE;
-    if (!VkGrafic::IsHighContrast()) // a found message is to be seen while the window to find has the focus
-        m_list.ModifyProperty(RVP_INACTIVEHIGHLIGHT, kInactiveHighlight);
     m_list.SetLogMsgService(&m_service); // creating it has taken the service away
     m_parent = parent;
     m_wake = wake;
     m_service.SetWake([this] { Wake(); });
     return TRUE;
+}
+
+// A found message is to be seen while the window to find has the focus.
+void MessageView::UseColours()
+{
+    const bool hasOwn = VkGrafic::IsHighContrast() || VkGrafic::WindowColors(m_list).IsDark();
+    m_list.ModifyProperty(RVP_INACTIVEHIGHLIGHT, hasOwn ? -1 : std::int64_t{kInactiveHighlight});
 }
 
 // On any thread. One message is enough however often it is called.

@@ -35,6 +35,9 @@ public:
     BOOL Create(CWnd& parent, UINT id, UINT wake, const MessageOptions& options);
     void Publish();
 
+    // After the window has become dark, or light.
+    void UseColours();
+
     MessageList& List() { return m_list; }
     msgservice::MsgService& Service() { return m_service; }
 

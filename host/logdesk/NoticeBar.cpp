@@ -4,6 +4,7 @@
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 
@@ -71,13 +72,14 @@ void NoticeBar::OnPaint()
     CPaintDC dc(this);
     CRect area;
     GetClientRect(area);
-    const bool isHighContrast = VkGrafic::IsHighContrast();
-    dc.FillSolidRect(area, isHighContrast ? ::GetSysColor(COLOR_INFOBK) : kBackground);
-    dc.FillSolidRect(CRect(area.left, area.bottom - 1, area.right, area.bottom),
-                     ::GetSysColor(COLOR_3DSHADOW));
+    using VkGrafic::UiColor;
+    const VkGrafic::WindowColors colors(m_hWnd);
+    const bool isOurs = !colors.IsDark() && !VkGrafic::IsHighContrast();
+    dc.FillSolidRect(area, isOurs ? kBackground : colors[UiColor::Notice]);
+    dc.FillSolidRect(CRect(area.left, area.bottom - 1, area.right, area.bottom), colors[UiColor::Edge]);
 
     const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
-    dc.SetTextColor(isHighContrast ? ::GetSysColor(COLOR_INFOTEXT) : RGB(0, 0, 0));
+    dc.SetTextColor(isOurs ? RGB(0, 0, 0) : colors[UiColor::NoticeText]);
     dc.SetBkMode(TRANSPARENT);
     const GraphicText text(dc);
     const int height = GetLineHeight();

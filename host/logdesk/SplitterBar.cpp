@@ -1,9 +1,12 @@
 #include "logdesk/SplitterBar.h"
 
+#include "vkgrafic/WindowColors.h"
+
 namespace logdesk
 {
 
 BEGIN_MESSAGE_MAP(SplitterBar, CWnd)
+    ON_WM_ERASEBKGND()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
     ON_WM_LBUTTONUP()
@@ -17,9 +20,16 @@ SplitterBar::~SplitterBar()
 
 BOOL SplitterBar::Create(CWnd* parent, UINT id)
 {
-    const char* const name = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_SIZENS),
-                                                 reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1));
+    const char* const name = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_SIZENS));
     return CWnd::Create(name, "", WS_CHILD | WS_VISIBLE, CRect(), parent, id);
+}
+
+BOOL SplitterBar::OnEraseBkgnd(CDC* dc)
+{
+    CRect area;
+    GetClientRect(area);
+    dc->FillSolidRect(area, VkGrafic::WindowColors(m_hWnd)[VkGrafic::UiColor::Face]);
+    return TRUE;
 }
 
 void SplitterBar::OnLButtonDown(UINT, CPoint point)

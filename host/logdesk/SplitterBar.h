@@ -23,6 +23,7 @@ public:
     BOOL Create(CWnd* parent, UINT id);
 
 protected:
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
     afx_msg void OnLButtonUp(UINT flags, CPoint point);

@@ -1,8 +1,10 @@
 #include "logdesk/StatusBar.h"
 
+#include "afxcontrolbarutil.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "vkgrafic/WindowColors.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +17,7 @@ namespace
 
 constexpr UINT kButtonId = 1;
 constexpr UINT kWatchId = 2;
+constexpr UINT kLinkId = 3;
 
 enum Part
 {
@@ -35,9 +38,19 @@ constexpr int kPlaceColumns = 32;
 constexpr int kAroundText = 3;
 constexpr int kAroundButton = 5;
 
+constexpr int kTextMargin = 4; // pixels before a part's text
+constexpr int kLineMargin = 4; // above and below the lines between parts
+
+constexpr std::pair<Part, std::string StatusTexts::*> kParts[] = {
+    {kSessionPart, &StatusTexts::session},   {kErrorsPart, &StatusTexts::errors},
+    {kPlacePart, &StatusTexts::place},       {kRowsPart, &StatusTexts::rows},
+    {kMessagesPart, &StatusTexts::messages}, {kFollowPart, &StatusTexts::follow}};
+
 } // namespace
 
 BEGIN_MESSAGE_MAP(StatusBar, CStatusBarCtrl)
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
     ON_BN_CLICKED(kButtonId, &StatusBar::OnButton)
 END_MESSAGE_MAP()
 
@@ -54,6 +67,8 @@ BOOL StatusBar::Create(CWnd* parent, UINT id)
     if (!m_button.Create("BUTTON", "", WS_CHILD | BS_PUSHBUTTON, CRect(), this, kButtonId))
         return FALSE;
     if (!m_watch.Create(WS_CHILD, CRect(), this, kWatchId))
+        return FALSE;
+    if (!m_link.Create(this, kLinkId, "Show them (Ctrl+M)"))
         return FALSE;
     m_watch.SetOwnerWnd(parent);
     UseResolution();
@@ -82,6 +97,55 @@ int StatusBar::GetColumnWidth()
     return font.tmAveCharWidth;
 }
 
+BOOL StatusBar::OnEraseBkgnd(CDC*)
+{
+    return TRUE; // painted as a whole
+}
+
+// By itself, because the system's bar knows light colours only.
+void StatusBar::OnPaint()
+{
+    using VkGrafic::UiColor;
+    CPaintDC paint(this);
+    CMemDC memory(paint, this);
+    CDC& dc = memory.GetDC();
+    const VkGrafic::WindowColors colors(m_hWnd);
+    CRect client;
+    GetClientRect(client);
+    dc.FillSolidRect(client, colors[UiColor::Face]);
+    dc.FillSolidRect(0, 0, client.Width(), 1, colors[UiColor::Edge]);
+    const VkGrafic::Selected selected(dc, GetFont()->GetSafeHandle());
+    dc.SetBkMode(TRANSPARENT);
+    for (const auto& [part, text] : kParts)
+    {
+        CRect rect = GetPart(part);
+        if (rect.Width() <= kTextMargin)
+            continue;
+        if (part != kFollowPart)
+            dc.FillSolidRect(rect.right, rect.top + kLineMargin, 1, rect.Height() - 2 * kLineMargin,
+                             colors[UiColor::Edge]);
+        rect.left += kTextMargin;
+        dc.SetTextColor(colors[UiColor::FaceText]);
+        GraphicText(dc).Draw((m_texts.*text).data(), static_cast<int>((m_texts.*text).size()), rect,
+                             DT_LEFT | DT_VCENTER | DT_END_ELLIPSIS);
+    }
+    if (!::IsZoomed(::GetParent(m_hWnd)))
+        DrawGrip(dc, colors[UiColor::DarkShadow]);
+}
+
+// Dots in the corner, by which the window is made larger.
+void StatusBar::DrawGrip(CDC& dc, COLORREF color)
+{
+    constexpr int kDots = 3;
+    CRect client;
+    GetClientRect(client);
+    const int dot = std::max(1, ::MulDiv(2, VkGrafic::GetResolution(m_hWnd), 96));
+    for (int row = 0; row < kDots; ++row)
+        for (int column = 0; column <= row; ++column)
+            dc.FillSolidRect(client.right - (column + 1) * 2 * dot, client.bottom - (kDots - row) * 2 * dot,
+                             dot, dot, color);
+}
+
 void StatusBar::SetTexts(const StatusTexts& texts)
 {
     const bool isOtherWidth = texts.messages.size() != m_texts.messages.size() ||
@@ -89,15 +153,13 @@ void StatusBar::SetTexts(const StatusTexts& texts)
                               texts.session != m_texts.session ||
                               texts.place.size() != m_texts.place.size() || texts.button != m_texts.button ||
                               texts.rows.empty() != m_texts.rows.empty() || m_watch.IsShowing() != m_hasWatch;
-    constexpr std::pair<Part, std::string StatusTexts::*> parts[] = {
-        {kSessionPart, &StatusTexts::session},   {kErrorsPart, &StatusTexts::errors},
-        {kPlacePart, &StatusTexts::place},       {kRowsPart, &StatusTexts::rows},
-        {kMessagesPart, &StatusTexts::messages}, {kFollowPart, &StatusTexts::follow}};
-    for (const auto& [part, text] : parts)
+    for (const auto& [part, text] : kParts)
         if (texts.*text != m_texts.*text)
             SetText((texts.*text).c_str(), part, 0);
     if (texts.button != m_texts.button)
         m_button.SetWindowText(texts.button.c_str());
+    if (texts.link != m_texts.link)
+        m_link.SetWindowText(texts.link.c_str());
     m_texts = texts;
     m_watch.UpdateTip();
     if (isOtherWidth)
@@ -118,12 +180,23 @@ int StatusBar::GetPlaceWidth(int room, int width)
     return std::max(wanted, std::min(GetPartWidth(m_texts.place), std::max(0, room - width / 8)));
 }
 
-int StatusBar::GetPartWidth(const std::string& text)
+int StatusBar::GetTextWidth(const std::string& text)
 {
     CClientDC dc(this);
     const VkGrafic::Selected selected(dc, GetFont()->GetSafeHandle());
-    return GraphicText(dc).GetWidth(text.data(), static_cast<int>(text.size())) +
-           kAroundText * GetColumnWidth();
+    return GraphicText(dc).GetWidth(text.data(), static_cast<int>(text.size()));
+}
+
+int StatusBar::GetPartWidth(const std::string& text)
+{
+    return GetTextWidth(text) + kAroundText * GetColumnWidth();
+}
+
+CRect StatusBar::GetPart(int part)
+{
+    CRect rect;
+    SendMessage(SB_GETRECT, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(&rect));
+    return rect;
 }
 
 void StatusBar::LayOut()
@@ -147,6 +220,7 @@ void StatusBar::LayOut()
     rights[kSessionPart] = GetSessionRight(rights[kWatchPart]);
     SetParts(kPartCount, rights);
     PlaceWatch();
+    PlaceLink();
     PlaceButton(buttonColumns);
 }
 
@@ -161,18 +235,26 @@ int StatusBar::GetLeastWidth()
 
 void StatusBar::PlaceWatch()
 {
-    CRect part;
-    SendMessage(SB_GETRECT, kWatchPart, reinterpret_cast<LPARAM>(&part));
+    CRect part = GetPart(kWatchPart);
     ::InflateRect(part, -1, -1); // within its border
     m_watch.MoveWindow(part.left, part.top, std::max(0, part.Width()), std::max(0, part.Height()));
     m_watch.ShowWindow(m_hasWatch ? SW_SHOWNA : SW_HIDE);
 }
 
+// At the end of the session's text.
+void StatusBar::PlaceLink()
+{
+    const CRect part = GetPart(kSessionPart);
+    const int left = part.left + kTextMargin + GetTextWidth(m_texts.session) - GetTextWidth(m_texts.link);
+    const int width = std::min(GetTextWidth(m_texts.link), static_cast<int>(part.right) - left);
+    m_link.MoveWindow(left, part.top, std::max(0, width), part.Height());
+    m_link.ShowWindow(m_texts.link.empty() || width <= 0 ? SW_HIDE : SW_SHOWNA);
+}
+
 // At the end of the messages' part.
 void StatusBar::PlaceButton(int columns)
 {
-    CRect part;
-    SendMessage(SB_GETRECT, kMessagesPart, reinterpret_cast<LPARAM>(&part));
+    const CRect part = GetPart(kMessagesPart);
     const int width = columns * GetColumnWidth();
     m_button.MoveWindow(part.right - 2 - width, 2, width, std::max(0, static_cast<int>(part.bottom) - 2));
     m_button.ShowWindow(m_texts.button.empty() ? SW_HIDE : SW_SHOWNA);

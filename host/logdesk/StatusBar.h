@@ -3,6 +3,8 @@
 
 #include "afxcmn.h"
 #include "logdesk/DeskWatch.h"
+#include "logdesk/StatusLink.h"
+#include "qmcommon/QmButtonXP.h"
 
 #include <array>
 #include <functional>
@@ -15,6 +17,7 @@ namespace logdesk
 struct StatusTexts
 {
     std::string session;
+    std::string link;   // the end of that, which leads somewhere
     std::string errors; // beside the watch, which shows the latest one
     std::string place;  // in the window that has the focus
     std::string rows;
@@ -29,9 +32,11 @@ struct StatusTexts
 class StatusBar : public CStatusBarCtrl
 {
 public:
-    // What the user asks for: by the button, by the watch's menu, and by leaving the watch.
-    StatusBar(std::function<void()> pressed, std::function<void()> clear, std::function<void()> leave)
-        : m_pressed(std::move(pressed)), m_watch(std::move(clear), std::move(leave))
+    // What the user asks for: by the button, by the link, by the watch's menu, and by leaving the watch.
+    StatusBar(std::function<void()> pressed, std::function<void()> follow, std::function<void()> clear,
+              std::function<void()> leave)
+        : m_pressed(std::move(pressed)), m_link(std::move(follow)),
+          m_watch(std::move(clear), std::move(leave))
     {
     }
     ~StatusBar() override;
@@ -53,6 +58,8 @@ public:
     int GetLeastWidth();
 
 protected:
+    afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnButton();
     DECLARE_MESSAGE_MAP()
 
@@ -60,13 +67,18 @@ private:
     int GetColumnWidth();
     int GetSessionRight(int room);
     int GetPlaceWidth(int room, int width);
+    int GetTextWidth(const std::string& text);
     int GetPartWidth(const std::string& text);
+    CRect GetPart(int part);
+    void DrawGrip(CDC& dc, COLORREF color);
+    void PlaceLink();
     void PlaceWatch();
     void PlaceButton(int columns);
 
     std::function<void()> m_pressed;
     StatusTexts m_texts;
-    CWnd m_button;
+    CQmButtonXP m_button;
+    StatusLink m_link;
     bool m_hasWatch = false; // a place
     DeskWatch m_watch;
 };

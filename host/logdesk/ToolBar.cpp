@@ -1,6 +1,7 @@
 #include "logdesk/ToolBar.h"
 
 #include "qmcommon/QmIcon.h"
+#include "vkgrafic/WindowColors.h"
 
 namespace logdesk
 {
@@ -27,6 +28,10 @@ bool AddImages(CImageList& list, int size, QmIconLook look)
 }
 
 } // namespace
+
+BEGIN_MESSAGE_MAP(ToolBar, CWnd)
+    ON_WM_ERASEBKGND()
+END_MESSAGE_MAP()
 
 ToolBar::~ToolBar()
 {
@@ -72,6 +77,36 @@ void ToolBar::AddButtons()
     }
     m_states.resize(buttons.size());
     SendMessage(TB_ADDBUTTONSA, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
+}
+
+// A flat bar has its parent's background, which is light.
+BOOL ToolBar::OnEraseBkgnd(CDC* dc)
+{
+    CRect area;
+    GetClientRect(area);
+    dc->FillSolidRect(area, VkGrafic::WindowColors(m_hWnd)[VkGrafic::UiColor::Face]);
+    return TRUE;
+}
+
+LRESULT ToolBar::Draw(const NMTBCUSTOMDRAW& draw)
+{
+    using VkGrafic::UiColor;
+    const VkGrafic::WindowColors colors(draw.nmcd.hdr.hwndFrom);
+    if (!colors.IsDark())
+        return CDRF_DODEFAULT;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT)
+        return CDRF_DODEFAULT;
+    const UINT state = draw.nmcd.uItemState;
+    if ((state & (CDIS_CHECKED | CDIS_SELECTED | CDIS_HOT)) != 0)
+    {
+        const bool isOn = (state & (CDIS_CHECKED | CDIS_SELECTED)) != 0;
+        ::FillRect(draw.nmcd.hdc, &draw.nmcd.rc,
+                   colors.Brush(isOn ? UiColor::FaceHighlight : UiColor::Light));
+        ::FrameRect(draw.nmcd.hdc, &draw.nmcd.rc, colors.Brush(UiColor::Edge));
+    }
+    return TBCDRF_NOEDGES | TBCDRF_NOBACKGROUND;
 }
 
 int ToolBar::GetHeight()

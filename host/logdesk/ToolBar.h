@@ -17,6 +17,9 @@ public:
     // Visible at once if `show` says so.
     BOOL Create(CWnd* parent, UINT id, UINT firstCommand, bool show);
 
+    // For the parent's NM_CUSTOMDRAW: the system draws buttons for light windows.
+    static LRESULT Draw(const NMTBCUSTOMDRAW& draw);
+
     // In the size that the display wants now.
     bool LoadImages();
 
@@ -28,6 +31,10 @@ public:
 
     // Pixels at which all buttons show; 0 while it is hidden.
     int GetLeastWidth();
+
+protected:
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    DECLARE_MESSAGE_MAP()
 
 private:
     void AddButtons();

@@ -220,8 +220,21 @@ until_shown '^pane: Row 6: Main, number 6$'
 keys alt+v t
 until_shown '^ToolbarWindow32 .* hidden$'
 
-echo "Zoom, colours: by keys and menu, remembered"
-keys ctrl+equal ctrl+equal ctrl+equal ctrl+minus alt+v d
+echo "Zoom, colours: by keys and menu, whose access keys work in the dark; as the system's change; remembered"
+themes='HKCU\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize'
+system_colours() {
+    wine reg add "$themes" /f /v AppsUseLightTheme /t REG_DWORD /d "$1" >/dev/null
+    wine "$bin/desk_probe.exe" LogDeskFrame settings
+}
+keys ctrl+equal ctrl+equal ctrl+equal ctrl+minus
+until_shown '^bar: light$'
+system_colours 0
+until_shown '^bar: dark$'
+keys alt+v g
+until_shown '^bar: light$'
+system_colours 1
+keys alt+v d
+until_shown '^bar: dark$'
 
 echo "The watch: the latest error, which Enter opens and Delete takes away"
 until_shown '^pane: 2 errors$'
@@ -525,10 +538,45 @@ keys alt+1
 until_shown '^notice: Main has no rows, .* SQL \(2 rows\)'
 printf 'main' | logtool write Main
 until_shown '^notice: Not in this view, because they are older than the first row of Main: 2 rows of SQL'
+
+echo "What lies behind Main's last row: told by the status bar, which leads there, as a key does"
+printf 'third' | logtool write SQL
+until_shown '^pane: Session opened. 1 row after Main'
+click 110 10 1 msctls_statusbar32
+until_shown '^pane: Row 4: SQL, number '
+keys alt+1
+until_shown '^pane: Row 1: Main, '
+keys ctrl+m
+until_shown '^pane: Row 4: SQL, number '
 rm -r "$session"
 until_shown '^notice: Z:.*other is not there, or cannot be read'
 leave
 session="$work/Größe 日志 Журнал"
+
+
+echo "Expand All that ends early says so"
+mkdir "$work/early"
+python3 - "$work/early" <<'PYTHON'
+import struct, sys
+
+logs = {"Main": [1, 502], "Source": [], "Run": [], "SQL": []}
+for number in range(500):
+    logs[["Source", "Run", "SQL", "Source", "SQL"][number % 5]].append(number + 2)
+for log, numbers in logs.items():
+    with open(f"{sys.argv[1]}/{log}.LOG", "w") as text, open(f"{sys.argv[1]}/{log}.ROW", "wb") as rows:
+        text.write("x\n" * len(numbers))
+        for row, number in enumerate(numbers):
+            rows.write(struct.pack("<IB3xIB3xI", 2 * row, 0, 0, 1, number))
+open(f"{sys.argv[1]}/Log.DAT", "wb").write(struct.pack("<IB3x", 502, 0))
+PYTHON
+start "$(windows_path "$work/early")"
+until_shown '^pane: 502 messages$'
+keys alt+1 ctrl+Home Return
+until_shown '^pane: "Expand All" has ended early: up to [0-9,]* rows may be folded$'
+keys space
+until_shown '^pane: 2 rows$'
+until_shown '^pane: Session opened'
+leave
 
 echo "A new session; the earlier one is kept, and another LogDesk does not delete it"
 start --start "$(windows_path "$session")" --keep 1

@@ -30,6 +30,14 @@ std::vector<std::string> FilesOf(HDROP drop)
     return files;
 }
 
+// The dialog begins with the folder that is shown.
+int CALLBACK SelectFolder(HWND dialog, UINT message, LPARAM, LPARAM folder)
+{
+    if (message == BFFM_INITIALIZED)
+        ::SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, folder);
+    return 0;
+}
+
 } // namespace
 
 void DeskFrame::AskForFiles()
@@ -54,7 +62,10 @@ void DeskFrame::AskForFolder()
     BROWSEINFOA browse = {};
     browse.hwndOwner = m_hWnd;
     browse.lpszTitle = "The folder of a session's logs:";
-    browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+    browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE | BIF_NONEWFOLDERBUTTON;
+    browse.lpfn = SelectFolder;
+    const std::string shown = FolderName(m_place.folder);
+    browse.lParam = reinterpret_cast<LPARAM>(shown.c_str());
     PIDLIST_ABSOLUTE const chosen = ::SHBrowseForFolderA(&browse);
     if (!chosen)
         return;

@@ -19,8 +19,12 @@ void DeskFrame::ShowRowsAfterMain()
     const unsigned long rows = main.GetRowCount();
     if (rows == 0 || !main.ReadStyle(rows - 1, last))
         return;
+    int file = 0;
+    unsigned long row = 0;
+    if (!GetTextCtrl().Find(last.time + 1, true, file, row))
+        return;
     ShowTab(CQmLogBrowser::kAllLogsTab);
-    GetTextCtrl().GoToNumber(last.time + 1);
+    Tell(GoToRow(file, row));
     FocusPane(Pane::LogText);
 }
 

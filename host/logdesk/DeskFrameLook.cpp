@@ -1,6 +1,7 @@
 // The look: colours, and font and zoom of the log text, as the user chose them and the system wants them.
 #include "logdesk/DeskFrame.h"
 #include "vkgrafic/Display.h"
+#include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
@@ -99,12 +100,15 @@ void DeskFrame::Zoom(int steps)
 void DeskFrame::AskForTextFont()
 {
     LOGFONTW description = DescribeFont(m_options.look, m_options.look.points, m_hWnd);
+    CClientDC dc(this);
+    const VkGrafic::Selected selected(dc, m_textFont); // which is another one where there is none of the name
+    ::GetTextFaceW(dc, LF_FACESIZE, description.lfFaceName);
     CHOOSEFONTW dialog = {};
     dialog.lStructSize = sizeof(dialog);
     dialog.hwndOwner = m_hWnd;
     dialog.lpLogFont = &description;
-    dialog.Flags = CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_INITTOLOGFONTSTRUCT | CF_NOSCRIPTSEL |
-                   CF_NOVERTFONTS | CF_FORCEFONTEXIST;
+    dialog.Flags = CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_SCALABLEONLY | CF_INITTOLOGFONTSTRUCT |
+                   CF_NOSCRIPTSEL | CF_NOVERTFONTS | CF_FORCEFONTEXIST;
     if (!::ChooseFontW(&dialog))
         return;
     TextLook look = m_options.look;

@@ -12,8 +12,10 @@ namespace
 {
 
 constexpr int kAroundColumns = 20; // pixels: frames and borders
-constexpr int kWarningColor = 1;   // its index in the base
-constexpr COLORREF kReadableWarning = RGB(150, 100, 0);
+constexpr int kWarningColor = 1;   // the base's numbers of these two
+constexpr int kErrorColor = 2;
+constexpr COLORREF kReadableWarning = RGB(138, 84, 0);
+constexpr COLORREF kReadableError = RGB(192, 0, 0);
 
 // Hands on all entries but the one that opens a file.
 class WithoutOpen : public IQmCommand
@@ -141,6 +143,7 @@ void MessageList::GoTo(const ListRows& rows)
 void MessageList::UseFirstLook(int width)
 {
     SetColor(kWarningColor, kReadableWarning);
+    SetColor(kErrorColor, kReadableError);
     ActivateSubItem(kLogMsgTopic, 2);
     int others = ::GetSystemMetrics(SM_CXVSCROLL) + kAroundColumns;
     for (const int subitem : {kLogMsgTimestamp, kLogMsgLevel, kLogMsgTopic})

@@ -45,7 +45,7 @@ public:
     bool IsFollowing() { return GetFollow() != 0 && !IsFollowPaused(); }
 
     // For whoever sees it first: columns for a window of `width` pixels, with the topic and long bodies, and
-    // a colour of warnings that can be read.
+    // colours of warnings and errors that can be read.
     void UseFirstLook(int width);
 
     bool GetShowPreview();

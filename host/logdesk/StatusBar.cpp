@@ -1,6 +1,7 @@
 #include "logdesk/StatusBar.h"
 
 #include "afxcontrolbarutil.h"
+#include "qmcommon/QmIcon.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
@@ -35,6 +36,7 @@ enum Part
 constexpr int kFollowColumns = 19;
 constexpr int kRowsColumns = 14;
 constexpr int kPlaceColumns = 32;
+constexpr int kWatchColumns = 12; // at least, beside a link
 constexpr int kAroundText = 3;
 constexpr int kAroundButton = 5;
 
@@ -153,30 +155,41 @@ void StatusBar::SetTexts(const StatusTexts& texts)
                               texts.session != m_texts.session ||
                               texts.place.size() != m_texts.place.size() || texts.button != m_texts.button ||
                               texts.rows.empty() != m_texts.rows.empty() || m_watch.IsShowing() != m_hasWatch;
+    const StatusTexts before = std::exchange(m_texts, texts); // setting one may paint at once
     for (const auto& [part, text] : kParts)
-        if (texts.*text != m_texts.*text)
+        if (texts.*text != before.*text)
             SetText((texts.*text).c_str(), part, 0);
-    if (texts.button != m_texts.button)
+    if (texts.button != before.button)
         m_button.SetWindowText(texts.button.c_str());
-    if (texts.link != m_texts.link)
+    if (texts.link != before.link)
         m_link.SetWindowText(texts.link.c_str());
-    m_texts = texts;
     m_watch.UpdateTip();
     if (isOtherWidth)
         LayOut();
 }
 
-// Of the room for session and watch: the watch has what the session's text leaves, and half of it at least.
+// Of the room for session and watch: the watch has what the session's text leaves, and half of it at least if
+// its own text needs that.
 int StatusBar::GetSessionRight(int room)
 {
-    return m_hasWatch ? std::min(GetPartWidth(m_texts.session), room / 2) : room;
+    if (!m_hasWatch)
+        return room;
+    return std::min(GetPartWidth(m_texts.session), room - std::min(GetWatchWidth(), room / 2));
+}
+
+int StatusBar::GetWatchWidth()
+{
+    return m_hasWatch ? QmIconSize(m_hWnd) + GetPartWidth(m_watch.GetShownText().c_str()) : 0;
 }
 
 // Of what is left for session, watch and place: as much as it has in a wide window if a quarter of the whole
-// stays to the others, as much as its text needs if an eighth does.
+// stays to the others and a link can be read, as much as its text needs if an eighth does.
 int StatusBar::GetPlaceWidth(int room, int width)
 {
-    const int wanted = std::clamp(room - width / 4, 0, kPlaceColumns * GetColumnWidth());
+    const int link = m_texts.link.empty() ? 0
+                                          : GetPartWidth(m_texts.session) +
+                                                std::min(GetWatchWidth(), kWatchColumns * GetColumnWidth());
+    const int wanted = std::clamp(room - std::max(width / 4, link), 0, kPlaceColumns * GetColumnWidth());
     return std::max(wanted, std::min(GetPartWidth(m_texts.place), std::max(0, room - width / 8)));
 }
 

@@ -66,6 +66,7 @@ protected:
 private:
     int GetColumnWidth();
     int GetSessionRight(int room);
+    int GetWatchWidth();
     int GetPlaceWidth(int room, int width);
     int GetTextWidth(const std::string& text);
     int GetPartWidth(const std::string& text);

@@ -46,7 +46,8 @@ void StatusLink::OnPaint()
     GetClientRect(area);
     dc.FillSolidRect(area, colors[UiColor::Face]);
     const VkGrafic::Selected selected(dc, VkGrafic::GetGuiFont(m_hWnd));
-    dc.SetTextColor(colors[UiColor::Link]);
+    const COLORREF color = VkGrafic::ReadableColor(colors[UiColor::Link], colors[UiColor::Face]);
+    dc.SetTextColor(color); // some systems' own is hardly to be seen on bars
     dc.SetBkMode(TRANSPARENT);
     const std::string text = QmGetWindowText(m_hWnd);
     GraphicText(dc).Draw(text.data(), static_cast<int>(text.size()), area,
@@ -54,7 +55,7 @@ void StatusLink::OnPaint()
     TEXTMETRIC font = {};
     dc.GetTextMetrics(&font);
     const int base = (area.Height() - static_cast<int>(font.tmHeight)) / 2 + static_cast<int>(font.tmAscent);
-    dc.FillSolidRect(area.left, area.top + base + 1, area.Width(), 1, colors[UiColor::Link]);
+    dc.FillSolidRect(area.left, area.top + base + 1, area.Width(), 1, color);
 }
 
 void StatusLink::OnLButtonDown(UINT, CPoint)

@@ -42,6 +42,17 @@ std::string ItemText(HWND list, WPARAM item)
     return text;
 }
 
+// By a pixel of the status bar on the screen.
+bool IsBarDark(HWND window)
+{
+    POINT place = {1, 3};
+    ::ClientToScreen(::FindWindowExA(window, nullptr, STATUSCLASSNAMEA, nullptr), &place);
+    const HDC dc = ::GetDC(nullptr);
+    const COLORREF color = ::GetPixel(dc, place.x, place.y);
+    ::ReleaseDC(nullptr, dc);
+    return color != CLR_INVALID && GetRValue(color) < 128;
+}
+
 BOOL CALLBACK PrintChild(HWND child, LPARAM)
 {
     char className[256] = {};
@@ -76,15 +87,22 @@ BOOL CALLBACK PrintChild(HWND child, LPARAM)
 
 } // namespace
 
-// Ends with 1 when there is no window of the class named.
+// desk_probe CLASS [settings]: instead of printing it tells the window that the system's colours have been
+// chosen anew. Ends with 1 when there is no window of the class named.
 int main(int count, char** words)
 {
-    const HWND window = count == 2 ? ::FindWindowA(words[1], nullptr) : nullptr;
+    const HWND window = count >= 2 ? ::FindWindowA(words[1], nullptr) : nullptr;
     if (window == nullptr)
         return 1;
+    if (count > 2 && std::string(words[2]) == "settings")
+    {
+        ::SendMessageA(window, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>("ImmersiveColorSet"));
+        return 0;
+    }
     char title[512] = {};
     ::GetWindowTextA(window, title, sizeof(title));
     std::printf("title: %s\n", title);
+    std::printf("bar: %s\n", IsBarDark(window) ? "dark" : "light");
     ::EnumChildWindows(window, PrintChild, 0);
     return 0;
 }

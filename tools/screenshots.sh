@@ -102,7 +102,7 @@ picture unfolded tab:1,home,next-fold,unfold-all,next-fold,unfold-all
 picture found home,find:select
 picture error home,next-error,up:6,fold
 picture during home,next-error,during
-picture dark dark:on,home,next-error,find:sql
+picture dark 'messages:on,size:900x640,split:42,dark:on,home,next-error,find:sql,message:41'
 picture messages 'messages:on,size:900x640,split:42,message:41,show-in-log,show-in-messages'
 echo 'compiling' | wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Logs' write Build
 "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\Logs' --screenshot 'L:\notice.bmp' \

@@ -411,7 +411,6 @@ void DeskFrame::OnSetFocus(CWnd*)
 void DeskFrame::OnSettingChange(UINT flags, LPCSTR section)
 {
     CWnd::OnSettingChange(flags, section);
-    SendMessageToDescendants(WM_SETTINGCHANGE, flags, reinterpret_cast<LPARAM>(section));
     UseColours(); // which may be the system's
     UseSystemNumbers();
 }

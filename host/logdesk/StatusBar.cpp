@@ -154,7 +154,7 @@ void StatusBar::SetTexts(const StatusTexts& texts)
                               texts.errors.size() != m_texts.errors.size() ||
                               texts.session != m_texts.session ||
                               texts.place.size() != m_texts.place.size() || texts.button != m_texts.button ||
-                              texts.rows.empty() != m_texts.rows.empty() || m_watch.IsShowing() != m_hasWatch;
+                              texts.rows.empty() != m_texts.rows.empty() || GetWatchWidth() != m_watchWidth;
     const StatusTexts before = std::exchange(m_texts, texts); // setting one may paint at once
     for (const auto& [part, text] : kParts)
         if (texts.*text != before.*text)
@@ -172,14 +172,14 @@ void StatusBar::SetTexts(const StatusTexts& texts)
 // its own text needs that.
 int StatusBar::GetSessionRight(int room)
 {
-    if (!m_hasWatch)
+    if (m_watchWidth == 0)
         return room;
-    return std::min(GetPartWidth(m_texts.session), room - std::min(GetWatchWidth(), room / 2));
+    return std::min(GetPartWidth(m_texts.session), room - std::min(m_watchWidth, room / 2));
 }
 
 int StatusBar::GetWatchWidth()
 {
-    return m_hasWatch ? QmIconSize(m_hWnd) + GetPartWidth(m_watch.GetShownText().c_str()) : 0;
+    return m_watch.IsShowing() ? QmIconSize(m_hWnd) + GetPartWidth(m_watch.GetShownText().c_str()) : 0;
 }
 
 // Of what is left for session, watch and place: as much as it has in a wide window if a quarter of the whole
@@ -188,7 +188,7 @@ int StatusBar::GetPlaceWidth(int room, int width)
 {
     const int link = m_texts.link.empty() ? 0
                                           : GetPartWidth(m_texts.session) +
-                                                std::min(GetWatchWidth(), kWatchColumns * GetColumnWidth());
+                                                std::min(m_watchWidth, kWatchColumns * GetColumnWidth());
     const int wanted = std::clamp(room - std::max(width / 4, link), 0, kPlaceColumns * GetColumnWidth());
     return std::max(wanted, std::min(GetPartWidth(m_texts.place), std::max(0, room - width / 8)));
 }
@@ -221,7 +221,7 @@ void StatusBar::LayOut()
         m_texts.button.empty() ? 0 : static_cast<int>(m_texts.button.size()) + kAroundButton;
     const int messagesColumns = static_cast<int>(m_texts.messages.size()) + kAroundText + buttonColumns;
     const int errorsColumns = static_cast<int>(m_texts.errors.size()) + kAroundText;
-    m_hasWatch = m_watch.IsShowing();
+    m_watchWidth = GetWatchWidth();
     int rights[kPartCount] = {};
     rights[kFollowPart] = -1;
     rights[kMessagesPart] = std::max(0, client.Width() - kFollowColumns * column);
@@ -251,7 +251,7 @@ void StatusBar::PlaceWatch()
     CRect part = GetPart(kWatchPart);
     ::InflateRect(part, -1, -1); // within its border
     m_watch.MoveWindow(part.left, part.top, std::max(0, part.Width()), std::max(0, part.Height()));
-    m_watch.ShowWindow(m_hasWatch ? SW_SHOWNA : SW_HIDE);
+    m_watch.ShowWindow(m_watchWidth > 0 ? SW_SHOWNA : SW_HIDE);
 }
 
 // At the end of the session's text.

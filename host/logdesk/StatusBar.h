@@ -80,7 +80,7 @@ private:
     StatusTexts m_texts;
     CQmButtonXP m_button;
     StatusLink m_link;
-    bool m_hasWatch = false; // a place
+    int m_watchWidth = 0; // as its text wants it; 0 while it has no place
     DeskWatch m_watch;
 };
 

@@ -90,6 +90,7 @@ struct CQmMenuDrawer::Item
     HMENU menu;
     UINT type;      // as it was
     ULONG_PTR data; // as it was
+    bool isDark;    // and so is the menu's background
     qmcommon::MenuItem look;
 };
 
@@ -180,7 +181,8 @@ void CQmMenuDrawer::TakeBar()
 void CQmMenuDrawer::TakeItems(HMENU menu, bool isBar)
 {
     GiveBackItems(menu); // an end that was not reported
-    if (const VkGrafic::WindowColors colors(GetHookedWindow()); colors.IsDark())
+    const VkGrafic::WindowColors colors(GetHookedWindow());
+    if (colors.IsDark())
         SetBackground(menu, colors.Brush(VkGrafic::UiColor::Menu));
     const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
     for (UINT position = 0; position < count; ++position)
@@ -193,7 +195,7 @@ void CQmMenuDrawer::TakeItems(HMENU menu, bool isBar)
         const char* const image = qmcommon::ImageOf(info.dwItemData);
         const qmcommon::MenuItem look = {GetItemText(menu, position), (info.fType & MFT_SEPARATOR) != 0,
                                          isBar, (info.fType & MFT_RADIOCHECK) != 0, image ? image : ""};
-        auto item = std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, look});
+        auto item = std::make_unique<Item>(Item{menu, info.fType, info.dwItemData, colors.IsDark(), look});
         info.fMask = MIIM_FTYPE | MIIM_DATA; // the text stays
         info.fType |= MFT_OWNERDRAW;
         info.dwItemData = reinterpret_cast<ULONG_PTR>(item.get());
@@ -220,9 +222,11 @@ void CQmMenuDrawer::AlignCaptions(HMENU menu)
 void CQmMenuDrawer::GiveBackItems(HMENU menu)
 {
     const auto isOf = [menu](const std::unique_ptr<Item>& item) { return item->menu == menu; };
-    if (std::none_of(m_items.begin(), m_items.end(), isOf))
+    const auto first = std::find_if(m_items.begin(), m_items.end(), isOf);
+    if (first == m_items.end())
         return;
-    SetBackground(menu, nullptr);
+    if ((*first)->isDark)
+        SetBackground(menu, nullptr);
     const UINT count = static_cast<UINT>(std::max(::GetMenuItemCount(menu), 0));
     for (UINT position = 0; position < count; ++position)
     {

@@ -119,6 +119,9 @@ private:
     void Tree() { Check(RunCommand({"tree"}, logtool::kDone) > m_session.RowCount(), "tree"); }
     void Errors() { Check(RunCommand({"errors"}, logtool::kFoundFaults) > 0, "errors"); }
 
+    void Jsonl() { Check(RunCommand({"export", "--format", "jsonl"}, logtool::kDone) > 0, "export"); }
+    void Trace() { Check(RunCommand({"export", "--format", "trace"}, logtool::kDone) > 0, "export"); }
+
     void MeasureMemory()
     {
         const auto add = [this](const char* name, void (LogtoolBench::*command)()) {
@@ -127,6 +130,7 @@ private:
         };
         add("memory, cat", &LogtoolBench::Cat);
         add("memory, tree", &LogtoolBench::Tree);
+        add("memory, export", &LogtoolBench::Trace);
     }
 
     void MeasureCommands()
@@ -143,6 +147,8 @@ private:
                 variant(&LogtoolBench::Tree),
                 variant(&LogtoolBench::Errors),
                 variant(&LogtoolBench::Grep),
+                variant(&LogtoolBench::Jsonl),
+                variant(&LogtoolBench::Trace),
             },
             m_options.quick ? 3 : 5, bench::Clock::Processor);
         const char* const all = "its bytes, read once in 64 KiB";
@@ -156,6 +162,8 @@ private:
         add("cat" + m_inRows, 3, all, comparison.Ratio(3), 3);
         add("tree" + m_inRows, 4, all, comparison.Ratio(4), 3);
         add("errors" + m_inRows, 5, all, comparison.Ratio(5), 3);
+        add("export as jsonl" + m_inRows, 7, all, comparison.Ratio(7), 3);
+        add("export as trace" + m_inRows, 8, all, comparison.Ratio(8), 3);
         const double apart = (comparison.Time(6) - comparison.Time(0)) / comparison.Time(2);
         add("cat --grep, absent text", 6, "plain search, reading apart", apart, 2);
     }

@@ -32,13 +32,13 @@ while (($# > 0)); do
     word=$1
     shift
     case $word in
-        --folder | --cursor-file | --save)
+        --folder | --cursor-file | --save | --output)
             arguments+=("$word" ${1+"$(windows_path "$1")"})
             shift $(($# > 0))
             ;;
-        --folder=?* | --cursor-file=?* | --save=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
+        --folder=?* | --cursor-file=?* | --save=?* | --output=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
         --kind | --block | --log | --grep | --from | --to | --after | --depth | -[ABn] | \
-            --format | --fields | --contain | --not-contain | --level | --sort)
+            --to-tcp | --session | --machine | --format | --fields | --contain | --not-contain | --level | --sort)
             arguments+=("$word" ${1+"$1"})
             shift $(($# > 0))
             ;;

@@ -12,6 +12,7 @@ namespace logtool
     COMMAND(MakeTree)                                                                                        \
     COMMAND(MakeErrors)                                                                                      \
     COMMAND(MakeDuring)                                                                                      \
+    COMMAND(MakeExport)                                                                                      \
     COMMAND(MakeMessages)                                                                                    \
     COMMAND(MakeShip)                                                                                        \
     COMMAND(MakeVerify)                                                                                      \

@@ -41,7 +41,11 @@ TextStyle StyleOf(bool numbers, Host& host, const CQmLogTimes* times = nullptr);
 void TellNoRows(const std::vector<std::string>& logs, Host& host);
 
 // Tells how many rows could not be read and answers the exit code.
-int EndOf(const LogStream& stream, Host& host);
+int EndOf(std::uint64_t unreadable, Host& host);
+inline int EndOf(const LogStream& stream, Host& host)
+{
+    return EndOf(stream.Unreadable(), host);
+}
 
 // "1 row", "2 rows".
 std::string Counted(std::uint64_t count, const std::string& what);

@@ -51,6 +51,8 @@ public:
     bool FolderExists() override;
     std::vector<std::string> ListLogs() override;
     std::unique_ptr<Input> OpenInput(const std::string& path) override;
+    std::unique_ptr<Connection> ConnectTcp(const std::string& host, const std::string& port,
+                                           std::string& fault) override;
     std::string UserFormats() override;
     std::string MachineName() override;
     std::unique_ptr<engine::HttpClient> Connect(const engine::EngineUrl& url) override;

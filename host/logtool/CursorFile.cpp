@@ -50,6 +50,8 @@ std::string_view TakeLine(std::string_view& text)
     return line;
 }
 
+} // namespace
+
 bool ParseCursor(std::string_view text, Cursor& cursor)
 {
     std::string_view line = TakeLine(text);
@@ -67,9 +69,7 @@ bool ParseCursor(std::string_view text, Cursor& cursor)
     return true;
 }
 
-} // namespace
-
-bool ReadCursor(const std::string& path, Cursor& cursor)
+bool ReadCursorText(const std::string& path, std::string& text)
 {
     std::error_code error;
     if (!std::filesystem::exists(SystemPath(path), error) && !error)
@@ -77,20 +77,39 @@ bool ReadCursor(const std::string& path, Cursor& cursor)
     std::ifstream file(SystemPath(path), std::ios::binary);
     if (!file)
         throw UsageError(path, "cannot be read: " + Reason());
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    text.assign(std::istreambuf_iterator<char>(file), {});
+    return true;
+}
+
+bool ReadCursor(const std::string& path, Cursor& cursor)
+{
+    std::string text;
+    if (!ReadCursorText(path, text))
+        return false;
     if (!ParseCursor(text, cursor))
         throw UsageError(path, "is no cursor file");
     return true;
 }
 
+std::string CursorText(const Cursor& cursor)
+{
+    std::string text = std::to_string(cursor.number) + '\n';
+    for (const Cursor::Lag& lag : cursor.lags)
+        text += std::to_string(lag.number) + ' ' + std::to_string(lag.shown) + ' ' + lag.log + '\n';
+    return text;
+}
+
 void WriteCursor(const std::string& path, const Cursor& cursor)
+{
+    WriteCursorText(path, CursorText(cursor));
+}
+
+void WriteCursorText(const std::string& path, const std::string& text)
 {
     const std::string temporary = path + ".new";
     {
         std::ofstream file(SystemPath(temporary), std::ios::binary | std::ios::trunc);
-        file << cursor.number << '\n';
-        for (const Cursor::Lag& lag : cursor.lags)
-            file << lag.number << ' ' << lag.shown << ' ' << lag.log << '\n';
+        file << text;
         file.close();
         if (!file)
             throw UsageError(temporary, "cannot be written: " + Reason());

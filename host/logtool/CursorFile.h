@@ -4,6 +4,7 @@
 #include "msgservice/session/Follower.h"
 
 #include <string>
+#include <string_view>
 
 namespace logtool
 {
@@ -18,7 +19,13 @@ using msgservice::Follower;
 // False when the file does not exist. Throws UsageError when it cannot be read or is no such file.
 bool ReadCursor(const std::string& path, Cursor& cursor);
 
+// The same in two steps, for files that have more in them.
+bool ReadCursorText(const std::string& path, std::string& text);
+bool ParseCursor(std::string_view text, Cursor& cursor); // false when it is none
+
 // Replaces the file in one step: whoever reads it finds the old cursor or the new one. Throws UsageError.
 void WriteCursor(const std::string& path, const Cursor& cursor);
+std::string CursorText(const Cursor& cursor);
+void WriteCursorText(const std::string& path, const std::string& text);
 
 } // namespace logtool

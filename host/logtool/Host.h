@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace logtool
@@ -28,6 +29,17 @@ public:
     // Waits until there is something and answers what there is, `size` bytes at most. A `length` below
     // `size` tells that a live input has no more at the moment.
     virtual Result Read(char* data, std::size_t size, std::size_t& length) = 0;
+};
+
+// A connection to a receiver of bytes. `fault` gets the reason for an answer of false.
+class Connection
+{
+public:
+    virtual ~Connection() = default;
+    virtual bool Send(std::string_view bytes, std::string& fault) = 0;
+
+    // Ends what is sent, and waits until the receiver ends its side, which it does when it has read all.
+    virtual bool Finish(std::string& fault) = 0;
 };
 
 // Implemented by the program over the console and by tests in memory.
@@ -57,6 +69,15 @@ public:
 
     // "-" is the standard input. Null when the file cannot be opened: the system's last error tells why.
     virtual std::unique_ptr<Input> OpenInput(const std::string& path) = 0;
+
+    // Null, with the reason, when there is no receiver.
+    virtual std::unique_ptr<Connection> ConnectTcp(const std::string& host, const std::string& port,
+                                                   std::string& fault)
+    {
+        static_cast<void>(host), static_cast<void>(port);
+        fault = "there is no network";
+        return nullptr;
+    }
 
     // The formats of text logs that the user has added, as the file in the profile folder has them; empty if
     // there is none.

@@ -2,9 +2,9 @@
 
 #include "LogMsg.h"
 #include "commandline/Printable.h"
+#include "logtool/ExportText.h"
 #include "logtool/MessageFields.h"
 #include "msgservice/text/JsonText.h"
-#include "zemacore/WideText.h"
 
 #include <ostream>
 
@@ -21,23 +21,6 @@ constexpr char kContinued[] = "    ";  // before further lines of a text
 std::string_view ColourOf(std::uint32_t level)
 {
     return level >= 4 ? "\x1b[31m" : level == 3 ? "\x1b[33m" : level < 2 ? "\x1b[90m" : "";
-}
-
-void PutCsv(std::string& to, std::string_view value)
-{
-    if (value.find_first_of(",\"\r\n") == std::string_view::npos)
-    {
-        to += value;
-        return;
-    }
-    to += '"';
-    for (const char character : value)
-    {
-        if (character == '"')
-            to += '"';
-        to += character;
-    }
-    to += '"';
 }
 
 void PutTsv(std::string& to, std::string_view value)
@@ -60,12 +43,6 @@ void PutTsv(std::string& to, std::string_view value)
         default:
             to += character;
         }
-}
-
-std::string Utf8(std::string_view text)
-{
-    std::string utf8;
-    return ZEMA::ToUtf8(text.data(), text.size(), utf8) ? utf8 : std::string(text);
 }
 
 } // namespace
@@ -105,7 +82,7 @@ void MessageOutput::PutSeparated(std::size_t position, std::string_view value)
     const bool last = position + 1 == m_fields.size();
     if (m_form == Form::Csv)
     {
-        PutCsv(m_buffer, value);
+        AppendCsv(m_buffer, value);
         m_buffer += last ? "\r\n" : ",";
     }
     else
@@ -160,7 +137,10 @@ void MessageOutput::PutJson(const msgservice::Record& record, msgservice::FieldT
         if (const auto number = msgservice::NumberOf(record, m_fields[i]))
             m_buffer += std::to_string(*number);
         else
-            msgservice::AppendJsonText(Utf8(text(record, m_fields[i])), m_buffer);
+        {
+            std::string converted;
+            msgservice::AppendJsonText(Utf8Text(text(record, m_fields[i]), converted), m_buffer);
+        }
     }
     m_buffer += "}\n";
 }

@@ -125,11 +125,11 @@ void TellNoRows(const std::vector<std::string>& logs, Host& host)
     host.Messages() << "logtool: no rows in " << LogFolder() << std::endl;
 }
 
-int EndOf(const LogStream& stream, Host& host)
+int EndOf(std::uint64_t unreadable, Host& host)
 {
-    if (stream.Unreadable() == 0)
+    if (unreadable == 0)
         return kDone;
-    host.Messages() << "logtool: " << LogFolder() << ": " << Counted(stream.Unreadable(), "row")
+    host.Messages() << "logtool: " << LogFolder() << ": " << Counted(unreadable, "row")
                     << " cannot be read, see logtool verify" << std::endl;
     return kFoundFaults;
 }

@@ -12,8 +12,11 @@ using msgservice::LogEntry;
 FollowedWalk::FollowedWalk(const WalkChoice& choice, WalkedRows& rows)
     : m_choice(choice), m_rows(rows), m_follower(choice.logs, *this), m_open(choice.logs.size())
 {
-    if (choice.from > 1)
-        StartAtCursor({choice.from - 1, {}});
+    if (choice.from < 2)
+        return;
+    m_open = FindOpenBlocks(choice.logs, choice.from - 1);
+    m_tracked = choice.from - 1;
+    m_follower.StartAfter(choice.from - 1);
 }
 
 void FollowedWalk::StartAtCursor(const msgservice::Cursor& cursor)
@@ -99,6 +102,8 @@ void FollowedWalk::SessionBegun()
     m_tracked = 0;
     m_waiting.clear();
     m_ended.clear();
+    m_choice.from = 0; // the numbers were meant for the session before
+    m_choice.to = std::numeric_limits<std::uint32_t>::max();
     m_rows.SessionBegun();
 }
 

@@ -72,6 +72,14 @@ public:
         return std::make_unique<MemoryInput>(inputs[path], onRead);
     }
 
+    std::unique_ptr<logtool::Connection> ConnectTcp(const std::string&, const std::string&,
+                                                    std::string& fault) override
+    {
+        fault = "refused";
+        return connect ? connect() : nullptr;
+    }
+
+    std::function<std::unique_ptr<logtool::Connection>()> connect;
     std::ostringstream output;
     std::ostringstream messages;
     std::string folder;

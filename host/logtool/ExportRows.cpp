@@ -1,0 +1,182 @@
+// Rows as JSON Lines and as CSV.
+#include "logtool/ExportForm.h"
+#include "logtool/ExportText.h"
+
+namespace logtool
+{
+
+namespace
+{
+
+using sessionwalk::kNoBlock;
+using sessionwalk::WalkedRow;
+
+// A row's fields but for number, time and text, which are most often those of the row before in its log: what
+// stands before the number and what stands after the time are kept as texts.
+class KeptFields
+{
+public:
+    struct Texts
+    {
+        std::string before;
+        std::string after;
+    };
+
+    virtual ~KeptFields() = default;
+
+    const Texts& Of(const WalkedRow& row)
+    {
+        if (row.log >= m_kept.size())
+            m_kept.resize(row.log + 1);
+        Kept& kept = m_kept[row.log];
+        if (!kept.valid || kept.depth != row.depth || kept.kind != row.kind ||
+            kept.isHeader != row.isHeader || kept.block != row.block || kept.parent != row.parent ||
+            kept.skip != row.skip)
+        {
+            kept = {true, row.depth, row.kind, row.isHeader, row.block, row.parent, row.skip, Make(row)};
+        }
+        return kept.texts;
+    }
+
+    void Forget() { m_kept.clear(); }
+
+protected:
+    virtual Texts Make(const WalkedRow& row) const = 0;
+
+private:
+    struct Kept
+    {
+        bool valid = false;
+        std::uint8_t depth = 0;
+        QmLogBlockKind kind = kPlainKind;
+        bool isHeader = false;
+        std::uint32_t block = kNoBlock;
+        std::uint32_t parent = kNoBlock;
+        std::size_t skip = 0;
+        Texts texts;
+    };
+    std::vector<Kept> m_kept;
+};
+
+const char* TruthText(bool truth)
+{
+    return truth ? "true" : "false";
+}
+
+class JsonForm : public ExportForm, private KeptFields
+{
+public:
+    explicit JsonForm(const ExportSource& source) : m_source(source) {}
+
+    void SetSource(const ExportSource& source, std::string&) override
+    {
+        m_source = source;
+        Forget();
+    }
+
+    void Row(const WalkedRow& row, std::string& to) override
+    {
+        const Texts& texts = Of(row);
+        to += texts.before;
+        AppendNumber(to, row.number);
+        if (row.time)
+            to.append(",\"time\":\"").append(UtcText(*row.time, 7)).append("\"");
+        else
+            to += ",\"time\":null";
+        to += texts.after;
+        AppendJson(to, row.text.substr(row.skip));
+        to += "\"}\n";
+    }
+
+private:
+    Texts Make(const WalkedRow& row) const override
+    {
+        Texts texts;
+        texts.before = "{\"session\":\"";
+        AppendJson(texts.before, m_source.SessionName());
+        texts.before += "\",\"machine\":\"";
+        AppendJson(texts.before, m_source.machine);
+        texts.before += "\",\"log\":\"";
+        AppendJson(texts.before, *row.name);
+        texts.before += "\",\"number\":";
+        texts.after = ",\"depth\":" + std::to_string(row.depth) + ",\"kind\":\"" + KindText(row.kind) +
+                      "\",\"header\":" + TruthText(row.isHeader) + ",\"block\":" + NumberOrNull(row.block) +
+                      ",\"parent\":" + NumberOrNull(row.parent) + ",\"skip\":" + std::to_string(row.skip) +
+                      ",\"text\":\"";
+        return texts;
+    }
+
+    static std::string NumberOrNull(std::uint32_t block)
+    {
+        return block != kNoBlock ? std::to_string(block) : "null";
+    }
+
+    ExportSource m_source;
+};
+
+class CsvForm : public ExportForm, private KeptFields
+{
+public:
+    explicit CsvForm(const ExportSource& source) : m_source(source) {}
+
+    void Begin(std::string& to) override
+    {
+        to += "session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n";
+    }
+
+    void SetSource(const ExportSource& source, std::string&) override
+    {
+        m_source = source;
+        Forget();
+    }
+
+    void Row(const WalkedRow& row, std::string& to) override
+    {
+        const Texts& texts = Of(row);
+        to += texts.before;
+        AppendNumber(to, row.number);
+        to += ',';
+        to += row.time ? UtcText(*row.time, 7) : "";
+        to += texts.after;
+        std::string converted;
+        AppendCsv(to, Utf8Text(row.text.substr(row.skip), converted));
+        to += "\r\n";
+    }
+
+private:
+    Texts Make(const WalkedRow& row) const override
+    {
+        Texts texts;
+        std::string converted;
+        for (const std::string& text : {m_source.SessionName(), m_source.machine, *row.name})
+        {
+            AppendCsv(texts.before, Utf8Text(text, converted));
+            texts.before += ',';
+        }
+        texts.after = ',' + std::to_string(row.depth) + ',' + KindText(row.kind) + ',' +
+                      TruthText(row.isHeader) + ',' + NumberOrNothing(row.block) + ',' +
+                      NumberOrNothing(row.parent) + ',' + std::to_string(row.skip) + ',';
+        return texts;
+    }
+
+    static std::string NumberOrNothing(std::uint32_t block)
+    {
+        return block != kNoBlock ? std::to_string(block) : "";
+    }
+
+    ExportSource m_source;
+};
+
+} // namespace
+
+std::unique_ptr<ExportForm> MakeJsonForm(const ExportSource& source)
+{
+    return std::make_unique<JsonForm>(source);
+}
+
+std::unique_ptr<ExportForm> MakeCsvForm(const ExportSource& source)
+{
+    return std::make_unique<CsvForm>(source);
+}
+
+} // namespace logtool

@@ -1,0 +1,210 @@
+// Rows as events of the public trace event format: slices for blocks, a track a log, instants for rows.
+#include "logtool/ExportForm.h"
+#include "logtool/ExportText.h"
+
+#include <algorithm>
+#include <deque>
+#include <sstream>
+#include <vector>
+
+namespace logtool
+{
+
+namespace
+{
+
+using sessionwalk::WalkedRow;
+
+constexpr std::int64_t kFrom1601To1970 = 116'444'736'000'000'000; // in 100 ns
+
+// Events go out with the comma before them, except for the first one, which says what the process is.
+class TraceForm : public ExportForm
+{
+public:
+    explicit TraceForm(const ExportSource& source) : m_source(source) {}
+
+    void Begin(std::string& to) override
+    {
+        to += '[';
+        PutName("process_name", 0, m_source.machine + ' ' + m_source.SessionName(), to);
+    }
+
+    void SetSource(const ExportSource& source, std::string& to) override
+    {
+        EndSlices(to);
+        m_source = source;
+        m_tracks.clear();
+        m_byLog.clear();
+        m_last = 0;
+        to += ',';
+        PutName("process_name", 0, m_source.machine + ' ' + m_source.SessionName(), to);
+    }
+
+    void Row(const WalkedRow& row, std::string& to) override
+    {
+        for (const sessionwalk::EndedBlock& ended : *row.ended)
+        {
+            m_last = std::max(m_last, TenthsOf(row.time, ended.number));
+            EndBlock(ended.block, to);
+        }
+        m_last = std::max(m_last, TenthsOf(row.time, row.number));
+        Track& track = TrackOf(row, to);
+        const bool begins = row.isHeader && row.skip == 0;
+        EndFrom(track, row.isHeader ? row.depth : row.depth + 1u, to);
+        if (begins)
+            track.slices.push_back({row.block, row.depth});
+        to += ",\n{\"name\":\"";
+        AppendJson(to, row.text.substr(row.skip));
+        to += "\",\"cat\":\"";
+        to += KindText(row.kind);
+        to += begins ? "\",\"ph\":\"B\"" : "\",\"ph\":\"i\",\"s\":\"t\"";
+        PutPlace(track, to);
+        to += ",\"args\":{\"number\":";
+        AppendNumber(to, row.number);
+        to += ",\"depth\":";
+        AppendNumber(to, row.depth);
+        to += "}}";
+    }
+
+    void End(std::string& to) override
+    {
+        EndSlices(to);
+        to += "\n]\n";
+    }
+
+    std::string State() const override
+    {
+        std::string state = "time " + std::to_string(m_last) + '\n';
+        for (const Track& track : m_tracks)
+        {
+            state += "track " + track.name + '\n';
+            for (const Slice& slice : track.slices)
+                state += "slice " + std::to_string(slice.block) + ' ' + std::to_string(slice.depth) + '\n';
+        }
+        return state;
+    }
+
+    void Resume(const std::string& state) override
+    {
+        std::istringstream lines(state);
+        for (std::string what; lines >> what;)
+        {
+            Slice slice;
+            if (what == "time")
+                lines >> m_last;
+            else if (what == "track")
+                std::getline(lines >> std::ws, AddTrack("").name);
+            else if (lines >> slice.block >> slice.depth && !m_tracks.empty())
+                m_tracks.back().slices.push_back(slice);
+        }
+    }
+
+private:
+    struct Slice
+    {
+        std::uint32_t block = 0;
+        unsigned depth = 0;
+    };
+
+    // Of a log that has rows in the file.
+    struct Track
+    {
+        std::string name;
+        std::uint32_t number;      // in the order of the logs' first rows
+        std::vector<Slice> slices; // begun and not ended; their depths ascend
+    };
+
+    // Without a clock a number is a time in microseconds.
+    static std::int64_t TenthsOf(std::optional<std::int64_t> time, std::uint32_t number)
+    {
+        return time ? *time - kFrom1601To1970 : std::int64_t{number} * 10;
+    }
+
+    Track& AddTrack(const std::string& name)
+    {
+        m_tracks.push_back({name, static_cast<std::uint32_t>(m_tracks.size() + 1), {}});
+        return m_tracks.back();
+    }
+
+    Track& TrackOf(const WalkedRow& row, std::string& to)
+    {
+        if (row.log >= m_byLog.size())
+            m_byLog.resize(row.log + 1);
+        Track*& track = m_byLog[row.log];
+        for (Track& known : m_tracks)
+            if (!track && known.name == *row.name)
+                track = &known;
+        if (!track)
+        {
+            track = &AddTrack(*row.name);
+            to += ',';
+            PutName("thread_name", track->number, track->name, to);
+        }
+        return *track;
+    }
+
+    void PutName(const char* what, std::uint32_t track, const std::string& name, std::string& to) const
+    {
+        to.append("\n{\"name\":\"").append(what).append("\",\"ph\":\"M\",\"pid\":");
+        AppendNumber(to, m_source.ordinal);
+        to += ",\"tid\":";
+        AppendNumber(to, track);
+        to += ",\"args\":{\"name\":\"";
+        AppendJson(to, name);
+        to += "\"}}";
+    }
+
+    // Where and when an event is.
+    void PutPlace(const Track& track, std::string& to) const
+    {
+        to += ",\"ts\":";
+        AppendNumber(to, static_cast<std::uint64_t>(m_last / 10));
+        if (m_last % 10 != 0)
+            to.append({'.', static_cast<char>('0' + m_last % 10)});
+        to += ",\"pid\":";
+        AppendNumber(to, m_source.ordinal);
+        to += ",\"tid\":";
+        AppendNumber(to, track.number);
+    }
+
+    // A block may have ended before its header's text came: then it has no slice yet.
+    void EndBlock(const sessionwalk::OpenBlocks::Block& block, std::string& to)
+    {
+        for (Track& track : m_tracks)
+            if (std::any_of(track.slices.begin(), track.slices.end(),
+                            [&](const Slice& slice) { return slice.block == block.id; }))
+                EndFrom(track, block.indent, to);
+    }
+
+    // Slices of this depth or more.
+    void EndFrom(Track& track, unsigned depth, std::string& to) const
+    {
+        while (!track.slices.empty() && track.slices.back().depth >= depth)
+        {
+            to += ",\n{\"ph\":\"E\"";
+            PutPlace(track, to);
+            to += '}';
+            track.slices.pop_back();
+        }
+    }
+
+    void EndSlices(std::string& to)
+    {
+        for (Track& track : m_tracks)
+            EndFrom(track, 0, to);
+    }
+
+    ExportSource m_source;
+    std::deque<Track> m_tracks;
+    std::vector<Track*> m_byLog;
+    std::int64_t m_last = 0; // 100 ns; a clock that is set back makes no event earlier
+};
+
+} // namespace
+
+std::unique_ptr<ExportForm> MakeTraceForm(const ExportSource& source)
+{
+    return std::make_unique<TraceForm>(source);
+}
+
+} // namespace logtool

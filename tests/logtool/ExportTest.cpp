@@ -1,0 +1,282 @@
+#include "LogtoolTest.h"
+#include "host/logtool/ExportText.h"
+#include "tests/support/LongRun.h"
+#include "tests/support/Random.h"
+
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace
+{
+
+class LogtoolExportTest : public LogtoolTest
+{
+protected:
+    ~LogtoolExportTest() override { RemoveCursor(); }
+
+    void RemoveCursor() const
+    {
+        std::filesystem::remove_all(cursorPath);
+        std::filesystem::remove_all(cursorPath + ".new");
+    }
+
+    std::string Export(const std::string& options)
+    {
+        return Run("export --session S --machine M " + options);
+    }
+
+    // Lines of several logs, blocks among them, each of which begins its line: so rows come in their order.
+    std::string RandomScript(Random& random)
+    {
+        std::string script;
+        for (int i = random(12); i > 0; --i)
+        {
+            const std::string name = random(2) == 0 ? "Main" : "Run";
+            std::string& open = m_open[name];
+            const std::string text =
+                "line" + std::to_string(++m_lines) + std::string(random(30) == 0 ? 70000 : 3, 'x');
+            if (random(4) == 0 && open.size() < 3)
+            {
+                script += name + (random(2) == 0 ? "+" : "!") + text + ' ';
+                open += '+';
+            }
+            else if (random(4) == 0 && !open.empty())
+            {
+                script += name + "- ";
+                open.pop_back();
+            }
+            else
+                script += name + "=" + text + ' ';
+        }
+        return script;
+    }
+
+    void ForgetBlocks() { m_open.clear(); }
+
+    const std::string cursorPath = testing::TempDir() + "logtool_export." + std::to_string(::getpid());
+
+private:
+    std::map<std::string, std::string> m_open;
+    int m_lines = 0;
+};
+
+// Takes as many bytes as it is told to, and may keep its word or not when it is to confirm them.
+class Receiver : public logtool::Connection
+{
+public:
+    Receiver(std::string& confirmed, std::size_t room, bool confirms)
+        : m_confirmed(confirmed), m_room(room), m_confirms(confirms)
+    {
+    }
+
+    bool Send(std::string_view bytes, std::string& fault) override
+    {
+        m_taken += bytes.substr(0, m_room);
+        fault = "reset";
+        const bool whole = bytes.size() <= m_room;
+        m_room -= std::min(m_room, bytes.size());
+        return whole;
+    }
+
+    bool Finish(std::string& fault) override
+    {
+        fault = "silent";
+        if (m_confirms)
+            m_confirmed += m_taken;
+        return m_confirms;
+    }
+
+private:
+    std::string& m_confirmed;
+    std::string m_taken;
+    std::size_t m_room;
+    bool m_confirms;
+};
+
+} // namespace
+
+TEST_F(LogtoolExportTest, EachFormatHasEveryFieldAndEscape)
+{
+    Play("Main:plain 'Main+outer \"x\"' 'Run:a,b' 'Main!in]n\\\\er\t' 'Run:\n\xE4' Main- 'Main:after "
+         "\xC3\xA4'");
+    const std::pair<const char*, const char*> cases[] = {
+        {"jsonl",
+         R"({"session":"S","machine":"M","log":"Main","number":2,"time":null,"depth":1,"kind":"plain","header":true,"block":2,"parent":null,"skip":0,"text":"outer \"x\""}
+{"session":"S","machine":"M","log":"Run","number":3,"time":null,"depth":0,"kind":"plain","header":false,"block":2,"parent":null,"skip":0,"text":"a,b"}
+{"session":"S","machine":"M","log":"Main","number":4,"time":null,"depth":2,"kind":"error","header":true,"block":4,"parent":2,"skip":0,"text":"in]n\\er\t"}
+{"session":"S","machine":"M","log":"Run","number":5,"time":null,"depth":0,"kind":"plain","header":false,"block":4,"parent":2,"skip":0,"text":"ä"}
+)"},
+        {"csv", "session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n"
+                "S,M,Main,2,,1,plain,true,2,,0,\"outer \"\"x\"\"\"\r\n"
+                "S,M,Run,3,,0,plain,false,2,,0,\"a,b\"\r\n"
+                "S,M,Main,4,,2,error,true,4,2,0,in]n\\er\t\r\n"
+                "S,M,Run,5,,0,plain,false,4,2,0,ä\r\n"},
+        {"trace", R"([
+{"name":"process_name","ph":"M","pid":1,"tid":0,"args":{"name":"M S"}},
+{"name":"thread_name","ph":"M","pid":1,"tid":1,"args":{"name":"Main"}},
+{"name":"outer \"x\"","cat":"plain","ph":"B","ts":2,"pid":1,"tid":1,"args":{"number":2,"depth":1}},
+{"name":"thread_name","ph":"M","pid":1,"tid":2,"args":{"name":"Run"}},
+{"name":"a,b","cat":"plain","ph":"i","s":"t","ts":3,"pid":1,"tid":2,"args":{"number":3,"depth":0}},
+{"name":"in]n\\er\t","cat":"error","ph":"B","ts":4,"pid":1,"tid":1,"args":{"number":4,"depth":2}},
+{"name":"ä","cat":"plain","ph":"i","s":"t","ts":5,"pid":1,"tid":2,"args":{"number":5,"depth":0}},
+{"ph":"E","ts":5,"pid":1,"tid":1},
+{"ph":"E","ts":5,"pid":1,"tid":1}
+]
+)"},
+        {"syslog",
+         R"(<14>1 - M S - Main [row@32473 session="S" log="Main" number="2" depth="1" kind="plain" header="true" block="2"] outer "x"
+<14>1 - M S - Run [row@32473 session="S" log="Run" number="3" depth="0" kind="plain" header="false" block="2"] a,b
+<11>1 - M S - Main [row@32473 session="S" log="Main" number="4" depth="2" kind="error" header="true" block="4" parent="2"] in]n\er#011
+<14>1 - M S - Run [row@32473 session="S" log="Run" number="5" depth="0" kind="plain" header="false" block="4" parent="2"] )"
+         "\xEF\xBB\xBFä\n"},
+    };
+    for (const auto& [format, expected] : cases)
+        EXPECT_EQ(expected, Export(std::string("--from 2 --to 5 --format ") + format)) << format;
+    EXPECT_EQ("<14>1 - a_b S_\"] - Run [row@32473 session=\"S \\\"\\]\" log=\"Run\" number=\"3\" depth=\"0\" "
+              "kind=\"plain\" header=\"false\" block=\"2\"] a,b\n",
+              Run("export --format syslog --log Run --to 4 --machine 'a b' --session 'S \"]'"));
+}
+
+// Text in bytes on the left, JSON on the right: escapes at each place of a text that is looked at in steps.
+TEST_F(LogtoolExportTest, AnyBytesBecomeJson)
+{
+    const std::pair<std::string_view, const char*> cases[] = {
+        {"", ""},
+        {{"\0\x1F\x7F", 3}, "\\u0000\\u001f\x7F"},
+        {"\b\f\n\r\t\"\\/", "\\b\\f\\n\\r\\t\\\"\\\\/"},
+        {"\xC3\xA4 \xE2\x82\xAC", "\xC3\xA4 \xE2\x82\xAC"},
+        {"\"\xE4\x80", "\\\"\xC3\xA4\xE2\x82\xAC"}, // the code page
+    };
+    for (const auto& [text, json] : cases)
+    {
+        for (std::size_t before = 0; before < 40; ++before)
+        {
+            std::string escaped;
+            logtool::AppendJson(escaped,
+                                std::string(before, '.') + std::string(text) + "....................");
+            EXPECT_EQ(std::string(before, '.') + json + "....................", escaped);
+        }
+    }
+}
+
+TEST_F(LogtoolExportTest, TimesAreUtc)
+{
+    const std::pair<std::int64_t, const char*> cases[] = {
+        {0, "1601-01-01T00:00:00.0000000Z"},
+        {116'444'736'000'000'000, "1970-01-01T00:00:00.0000000Z"},
+        {125'963'424'000'000'000 - 1, "2000-02-29T23:59:59.9999999Z"},
+        {125'963'424'000'000'000, "2000-03-01T00:00:00.0000000Z"},
+        {133'485'408'001'234'567, "2024-01-01T00:00:00.1234567Z"},
+    };
+    for (const auto& [time, text] : cases)
+        EXPECT_EQ(text, logtool::UtcText(time, 7));
+    EXPECT_EQ("2024-01-01T00:00:00.123456Z", logtool::UtcText(133'485'408'001'234'567, 6));
+}
+
+// Killed within a write, or before the cursor was saved, as often as not, while the session grows.
+TEST_F(LogtoolExportTest, AKilledExportLosesNothingAndWritesNothingTwice)
+{
+    const unsigned first = FirstSeed();
+    const int kills = Rounds(20, 300);
+    const std::string file = session.Path("rows.out");
+    unsigned seed = first;
+    for (const std::string format : {"jsonl", "csv", "trace", "syslog"})
+    {
+        SCOPED_TRACE(SeedText(++seed) + ", " + format);
+        Random random(seed);
+        RemoveCursor();
+        ForgetBlocks();
+        PlayNew("Main:begin");
+        const std::string command =
+            "--format " + format + " --output " + file + " --cursor-file " + cursorPath;
+        for (int done = 0; done < kills;)
+        {
+            Play(RandomScript(random));
+            const bool savesCursor = random(3) > 0;
+            int writes = 1 + random(3);
+            if (!savesCursor)
+                std::filesystem::create_directory(cursorPath + ".new");
+            session.files.onCall = [&](const std::string& call) {
+                if (savesCursor && call.starts_with("Write") && --writes == 0)
+                    session.files.SetFault({session.files.CallCount() + 1, ZEMA::Fault::Kill});
+            };
+            const std::string told = Export(command);
+            done += told.empty() ? 0 : 1;
+            session.files.onCall = nullptr;
+            session.files.ClearFault();
+            std::filesystem::remove(cursorPath + ".new");
+        }
+        EXPECT_EQ("", Export(command));
+        EXPECT_EQ(Export("--format " + format), session.files.Contents(file));
+    }
+}
+
+TEST_F(LogtoolExportTest, ANewSessionGoesOnUnderAnotherName)
+{
+    const std::string command =
+        "--format csv --output " + session.Path("rows.out") + " --cursor-file " + cursorPath;
+    const std::string head = "session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n";
+    Play("Main:one Main=two");
+    EXPECT_EQ("", Export(command + " --from 2"));
+    // The new session is longer than the old one was, and its row 2 is another.
+    const std::string exported = session.files.Contents(session.Path("rows.out"));
+    PlayNew("Main:new Main=other Main=third");
+    session.files.SetContents(session.Path("rows.out"), exported);
+    EXPECT_EQ("logtool: a new session has begun in C:\\Logs\\\n", Export(command + " --from 2"));
+    EXPECT_EQ("", Export(command));
+    Play("'Main: grows'"); // a line that was told already
+    EXPECT_EQ("", Export(command));
+    EXPECT_EQ(head + "S,M,Main,2,,0,plain,false,,,0,two\r\n"
+                     "S#2,M,Main,1,,0,plain,false,,,0,new\r\n"
+                     "S#2,M,Main,2,,0,plain,false,,,0,other\r\n"
+                     "S#2,M,Main,3,,0,plain,false,,,0,third\r\n"
+                     "S#2,M,Main,3,,0,plain,false,,,5, grows\r\n",
+              session.files.Contents(session.Path("rows.out")));
+    session.files.SetContents(session.Path("rows.out"), "x");
+    EXPECT_EQ("logtool: C:\\Logs\\rows.out: is shorter than its cursor says: begin again, without both "
+              "files\nexit 2",
+              Export(command));
+}
+
+// What receivers have confirmed is each message once, whatever connections do. A line that is not finished
+// may come after those of other logs.
+TEST_F(LogtoolExportTest, AReceiverThatFailsGetsEveryMessage)
+{
+    const unsigned first = FirstSeed();
+    for (unsigned seed = first; seed < first + Rounds(10u, 300u); ++seed)
+    {
+        SCOPED_TRACE(SeedText(seed));
+        Random random(seed);
+        std::string confirmed;
+        int looks = 40;
+        ForgetBlocks();
+        PlayNew("Main:begin");
+        host.connect = [&]() -> std::unique_ptr<logtool::Connection> {
+            if (looks > 0 && random(4) == 0)
+                return nullptr;
+            const bool whole = looks <= 0 || random(3) > 0;
+            return std::make_unique<Receiver>(confirmed, whole ? 1 << 30 : random(3000),
+                                              looks <= 0 || random(3) > 0);
+        };
+        host.wait = [&] {
+            if (--looks > 0)
+                Play(RandomScript(random));
+            return looks > -100;
+        };
+        const std::string told = Export("--format syslog --to-tcp receiver:514 --follow");
+        EXPECT_NE(std::string::npos, told.find("; trying again\n"));
+        std::multiset<std::string> expected, received;
+        std::istringstream lines(Export("--format syslog"));
+        for (std::string line; std::getline(lines, line);)
+            expected.insert(line);
+        std::istringstream messages(confirmed);
+        for (std::size_t size = 0; messages >> size && messages.get() == ' ';)
+        {
+            std::string message(size, '\0');
+            messages.read(message.data(), static_cast<std::streamsize>(size));
+            received.insert(message);
+        }
+        ASSERT_EQ(expected, received);
+    }
+}

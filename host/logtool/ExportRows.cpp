@@ -1,6 +1,7 @@
 // Rows as JSON Lines and as CSV.
 #include "logtool/ExportForm.h"
 #include "logtool/ExportText.h"
+#include "logtool/RowText.h"
 
 namespace logtool
 {
@@ -76,16 +77,24 @@ public:
 
     void Row(const WalkedRow& row, std::string& to) override
     {
+        constexpr std::string_view kEnd = "\"}\n";
         const Texts& texts = Of(row);
-        to += texts.before;
-        AppendNumber(to, row.number);
-        if (row.time)
-            to.append(",\"time\":\"").append(UtcText(*row.time, 7)).append("\"");
-        else
-            to += ",\"time\":null";
-        to += texts.after;
-        AppendJson(to, row.text.substr(row.skip));
-        to += "\"}\n";
+        const std::string_view text = row.text.substr(row.skip);
+        const std::string& time = TimeField(row);
+        m_row.Begin(texts.before.size() + time.size() + texts.after.size() + text.size() + 20);
+        m_row.Put(texts.before);
+        m_row.PutNumber(row.number);
+        m_row.Put(time);
+        m_row.Put(texts.after);
+        if (m_row.PutPlain(text))
+        {
+            m_row.Put(kEnd);
+            to += m_row.Text();
+            return;
+        }
+        to += m_row.Text();
+        AppendJson(to, text);
+        to += kEnd;
     }
 
 private:
@@ -106,12 +115,24 @@ private:
         return texts;
     }
 
+    // Rows of the same 10 ms have the same time.
+    const std::string& TimeField(const WalkedRow& row)
+    {
+        if (m_timeField.empty() || row.time != m_time)
+            m_timeField = row.time ? ",\"time\":\"" + UtcText(*row.time, 7) + '"' : ",\"time\":null";
+        m_time = row.time;
+        return m_timeField;
+    }
+
     static std::string NumberOrNull(std::uint32_t block)
     {
         return block != kNoBlock ? std::to_string(block) : "null";
     }
 
     ExportSource m_source;
+    RowText m_row;
+    std::optional<QmLogTimeValue> m_time;
+    std::string m_timeField; // of that time; empty before the first row
 };
 
 class CsvForm : public ExportForm, private KeptFields

@@ -33,6 +33,15 @@ void FollowedWalk::AddLogs(const std::vector<std::string>& logs)
     m_open.SetLogCount(m_choice.logs.size());
 }
 
+bool FollowedWalk::Poll(std::size_t most)
+{
+    if (!m_times.emplace().SetFolder(nullptr))
+        m_times.reset();
+    const bool changed = m_follower.Poll(most);
+    m_times.reset();
+    return changed;
+}
+
 void FollowedWalk::Row(const std::string& name, const LogEntry& entry, std::size_t skip)
 {
     PutRow(entry, name, m_row);
@@ -46,6 +55,9 @@ void FollowedWalk::Row(const std::string& name, const LogEntry& entry, std::size
     if (!m_choice.IsChosen(name) || m_row.number < m_choice.from || m_row.number > m_choice.to)
         return;
     PutBlock(&block, m_row);
+    m_row.time.reset();
+    if (m_times)
+        PutTime(*m_times, m_row);
     m_row.ended = &m_ended;
     m_rows.Row(m_row);
     m_ended.clear();

@@ -5,6 +5,7 @@
 #include "sessionwalk/SessionWalk.h"
 
 #include <map>
+#include <optional>
 
 namespace sessionwalk
 {
@@ -35,7 +36,7 @@ public:
 
     // As Follower has them.
     void AddLogs(const std::vector<std::string>& logs);
-    bool Poll(std::size_t most = std::numeric_limits<std::size_t>::max()) { return m_follower.Poll(most); }
+    bool Poll(std::size_t most = std::numeric_limits<std::size_t>::max());
     bool HasMore() const { return m_follower.HasMore(); }
     bool HoldsLine() const { return m_follower.HoldsLine(); }
     msgservice::Cursor Position() const { return m_follower.Position(); }
@@ -61,6 +62,7 @@ private:
     std::uint32_t m_tracked = 0; // the greatest number that m_open has seen
     // The blocks of rows up to that number whose text has not come in full.
     std::map<std::uint32_t, OpenBlocks::Block> m_waiting;
+    std::optional<CQmLogTimes> m_times; // during a Poll, if there are any
     std::vector<EndedBlock> m_ended;
     WalkedRow m_row;
 };

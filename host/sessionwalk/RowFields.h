@@ -32,4 +32,11 @@ inline void PutBlock(const OpenBlocks::Block* block, WalkedRow& row)
     row.parent = block ? block->parent : kNoBlock;
 }
 
+// Of a number before the first sample the time is not known.
+inline void PutTime(const CQmLogTimes& times, WalkedRow& row)
+{
+    QmLogTime time;
+    row.time = times.TimeOf(row.number, time) ? std::optional(time.time) : std::nullopt;
+}
+
 } // namespace sessionwalk

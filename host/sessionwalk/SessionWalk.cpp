@@ -19,7 +19,8 @@ bool WalkChoice::IsChosen(const std::string& log) const
 
 SessionWalk::SessionWalk(const WalkChoice& choice)
     : m_logs(choice.logs), m_stream(m_logs, LogStream::Content::All),
-      m_open(choice.from > 0 ? FindOpenBlocks(m_logs, choice.from - 1) : OpenBlocks(m_logs.size()))
+      m_open(choice.from > 0 ? FindOpenBlocks(m_logs, choice.from - 1) : OpenBlocks(m_logs.size())),
+      m_hasTimes(m_times.SetFolder(nullptr))
 {
     for (std::size_t log = 0; log < m_logs.size(); ++log)
     {
@@ -40,6 +41,8 @@ const WalkedRow* SessionWalk::Next()
             continue;
         PutRow(*entry, m_logs[entry->log], m_row);
         PutBlock(m_open.Innermost(entry->log), m_row);
+        if (m_hasTimes)
+            PutTime(m_times, m_row);
         m_row.ended = &m_ended;
         return &m_row;
     }

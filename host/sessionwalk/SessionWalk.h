@@ -40,6 +40,8 @@ private:
     std::vector<bool> m_chosen;
     msgservice::LogStream m_stream;
     OpenBlocks m_open;
+    CQmLogTimes m_times;
+    bool m_hasTimes;
     std::vector<EndedBlock> m_ended;
     WalkedRow m_row;
 };

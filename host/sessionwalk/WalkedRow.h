@@ -1,6 +1,7 @@
 // A row of a session with all that other tools may want to know of it.
 #pragma once
 
+#include "QmLogTimes.h"
 #include "sessionwalk/OpenBlocks.h"
 
 #include <cstdint>
@@ -27,7 +28,8 @@ struct WalkedRow
     std::size_t log = 0;               // position of its log among all
     const std::string* name = nullptr; // of that log
     std::uint32_t number = 0;
-    std::optional<std::int64_t> time; // 100 ns since the beginning of 1601, UTC; nothing without a clock
+    std::optional<QmLogTimeValue>
+        time; // when the number was taken, or up to 10 ms before; none without a clock
     std::uint8_t depth = 0;
     QmLogBlockKind kind = kPlainKind;
     bool isHeader = false;           // of a block

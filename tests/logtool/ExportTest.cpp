@@ -174,6 +174,19 @@ TEST_F(LogtoolExportTest, TimesAreUtc)
     EXPECT_EQ("2024-01-01T00:00:00.123456Z", logtool::UtcText(133'485'408'001'234'567, 6));
 }
 
+TEST_F(LogtoolExportTest, RowsHaveTheTimesThatTheirWritersNoted)
+{
+    QmLogSetTimes(true);
+    Play("Main:one");
+    QmLogSetTimes(false);
+    CQmLogTimes times;
+    QmLogTime time;
+    ASSERT_TRUE(times.SetFolder(nullptr) && times.TimeOf(1, time));
+    const std::string row = "S,M,Main,1," + logtool::UtcText(time.time, 7) + ",0,plain,false,,,0,one\r\n";
+    EXPECT_TRUE(Export("--format csv").ends_with(row));
+    EXPECT_TRUE(Export("--format csv --cursor-file " + cursorPath).ends_with(row));
+}
+
 // Killed within a write, or before the cursor was saved, as often as not, while the session grows.
 TEST_F(LogtoolExportTest, AKilledExportLosesNothingAndWritesNothingTwice)
 {
@@ -222,7 +235,7 @@ TEST_F(LogtoolExportTest, ANewSessionGoesOnUnderAnotherName)
     // The new session is longer than the old one was, and its row 2 is another.
     const std::string exported = session.files.Contents(session.Path("rows.out"));
     PlayNew("Main:new Main=other Main=third");
-    session.files.SetContents(session.Path("rows.out"), exported);
+    session.files.SetContents(session.Path("rows.out"), exported + std::string(1000, 'k')); // by a killed one
     EXPECT_EQ("logtool: a new session has begun in C:\\Logs\\\n", Export(command + " --from 2"));
     EXPECT_EQ("", Export(command));
     Play("'Main: grows'"); // a line that was told already

@@ -185,6 +185,7 @@ TEST_F(LogFindInAllTest, LooksOnWhenLogsGrowUntilItIsClosed)
     text.SendMessage(WM_TIMER, kTimer);
     EXPECT_EQ("1 of 3", Finish());
     EXPECT_EQ((std::vector<std::uint32_t>{1, 2}), text.CountFound(1, 2, 2));
+    text.ShowMerged();
     Write("SQL", "x");
     Press(VK_F3, VK_SHIFT); // looks at what the window has not seen yet
     EXPECT_EQ("SQL 0: x", Selected());

@@ -7,6 +7,7 @@
 
 #include "QmLogC.h"
 #include "QmLogReader.h"
+#include "QmLogTimes.h"
 #include "QmLogVerify.h"
 #include "QmLogWriter.h"
 
@@ -84,6 +85,7 @@ public:
         MeasureSearch();
         MeasureSystem();
         MeasureWrites();
+        MeasureClock();
         MeasureBlocks();
         CountCalls();
         MeasureOwnTime();
@@ -318,6 +320,38 @@ private:
     static void WriteCLine(QmLogCWriter* log)
     {
         Check(QmLogCWriteLine(log, kLine.c_str(), QMLOG_C_ENDED) != 0, "QmLogCWriteLine");
+    }
+
+    // The same lines with and without the clock.
+    void MeasureClock()
+    {
+        Log off("ClockOff");
+        Log on("ClockOn");
+        const std::string texts[] = {Lines(1), Lines(10), Lines(100)};
+        const auto write = [](unsigned times, unsigned lines, Log& log, bool hasClock,
+                              const std::string& text) {
+            return Repeat(times, lines, [&log, hasClock, &text] {
+                QmLogSetTimes(hasClock);
+                log.Line(text);
+            });
+        };
+        const Comparison comparison(
+            {
+                write(20, 1, off, false, texts[0]),
+                write(20, 1, on, true, texts[0]),
+                write(10, 10, off, false, texts[1]),
+                write(10, 10, on, true, texts[1]),
+                write(5, 100, off, false, texts[2]),
+                write(5, 100, on, true, texts[2]),
+            },
+            Rounds(3001));
+        QmLogSetTimes(false);
+        const char* const reference = "with the clock off";
+        Judge("Write, 1 line, clock on", comparison.Time(1), reference, comparison.Ratio(1), 1.05);
+        Judge("Write, 10 lines, clock on, per line", comparison.Time(3), reference, comparison.Ratio(3, 2),
+              1.05);
+        Judge("Write, 100 lines, clock on, per line", comparison.Time(5), reference, comparison.Ratio(5, 4),
+              1.05);
     }
 
     // A block changes the depth twice and gives its header line a row.

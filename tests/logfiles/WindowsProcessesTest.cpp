@@ -1,6 +1,7 @@
 // Several processes in one log folder: taking turns, reading beside a writer, being killed.
 
 #include "QmLogReader.h"
+#include "QmLogTimes.h"
 #include "QmLogWriter.h"
 #include "tests/support/Line.h"
 #include "tests/support/LogFolder.h"
@@ -24,6 +25,13 @@ using WindowsProcessesTest = LogFolderTest;
 
 // Long enough for a child that need not wait to have answered.
 constexpr DWORD kMoment = 300;
+
+// Children that start while it lives have their clocks on.
+struct ClocksOn
+{
+    ClocksOn() { ::SetEnvironmentVariableA("QM_LOG_TIMES", "1"); }
+    ~ClocksOn() { ::SetEnvironmentVariableA("QM_LOG_TIMES", nullptr); }
+};
 
 TEST_F(WindowsProcessesTest, AFirstRowWaitsUntilTheOtherProcessHasClosedAll)
 {
@@ -88,6 +96,7 @@ TEST_F(WindowsProcessesTest, ShortWritersShareOneSequence)
 TEST_F(WindowsProcessesTest, ProcessesThatTakeTurnsAtOneLogLoseNoRow)
 {
     constexpr unsigned kTurns = 150;
+    const ClocksOn clocks;
     Child children[3];
     const std::string names[] = {"a", "b", "c"};
     for (std::size_t i = 0; i < std::size(children); ++i)
@@ -104,6 +113,9 @@ TEST_F(WindowsProcessesTest, ProcessesThatTakeTurnsAtOneLogLoseNoRow)
     }
     EXPECT_EQ(0u, left[0] + left[1] + left[2]);
     EXPECT_EQ(3 * kTurns, Rows("Main").size());
+    CQmLogTimes times;
+    EXPECT_TRUE(times.SetFolder(Path("").c_str()));
+    EXPECT_EQ(3 * kTurns, times.GetSampleCount()) << "one for each process that begins";
     EXPECT_TRUE(FindingsOf(Path(""), {"Main"}).empty());
 }
 
@@ -113,6 +125,7 @@ TEST_F(WindowsProcessesTest, ThreadsOfAProcessShareOneSequence)
     constexpr int kTexts = 200;
     const std::vector<std::string> logs = {"Main", "Run", "Source", "SQL"};
     std::vector<std::thread> threads;
+    QmLogSetTimes(true);
     for (const std::string& name : logs)
     {
         threads.emplace_back([&name] {
@@ -129,6 +142,7 @@ TEST_F(WindowsProcessesTest, ThreadsOfAProcessShareOneSequence)
     for (std::thread& thread : threads)
         thread.join();
     QmLogWriterCloseAll();
+    QmLogSetTimes(false);
     EXPECT_EQ(static_cast<int>(logs.size()) * kTexts * 3, QmLogGlobalTimeGet());
     EXPECT_TRUE(FindingsOf(Path(""), logs).empty());
     EXPECT_EQ(std::string("\0\0\0\0", 4), Contents("Log.DAT").substr(4)) << "blocks were closed";
@@ -359,6 +373,8 @@ struct Sharer
 class SharedLogsTest : public LogFolderTest
 {
 protected:
+    ClocksOn m_clocks;
+
     void ExpectNoDamage(const char* when) { EXPECT_EQ("", Damage(kMixedLogs)) << when; }
 
     // All that is not stopped goes on, each within a minute.

@@ -237,6 +237,10 @@ public:
     // default: then the click sets the caret, as elsewhere in the margin.
     void SetBookmarkClick(std::function<void(std::uint32_t number)> click);
 
+    // For the wide margin: a column of `columns` characters after a log's initial, with what `text` answers
+    // for a row's number; 0 for none. It is asked for while rows are drawn, and needs room beside the text.
+    void SetMarginTexts(int columns, std::function<std::string(std::uint32_t number)> text);
+
     // A strip beside the scroll bar, by number from top to bottom: a lane for each log with its errors,
     // between one for bookmarks and one for what is found in all logs; a click goes there. Off by default,
     // and for a window that exists.
@@ -344,6 +348,8 @@ private:
     CQmLogBrowser* m_browser = nullptr;
     std::function<const std::vector<std::uint32_t>&()> m_bookmarks;
     std::function<void(std::uint32_t)> m_bookmarkClick;
+    int m_marginColumns = 0;
+    std::function<std::string(std::uint32_t number)> m_marginText;
     IQmHandler* m_commands = nullptr;
     IQmHandler* m_moreCommands = nullptr;
     bool m_copiesInSteps = false;

@@ -36,7 +36,7 @@ bool HasMark(int file)
 
 } // namespace
 
-MarginLayout::MarginLayout(int rowHeight, int columnWidth, int windowWidth)
+MarginLayout::MarginLayout(int rowHeight, int columnWidth, int windowWidth, int textColumns)
 {
     const int height = std::max(rowHeight, 1);
     const int column = std::max(columnWidth, 1);
@@ -55,10 +55,14 @@ MarginLayout::MarginLayout(int rowHeight, int columnWidth, int windowWidth)
     const int letters = (kInitialColumns + kCountColumns) * column;
     const bool hasLetters = windowWidth - without - letters >= kTextColumns * column;
 
+    const int text = textColumns * column;
+    const bool hasText = hasLetters && windowWidth - without - letters - text >= kTextColumns * column;
+
     m_bookmark = take(scaled(9));
     m_stripe = take(scaled(6));
     take(gap);
     m_initial = take(hasLetters ? kInitialColumns * column : 0);
+    m_text = take(hasText ? text : 0);
     m_fold = take(size + 2 * gap);
     m_box = {m_fold.begin + gap, (height - size) / 2, size};
     m_count = take(hasLetters ? kCountColumns * column : 0);

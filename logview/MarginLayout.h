@@ -32,8 +32,8 @@ enum class MarginZone
     Outside
 };
 
-// From left to right: bookmark, stripe, the log's initial, the fold mark's box, the count of errors. Sizes
-// grow with the row's height.
+// From left to right: bookmark, stripe, the log's initial, a text, the fold mark's box, the count of errors.
+// Sizes grow with the row's height.
 class MarginLayout
 {
 public:
@@ -41,13 +41,15 @@ public:
     static constexpr int kCountColumns = 3;
     static constexpr int kLeastBox = 12; // pixels, where a row is as high
 
-    // All in pixels. Initials and counts have a place in a window where enough is left for text.
-    MarginLayout(int rowHeight, int columnWidth, int windowWidth);
+    // All in pixels, but the text's width. Initials and counts have a place in a window where enough is left
+    // for the rows' own text, and the margin's text if there is still enough.
+    MarginLayout(int rowHeight, int columnWidth, int windowWidth, int textColumns = 0);
 
     int Width() const { return m_width; }
     MarginBand Bookmark() const { return m_bookmark; }
     MarginBand Stripe() const { return m_stripe; }
     MarginBand Initial() const { return m_initial; }
+    MarginBand Text() const { return m_text; }
     MarginBand Count() const { return m_count; }
     MarginBox FoldBox() const { return m_box; }
 
@@ -62,6 +64,7 @@ private:
     MarginBand m_bookmark;
     MarginBand m_stripe;
     MarginBand m_initial;
+    MarginBand m_text;
     MarginBand m_fold;
     MarginBand m_count;
     MarginBox m_box;

@@ -93,11 +93,19 @@ const QmLogColors& CQmLogTextCtrl::GetMarginColors() const
     return HasOwnColors() ? m_colors : logview::ThemeColors(logview::ThemeFor(GetWindowColor()));
 }
 
+void CQmLogTextCtrl::SetMarginTexts(int columns, std::function<std::string(std::uint32_t number)> text)
+{
+    m_marginColumns = columns;
+    m_marginText = std::move(text);
+    if (GetSafeHwnd())
+        MetricsChanged();
+}
+
 logview::MarginLayout CQmLogTextCtrl::GetMarginLayout()
 {
     CRect client;
     GetClientRect(client);
-    return logview::MarginLayout(GetRowHeight(), GetColumnWidth(), client.Width());
+    return logview::MarginLayout(GetRowHeight(), GetColumnWidth(), client.Width(), m_marginColumns);
 }
 
 int CQmLogTextCtrl::GetMarginWidth()
@@ -136,6 +144,8 @@ void CQmLogTextCtrl::DrawMargin(CDC& dc, const CRect& margin, int row)
         DrawBookmark(dc, margin, layout.Bookmark(), markColor);
     DrawStripe(dc, margin, layout.Stripe(), file, logColor);
     draw(layout.Initial(), logview::InitialOf(file), logColor);
+    if (layout.Text().Width() > 0)
+        draw(layout.Text(), m_marginText(shown->record.time), GetDrawColor(colors.kinds[kDetailKind]));
     if (!shown->marked)
         return;
     DrawBox(dc, CPoint(margin.left, margin.top), layout.FoldBox(), layout.Line(), shown->expanded, markColor);

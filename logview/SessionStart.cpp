@@ -119,6 +119,9 @@ bool StartSession()
     ZEMA_DeleteFile(counters);
     if (!logfiles::TryOpenCounters()) // a process has come between: the header would wait for it
         return false;
+    char times[MAX_PATH] = {};
+    if (QmLogMakeFilePath("Log.TIM", times))
+        ZEMA_DeleteFile(times);
     for (int file = 0; file < int{kFileCount}; ++file)
         QmLogWriterDefine(GetLogName(file)).Clear();
     WriteHeader(QmLogWriterDefine(GetLogName(0)));

@@ -169,6 +169,7 @@ int DeskFrame::OnCreate(LPCREATESTRUCT)
     PrepareMessages();
     UseColours();
     UseResolution();
+    OpenTimes();
     GetTextCtrl().SetLineTips(true);
     GetTextCtrl().SetZoom([this](int steps) { Zoom(steps); });
     SetTimer(kStatusTimer, kStatusInterval, nullptr);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QmLogBrowser.h"
+#include "QmLogTimes.h"
 #include "afxcmn.h"
 #include "logdesk/DeskEntry.h"
 #include "logdesk/DeskText.h"
@@ -75,6 +76,8 @@ public:
     std::string GoToNumber(std::uint32_t number);
     std::string GoToNumberOf(int file, std::uint32_t number); // in one log
     std::string GoToRow(int file, unsigned long row);
+    std::string GoToTime(const std::string& typed);
+    void GoToPause(msgservice::MsgService::Direction direction);
 
     void ToggleBookmark(std::uint32_t number);
     void GoToBookmark(msgservice::MsgService::Direction direction);
@@ -130,6 +133,14 @@ private:
     void Tell(const std::string& text); // in place of what was told before
     void ShowTitle();
 
+    // Times
+    bool HasTimes() const { return m_times.GetSampleCount() > 0; }
+    std::string TimeText(std::uint32_t number);
+    std::string LongTimeText(std::uint32_t number);
+    void OpenTimes();
+    void RefreshTimes();
+    void UseTimes();
+
     // Tool bar
     std::vector<IQmHandler*> ToolHandlers();
     void ShowToolBar(bool show);
@@ -151,6 +162,7 @@ private:
     void ScanLogText(IQmCommand& collector);
     void ScanPlaces(IQmCommand& collector);
     void AskWhereToGo();
+    void ScanTimes(IQmCommand& collector);
     void ShowBookmarks();
     std::string BookmarkText(std::uint32_t number);
     std::uint32_t CaretNumber();
@@ -181,6 +193,7 @@ private:
     RecentFiles m_recentSessions;
     bool m_forDevelopers = false;
     SessionBookmarks m_bookmarks;
+    CQmLogTimes m_times;
     ToolBar m_tools;
     NoticeBar m_notices;
     CFont m_textFont; // of the log text, as high as the display wants it

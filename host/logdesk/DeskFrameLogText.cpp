@@ -78,6 +78,7 @@ void DeskFrame::ScanPlaces(IQmCommand& collector)
     AddCommand(collector, {"Previous Bookmark", [this] { GoToBookmark(Direction::Backward); }, VK_F2,
                            kQmShift, false, isAny});
     AddCommand(collector, {"Boo&kmarks...", [this] { ShowBookmarks(); }, 0, 0, false, isAny});
+    ScanTimes(collector);
 }
 
 void DeskFrame::AskWhereToGo()
@@ -97,6 +98,8 @@ std::string DeskFrame::GoTo(const std::string& typed)
     CQmLogTextCtrl& text = GetTextCtrl();
     if (target.kind == GoToTarget::Kind::Number && target.log.empty())
         return GoToNumber(target.value);
+    if (target.kind == GoToTarget::Kind::Time)
+        return GoToTime(target.time);
     if (!target.log.empty())
     {
         const std::vector<std::string> logs = LogNames();

@@ -98,6 +98,11 @@ void DeskFrame::ScanView(IQmCommand& collector)
     pane("&Messages", Pane::Messages);
     AddCommand(collector, {"&Other Pane", [this] { ChangePane(true); }, VK_F6});
     AddCommand(collector, {"&Toolbar", [this] { ShowToolBar(!m_tools.IsShown()); }, 0, 0, m_tools.IsShown()});
+    const auto showTimes = [this] {
+        m_options.showTimes = !m_options.showTimes;
+        UseTimes();
+    };
+    AddCommand(collector, {"T&imes", showTimes, 0, 0, m_options.showTimes && HasTimes(), HasTimes()});
     collector.AddSeparator();
     ScanLook(collector);
     collector.AddSeparator();

@@ -25,6 +25,7 @@ void DeskFrame::OnTimer(UINT_PTR timer)
     TellSaved();
     if (++m_ticks % kNoticeTicks == 0)
         RefreshNotices();
+    RefreshTimes();
     RefreshStatus();
 }
 
@@ -106,6 +107,8 @@ StatusTexts DeskFrame::ReadStatus()
     {
         view = ReadView();
         texts.place = CaretText(view);
+        if (const std::string time = LongTimeText(view.number); !time.empty())
+            texts.place += ", " + time;
         if (const int folded = GetTextCtrl().GetLeftFolded(); folded > 0)
         {
             texts.session = LeftFoldedText(folded);

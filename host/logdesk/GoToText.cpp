@@ -84,6 +84,14 @@ std::string Names(const std::vector<std::string>& logs)
     return names;
 }
 
+// "14:03" begins with a digit, other than "SQL:120", and "2026-11-23" with four.
+bool IsTime(const std::string& text)
+{
+    const std::size_t digits = text.find_first_not_of("0123456789");
+    return digits != std::string::npos &&
+           ((text[digits] == ':' && digits > 0) || (text[digits] == '-' && digits == 4));
+}
+
 } // namespace
 
 GoToAnswer ParseGoTo(const std::string& text, const std::vector<std::string>& logs)
@@ -94,6 +102,14 @@ GoToAnswer ParseGoTo(const std::string& text, const std::vector<std::string>& lo
         typed = Trimmed(typed.substr(1));
     if (typed.empty())
         return fails("Type a number, a log and its row, or a row: 18342, SQL 120, row 500");
+
+    if (IsTime(typed))
+    {
+        GoToTarget target;
+        target.kind = GoToTarget::Kind::Time;
+        target.time = typed;
+        return {target, ""};
+    }
 
     // A word, and what comes after it.
     const bool isWord = !IsDecimal(typed.front()) && typed.front() != '#';

@@ -55,7 +55,7 @@ bool IsOlder(const std::string& a, const std::string& b)
 bool IsSessionFile(const std::string& name)
 {
     const std::string file = Upper(name);
-    if (file == "LOG.DAT")
+    if (file == "LOG.DAT" || file == "LOG.TIM")
         return true;
     return file != "QMLOG.LOG" && file.size() > 4 && (file.ends_with(".LOG") || file.ends_with(".ROW"));
 }

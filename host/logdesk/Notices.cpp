@@ -88,7 +88,7 @@ bool HasRows(const LogCounts& log)
 
 std::string LogOfFile(const std::string& file)
 {
-    if (!IsSessionFile(file) || IsSameLog(file, "Log.DAT"))
+    if (!IsSessionFile(file) || IsSameLog(file, "Log.DAT") || IsSameLog(file, "Log.TIM"))
         return "";
     return file.substr(0, file.size() - 4);
 }

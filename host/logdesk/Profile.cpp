@@ -108,6 +108,7 @@ WindowOptions ReadWindowOptions()
     options.useAllFields = read("UseAllFields") != 0;
     options.guardFormulas = read("GuardFormulas") != 0;
     options.showToolBar = read("ToolBar", 1) != 0;
+    options.showTimes = read("ShowTimes", 1) != 0;
     options.openHere = read("OpenHere") != 0;
     char font[kMaxFontName] = {};
     if (profile && profile->GetText(kSection, "Font", font, sizeof(font)) < sizeof(font))
@@ -168,6 +169,7 @@ void WriteWindowOptions(CWnd& frame, const WindowOptions& options)
     profile->SetInteger(kSection, "UseAllFields", options.useAllFields ? 1 : 0);
     profile->SetInteger(kSection, "GuardFormulas", options.guardFormulas ? 1 : 0);
     profile->SetInteger(kSection, "ToolBar", options.showToolBar ? 1 : 0);
+    profile->SetInteger(kSection, "ShowTimes", options.showTimes ? 1 : 0);
     profile->SetInteger(kSection, "OpenHere", options.openHere ? 1 : 0);
     profile->SetText(kSection, "Font", options.look.font.c_str());
     profile->SetInteger(kSection, "FontPoints", options.look.points);

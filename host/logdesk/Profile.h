@@ -29,6 +29,7 @@ struct WindowOptions
     bool useAllFields = false;  // in what is copied and exported
     bool guardFormulas = false; // in tables that are copied and exported
     bool showToolBar = true;
+    bool showTimes = true; // of rows, where the session has some
     bool openHere = false; // sessions, in place of the one that is shown
     TextLook look;
     std::string goTo; // typed last into "Go To"

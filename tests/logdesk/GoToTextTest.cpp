@@ -33,6 +33,8 @@ TEST(GoToText, TakesNumbersRowsOfLogsAndShownRows)
         {"#5 000  000", {Number, 5000}},
         {"#7\t000", {Number, 7}},
         {"row 500", {ShownRow, 500}},
+        {" 14:03", {Time, 0, "", "14:03"}},
+        {"2026-11-23 4:03:10.5\n", {Time, 0, "", "2026-11-23 4:03:10.5"}},
         {"ROW:5", {ShownRow, 5}},
     };
     const std::vector<std::string> logs = {"Main", "SQL"};
@@ -61,6 +63,8 @@ TEST(GoToText, SaysWhyItDoesNotUnderstand)
         {"Main 000", "Rows are counted from 1"},
         {"4294967296", "4294967296 is more than"},
         {"SQL 99999999999999999999999", "99999999999999999999999 is more than"},
+        {"202-11-23", "\"202-11-23\" is no number"},
+        {":5x", "\"5x\" is no number"},
         {"5x", "\"5x\" is no number"},
         {"5 SQL", "\"5 SQL\" is no number"},
         {"3.5", "\"3.5\" is no number"},

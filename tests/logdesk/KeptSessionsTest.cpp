@@ -31,7 +31,7 @@ TEST(KeptSessions, TheNewestStayAndForeignFoldersAreNeverDeleted)
 
 TEST(KeptSessions, ASessionIsItsLogsAndTheCounters)
 {
-    for (const char* name : {"Main.LOG", "main.row", "Log.DAT", "Other.Log"})
+    for (const char* name : {"Main.LOG", "main.row", "Log.DAT", "log.tim", "Other.Log"})
         EXPECT_TRUE(logdesk::IsSessionFile(name)) << name;
     for (const char* name : {"QmLog.LOG", "Main.txt", ".LOG", "Log", "Main.DAT"})
         EXPECT_FALSE(logdesk::IsSessionFile(name)) << name;

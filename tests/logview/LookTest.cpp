@@ -63,6 +63,9 @@ TEST(LogLook, MarginPartsLieSideBySideAndClicksMeetThem)
         EXPECT_EQ(isWide, layout.Initial().Width() > 0);
         EXPECT_EQ(isWide, layout.Count().Width() > 0);
     }
+    EXPECT_EQ((MarginBand{34, 138}), MarginLayout(16, 8, 1000, 13).Text());
+    EXPECT_EQ(MarginLayout(16, 8, 1000).Width() + 13 * 8, MarginLayout(16, 8, 1000, 13).Width());
+    EXPECT_EQ(0, MarginLayout(16, 8, 480, 13).Text().Width()) << "not enough room";
     EXPECT_EQ(25, MarginLayout(33, 15, 1500).FoldBox().size) << "grows with the row";
 }
 

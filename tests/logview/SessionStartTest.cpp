@@ -34,8 +34,11 @@ TEST_F(SessionStartTest, ReplacesWhatWasThereByTheHeader)
     CQmLogRow row;
     ASSERT_TRUE(QmLogReaderDefine("Run").Read(0, text, length, row));
 
+    session.files.SetContents(session.Path("Log.TIM"), "times");
+
     ASSERT_TRUE(logview::StartSession());
     EXPECT_EQ("", session.Text("Run"));
+    EXPECT_FALSE(session.files.Exists(session.Path("Log.TIM")));
     EXPECT_EQ("\nQmLog\n" // a block begins with a fresh line, the first one too
               "Activated on VK.INI by:\n"
               "[QmLog]\n"

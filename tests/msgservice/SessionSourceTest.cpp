@@ -1,6 +1,8 @@
 // The rows of a session as messages.
 #include "msgservice/session/SessionSource.h"
+#include "QmLogTimes.h"
 #include "QmLogWriter.h"
+#include "msgservice/session/ClockText.h"
 #include "tests/support/MemorySession.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +48,36 @@ protected:
     CQmLogWriter m_main;
     CQmLogWriter m_run;
 };
+
+// A writer may turn its clock on between two looks, and a row may come while others are read.
+TEST_F(SessionSourceTest, ARowHasItsTimeWhereTheWriterHadAClock)
+{
+    SessionSource source({"Main"}, SessionSource::Until::Forever);
+    m_main.Write("one\n");
+    files.now = *ReadLocalTime("2026-11-23 14:03:10.5", 0);
+    const std::string time = std::to_string(NanosecondsSince1970(files.now));
+    EXPECT_EQ("1 1 2Plain Main:1 one\n", Read(source));
+    QmLogSetTimes(true);
+    m_main.Write("two\nthree\n");
+    const std::string later = std::to_string(NanosecondsSince1970(files.now + 600000000));
+    bool isLate = true; // the last one comes after the look at the times
+    files.onCall = [&](const std::string& call) {
+        if (isLate && call.ends_with("Main.ROW"))
+        {
+            isLate = false;
+            files.now += 600000000;
+            m_main.Write("four\n");
+        }
+    };
+    const std::string lines = Read(source) + Read(source);
+    files.onCall = nullptr;
+    QmLogSetTimes(false);
+    EXPECT_EQ("2 2 2Plain Main:2 two\n2026-11-23 14:03:10.500 " + time +
+                  " 2Plain Main:3 three\n2026-11-23 14:03:10.500 " + time + " 2Plain Main:4 four\n",
+              lines);
+    m_main.Write("five");
+    EXPECT_EQ("2026-11-23 14:04:10.500 " + later + " 2Plain Main:5 five\n", Read(source) + Read(source));
+}
 
 TEST_F(SessionSourceTest, ARowIsAMessageThatLeadsBackToIt)
 {

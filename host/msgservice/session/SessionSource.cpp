@@ -1,5 +1,8 @@
 #include "msgservice/session/SessionSource.h"
 
+#include "msgservice/session/ClockText.h"
+#include "msgservice/session/RowTimes.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -48,7 +51,8 @@ class SessionSource::Rows : public FollowedRows
 public:
     void Row(const std::string& name, const LogEntry& entry, std::size_t skip) override
     {
-        const std::string number = std::to_string(entry.row.time);
+        const std::optional<QmLogTimeValue> time = times.TimeOf(entry.row.time);
+        const std::string timestamp = time ? LocalTime(*time) : std::to_string(entry.row.time);
         const std::string level = NameOfKind(entry.row.kind);
         m_text = entry.text.substr(skip);
         m_text.erase(m_text.find_last_not_of("\r\n") + 1);
@@ -56,8 +60,8 @@ public:
             return; // all that came of the line is its end
         std::replace(m_text.begin(), m_text.end(), '\0', ' ');
         MessageFields fields;
-        fields.timestamp = number;
-        fields.time = static_cast<Time>(entry.row.time);
+        fields.timestamp = timestamp;
+        fields.time = time ? NanosecondsSince1970(*time) : static_cast<Time>(entry.row.time);
         fields.level = LevelOfKind(entry.row.kind);
         fields.levelText = level;
         fields.topic = name;
@@ -79,6 +83,7 @@ public:
 
     MessageSink* sink = nullptr; // during a Read
     std::shared_ptr<SessionRows> rowMessages;
+    RowTimes times;
     std::string notices;
 
 private:
@@ -104,7 +109,9 @@ MessageSource::State SessionSource::Read(MessageSink& sink)
     if (!logs)
         return m_until == Until::Now ? State::Ended : State::Waiting;
     m_follower.AddLogs(*logs);
+    m_rows->times.Begin();
     m_follower.Poll(kRowsAtOnce);
+    m_rows->times.End();
     if (m_follower.HasMore() || (m_follower.HoldsLine() && m_until == Until::Now))
         return State::More;
     return m_until == Until::Now ? State::Ended : State::Waiting;
@@ -112,7 +119,8 @@ MessageSource::State SessionSource::Read(MessageSink& sink)
 
 std::string SessionSource::Explanation()
 {
-    return "The rows of a session: the topic is the log, the time stamp is the sequence number, and the "
+    return "The rows of a session: the topic is the log, the time stamp is the local time if the "
+           "writer had a clock and else the sequence number, and the "
            "level comes from "
            "the block's kind.\n";
 }

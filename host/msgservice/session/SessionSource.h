@@ -18,8 +18,9 @@ std::uint32_t LevelOfKind(QmLogBlockKind kind);
 std::string NameOfKind(QmLogBlockKind kind);
 
 // A row is a message. Topic is its log and source line its number there, from 1 on, so that a message leads
-// to its row; timestamp and time are its sequence number, the level is that of its block's kind, and the
-// indentation is its depth.
+// to its row; timestamp and time are its
+// local time and its time if its writer had a clock, else its sequence number, the level is that of its
+// block's kind, and the indentation is its depth.
 //
 // The logs lie in the log folder. Rows come in the order of their numbers; later, in the order in which they
 // are found. Of a line that goes on after it was found complete the rest is another message.

@@ -10,7 +10,7 @@ products=(QmLog.dll QmPlatform.dll LogDesk.exe logtool.exe)
 exporting=(QmLog.dll QmPlatform.dll)
 
 # The system's DLLs that we may need; all else must lie in the folder.
-system_dlls='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|shell32|user32'
+system_dlls='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|shell32|user32|winhttp|ws2_32'
 
 faults=0
 fault() {

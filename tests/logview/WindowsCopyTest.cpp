@@ -107,10 +107,7 @@ TEST_F(LogCopyTest, AMillionRowsAreCopiedInStepsOrNotAtAll)
     Open();
     text->SetCopiesInSteps(true);
     text->SelectAll();
-    {
-        const Driver driver("Copy", [](HWND) {});
-        EXPECT_TRUE(text->Copy());
-    }
+    EXPECT_TRUE(text->Copy()); // with a dialog where the machine is slow
     EXPECT_TRUE(lines == Copied());
     EXPECT_TRUE(lines == ClipboardText(frame, CF_TEXT));
     {

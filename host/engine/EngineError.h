@@ -33,7 +33,7 @@ private:
 
 constexpr int kUnknownTable = 60;
 
-// The error in an answer that is none of a query that was done.
+// The error that an answer tells of, if its query has failed.
 EngineError ErrorOf(int status, const std::string& answer);
 
 } // namespace engine

@@ -58,7 +58,7 @@ bool Unescape(std::string_view text, std::string& plain)
     return true;
 }
 
-// Takes what comes before `end` off the front of `text`; all of it where there is none.
+// Takes what comes before `end` off the front of `text`, or all of it if it has no `end`.
 std::string_view TakeUpTo(std::string_view& text, char end)
 {
     const std::size_t length = text.find(end);
@@ -136,7 +136,7 @@ bool IsEngineUrl(const std::string& text)
 EngineUrl ParseEngineUrl(const std::string& text)
 {
     if (!IsEngineUrl(text))
-        throw UsageError("address", "is none of an engine, as http://host:8123");
+        throw UsageError("address", "is not one of an engine, such as http://host:8123");
     EngineUrl url;
     url.secure = text.starts_with("https:");
     url.port = url.secure ? 8443 : 8123;

@@ -101,7 +101,8 @@ void DeskFrame::AskForTextFont()
 {
     LOGFONTW description = DescribeFont(m_options.look, m_options.look.points, m_hWnd);
     CClientDC dc(this);
-    const VkGrafic::Selected selected(dc, m_textFont); // which is another one where there is none of the name
+    const VkGrafic::Selected selected(
+        dc, m_textFont); // the system takes another font if it has none of this name
     ::GetTextFaceW(dc, LF_FACESIZE, description.lfFaceName);
     CHOOSEFONTW dialog = {};
     dialog.lStructSize = sizeof(dialog);

@@ -58,7 +58,7 @@ std::string Digits(std::string_view text)
     return group == std::string::npos || group == 3 ? digits : "";
 }
 
-// What comes before two blanks or a tab: behind it a line of an excerpt has its text.
+// What comes before two blanks or a tab. In a line of an excerpt, the row's text follows these.
 std::string BeforeGap(const std::string& text)
 {
     return text.substr(0, std::min(text.find("  "), text.find('\t')));

@@ -25,7 +25,7 @@ struct GoToTarget
     bool operator==(const GoToTarget&) const = default;
 };
 
-// The target, or a sentence that tells why there is none.
+// The target, or a sentence that says what is wrong with the text.
 struct GoToAnswer
 {
     std::optional<GoToTarget> target;

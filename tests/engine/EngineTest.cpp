@@ -146,7 +146,7 @@ TEST(EngineUrl, SaysWhereAndWhat)
         {"https://u%40x@h:1/d.t?session=a%20b&machine=m&x=1%26", "https://h:1|u@x|d.t|a b|m|x=1&"},
         {"clickhouse://[::1]:9/t", "http://[::1]:9|env|t|||"},
         {"https://h/?database=d&#part", "https://h:8443|env||||database=d"},
-        {"ftp://h", "address: is none of an engine, as http://host:8123"},
+        {"ftp://h", "address: is not one of an engine, such as http://host:8123"},
         {"http://", "http://: names no host, as http://host:8123"},
         {"http://h:0", "http://h:0: names no host, as http://host:8123"},
         {"http://h:1x", "http://h:1x: names no host, as http://host:8123"},

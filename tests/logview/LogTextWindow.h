@@ -11,22 +11,32 @@
 
 constexpr UINT_PTR kLogRefreshTimer = 9504;
 
-class LogTextWindowTest : public LogFolderTest
+// A frame for log windows. Afterwards all logs are closed.
+class LogFrameTest : public LogFolderTest
 {
 protected:
-    LogTextWindowTest()
+    LogFrameTest(int width, int height)
     {
-        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
+        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, width, height, nullptr,
                        nullptr);
     }
 
-    ~LogTextWindowTest() override
+    ~LogFrameTest() override
     {
         frame.DestroyWindow();
         for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
             QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
         QmLogWriterCloseAll();
     }
+
+    CWnd frame;
+};
+
+class LogTextWindowTest : public LogFrameTest
+{
+protected:
+    LogTextWindowTest() : LogFrameTest(600, 400) {}
+    ~LogTextWindowTest() override { frame.DestroyWindow(); }
 
     void Open(bool start = true)
     {
@@ -98,7 +108,6 @@ protected:
         return colors;
     }
 
-    CWnd frame;
     CQmLogBrowser browser;
     CQmLogTextCtrl& text = browser.GetTextCtrl();
 };

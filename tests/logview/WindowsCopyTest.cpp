@@ -1,11 +1,7 @@
 // Copying from the log text window: excerpts, and a million rows.
 
-#include "QmLogReader.h"
-#include "QmLogTextCtrl.h"
-#include "QmLogWriter.h"
+#include "LogTextWindow.h"
 #include "tests/logreport/LogDialogDriver.h"
-#include "tests/support/Keys.h"
-#include "tests/support/LogFolder.h"
 
 #include <cstring>
 #include <memory>
@@ -13,24 +9,11 @@
 namespace
 {
 
-constexpr UINT_PTR kRefreshTimer = 9504;
-
-class LogCopyTest : public LogFolderTest
+class LogCopyTest : public LogFrameTest
 {
 protected:
-    LogCopyTest()
-    {
-        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
-                       nullptr);
-    }
-
-    ~LogCopyTest() override
-    {
-        frame.DestroyWindow();
-        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
-            QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
-        QmLogWriterCloseAll();
-    }
+    LogCopyTest() : LogFrameTest(600, 400) {}
+    ~LogCopyTest() override { frame.DestroyWindow(); }
 
     void Open()
     {
@@ -48,7 +31,6 @@ protected:
         return copied;
     }
 
-    CWnd frame;
     std::unique_ptr<CQmLogTextCtrl> text;
 };
 
@@ -114,14 +96,14 @@ TEST_F(LogCopyTest, AMillionRowsAreCopiedInStepsOrNotAtAll)
         const Driver driver("Copy", [&](HWND dialog) {
             EXPECT_FALSE(frame.IsWindowEnabled());
             QmLogWriterDefine("Main").Write("\nmore");
-            text->SendMessage(WM_TIMER, kRefreshTimer);
+            text->SendMessage(WM_TIMER, kLogRefreshTimer);
             EXPECT_EQ(static_cast<int>(kRows), text->GetRowCount()) << "rows stay where they are";
             ::SendMessage(dialog, WM_COMMAND, IDCANCEL, 0);
         });
         EXPECT_FALSE(text->CopyExcerpt());
     }
     EXPECT_TRUE(lines == Copied()) << "given up";
-    text->SendMessage(WM_TIMER, kRefreshTimer);
+    text->SendMessage(WM_TIMER, kLogRefreshTimer);
     EXPECT_LT(static_cast<int>(kRows), text->GetRowCount());
     {
         const Driver driver("Copy", [this](HWND) { text.reset(); });

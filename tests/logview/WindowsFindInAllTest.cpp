@@ -1,38 +1,22 @@
 // Finding in all logs: the log text window, its find bar, and what is marked.
 
-#include "QmLogReader.h"
-#include "QmLogTextCtrl.h"
-#include "QmLogWriter.h"
+#include "LogTextWindow.h"
 #include "qmcommon/QmWindowText.h"
-#include "tests/support/Keys.h"
-#include "tests/support/LogFolder.h"
 
 namespace
 {
 
-constexpr UINT_PTR kTimer = 9504;     // looks for new rows
 constexpr UINT_PTR kFindTimer = 9505; // looks for matches
 constexpr int kFindField = 2101;
 constexpr int kFindCase = 2103;
 constexpr int kFindExpression = 2105;
 constexpr int kFindState = 2106;
 
-class LogFindInAllTest : public LogFolderTest
+class LogFindInAllTest : public LogFrameTest
 {
 protected:
-    LogFindInAllTest()
-    {
-        frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 900, 300, nullptr,
-                       nullptr);
-    }
-
-    ~LogFindInAllTest() override
-    {
-        frame.DestroyWindow();
-        for (int file = 0; file < CQmLogTextCtrl::GetFilePathCount(); ++file)
-            QmLogReaderDefine(CQmLogTextCtrl::GetFilePath(file)).Close();
-        QmLogWriterCloseAll();
-    }
+    LogFindInAllTest() : LogFrameTest(900, 300) {}
+    ~LogFindInAllTest() override { frame.DestroyWindow(); }
 
     static void Write(const char* log, const std::string& line)
     {
@@ -83,7 +67,6 @@ protected:
                std::to_string(row) + ": " + text.GetSelectedText();
     }
 
-    CWnd frame;
     CQmLogTextCtrl text;
 };
 
@@ -182,7 +165,7 @@ TEST_F(LogFindInAllTest, LooksOnWhenLogsGrowUntilItIsClosed)
     EXPECT_TRUE(::IsWindowVisible(Bar()));
     EXPECT_EQ(text.m_hWnd, ::GetFocus());
     Write("Main", "xx");
-    text.SendMessage(WM_TIMER, kTimer);
+    text.SendMessage(WM_TIMER, kLogRefreshTimer);
     EXPECT_EQ("1 of 3", Finish());
     EXPECT_EQ((std::vector<std::uint32_t>{1, 2}), text.CountFound(1, 2, 2));
     text.ShowMerged();

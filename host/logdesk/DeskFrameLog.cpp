@@ -41,8 +41,8 @@ void DeskFrame::ShowDuring()
 void DeskFrame::GoToErrorInLogs(bool forward)
 {
     if (GetTextCtrl().GoToErrorInLogs(forward))
-        return;
-    if (GetTextCtrl().GetIndexProgress() < 100)
+        Tell("");
+    else if (GetTextCtrl().GetIndexProgress() < 100)
         Tell("The logs are still being read");
     else
         Tell(forward ? "There is no error after this row" : "There is no error before this row");

@@ -85,7 +85,10 @@ void DeskFrame::AskWhereToGo()
 {
     GoToDialog dialog(this, m_options.goTo, [this](const std::string& text) { return GoTo(text); });
     if (dialog.DoModal() == IDOK)
+    {
+        Tell(""); // what was told of another row
         FocusPane(Pane::LogText);
+    }
     RefreshStatus();
 }
 

@@ -82,7 +82,7 @@ std::string DeskFrame::GoToTime(const std::string& typed)
     const std::optional<QmLogTimeValue> time = msgservice::ReadLocalTime(typed, day);
     std::uint32_t number = 0;
     if (!time)
-        return "\"" + typed + "\" is no time, as 14:03, 14:03:10.5 or 2026-11-23 14:03";
+        return "\"" + typed + "\" is no time such as 14:03, 14:03:10.5 or 2026-11-23 14:03";
     if (!m_times.NumberAt(*time, number))
         return "Nothing was written at " + msgservice::LocalTime(*time) + " or later";
     return GoToNumber(number);

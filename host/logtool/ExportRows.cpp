@@ -34,7 +34,17 @@ public:
             kept.isHeader != row.isHeader || kept.block != row.block || kept.parent != row.parent ||
             kept.skip != row.skip)
         {
-            kept = {true, row.depth, row.kind, row.isHeader, row.block, row.parent, row.skip, Make(row)};
+            kept.valid = true;
+            kept.depth = row.depth;
+            kept.kind = row.kind;
+            kept.isHeader = row.isHeader;
+            kept.block = row.block;
+            kept.parent = row.parent;
+            kept.skip = row.skip;
+            if (kept.texts.before.empty())
+                PutBefore(row, kept.texts.before);
+            kept.texts.after.clear();
+            PutAfter(row, kept.texts.after);
         }
         return kept.texts;
     }
@@ -42,7 +52,8 @@ public:
     void Forget() { m_kept.clear(); }
 
 protected:
-    virtual Texts Make(const WalkedRow& row) const = 0;
+    virtual void PutBefore(const WalkedRow& row, std::string& to) const = 0; // the same for all of a log
+    virtual void PutAfter(const WalkedRow& row, std::string& to) const = 0;
 
 private:
     struct Kept
@@ -98,21 +109,40 @@ public:
     }
 
 private:
-    Texts Make(const WalkedRow& row) const override
+    void PutBefore(const WalkedRow& row, std::string& to) const override
     {
-        Texts texts;
-        texts.before = "{\"session\":\"";
-        AppendJson(texts.before, m_source.SessionName());
-        texts.before += "\",\"machine\":\"";
-        AppendJson(texts.before, m_source.machine);
-        texts.before += "\",\"log\":\"";
-        AppendJson(texts.before, *row.name);
-        texts.before += "\",\"number\":";
-        texts.after = ",\"depth\":" + std::to_string(row.depth) + ",\"kind\":\"" + KindText(row.kind) +
-                      "\",\"header\":" + TruthText(row.isHeader) + ",\"block\":" + NumberOrNull(row.block) +
-                      ",\"parent\":" + NumberOrNull(row.parent) + ",\"skip\":" + std::to_string(row.skip) +
-                      ",\"text\":\"";
-        return texts;
+        to += "{\"session\":\"";
+        AppendJson(to, m_source.SessionName());
+        to += "\",\"machine\":\"";
+        AppendJson(to, m_source.machine);
+        to += "\",\"log\":\"";
+        AppendJson(to, *row.name);
+        to += "\",\"number\":";
+    }
+
+    void PutAfter(const WalkedRow& row, std::string& to) const override
+    {
+        to += ",\"depth\":";
+        AppendNumber(to, row.depth);
+        to += ",\"kind\":\"";
+        to += KindText(row.kind);
+        to += "\",\"header\":";
+        to += TruthText(row.isHeader);
+        to += ",\"block\":";
+        PutBlock(row.block, to);
+        to += ",\"parent\":";
+        PutBlock(row.parent, to);
+        to += ",\"skip\":";
+        AppendNumber(to, row.skip);
+        to += ",\"text\":\"";
+    }
+
+    static void PutBlock(std::uint32_t block, std::string& to)
+    {
+        if (block != kNoBlock)
+            AppendNumber(to, block);
+        else
+            to += "null";
     }
 
     // Rows of the same 10 ms have the same time.
@@ -122,11 +152,6 @@ private:
             m_timeField = row.time ? ",\"time\":\"" + UtcText(*row.time, 7) + '"' : ",\"time\":null";
         m_time = row.time;
         return m_timeField;
-    }
-
-    static std::string NumberOrNull(std::uint32_t block)
-    {
-        return block != kNoBlock ? std::to_string(block) : "null";
     }
 
     ExportSource m_source;
@@ -165,24 +190,33 @@ public:
     }
 
 private:
-    Texts Make(const WalkedRow& row) const override
+    void PutBefore(const WalkedRow& row, std::string& to) const override
     {
-        Texts texts;
         std::string converted;
         for (const std::string& text : {m_source.SessionName(), m_source.machine, *row.name})
         {
-            AppendCsv(texts.before, Utf8Text(text, converted));
-            texts.before += ',';
+            AppendCsv(to, Utf8Text(text, converted));
+            to += ',';
         }
-        texts.after = ',' + std::to_string(row.depth) + ',' + KindText(row.kind) + ',' +
-                      TruthText(row.isHeader) + ',' + NumberOrNothing(row.block) + ',' +
-                      NumberOrNothing(row.parent) + ',' + std::to_string(row.skip) + ',';
-        return texts;
     }
 
-    static std::string NumberOrNothing(std::uint32_t block)
+    void PutAfter(const WalkedRow& row, std::string& to) const override
     {
-        return block != kNoBlock ? std::to_string(block) : "";
+        to += ',';
+        AppendNumber(to, row.depth);
+        to += ',';
+        to += KindText(row.kind);
+        to += ',';
+        to += TruthText(row.isHeader);
+        for (const std::uint32_t block : {row.block, row.parent})
+        {
+            to += ',';
+            if (block != kNoBlock)
+                AppendNumber(to, block);
+        }
+        to += ',';
+        AppendNumber(to, row.skip);
+        to += ',';
     }
 
     ExportSource m_source;

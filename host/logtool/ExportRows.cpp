@@ -92,7 +92,8 @@ public:
         const Texts& texts = Of(row);
         const std::string_view text = row.text.substr(row.skip);
         const std::string& time = TimeField(row);
-        m_row.Begin(texts.before.size() + time.size() + texts.after.size() + text.size() + 20);
+        m_row.Begin(texts.before.size() + time.size() + texts.after.size() + text.size() +
+                    RowText::kMostDigits + kEnd.size());
         m_row.Put(texts.before);
         m_row.PutNumber(row.number);
         m_row.Put(time);

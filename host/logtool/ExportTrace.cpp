@@ -1,6 +1,7 @@
 // Rows as events of the public trace event format: slices for blocks, a track a log, instants for rows.
 #include "logtool/ExportForm.h"
 #include "logtool/ExportText.h"
+#include "logtool/RowText.h"
 
 #include <algorithm>
 #include <deque>
@@ -14,6 +15,8 @@ namespace
 {
 
 using sessionwalk::WalkedRow;
+
+constexpr std::size_t kMostFields = 256; // bytes of an event but for its text
 
 constexpr std::int64_t kFrom1601To1970 = 116'444'736'000'000'000; // in 100 ns
 
@@ -53,17 +56,25 @@ public:
         EndFrom(track, row.isHeader ? row.depth : row.depth + 1u, to);
         if (begins)
             track.slices.push_back({row.block, row.depth});
-        to += ",\n{\"name\":\"";
-        AppendJson(to, row.text.substr(row.skip));
-        to += "\",\"cat\":\"";
-        to += KindText(row.kind);
-        to += begins ? "\",\"ph\":\"B\"" : "\",\"ph\":\"i\",\"s\":\"t\"";
-        PutPlace(track, to);
-        to += ",\"args\":{\"number\":";
-        AppendNumber(to, row.number);
-        to += ",\"depth\":";
-        AppendNumber(to, row.depth);
-        to += "}}";
+        const std::string_view text = row.text.substr(row.skip);
+        m_event.Begin(text.size() + kMostFields);
+        m_event.Put(",\n{\"name\":\"");
+        if (!m_event.PutPlain(text))
+        {
+            to += m_event.Text();
+            AppendJson(to, text);
+            m_event.Begin(kMostFields);
+        }
+        m_event.Put("\",\"cat\":\"");
+        m_event.Put(KindText(row.kind));
+        m_event.Put(begins ? "\",\"ph\":\"B\"" : "\",\"ph\":\"i\",\"s\":\"t\"");
+        PutPlace(track);
+        m_event.Put(",\"args\":{\"number\":");
+        m_event.PutNumber(row.number);
+        m_event.Put(",\"depth\":");
+        m_event.PutNumber(row.depth);
+        m_event.Put("}}");
+        to += m_event.Text();
     }
 
     void End(std::string& to) override
@@ -154,17 +165,20 @@ private:
         to += "\"}}";
     }
 
-    // Where and when an event is.
-    void PutPlace(const Track& track, std::string& to) const
+    // Where and when the event is.
+    void PutPlace(const Track& track)
     {
-        to += ",\"ts\":";
-        AppendNumber(to, static_cast<std::uint64_t>(m_last / 10));
+        m_event.Put(",\"ts\":");
+        m_event.PutNumber(static_cast<std::uint64_t>(m_last / 10));
         if (m_last % 10 != 0)
-            to.append({'.', static_cast<char>('0' + m_last % 10)});
-        to += ",\"pid\":";
-        AppendNumber(to, m_source.ordinal);
-        to += ",\"tid\":";
-        AppendNumber(to, track.number);
+        {
+            m_event.Put(".");
+            m_event.PutNumber(static_cast<std::uint64_t>(m_last % 10));
+        }
+        m_event.Put(",\"pid\":");
+        m_event.PutNumber(m_source.ordinal);
+        m_event.Put(",\"tid\":");
+        m_event.PutNumber(track.number);
     }
 
     // A block may have ended before its header's text came: then it has no slice yet.
@@ -177,13 +191,15 @@ private:
     }
 
     // Slices of this depth or more.
-    void EndFrom(Track& track, unsigned depth, std::string& to) const
+    void EndFrom(Track& track, unsigned depth, std::string& to)
     {
         while (!track.slices.empty() && track.slices.back().depth >= depth)
         {
-            to += ",\n{\"ph\":\"E\"";
-            PutPlace(track, to);
-            to += '}';
+            m_event.Begin(kMostFields);
+            m_event.Put(",\n{\"ph\":\"E\"");
+            PutPlace(track);
+            m_event.Put("}");
+            to += m_event.Text();
             track.slices.pop_back();
         }
     }
@@ -195,6 +211,7 @@ private:
     }
 
     ExportSource m_source;
+    RowText m_event;
     std::deque<Track> m_tracks;
     std::vector<Track*> m_byLog;
     std::int64_t m_last = 0; // 100 ns; a clock that is set back makes no event earlier

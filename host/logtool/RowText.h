@@ -17,6 +17,8 @@ namespace logtool
 class RowText
 {
 public:
+    static constexpr std::size_t kMostDigits = 20; // of a number
+
     // Begins a row of at most so many bytes.
     void Begin(std::size_t most)
     {
@@ -31,10 +33,10 @@ public:
         m_size += text.size();
     }
 
-    void PutNumber(std::uint32_t number)
+    void PutNumber(std::uint64_t number)
     {
         char* const to = m_bytes.data() + m_size;
-        m_size += static_cast<std::size_t>(std::to_chars(to, to + 10, number).ptr - to);
+        m_size += static_cast<std::size_t>(std::to_chars(to, to + kMostDigits, number).ptr - to);
     }
 
     // Puts a text that is ASCII and has nothing that JSON escapes. False, with nothing put, for any other.

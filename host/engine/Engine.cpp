@@ -31,6 +31,8 @@ EngineError::Remedy RemedyOf(HttpError::Reason reason)
     {
     case HttpError::Reason::Unreachable:
         return EngineError::Remedy::TryAgain;
+    case HttpError::Reason::TooLong:
+        return EngineError::Remedy::AskLess;
     case HttpError::Reason::Cancelled:
         return EngineError::Remedy::Cancelled;
     default:

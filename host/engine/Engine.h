@@ -4,6 +4,7 @@
 #include "engine/EngineError.h"
 #include "engine/HttpClient.h"
 
+#include <charconv>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +15,16 @@ namespace engine
 
 // Rows of texts, as the engine writes them: numbers in decimal digits.
 using Rows = std::vector<std::vector<std::string>>;
+
+// A number of an answer. Throws EngineError if the text is none, or none of that kind.
+template <typename Number> Number NumberIn(const std::string& text)
+{
+    Number number = 0;
+    const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (end.ec != std::errc() || end.ptr != text.data() + text.size())
+        throw EngineError(EngineError::Remedy::None, "the engine answers no number: " + text);
+    return number;
+}
 
 // Throws EngineError. One thread at a time.
 class Engine

@@ -16,6 +16,7 @@ public:
         TryAgain,  // a full disk, a server that starts, a broken connection
         None,      // a wrong table, no access, an error in the query
         Cancelled, // the caller has given the request up
+        AskLess,   // the answer is too long
     };
 
     EngineError(Remedy remedy, const std::string& words, int code = 0)

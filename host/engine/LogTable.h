@@ -13,6 +13,12 @@ namespace engine
 // What makes the table; `table` as in SqlTable.
 std::string CreateTableSql(const std::string& table);
 
+// The table of who names none.
+constexpr char kUsualTable[] = "log_rows";
+
+// What a time in 100 ns since the beginning of 1601 has more than one of the table.
+constexpr std::int64_t kStartOf1970 = 116'444'736'000'000'000;
+
 // The columns that RowBatch fills.
 constexpr char kRowColumns[] =
     "machine, session, number, log, time, depth, kind, header, block, parent, length, text";

@@ -59,7 +59,7 @@ void AppendJsonCharacter(std::string& to, char character)
     to += kDigits[code & 15];
 }
 
-bool IsControl(char character)
+bool IsControlCharacter(char character)
 {
     return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
 }
@@ -154,7 +154,7 @@ void AppendSyslog(std::string& to, std::string_view text, std::string_view marke
     std::string converted;
     for (const char character : Utf8Text(text, converted))
     {
-        if (IsControl(character))
+        if (IsControlCharacter(character))
         {
             const auto code = static_cast<unsigned char>(character);
             to += '#';

@@ -1,4 +1,5 @@
 #include "logtool/Commands.h"
+#include "logtool/EngineSource.h"
 #include "logtool/InputBytes.h"
 #include "logtool/MessageFields.h"
 #include "logtool/MessageFlow.h"
@@ -70,6 +71,7 @@ private:
     MessageOutput Output(Host& host) const;
     std::vector<Input> OpenInputs(Host& host);
     std::unique_ptr<MessageSource> OpenInput(const std::string& path, Host& host);
+    Input OpenEngine(Host& host);
     int Explain(Host& host);
     std::uint64_t Print(std::vector<Input>& inputs, Host& host);
     std::uint64_t Save(std::vector<Input>& inputs, Host& host);
@@ -80,7 +82,7 @@ private:
 
     msgservice::TextFormats m_formats;
     std::vector<std::string> m_files, m_contain, m_notContain, m_sort;
-    std::optional<std::string> m_format, m_fields, m_level, m_save;
+    std::optional<std::string> m_format, m_fields, m_level, m_save, m_from;
     bool m_session = false, m_explain = false, m_csv = false, m_tsv = false, m_json = false;
     bool m_ignoreCase = false, m_noDuplicates = false, m_follow = false;
     bool m_faults = false; // something could not be read
@@ -97,6 +99,8 @@ Messages::Messages()
     Line().AddOperands("[FILE...]", m_files);
     Line().AddFlag("--session", m_session, "the logs of the session in the log folder; a row is a message");
     AddLogOption();
+    Line().AddText("--from", "URL", m_from,
+                   "a shipped session: http[s]://host[:port]/[table]?session=NAME[&machine=NAME]");
     Line().AddText("--format", "NAME", m_format, "take the text for this format instead of finding it out");
     Line().AddFlag("--explain", m_explain, "tell which format was found, why, and which others there are");
     Line().AddText("--fields", "LIST", m_fields,
@@ -142,6 +146,8 @@ void Messages::CheckOptions() const
         throw UsageError("-f", "cannot be sorted: what comes next may belong before what is shown");
     if (!m_session && NamesLogs())
         throw UsageError("--log", "names a log of --session, which is missing");
+    if (m_from && (m_session || !m_files.empty() || m_format))
+        throw UsageError("--from", "reads an engine, and neither files nor --session");
     if (m_session && !m_files.empty())
         throw UsageError("--session", "reads the log folder, and no files");
     if (m_format && !m_formats.Find(*m_format))
@@ -188,6 +194,8 @@ std::vector<Messages::Input> Messages::OpenInputs(Host& host)
             {LogFolder(), std::make_unique<msgservice::SessionSource>(
                               ChosenLogs(host), m_follow ? msgservice::SessionSource::Until::Forever
                                                          : msgservice::SessionSource::Until::Now)});
+    else if (m_from)
+        inputs.push_back(OpenEngine(host));
     else if (m_files.empty())
         m_files.emplace_back("-");
     for (const std::string& path : m_files)
@@ -200,6 +208,18 @@ std::vector<Messages::Input> Messages::OpenInputs(Host& host)
             TellFault(error.what(), host);
         }
     return inputs;
+}
+
+Messages::Input Messages::OpenEngine(Host& host)
+{
+    const engine::EngineUrl url = engine::ParseEngineUrl(*m_from);
+    if (url.session.empty())
+        throw UsageError("--from", "the address names no session: add ?session=NAME");
+    host.IsEndWanted(); // from here on Ctrl+C gives a question up that waits for its answer
+    return {url.Shown(),
+            std::make_unique<EngineSource>(url, host.Connect(url),
+                                           m_follow ? EngineSource::Until::Forever : EngineSource::Until::Now,
+                                           Description())};
 }
 
 std::unique_ptr<MessageSource> Messages::OpenInput(const std::string& path, Host& host)
@@ -262,7 +282,10 @@ std::uint64_t Messages::Print(std::vector<Input>& inputs, Host& host)
 
 std::uint64_t Messages::Save(std::vector<Input>& inputs, Host& host)
 {
-    const std::string origin = m_session ? LogFolder() : m_files.empty() ? "-" : m_files.front();
+    const std::string origin = m_from            ? engine::ParseEngineUrl(*m_from).Shown()
+                               : m_session       ? LogFolder()
+                               : m_files.empty() ? "-"
+                                                 : m_files.front();
     msgservice::MessageFileWriter file(*m_save, msgservice::MessageFileWriter::Mode::Replace,
                                        {"", "logtool", LOGTOOL_VERSION, origin});
     MessageFlow flow(Description(), [&](const auto& store, std::uint32_t index) {

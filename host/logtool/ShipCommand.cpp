@@ -9,8 +9,6 @@ namespace logtool
 namespace
 {
 
-constexpr char kTable[] = "log_rows";
-
 class Ship : public Command
 {
 public:
@@ -51,7 +49,7 @@ ShipTarget Ship::Target(const engine::EngineUrl& url, Host& host) const
     };
     ShipTarget target;
     target.address = url.Shown();
-    target.table = choose(m_table, url.table, [] { return kTable; });
+    target.table = choose(m_table, url.table, [] { return engine::kUsualTable; });
     target.machine = choose(m_machine, url.machine, [&] { return host.MachineName(); });
     target.session = choose(m_session, url.session, [] { return SessionName(LogFolder()); });
     for (const auto& [option, value] : {std::pair{"--table", &target.table},

@@ -25,15 +25,6 @@ using msgservice::IsSameName;
 
 constexpr std::size_t kComparedBytes = 1000; // of a row's text
 
-std::uint32_t NumberIn(const std::string& text)
-{
-    std::uint32_t number = 0;
-    const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (end.ec != std::errc() || end.ptr != text.data() + text.size())
-        throw EngineError(EngineError::Remedy::None, "the engine answers no number: " + text);
-    return number;
-}
-
 // A row of a log of the folder, read by itself.
 class FolderLog
 {
@@ -135,7 +126,9 @@ std::vector<ShippedSession::ShippedLog> ShippedSession::ShippedLogs(const std::s
         if (row.size() != 3)
             throw EngineError(EngineError::Remedy::None,
                               "the engine answers other columns than it was asked for");
-        logs.push_back({row[0], {NumberIn(row[1]), 0, ""}, {NumberIn(row[2]), 0, ""}});
+        logs.push_back({row[0],
+                        {engine::NumberIn<std::uint32_t>(row[1]), 0, ""},
+                        {engine::NumberIn<std::uint32_t>(row[2]), 0, ""}});
     }
     ReadRows(session, logs);
     return logs;
@@ -154,7 +147,7 @@ void ShippedSession::ReadRows(const std::string& session, std::vector<ShippedLog
                                 " AND log = " + SqlValue(log.log) + " ORDER BY length DESC LIMIT 1");
             if (found.size() != 1 || found[0].size() != 2)
                 throw EngineError(EngineError::Remedy::TryAgain, "rows have gone from the engine");
-            row->length = NumberIn(found[0][0]);
+            row->length = engine::NumberIn<std::uint32_t>(found[0][0]);
             row->text = found[0][1];
         }
     }

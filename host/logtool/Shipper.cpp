@@ -21,8 +21,6 @@ constexpr unsigned kLooksPerSecond = 5;
 constexpr unsigned kMostDoublings = 6;
 constexpr unsigned kMostSeconds = 60;
 
-constexpr std::int64_t kStartOf1970 = 116'444'736'000'000'000; // in 100 ns since 1601
-
 } // namespace
 
 Shipper::Shipper(engine::Engine& engine, const ShipTarget& target, Host& host)
@@ -65,7 +63,7 @@ void Shipper::Row(const sessionwalk::WalkedRow& walked)
     engine::TableRow row;
     row.number = walked.number;
     row.log = *walked.name;
-    row.time = walked.time ? *walked.time - kStartOf1970 : 0;
+    row.time = walked.time ? *walked.time - engine::kStartOf1970 : 0;
     row.depth = walked.depth;
     row.kind = walked.kind;
     row.header = walked.isHeader;
@@ -120,7 +118,7 @@ bool Shipper::Try(const std::function<void()>& act)
         {
             if (error.Help() == EngineError::Remedy::Cancelled)
                 return false;
-            if (error.Help() == EngineError::Remedy::None)
+            if (error.Help() != EngineError::Remedy::TryAgain)
                 throw std::runtime_error(m_target.address + ": " + error.what());
             if (!Pause(tries, error.what()))
                 return false;

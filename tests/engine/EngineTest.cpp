@@ -95,7 +95,7 @@ TEST_F(EngineTest, ErrorsTellTheServersWordsAndWhetherTryingAgainHelps)
 
     for (const auto& [reason, expected] : {std::pair{HttpError::Reason::Unreachable, "0 0 no connection"},
                                            {HttpError::Reason::Untrusted, "1 0 no connection"},
-                                           {HttpError::Reason::TooLong, "1 0 no connection"},
+                                           {HttpError::Reason::TooLong, "3 0 no connection"},
                                            {HttpError::Reason::Cancelled, "2 0 no connection"}})
     {
         client->error = reason;

@@ -155,6 +155,27 @@ def check_names(server, folder):
     assert int(server.ask("SELECT count() FROM `od\\`d 't`")) == len(session.rows)
 
 
+def check_messages(server, session):
+    """What "messages --from" shows, with what the engine and what the tool leaves out."""
+    words = {0: "Plain", 2: "Error"}
+    shown = lambda text: text.rstrip("\r\n").replace("\0", " ")
+    rows = [[log, words[row[0]], shown(row[3])] for (_, log), row in sorted(session.rows.items())]
+    asked = {(): lambda row: True,
+             ("--level", "error"): lambda row: row[1] == "Error",
+             ("--contain", "body=s \\' \"x\" `y`"): lambda row: "s \\' \"x\" `y`" in row[2],
+             ("--not-contain", "body='; DROP TABLE log_rows; --"): lambda row: "DROP" not in row[2],
+             ("--contain", "body=PLAIN", "-i", "--contain", "topic=sq"): lambda row: "plain" in row[2] and row[0] == "SQL",
+             ("--contain", "body=a b"): lambda row: "a b" in row[2],
+             ("--not-contain", "body=a b"): lambda row: "a b" not in row[2],
+             ("--contain", "body=größe 日本", "--level", "info"): lambda row: "größe 日本" in row[2]}
+    for options, passes in asked.items():
+        told = subprocess.run([ROOT + "/tools/logtool.sh", "messages", "--from", server.url + "/log_rows?session=S-2",
+                               "--fields", "topic,level,body", "--json", *options], stdout=subprocess.PIPE).stdout
+        found = [list(json.loads(line).values()) for line in told.splitlines()]
+        wanted = [row for row in rows if passes(row)]
+        assert found == wanted and wanted, (options, len(found), len(wanted), [pair for pair in zip(found, wanted) if pair[0] != pair[1]][:2])
+
+
 def check_shards(server, session):
     """The statements of docs/log_rows.sql for several servers; one plays two of them."""
     sql = open(ROOT + "/docs/log_rows.sql").read()
@@ -251,6 +272,7 @@ def main():
         session = Session(folder + "/session")
         check_no_server(session)
         check_kills(server, session)
+        check_messages(server, session)
         check_names(server, folder)
         check_shards(server, session)
         check_errors(server, session)

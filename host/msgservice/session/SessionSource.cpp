@@ -1,9 +1,7 @@
 #include "msgservice/session/SessionSource.h"
 
-#include "msgservice/session/ClockText.h"
 #include "msgservice/session/RowTimes.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace msgservice
@@ -14,59 +12,18 @@ namespace
 
 constexpr std::size_t kRowsAtOnce = 50'000;
 
-struct KindLevel
-{
-    QmLogBlockKind kind;
-    std::uint32_t level;
-    const char* name;
-};
-constexpr KindLevel kKinds[] = {{kDetailKind, kDebugLevel, "Detail"},
-                                {kPlainKind, kInfoLevel, "Plain"},
-                                {kNoticeKind, kWarningLevel, "Notice"},
-                                {kErrorKind, kErrorLevel, "Error"}};
-
-const KindLevel* FindKind(QmLogBlockKind kind)
-{
-    const auto* const found = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                           [&](const KindLevel& entry) { return entry.kind == kind; });
-    return found != std::end(kKinds) ? found : nullptr;
-}
-
 } // namespace
-
-std::uint32_t LevelOfKind(QmLogBlockKind kind)
-{
-    const KindLevel* const found = FindKind(kind);
-    return found ? found->level : kInfoLevel;
-}
-
-std::string NameOfKind(QmLogBlockKind kind)
-{
-    const KindLevel* const found = FindKind(kind);
-    return found ? found->name : std::to_string(static_cast<std::uint32_t>(kind));
-}
 
 class SessionSource::Rows : public FollowedRows
 {
 public:
     void Row(const std::string& name, const LogEntry& entry, std::size_t skip) override
     {
-        const std::optional<QmLogTimeValue> time = times.TimeOf(entry.row.time);
-        const std::string timestamp = time ? LocalTime(*time) : std::to_string(entry.row.time);
-        const std::string level = NameOfKind(entry.row.kind);
-        m_text = entry.text.substr(skip);
-        m_text.erase(m_text.find_last_not_of("\r\n") + 1);
-        if (skip > 0 && m_text.empty())
+        const auto time = times.TimeOf(entry.row.time);
+        MessageFields& fields = m_message.Make({name, entry.row.time, time, entry.row.kind, entry.row.indent,
+                                                std::string_view(entry.text).substr(skip)});
+        if (skip > 0 && fields.body.empty())
             return; // all that came of the line is its end
-        std::replace(m_text.begin(), m_text.end(), '\0', ' ');
-        MessageFields fields;
-        fields.timestamp = timestamp;
-        fields.time = time ? NanosecondsSince1970(*time) : static_cast<Time>(entry.row.time);
-        fields.level = LevelOfKind(entry.row.kind);
-        fields.levelText = level;
-        fields.topic = name;
-        fields.body = m_text;
-        fields.indent = entry.row.indent;
         fields.sourceLine = static_cast<std::int32_t>(entry.index + 1);
         fields.countsSourceLine = true;
         if (rowMessages)
@@ -87,7 +44,7 @@ public:
     std::string notices;
 
 private:
-    std::string m_text;
+    RowMessage m_message;
 };
 
 SessionSource::SessionSource(const std::vector<std::string>& logs, Until until)

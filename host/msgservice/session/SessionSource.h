@@ -3,6 +3,7 @@
 
 #include "msgservice/MessageSource.h"
 #include "msgservice/session/Follower.h"
+#include "msgservice/session/RowMessage.h"
 #include "msgservice/session/SessionRows.h"
 
 #include <functional>
@@ -12,15 +13,8 @@
 namespace msgservice
 {
 
-// What a block's kind is as a level, and its name: detail is 1, plain 2, notice 3 and error 4; a host's own
-// kinds are 2 and named by their number.
-std::uint32_t LevelOfKind(QmLogBlockKind kind);
-std::string NameOfKind(QmLogBlockKind kind);
-
-// A row is a message. Topic is its log and source line its number there, from 1 on, so that a message leads
-// to its row; timestamp and time are its
-// local time and its time if its writer had a clock, else its sequence number, the level is that of its
-// block's kind, and the indentation is its depth.
+// A row is a message (RowMessage). Its source line is its number in its log, from 1 on, so that a message
+// leads to its row.
 //
 // The logs lie in the log folder. Rows come in the order of their numbers; later, in the order in which they
 // are found. Of a line that goes on after it was found complete the rest is another message.

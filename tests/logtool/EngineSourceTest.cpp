@@ -1,0 +1,229 @@
+// Messages of a shipped session, from an engine in memory that loses answers and refuses long ones.
+#include "LogtoolTest.h"
+
+#include "host/logtool/EngineSource.h"
+
+#include <nlohmann/json.hpp>
+#include <regex>
+
+namespace
+{
+
+using engine::HttpAnswer;
+using engine::HttpError;
+
+class LookingHost : public MemoryHost
+{
+public:
+    struct Row
+    {
+        std::uint64_t number;
+        const char* log;
+        std::int64_t time;
+        std::uint32_t kind;
+        std::string text;
+    };
+
+    std::unique_ptr<engine::HttpClient> Connect(const engine::EngineUrl&) override
+    {
+        return std::make_unique<Client>(*this);
+    }
+
+    std::vector<Row> rows;
+    std::vector<std::string> machines = {"press"};
+    std::size_t mostRows = 100'000; // of an answer
+    std::function<void(const std::string& query)> onQuery = [](const std::string&) {};
+
+private:
+    class Client : public engine::HttpClient
+    {
+    public:
+        explicit Client(LookingHost& host) : m_host(host) {}
+
+        HttpAnswer Post(const engine::HttpRequest& request) override
+        {
+            std::string query;
+            for (std::size_t i = request.target.rfind("query=") + 6; i < request.target.size(); ++i)
+                query +=
+                    request.target[i] == '%'
+                        ? static_cast<char>(std::stoi(request.target.substr((i += 2) - 1, 2), nullptr, 16))
+                        : request.target[i];
+            m_host.onQuery(query);
+            return {200, nlohmann::json{{"data", Answer(query)}}.dump()};
+        }
+
+    private:
+        nlohmann::json Answer(const std::string& query) const
+        {
+            auto data = nlohmann::json::array();
+            std::smatch bounds;
+            if (query.starts_with("SELECT DISTINCT machine"))
+                for (const std::string& machine : m_host.machines)
+                    data.push_back({machine});
+            else if (std::regex_search(query, bounds, std::regex("number >= ([0-9]+)")))
+            {
+                std::uint64_t last = 0;
+                int count = 0;
+                for (const Row& row : m_host.rows)
+                    if (row.number >= std::stoull(bounds[1]))
+                        last = std::max(last, row.number), ++count;
+                data.push_back({last, std::to_string(count)});
+            }
+            else if (std::regex_search(query, bounds, std::regex("BETWEEN ([0-9]+) AND ([0-9]+)")))
+                for (const Row& row : m_host.rows)
+                    if (row.number >= std::stoull(bounds[1]) && row.number <= std::stoull(bounds[2]))
+                        data.push_back(
+                            {row.number, row.log, std::to_string(row.time), 1, row.kind, row.text});
+            if (data.size() > m_host.mostRows)
+                throw HttpError(HttpError::Reason::TooLong, "too long");
+            return data;
+        }
+
+        LookingHost& m_host;
+    };
+};
+
+class EngineSourceTest : public LogtoolTestOn<LookingHost>
+{
+protected:
+    std::string Look(const std::string& options = "")
+    {
+        return Run("messages --from http://e/t?session=S --fields timestamp,level,topic,body --csv " +
+                   options);
+    }
+
+    const std::string head = "Timestamp,Level,Topic,Body\r\n";
+};
+
+} // namespace
+
+TEST_F(EngineSourceTest, RowsAreMessagesAndTheFilterHasTheLastWord)
+{
+    host.rows = {{3, "Main", 0, 0, "a"},
+                 {7, "SQL", 0, 2, std::string("it's\0x\r\n", 8)},
+                 {4'294'967'295, "Run", 0, 9, "last"}};
+    const std::string all = Look();
+    EXPECT_NE(std::string::npos, all.find("3,Plain,Main,a\r\n")) << all;
+    EXPECT_NE(std::string::npos, all.find("7,Error,SQL,it's x\r\n")) << all;
+    EXPECT_NE(std::string::npos, all.find("4294967295,9,Run,last\r\n")) << all;
+    EXPECT_EQ(std::string::npos, all.find("exit")) << all;
+    const std::string chosen = Look("--contain 'body=s x' --level error");
+    EXPECT_NE(std::string::npos, chosen.find("7,Error")) << chosen;
+    EXPECT_EQ(std::string::npos, chosen.find("Plain")) << chosen;
+    const std::string sorted = Look("--sort topic:desc --no-duplicates");
+    EXPECT_LT(sorted.find("SQL"), sorted.find("Main")) << sorted;
+}
+
+// Each row once, whatever the lengths of stretches and answers.
+TEST_F(EngineSourceTest, LongSessionsComeInStretches)
+{
+    std::string wanted;
+    for (std::uint64_t number = 1; number < 60'000; number += number < 12'000 ? 1 : 20)
+    {
+        host.rows.push_back({number, "Main", 0, 0, "x"});
+        wanted += std::to_string(number) + "\n";
+    }
+    for (const std::size_t most : {100'000, 999, 1})
+    {
+        host.mostRows = most;
+        if (most == 1)
+        {
+            host.rows.resize(100);
+            wanted.resize(wanted.find("101\n"));
+        }
+        const std::string found = Run("messages --from http://e/t?session=S&machine=m --fields timestamp");
+        EXPECT_TRUE(found == wanted) << most << ' ' << found.size() << ' ' << wanted.size();
+    }
+    host.mostRows = 0; // of the answers with the last number, too
+    host.onQuery = [&](const std::string& query) {
+        host.mostRows = query.find("BETWEEN") == std::string::npos;
+    };
+    host.rows.resize(2);
+    const std::string found = Run("messages --from http://e/t?session=S&machine=m");
+    EXPECT_NE(std::string::npos, found.find("number 1 is left out: too long")) << found;
+    EXPECT_NE(std::string::npos, found.find("number 2 is left out: too long")) << found;
+    EXPECT_NE(std::string::npos, found.find("exit 1")) << found;
+}
+
+TEST_F(EngineSourceTest, ALostServerIsToldOnceAndComesBack)
+{
+    host.rows = {{1, "Main", 0, 0, "one"}};
+    int looks = 0;
+    host.wait = [&] {
+        ++looks;
+        host.onQuery = [looks](const std::string&) {
+            if (looks == 2 || looks == 3)
+                throw HttpError(HttpError::Reason::Unreachable, "gone");
+        };
+        host.rows.push_back(
+            {static_cast<std::uint64_t>(looks) + 1, "Main", 0, 0, "row" + std::to_string(looks)});
+        return looks < 6;
+    };
+    const std::string all = Look("-f");
+    std::size_t at = 0;
+    for (const char* const words : {"one", "row1", "row2", "row3", "row4", "row5"})
+        EXPECT_NE(std::string::npos, at = all.find(words, at)) << words << all;
+    const std::string told = host.messages.str();
+    EXPECT_EQ(
+        "logtool: http://e:8123: gone, trying again\nlogtool: http://e:8123: the server answers again\n",
+        told);
+}
+
+TEST_F(EngineSourceTest, WhatCannotBeReadIsSaid)
+{
+    const auto refuses = [&](const std::string& command, const std::string& words) {
+        const std::string told = Run(command);
+        EXPECT_NE(std::string::npos, told.find(words)) << told;
+        EXPECT_NE(std::string::npos, told.find("exit ")) << told;
+    };
+    refuses("messages --from http://e/t", "names no session");
+    refuses("messages --from http://e/t?session=S --session", "--from");
+    refuses("messages --from http://e/t?session=S file.log", "--from");
+    host.machines = {"a", "b"};
+    refuses("messages --from http://e/t?session=S", "a and b among them");
+    host.machines = {};
+    refuses("messages --from http://e/t?session=S", "there is no session S");
+    host.onQuery = [](const std::string&) { throw HttpError(HttpError::Reason::Unreachable, "gone"); };
+    refuses("messages --from http://e/t?session=S", "http://e:8123: gone\n");
+}
+
+// What the engine leaves out, beside its stretch.
+TEST(EngineConditions, LeaveOutOnlyWhatNoFilterTakes)
+{
+    const auto contain = static_cast<std::int32_t>(kLogMsgContain);
+    const auto notContain = static_cast<std::int32_t>(kLogMsgNotContain);
+    const struct
+    {
+        msgservice::Filter filter;
+        std::uint32_t level;
+        const char* where;
+    } cases[] = {
+        {{}, 0, ""},
+        {{kLogMsgBody, contain, "a'b\\", true}, 0, " WHERE position(text, 'a\\'b\\\\') > 0"},
+        {{kLogMsgBody, notContain, "a b", true}, 0, " WHERE position(text, 'a b') = 0"},
+        {{kLogMsgTopic, contain, "Sql", false}, 0, " WHERE positionCaseInsensitive(log, 'Sql') > 0"},
+        {{kLogMsgBody, contain, "a b", true}, 0, ""},
+        {{kLogMsgBody, contain, "", true}, 0, ""},
+        {{kLogMsgBody, contain, "\r", true}, 0, ""},
+        {{kLogMsgBody, notContain, "\xC3\xB6", false}, 0, ""},
+        {{kLogMsgBody, contain, "\xC3\xB6", true}, 0, " WHERE position(text, '\xC3\xB6') > 0"},
+        {{kLogMsgTimestamp, contain, "1", true}, 0, ""},
+        {{}, 1, ""},
+        {{}, 2, " WHERE kind NOT IN (3)"},
+        {{}, 3, " WHERE kind IN (1, 2)"},
+        {{kLogMsgBody, contain, "x", true}, 4, " WHERE position(text, 'x') > 0 AND kind IN (2)"},
+        {{}, 5, " WHERE 0"},
+    };
+    for (const auto& each : cases)
+    {
+        msgservice::ViewDescription description;
+        description.filters = {each.filter};
+        description.leastLevel = each.level;
+        EXPECT_EQ(
+            "SELECT number, log, time, depth, kind, text FROM (SELECT number, log, time, depth, kind, text "
+            "FROM `t` WHERE machine = '\\'m' AND session = 's' AND number BETWEEN 5 AND 9 "
+            "ORDER BY number, log, length DESC LIMIT 1 BY number, log)" +
+                std::string(each.where) + " ORDER BY number, log",
+            RowsSql({"t", "'m", "s"}, 5, 9, logtool::ConditionsFor(description)));
+    }
+}

@@ -7,7 +7,7 @@
 
 // What was found. Damage means that something was lost or changed behind the library's back, or cannot be
 // read. The rest is what a running writer, a killed one or a single failed write leaves, and takes nothing
-// away that a writer had answered true for.
+// away that a writer had answered true for; and a clock that was set back, whose times are kept as they were.
 //
 // Rows at the end whose text has not come are told from a text that was cut by being those of one write: of
 // consecutive numbers, in one block. The next writer takes them away. Within a log that went on, a row whose
@@ -44,6 +44,7 @@ enum class QmLogFindingKind
     TimeUnfinished,   // "Log.TIM" ends within a record
     NumberWithoutRow, // numbers were given out that no row has
     MoreNotes,        // further findings in this log, no damage among them
+    ClockSetBack,     // a time is below that of the record before: told of the first one
 };
 
 // True for the kinds that are damage.

@@ -10,7 +10,7 @@ namespace
 {
 
 // Records of one kind: how many, and the first.
-struct Wrong
+struct Tally
 {
     void Add(std::uint64_t index)
     {
@@ -18,7 +18,7 @@ struct Wrong
             first = index;
     }
 
-    void AppendTo(std::vector<Finding>& all, QmLogFindingKind kind, const char* what) const
+    void AppendTo(std::vector<Finding>& all, QmLogFindingKind kind, const std::string& what) const
     {
         if (count > 0)
             all.push_back({kind, kTimeFileName, static_cast<unsigned long>(first),
@@ -39,9 +39,11 @@ VerifyTimes::VerifyTimes(const std::string& folder, ReadProgress& progress)
 
 void VerifyTimes::Check(std::optional<std::uint32_t> counter, std::vector<Finding>& all)
 {
-    Wrong damaged;
-    Wrong descending;
-    Wrong aboveCounter;
+    Tally damaged;
+    Tally descending;
+    Tally aboveCounter;
+    Tally setBack;
+    std::uint32_t firstSetBack = 0; // a number
     TimeRecord last;
     const std::uint64_t size = m_file.Size();
     for (std::uint64_t at = 0; at + sizeof(TimeRecord) <= size; at += sizeof(TimeRecord))
@@ -59,7 +61,14 @@ void VerifyTimes::Check(std::optional<std::uint32_t> counter, std::vector<Findin
         else if (counter && record.number > *counter)
             aboveCounter.Add(index);
         else
+        {
+            if (record.Time() < last.Time())
+            {
+                firstSetBack = setBack.count == 0 ? record.number : firstSetBack;
+                setBack.Add(index);
+            }
             last = record;
+        }
     }
     if (m_file.GetState() == FileWindow::State::Unreadable)
         all.push_back({QmLogFindingKind::FileUnreadable, kTimeFileName, QmLogFinding::kNoRow,
@@ -72,6 +81,8 @@ void VerifyTimes::Check(std::optional<std::uint32_t> counter, std::vector<Findin
     if (size % sizeof(TimeRecord) != 0)
         all.push_back({QmLogFindingKind::TimeUnfinished, kTimeFileName, QmLogFinding::kNoRow,
                        "the file ends within a time"});
+    setBack.AppendTo(all, QmLogFindingKind::ClockSetBack,
+                     "the clock was set back at number " + std::to_string(firstSetBack));
 }
 
 } // namespace logfiles

@@ -548,6 +548,17 @@ keys alt+1
 until_shown '^pane: Row 1: Main, '
 keys ctrl+m
 until_shown '^pane: Row 4: SQL, number '
+python3 - >"$session/Log.TIM" <<'PYTHON'
+import struct, sys
+
+for number, time in (1, 2), (2, 1):
+    words = (number, time, 0, number - 1 | 1 << 16)
+    check = 0x811C9DC5
+    for word in words:
+        check = (check ^ word) * 0x01000193 & 0xFFFFFFFF
+    sys.stdout.buffer.write(struct.pack("<5I", *words, check))
+PYTHON
+until_shown '^The clock was set back at number 2: '
 rm -r "$session"
 until_shown '^notice: Z:.*other is not there, or cannot be read'
 leave

@@ -40,7 +40,10 @@ void DeskFrame::RefreshNotices()
 {
     if (m_bookmarks.ForgetOld())
         GetTextCtrl().Invalidate();
-    const FolderState state = ReadFolderState(GetTextCtrl(), m_place);
+    FolderState state = ReadFolderState(GetTextCtrl(), m_place);
+    state.clockSteps = m_times.GetStepCount();
+    if (QmLogTimeSample before, after; m_times.ReadStep(0, before, after))
+        state.firstStep = after.number;
     m_told.Add(m_messages.TakeNotices(), m_ticks, kServiceTicks);
     std::vector<std::string> lines = m_answer.Lines(m_ticks);
     for (const std::string& told : m_told.Lines(m_ticks))

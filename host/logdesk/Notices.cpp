@@ -79,6 +79,13 @@ std::string Wanted(const FolderState& state)
     return "";
 }
 
+std::string ClockSetBack(const FolderState& state)
+{
+    return "The clock was set back at number " + std::to_string(state.firstStep) +
+           (state.clockSteps > 1 ? " and " + CountText(state.clockSteps - 1, "more time") : "") +
+           ": later rows may have earlier times";
+}
+
 bool HasRows(const LogCounts& log)
 {
     return log.rows > 0;
@@ -130,6 +137,8 @@ std::vector<std::string> Notices(const FolderState& state)
         notices.push_back(BeforeMain(state));
     if (!foreign.empty())
         notices.insert(isForeign ? notices.begin() : notices.end(), Foreign(state, foreign));
+    if (state.clockSteps > 0)
+        notices.push_back(ClockSetBack(state));
     return notices;
 }
 

@@ -2,6 +2,7 @@
 // does not show.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ struct FolderState
     std::vector<std::string> foreign; // other logs that have rows
     std::string wanted;               // the log that the user named; empty for none
     bool showsMain = true;            // and what unfolds there; else all rows of logs are in sight
+    std::uint32_t clockSteps = 0;     // how often the clock was set back
+    std::uint32_t firstStep = 0;      // the number at which it first was
     bool operator==(const FolderState&) const = default;
 };
 

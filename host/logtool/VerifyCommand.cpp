@@ -69,7 +69,8 @@ class Verify : public Command
 public:
     Verify()
         : Command({"verify", "checks the files of a log folder against each other",
-                   "Prints what is damaged and, as notes, what a writer that was cut off leaves.\n"
+                   "Prints what is damaged and, as notes, what a writer that was cut off leaves\n"
+                   "and where the clock was set back.\n"
                    "Rows count from 0. Exits with 1 when there is damage, and with 2 when Ctrl+C has\n"
                    "ended the check before any was found.\n",
                    "logtool verify C:\\Logs"})

@@ -11,10 +11,11 @@ using logdesk::LogCounts;
 
 // The notices as one text.
 std::string Told(const std::vector<LogCounts>& logs, const std::vector<std::string>& foreign = {},
-                 const std::string& wanted = "")
+                 const std::string& wanted = "", std::uint32_t steps = 0)
 {
     std::string told;
-    for (const std::string& notice : logdesk::Notices({"C:\\Logs", true, logs, foreign, wanted}))
+    for (const std::string& notice :
+         logdesk::Notices({"C:\\Logs", true, logs, foreign, wanted, true, steps, 7}))
         told += notice + '\n';
     return told;
 }
@@ -49,6 +50,8 @@ TEST(Notices, TellWhyRowsAreNotSeen)
         {Told({empty, noRun}, {}, "notes"), "notes has no rows: its index, notes.ROW, is missing or empty."},
         {Told({main, {"Run", 4, 0, 4}}, {}, "Run"), "Run begins after the last row of Main"},
         {Told({main, {"Run", 4, 0, 3}}, {}, "Run"), ""},
+        {Told({main}, {"A"}, "", 1), "A is among\nThe clock was set back at number 7: later rows"},
+        {Told({main}, {}, "", 3), "The clock was set back at number 7 and 2 more times: later rows"},
     };
     for (const auto& [told, expected] : cases)
     {

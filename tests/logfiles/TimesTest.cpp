@@ -23,10 +23,11 @@ using logfiles::TimeRecord;
 constexpr QmLogTimeValue kStart = 134000000000000000; // in 2025
 const std::string kTimePath = "C:\\Logs\\Log.TIM";
 
-std::string RecordOf(std::uint32_t number)
+std::string RecordOf(std::uint32_t number, QmLogTimeValue time = 0)
 {
     TimeRecord record;
     record.number = number;
+    record.SetTime(time);
     record.check = record.Check();
     return std::string(reinterpret_cast<const char*>(&record), sizeof(record));
 }
@@ -501,14 +502,17 @@ TEST_F(Clocked, VerificationKnowsTheTimes)
         {damaged(41, std::string(40, '\0')), "Log.TIM 2: the time is damaged (3 in all)|"},
         {whole + RecordOf(19), "Log.TIM 12: the time is that of a number above the counter|"},
         {whole + whole.substr(0, 20), "Log.TIM 12: the time has a number that is below the one before|"},
-        {whole.substr(0, 45), "Log.TIM -: the file ends within a time|"},
+        {whole.substr(0, 45), "note Log.TIM -: the file ends within a time|"},
+        {whole + RecordOf(18), "note Log.TIM 12: the clock was set back at number 18|"},
+        {RecordOf(1, 9) + RecordOf(2, 8) + RecordOf(2, 8) + RecordOf(3, 9) + RecordOf(4, 7),
+         "note Log.TIM 1: the clock was set back at number 2 (2 in all)|"},
     };
     for (const auto& [bytes, expected] : cases)
     {
         files.SetContents(kTimePath, bytes);
         std::string found;
         for (const Finding& finding : FindingsOf("C:\\Logs", {"Main", "SQL"}))
-            found += finding.file + " " +
+            found += (QmLogIsDamage(finding.kind) ? "" : "note ") + finding.file + " " +
                      (finding.row == QmLogFinding::kNoRow ? "-" : std::to_string(finding.row)) + ": " +
                      finding.reason + "|";
         EXPECT_EQ(expected, found);

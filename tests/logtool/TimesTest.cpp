@@ -48,6 +48,8 @@ TEST_F(LogtoolTimes, AreShownAndChooseRows)
               "2026-11-23 14:03:10.500   head  [Main, 4 rows, 1 min 0 s]\n"
               "2026-11-22 08:04:10.505   open  [Main, 2 rows, over 0.000 s]\n",
               Run("tree --times"));
+    EXPECT_EQ("note: Log.TIM: row 3: the clock was set back at number 5\n2 logs, 6 rows: no damage\n",
+              Run("verify"));
     EXPECT_EQ("logtool: --from-time: '25:00' is no time: 14:03, 14:03:10.5 or \"2026-11-23 14:03\"\nexit 2",
               Run("cat --from-time 25:00"));
 }

@@ -38,9 +38,16 @@ while (($# > 0)); do
             ;;
         --folder=?* | --cursor-file=?* | --save=?* | --output=?*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
         --kind | --block | --log | --grep | --from | --to | --after | --depth | -[ABn] | \
-            --to-tcp | --session | --machine | --format | --fields | --contain | --not-contain | --level | --sort)
+            --to-tcp | --machine | --format | --fields | --contain | --not-contain | --level | --sort)
             arguments+=("$word" ${1+"$1"})
             shift $(($# > 0))
+            ;;
+        --session) # followed by a name for "ship" only
+            arguments+=("$word")
+            if [[ $command == ship && $# -gt 0 ]]; then
+                arguments+=("$1")
+                shift
+            fi
             ;;
         --)
             arguments+=(--)

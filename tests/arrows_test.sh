@@ -100,10 +100,12 @@ calls_windows logreport/!(ReportCtrlLogState).cpp
 includes_only "$core|commandline/\w+\.h" host/commandline/*.{h,cpp}
 includes_only "zemacore/\w+\.h|wintypes\.h|commandline/UsageError\.h|engine/\w+\.h" host/engine/*.{h,cpp}
 without_system host/engine/!(WinHttp*).{h,cpp}
+includes_only "LogMsg\.h|LogViewer\.h|engine/\w+\.h|engineview/\w+\.h|msgservice/(\w+/)?\w+\.h" host/engineview/*.{h,cpp}
+without_system host/engineview/*.{h,cpp}
 includes_only "LogMsg\.h|LogViewer\.h|$logs|$core|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h" host/msgservice/{,*/}*.{h,cpp}
 includes_only "$logs|msgservice/session/\w+\.h|sessionwalk/\w+\.h" host/sessionwalk/*.{h,cpp}
 without_system host/sessionwalk/*.{h,cpp}
-includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|engine/\w+\.h|logtool/\w+\.h|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h|sessionwalk/\w+\.h" host/logtool/*.{h,cpp}
+includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|engine/\w+\.h|engineview/\w+\.h|logtool/\w+\.h|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h|sessionwalk/\w+\.h" host/logtool/*.{h,cpp}
 viewer='(LogMsg|LogViewer|ReportCtrlLog|QmLogState)\.h'
 parts='(commandline|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)

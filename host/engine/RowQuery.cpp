@@ -2,6 +2,8 @@
 
 #include "engine/SqlText.h"
 
+#include <algorithm>
+
 namespace engine
 {
 
@@ -14,11 +16,32 @@ std::string OfSession(const ShippedRows& rows)
            " AND session = " + SqlValue(rows.session);
 }
 
-std::string Condition(const TextCondition& condition)
+std::string Between(std::uint64_t from, std::uint64_t to)
 {
-    return std::string(condition.matchCase ? "position(" : "positionCaseInsensitive(") +
-           (condition.column == TextCondition::Column::Log ? "log" : "text") + ", " +
-           SqlValue(condition.value) + (condition.wanted ? ") > 0" : ") = 0");
+    return " AND number BETWEEN " + std::to_string(from) + " AND " + std::to_string(to);
+}
+
+std::string Expression(TextCondition::Column column, const KindMeanings& meanings)
+{
+    if (column != TextCondition::Column::Level)
+        return column == TextCondition::Column::Log ? "log" : "text";
+    std::string names;
+    for (const KindMeaning& meaning : meanings.kinds)
+        names += "kind = " + std::to_string(meaning.kind) + ", " + SqlValue(meaning.name) + ", ";
+    return names.empty() ? "toString(kind)" : "multiIf(" + names + "toString(kind))";
+}
+
+std::string Condition(const TextCondition& condition, const KindMeanings& meanings)
+{
+    using Letters = TextCondition::Letters;
+    const std::string text = Expression(condition.column, meanings);
+    if (condition.value.empty())
+        return text + (condition.wanted ? " != ''" : " = ''");
+    const std::string position = condition.letters == Letters::AsTheyAre ? "position("
+                                 : condition.letters == Letters::AsciiInEitherCase
+                                     ? "positionCaseInsensitive("
+                                     : "positionCaseInsensitiveUTF8(";
+    return position + text + ", " + SqlValue(condition.value) + (condition.wanted ? ") > 0" : ") = 0");
 }
 
 std::string KindCondition(const RowConditions& conditions)
@@ -29,6 +52,72 @@ std::string KindCondition(const RowConditions& conditions)
     return "kind " + std::string(conditions.kindsAreWanted ? "IN (" : "NOT IN (") + list + ")";
 }
 
+std::string Where(const RowConditions& conditions, const KindMeanings& meanings)
+{
+    std::string where;
+    const auto add = [&](const std::string& condition) {
+        where += (where.empty() ? "" : " AND ") + condition;
+    };
+    for (const TextCondition& condition : conditions.texts)
+        add(Condition(condition, meanings));
+    if (conditions.kindsAreWanted || !conditions.kinds.empty())
+        add(conditions.kinds.empty() ? "0" : KindCondition(conditions));
+    return where;
+}
+
+// Of a row that has arrived more than once the longest, and that before any condition is looked at: one may
+// hold for what a line was before it has grown.
+std::string Longest(const ShippedRows& rows, const std::string& columns, const std::string& stretch)
+{
+    return "(SELECT " + columns + OfSession(rows) + stretch +
+           " ORDER BY number, log, length DESC LIMIT 1 BY number, log)";
+}
+
+// Numbers of rows of which some form meets the conditions: the engine sorts these alone then. Left out where
+// almost all rows meet them, because it holds the numbers in memory.
+std::string Candidates(const ShippedRows& rows, const RowChoice& choice, const std::string& where)
+{
+    const RowConditions& conditions = choice.conditions;
+    const bool isForFew =
+        conditions.kindsAreWanted || std::any_of(conditions.texts.begin(), conditions.texts.end(),
+                                                 [](const TextCondition& text) { return text.wanted; });
+    const std::string stretch = Between(choice.from, choice.to);
+    if (!isForFew)
+        return stretch;
+    return stretch + " AND number GLOBAL IN (SELECT number" + OfSession(rows) + stretch + " AND " + where +
+           ")";
+}
+
+std::string OrderBy(const RowChoice& choice)
+{
+    std::string order;
+    for (const RowOrder& key : choice.order)
+    {
+        std::string expression;
+        switch (key.column)
+        {
+        case RowOrder::Column::Time:
+            expression = "if(time = 0, toInt64(number), time)";
+            break;
+        case RowOrder::Column::Level:
+            expression = "multiIf(";
+            for (const KindMeaning& meaning : choice.meanings.kinds)
+                expression +=
+                    "kind = " + std::to_string(meaning.kind) + ", " + std::to_string(meaning.level) + ", ";
+            expression += std::to_string(choice.meanings.otherLevel) + ")";
+            break;
+        case RowOrder::Column::Log:
+            expression = "lowerUTF8(log)";
+            break;
+        case RowOrder::Column::Text:
+            expression = "lowerUTF8(text)";
+            break;
+        }
+        order += expression + (key.ascending ? ", " : " DESC, ");
+    }
+    return " ORDER BY " + order + "number, log";
+}
+
 } // namespace
 
 std::string MachinesSql(const ShippedRows& rows)
@@ -37,26 +126,57 @@ std::string MachinesSql(const ShippedRows& rows)
            " WHERE session = " + SqlValue(rows.session) + " ORDER BY machine LIMIT 2";
 }
 
-std::string LastNumberSql(const ShippedRows& rows, std::uint64_t from)
+std::string SpanSql(const ShippedRows& rows, std::uint64_t from)
 {
-    return "SELECT max(number), count()" + OfSession(rows) + " AND number >= " + std::to_string(from);
+    return "SELECT min(number), max(number), count()" + OfSession(rows) +
+           " AND number >= " + std::to_string(from);
 }
 
-// The longest is chosen first: a condition may hold for what a line was before it has grown.
-std::string RowsSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to,
-                    const RowConditions& conditions)
+std::string NumbersSql(const ShippedRows& rows, const RowChoice& choice, std::uint64_t most)
 {
-    std::string where;
-    const auto add = [&](const std::string& condition) {
-        where += (where.empty() ? " WHERE " : " AND ") + condition;
-    };
-    for (const TextCondition& condition : conditions.texts)
-        add(Condition(condition));
-    if (conditions.kindsAreWanted || !conditions.kinds.empty())
-        add(conditions.kinds.empty() ? "0" : KindCondition(conditions));
-    return "SELECT number, log, time, depth, kind, text FROM (SELECT number, log, time, depth, kind, text" +
-           OfSession(rows) + " AND number BETWEEN " + std::to_string(from) + " AND " + std::to_string(to) +
-           " ORDER BY number, log, length DESC LIMIT 1 BY number, log)" + where + " ORDER BY number, log";
+    const std::string where = Where(choice.conditions, choice.meanings);
+    const bool needsText = choice.leavesOutRepeated || !choice.conditions.texts.empty() ||
+                           std::any_of(choice.order.begin(), choice.order.end(), [](const RowOrder& key) {
+                               return key.column == RowOrder::Column::Text;
+                           });
+    const std::string columns = std::string("number, log, time, depth, kind") + (needsText ? ", text" : "");
+    const std::string hash = choice.leavesOutRepeated ? "cityHash64(log, kind, depth, text)" : "0";
+    const std::string found = "(SELECT number, " + hash + " AS hash FROM " +
+                              Longest(rows, columns, Candidates(rows, choice, where)) +
+                              (where.empty() ? "" : " WHERE " + where) + OrderBy(choice) + " LIMIT " +
+                              std::to_string(most) + ")";
+    const std::string arrays =
+        "(SELECT groupArray(number) AS numbers, groupArray(hash) AS hashes FROM " + found + ")";
+    const std::string kept = choice.leavesOutRepeated
+                                 ? "arrayFilter((number, hash, before) -> hash != before, numbers, hashes, "
+                                   "arraySlice(arrayConcat([toUInt64(" +
+                                       std::to_string(choice.before) + ")], hashes), 1, length(hashes)))"
+                                 : "numbers";
+    return "SELECT arrayStringConcat(arrayMap(number -> toString(number), " + kept +
+           "), ' '), length(numbers), toString(hashes[length(hashes)]) FROM " + arrays;
+}
+
+std::string RowsSql(const ShippedRows& rows, const RowChoice& choice,
+                    const std::vector<std::uint32_t>& numbers, std::optional<std::uint32_t> mostText)
+{
+    std::string stretch = Between(choice.from, choice.to);
+    for (const std::uint32_t number : numbers)
+        stretch += (number == numbers.front() ? " AND number IN (" : ", ") + std::to_string(number);
+    stretch += numbers.empty() ? "" : ")";
+    const std::string columns = "number, log, time, depth, kind, header, block, ";
+    const std::string where = Where(choice.conditions, choice.meanings);
+    return "SELECT " + columns +
+           (mostText ? "substringUTF8(text, 1, " + std::to_string(*mostText) + ")" : "text") + " FROM " +
+           Longest(rows, columns + "text", stretch) + (where.empty() ? "" : " WHERE " + where) +
+           " ORDER BY number, log";
+}
+
+std::string BlockEndSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to, const std::string& log,
+                        std::uint32_t depth)
+{
+    const std::string limit = std::to_string(depth);
+    return "SELECT min(number)" + OfSession(rows) + Between(from, to) + " AND ((log = " + SqlValue(log) +
+           " AND depth < " + limit + ") OR (header != 0 AND depth <= " + limit + "))";
 }
 
 } // namespace engine

@@ -1,5 +1,5 @@
+#include "engineview/EngineSource.h"
 #include "logtool/Commands.h"
-#include "logtool/EngineSource.h"
 #include "logtool/InputBytes.h"
 #include "logtool/MessageFields.h"
 #include "logtool/MessageFlow.h"
@@ -217,9 +217,10 @@ Messages::Input Messages::OpenEngine(Host& host)
         throw UsageError("--from", "the address names no session: add ?session=NAME");
     host.IsEndWanted(); // from here on Ctrl+C gives a question up that waits for its answer
     return {url.Shown(),
-            std::make_unique<EngineSource>(url, host.Connect(url),
-                                           m_follow ? EngineSource::Until::Forever : EngineSource::Until::Now,
-                                           Description())};
+            std::make_unique<engineview::EngineSource>(url, host.Connect(url),
+                                                       m_follow ? engineview::EngineSource::Until::Forever
+                                                                : engineview::EngineSource::Until::Now,
+                                                       Description())};
 }
 
 std::unique_ptr<MessageSource> Messages::OpenInput(const std::string& path, Host& host)

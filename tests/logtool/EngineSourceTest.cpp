@@ -1,7 +1,8 @@
 // Messages of a shipped session, from an engine in memory that loses answers and refuses long ones.
 #include "LogtoolTest.h"
 
-#include "host/logtool/EngineSource.h"
+#include "host/engineview/EngineSource.h"
+#include "host/engineview/RowChoices.h"
 
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -62,18 +63,18 @@ private:
                     data.push_back({machine});
             else if (std::regex_search(query, bounds, std::regex("number >= ([0-9]+)")))
             {
-                std::uint64_t last = 0;
+                std::uint64_t first = 4'294'967'295, last = 0;
                 int count = 0;
                 for (const Row& row : m_host.rows)
                     if (row.number >= std::stoull(bounds[1]))
-                        last = std::max(last, row.number), ++count;
-                data.push_back({last, std::to_string(count)});
+                        first = std::min(first, row.number), last = std::max(last, row.number), ++count;
+                data.push_back({first, last, std::to_string(count)});
             }
             else if (std::regex_search(query, bounds, std::regex("BETWEEN ([0-9]+) AND ([0-9]+)")))
                 for (const Row& row : m_host.rows)
                     if (row.number >= std::stoull(bounds[1]) && row.number <= std::stoull(bounds[2]))
                         data.push_back(
-                            {row.number, row.log, std::to_string(row.time), 1, row.kind, row.text});
+                            {row.number, row.log, std::to_string(row.time), 1, row.kind, 0, 0, row.text});
             if (data.size() > m_host.mostRows)
                 throw HttpError(HttpError::Reason::TooLong, "too long");
             return data;
@@ -219,11 +220,15 @@ TEST(EngineConditions, LeaveOutOnlyWhatNoFilterTakes)
         msgservice::ViewDescription description;
         description.filters = {each.filter};
         description.leastLevel = each.level;
-        EXPECT_EQ(
-            "SELECT number, log, time, depth, kind, text FROM (SELECT number, log, time, depth, kind, text "
-            "FROM `t` WHERE machine = '\\'m' AND session = 's' AND number BETWEEN 5 AND 9 "
-            "ORDER BY number, log, length DESC LIMIT 1 BY number, log)" +
-                std::string(each.where) + " ORDER BY number, log",
-            RowsSql({"t", "'m", "s"}, 5, 9, logtool::ConditionsFor(description)));
+        engine::RowChoice choice;
+        choice.from = 5;
+        choice.to = 9;
+        choice.conditions = engineview::ConditionsFor(description);
+        const std::string columns = "SELECT number, log, time, depth, kind, header, block, text FROM ";
+        EXPECT_EQ(columns + "(" + columns +
+                      "`t` WHERE machine = '\\'m' AND session = 's' AND number BETWEEN 5 AND 9 "
+                      "ORDER BY number, log, length DESC LIMIT 1 BY number, log)" +
+                      std::string(each.where) + " ORDER BY number, log",
+                  RowsSql({"t", "'m", "s"}, choice, {}, {}));
     }
 }

@@ -1,8 +1,7 @@
 // The rows of a session that lies in a columnar engine as messages.
 #pragma once
 
-#include "engine/Engine.h"
-#include "engine/RowQuery.h"
+#include "engine/RowReader.h"
 #include "msgservice/MessageSource.h"
 #include "msgservice/session/RowMessage.h"
 #include "msgservice/view/Description.h"
@@ -10,12 +9,8 @@
 #include <memory>
 #include <optional>
 
-namespace logtool
+namespace engineview
 {
-
-// What the engine may leave out because no message of it passes the least level and the filters: less than
-// these leave out, never more.
-engine::RowConditions ConditionsFor(const msgservice::ViewDescription& description);
 
 // Messages come by number, in the memory of one answer. Followed rows are those with numbers behind the last
 // one read: a row that arrives later with a smaller number is not among them.
@@ -39,19 +34,16 @@ public:
 private:
     static constexpr std::uint64_t kFirstStretch = 10'000;
 
-    void FindMachine();
     bool FindMore();
     void ReadStretch(msgservice::MessageSink& sink);
     void AskLess(const engine::EngineError& error);
-    void AddRow(const std::vector<std::string>& row, msgservice::MessageSink& sink);
     State Lose(const engine::EngineError& error);
     State AtEnd() const { return m_until == Until::Now ? State::Ended : State::Waiting; }
 
     std::string m_address; // as it may be shown
     Until m_until;
-    engine::Engine m_engine;
-    engine::ShippedRows m_rows;
-    engine::RowConditions m_conditions;
+    engine::RowReader m_reader;
+    engine::RowChoice m_choice;
     std::uint64_t m_next = 0;                // the first number that was not asked for
     std::optional<std::uint64_t> m_last;     // known to be there, from m_next on
     std::uint64_t m_stretch = kFirstStretch; // how many numbers are asked for at once
@@ -60,4 +52,4 @@ private:
     std::string m_notices;
 };
 
-} // namespace logtool
+} // namespace engineview

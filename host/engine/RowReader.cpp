@@ -1,0 +1,157 @@
+#include "engine/RowReader.h"
+
+#include "engine/LogTable.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace engine
+{
+
+namespace
+{
+
+constexpr std::uint32_t kBeginning = 1000;      // characters of a text that is cut
+constexpr std::uint64_t kBlockStretch = 10'000; // numbers that are looked at first for a block's end
+
+std::vector<std::uint32_t> NumbersIn(const std::string& text)
+{
+    std::vector<std::uint32_t> numbers;
+    for (std::size_t begin = 0; begin < text.size();)
+    {
+        const std::size_t end = std::min(text.find(' ', begin), text.size());
+        numbers.push_back(NumberIn<std::uint32_t>(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return numbers;
+}
+
+ShippedRow RowOf(std::vector<std::string>& fields, std::optional<std::uint32_t> mostText)
+{
+    ShippedRow row;
+    row.number = NumberIn<std::uint32_t>(fields[0]);
+    row.log = std::move(fields[1]);
+    row.time = NumberIn<std::int64_t>(fields[2]);
+    row.depth = NumberIn<std::uint32_t>(fields[3]);
+    row.kind = NumberIn<std::uint32_t>(fields[4]);
+    row.header = fields[5] != "0";
+    row.block = NumberIn<std::uint32_t>(fields[6]);
+    row.text = std::move(fields[7]);
+    row.isCut = mostText && row.text.size() >= *mostText;
+    return row;
+}
+
+} // namespace
+
+RowReader::RowReader(const EngineUrl& url, std::unique_ptr<HttpClient> client)
+    : m_engine(url, std::move(client)), m_rows{url.table.empty() ? kUsualTable : url.table, url.machine,
+                                               url.session}
+{
+}
+
+Rows RowReader::Ask(const std::string& sql, std::size_t columns)
+{
+    Rows rows = m_engine.Select(sql);
+    for (const auto& row : rows)
+        if (row.size() != columns)
+            throw EngineError(EngineError::Remedy::None,
+                              "the engine answers other columns than it was asked for");
+    return rows;
+}
+
+// A look at the whole table's key, so it is better named in the address.
+void RowReader::FindMachine()
+{
+    if (!m_rows.machine.empty())
+        return;
+    const Rows machines = Ask(MachinesSql(m_rows), 1);
+    if (machines.empty())
+        throw EngineError(EngineError::Remedy::None, "there is no session " + m_rows.session);
+    if (machines.size() > 1)
+        throw EngineError(EngineError::Remedy::None,
+                          "more than one machine has a session " + m_rows.session + ", " + machines[0][0] +
+                              " and " + machines[1][0] +
+                              " among them: say which, with machine=NAME in the address");
+    m_rows.machine = machines[0][0];
+}
+
+std::optional<RowReader::Span> RowReader::ReadSpan(std::uint64_t from)
+{
+    FindMachine();
+    const Rows found = Ask(SpanSql(m_rows, from), 3);
+    if (found.size() != 1)
+        throw EngineError(EngineError::Remedy::None, "the engine answers no last number");
+    if (NumberIn<std::uint64_t>(found[0][2]) == 0)
+        return {};
+    return Span{NumberIn<std::uint32_t>(found[0][0]), NumberIn<std::uint32_t>(found[0][1])};
+}
+
+std::vector<ShippedRow> RowReader::Read(const RowChoice& choice, const std::vector<std::uint32_t>& numbers,
+                                        std::optional<std::uint32_t> mostText)
+{
+    FindMachine();
+    std::vector<ShippedRow> rows;
+    for (auto& fields : Ask(RowsSql(m_rows, choice, numbers, mostText), 8))
+        rows.push_back(RowOf(fields, mostText));
+    return rows;
+}
+
+std::vector<ShippedRow> RowReader::ReadRows(const RowChoice& choice,
+                                            const std::vector<std::uint32_t>& numbers)
+{
+    return Read(choice, numbers, {});
+}
+
+std::vector<ShippedRow> RowReader::ReadPage(const RowChoice& choice,
+                                            const std::vector<std::uint32_t>& numbers)
+{
+    try
+    {
+        return ReadRows(choice, numbers);
+    }
+    catch (const EngineError& error)
+    {
+        if (error.Help() != EngineError::Remedy::AskLess)
+            throw;
+        return Read(choice, numbers, kBeginning);
+    }
+}
+
+RowReader::Numbers RowReader::ReadNumbers(const RowChoice& choice, std::uint64_t most)
+{
+    FindMachine();
+    const Rows found = Ask(NumbersSql(m_rows, choice, most), 3);
+    if (found.size() != 1)
+        throw EngineError(EngineError::Remedy::None, "the engine answers no numbers");
+    return {NumbersIn(found[0][0]), NumberIn<std::uint64_t>(found[0][1]),
+            NumberIn<std::uint64_t>(found[0][2])};
+}
+
+// The end is near the header as a rule, so that stretches grow from there.
+std::optional<RowReader::Span> RowReader::ReadBlock(const ShippedRow& row)
+{
+    FindMachine();
+    if (row.block == 0)
+        return {};
+    RowChoice choice;
+    choice.from = choice.to = row.block;
+    const std::vector<ShippedRow> headers = ReadPage(choice, {}); // one row
+    const auto header = std::find_if(headers.begin(), headers.end(), [&](const ShippedRow& each) {
+        return each.header && each.log == row.log;
+    });
+    if (header == headers.end())
+        return {};
+    constexpr std::uint64_t last = std::numeric_limits<std::uint32_t>::max();
+    std::uint64_t stretch = kBlockStretch;
+    for (std::uint64_t from = std::uint64_t{row.block} + 1; from <= last; from += stretch, stretch *= 4)
+    {
+        const std::uint64_t to = std::min(from + stretch - 1, last);
+        const Rows ends = Ask(BlockEndSql(m_rows, from, to, header->log, header->depth), 1);
+        const auto end = ends.empty() ? 0 : NumberIn<std::uint32_t>(ends[0][0]);
+        if (end != 0)
+            return Span{row.block, end - 1};
+    }
+    return Span{row.block, static_cast<std::uint32_t>(last)};
+}
+
+} // namespace engine

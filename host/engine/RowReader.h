@@ -1,0 +1,67 @@
+// A session's rows in the engine's table, read.
+#pragma once
+
+#include "engine/Engine.h"
+#include "engine/RowQuery.h"
+
+namespace engine
+{
+
+struct ShippedRow
+{
+    std::uint32_t number = 0;
+    std::string log;
+    std::int64_t time = 0; // as in TableRow
+    std::uint32_t depth = 0;
+    std::uint32_t kind = 0;
+    bool header = false;
+    std::uint32_t block = 0;
+    std::string text;
+    bool isCut = false; // the text was too long for an answer
+};
+
+// All operations ask the engine and throw EngineError. One thread at a time.
+class RowReader
+{
+public:
+    // The address has a session's name. Without the machine's the first question finds it.
+    RowReader(const EngineUrl& url, std::unique_ptr<HttpClient> client);
+
+    struct Span
+    {
+        std::uint32_t first = 0;
+        std::uint32_t last = 0;
+    };
+
+    // The least and the greatest number from `from` on; none if there is no such row.
+    std::optional<Span> ReadSpan(std::uint64_t from);
+
+    // The rows of a choice by number, or those of them that have these numbers.
+    std::vector<ShippedRow> ReadRows(const RowChoice& choice, const std::vector<std::uint32_t>& numbers = {});
+
+    // The same for a page. If its texts are too long for an answer their beginnings come.
+    std::vector<ShippedRow> ReadPage(const RowChoice& choice, const std::vector<std::uint32_t>& numbers);
+
+    struct Numbers
+    {
+        std::vector<std::uint32_t> numbers;
+        std::uint64_t found = 0; // before repeated rows were left out
+        std::uint64_t hash = 0;  // of the last row
+    };
+    Numbers ReadNumbers(const RowChoice& choice, std::uint64_t most);
+
+    // The numbers from the header of the block that the row belongs to until the block ends, or all later
+    // ones. None if it belongs to no block, or the header is not there.
+    std::optional<Span> ReadBlock(const ShippedRow& row);
+
+private:
+    void FindMachine();
+    std::vector<ShippedRow> Read(const RowChoice& choice, const std::vector<std::uint32_t>& numbers,
+                                 std::optional<std::uint32_t> mostText);
+    Rows Ask(const std::string& sql, std::size_t columns);
+
+    Engine m_engine;
+    ShippedRows m_rows;
+};
+
+} // namespace engine

@@ -179,4 +179,16 @@ std::string BlockEndSql(const ShippedRows& rows, std::uint64_t from, std::uint64
            " AND depth < " + limit + ") OR (header != 0 AND depth <= " + limit + "))";
 }
 
+std::string NearestSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to, std::uint32_t kind,
+                       bool least)
+{
+    return std::string("SELECT ") + (least ? "min" : "max") + "(number)" + OfSession(rows) +
+           Between(from, to) + " AND kind = " + std::to_string(kind);
+}
+
+std::string TimeSql(const ShippedRows& rows, std::int64_t time)
+{
+    return "SELECT min(number)" + OfSession(rows) + " AND time >= " + std::to_string(time);
+}
+
 } // namespace engine

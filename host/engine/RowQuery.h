@@ -110,4 +110,12 @@ std::string RowsSql(const ShippedRows& rows, const RowChoice& choice,
 std::string BlockEndSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to, const std::string& log,
                         std::uint32_t depth);
 
+// The number from `from` to `to`, the least or the greatest, of a row of a kind: one row with 0 if there is
+// none.
+std::string NearestSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to, std::uint32_t kind,
+                       bool least);
+
+// The first number of a row with a time of at least this: one row with 0 if there is none.
+std::string TimeSql(const ShippedRows& rows, std::int64_t time);
+
 } // namespace engine

@@ -11,8 +11,9 @@ namespace engine
 namespace
 {
 
-constexpr std::uint32_t kBeginning = 1000;      // characters of a text that is cut
-constexpr std::uint64_t kBlockStretch = 10'000; // numbers that are looked at first for a block's end
+constexpr std::uint32_t kBeginning = 1000; // characters of a text that is cut
+constexpr std::uint64_t kStretch = 10'000; // numbers that are looked at first for what is near
+constexpr std::uint64_t kLast = std::numeric_limits<std::uint32_t>::max();
 
 std::vector<std::uint32_t> NumbersIn(const std::string& text)
 {
@@ -141,17 +142,46 @@ std::optional<RowReader::Span> RowReader::ReadBlock(const ShippedRow& row)
     });
     if (header == headers.end())
         return {};
-    constexpr std::uint64_t last = std::numeric_limits<std::uint32_t>::max();
-    std::uint64_t stretch = kBlockStretch;
-    for (std::uint64_t from = std::uint64_t{row.block} + 1; from <= last; from += stretch, stretch *= 4)
+    std::uint64_t stretch = kStretch;
+    for (std::uint64_t from = std::uint64_t{row.block} + 1; from <= kLast; from += stretch, stretch *= 4)
     {
-        const std::uint64_t to = std::min(from + stretch - 1, last);
-        const Rows ends = Ask(BlockEndSql(m_rows, from, to, header->log, header->depth), 1);
-        const auto end = ends.empty() ? 0 : NumberIn<std::uint32_t>(ends[0][0]);
-        if (end != 0)
+        const std::uint64_t to = std::min(from + stretch - 1, kLast);
+        if (const auto end = AskNumber(BlockEndSql(m_rows, from, to, header->log, header->depth)); end != 0)
             return Span{row.block, end - 1};
     }
-    return Span{row.block, static_cast<std::uint32_t>(last)};
+    return Span{row.block, static_cast<std::uint32_t>(kLast)};
+}
+
+std::optional<RowReader::Span> RowReader::ReadNearest(std::uint32_t number, std::uint32_t kind, bool forward)
+{
+    FindMachine();
+    std::uint64_t stretch = kStretch;
+    std::uint64_t from = number;
+    std::uint64_t to = number;
+    while (forward ? to < kLast : from > 0)
+    {
+        if (forward)
+            from = to + 1, to = std::min(to + stretch, kLast);
+        else
+            to = from - 1, from -= std::min(from, stretch);
+        if (const std::uint32_t found = AskNumber(NearestSql(m_rows, from, to, kind, forward)); found != 0)
+            return Span{found, found};
+        stretch *= 4;
+    }
+    return {};
+}
+
+std::optional<RowReader::Span> RowReader::ReadTime(std::int64_t time)
+{
+    FindMachine();
+    const std::uint32_t found = AskNumber(TimeSql(m_rows, time));
+    return found != 0 ? std::optional(Span{found, found}) : std::nullopt;
+}
+
+std::uint32_t RowReader::AskNumber(const std::string& sql)
+{
+    const Rows found = Ask(sql, 1);
+    return found.empty() ? 0 : NumberIn<std::uint32_t>(found[0][0]);
 }
 
 } // namespace engine

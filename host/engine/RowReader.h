@@ -54,7 +54,13 @@ public:
     // ones. None if it belongs to no block, or the header is not there.
     std::optional<Span> ReadBlock(const ShippedRow& row);
 
+    // The nearest row of a kind after a number, or before it; the first row at a time or later. Each is a
+    // span of one number, or none.
+    std::optional<Span> ReadNearest(std::uint32_t number, std::uint32_t kind, bool forward);
+    std::optional<Span> ReadTime(std::int64_t time);
+
 private:
+    std::uint32_t AskNumber(const std::string& sql);
     void FindMachine();
     std::vector<ShippedRow> Read(const RowChoice& choice, const std::vector<std::uint32_t>& numbers,
                                  std::optional<std::uint32_t> mostText);

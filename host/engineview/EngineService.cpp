@@ -156,18 +156,20 @@ void EngineService::GiveUp(const std::string& failure)
 }
 
 // While an action goes through the view it stays, and news waits.
-bool EngineService::Publish()
+EngineService::News EngineService::Publish()
 {
     m_notices += m_finder.TakeNotices();
+    News news;
     if (m_holds > 0)
-        return false;
+        return news;
     const std::uint64_t view = m_shown.view;
     TakeNews();
-    const bool came = TakePages() || m_shown.view != view;
-    if (BlockNews block = m_finder.TakeBlock(); block.isAnswered && m_blockFound)
-        std::exchange(m_blockFound, {})(block.span, block.failure);
+    news.isOtherView = m_shown.view != view;
+    news.hasCome = TakePages();
     WantPages();
-    return came;
+    if (const Answer answer = m_finder.TakeAnswer(); answer.isThere && m_answered)
+        std::exchange(m_answered, {})(answer.span, answer.failure);
+    return news;
 }
 
 void EngineService::TakeNews()
@@ -370,6 +372,16 @@ void EngineService::WantPages()
     m_reader.Want(m_shown.view, std::move(wanted));
 }
 
+bool EngineService::IsHere() const
+{
+    const std::uint32_t end = std::min(m_seenLast + 1, m_shown.count);
+    for (std::uint32_t row = m_seenFirst; row < end; ++row)
+        if (const Page* const page = m_pages.Peek(row / Page::kRows);
+            !page || row % Page::kRows >= page->Count())
+            return false;
+    return true;
+}
+
 const engine::ShippedRow* EngineService::RowOf(std::uint32_t id)
 {
     if (id == 0 || id > m_shown.count)
@@ -421,10 +433,10 @@ void EngineService::HoldView(std::int32_t hold)
     m_wake();
 }
 
-void EngineService::FindBlock(const engine::ShippedRow& row, BlockFound found)
+void EngineService::Ask(Question question, Answered answered)
 {
-    m_blockFound = std::move(found);
-    m_finder.FindBlock(row);
+    m_answered = std::move(answered);
+    m_finder.Ask(std::move(question));
 }
 
 EngineService::State EngineService::GetState() const

@@ -61,20 +61,27 @@ public:
     // The viewer, which is not owned; null for none.
     void SetViewer(ILogViewer* viewer);
 
-    // Answers true if ids stand for other messages now, or messages that were on their way have come.
-    bool Publish();
+    struct News
+    {
+        bool isOtherView = false;
+        bool hasCome = false; // messages that were on their way
+    };
+    News Publish();
 
     // The rows that the user sees, counted from 0: these pages are fetched first, and those around them, more
     // of them in the direction in which the user goes.
     void SetSeen(std::uint32_t first, std::uint32_t last);
 
+    bool IsHere() const; // all that is seen
+
     // The row of a message; null if it is not here.
     const engine::ShippedRow* RowOf(std::uint32_t id);
 
-    // Looks for the block of a row; Publish calls `found` with its numbers, or why there is none.
-    using BlockFound =
+    // Asks the engine for numbers, in place of a question that was not answered yet; Publish calls `answered`
+    // with them, or with a sentence about what went wrong.
+    using Answered =
         std::function<void(const std::optional<engine::RowReader::Span>&, const std::string& failure)>;
-    void FindBlock(const engine::ShippedRow& row, BlockFound found);
+    void Ask(Question question, Answered answered);
 
     // What a status bar tells.
     struct State
@@ -141,7 +148,7 @@ private:
     int m_holds = 0;
     std::uint32_t m_unread = 0; // messages that an action did not get
     ILogViewer* m_viewer = nullptr;
-    BlockFound m_blockFound;
+    Answered m_answered;
     std::string m_notices;
     std::function<void()> m_wake;
     ViewFinder m_finder; // these two last: their threads end first

@@ -57,6 +57,13 @@ Page* PageCache::Find(std::uint32_t index)
     return page->get();
 }
 
+const Page* PageCache::Peek(std::uint32_t index) const
+{
+    const auto page = std::find_if(m_pages.begin(), m_pages.end(),
+                                   [&](const auto& each) { return each->Index() == index; });
+    return page == m_pages.end() ? nullptr : page->get();
+}
+
 void PageCache::Add(std::unique_ptr<Page> page)
 {
     if (Find(page->Index()))

@@ -48,7 +48,8 @@ public:
 
     // Stays until Add has taken kFew others.
     Page* Find(std::uint32_t index);
-    void Add(std::unique_ptr<Page> page); // in place of one with its index
+    const Page* Peek(std::uint32_t index) const; // without asking for it
+    void Add(std::unique_ptr<Page> page);        // in place of one with its index
     void Clear();
     std::size_t Count() const { return m_pages.size(); }
 

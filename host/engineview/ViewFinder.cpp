@@ -49,10 +49,10 @@ void ViewFinder::Find(std::uint64_t view, const ViewQuestion& question)
     m_changed.notify_all();
 }
 
-void ViewFinder::FindBlock(const engine::ShippedRow& row)
+void ViewFinder::Ask(Question question)
 {
     const std::lock_guard lock(m_mutex);
-    m_block = row;
+    m_other = std::move(question);
     m_changed.notify_all();
 }
 
@@ -62,10 +62,10 @@ ViewNews ViewFinder::Take()
     return std::exchange(m_news, {});
 }
 
-BlockNews ViewFinder::TakeBlock()
+Answer ViewFinder::TakeAnswer()
 {
     const std::lock_guard lock(m_mutex);
-    return std::exchange(m_blockNews, {});
+    return std::exchange(m_answer, {});
 }
 
 std::string ViewFinder::TakeNotices()
@@ -87,7 +87,7 @@ void ViewFinder::Run(const std::stop_token& stop)
     {
         const bool hasMore = m_view != 0 && m_span && !m_isDone && !m_isLost;
         if (!hasMore || m_wantedView == 0)
-            m_changed.wait_for(lock, stop, m_poll, [this] { return m_block || IsOutdated(); });
+            m_changed.wait_for(lock, stop, m_poll, [this] { return m_other || IsOutdated(); });
         if (stop.stop_requested() || m_wantedView == 0)
             continue;
         if (IsOutdated())
@@ -108,16 +108,16 @@ void ViewFinder::Run(const std::stop_token& stop)
 
 void ViewFinder::Work()
 {
-    std::optional<engine::ShippedRow> block;
+    Question other;
     {
         const std::lock_guard lock(m_mutex);
-        block = std::exchange(m_block, {});
+        other = std::exchange(m_other, {});
     }
     try
     {
-        if (block)
-            AnswerBlock(*block);
-        block.reset();
+        if (other)
+            AnswerOther(other);
+        other = {};
         LookForRows();
         const std::lock_guard lock(m_mutex);
         if (std::exchange(m_isLost, false))
@@ -128,28 +128,28 @@ void ViewFinder::Work()
         if (error.Help() != EngineError::Remedy::Cancelled)
             Lose(error);
         const std::lock_guard lock(m_mutex);
-        if (!m_block) // another view came between
-            m_block = block;
+        if (!m_other) // another view came between
+            m_other = other;
     }
 }
 
-void ViewFinder::AnswerBlock(const engine::ShippedRow& row)
+void ViewFinder::AnswerOther(const Question& question)
 {
-    BlockNews news;
-    news.isAnswered = true;
+    Answer answer;
+    answer.isThere = true;
     try
     {
-        news.span = m_reader.ReadBlock(row);
+        answer.span = question(m_reader);
     }
     catch (const EngineError& error)
     {
         if (error.Help() == EngineError::Remedy::Cancelled)
             throw;
-        news.failure = error.what();
+        answer.failure = error.what();
     }
     {
         const std::lock_guard lock(m_mutex);
-        m_blockNews = news;
+        m_answer = answer;
     }
     m_wake();
 }

@@ -34,10 +34,11 @@ struct ViewNews
     std::string failure;                         // why the view cannot be had
 };
 
-// What became of the question for a block.
-struct BlockNews
+// Another question beside, for numbers.
+using Question = std::function<std::optional<engine::RowReader::Span>(engine::RowReader&)>;
+struct Answer
 {
-    bool isAnswered = false;
+    bool isThere = false;
     std::optional<engine::RowReader::Span> span;
     std::string failure;
 };
@@ -59,18 +60,18 @@ public:
     // Finds this view, and then what comes to its end, in place of the one before. `view` is not 0.
     void Find(std::uint64_t view, const ViewQuestion& question);
 
-    // The numbers of a row's block.
-    void FindBlock(const engine::ShippedRow& row);
+    // Is asked on the finder's thread, in place of one that waits.
+    void Ask(Question question);
 
     ViewNews Take();
-    BlockNews TakeBlock();
+    Answer TakeAnswer();
     std::string TakeNotices(); // sentences for the user, a line each
     bool IsLost() const;       // the server, at present
 
 private:
     void Run(const std::stop_token& stop);
     void Work();
-    void AnswerBlock(const engine::ShippedRow& row);
+    void AnswerOther(const Question& question);
     void LookForRows();
     void FindAll();
     void PublishSpan();
@@ -101,9 +102,9 @@ private:
     std::condition_variable_any m_changed;
     std::uint64_t m_wantedView = 0;
     ViewQuestion m_wanted;
-    std::optional<engine::ShippedRow> m_block; // whose is asked for
+    Question m_other;
     ViewNews m_news;
-    BlockNews m_blockNews;
+    Answer m_answer;
     std::string m_notices;
     bool m_isLost = false;
     bool m_isEnding = false;

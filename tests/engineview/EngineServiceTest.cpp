@@ -342,7 +342,11 @@ TEST_F(EngineServiceTest, ABlockBoundsTheView)
         block = span;
         isTold = true;
     };
-    service->FindBlock(*service->RowOf(90), found);
+    const auto ask = [&](std::uint32_t id) {
+        service->Ask([row = *service->RowOf(id)](engine::RowReader& reader) { return reader.ReadBlock(row); },
+                     found);
+    };
+    ask(90);
     ASSERT_TRUE(Until([&] { return isTold; }));
     ASSERT_TRUE(block);
     EXPECT_EQ(50u, block->first);
@@ -356,7 +360,7 @@ TEST_F(EngineServiceTest, ABlockBoundsTheView)
     service->Apply();
     ASSERT_TRUE(Until([&] { return viewer.count == 30'000; }));
     See(1, 90);
-    service->FindBlock(*service->RowOf(1), found);
+    ask(1);
     ASSERT_TRUE(Until([&] { return isTold; }));
     EXPECT_FALSE(block);
 }

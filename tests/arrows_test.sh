@@ -107,11 +107,11 @@ includes_only "$logs|msgservice/session/\w+\.h|sessionwalk/\w+\.h" host/sessionw
 without_system host/sessionwalk/*.{h,cpp}
 includes_only "LogMsg\.h|$logs|$core|commandline/\w+\.h|engine/\w+\.h|engineview/\w+\.h|logtool/\w+\.h|textmatch/\w+\.h|msgservice/(\w+/)?\w+\.h|sessionwalk/\w+\.h" host/logtool/*.{h,cpp}
 viewer='(LogMsg|LogViewer|ReportCtrlLog|QmLogState)\.h'
-parts='(commandline|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
+parts='(commandline|engine|engineview|logdesk)/\w+\.h|msgservice/(\w+/)?\w+\.h'
 deskCore=$(sed -n '/add_library(logdesk_core/,/)/s/^ *\(\w*\.cpp\).*/\1/p' host/logdesk/CMakeLists.txt)
 for file in host/logdesk/*.cpp; do
     if grep -qx "${file##*/}" <<<"$deskCore"; then
-        includes_only 'LogMsg\.h|qmcommon/QmCommand(Shortcut)?\.h|commandline/\w+\.h|logdesk/\w+\.h|msgservice/\w+\.h' "$file"
+        includes_only 'LogMsg\.h|qmcommon/QmCommand(Shortcut)?\.h|(commandline|engine|engineview|logdesk)/\w+\.h|msgservice/\w+\.h' "$file"
         without_system "$file"
     else
         includes_only "$logs|$logWindows|$viewer|$core|$framework|$graphics|$common|$parts|Version\.h" "$file"

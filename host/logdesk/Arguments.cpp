@@ -18,7 +18,9 @@ constexpr char kAbout[] =
     R"(Shows the logs of the session in FOLDER; without it, in the folder that
 QM_LOG_FOLDER names, else in the user's own. With FILE, such as Run.LOG, from
 the first row of that log on. Any other FILE, a text log of the usual kinds or
-saved messages (*.zemalog), is shown as messages. Nothing there is changed.
+saved messages (*.zemalog), is shown as messages. With the address of an engine,
+http[s]://host[:port]/[table]?session=NAME[&machine=NAME], a shipped session is
+shown. Nothing there is changed.
 )";
 
 constexpr char kStepsHelp[] = "what to do before the picture, one step after the other:\n"
@@ -83,7 +85,7 @@ struct DeskLine
 
 DeskLine::DeskLine()
 {
-    line.AddOperand("[FOLDER | FILE]", path);
+    line.AddOperand("[FOLDER | FILE | ADDRESS]", path);
     line.AddFlag("--start", start,
                  "begin a new session in FOLDER, which is made when missing: the logs of the earlier one are "
                  "deleted");
@@ -91,7 +93,7 @@ DeskLine::DeskLine()
                    "with --start: first copy the earlier session into a folder of its own in FOLDER, named "
                    "after its date, and keep the newest N of these",
                    kKeepRange);
-    line.AddText("--open", "PATH", open, "the same as FOLDER or FILE");
+    line.AddText("--open", "PATH", open, "the same as FOLDER, FILE or ADDRESS");
     line.AddText("--folder", "DIR", folder, "the same as FOLDER");
     line.AddText("--screenshot", "FILE.bmp", screenshot, "write a picture of the window and end");
     line.AddValue(

@@ -1,8 +1,8 @@
 // The look: colours, and font and zoom of the log text, as the user chose them and the system wants them.
 #include "logdesk/DeskFrame.h"
+#include "logdesk/FrameColours.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/DrawingGuards.h"
-#include "vkgrafic/WindowColors.h"
 #include "zemacore/WideText.h"
 
 #include <algorithm>
@@ -13,29 +13,6 @@ namespace logdesk
 
 namespace
 {
-
-// What programs are to look like; older systems know light ones only.
-bool IsSystemDark()
-{
-    DWORD isLight = 1;
-    DWORD size = sizeof(isLight);
-    ::RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
-                   L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight, &size);
-    return isLight == 0;
-}
-
-// Asked for by name: older systems do not have it.
-void UseDarkTitle(HWND hwnd, bool dark)
-{
-    constexpr DWORD kUseImmersiveDarkMode = 20;
-    using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
-    static const HMODULE library = ::LoadLibraryExW(L"dwmapi.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    static const auto setAttribute = reinterpret_cast<SetAttribute>(
-        reinterpret_cast<void*>(library ? ::GetProcAddress(library, "DwmSetWindowAttribute") : nullptr));
-    const BOOL isDark = dark;
-    if (setAttribute)
-        setAttribute(hwnd, kUseImmersiveDarkMode, &isDark, sizeof(isDark));
-}
 
 LOGFONTW DescribeFont(const TextLook& look, int points, HWND hwnd)
 {
@@ -59,9 +36,7 @@ void DeskFrame::UseColours()
     look.wideMargin = true;
     look.colors = &colors;
     GetTextCtrl().SetLook(look);
-    const bool isOwn = isDark && !VkGrafic::IsHighContrast();
-    VkGrafic::UseDarkColors(m_hWnd, isOwn);
-    UseDarkTitle(m_hWnd, isOwn);
+    UseFrameColours(m_hWnd, isDark);
     m_messages.UseColours();
 }
 

@@ -8,9 +8,7 @@ namespace logdesk
 namespace
 {
 
-constexpr unsigned kNoticeTicks = 4;    // of the timer
-constexpr unsigned kServiceTicks = 240; // for what the service tells: a minute
-constexpr unsigned kTellTicks = 32;     // for an answer to a command
+constexpr unsigned kNoticeTicks = 4; // of the timer
 
 } // namespace
 

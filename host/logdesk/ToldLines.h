@@ -8,6 +8,10 @@
 namespace logdesk
 {
 
+// Ticks of a window's timer, four a second.
+constexpr unsigned kServiceTicks = 240; // for what a service tells: a minute
+constexpr unsigned kTellTicks = 32;     // for an answer to a command
+
 // Lines leave when their time is over or newer ones need their room. Time is counted in ticks.
 class ToldLines
 {

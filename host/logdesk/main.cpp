@@ -2,7 +2,9 @@
 #include "QmLogWriter.h"
 #include "Version.h"
 #include "commandline/Printable.h"
+#include "engine/EngineUrl.h"
 #include "logdesk/Arguments.h"
+#include "logdesk/EngineFrame.h"
 #include "logdesk/Messages.h"
 #include "logdesk/Screenshot.h"
 #include "logdesk/SessionFiles.h"
@@ -39,12 +41,15 @@ public:
 
 private:
     void Start();
+    void StartEngine(const engine::EngineUrl& url);
     SessionState ClaimSession(const std::string& folder);
     void TakePicture();
+    void WritePicture(CWnd& frame);
 
     Arguments m_arguments;
     std::unique_ptr<FolderClaim> m_claim;
     std::unique_ptr<DeskFrame> m_frame;
+    std::unique_ptr<EngineFrame> m_engineFrame; // in its place
     int m_exitCode = kDone;
 };
 
@@ -57,6 +62,8 @@ BOOL DeskApp::InitInstance()
             Tell(HelpText(), Tone::Answer);
         else if (m_arguments.version)
             Tell("LogDesk " LOGDESK_VERSION "\n", Tone::Answer);
+        else if (engine::IsEngineUrl(m_arguments.path))
+            StartEngine(engine::ParseEngineUrl(m_arguments.path));
         else
             Start();
     }
@@ -93,6 +100,28 @@ void DeskApp::Start()
         m_pMainWnd = m_frame.get();
 }
 
+void DeskApp::StartEngine(const engine::EngineUrl& url)
+{
+    if (m_arguments.start)
+        throw UsageError("--start", "begins a session in a folder");
+    if (url.session.empty())
+        throw UsageError(m_arguments.path, "names no session: say ?session=NAME at its end");
+    const bool forPicture = !m_arguments.screenshot.empty();
+    m_engineFrame = std::make_unique<EngineFrame>(url);
+    if (!m_engineFrame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt))
+        throw std::runtime_error("the window cannot be made");
+    m_engineFrame->ShowFrame(forPicture ? SW_SHOWNORMAL : m_nCmdShow);
+    if (!forPicture)
+    {
+        m_pMainWnd = m_engineFrame.get();
+        return;
+    }
+    for (const Step& step : m_arguments.steps)
+        m_engineFrame->TakeStep(step);
+    m_engineFrame->Settle();
+    WritePicture(*m_engineFrame);
+}
+
 // Any number of programs may show a session; none begins a new one under the eyes of another.
 SessionState DeskApp::ClaimSession(const std::string& folder)
 {
@@ -114,13 +143,19 @@ void DeskApp::TakePicture()
     m_frame->GetMessages().Settle();
     m_frame->RefreshNotices();
     m_frame->RefreshStatus();
-    if (!WriteScreenshot(*m_frame, m_arguments.screenshot))
+    WritePicture(*m_frame);
+}
+
+void DeskApp::WritePicture(CWnd& frame)
+{
+    if (!WriteScreenshot(frame, m_arguments.screenshot))
         throw std::runtime_error(m_arguments.screenshot + ": cannot be written");
 }
 
 int DeskApp::ExitInstance()
 {
     m_frame.reset();
+    m_engineFrame.reset();
     QmLogWriterCloseAll();
     return m_exitCode;
 }

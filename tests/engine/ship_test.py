@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Ships sessions into a real ClickHouse server while senders, server and sessions end at random.
-   ship_test.py LOGTOOL_EXE
+   ship_test.py LOGTOOL_EXE TESTS_WINDOWS_EXE
 Skipped, with exit code 77, where the server cannot be had."""
 import http.server, json, os, random, shutil, signal, socket, struct, subprocess, sys, tempfile, threading, time
 import urllib.parse, urllib.request
@@ -260,6 +260,14 @@ def check_full_disk(folder, session):
         subprocess.run(["umount", "-l", disk], check=True)
 
 
+def check_views(server):
+    """What LogDesk shows of a session in an engine."""
+    done = subprocess.run([ROOT + "/tools/run-wine.sh", sys.argv[2], "--gtest_filter=WindowsRealEngineTest.*"],
+                          env={**os.environ, "QM_ENGINE_URL": server.url, "QM_TEST_SEED": str(SEED)},
+                          stdout=subprocess.PIPE, text=True)
+    assert done.returncode == 0 and "[  PASSED  ] 1 test." in done.stdout, done.stdout[-3000:]
+
+
 def main():
     installed = subprocess.run([ENGINE, "install"]).returncode
     if installed:
@@ -273,6 +281,7 @@ def main():
         check_no_server(session)
         check_kills(server, session)
         check_messages(server, session)
+        check_views(server)
         check_names(server, folder)
         check_shards(server, session)
         check_errors(server, session)

@@ -10,9 +10,9 @@ namespace engine
 namespace
 {
 
-std::string OfSession(const ShippedRows& rows)
+std::string OfSession(const ShippedRows& rows, const std::string& prewhere = "")
 {
-    return " FROM " + SqlTable(rows.table) + " WHERE machine = " + SqlValue(rows.machine) +
+    return " FROM " + SqlTable(rows.table) + prewhere + " WHERE machine = " + SqlValue(rows.machine) +
            " AND session = " + SqlValue(rows.session);
 }
 
@@ -67,25 +67,51 @@ std::string Where(const RowConditions& conditions, const KindMeanings& meanings)
 
 // Of a row that has arrived more than once the longest, and that before any condition is looked at: one may
 // hold for what a line was before it has grown.
-std::string Longest(const ShippedRows& rows, const std::string& columns, const std::string& stretch)
+std::string Longest(const ShippedRows& rows, const std::string& columns, const std::string& stretch,
+                    const std::string& prewhere = "")
 {
-    return "(SELECT " + columns + OfSession(rows) + stretch +
+    return "(SELECT " + columns + OfSession(rows, prewhere) + stretch +
            " ORDER BY number, log, length DESC LIMIT 1 BY number, log)";
 }
 
-// Numbers of rows of which some form meets the conditions: the engine sorts these alone then. Left out where
-// almost all rows meet them, because it holds the numbers in memory.
+// Numbers of rows of which some form meets the conditions: the engine reads and sorts the other columns of
+// these alone then. Left out where almost all rows meet them, because it holds the numbers in memory.
 std::string Candidates(const ShippedRows& rows, const RowChoice& choice, const std::string& where)
 {
     const RowConditions& conditions = choice.conditions;
     const bool isForFew =
         conditions.kindsAreWanted || std::any_of(conditions.texts.begin(), conditions.texts.end(),
                                                  [](const TextCondition& text) { return text.wanted; });
-    const std::string stretch = Between(choice.from, choice.to);
     if (!isForFew)
-        return stretch;
-    return stretch + " AND number GLOBAL IN (SELECT number" + OfSession(rows) + stretch + " AND " + where +
-           ")";
+        return "";
+    return " PREWHERE number GLOBAL IN (SELECT number" + OfSession(rows) + Between(choice.from, choice.to) +
+           " AND " + where + ")";
+}
+
+bool SortsBy(const RowChoice& choice, RowOrder::Column column)
+{
+    return std::any_of(choice.order.begin(), choice.order.end(),
+                       [column](const RowOrder& key) { return key.column == column; });
+}
+
+// Those that the question needs: each is read for all rows.
+std::string NeededColumns(const RowChoice& choice)
+{
+    const RowConditions& conditions = choice.conditions;
+    const bool hasLevel =
+        std::any_of(conditions.texts.begin(), conditions.texts.end(),
+                    [](const TextCondition& text) { return text.column == TextCondition::Column::Level; });
+    std::string columns = "number, log";
+    if (choice.leavesOutRepeated || hasLevel || conditions.kindsAreWanted || !conditions.kinds.empty() ||
+        SortsBy(choice, RowOrder::Column::Level))
+        columns += ", kind";
+    if (choice.leavesOutRepeated)
+        columns += ", depth";
+    if (SortsBy(choice, RowOrder::Column::Time))
+        columns += ", time";
+    if (choice.leavesOutRepeated || !conditions.texts.empty() || SortsBy(choice, RowOrder::Column::Text))
+        columns += ", text";
+    return columns;
 }
 
 std::string OrderBy(const RowChoice& choice)
@@ -126,23 +152,23 @@ std::string MachinesSql(const ShippedRows& rows)
            " WHERE session = " + SqlValue(rows.session) + " ORDER BY machine LIMIT 2";
 }
 
-std::string SpanSql(const ShippedRows& rows, std::uint64_t from)
+std::string SomeSql(const ShippedRows& rows, std::uint64_t from)
 {
-    return "SELECT min(number), max(number), count()" + OfSession(rows) +
-           " AND number >= " + std::to_string(from);
+    return "SELECT number" + OfSession(rows) + " AND number >= " + std::to_string(from) + " LIMIT 1";
+}
+
+std::string SpanSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to)
+{
+    return "SELECT min(number), max(number)" + OfSession(rows) + Between(from, to);
 }
 
 std::string NumbersSql(const ShippedRows& rows, const RowChoice& choice, std::uint64_t most)
 {
     const std::string where = Where(choice.conditions, choice.meanings);
-    const bool needsText = choice.leavesOutRepeated || !choice.conditions.texts.empty() ||
-                           std::any_of(choice.order.begin(), choice.order.end(), [](const RowOrder& key) {
-                               return key.column == RowOrder::Column::Text;
-                           });
-    const std::string columns = std::string("number, log, time, depth, kind") + (needsText ? ", text" : "");
     const std::string hash = choice.leavesOutRepeated ? "cityHash64(log, kind, depth, text)" : "0";
     const std::string found = "(SELECT number, " + hash + " AS hash FROM " +
-                              Longest(rows, columns, Candidates(rows, choice, where)) +
+                              Longest(rows, NeededColumns(choice), Between(choice.from, choice.to),
+                                      Candidates(rows, choice, where)) +
                               (where.empty() ? "" : " WHERE " + where) + OrderBy(choice) + " LIMIT " +
                               std::to_string(most) + ")";
     const std::string arrays =

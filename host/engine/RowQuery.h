@@ -91,8 +91,12 @@ struct RowChoice
 // The machines that have a session of this name: one column, two rows at most.
 std::string MachinesSql(const ShippedRows& rows);
 
-// The least and the greatest number from `from` on, and how many rows have one: one row of three numbers.
-std::string SpanSql(const ShippedRows& rows, std::uint64_t from);
+// Any number from `from` on: one row of it, or none. The engine looks at its key alone.
+std::string SomeSql(const ShippedRows& rows, std::uint64_t from);
+
+// The least and the greatest number from `from` to `to`: one row of two numbers, which are 0 if there is
+// none.
+std::string SpanSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to);
 
 // The numbers of the rows, at most `most`: one row of the numbers with blanks between them, how many rows
 // there were before repeated ones were left out, and the hash of the last one.

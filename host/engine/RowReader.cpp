@@ -11,8 +11,9 @@ namespace engine
 namespace
 {
 
-constexpr std::uint32_t kBeginning = 1000; // characters of a text that is cut
-constexpr std::uint64_t kStretch = 10'000; // numbers that are looked at first for what is near
+constexpr std::uint32_t kBeginning = 1000;      // characters of a text that is cut
+constexpr std::uint64_t kStretch = 10'000;      // numbers that are looked at first for what is near
+constexpr std::uint64_t kShortSpan = 1'000'000; // numbers that are read in no time
 constexpr std::uint64_t kLast = std::numeric_limits<std::uint32_t>::max();
 
 std::vector<std::uint32_t> NumbersIn(const std::string& text)
@@ -76,15 +77,49 @@ void RowReader::FindMachine()
     m_rows.machine = machines[0][0];
 }
 
+std::optional<std::uint64_t> RowReader::FindSome(std::uint64_t from)
+{
+    if (from > kLast)
+        return {};
+    const Rows found = Ask(SomeSql(m_rows, from), 1);
+    return found.empty() ? std::nullopt : std::optional(NumberIn<std::uint64_t>(found[0][0]));
+}
+
+std::optional<RowReader::Span> RowReader::FindEnds(std::uint64_t from, std::uint64_t to)
+{
+    const Rows found = Ask(SpanSql(m_rows, from, to), 2);
+    if (found.size() != 1)
+        throw EngineError(EngineError::Remedy::None, "the engine answers no last number");
+    const Span span{NumberIn<std::uint32_t>(found[0][0]), NumberIn<std::uint32_t>(found[0][1])};
+    return span.last != 0 ? std::optional(span) : std::nullopt;
+}
+
+// The engine would read the numbers of all rows to find their least and greatest, so both are looked for near
+// where they must be.
 std::optional<RowReader::Span> RowReader::ReadSpan(std::uint64_t from)
 {
     FindMachine();
-    const Rows found = Ask(SpanSql(m_rows, from), 3);
-    if (found.size() != 1)
-        throw EngineError(EngineError::Remedy::None, "the engine answers no last number");
-    if (NumberIn<std::uint64_t>(found[0][2]) == 0)
+    const auto some = FindSome(from);
+    if (!some)
         return {};
-    return Span{NumberIn<std::uint32_t>(found[0][0]), NumberIn<std::uint32_t>(found[0][1])};
+    std::optional<Span> begin;
+    for (std::uint64_t width = kShortSpan; !begin && from <= kLast; from += width, width *= 16)
+        begin = FindEnds(from, std::min(from + width - 1, kLast));
+    if (!begin) // it was deleted meanwhile
+        return {};
+
+    std::uint64_t last = *some; // is there
+    std::uint64_t end = kLast;  // nothing is behind it
+    for (std::uint64_t step = kShortSpan; end - last >= kShortSpan; step *= 4)
+    {
+        const std::uint64_t middle = last + std::min(step, (end - last) / 2);
+        if (const auto next = FindSome(middle + 1))
+            last = *next;
+        else
+            end = middle;
+    }
+    const auto ends = FindEnds(last, end);
+    return Span{begin->first, ends ? ends->last : static_cast<std::uint32_t>(last)};
 }
 
 std::vector<ShippedRow> RowReader::Read(const RowChoice& choice, const std::vector<std::uint32_t>& numbers,

@@ -33,7 +33,8 @@ public:
         std::uint32_t last = 0;
     };
 
-    // The least and the greatest number from `from` on; none if there is no such row.
+    // The least and the greatest number from `from` on; none if there is no such row. A few dozen short
+    // questions at most, however many rows there are, and one if there is none.
     std::optional<Span> ReadSpan(std::uint64_t from);
 
     // The rows of a choice by number, or those of them that have these numbers.
@@ -60,6 +61,8 @@ public:
     std::optional<Span> ReadTime(std::int64_t time);
 
 private:
+    std::optional<std::uint64_t> FindSome(std::uint64_t from);
+    std::optional<Span> FindEnds(std::uint64_t from, std::uint64_t to);
     std::uint32_t AskNumber(const std::string& sql);
     void FindMachine();
     std::vector<ShippedRow> Read(const RowChoice& choice, const std::vector<std::uint32_t>& numbers,

@@ -17,11 +17,11 @@ using commandline::UsageError;
 
 constexpr std::string_view kSchemes[] = {"http://", "https://", "clickhouse://"};
 
-// The text without what may hold a password.
+// The text without what may hold a password, which may have an "@" of its own.
 std::string Harmless(const std::string& text)
 {
     const std::size_t begin = text.find("://") + 3;
-    const std::size_t at = text.find('@');
+    const std::size_t at = text.rfind('@');
     const std::size_t rest = at == std::string::npos ? begin : at + 1;
     return text.substr(0, begin) + text.substr(rest, text.find('?', rest) - rest);
 }

@@ -51,9 +51,10 @@ constexpr int kPassing[] = {
     1001, // of the standard library: memory
 };
 
+// The engine's own code is the first one: further on it may quote values of the query, or another server.
 int CodeIn(std::string_view text)
 {
-    const std::size_t at = text.rfind(kCode);
+    const std::size_t at = text.find(kCode);
     int code = 0;
     if (at != std::string_view::npos)
         std::from_chars(text.data() + at + kCode.size(), text.data() + text.size(), code);
@@ -63,7 +64,7 @@ int CodeIn(std::string_view text)
 // One line, without what the engine says of its own inside.
 std::string Words(std::string_view text)
 {
-    if (const std::size_t at = text.rfind(kCode); at != std::string_view::npos)
+    if (const std::size_t at = text.find(kCode); at != std::string_view::npos)
         text.remove_prefix(at);
     for (const std::string_view noise : {", e.what() = ", ". Stack trace:", ", Stack trace"})
         text = text.substr(0, text.find(noise));

@@ -309,7 +309,9 @@ void Messages::ReadAll(std::vector<Input>& inputs, MessageFlow& flow, const std:
         while (state == MessageSource::State::More && !(m_follow && host.IsEndWanted()))
         {
             state = flow.Read(*input.source);
-            Tell(input.source->TakeNotices(), host);
+            const std::string notices = input.source->TakeNotices();
+            Tell(notices, host);
+            m_faults = m_faults || (state == MessageSource::State::Ended && !notices.empty());
             onPiece();
         }
         if (state == MessageSource::State::Ended)
@@ -329,7 +331,7 @@ void Messages::ReadAll(std::vector<Input>& inputs, MessageFlow& flow, const std:
 }
 
 // What an input tells beside its messages. While it is followed this is what became of the file, and no
-// fault.
+// fault unless it ends the input.
 void Messages::Tell(const std::string& notices, Host& host)
 {
     const bool faults = m_faults;

@@ -191,6 +191,17 @@ TEST_F(EngineSourceTest, WhatCannotBeReadIsSaid)
     refuses("messages --from http://e/t?session=S", "there is no session S");
     host.onQuery = [](const std::string&) { throw HttpError(HttpError::Reason::Unreachable, "gone"); };
     refuses("messages --from http://e/t?session=S", "http://e:8123: gone\n");
+
+    host.rows = {{1, "Main", 0, 0, "x"}};
+    int asked = 0;
+    host.onQuery = [&](const std::string& query) {
+        if (query.find("BETWEEN") != std::string::npos)
+            throw HttpError(++asked == 1 ? HttpError::Reason::Unreachable : HttpError::Reason::Untrusted,
+                            "gone");
+    };
+    host.wait = [&] { return asked < 3; };
+    refuses("messages -f --from http://e/t?session=S&machine=m",
+            "logtool: http://e:8123: gone, trying again\nlogtool: http://e:8123: gone\nexit ");
 }
 
 // What the engine leaves out, beside its stretch.

@@ -1,8 +1,10 @@
 // Messages of a shipped session, from an engine in memory that loses answers and refuses long ones.
 #include "LogtoolTest.h"
 
+#include "host/engine/LogTable.h"
 #include "host/engineview/EngineSource.h"
 #include "host/engineview/RowChoices.h"
+#include "host/msgservice/session/ClockText.h"
 
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -33,6 +35,7 @@ public:
     std::vector<Row> rows;
     std::vector<std::string> machines = {"press"};
     std::size_t mostRows = 100'000; // of an answer
+    std::string answer;             // to all queries, in the place of what they ask for
     std::function<void(const std::string& query)> onQuery = [](const std::string&) {};
 
 private:
@@ -50,7 +53,7 @@ private:
                         ? static_cast<char>(std::stoi(request.target.substr((i += 2) - 1, 2), nullptr, 16))
                         : request.target[i];
             m_host.onQuery(query);
-            return {200, nlohmann::json{{"data", Answer(query)}}.dump()};
+            return {200, "{\"data\":" + (m_host.answer.empty() ? Answer(query).dump() : m_host.answer) + "}"};
         }
 
     private:
@@ -76,10 +79,14 @@ private:
                 data.push_back({first, last});
             }
             else if (std::regex_search(query, bounds, std::regex("BETWEEN ([0-9]+) AND ([0-9]+)")))
+            {
+                const std::uint64_t from = std::stoull(bounds[1]), to = std::stoull(bounds[2]);
+                EXPECT_GT(from + 10'000'000, to) << "the engine reads no more in a second";
                 for (const Row& row : m_host.rows)
-                    if (row.number >= std::stoull(bounds[1]) && row.number <= std::stoull(bounds[2]))
+                    if (row.number >= from && row.number <= to)
                         data.push_back(
-                            {row.number, row.log, std::to_string(row.time), 1, row.kind, 0, 0, row.text});
+                            {row.number, row.log, std::to_string(row.time), 3, row.kind, 0, 0, row.text});
+            }
             if (data.size() > m_host.mostRows)
                 throw HttpError(HttpError::Reason::TooLong, "too long");
             return data;
@@ -113,6 +120,7 @@ TEST_F(EngineSourceTest, RowsAreMessagesAndTheFilterHasTheLastWord)
     EXPECT_NE(std::string::npos, all.find("7,Error,SQL,it's x\r\n")) << all;
     EXPECT_NE(std::string::npos, all.find("4294967295,9,Run,last\r\n")) << all;
     EXPECT_EQ(std::string::npos, all.find("exit")) << all;
+    host.rows.pop_back(); // hundreds of stretches before it
     const std::string chosen = Look("--contain 'body=s x' --level error");
     EXPECT_NE(std::string::npos, chosen.find("7,Error")) << chosen;
     EXPECT_EQ(std::string::npos, chosen.find("Plain")) << chosen;
@@ -120,9 +128,33 @@ TEST_F(EngineSourceTest, RowsAreMessagesAndTheFilterHasTheLastWord)
     EXPECT_LT(sorted.find("SQL"), sorted.find("Main")) << sorted;
 }
 
+TEST_F(EngineSourceTest, ARowHasItsTimeAndDepth)
+{
+    struct Sink : msgservice::MessageSink
+    {
+        void Add(const msgservice::MessageFields& message) override
+        {
+            EXPECT_EQ(2'000'000'000, message.time); // nanoseconds
+            EXPECT_EQ(msgservice::LocalTime(engine::kStartOf1970 + 20'000'000), message.timestamp);
+            EXPECT_EQ(3u, message.indent);
+            ++count;
+        }
+        int count = 0;
+    } sink;
+    host.rows = {{1, "Main", 20'000'000, 0, "x"}};
+    std::string query;
+    host.onQuery = [&](const std::string& asked) { query = asked; };
+    const engine::EngineUrl url = engine::ParseEngineUrl("http://e/?session=S");
+    engineview::EngineSource source(url, host.Connect(url), engineview::EngineSource::Until::Now, {});
+    source.Read(sink);
+    EXPECT_EQ(1, sink.count);
+    EXPECT_NE(std::string::npos, query.find("FROM `log_rows` WHERE machine = 'press'")) << query;
+}
+
 // Each row once, whatever the lengths of stretches and answers.
 TEST_F(EngineSourceTest, LongSessionsComeInStretches)
 {
+    host.machines = {}; // not asked for: the address names one
     std::string wanted;
     for (std::uint64_t number = 1; number < 60'000; number += number < 12'000 ? 1 : 20)
     {
@@ -202,6 +234,15 @@ TEST_F(EngineSourceTest, WhatCannotBeReadIsSaid)
     host.wait = [&] { return asked < 3; };
     refuses("messages -f --from http://e/t?session=S&machine=m",
             "logtool: http://e:8123: gone, trying again\nlogtool: http://e:8123: gone\nexit ");
+
+    host.onQuery = [](const std::string&) {};
+    const std::pair<const char*, const char*> answers[] = {{"[[\"x\"]]", "answers no number: x"},
+                                                           {"[[5,1]]", "answers other columns"}};
+    for (const auto& [answer, words] : answers)
+    {
+        host.answer = answer;
+        refuses("messages --from http://e/t?session=S&machine=m", words);
+    }
 }
 
 // What the engine leaves out, beside its stretch.
@@ -222,6 +263,8 @@ TEST(EngineConditions, LeaveOutOnlyWhatNoFilterTakes)
         {{kLogMsgBody, contain, "a b", true}, 0, ""},
         {{kLogMsgBody, contain, "", true}, 0, ""},
         {{kLogMsgBody, contain, "\r", true}, 0, ""},
+        {{kLogMsgBody, notContain, "\r", true}, 0, ""},
+        {{kLogMsgBody, static_cast<std::int32_t>(kLogMsgNotEmpty), "x", true}, 0, ""},
         {{kLogMsgBody, notContain, "\xC3\xB6", false}, 0, ""},
         {{kLogMsgBody, contain, "\xC3\xB6", true}, 0, " WHERE position(text, '\xC3\xB6') > 0"},
         {{kLogMsgTimestamp, contain, "1", true}, 0, ""},
@@ -247,4 +290,26 @@ TEST(EngineConditions, LeaveOutOnlyWhatNoFilterTakes)
                       std::string(each.where) + " ORDER BY number, log",
                   RowsSql({"t", "'m", "s"}, choice, {}, {}));
     }
+}
+
+// Whose rows are asked for, and the bounds.
+TEST(EngineQueries, AreForOneSessionAndEndWhereTheyShould)
+{
+    const engine::ShippedRows rows = {"d.t", "'m", "s'"};
+    const std::string of = " FROM `d`.`t` WHERE machine = '\\'m' AND session = 's\\'' AND ";
+    const std::string within = of + "number BETWEEN 5 AND 9";
+    const std::pair<std::string, std::string> cases[] = {
+        {"SELECT DISTINCT machine FROM `d`.`t` WHERE session = 's\\'' ORDER BY machine LIMIT 2",
+         MachinesSql(rows)},
+        {"SELECT number" + of + "number >= 5 LIMIT 1", SomeSql(rows, 5)},
+        {"SELECT min(number), max(number)" + within, SpanSql(rows, 5, 9)},
+        {"SELECT min(number)" + within + " AND kind = 2", NearestSql(rows, 5, 9, 2, true)},
+        {"SELECT max(number)" + within + " AND kind = 2", NearestSql(rows, 5, 9, 2, false)},
+        {"SELECT min(number)" + of + "time >= -7", TimeSql(rows, -7)},
+        {"SELECT min(number)" + within +
+             " AND ((log = '\\'l' AND depth < 3) OR (header != 0 AND depth <= 3))",
+         BlockEndSql(rows, 5, 9, "'l", 3)},
+    };
+    for (const auto& [expected, sql] : cases)
+        EXPECT_EQ(expected, sql);
 }

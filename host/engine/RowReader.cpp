@@ -28,6 +28,12 @@ std::vector<std::uint32_t> NumbersIn(const std::string& text)
     return numbers;
 }
 
+std::size_t CharacterCount(std::string_view utf8)
+{
+    return static_cast<std::size_t>(std::count_if(
+        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
 ShippedRow RowOf(std::vector<std::string>& fields, std::optional<std::uint32_t> mostText)
 {
     ShippedRow row;
@@ -39,7 +45,7 @@ ShippedRow RowOf(std::vector<std::string>& fields, std::optional<std::uint32_t> 
     row.header = fields[5] != "0";
     row.block = NumberIn<std::uint32_t>(fields[6]);
     row.text = std::move(fields[7]);
-    row.isCut = mostText && row.text.size() >= *mostText;
+    row.isCut = mostText && CharacterCount(row.text) >= *mostText;
     return row;
 }
 

@@ -151,6 +151,51 @@ TEST_F(EngineSourceTest, ARowHasItsTimeAndDepth)
     EXPECT_NE(std::string::npos, query.find("FROM `log_rows` WHERE machine = 'press'")) << query;
 }
 
+TEST_F(EngineSourceTest, ASessionsEndsAreFoundWhereverTheyAre)
+{
+    const engine::EngineUrl url = engine::ParseEngineUrl("http://e/t?session=S&machine=m");
+    engine::RowReader reader(url, host.Connect(url));
+    const std::uint64_t numbers[] = {1, 1'000'001, 17'000'000, 4'294'967'295};
+    for (std::size_t first = 0; first < std::size(numbers); ++first)
+    {
+        host.rows.clear();
+        for (std::size_t last = first; last < std::size(numbers); ++last)
+        {
+            host.rows.push_back({numbers[last], "Main", 0, 0, ""});
+            for (const std::uint64_t from : {std::uint64_t{0}, numbers[first], numbers[last] + 1})
+            {
+                const auto span = reader.ReadSpan(from);
+                ASSERT_EQ(from <= numbers[last], span.has_value()) << first << last << ' ' << from;
+                if (span)
+                    EXPECT_EQ(std::pair(numbers[first], numbers[last]),
+                              (std::pair<std::uint64_t, std::uint64_t>(span->first, span->last)));
+            }
+        }
+    }
+    host.onQuery = [&](const std::string& query) {
+        host.answer = query.starts_with("SELECT min") ? "[]" : "";
+    };
+    EXPECT_THROW(reader.ReadSpan(0), engine::EngineError);
+}
+
+TEST_F(EngineSourceTest, TextsThatAreTooLongForAPageAreCut)
+{
+    std::string whole; // of fewer characters than bytes
+    for (int i = 0; i < 999; ++i)
+        whole += "\xC3\xA4";
+    host.rows = {{1, "Main", 0, 0, std::string(1000, 'x')}, {2, "Main", 0, 0, whole}};
+    host.onQuery = [&](const std::string& query) {
+        host.mostRows = query.find("substringUTF8(text, 1, 1000)") == std::string::npos ? 0 : 2;
+    };
+    const engine::EngineUrl url = engine::ParseEngineUrl("http://e/t?session=S&machine=m");
+    engine::RowChoice choice;
+    choice.to = 9;
+    const auto rows = engine::RowReader(url, host.Connect(url)).ReadPage(choice, {});
+    ASSERT_EQ(2u, rows.size());
+    EXPECT_TRUE(rows[0].isCut);
+    EXPECT_FALSE(rows[1].isCut);
+}
+
 // Each row once, whatever the lengths of stretches and answers.
 TEST_F(EngineSourceTest, LongSessionsComeInStretches)
 {

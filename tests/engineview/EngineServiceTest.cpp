@@ -155,6 +155,17 @@ TEST_F(EngineServiceTest, NewRowsComeToTheEndAndLateOnesToTheirPlace)
     }
     EXPECT_TRUE(Until([&] { return Body(2) == "six"; }));
     EXPECT_EQ(1, viewer.views);
+
+    // While nothing comes one short question is asked now and then.
+    fake.SetOnQuery([this](const std::string& query, const auto&) {
+        const std::lock_guard lock(mutex);
+        searches.push_back(query);
+    });
+    const int before = fake.asked;
+    ASSERT_TRUE(Until([&] { return fake.asked > before + 4; }));
+    const std::lock_guard lock(mutex);
+    for (const std::string& query : searches)
+        EXPECT_NE(std::string::npos, query.find("number >= 8 LIMIT 1")) << query;
 }
 
 TEST_F(EngineServiceTest, FoundRowsComeStretchByStretchAndGrow)
@@ -164,13 +175,22 @@ TEST_F(EngineServiceTest, FoundRowsComeStretchByStretchAndGrow)
     fake.SetPasses([](const engine::ShippedRow& row) { return row.text == "odd"; });
     fake.SetOnQuery([this](const std::string& query, const auto&) {
         const std::lock_guard lock(mutex);
-        if (query.find("groupArray") != std::string::npos)
+        if (query.find("groupArray") != std::string::npos || query.find(" IN (") != std::string::npos)
             searches.push_back(query);
     });
     Open();
     ASSERT_TRUE(Until([&] { return viewer.count == 249'996; }));
+    service->SetShowDuplicate(0);
     FilterBody("odd");
     EXPECT_TRUE(service->IsBusy());
+    const auto count = [&] {
+        const std::lock_guard lock(mutex);
+        return searches.size();
+    };
+    while (count() < 2) // what both find is taken at once
+        std::this_thread::sleep_for(1ms);
+    for (const int before = fake.asked; fake.asked < before + 3;)
+        std::this_thread::sleep_for(1ms);
     ASSERT_TRUE(Until([&] { return service->GetState().searchedTo == 249'996; }));
     EXPECT_FALSE(service->IsBusy());
     EXPECT_EQ(25'000u, viewer.count);
@@ -183,7 +203,10 @@ TEST_F(EngineServiceTest, FoundRowsComeStretchByStretchAndGrow)
         const std::lock_guard lock(mutex);
         ASSERT_LE(2u, searches.size()); // from one number to the next, none twice
         EXPECT_NE(std::string::npos, searches[0].find("BETWEEN 1 AND 100000"));
+        EXPECT_NE(std::string::npos, searches[0].find("toUInt64(0)"));
         EXPECT_NE(std::string::npos, searches[1].find("BETWEEN 100001 AND "));
+        EXPECT_NE(std::string::npos, searches[1].find("toUInt64(7)")); // the hash of the row before
+        EXPECT_NE(std::string::npos, searches.back().find(" IN ("));   // a page asks for its rows alone
     }
     fake.Add(250'001, "odd");
     EXPECT_TRUE(Until([&] { return viewer.count == 25'001; }));
@@ -270,6 +293,10 @@ TEST_F(EngineServiceTest, OldRequestsAreDropped)
     ASSERT_TRUE(Until([&] { return begun == 1; })); // the first page is asked for, and hangs
     EXPECT_EQ("row 40001|", See(40'001, 40'001));
     EXPECT_TRUE(Until([&] { return given == 1; }));
+    service->SetSeen(0, 0);
+    ASSERT_TRUE(Until([&] { return begun == 2; }));
+    service->Refresh(); // the same page of another view
+    EXPECT_TRUE(Until([&] { return given == 2; }));
     waits = false;
     EXPECT_EQ("row 1|", See(1, 1));
 }
@@ -347,8 +374,9 @@ TEST_F(EngineServiceTest, ABlockBoundsTheView)
                      found);
     };
     ask(90);
+    service->Apply(); // another view gives up what is asked, but not for good
     ASSERT_TRUE(Until([&] { return isTold; }));
-    ASSERT_TRUE(block);
+    ASSERT_TRUE(block.has_value());
     EXPECT_EQ(50u, block->first);
     EXPECT_EQ(24'999u, block->last);
     service->SetBounds(block);
@@ -386,4 +414,9 @@ TEST_F(EngineServiceTest, SizesAtTheirLimits)
     EXPECT_TRUE(Until([&] { return service->GetState().isCutOff && !service->IsBusy(); }));
     EXPECT_EQ(1'000'000u, viewer.count);
     EXPECT_EQ(1'000'000, service->GetMsg(1'000'000)->GetTag());
+    fake.SetPasses([](const engine::ShippedRow& row) { return row.number % 2 == 0; });
+    FilterBody("even");
+    ASSERT_TRUE(Until([&] { return service->GetState().searchedTo == 0xFFFFFFFF && !service->IsBusy(); }));
+    EXPECT_FALSE(service->GetState().isCutOff);
+    EXPECT_EQ(500'250u, viewer.count);
 }

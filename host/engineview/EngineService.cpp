@@ -292,7 +292,6 @@ ILogMsgData* EngineService::GetMsg(std::uint32_t id)
         ++m_unread;
         return nullptr;
     }
-    m_wake(); // Publish fetches what is seen
     m_onItsWay = EngineMessage(NumberAt(row), "...");
     return &m_onItsWay;
 }

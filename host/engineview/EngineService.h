@@ -68,8 +68,8 @@ public:
     };
     News Publish();
 
-    // The rows that the user sees, counted from 0: these pages are fetched first, and those around them, more
-    // of them in the direction in which the user goes.
+    // The rows that the user sees, counted from 0, whenever they are others: these pages are fetched first,
+    // and those around them, more of them in the direction in which the user goes.
     void SetSeen(std::uint32_t first, std::uint32_t last);
 
     bool IsHere() const; // all that is seen

@@ -54,7 +54,8 @@ BEGIN_MESSAGE_MAP(EngineFrame, CWnd)
 END_MESSAGE_MAP()
 
 EngineFrame::EngineFrame(engine::EngineUrl url)
-    : m_url(std::move(url)), m_list([this](IQmCommand& collector) { ScanMessages(collector); }),
+    : m_url(std::move(url)),
+      m_list([this](IQmCommand& collector) { ScanMessages(collector); }, [this] { Wake(); }),
       m_status([this] { PressStatusButton(); }, [this] { ShowAllRows(); }, [] {}, [] {}),
       m_fileCommands([this](IQmCommand& collector) {
           m_list.ScanForFile(collector);
@@ -239,6 +240,8 @@ void EngineFrame::Publish()
         if (m_service->IsSorted() && !rows.focus)
             rows.top = 0; // what sorts first
         m_list.GoTo(rows);
+        if (rows.focus && rows.first == rows.last) // in sight, even where the list follows
+            m_list.SelectMsg(m_list.GetMessageOffset() + static_cast<std::uint32_t>(*rows.focus));
         m_list.SetRedraw(1);
         Refresh();
     }

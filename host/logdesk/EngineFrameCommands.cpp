@@ -59,8 +59,8 @@ void EngineFrame::ScanMessages(IQmCommand& collector)
     AddCommand(collector, {"Show A&mong All Rows", [this] { ShowAllRows(); }, VK_RETURN, kQmControl, false,
                            isReady && (m_service->IsFiltered() || m_service->IsSorted())});
     collector.AddSeparator();
-    AddCommand(collector, {"&Find...", [this] { m_list.EditFilter(kLogMsgBody, ""); }, 'F', kQmControl, false,
-                           isReady, "Find"});
+    AddCommand(collector, {"&Find Text...", [this] { m_list.EditFilter(kLogMsgBody, ""); }, 'F', kQmControl,
+                           false, isReady, "Find"});
     AddCommand(collector,
                {"F&ilter on This Value...", [this] { FilterOnValue(); }, 0, 0, false, isReady && hasRow});
     const std::uint32_t least = m_service->GetLeastLevel();

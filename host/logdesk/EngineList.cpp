@@ -41,6 +41,16 @@ void EngineList::Scan(IQmCommand& collector)
     MessageList::Scan(own);
 }
 
+void EngineList::DrawCtrl(CDC* dc)
+{
+    MessageList::DrawCtrl(dc);
+    const int top = GetTopIndex();
+    const int visible = GetVisibleCount(TRUE);
+    const bool isOther = std::exchange(m_top, top) != top;
+    if (std::exchange(m_visible, visible) != visible || isOther)
+        m_scrolled();
+}
+
 // The base's "Find Next" would go through all rows.
 void EngineList::OnKeyDown(UINT key, UINT repeat, UINT flags)
 {

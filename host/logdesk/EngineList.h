@@ -11,13 +11,23 @@ namespace logdesk
 class EngineList : public MessageList
 {
 public:
-    explicit EngineList(Commands commands) : MessageList(std::move(commands), [] {}) {}
+    // `scrolled` is called when other rows are painted than before. It must not paint.
+    EngineList(Commands commands, std::function<void()> scrolled)
+        : MessageList(std::move(commands), [] {}), m_scrolled(std::move(scrolled))
+    {
+    }
 
     void Scan(IQmCommand& collector) override;
 
 protected:
+    void DrawCtrl(CDC* dc) override;
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     DECLARE_MESSAGE_MAP()
+
+private:
+    std::function<void()> m_scrolled;
+    int m_top = 0;     // the first row that was painted
+    int m_visible = 0; // how many were
 };
 
 } // namespace logdesk

@@ -260,12 +260,20 @@ def check_full_disk(folder, session):
         subprocess.run(["umount", "-l", disk], check=True)
 
 
-def check_views(server):
-    """What LogDesk shows of a session in an engine."""
+def check_views(server, folder):
+    """What LogDesk shows of a session in an engine, and that its window shows something."""
     done = subprocess.run([ROOT + "/tools/run-wine.sh", sys.argv[2], "--gtest_filter=WindowsRealEngineTest.*"],
                           env={**os.environ, "QM_ENGINE_URL": server.url, "QM_TEST_SEED": str(SEED)},
                           stdout=subprocess.PIPE, text=True)
     assert done.returncode == 0 and "[  PASSED  ] 1 test." in done.stdout, done.stdout[-3000:]
+
+    picture = folder + "/picture.bmp"
+    address = server.url.replace("http:", "clickhouse:") + "/log_rows?session=S-2"
+    for steps in ("sort:body:desc,message:3,level:warning", "message:2,during,dark:on", "find-message:x"):
+        done = subprocess.run([ROOT + "/tools/run-wine.sh", os.path.dirname(sys.argv[1]) + "/LogDesk.exe", "--open", address,
+                               "--screenshot", "Z:" + picture, "--steps", "size:800x400," + steps], timeout=60)
+        assert done.returncode == 0 and os.path.getsize(picture) > 800 * 400 * 3, steps
+        os.remove(picture)
 
 
 def main():
@@ -281,7 +289,7 @@ def main():
         check_no_server(session)
         check_kills(server, session)
         check_messages(server, session)
-        check_views(server)
+        check_views(server, folder)
         check_names(server, folder)
         check_shards(server, session)
         check_errors(server, session)

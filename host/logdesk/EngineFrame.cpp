@@ -236,12 +236,12 @@ void EngineFrame::Publish()
         m_list.SetRedraw(0);
         m_list.TakeOver();
         m_list.RefreshHeader();
-        ListRows rows = RowsOf(place, m_list.GetMessageOffset(), *m_service);
-        if (m_service->IsSorted() && !rows.focus)
-            rows.top = 0; // what sorts first
+        const ListRows rows = RowsOf(place, m_list.GetMessageOffset(), *m_service);
         m_list.GoTo(rows);
         if (rows.focus && rows.first == rows.last) // in sight, even where the list follows
             m_list.SelectMsg(m_list.GetMessageOffset() + static_cast<std::uint32_t>(*rows.focus));
+        else if (m_service->IsSorted() && !rows.focus)
+            m_list.SetScrollPos32(1, 0, 1); // what sorts first
         m_list.SetRedraw(1);
         Refresh();
     }
@@ -309,9 +309,10 @@ void EngineFrame::Settle()
         Publish();
         m_list.TakeOver();
         state = m_service->GetState();
-    } while (::GetTickCount64() < end && (state.isBusy || !m_service->IsHere() ||
-                                          (state.span && state.searchedTo > 0 && !state.isCutOff &&
-                                           state.searchedTo < state.span->last)));
+    } while (
+        ::GetTickCount64() < end && !state.isLost &&
+        (state.isBusy || !m_service->IsHere() ||
+         (state.span && state.searchedTo > 0 && !state.isCutOff && state.searchedTo < state.span->last)));
     Refresh();
 }
 

@@ -24,12 +24,14 @@ std::string EngineRowsText(const engineview::EngineService::State& state)
         return "The server does not answer";
     if (state.isBusy)
         return "The engine is working...";
+    if (!state.span)
+        return "No rows yet";
     std::string text = CountText(state.shown, "row");
     if (state.isCutOff)
         text = "Only " + text;
     if (state.found > state.shown && !state.isCutOff)
         text += " of " + NumberText(state.found);
-    if (state.searchedTo > 0 && state.span && !state.isCutOff && state.searchedTo < state.span->last)
+    if (state.searchedTo > 0 && !state.isCutOff && state.searchedTo < state.span->last)
     {
         const std::uint64_t all = std::uint64_t{state.span->last} - state.span->first + 1;
         const std::uint64_t searched = state.searchedTo < state.span->first

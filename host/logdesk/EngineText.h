@@ -12,10 +12,10 @@ namespace logdesk
 std::string EngineSessionText(const engine::EngineUrl& url);
 std::string EngineTitle(const engine::EngineUrl& url);
 
-// "1,204 rows", "24 rows, searched 42 %", "the first 1,000,000 rows", "Sorting...", "Server lost".
+// "1,204 rows", "24 rows of 30, searched 42 %", "Only 1,000,000 rows", "The engine is working...".
 std::string EngineRowsText(const engineview::EngineService::State& state);
 
-// "Number 18,342, Block 18,300 to 18,400"; empty parts are left out.
+// "Block from number 18300 to 18400"; empty for the whole session.
 std::string EngineBoundsText(const std::optional<engine::RowReader::Span>& bounds);
 
 } // namespace logdesk

@@ -175,7 +175,8 @@ TEST_F(EngineServiceTest, FoundRowsComeStretchByStretchAndGrow)
     fake.SetPasses([](const engine::ShippedRow& row) { return row.text == "odd"; });
     fake.SetOnQuery([this](const std::string& query, const auto&) {
         const std::lock_guard lock(mutex);
-        if (query.find("groupArray") != std::string::npos || query.find(" IN (") != std::string::npos)
+        if (query.find("groupArray") != std::string::npos ||
+            query.find("AND number IN (") != std::string::npos)
             searches.push_back(query);
     });
     Open();
@@ -206,7 +207,8 @@ TEST_F(EngineServiceTest, FoundRowsComeStretchByStretchAndGrow)
         EXPECT_NE(std::string::npos, searches[0].find("toUInt64(0)"));
         EXPECT_NE(std::string::npos, searches[1].find("BETWEEN 100001 AND "));
         EXPECT_NE(std::string::npos, searches[1].find("toUInt64(7)")); // the hash of the row before
-        EXPECT_NE(std::string::npos, searches.back().find(" IN ("));   // a page asks for its rows alone
+        EXPECT_NE(std::string::npos,
+                  searches.back().find("AND number IN (")); // a page asks for its rows alone
     }
     fake.Add(250'001, "odd");
     EXPECT_TRUE(Until([&] { return viewer.count == 25'001; }));
@@ -281,6 +283,10 @@ TEST_F(EngineServiceTest, AViewThatCannotBeHadIsGivenUp)
     EXPECT_NE(std::string::npos, notices.find("memory\n")) << notices;
     service->GetFilters(&filter, 1);
     EXPECT_STREQ("y", filter.value.c_str());
+    fake.SetOnQuery([](const auto&, const auto&) {});
+    ASSERT_TRUE(Until([&] { return viewer.count == 6; }));
+    fake.Add(11, "row 11");
+    EXPECT_TRUE(Until([&] { return viewer.count == 7; }));
 }
 
 TEST_F(EngineServiceTest, OldRequestsAreDropped)
@@ -381,8 +387,18 @@ TEST_F(EngineServiceTest, ABlockBoundsTheView)
         service->Ask([row = *service->RowOf(id)](engine::RowReader& reader) { return reader.ReadBlock(row); },
                      found);
     };
+    waits = true;
+    fake.SetOnQuery([this](const std::string& query, const engine::IsCancelled& isCancelled) {
+        const bool isHeader = query.find("BETWEEN 50 AND 50 ") != std::string::npos;
+        begun += isHeader ? 1 : 0;
+        while (isHeader && waits && !isCancelled())
+            std::this_thread::sleep_for(1ms);
+    });
     ask(90);
+    ASSERT_TRUE(Until([&] { return begun == 1; }));
     service->Apply(); // another view gives up what is asked, but not for good
+    ASSERT_TRUE(Until([&] { return begun == 2; }));
+    waits = false;
     ASSERT_TRUE(Until([&] { return isTold; }));
     ASSERT_TRUE(block.has_value());
     EXPECT_EQ(50u, block->first);

@@ -1,6 +1,6 @@
 #!/bin/bash
 # LogDesk.exe under Wine, with this system's paths: on the display, or without one for a screenshot.
-#   logdesk.sh [OPTION...] [FOLDER | FILE]    see logdesk.sh --help
+#   logdesk.sh [OPTION...] [FOLDER | FILE | ADDRESS]    see logdesk.sh --help
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -21,7 +21,8 @@ arguments=()
 option=
 for word in "$@"; do
     case $option:$word in
-        *: | --keep:* | --steps:* | :'/?') arguments+=("$word") ;;
+        *: | --keep:* | --steps:* | :'/?' | *:http://* | *:https://* | *:clickhouse://*) arguments+=("$word") ;;
+        :--open=http*://* | :--open=clickhouse://*) arguments+=("$word") ;;
         :--open=* | :--folder=* | :--screenshot=*) arguments+=("${word%%=*}=$(windows_path "${word#*=}")") ;;
         :-*) arguments+=("$word") ;;
         *) arguments+=("$(windows_path "$word")") ;;

@@ -47,7 +47,8 @@ public:
     {
         for (const sessionwalk::EndedBlock& ended : *row.ended)
         {
-            m_last = std::max(m_last, TenthsOf(row.time, ended.number));
+            if (ended.time || !row.time) // else it ended before the last event
+                m_last = std::max(m_last, TenthsOf(ended.time, ended.number));
             EndBlock(ended.block, to);
         }
         m_last = std::max(m_last, TenthsOf(row.time, row.number));

@@ -68,8 +68,8 @@ bool FollowedWalk::Track(const LogEntry& entry)
 {
     if (entry.row.time <= m_tracked)
         return false;
-    m_tracked = entry.row.time;
-    TakeBlocks(entry, m_open, m_ended);
+    TakeBlocks(entry, std::exchange(m_tracked, entry.row.time), m_times ? &*m_times : nullptr, m_open,
+               m_ended);
     if (!entry.text.ends_with('\n'))
         m_waiting[m_tracked] = Innermost(m_open, entry.log);
     return true;

@@ -7,11 +7,16 @@
 namespace sessionwalk
 {
 
-// Has `open` begin and end what the row does.
-inline void TakeBlocks(const msgservice::LogEntry& entry, OpenBlocks& open, std::vector<EndedBlock>& ended)
+// Has `open` begin and end what the row does. `before` is the number of the row before it, 0 if that is not
+// known; `times` may be null.
+inline void TakeBlocks(const msgservice::LogEntry& entry, std::uint32_t before, const CQmLogTimes* times,
+                       OpenBlocks& open, std::vector<EndedBlock>& ended)
 {
     open.Add(entry.log, entry.row, entry.row.time, [&](const OpenBlocks::Block& block) {
-        ended.push_back({block, entry.row.time});
+        QmLogTimeValue end = 0;
+        const bool isKnown =
+            times && before > 0 && times->FindBlockEnd(block.indent, before, entry.row.time, end);
+        ended.push_back({block, entry.row.time, isKnown ? std::optional(end) : std::nullopt});
     });
 }
 

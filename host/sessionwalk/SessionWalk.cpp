@@ -36,7 +36,8 @@ const WalkedRow* SessionWalk::Next()
     m_ended.clear();
     while (const LogEntry* const entry = m_stream.Next())
     {
-        TakeBlocks(*entry, m_open, m_ended);
+        TakeBlocks(*entry, m_before, m_hasTimes ? &m_times : nullptr, m_open, m_ended);
+        m_before = entry->row.time;
         if (!m_chosen[entry->log] || !entry->hasText)
             continue;
         PutRow(*entry, m_logs[entry->log], m_row);

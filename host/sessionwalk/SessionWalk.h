@@ -42,6 +42,7 @@ private:
     OpenBlocks m_open;
     CQmLogTimes m_times;
     bool m_hasTimes;
+    std::uint32_t m_before = 0; // number of the row before
     std::vector<EndedBlock> m_ended;
     WalkedRow m_row;
 };

@@ -19,7 +19,8 @@ constexpr std::uint32_t kNoBlock = OpenBlocks::kNone;
 struct EndedBlock
 {
     OpenBlocks::Block block;
-    std::uint32_t number = 0; // of the row that has ended it
+    std::uint32_t number = 0;           // of the row that has ended it
+    std::optional<QmLogTimeValue> time; // when it ended, where its writer noted that after the row before
 };
 
 // Valid until the next row.

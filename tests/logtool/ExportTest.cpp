@@ -187,6 +187,54 @@ TEST_F(LogtoolExportTest, RowsHaveTheTimesThatTheirWritersNoted)
     EXPECT_TRUE(Export("--format csv --cursor-file " + cursorPath).ends_with(row));
 }
 
+// A block ends when its writer has noted it, not when the next row comes; a clock that is set back makes no
+// event earlier.
+TEST_F(LogtoolExportTest, TracesAndSyslogHaveTheClocksTimes)
+{
+    Play("Main+outer 'Main!inner' 'Run:a' Main- Main- 'Main:after' 'Main=back'");
+    constexpr std::int64_t kBegin = 133'485'408'000'000'000; // 2024
+    constexpr std::int64_t kMs = 10'000;
+    std::string times;
+    const auto note = [&](std::uint32_t number, std::int64_t time, int steps, int event, int depth) {
+        const std::uint64_t value = static_cast<std::uint64_t>(kBegin + time);
+        const std::uint32_t words[] = {number, static_cast<std::uint32_t>(value),
+                                       static_cast<std::uint32_t>(value >> 32),
+                                       static_cast<std::uint32_t>(steps | event << 16 | depth << 24)};
+        std::uint32_t check = 0x811C9DC5;
+        for (const std::uint32_t word : words)
+            check = (check ^ word) * 0x01000193;
+        times.append(reinterpret_cast<const char*>(words), sizeof(words));
+        times.append(reinterpret_cast<const char*>(&check), sizeof(check));
+    };
+    note(1, 0, 0, 1, 1);
+    note(2, 1 * kMs + 5, 0, 1, 2);
+    note(3, 3 * kMs, 0, 2, 1); // inner
+    note(3, 4 * kMs, 0, 2, 0); // outer
+    note(4, 3'600'000 * kMs, 0, 1, 0);
+    note(5, -7 * kMs, 1, 1, 0);
+    session.files.SetContents(session.Path("Log.TIM"), times);
+    const std::string trace = R"([
+{"name":"process_name","ph":"M","pid":1,"tid":0,"args":{"name":"M S"}},
+{"name":"thread_name","ph":"M","pid":1,"tid":1,"args":{"name":"Main"}},
+{"name":"outer","cat":"plain","ph":"B","ts":1704067200000000,"pid":1,"tid":1,"args":{"number":1,"depth":1}},
+{"name":"inner","cat":"error","ph":"B","ts":1704067200001000.5,"pid":1,"tid":1,"args":{"number":2,"depth":2}},
+{"name":"thread_name","ph":"M","pid":1,"tid":2,"args":{"name":"Run"}},
+{"name":"a","cat":"plain","ph":"i","s":"t","ts":1704067200001000.5,"pid":1,"tid":2,"args":{"number":3,"depth":0}},
+{"ph":"E","ts":1704067200003000,"pid":1,"tid":1},
+{"ph":"E","ts":1704067200004000,"pid":1,"tid":1},
+{"name":"after","cat":"plain","ph":"i","s":"t","ts":1704070800000000,"pid":1,"tid":1,"args":{"number":4,"depth":0}},
+{"name":"back","cat":"plain","ph":"i","s":"t","ts":1704070800000000,"pid":1,"tid":1,"args":{"number":5,"depth":0}}
+]
+)";
+    EXPECT_EQ(trace, Export("--format trace"));
+    EXPECT_EQ(trace.substr(0, trace.size() - 3), Export("--format trace --cursor-file " + cursorPath));
+    const std::string syslog = Export("--format syslog");
+    EXPECT_NE(std::string::npos, syslog.find("<11>1 2024-01-01T00:00:00.001000Z M S - Main [row@32473"))
+        << syslog;
+    EXPECT_NE(std::string::npos, syslog.find("<14>1 2023-12-31T23:59:59.993000Z M S - Main [row@32473"))
+        << syslog;
+}
+
 // Killed within a write, or before the cursor was saved, as often as not, while the session grows.
 TEST_F(LogtoolExportTest, AKilledExportLosesNothingAndWritesNothingTwice)
 {

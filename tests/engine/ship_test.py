@@ -2,7 +2,7 @@
 """Ships sessions into a real ClickHouse server while senders, server and sessions end at random.
    ship_test.py LOGTOOL_EXE TESTS_WINDOWS_EXE
 Skipped, with exit code 77, where the server cannot be had."""
-import http.server, json, os, random, shutil, signal, socket, struct, subprocess, sys, tempfile, threading, time
+import http.server, json, os, random, shutil, signal, socket, ssl, struct, subprocess, sys, tempfile, threading, time
 import urllib.parse, urllib.request
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
@@ -231,6 +231,30 @@ def check_no_server(session):
         process.kill()
 
 
+def check_untrusted(folder, session):
+    """A server whose certificate nobody vouches for gets no request, and so no password."""
+    if not shutil.which("openssl"):
+        print("There is no openssl: no https")
+        return
+    pem, received = folder + "/self.pem", []
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=localhost", "-keyout", pem,
+                    "-out", pem + ".crt"], check=True, stderr=subprocess.DEVNULL)
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(pem + ".crt", pem)
+    with socket.create_server(("127.0.0.1", 0)) as listening:
+        def serve():
+            try:
+                with context.wrap_socket(listening.accept()[0], server_side=True) as connection:
+                    received.append(connection.recv(1000))
+            except OSError:
+                pass  # given up within the handshake, or after it
+        thread = threading.Thread(target=serve)
+        thread.start()
+        told = ship(session, "--to", f"https://localhost:{listening.getsockname()[1]}", code=2)
+        thread.join()
+    assert "a certificate that this system does not trust" in told and not b"".join(received), (told, received)
+
+
 def check_full_disk(folder, session):
     disk = folder + "/disk"
     os.mkdir(disk)
@@ -287,6 +311,7 @@ def main():
         server = Server(tempfile.mkdtemp(dir=folder))
         session = Session(folder + "/session")
         check_no_server(session)
+        check_untrusted(folder, session)
         check_kills(server, session)
         check_messages(server, session)
         check_views(server, folder)

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-inline int g_allocationsLeft = -1; // below 0: any number
+inline thread_local int g_allocationsLeft = -1; // of this thread; below 0: any number
 
 // While it lives, all allocations after so many fail.
 class FailingMemory

@@ -191,10 +191,12 @@ std::string RowsSql(const ShippedRows& rows, const RowChoice& choice,
     stretch += numbers.empty() ? "" : ")";
     const std::string columns = "number, log, time, depth, kind, header, block, ";
     const std::string where = Where(choice.conditions, choice.meanings);
-    return "SELECT " + columns +
-           (mostText ? "substringUTF8(text, 1, " + std::to_string(*mostText) + ")" : "text") + " FROM " +
-           Longest(rows, columns + "text", stretch) + (where.empty() ? "" : " WHERE " + where) +
-           " ORDER BY number, log";
+    const std::string most = std::to_string(mostText.value_or(0));
+    const std::string text = mostText ? "if(lengthUTF8(text) > " + most + ", concat(substringUTF8(text, 1, " +
+                                            most + "), ' ...'), text)"
+                                      : "text";
+    return "SELECT " + columns + text + " FROM " + Longest(rows, columns + "text", stretch) +
+           (where.empty() ? "" : " WHERE " + where) + " ORDER BY number, log";
 }
 
 std::string BlockEndSql(const ShippedRows& rows, std::uint64_t from, std::uint64_t to, const std::string& log,

@@ -104,8 +104,9 @@ std::string NumbersSql(const ShippedRows& rows, const RowChoice& choice, std::ui
 
 // The rows of a choice by number, whatever its order, and of them those that have these numbers, or all if
 // none is named: number, log, time, depth, kind, header, block, text. Of a row that has arrived more than
-// once the longest. A text longer than `mostText` characters is cut. The engine reads this stretch of its key
-// and nothing else, which is why a choice has both bounds; the conditions look at what is left of it.
+// once the longest. A text longer than `mostText` characters is cut and ends in " ...". The engine reads this
+// stretch of its key and nothing else, which is why a choice has both bounds; the conditions look at what is
+// left of it.
 std::string RowsSql(const ShippedRows& rows, const RowChoice& choice,
                     const std::vector<std::uint32_t>& numbers, std::optional<std::uint32_t> mostText);
 

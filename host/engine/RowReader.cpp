@@ -28,13 +28,7 @@ std::vector<std::uint32_t> NumbersIn(const std::string& text)
     return numbers;
 }
 
-std::size_t CharacterCount(std::string_view utf8)
-{
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
-ShippedRow RowOf(std::vector<std::string>& fields, std::optional<std::uint32_t> mostText)
+ShippedRow RowOf(std::vector<std::string>& fields)
 {
     ShippedRow row;
     row.number = NumberIn<std::uint32_t>(fields[0]);
@@ -45,7 +39,6 @@ ShippedRow RowOf(std::vector<std::string>& fields, std::optional<std::uint32_t> 
     row.header = fields[5] != "0";
     row.block = NumberIn<std::uint32_t>(fields[6]);
     row.text = std::move(fields[7]);
-    row.isCut = mostText && CharacterCount(row.text) >= *mostText;
     return row;
 }
 
@@ -134,7 +127,7 @@ std::vector<ShippedRow> RowReader::Read(const RowChoice& choice, const std::vect
     FindMachine();
     std::vector<ShippedRow> rows;
     for (auto& fields : Ask(RowsSql(m_rows, choice, numbers, mostText), 8))
-        rows.push_back(RowOf(fields, mostText));
+        rows.push_back(RowOf(fields));
     return rows;
 }
 

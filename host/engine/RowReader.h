@@ -17,7 +17,6 @@ struct ShippedRow
     bool header = false;
     std::uint32_t block = 0;
     std::string text;
-    bool isCut = false; // the text was too long for an answer
 };
 
 // All operations ask the engine and throw EngineError. One thread at a time.

@@ -29,7 +29,7 @@ EngineMessage::EngineMessage(const engine::ShippedRow& row) : m_number(row.numbe
     m_level = fields.level;
     m_levelText = text(fields.levelText);
     m_topic = text(fields.topic);
-    m_body = text(std::string(fields.body) + (row.isCut ? " ..." : ""));
+    m_body = text(fields.body);
     m_indent = fields.indent;
 }
 

@@ -45,15 +45,11 @@ TEST(Editing, StandsWhereTheTextIs)
         {33, {true, false, false, false}, {}},
         {0, {}, {}},
     };
-    View view;
-    view.margin = 6;
-    view.imageWidth = 16;
-    view.checkWidth = 8;
+    const View view = {.margin = 6, .imageWidth = 16, .checkWidth = 8};
     for (const auto& [width, contents, expected] : cases)
     {
-        ShownCell cell;
-        cell.left = 60; // the indentation is the row's
-        cell.rect = {100, 10, 100 + width, 30};
+        const ShownCell cell = {.left = 60,
+                                .rect = {100, 10, 100 + width, 30}}; // the indentation is the row's
         const std::optional<Rect> rect = EditorRect(CellLayout(view), cell, contents);
         ASSERT_EQ(expected.has_value(), rect.has_value()) << width;
         if (rect)

@@ -68,11 +68,7 @@ public:
     }
     bool SetText(int item, int subitem, std::string text)
     {
-        _RVITEM change;
-        change.item = item;
-        change.subitem = subitem;
-        change.mask = RVIM_TEXT;
-        change.text = text.data();
+        _RVITEM change = {.mask = RVIM_TEXT, .item = item, .subitem = subitem, .text = text.data()};
         return items.Write(change);
     }
     std::string Text(int item, int subitem)

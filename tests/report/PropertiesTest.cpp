@@ -67,7 +67,7 @@ TEST_F(ReportProperties, AreTakenOrRefusedAndReadBack)
             {RVP_TREEINDENT, "", AddressOf("  "), "  ", {0}},
             {RVP_FITITEMHEIGHT, "0", 7, "1", {}},
             {RVP_KEEPIMAGES, "0", 2, "1", {}},
-            {RVP_INACTIVEHIGHLIGHT, "-1", 0x010203, "66051", {-2, 0x1000000}},
+            {RVP_INACTIVEHIGHLIGHT, "-1", 0xFFFFFF, "16777215", {-2, 0x1000000}},
             {RVP_KEYS, "0", RVK_ALL, "127", {-1, 128}},
             {RVP_EDITING, "0", RVED_ALL, "15", {-1, 16}},
         };

@@ -55,9 +55,7 @@ protected:
     {
         for (const char* caption : captions)
         {
-            _RVSUBITEM definition;
-            definition.width = kColumnWidth;
-            definition.text = caption;
+            _RVSUBITEM definition = {.width = kColumnWidth, .text = caption};
             const int subitem = report.DefineSubItem(report.GetSubItemCount(), &definition);
             report.ActivateSubItem(subitem, -1);
         }

@@ -266,10 +266,7 @@ protected:
     // A new item has to be told apart.
     void Name(int item, int name)
     {
-        _RVITEM change;
-        change.item = item;
-        change.mask = RVIM_ITEMDATA;
-        change.itemData = name;
+        _RVITEM change = {.mask = RVIM_ITEMDATA, .item = item, .itemData = name};
         ASSERT_TRUE(control.items.Write(change));
         items.insert(items.begin() + item, name);
     }

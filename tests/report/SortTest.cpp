@@ -275,12 +275,11 @@ private:
     void SetCell(int item, std::mt19937& random)
     {
         char texts[][3] = {"", "a", "a\xFF", "b", "ab"};
-        _RVITEM change;
-        change.item = item;
-        change.mask = RVIM_TEXT | RVIM_CHECK | RVIM_IMAGE;
-        change.text = random() % 2 != 0 ? texts[random() % 5] : nullptr;
-        change.check = static_cast<int>(random() % 3) - 1;
-        change.image = static_cast<int>(random() % 3) - 1;
+        _RVITEM change = {.mask = RVIM_TEXT | RVIM_CHECK | RVIM_IMAGE,
+                          .item = item,
+                          .text = random() % 2 != 0 ? texts[random() % 5] : nullptr,
+                          .image = static_cast<int>(random() % 3) - 1,
+                          .check = static_cast<int>(random() % 3) - 1};
         items.Write(change);
     }
 };

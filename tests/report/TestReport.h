@@ -4,10 +4,21 @@
 #include "ReportCtrl.h"
 #include "tests/support/Line.h"
 
+#include <algorithm>
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 #include <string_view>
 #include <vector>
+
+// A window's place on the screen, or in the client area of another one.
+inline CRect PlaceOf(HWND hwnd, HWND in = nullptr)
+{
+    CRect place;
+    ::GetWindowRect(hwnd, place);
+    ::MapWindowPoints(nullptr, in, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
 
 // The parent: answers notifications, and remembers them.
 class ReportParent : public CWnd
@@ -63,11 +74,10 @@ public:
     structITEM& Struct(int item) { return CReportCtrl::GetItemStruct(item, -1, 0); }
     void SetColors(int item, int text, int background)
     {
-        _RVITEM change;
-        change.item = item;
-        change.mask = RVIM_TEXTCOLOR | RVIM_BACKGROUNDCOLOR;
-        change.textColor = text;
-        change.backgroundColor = background;
+        _RVITEM change = {.mask = RVIM_TEXTCOLOR | RVIM_BACKGROUNDCOLOR,
+                          .item = item,
+                          .textColor = text,
+                          .backgroundColor = background};
         SetItem(&change);
     }
     int GetResolution() override { return dpi ? dpi : CReportCtrl::GetResolution(); }
@@ -151,3 +161,23 @@ protected:
         return handled;
     }
 };
+
+// Whatever was done to a control: focus and selection are on rows that there are, and rows and items know
+// each other. One can scroll just beyond the rows, fewer items of an owner leave the one beyond them
+// selected, and a selection may begin at the fixed row.
+inline void ExpectInOrder(CReportCtrl& control)
+{
+    const int rows = control.GetRowCount();
+    const int focus = control.GetCurrentFocus();
+    int first = 0;
+    int last = -1;
+    control.GetSelectedRows(&first, &last);
+    const int end = control.GetStyle() & RVS_CALLBACK ? rows + 1 : rows;
+    EXPECT_TRUE(focus >= RVI_NONE && focus < rows) << focus << " of " << rows;
+    EXPECT_TRUE(last < first || (first >= -1 && last < end)) << first << " to " << last << " of " << rows;
+    EXPECT_TRUE(control.GetTopIndex() >= 0 && control.GetTopIndex() <= rows) << rows;
+    EXPECT_TRUE(!control.m_hWnd ||
+                control.GetCurrentFocusColumn() < std::max(control.GetActiveSubItemCount(), 1));
+    for (int row = 0; row < rows && !testing::Test::HasFailure(); ++row)
+        EXPECT_EQ(row, control.GetRowFromItem(control.GetItemFromRow(row)));
+}

@@ -91,6 +91,7 @@ TEST(Tip, ShowsWhatTheCellDoesNot)
         {wide, 0, {}, "0123456789 0123456789 0123456789|012345678| 72 103 400 147"},
         {many.substr(0, 39) + " end", 0, {}, many.substr(0, 39) + "|end| 2 103 400 147"},
         {many, 0, {}, many.substr(0, 39) + "|" + many.substr(39) + "| 2 103 400 147"},
+        {" " + many, 0, {}, " " + many.substr(0, 38) + "|" + many.substr(38) + "| 2 103 400 147"},
         {"a\n" + many + "\n\nb", 0, [](TipPlace& p) { p.monitor.bottom = 90; },
          "a|" + many.substr(0, 39) + "|" + many.substr(39) + "|...| 2 6 400 90"},
         {many + many, 0, [](TipPlace& p) { p.monitor.bottom = 30; }, many.substr(0, 36) + "...| 2 6 400 30"},

@@ -122,12 +122,8 @@ TEST_F(ReportTest, NeedsNoSubclassForStatesAndColumns)
     EXPECT_EQ(0, report.SetItemState(-2, 4, 4) + report.SetItemState(2, 4, 4));
     EXPECT_EQ(0u, report.GetItemState(2));
 
-    _RVSUBITEM definition;
-    definition.text = "caption";
-    definition.format = HDF_RIGHT | RVSF_IMAGE;
-    definition.header1 = 5;
-    definition.header2 = -6;
-    definition.image = 3;
+    _RVSUBITEM definition = {
+        .format = HDF_RIGHT | RVSF_IMAGE, .header1 = 5, .header2 = -6, .image = 3, .text = "caption"};
     report.RedefineSubItem(1, &definition);
     report.SetSubItemWidth(1, 77);
     _RVSUBITEM read;
@@ -213,9 +209,7 @@ TEST_F(ReportTest, MovesColumnsCellsAndTheSortMarkWithTheirSubItems)
     Show(0, {"1"});
     report.SetItemText(0, 1, "2");
     report.SetItemImage(-1, 1, 5);
-    _RVSUBITEM first;
-    first.header1 = 5;
-    first.header2 = -6;
+    _RVSUBITEM first = {.header1 = 5, .header2 = -6};
     Follow(
         {
             {"bcd 1|2||", [&] { EXPECT_EQ(0, report.DefineSubItem(0, &first)); }},

@@ -197,14 +197,11 @@ TEST_F(ReportHeader, MarksThePlaceOfADropWithTwoArrows)
 {
     MouseOnHeader(WM_LBUTTONDOWN, 75);
     MouseOnHeader(WM_MOUSEMOVE, 130);
-    CRect place, mark, dragged;
+    const CRect place = PlaceOf(header);
     ReportPicture picture;
-    ::GetWindowRect(header, place);
-    ::GetWindowRect(DropWindow(), mark);
-    ::GetWindowRect(DragWindow(), dragged);
     const int h = place.Height() + 20;
-    EXPECT_EQ(CRect(CPoint(place.left + 144, place.top - 10), CSize(12, h)), mark);
-    EXPECT_EQ(CRect(CPoint(place.left + 105, place.top), CSize(50, place.Height())), dragged);
+    EXPECT_EQ(CRect(CPoint(place.left + 144, place.top - 10), CSize(12, h)), PlaceOf(DropWindow()));
+    EXPECT_EQ(CRect(CPoint(place.left + 105, place.top), CSize(50, place.Height())), PlaceOf(DragWindow()));
     EXPECT_EQ(0x88000000 | WS_VISIBLE | WS_CLIPSIBLINGS, ::GetWindowLong(DragWindow(), GWL_STYLE) & ~0u);
     const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
     ASSERT_EQ(COMPLEXREGION, ::GetWindowRgn(DropWindow(), region));
@@ -339,9 +336,7 @@ TEST_F(ReportHeader, GoesWithTheColumns)
 {
     report.SetSubItemWidth(2, 400);
     report.ScrollWindow(SB_HORZ, 70);
-    CRect shown;
-    ::GetWindowRect(header, shown);
-    report.ScreenToClient(shown);
+    const CRect shown = PlaceOf(header, report);
     EXPECT_EQ("-70 0 300", Line(shown.left, shown.top, shown.right));
     report.ScrollWindow(SB_HORZ, 200);
     MouseOnHeader(WM_LBUTTONDOWN, 498); // on the last divider

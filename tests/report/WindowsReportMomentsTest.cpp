@@ -68,19 +68,11 @@ protected:
     // What is there can be used.
     void ExpectUsable()
     {
-        const int rows = report.GetRowCount();
-        EXPECT_LT(report.GetCurrentFocus(), std::max(rows, 1));
-        int first = 0;
-        int last = 0;
-        report.GetSelectedRows(&first, &last);
-        EXPECT_TRUE(first >= 0 && last >= -1 && last <= rows) << State();
-        for (int row = 0; row < rows; ++row)
-            EXPECT_EQ(row, report.GetRowFromItem(report.GetItemFromRow(row)));
+        ExpectInOrder(report);
         EXPECT_FALSE(::FindWindow("MFCFHDragWnd", nullptr) || ::FindWindow("MFCFHDropWnd", nullptr));
         EXPECT_EQ(nullptr, ::GetCapture());
         if (!report.m_hWnd)
             return;
-        EXPECT_LT(report.GetCurrentFocusColumn(), std::max(report.GetActiveSubItemCount(), 1));
         Redraw();
         Click(60, 3 * kItemHeight);
         Key(VK_UP);

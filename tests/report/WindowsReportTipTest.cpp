@@ -102,9 +102,7 @@ TEST_F(ReportTip, LooksAsTheCell)
         cell.Take(report);
         PointAt(each.x + 10, kItemHeight + 10);
         ASSERT_TRUE(Shows()) << &each - cases;
-        CRect place;
-        ::GetWindowRect(TipWindow(), place);
-        report.ScreenToClient(place);
+        const CRect place = PlaceOf(TipWindow(), report);
         EXPECT_EQ(each.x - kBorderX, place.left) << &each - cases;
         ReportPicture tip;
         tip.Take(TipWindow());
@@ -153,8 +151,7 @@ TEST_F(ReportTip, ShowsWholeTextsOfCellsThatCutThem)
     CRect screen;
     CRect both;
     ::SystemParametersInfo(SPI_GETWORKAREA, 0, screen, 0);
-    ::GetWindowRect(TipWindow(), both);
-    both.UnionRect(screen, both);
+    both.UnionRect(screen, PlaceOf(TipWindow()));
     EXPECT_TRUE(both == screen);
 }
 

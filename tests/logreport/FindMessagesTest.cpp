@@ -270,6 +270,14 @@ std::string Status(const FindMessages& find, std::uint32_t id)
     return FoundText(find, find.NumberOf(id));
 }
 
+// What is told of an id after all messages have been looked at.
+std::string LastStatus(FindMessages& find, FoundService& service, std::uint32_t id)
+{
+    while (find.Step(service))
+        ;
+    return Status(find, id);
+}
+
 TEST(FindMessages, TellsWhatIsWrongAndWhatIsTooCostly)
 {
     FoundService service;
@@ -283,17 +291,11 @@ TEST(FindMessages, TellsWhatIsWrongAndWhatIsTooCostly)
     EXPECT_EQ("27+ found", Status(find, 5));
     EXPECT_EQ("1 of 27+", Status(find, 4));
     EXPECT_EQ("27+ found", Status(find, 130)) << "those before it are not all known";
-    while (find.Step(service))
-        ;
-    EXPECT_EQ("520 found", Status(find, 5));
+    EXPECT_EQ("520 found", LastStatus(find, service, 5));
     find.SetWish({"text", {kLogMsgBody}});
-    while (find.Step(service))
-        ;
-    EXPECT_EQ("1,170 of 1,170", Status(find, service.Last()));
+    EXPECT_EQ("1,170 of 1,170", LastStatus(find, service, service.Last()));
     find.SetWish({"none", {kLogMsgBody}});
-    while (find.Step(service))
-        ;
-    EXPECT_EQ("Not found", Status(find, 4));
+    EXPECT_EQ("Not found", LastStatus(find, service, 4));
     EXPECT_FALSE(find.SetWish({"a(b", {kLogMsgBody}, false, false, true}));
     EXPECT_FALSE(find.SetWish({"a(b", {kLogMsgBody}, false, false, true})) << "nor the second time";
     EXPECT_EQ("At character 4: missing closing parenthesis", find.GetFault());
@@ -304,14 +306,10 @@ TEST(FindMessages, TellsWhatIsWrongAndWhatIsTooCostly)
     service.messages.emplace_back(std::string(3000, 'a'), "");
     find.SetRange(FoundService::kFirst, service.Last());
     find.SetWish({"(a+)+[bc]", {kLogMsgBody}, true, false, true});
-    while (find.Step(service))
-        ;
-    EXPECT_EQ("Not found, 1 too costly", Status(find, 4));
+    EXPECT_EQ("Not found, 1 too costly", LastStatus(find, service, 4));
     find.SetWish({"some", {kLogMsgBody}});
     find.SetRange(kNoLogMsgId - 3, kNoLogMsgId); // which is no id
-    while (find.Step(service))
-        ;
-    EXPECT_EQ("Not found", Status(find, kNoLogMsgId));
+    EXPECT_EQ("Not found", LastStatus(find, service, kNoLogMsgId));
     EXPECT_TRUE(find.SetWish({"", {kLogMsgBody}}));
     EXPECT_FALSE(find.HasWish() || find.Step(service));
 }
@@ -335,6 +333,11 @@ TEST(FindMessages, JumpsOverMessagesThatArrive)
     find.Jump(FoundService::kFirst + 64, FindWay::Down, false);
     find.Step(service);
     EXPECT_EQ(FoundService::kFirst + 64, find.TakeHit().value().id) << "to itself";
+    service.messages.back() = {"here", ""};
+    find.Restart();
+    find.Jump(service.Last() - 1, FindWay::Down, false);
+    find.Step(service);
+    EXPECT_EQ(service.Last(), find.TakeHit().value().id) << "and no further than the end";
 }
 
 TEST(FindMessages, FindsHostileTexts)

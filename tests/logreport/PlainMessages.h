@@ -91,6 +91,11 @@ public:
         moment("busy");
         return busy;
     }
+    void HoldView(std::int32_t hold) override
+    {
+        holds += hold ? 1 : -1;
+        mostHolds = std::max(mostHolds, holds);
+    }
     ILogMsgList* CreateMsgList(std::int32_t reserve, std::int32_t flags) override
     {
         EXPECT_EQ("500 0", Line(reserve, flags));
@@ -107,7 +112,32 @@ public:
     int lists = 0; // that there are
     int asked = 0; // lists, for messages
     int applied = 0;
+    int holds = 0; // of the view, at present
+    int mostHolds = 0;
     std::function<void(std::string_view)> moment = [](std::string_view) {};
+};
+
+// One message under each id up to a last one.
+class OneMessageService : public PlainService
+{
+public:
+    OneMessageService(ILogMsgData& message, std::uint32_t last) : m_message(message), m_last(last) {}
+    ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return new OneMessageList(*this); }
+
+private:
+    struct OneMessageList : ILogMsgList
+    {
+        explicit OneMessageList(OneMessageService& of) : service(of) {}
+        std::int32_t Add(ILogMsgData*) override { return 0; }
+        ILogMsgData* Get(std::uint32_t id) override
+        {
+            return id <= service.m_last ? &service.m_message : nullptr;
+        }
+        OneMessageService& service;
+    };
+
+    ILogMsgData& m_message;
+    std::uint32_t m_last;
 };
 
 class TestViewer : public CReportCtrlLog

@@ -9,35 +9,19 @@
 namespace
 {
 
-struct ActedService : PlainService
-{
-    void HoldView(std::int32_t hold) override
-    {
-        holds += hold ? 1 : -1;
-        most = std::max(most, holds);
-    }
-    void OpenFile(const char* path, std::int32_t readOnly) override { opened = Line(path, readOnly); }
-    int holds = 0;
-    int most = 0;
-    std::string opened;
-};
-
 class LogActions : public MessageViewerTest
 {
 protected:
     LogActions()
     {
-        viewer.SetLogMsgService(&acted);
         for (const char* const body : {"one", "two\r\nlines", "thr\xC3\xA9\xC3\xA9", "four"})
-            acted.messages.emplace_back(body);
+            service.messages.emplace_back(body);
         viewer.AddMsg(4, nullptr);
         Tick();
         char folder[MAX_PATH] = "";
         ::GetTempPath(sizeof(folder), folder);
         path = std::string(folder) + "log_actions";
     }
-    ~LogActions() override { viewer.SetLogMsgService(nullptr); }
-
     // The file's contents; it is gone then.
     static std::string Take(const std::string& file)
     {
@@ -51,7 +35,6 @@ protected:
 
     std::string Clipboard(UINT format) { return ClipboardText(viewer, format); }
 
-    ActedService acted;
     std::string path;
 };
 
@@ -61,7 +44,7 @@ TEST_F(LogActions, ExportTheSelectedRows)
     viewer.SetSelection(1, 2);
     EXPECT_TRUE(viewer.ExportTo((path + ".txt").c_str()));
     EXPECT_EQ("two\r\nlines\nthr\xC3\xA9\xC3\xA9\n", Take(path + ".txt")) << "the bodies alone";
-    EXPECT_EQ("0 1", Line(acted.holds, acted.most));
+    EXPECT_EQ("0 1", Line(service.holds, service.mostHolds));
     viewer.SetShowReport(1);
     EXPECT_TRUE(viewer.ExportTo((path + ".csv").c_str()));
     EXPECT_EQ("\xEF\xBB\xBF"
@@ -82,7 +65,7 @@ TEST_F(LogActions, ExportTheSelectedRows)
         Driver driver("Export file", [&](HWND box) { ::SendMessage(box, WM_COMMAND, IDOK, 0); });
         EXPECT_FALSE(viewer.ExportTo((path + "\\no folder\\a.txt").c_str()));
     }
-    acted.messages.resize(1); // and what is gone meanwhile is left out
+    service.messages.resize(1); // and what is gone meanwhile is left out
     EXPECT_TRUE(viewer.ExportTo((path + ".xml").c_str()));
     EXPECT_EQ(std::string::npos, Take(path + ".xml").find("<Message>"));
 }
@@ -90,10 +73,10 @@ TEST_F(LogActions, ExportTheSelectedRows)
 TEST_F(LogActions, LongExportsCanBeGivenUp)
 {
     int asked = 0; // so slowly that it takes more than a moment
-    acted.moment = [&asked](std::string_view moment) {
+    service.moment = [&asked](std::string_view moment) {
         moment == "get" && ++asked % 100 == 0 ? ::Sleep(1) : void();
     };
-    acted.messages.assign(100'000, PlainMessage("a message"));
+    service.messages.assign(100'000, PlainMessage("a message"));
     viewer.AddMsg(100'000, nullptr);
     Tick();
     viewer.SelectAll();
@@ -107,7 +90,7 @@ TEST_F(LogActions, LongExportsCanBeGivenUp)
         EXPECT_FALSE(viewer.ExportTo((path + ".txt").c_str()));
     }
     EXPECT_EQ("before", Take(path + ".txt"));
-    EXPECT_EQ(0, acted.holds);
+    EXPECT_EQ(0, service.holds);
     {
         Driver driver("Export file", [&](HWND) { viewer.SetLogMsgService(nullptr); });
         EXPECT_FALSE(viewer.ExportTo((path + ".txt").c_str())) << "the service has gone";
@@ -136,10 +119,10 @@ TEST_F(LogActions, KeysAreCommands)
     EXPECT_EQ(0, viewer.GetFollow());
     press(VK_SPACE);
     EXPECT_EQ(1, viewer.GetFollow());
-    const int asked = acted.asked;
+    const int asked = service.asked;
     viewer.UpdateWindow();
     press(VK_F5);
-    EXPECT_GT(acted.asked, asked);
+    EXPECT_GT(service.asked, asked);
     press(VK_DELETE);
     Tick();
     EXPECT_EQ(0, viewer.GetItemCount());

@@ -17,32 +17,18 @@ constexpr int kUp = 9616;
 constexpr int kDown = 9617;
 constexpr int kState = 9618;
 
-struct HeldService : PlainService
-{
-    void HoldView(std::int32_t hold) override
-    {
-        holds += hold ? 1 : -1;
-        most = std::max(most, holds);
-    }
-    int holds = 0;
-    int most = 0;
-};
-
 class LogFind : public MessageViewerTest
 {
 protected:
     LogFind()
     {
-        viewer.SetLogMsgService(&held);
         for (const char* const body : {"one cat", "two", "three CAT", "concatenate", "na\xC3\xAFve (cat"})
-            held.messages.emplace_back(body);
+            service.messages.emplace_back(body);
         Announce();
     }
-    ~LogFind() override { viewer.SetLogMsgService(nullptr); }
-
     void Announce()
     {
-        viewer.AddMsg(static_cast<std::uint32_t>(held.messages.size()), nullptr);
+        viewer.AddMsg(static_cast<std::uint32_t>(service.messages.size()), nullptr);
         Tick();
     }
 
@@ -90,11 +76,9 @@ protected:
         int first = -1;
         int last = -1;
         viewer.GetSelectedRows(&first, &last);
-        EXPECT_EQ(0, held.holds);
+        EXPECT_EQ(0, service.holds);
         return Line(viewer.GetCurrentFocus(), first, last) + " " + State();
     }
-
-    HeldService held;
 };
 
 TEST_F(LogFind, GoesFromMessageToMessage)
@@ -108,7 +92,7 @@ TEST_F(LogFind, GoesFromMessageToMessage)
     EXPECT_EQ("4 found", State());
     EXPECT_EQ("0 0 0 1 of 4", Next());
     EXPECT_EQ("2 2 2 2 of 4", Next());
-    EXPECT_EQ(1, held.most) << "the view is held";
+    EXPECT_EQ(1, service.mostHolds) << "the view is held";
     Key(Window(), VK_RETURN);
     EXPECT_EQ("3 3 3 3 of 4", Arrived());
     Key(::GetDlgItem(Window(), kCase), VK_F3);
@@ -176,19 +160,19 @@ TEST_F(LogFind, FollowsTheView)
 {
     viewer.OpenFind("cat");
     Search();
-    held.messages.emplace_back("a fifth cat");
+    service.messages.emplace_back("a fifth cat");
     Announce();
     EXPECT_EQ("0 0 0 1 of 5", Next());
-    held.messages.pop_front();
+    service.messages.pop_front();
     viewer.SetMsgIdRange(1, 5);
     Announce();
     Search();
     EXPECT_EQ("4 found", State()) << "row 0 is another message";
-    held.busy = true;
+    service.busy = true;
     Search();
     EXPECT_FALSE(IsOn(IDOK));
     EXPECT_EQ("No messages can be found at the moment.", State());
-    held.busy = false;
+    service.busy = false;
     viewer.Clear();
     Tick();
     EXPECT_EQ("-1 0 0 Not found", Next()) << "no row is left";
@@ -197,9 +181,9 @@ TEST_F(LogFind, FollowsTheView)
     Search();
     EXPECT_EQ("4 found", State());
     ::SendMessage(Window(), WM_COMMAND, IDOK, 0);
-    EXPECT_EQ(1, held.holds) << "a jump has begun";
+    EXPECT_EQ(1, service.holds) << "a jump has begun";
     viewer.SetLogMsgService(nullptr);
-    EXPECT_EQ(0, held.holds);
+    EXPECT_EQ(0, service.holds);
     Search();
     EXPECT_FALSE(IsOn(IDOK));
 }
@@ -211,9 +195,9 @@ TEST_F(LogFind, SurvivesWhatHappensMeanwhile)
         ::SendMessage(Window(), WM_COMMAND, IDOK, 0);
     };
     open();
-    EXPECT_EQ(1, held.holds);
+    EXPECT_EQ(1, service.holds);
     ::SendMessage(Window(), WM_COMMAND, IDCANCEL, 0);
-    EXPECT_EQ(0, held.holds) << "closed in the midst of a jump";
+    EXPECT_EQ(0, service.holds) << "closed in the midst of a jump";
     open();
     TestViewer other;
     ASSERT_TRUE(other.Create(WS_CHILD, CRect(0, 0, 300, 200), &parent, 8));
@@ -222,27 +206,27 @@ TEST_F(LogFind, SurvivesWhatHappensMeanwhile)
     other.DestroyWindow();
     EXPECT_EQ("cat", TextOf(Window(), kText));
     int asked = 0;
-    held.moment = [&](std::string_view moment) {
+    service.moment = [&](std::string_view moment) {
         if (moment == "get" && ++asked == 3)
             viewer.DestroyWindow();
     };
     Search();
     EXPECT_FALSE(Window());
-    EXPECT_EQ(0, held.holds);
-    held.moment = [](std::string_view) {};
+    EXPECT_EQ(0, service.holds);
+    service.moment = [](std::string_view) {};
     auto mortal = std::make_unique<TestViewer>();
     ASSERT_TRUE(mortal->Create(WS_CHILD, CRect(0, 0, 300, 200), &parent, 8));
-    mortal->SetLogMsgService(&held);
+    mortal->SetLogMsgService(&service);
     mortal->AddMsg(4, nullptr);
     mortal->TakeOver();
     mortal->OpenFind("cat");
-    held.moment = [&](std::string_view moment) {
+    service.moment = [&](std::string_view moment) {
         if (moment == "get")
             mortal.reset();
     };
     ::SendMessage(*mortal, WM_TIMER, 9001, 0);
     EXPECT_FALSE(mortal || Window());
-    held.moment = [](std::string_view) {};
+    service.moment = [](std::string_view) {};
 }
 
 TEST_F(LogFind, LeavesNothingBehind)

@@ -32,18 +32,19 @@ void Close(HWND dialog)
     ::SendMessage(dialog, WM_COMMAND, IDOK, 0);
 }
 
+void Tick(HWND dialog)
+{
+    ::SendMessage(dialog, WM_TIMER, 1, 0);
+}
+
 int TopLine(HWND dialog)
 {
     return static_cast<int>(::SendDlgItemMessage(dialog, 2032, EM_GETFIRSTVISIBLELINE, 0, 0));
 }
 
-// In client pixels of the dialog.
-CRect PlaceOf(HWND dialog, int id)
+CRect PlaceIn(HWND dialog, int id)
 {
-    CRect place;
-    ::GetWindowRect(::GetDlgItem(dialog, id), place);
-    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-    return place;
+    return PlaceOf(::GetDlgItem(dialog, id), dialog);
 }
 
 class MessageDialog : public LogFolderTest
@@ -172,14 +173,13 @@ TEST_F(MessageDialog, ALongBodyScrollsAndWraps)
     for (int line = 0; line < 100; ++line)
         lines += std::string(200, 'x') + "\r\n";
     viewed.view.at(3).m_body = lines.c_str();
-    const auto tick = [](HWND dialog) { ::SendMessage(dialog, WM_TIMER, 1, 0); };
     Open(3, [&](HWND dialog) {
-        const CRect place = PlaceOf(dialog, 2032);
+        const CRect place = PlaceIn(dialog, 2032);
         Press(::GetDlgItem(dialog, 2032), WM_KEYDOWN, VK_NEXT);
         EXPECT_GT(TopLine(dialog), 0) << "page keys are the body's";
         ::SendDlgItemMessage(dialog, 2032, EM_LINESCROLL, 0, 40 - TopLine(dialog));
         viewed.view.at(3).m_topic = "another";
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("40 another", Line(TopLine(dialog), TextOf(dialog, 2034)));
         const auto style = [&] { return ::GetWindowLong(::GetDlgItem(dialog, 2032), GWL_STYLE); };
         EXPECT_NE(0, style() & ES_AUTOHSCROLL);
@@ -187,7 +187,7 @@ TEST_F(MessageDialog, ALongBodyScrollsAndWraps)
         ::SendMessage(dialog, WM_COMMAND, 2091, 0);
         EXPECT_EQ(0, style() & ES_AUTOHSCROLL);
         EXPECT_GE(TopLine(dialog), 80) << "the same text is at the top, in more lines";
-        EXPECT_TRUE(place == PlaceOf(dialog, 2032));
+        EXPECT_TRUE(place == PlaceIn(dialog, 2032));
         ::SendMessage(dialog, WM_COMMAND, 2090, 0);
         EXPECT_EQ(0, TopLine(dialog));
         Close(dialog);
@@ -204,26 +204,25 @@ TEST_F(MessageDialog, FollowsItsMessageAndOutlivesTheService)
     viewed.busy = true;
     opening.OnOpenMessage(3); // would not come back
     viewed.busy = false;
-    const auto tick = [](HWND dialog) { ::SendMessage(dialog, WM_TIMER, 1, 0); };
     Open(3, [&](HWND dialog) {
         viewed.view = {{1, {13, "body 3"}}, {2, {14, "body 4"}}};
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("body 3 - next", Shown(dialog));
         viewed.busy = true;
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("body 3 - -", Shown(dialog));
         viewed.busy = false;
         viewed.view.erase(1);
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("No longer in the view", TextOf(dialog, 2092));
         opening.SetLogMsgService(nullptr);
         ::SendMessage(dialog, WM_COMMAND, 2051, 0);
         EXPECT_EQ("body 3 - -", Shown(dialog));
         opening.SetLogMsgService(&viewed);
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("body 3 - next", Shown(dialog));
         opening.DestroyWindow();
-        tick(dialog);
+        Tick(dialog);
         EXPECT_EQ("body 3 - -", Shown(dialog));
         Close(dialog);
     });
@@ -240,16 +239,15 @@ TEST_F(MessageDialog, ResizesAndRemembersItsPlace)
     Open(3, [&](HWND dialog) {
         std::map<int, CRect> before;
         for (const auto& gain : gains)
-            before[std::get<0>(gain)] = PlaceOf(dialog, std::get<0>(gain));
-        ::GetWindowRect(dialog, window);
+            before[std::get<0>(gain)] = PlaceIn(dialog, std::get<0>(gain));
+        window = PlaceOf(dialog);
         ::SetWindowPos(dialog, nullptr, 20, 30, 10, 10, SWP_NOZORDER);
-        CRect least;
-        ::GetWindowRect(dialog, least);
+        const CRect least = PlaceOf(dialog);
         EXPECT_EQ(Line(window.Width(), window.Height()), Line(least.Width(), least.Height()));
         ::SetWindowPos(dialog, nullptr, 20, 30, window.Width() + 61, window.Height() + 40, SWP_NOZORDER);
         for (const auto& [id, left, top, right, bottom] : gains)
         {
-            const CRect place = PlaceOf(dialog, id);
+            const CRect place = PlaceIn(dialog, id);
             const CRect& old = before[id];
             EXPECT_EQ(Line(left, top, right, bottom),
                       Line(place.left - old.left, place.top - old.top, place.right - old.right,
@@ -259,16 +257,14 @@ TEST_F(MessageDialog, ResizesAndRemembersItsPlace)
         Close(dialog);
     });
     Open(3, [&](HWND dialog) {
-        CRect again;
-        ::GetWindowRect(dialog, again);
+        const CRect again = PlaceOf(dialog);
         EXPECT_EQ(Line(20, 30, window.Width() + 61, window.Height() + 40),
                   Line(again.left, again.top, again.Width(), again.Height()));
         ::SetWindowPos(dialog, nullptr, 5000, 5000, 0, 0, SWP_NOZORDER | SWP_NOSIZE);
         Close(dialog);
     });
     Open(3, [&](HWND dialog) {
-        RECT again = {};
-        ::GetWindowRect(dialog, &again);
+        const CRect again = PlaceOf(dialog);
         EXPECT_LE(again.right, ::GetSystemMetrics(SM_CXSCREEN));
         EXPECT_LE(again.bottom, ::GetSystemMetrics(SM_CYSCREEN));
         Close(dialog);

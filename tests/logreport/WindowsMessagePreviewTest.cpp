@@ -177,32 +177,21 @@ TEST_F(MessagePreview, AreMeasuredOnce)
             return PlainMessage::GetIndent(bound);
         }
         mutable int measured = 0;
-    };
-    struct CountingService : PlainService
-    {
-        struct CountingList : ILogMsgList
-        {
-            explicit CountingList(Counting& shown) : message(shown) {}
-            std::int32_t Add(ILogMsgData*) override { return 0; }
-            ILogMsgData* Get(std::uint32_t) override { return &message; }
-            Counting& message;
-        };
-        ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override { return new CountingList(message); }
-        Counting message{"the body"};
-    } counted;
+    } message{"the body"};
+    OneMessageService counted(message, 1000);
     viewer.SetLogMsgService(&counted);
     viewer.AddMsg(1000, nullptr);
     Tick();
     for (int row = 0; row < 1000; ++row)
         Height(row);
-    const int once = counted.message.measured;
+    const int once = message.measured;
     EXPECT_GE(once, 980);
     for (int row = 0; row < 1000; ++row)
         Height(row);
-    EXPECT_EQ(once, counted.message.measured);
+    EXPECT_EQ(once, message.measured);
     viewer.FlushCacheMsgData();
     Height(5);
-    EXPECT_EQ(once + 1, counted.message.measured);
+    EXPECT_EQ(once + 1, message.measured);
     viewer.SetLogMsgService(nullptr);
 }
 

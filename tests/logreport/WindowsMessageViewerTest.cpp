@@ -10,18 +10,14 @@ using MessageViewer = MessageViewerTest;
 
 TEST_F(MessageViewer, IsMadeAsDescribed)
 {
-    const std::pair<const char*, int> columns[] = {
-        {"Timestamp", 150},   {"Level", 100},           {"Topic", 100},  {"Body", 300},
-        {"Error Number", 80}, {"Runtime File", 100},    {"Line", 80},    {"Module", 100},
-        {"Source Line", 80},  {"Runtime Context", 100}, {"Source", 100}, {"Who", 100},
-        {"Source Column", 80}};
+    const int widths[] = {150, 100, 100, 300, 80, 100, 80, 100, 80, 100, 100, 100, 80};
     ASSERT_EQ(13, viewer.GetSubItemCount());
     for (int subitem = 0; subitem < 13; ++subitem)
     {
         _RVSUBITEM definition;
         viewer.GetSubItem(subitem, &definition);
-        EXPECT_STREQ(columns[subitem].first, definition.text);
-        EXPECT_EQ(columns[subitem].second, definition.width);
+        EXPECT_STREQ(LogMsgDataKindText(subitem), definition.text);
+        EXPECT_EQ(widths[subitem], definition.width);
         EXPECT_EQ(16384u, definition.format);
         const int column = subitem == 0 ? 0 : subitem == 1 ? 1 : subitem == 3 ? 2 : -1;
         EXPECT_EQ(column, viewer.GetColumnFromSubItem(subitem));
@@ -36,8 +32,6 @@ TEST_F(MessageViewer, IsMadeAsDescribed)
     viewer.GetProperty(RVP_EMPTYTEXT, &value);
     EXPECT_STREQ("No Log message", reinterpret_cast<const char*>(value));
     EXPECT_EQ("0 1", Line(viewer.GetShowReport(), viewer.GetHideRow()));
-    EXPECT_EQ(RGB(200, 200, 0), viewer.GetColor(1));
-    EXPECT_EQ(RGB(250, 0, 0), viewer.GetColor(2));
     EXPECT_EQ("1 65536 0", Line(viewer.GetFollow(), viewer.GetMaxLogSize(), viewer.GetMessageOffset()));
     EXPECT_EQ(&viewer, CReportCtrlLog::GetCurrent());
     EXPECT_EQ(&viewer, viewer.GetWnd());
@@ -165,9 +159,7 @@ TEST_F(MessageViewer, AClickOnAHeaderSorts)
     viewer.SetShowReport(1);
     CReportHeaderCtrl& header = *viewer.GetHeaderCtrl();
     const auto click = [&](int item) {
-        NMHEADER note = {};
-        note.hdr = {header, 0, static_cast<UINT>(HDN_ITEMCLICKA)};
-        note.iItem = item;
+        NMHEADER note = {{header, 0, static_cast<UINT>(HDN_ITEMCLICKA)}, item, 0, nullptr};
         viewer.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&note));
     };
     const auto keys = [&] {
@@ -348,19 +340,14 @@ TEST_F(MessageViewer, BearsWhatServicesDo)
             };
             viewer.AddMsg(1, service.Find(1));
             viewer.AddMsg(2, service.Find(2));
-            if (viewer.m_hWnd)
-                Tick();
+            Tick(); // messages to a window that is gone do nothing
             if (viewer.m_hWnd)
                 Paint();
-            NMHEADER note = {};
-            note.hdr = {nullptr, 0, static_cast<UINT>(HDN_ITEMCLICKA)};
-            if (viewer.m_hWnd)
-                viewer.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&note));
-            if (viewer.m_hWnd)
-                viewer.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(30, 30));
+            NMHEADER note = {{nullptr, 0, static_cast<UINT>(HDN_ITEMCLICKA)}, 0, 0, nullptr};
+            viewer.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&note));
+            viewer.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(30, 30));
             viewer.AddMsg(3, nullptr);
-            if (viewer.m_hWnd)
-                Tick();
+            Tick();
             EXPECT_TRUE(calls > 0 || (what == std::string("clears") && when == std::string("get")));
             EXPECT_LE(service.lists, 1);
         }
@@ -380,23 +367,7 @@ TEST_F(MessageViewer, PutsUpWithWhatIsNotThere)
         std::uint32_t GetIndent(std::uint32_t) const override { return 0xFFFFFFFF; }
         std::uint32_t GetLevel() const override { return 0xFFFFFFFF; }
     } nothing;
-    struct NothingService : PlainService
-    {
-        struct NothingList : ILogMsgList
-        {
-            std::int32_t Add(ILogMsgData*) override { return 0; }
-            ILogMsgData* Get(std::uint32_t id) override { return id == 1 ? message : nullptr; }
-            ILogMsgData* message = nullptr;
-        };
-        ILogMsgList* CreateMsgList(std::int32_t, std::int32_t) override
-        {
-            auto* const list = new NothingList;
-            list->message = message;
-            return list;
-        }
-        ILogMsgData* message = nullptr;
-    } empty;
-    empty.message = &nothing;
+    OneMessageService empty(nothing, 1);
     viewer.SetLogMsgService(&empty);
     viewer.AddMsg(3, &nothing);
     Tick();
@@ -414,7 +385,6 @@ TEST_F(MessageViewer, PutsUpWithWhatIsNotThere)
     int height = 0;
     EXPECT_TRUE(viewer.GetRowHeight(2, height));
     EXPECT_GT(height, 5) << "a message that is missing has a line";
-    empty.message = nullptr;
     viewer.SetLogMsgService(nullptr);
 }
 

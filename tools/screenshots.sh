@@ -37,6 +37,18 @@ if [[ ${1-} == table ]]; then
     exit
 fi
 
+# With an engine: a session in it.
+if [[ ${1-} == engine ]]; then
+    work=$2
+    . "$root/tools/wine-env.sh"
+    export LOGTOOL_EXE=$root/build/windows/bin/logtool.exe
+    "$root/tools/logtool.sh" --folder "$work/Logs" ship --to "$QM_ENGINE_URL" --create --session Nightly --machine press-7 >"$work/engine.log"
+    "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" \
+        --open "clickhouse://${QM_ENGINE_URL#http://}/?session=Nightly" --screenshot 'L:\engine.bmp' \
+        --steps size:900x420,next-message-error
+    exit
+fi
+
 # On a virtual display: the dialogs of messages, one after the other.
 if [[ ${1-} == dialogs ]]; then
     work=$2
@@ -109,6 +121,18 @@ echo 'compiling' | wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Logs'
     --steps size:760x240,messages:off,home
 shrink notice
 
+# A session with a clock, and a pause in it.
+timed() { wine "$root/build/windows/bin/logtool.exe" --folder 'L:\Times' write --times "$@"; }
+printf '12 orders\nto depot 3\n' | timed Main --block 'Orders taken over'
+sleep 0.4
+printf 'connecting to depot 3\ntried 3 times\n' | timed Run --block 'Delivery'
+sleep 12
+printf 'depot 3 does not answer\n' | timed Run --block 'Delivery failed' --kind error
+printf 'the next run is at 22:00\n' | timed Main
+"$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\Times' --screenshot 'L:\times.bmp' \
+    --steps size:900x300,messages:off,next-error
+shrink times
+
 # A text log: work of a few threads, some of which fails.
 text_log() {
     local number level
@@ -130,6 +154,8 @@ text_log >"$work/depot.log"
 "$root/tools/run-wine.sh" "$root/build/windows/bin/LogDesk.exe" 'L:\depot.log' --screenshot 'L:\textlog.bmp' \
     --steps size:900x420,level:warning,message:1,next-message-error
 shrink textlog
+"$root/tools/engine.sh" with "$0" engine "$work"
+shrink engine
 WINE_GRAPHICS=x11 "$root/tools/with-wine.sh" "$0" dialogs "$work"
 for name in find configuration filter columns message tip; do shrink "$name"; done
 

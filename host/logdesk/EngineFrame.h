@@ -74,6 +74,7 @@ private:
     void FindText(const std::string& text);
     void ShowAllRows();
     void ShowDuring();
+    std::optional<std::uint32_t> NumberBefore(bool forward);
     void GoToError(bool forward);
     void AskWhereToGo();
     std::string GoTo(const std::string& typed);

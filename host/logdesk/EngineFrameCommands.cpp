@@ -8,6 +8,7 @@
 #include "qmcommon/QmCommandMenu.h"
 #include "qmcommon/QmHandlerWnd.h"
 
+#include <algorithm>
 #include <array>
 
 namespace logdesk
@@ -50,10 +51,10 @@ void EngineFrame::ScanMessages(IQmCommand& collector)
         return;
     const bool isReady = !m_service->IsBusy();
     const bool hasRow = m_service->RowOf(FocusedId()) != nullptr;
-    AddCommand(collector,
-               {"&Next Error", [this] { GoToError(true); }, VK_DOWN, kQmAlt, false, hasRow, "NextError.ico"});
-    AddCommand(collector, {"Previo&us Error", [this] { GoToError(false); }, VK_UP, kQmAlt, false, hasRow,
-                           "PreviousError.ico"});
+    AddCommand(collector, {"&Next Error", [this] { GoToError(true); }, VK_DOWN, kQmAlt, false,
+                           NumberBefore(true).has_value(), "NextError.ico"});
+    AddCommand(collector, {"Previo&us Error", [this] { GoToError(false); }, VK_UP, kQmAlt, false,
+                           NumberBefore(false).has_value(), "PreviousError.ico"});
     AddCommand(collector, {"&Go To...", [this] { AskWhereToGo(); }, 'G', kQmControl});
     AddCommand(collector, {"&During This Block", [this] { ShowDuring(); }, 'D', kQmControl, false, hasRow});
     AddCommand(collector, {"Show A&mong All Rows", [this] { ShowAllRows(); }, VK_RETURN, kQmControl, false,
@@ -248,13 +249,26 @@ void EngineFrame::ShowAnswer(const std::optional<engine::RowReader::Span>& row, 
         GoToNumber(row->first);
 }
 
+// The number that a search starts from: the focused row's, or if none has the focus, one beyond the session's
+// first or last row.
+std::optional<std::uint32_t> EngineFrame::NumberBefore(bool forward)
+{
+    const std::uint32_t focused = FocusedId();
+    if (const engine::ShippedRow* const row = m_service->RowOf(focused))
+        return row->number;
+    const auto span = m_service->GetState().span;
+    if (focused != kNoLogMsgId || !span)
+        return {};
+    return forward ? span->first - 1 : std::max(span->last + 1, span->last);
+}
+
 void EngineFrame::GoToError(bool forward)
 {
-    const engine::ShippedRow* const row = m_service->RowOf(FocusedId());
-    if (!row)
+    const std::optional<std::uint32_t> number = NumberBefore(forward);
+    if (!number)
         return;
     m_service->Ask(
-        [number = row->number, forward](engine::RowReader& reader) {
+        [number = *number, forward](engine::RowReader& reader) {
             return reader.ReadNearest(number, kErrorKind, forward);
         },
         [this, forward](const std::optional<engine::RowReader::Span>& found, const std::string& failure) {
@@ -286,9 +300,12 @@ std::string EngineFrame::GoTo(const std::string& typed)
         return "";
     }
     const engine::ShippedRow* const row = m_service->RowOf(FocusedId());
-    const auto time = msgservice::ReadLocalTime(target.time, row ? row->time + engine::kStartOf1970 : 0);
-    if (!row || row->time == 0 || !time)
-        return "The focused row has no time that tells the day";
+    const bool hasDay = row && row->time != 0;
+    if (!hasDay && target.time.find('-') == std::string::npos)
+        return "No selected row tells the day: type it before the time, as in 2026-11-23 14:03";
+    const auto time = msgservice::ReadLocalTime(target.time, hasDay ? row->time + engine::kStartOf1970 : 0);
+    if (!time)
+        return "\"" + typed + "\" is no time such as 14:03, 14:03:10.5 or 2026-11-23 14:03";
     m_service->Ask(
         [time = *time - engine::kStartOf1970](engine::RowReader& reader) { return reader.ReadTime(time); },
         [this](const std::optional<engine::RowReader::Span>& found, const std::string& failure) {

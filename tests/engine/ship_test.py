@@ -293,11 +293,16 @@ def check_views(server, folder):
 
     picture = folder + "/picture.bmp"
     address = server.url.replace("http:", "clickhouse:") + "/log_rows?session=S-2"
-    for steps in ("sort:body:desc,message:3,level:warning", "message:2,during,dark:on", "find-message:x"):
-        done = subprocess.run([ROOT + "/tools/run-wine.sh", os.path.dirname(sys.argv[1]) + "/LogDesk.exe", "--open", address,
-                               "--screenshot", "Z:" + picture, "--steps", "size:800x400," + steps], timeout=60)
-        assert done.returncode == 0 and os.path.getsize(picture) > 800 * 400 * 3, steps
-        os.remove(picture)
+    first, error = server.ask("SELECT min(number), minIf(number, kind = 2) FROM log_rows WHERE session = 'S-2'").split()
+
+    def shot(steps):
+        subprocess.run([ROOT + "/tools/run-wine.sh", os.path.dirname(sys.argv[1]) + "/LogDesk.exe", "--open", address,
+                        "--screenshot", "Z:" + picture, "--steps", "size:800x400" + steps], check=True, timeout=60)
+        with open(picture, "rb") as file:
+            return file.read()
+    pictures = [shot(",sort:body:desc,message:3,level:warning"), shot(",message:2,during,dark:on"), shot(",find-message:x"), shot("")]
+    assert len(set(pictures)) == 4 and min(map(len, pictures)) > 800 * 400 * 3
+    assert shot(",next-message-error") == shot(f",message:{int(error) - int(first) + 1}") not in pictures
 
 
 def main():

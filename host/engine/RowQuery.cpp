@@ -146,6 +146,13 @@ std::string OrderBy(const RowChoice& choice)
 
 } // namespace
 
+std::string SessionsSql(const ShippedRows& rows)
+{
+    return "SELECT machine, session, count(), max(time) FROM " + SqlTable(rows.table) +
+           (rows.machine.empty() ? "" : " WHERE machine = " + SqlValue(rows.machine)) +
+           " GROUP BY machine, session ORDER BY machine, session";
+}
+
 std::string MachinesSql(const ShippedRows& rows)
 {
     return "SELECT DISTINCT machine FROM " + SqlTable(rows.table) +

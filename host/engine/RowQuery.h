@@ -88,6 +88,10 @@ struct RowChoice
     std::uint64_t before = 0;
 };
 
+// All sessions, or those of the machine that `rows` names: machine, session, rows, last time. The engine
+// reads three columns of the whole table, or of the machine.
+std::string SessionsSql(const ShippedRows& rows);
+
 // The machines that have a session of this name: one column, two rows at most.
 std::string MachinesSql(const ShippedRows& rows);
 

@@ -60,6 +60,15 @@ Rows RowReader::Ask(const std::string& sql, std::size_t columns)
     return rows;
 }
 
+std::vector<RowReader::Session> RowReader::ReadSessions()
+{
+    std::vector<Session> sessions;
+    for (auto& fields : Ask(SessionsSql(m_rows), 4))
+        sessions.push_back({std::move(fields[0]), std::move(fields[1]), NumberIn<std::uint64_t>(fields[2]),
+                            NumberIn<std::int64_t>(fields[3])});
+    return sessions;
+}
+
 // A look at the whole table's key, so it is better named in the address.
 void RowReader::FindMachine()
 {

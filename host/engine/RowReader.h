@@ -23,8 +23,20 @@ struct ShippedRow
 class RowReader
 {
 public:
-    // The address has a session's name. Without the machine's the first question finds it.
+    // For all but ReadSessions the address has a session's name. Without the machine's the first question
+    // finds it.
     RowReader(const EngineUrl& url, std::unique_ptr<HttpClient> client);
+
+    struct Session
+    {
+        std::string machine;
+        std::string session;
+        std::uint64_t rows = 0; // one that has arrived twice may count twice
+        std::int64_t last = 0;  // the greatest time, as in TableRow
+    };
+
+    // The sessions in the table, or those of the machine that the address names.
+    std::vector<Session> ReadSessions();
 
     struct Span
     {

@@ -105,7 +105,8 @@ void DeskApp::StartEngine(const engine::EngineUrl& url)
     if (m_arguments.start)
         throw UsageError("--start", "begins a session in a folder");
     if (url.session.empty())
-        throw UsageError(m_arguments.path, "names no session: say ?session=NAME at its end");
+        throw UsageError(m_arguments.path,
+                         "names no session: say ?session=NAME at its end; \"logtool sessions\" lists them");
     const bool forPicture = !m_arguments.screenshot.empty();
     m_engineFrame = std::make_unique<EngineFrame>(url);
     if (!m_engineFrame->CreateFrame(forPicture ? std::optional(kPicturePlace) : std::nullopt))

@@ -15,6 +15,7 @@ namespace logtool
     COMMAND(MakeExport)                                                                                      \
     COMMAND(MakeMessages)                                                                                    \
     COMMAND(MakeShip)                                                                                        \
+    COMMAND(MakeSessions)                                                                                    \
     COMMAND(MakeVerify)                                                                                      \
     COMMAND(MakeHelp)
 

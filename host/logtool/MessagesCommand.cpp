@@ -214,7 +214,7 @@ Messages::Input Messages::OpenEngine(Host& host)
 {
     const engine::EngineUrl url = engine::ParseEngineUrl(*m_from);
     if (url.session.empty())
-        throw UsageError("--from", "the address names no session: add ?session=NAME");
+        throw UsageError("--from", "the address names no session: add ?session=NAME, see logtool sessions");
     host.IsEndWanted(); // from here on Ctrl+C gives a question up that waits for its answer
     return {url.Shown(),
             std::make_unique<engineview::EngineSource>(url, host.Connect(url),

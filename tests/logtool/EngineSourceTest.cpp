@@ -248,6 +248,23 @@ TEST_F(EngineSourceTest, ALostServerIsToldOnceAndComesBack)
         told);
 }
 
+TEST_F(EngineSourceTest, SessionsAreListedWithTheirAddresses)
+{
+    std::string asked;
+    host.onQuery = [&](const std::string& query) { asked = query; };
+    const std::int64_t time = *msgservice::ReadLocalTime("2026-11-23 14:03:10.5", 0) - engine::kStartOf1970;
+    host.answer =
+        R"([["press","A","9","0"],["press","B & \"C\"","12000",")" + std::to_string(time) + R"("]])";
+    EXPECT_EQ("                             9 rows  \"http://e:8123/d.t?session=A&machine=press&x=1\"\n"
+              "2026-11-23 14:03:10.500  12000 rows  "
+              "\"http://e:8123/d.t?session=B%20%26%20%22C%22&machine=press&x=1\"\n",
+              Run("sessions --from http://u@e/d.t?machine=it's&x=1"));
+    EXPECT_NE(std::string::npos, asked.find("FROM `d`.`t` WHERE machine = 'it\\'s' GROUP BY")) << asked;
+    host.answer = "[]";
+    EXPECT_EQ("logtool: there is no session\nexit 1", Run("sessions --from http://e/"));
+    EXPECT_EQ(std::string::npos, asked.find("WHERE")) << asked;
+}
+
 TEST_F(EngineSourceTest, WhatCannotBeReadIsSaid)
 {
     const auto refuses = [&](const std::string& command, const std::string& words) {
@@ -256,6 +273,8 @@ TEST_F(EngineSourceTest, WhatCannotBeReadIsSaid)
         EXPECT_NE(std::string::npos, told.find("exit ")) << told;
     };
     refuses("messages --from http://e/t", "names no session");
+    refuses("sessions --from http://e/t?session=S", "names a session already");
+    refuses("sessions", "--from");
     refuses("messages --from http://e/t?session=S --session", "--from");
     refuses("messages --from http://e/t?session=S file.log", "--from");
     host.machines = {"a", "b"};

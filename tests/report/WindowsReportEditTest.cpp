@@ -20,6 +20,8 @@ protected:
                 told += Line(note.code == RVN_BEGINITEMEDIT ? "[begin" : "[end", record.item, record.subitem,
                              record.key, record.text ? record.text : "(none)") +
                         "]";
+            else if (note.code == RVN_EDITTEXT)
+                texts += Line("", record.item, record.subitem, record.text);
             return act(note);
         };
     }
@@ -63,7 +65,8 @@ protected:
 
     std::string Cell(int item) { return report.GetItemText(item, 0).c_str(); }
 
-    std::string told;
+    std::string told;  // of beginnings and ends
+    std::string texts; // and of changes between them
     std::function<LRESULT(NMHDR&)> act = [](NMHDR&) -> LRESULT { return 0; };
 };
 
@@ -401,13 +404,9 @@ TEST_F(ReportEdit, TellsOfEachChangeOfItsText)
 {
     ShowCells();
     report.ModifyProperty(RVP_EDITING, RVED_GROW | RVED_TYPEC);
-    std::string texts;
-    act = [&texts](NMHDR& note) -> LRESULT {
+    act = [](NMHDR& note) -> LRESULT {
         auto& record = reinterpret_cast<_NMRVITEMEDIT&>(note);
-        if (note.code != RVN_EDITTEXT)
-            return 0;
-        texts += Line("", record.item, record.subitem, record.text);
-        const bool isShort = std::string_view(record.text) == "xc";
+        const bool isShort = note.code == RVN_EDITTEXT && std::string_view(record.text) == "xc";
         if (isShort)
             record.text = "completed";
         return isShort;
@@ -469,14 +468,9 @@ TEST_F(ReportEdit, ChoosesFromAList)
         EXPECT_NE(std::string::npos, told.find(Line("[end 1 1", ended))) << told;
         EXPECT_EQ(nullptr, Combo());
     }
-    std::string texts;
-    act = [&texts](NMHDR& note) -> LRESULT {
-        const auto& record = reinterpret_cast<const _NMRVITEMEDIT&>(note);
-        texts += note.code == RVN_EDITTEXT ? Line("", record.item, record.subitem, record.text) : "";
-        return 0;
-    };
     report.SetItemText(1, 1, "one");
     EXPECT_EQ(1, Begin(1, 0, 1));
+    texts.clear();
     Post(::GetFocus(), WM_KEYDOWN, VK_DOWN);
     EXPECT_EQ(" 1 1 gr\xC3\xB6n", texts) << "what is picked is told, too";
     Post(::GetFocus(), WM_KEYDOWN, VK_ESCAPE);

@@ -46,11 +46,12 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
     EXPECT_EQ("0 to -1 focus -2,-1 top 0", State());
     EXPECT_EQ("1 2 3 4", Rows());
 
-    // So does another window of the same object, which begins without columns, sort mark and focus.
+    // So does another window of the same object, which begins without columns, sort mark and focus, also
+    // where the rows have yet to be made again.
     report.SortItems(1, 0);
     Select(1, 0);
     const std::pair<DWORD, int> windows[] = {
-        {0, 4}, {RVS_TREE, 1}, {RVS_CALLBACK, 1000}, {RVS_TREEALTERNATE, 1}, {0, 4}};
+        {0, 4}, {RVS_TREE, 1}, {RVS_TREE, 2}, {RVS_CALLBACK, 1000}, {RVS_TREEALTERNATE, 3}, {0, 7}};
     for (const auto& [style, rows] : windows)
     {
         Create(style);
@@ -58,21 +59,11 @@ TEST_F(ReportHostile, TakesOtherStylesWhileItHasItems)
         report.ActivateSubItem(1, 1);
         EXPECT_EQ(Line("ab", rows, "0 to -1 focus -2,-1 top 0"),
                   Line(Columns() + SortMark(), report.GetRowCount(), State()));
-        for (int item = 0; item < 4; ++item)
+        for (int item = 0; item < 7; ++item)
             EXPECT_EQ(0u, report.GetItemState(item) & RVIS_FOCUSED) << style;
+        Select(0, 0);
+        report.InsertTreeItem(nullptr, TVI_FIRST, "0"); // of a tree
     }
-}
-
-// Also where the rows have yet to be made again.
-TEST_F(ReportHostile, AnotherWindowBeginsWithoutFocus)
-{
-    Show(RVS_TREE, {"1", "2"});
-    Select(1, 1);
-    report.InsertTreeItem(nullptr, TVI_FIRST, "0");
-    Create(RVS_TREE);
-    EXPECT_EQ("0 1 2", Rows());
-    for (int item = 0; item < 3; ++item)
-        EXPECT_EQ(0u, report.GetItemState(item) & RVIS_FOCUSED) << item;
 }
 
 TEST_F(ReportHostile, TakesFewerItemsWhileItAsksForOne)

@@ -180,10 +180,11 @@ std::optional<RowReader::Span> RowReader::ReadBlock(const ShippedRow& row)
     RowChoice choice;
     choice.from = choice.to = row.block;
     const std::vector<ShippedRow> headers = ReadPage(choice, {}); // one row
-    const auto header = std::find_if(headers.begin(), headers.end(), [&](const ShippedRow& each) {
-        return each.header && each.log == row.log;
-    });
-    if (header == headers.end())
+    const ShippedRow* header = nullptr;
+    for (const ShippedRow& each : headers) // a row without a block of its own log is in another's
+        if (each.header && (!header || each.log == row.log))
+            header = &each;
+    if (!header)
         return {};
     std::uint64_t stretch = kStretch;
     for (std::uint64_t from = std::uint64_t{row.block} + 1; from <= kLast; from += stretch, stretch *= 4)

@@ -1,5 +1,6 @@
 // What the user can do with messages.
 #include "logdesk/DeskFrame.h"
+#include "logdesk/SelectMessage.h"
 
 namespace logdesk
 {
@@ -88,7 +89,7 @@ void DeskFrame::GoToMessageError(Direction direction)
         isForward ? "There is no error after this message" : "There is no error before this message";
     Tell(id == kNoLogMsgId ? none : "");
     if (id != kNoLogMsgId)
-        m_messages.List().SelectMsg(id);
+        SelectMessage(m_messages.List(), id);
 }
 
 void DeskFrame::ShowInLog(std::uint32_t id)
@@ -121,7 +122,7 @@ void DeskFrame::ShowInMessages()
                                                 : "This row is not among the messages");
     ShowPane(Pane::Messages, true);
     m_messages.List().TakeOver();
-    m_messages.List().SelectMsg(id);
+    SelectMessage(m_messages.List(), id);
     FocusPane(Pane::Messages);
 }
 

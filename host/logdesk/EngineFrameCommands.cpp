@@ -4,6 +4,8 @@
 #include "logdesk/EngineFrame.h"
 #include "logdesk/GoToDialog.h"
 #include "logdesk/GoToText.h"
+#include "logdesk/NumberText.h"
+#include "logdesk/SelectMessage.h"
 #include "msgservice/session/ClockText.h"
 #include "qmcommon/QmCommandMenu.h"
 #include "qmcommon/QmHandlerWnd.h"
@@ -217,6 +219,7 @@ void EngineFrame::ShowDuring()
                        m_service->SetLeastLevel(0);
                        m_service->SetBounds(block);
                        m_service->Apply();
+                       Tell("");
                    });
 }
 
@@ -232,9 +235,9 @@ void EngineFrame::GoToNumber(std::uint32_t number)
 {
     const std::uint32_t id = m_service->FindTag(static_cast<std::int32_t>(number));
     if (id == kNoLogMsgId)
-        Tell("Number " + std::to_string(number) + " is not among the rows that are shown");
-    else
-        m_list.SelectMsg(id);
+        return Tell("Number " + std::to_string(number) + " is not among the rows that are shown");
+    SelectMessage(m_list, id);
+    Tell("");
     Publish();
 }
 
@@ -291,7 +294,10 @@ std::string EngineFrame::GoTo(const std::string& typed)
     const GoToTarget& target = *answer.target;
     if (target.kind == GoToTarget::Kind::ShownRow)
     {
-        m_list.SelectMsg(target.value);
+        if (const std::uint32_t shown = m_service->GetState().shown; target.value > shown)
+            return "There is no row " + NumberText(target.value) + ": " + CountText(shown, "row") +
+                   (shown == 1 ? " is shown" : " are shown");
+        SelectMessage(m_list, target.value);
         return "";
     }
     if (target.kind == GoToTarget::Kind::Number)

@@ -373,6 +373,7 @@ TEST_F(EngineServiceTest, ABlockBoundsTheView)
         row.depth = number >= 50 && number < 25'000 ? 1 : 0;
         row.block = row.depth == 1 ? 50 : 0;
         row.header = number == 50;
+        row.log = number == 90 ? "Run" : "Main"; // has no block of its own, so it is in the other log's
     }
     Open();
     ASSERT_TRUE(Until([&] { return viewer.count == 30'000; }));

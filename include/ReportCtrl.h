@@ -339,6 +339,10 @@ public:
     virtual void SelectRows(int row, int anchor, int select, int add, int toggle, int redraw);
     void SelectAll();
 
+    // The row from which Shift extends the selection. Clicks and keys without Shift set it, SelectRows does
+    // not. Nothing happens if there is no such row.
+    void SetAnchor(int row);
+
     // Puts the cells of the selected rows on the clipboard, in the order of their columns, with tabs between
     // them and a line for each row. Returns 0 if no row is selected or the clipboard takes nothing.
     int CopySelection();

@@ -77,7 +77,8 @@ public:
     // Selects the message's row alone and scrolls it into view; does nothing if there is no such row.
     void SelectMsg(std::uint32_t id);
 
-    // Selects from row `first` to row `last`, which gets the focus. Raises outside the rows.
+    // Selects from row `first`, from which Shift extends the selection then, to row `last`, which gets the
+    // focus. Raises outside the rows.
     void SetSelection(int first, int last);
 
     // The message, or null. It is valid until another message is asked for or the messages change.

@@ -279,6 +279,7 @@ void CReportCtrlLog::SelectMsg(std::uint32_t id)
 void CReportCtrlLog::SetSelection(int first, int last)
 {
     SelectRows(last, first, 1, 0, 0, 1);
+    SetAnchor(first);
 }
 
 const ILogMsgData* CReportCtrlLog::FindCacheMsgData(std::uint32_t id)

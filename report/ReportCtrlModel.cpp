@@ -297,6 +297,12 @@ void CReportCtrl::SelectRows(int row, int anchor, int select, int add, int toggl
                             [&] { return m_data->rows.Select(row, anchor, mode, isSingle); });
 }
 
+void CReportCtrl::SetAnchor(int row)
+{
+    if (row >= 0 && row < m_data->rows.Count())
+        m_data->rows.selection.anchor = row;
+}
+
 bool CReportCtrl::Data::ChangeSelection(Painted painted, const std::function<bool()>& change)
 {
     rows.Count(); // makes the rows: what is compared below are rows of one kind

@@ -1,5 +1,6 @@
 // The message viewer's window: what it is made of, what it takes over when, what it asks of its service.
 #include "tests/logreport/PlainMessages.h"
+#include "tests/support/Keys.h"
 
 #include "ReportHeaderCtrl.h"
 
@@ -239,6 +240,25 @@ TEST_F(MessageViewer, FollowsUntilTheUserScrollsUp)
     EXPECT_STREQ("at the end", add()) << "a smaller window is no scrolling";
     viewer.SetFollow(0);
     EXPECT_STREQ("elsewhere", add());
+}
+
+TEST_F(MessageViewer, ShiftExtendsFromTheMessageThatWasSelectedLast)
+{
+    for (int number = 0; number < 9; ++number)
+        Add(PlainMessage("x"));
+    Tick();
+    viewer.SendMessage(WM_KEYDOWN, VK_HOME);
+    viewer.SelectMsg(6);
+    const HeldKey held(VK_SHIFT);
+    viewer.SendMessage(WM_KEYDOWN, VK_DOWN);
+    int first = 0;
+    int last = 0;
+    viewer.GetSelectedRows(&first, &last);
+    EXPECT_EQ("5 6", Line(first, last));
+    viewer.SetSelection(2, 3);
+    viewer.SendMessage(WM_KEYDOWN, VK_DOWN);
+    viewer.GetSelectedRows(&first, &last);
+    EXPECT_EQ("2 4", Line(first, last));
 }
 
 TEST_F(MessageViewer, ClicksGoToTheParentAndThenToTheMessage)

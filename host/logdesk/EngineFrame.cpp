@@ -4,6 +4,7 @@
 #include "logdesk/FrameColours.h"
 #include "logdesk/NumberText.h"
 #include "logdesk/Resource.h"
+#include "logdesk/SelectMessage.h"
 #include "vkgrafic/Display.h"
 #include "vkgrafic/WindowColors.h"
 
@@ -239,7 +240,7 @@ void EngineFrame::Publish()
         const ListRows rows = RowsOf(place, m_list.GetMessageOffset(), *m_service);
         m_list.GoTo(rows);
         if (rows.focus && rows.first == rows.last) // in sight, even where the list follows
-            m_list.SelectMsg(m_list.GetMessageOffset() + static_cast<std::uint32_t>(*rows.focus));
+            SelectMessage(m_list, m_list.GetMessageOffset() + static_cast<std::uint32_t>(*rows.focus));
         else if (m_service->IsSorted() && !rows.focus)
             m_list.SetScrollPos32(1, 0, 1); // what sorts first
         m_list.SetRedraw(1);

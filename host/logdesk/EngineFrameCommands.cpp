@@ -335,7 +335,7 @@ void EngineFrame::TakeStep(const Step& step)
         UseColours();
         break;
     case StepAction::Message:
-        m_list.SelectMsg(static_cast<std::uint32_t>(step.count));
+        SelectMessage(m_list, static_cast<std::uint32_t>(step.count));
         break;
     case StepAction::FindMessage:
         FindText(step.text);

@@ -57,7 +57,8 @@ public:
 class MemoryFiles : public IFileCalls
 {
 public:
-    static constexpr int kPatience = 1000;
+    // More than any call is tried again. A try costs a yield, which is a wait where others compute.
+    static constexpr int kPatience = 250;
 
     HANDLE Create(const char* path, DWORD access, DWORD share, DWORD disposition, DWORD flags) override;
     bool Close(HANDLE file) override;

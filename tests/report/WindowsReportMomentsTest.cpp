@@ -68,7 +68,7 @@ protected:
     // What is there can be used.
     void ExpectUsable()
     {
-        ExpectInOrder(report);
+        ExpectInOrder(report, true);
         EXPECT_FALSE(::FindWindow("MFCFHDragWnd", nullptr) || ::FindWindow("MFCFHDropWnd", nullptr));
         EXPECT_EQ(nullptr, ::GetCapture());
         if (!report.m_hWnd)

@@ -200,7 +200,7 @@ private:
     void ExpectConsistent()
     {
         TestReport& control = *report;
-        ExpectInOrder(control);
+        ExpectInOrder(control, (mode & RVS_CALLBACK) != 0);
         const int rows = control.GetRowCount();
         const int items = control.GetItemCount();
         const int focus = control.GetCurrentFocus();

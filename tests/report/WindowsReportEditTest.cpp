@@ -328,25 +328,26 @@ TEST_F(ReportEdit, CopiesOnCAndIsNotWrittenInCallbackMode)
     EXPECT_EQ("", told) << "nobody is told of an end that was no choice";
 }
 
-// With the cells of two rows, of which (0, 1) is not to have the focus and (1, 0) is empty: the key that ends
-// an edit of a cell, and the cell that is edited or has the focus then.
+// With the cells of three rows, of which those of subitem 1 are not to have the focus and (1, 0) and the
+// third row are empty: the key that ends an edit of a cell, and the cell that is edited or has the focus
+// then.
 TEST_F(ReportEdit, GoesOnWhereItsKeyLeads)
 {
     const std::tuple<int, int, int, std::vector<int>, const char*> cases[] = {
         {0, 0, VK_TAB, {}, "edits 0 2"},         {0, 2, VK_TAB, {}, "edits 1 2"},
         {1, 2, VK_TAB, {}, "focus 1 2"},         {1, 2, VK_TAB, {VK_SHIFT}, "edits 0 2"},
         {0, 2, VK_TAB, {VK_SHIFT}, "edits 0 0"}, {0, 2, VK_RETURN, {}, "edits 1 2"},
-        {0, 0, VK_RETURN, {}, "focus 1 0"},      {1, 2, VK_RETURN, {}, "focus 1 2"},
+        {0, 0, VK_RETURN, {}, "focus 1 0"},      {1, 2, VK_RETURN, {}, "focus 2 2"},
         {0, 0, VK_ESCAPE, {}, "focus 0 0"},
     };
     for (const auto& [row, column, key, with, after] : cases)
     {
-        Show(WS_VISIBLE | RVS_NOHEADER | RVS_CELLFOCUS, {"a", "d"});
+        Show(WS_VISIBLE | RVS_NOHEADER | RVS_CELLFOCUS, {"a", "d", "g"});
         UseSystem();
         Format(1, RVSF_NOCELLFOCUS);
         report.ModifyProperty(RVP_EDITING, RVED_GOON);
         for (const auto& [item, subitem, text] :
-             {std::tuple(0, 1, "b"), {0, 2, "c"}, {1, 0, nullptr}, {1, 1, "e"}, {1, 2, "f"}})
+             {std::tuple(0, 1, "b"), {0, 2, "c"}, {1, 0, nullptr}, {1, 1, "e"}, {1, 2, "f"}, {2, 0, nullptr}})
             report.SetItemText(item, subitem, text);
         report.AdjustFocus(row, column);
         ASSERT_EQ(1, Begin(row, column, 1)) << row << column;

@@ -5,8 +5,10 @@
 
 #include "QmLogReader.h"
 #include "QmLogTextCtrl.h"
+#include "QmLogTimes.h"
 #include "QmLogWriter.h"
 #include "logview/ShownRows.h"
+#include "msgservice/session/ClockText.h"
 
 #include <algorithm>
 #include <commctrl.h>
@@ -156,6 +158,50 @@ void MeasureScripts(const Options& options, Frame& frame, Report& report)
     QmLogWriterCloseAll();
 }
 
+// The rows' times in the wide margin, as LogDesk shows them, against the wide margin alone.
+void MeasureTimes(const Options& options, const TemporaryFolder& folder, Frame& frame, Report& report)
+{
+    constexpr int kRows = 100; // more than a page
+    constexpr int kColumns = 14;
+    CQmLogWriter& main = QmLogWriterDefine("Main");
+    QmLogSetTimes(true);
+    for (int row = 0; row < kRows; ++row, ::Sleep(5))
+        Check(main.WriteLine(std::string(LogFiles::kLineBytes - 1, 'x').c_str()), "writing");
+    QmLogSetTimes(false);
+    QmLogWriterCloseAll();
+
+    CQmLogTimes times;
+    Check(times.SetFolder(nullptr), "reading the times");
+    QmLogLook look;
+    look.wideMargin = true;
+    CQmLogTextCtrl windows[2];
+    for (CQmLogTextCtrl& text : windows)
+    {
+        Open(text, frame);
+        text.SetLook(look);
+        text.Focus(0, 0, false);
+    }
+    windows[1].SetMarginTexts(kColumns, [&times](std::uint32_t number) {
+        QmLogTime time;
+        Check(times.TimeOf(number, time), "the time of a row");
+        return msgservice::LocalTime(time.time).substr(10);
+    });
+    const auto variant = [](HWND hwnd) { return WhenShown(hwnd, 20, [hwnd] { Repaint(hwnd); }); };
+    const Comparison comparison({variant(windows[0]), variant(windows[1])}, options.quick ? 11 : 51);
+    report.Add({"full repaint, times of the rows",
+                comparison.Time(1),
+                "us",
+                "the wide margin alone",
+                comparison.Ratio(1),
+                {}});
+    for (CQmLogTextCtrl& text : windows)
+        text.DestroyWindow();
+    QmLogReaderDefine("Main").Close();
+    main.Clear();
+    QmLogWriterCloseAll();
+    ::DeleteFileA((folder.Path() + "Log.TIM").c_str());
+}
+
 // What a page of one log and a look at the shared counter ask of the file system.
 void MeasureCalls(Frame& frame, Report& report)
 {
@@ -218,6 +264,7 @@ void MeasureLogWindow(const Options& options, const TemporaryFolder& folder, Rep
 {
     Frame frame;
     MeasureScripts(options, frame, report);
+    MeasureTimes(options, folder, frame, report);
     const auto write = [&folder](unsigned bytes) {
         QmLogReaderDefine("Main").Close();
         LogFiles log(folder.Path(), "Main");

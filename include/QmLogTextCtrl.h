@@ -238,7 +238,8 @@ public:
     void SetBookmarkClick(std::function<void(std::uint32_t number)> click);
 
     // For the wide margin: a column of `columns` characters after a log's initial, with what `text` answers
-    // for a row's number; 0 for none. It is asked for while rows are drawn, and needs room beside the text.
+    // for a row's number; 0 or null for none. It is asked for while rows are drawn, and needs room beside the
+    // text.
     void SetMarginTexts(int columns, std::function<std::string(std::uint32_t number)> text);
 
     // A strip beside the scroll bar, by number from top to bottom: a lane for each log with its errors,

@@ -95,7 +95,7 @@ const QmLogColors& CQmLogTextCtrl::GetMarginColors() const
 
 void CQmLogTextCtrl::SetMarginTexts(int columns, std::function<std::string(std::uint32_t number)> text)
 {
-    m_marginColumns = columns;
+    m_marginColumns = text ? std::max(columns, 0) : 0;
     m_marginText = std::move(text);
     if (GetSafeHwnd())
         MetricsChanged();

@@ -585,6 +585,27 @@ TEST_F(LogTextTest, TheWideMarginShowsWhatClicksMeet)
     EXPECT_EQ(std::vector<std::uint32_t>(2, Style(row + 1).time), clicked);
     EXPECT_EQ(row + 2, text.GetCaretRow());
 
+    const int narrow = text.GetMarginWidth();
+    std::set<std::uint32_t> asked;
+    text.SetMarginTexts(4, [&](std::uint32_t number) {
+        asked.insert(number);
+        return number == Style(row).time ? "12:3" : "";
+    });
+    const logview::MarginLayout wide(text.GetRowHeight(), text.GetColumnWidth(), 600, 4);
+    EXPECT_EQ(wide.Width(), text.GetMarginWidth());
+    EXPECT_TRUE(zone(row, wide.Text()).contains(colors.kinds[kDetailKind]));
+    EXPECT_FALSE(zone(row + 1, wide.Text()).contains(colors.kinds[kDetailKind]));
+    for (int shown = 0; shown < text.GetRowCount(); ++shown)
+        EXPECT_EQ(shown >= text.GetTopRow() && PointIn(shown, 0, 0).y < 400,
+                  asked.contains(Style(shown).time))
+            << shown;
+    for (const int columns : {4, -1, 0})
+    {
+        text.SetMarginTexts(columns, nullptr);
+        EXPECT_FALSE(zone(row, wide.Text()).contains(colors.kinds[kDetailKind])) << columns;
+        EXPECT_EQ(narrow, text.GetMarginWidth()) << columns;
+    }
+
     text.SetLook({});
     EXPECT_EQ(usualLeft, text.GetRowLeft(0));
     EXPECT_EQ(0, text.GetMarginWidth());

@@ -124,6 +124,24 @@ TEST_F(SessionSourceTest, FollowsWhatIsWrittenAndANewSession)
     EXPECT_EQ("A new session has begun in the log folder\n", source.TakeNotices());
 }
 
+// A long log's rows lie in pages.
+TEST_F(SessionSourceTest, OneRowMoreIsOneMessageMore)
+{
+    SessionSource source({"Main"}, SessionSource::Until::Forever);
+    std::string text = "line";
+    for (int line = 2; line <= 10000; ++line)
+        text += "\nline";
+    m_main.Write(text.c_str());
+    Read(source);
+    Read(source); // the last line has not gone on
+    for (const char* const number : {"10001", "10002"})
+    {
+        m_main.Write((std::string("\n") + number).c_str());
+        const std::string lines = Read(source) + Read(source);
+        EXPECT_EQ(std::string(number) + " " + number + " 2Plain Main:" + number + " " + number + "\n", lines);
+    }
+}
+
 // Whatever is written, taken back and written again: as "log:row" of each message, and as messages of rows.
 TEST_F(SessionSourceTest, MessagesAndRowsLeadToEachOther)
 {

@@ -46,12 +46,13 @@ bool LogPages::ReadApart(unsigned long index, CQmLogRow& row, std::string_view& 
         return false;
     row = Row(index);
     // The next row's offset ends the line. A row that has none yet, or a wrong one, ends it before its begin.
+    const bool hasNext = HoldsRow(index + 1); // else it is the last one, or the rows have become fewer
     const unsigned long begin = row.offset;
-    const unsigned long next = HoldsRow(index + 1) ? Row(index + 1).offset : m_textSize;
+    const unsigned long next = hasNext ? Row(index + 1).offset : m_textSize;
     const unsigned long end = std::max(begin, std::min(next, m_textSize));
     if (!LoadText(begin, end))
         return false;
-    text = last ? FirstLine(Text(begin, end)) : Text(begin, end);
+    text = hasNext ? Text(begin, end) : FirstLine(Text(begin, end));
     FindStretch(index);
     return true;
 }
@@ -73,7 +74,8 @@ unsigned long LogPages::Skip(unsigned long index, std::string_view wanted)
     return m_firstRow + static_cast<unsigned long>(behind - rows) - 1;
 }
 
-// What is asked for in sequence, its successor included, is read by the page. So are the headers of small
+// With the row after it, whose offset ends its line. What is asked for in sequence, backwards too, is read by
+// the page. So are the headers of small
 // blocks: to read what lies between them costs less than a read for each of them.
 bool LogPages::LoadRows(unsigned long index)
 {
@@ -82,7 +84,7 @@ bool LogPages::LoadRows(unsigned long index)
     const bool onward = index - m_firstRow <= m_rowsHeld + kNearRows;
     const bool backward = index + 1 == m_firstRow;
     const unsigned long count = onward || backward ? kPageRows : kFewRows;
-    m_firstRow = backward ? index + 1 - std::min(index + 1, count) : index;
+    m_firstRow = backward ? index + 2 - std::min(index + 2, count) : index;
     m_rows.resize(std::max<std::size_t>(m_rows.size(), count));
     m_rowsHeld = m_reader.ReadRows(m_firstRow, std::min(count, m_rowCount - m_firstRow), m_rows.data());
     m_stretchEnd = 0;

@@ -54,10 +54,21 @@ start() {
     until_shown '^msctls_statusbar32 .* visible$' # the window itself, which has a title before it shows
 }
 
+# Presses Alt+F4, which is lost where the focus is with none; true once LogDesk has ended.
+ends() {
+    keys alt+F4
+    for _ in {1..40}; do
+        [[ -d /proc/$desk ]] || return 0
+        sleep 0.05
+    done
+    refocus
+    return 1
+}
+
 # LogDesk ends by Alt+F4 and answers 0.
 leave() {
     local code=0
-    keys alt+F4
+    until_true ends || fail "LogDesk does not end"
     wait "$desk" || code=$?
     ((code == 0)) || fail "LogDesk ended with $code"
 }

@@ -32,22 +32,30 @@ bool IsZero(const char* bytes, std::size_t count)
     return any == 0;
 }
 
-// Makes the buffer NUL again. Clearing 64 KiB would cost more than the rest of a cell, so it ends at the
-// first chunk that nobody has written to, and looks at the end, where some put a terminator in advance.
+// Makes a chunk NUL again. False if nobody has written to it.
+bool Clear(char* chunk)
+{
+    if (IsZero(chunk, kChunk))
+        return false;
+    std::memset(chunk, 0, kChunk);
+    return true;
+}
+
+// Makes the buffer NUL again. Clearing 64 KiB would cost more than the rest of a cell, so it goes from both
+// ends to the first chunk that nobody has written to: some put digits or a terminator at the end.
 char* ClearedText(std::vector<char>& text)
 {
     if (text.empty())
         text.resize(kBuffer);
-    std::size_t begin = 0;
-    for (std::size_t count = kChunk; begin < kBuffer; begin += count)
+    char* const begin = text.data();
+    char* const end = begin + kBuffer;
+    for (char* chunk = begin; chunk + kChunk <= end && Clear(chunk); chunk += kChunk)
     {
-        count = std::min(kChunk, kBuffer - begin);
-        if (IsZero(text.data() + begin, count))
-            break;
-        std::memset(text.data() + begin, 0, count);
     }
-    text[kTextMax - 1] = text[kTextMax] = '\0';
-    return text.data();
+    for (char* chunk = end - kChunk; chunk >= begin && Clear(chunk); chunk -= kChunk)
+    {
+    }
+    return begin;
 }
 
 // Makes a record one of an item of which nothing is known. Its memory is used again.

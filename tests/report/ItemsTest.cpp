@@ -55,7 +55,8 @@ TEST(Items, ReadsWhatTheOwnerAnswersInCallbackMode)
 // A subclass that loads by itself finds nothing of the item before, and the owner an empty text buffer.
 TEST(Items, AreAskedForWithNothingOfTheItemBefore)
 {
-    const std::pair<int, int> written[] = {{0, 3}, {0, 65536}, {100, 200}, {65535, 65537}, {900, 5000}};
+    const std::pair<int, int> written[] = {{0, 3},         {0, 65536},     {100, 200}, {65535, 65537},
+                                           {65000, 65537}, {64000, 65030}, {0, 65537}, {0, 0}};
     ModelControl control;
     control.AskFor(1);
     control.load = [](report::Item& record) {

@@ -22,8 +22,7 @@ namespace
 {
 
 constexpr std::chrono::milliseconds kIndexSlice{12}; // a step of reading the index
-constexpr std::uint64_t kIndexRows = 20000;          // between looks at the clock
-constexpr std::uint64_t kIndexRowsAtOnce = 50000;    // of a look: many sessions need no further step
+constexpr std::uint64_t kIndexRows = 20000; // between looks at the clock; at once, when rows have come
 
 // The classes of rows of kinds, and back.
 constexpr unsigned kErrorClasses = 1u << logview::kErrorHeader | 1u << logview::kErrorRow;
@@ -77,7 +76,7 @@ void CQmLogTextCtrl::RefreshMerged()
     if (isShown && merged.IsDisplayed(caret)) // rows may have come late, and before others
         if (const int now = merged.FindRow(caret); now != row)
             MoveRows(row, now - row);
-    if (merged.Extend(kIndexRowsAtOnce) && GetSafeHwnd())
+    if (merged.Extend(kIndexRows) && GetSafeHwnd())
         SetTimer(logview::kIndexTimer, logview::kIndexInterval, nullptr);
 }
 

@@ -16,32 +16,7 @@ constexpr std::uint32_t kMostRows = 4000;   // only damaged logs have so many in
 constexpr std::uint32_t kBufferRows = 3276; // 64 KiB
 constexpr std::size_t kLatePoints = 64;     // how far back a late row is put
 
-// One of a class, in 12 bits for each: a stretch has fewer than 4,096 rows. By kind, and for headers.
-constexpr std::uint64_t One(RowClass rowClass)
-{
-    return std::uint64_t{1} << (12 * rowClass);
-}
-constexpr std::uint64_t kOnes[2][4] = {
-    {One(kPlainRow), One(kNoticeRow), One(kErrorRow), One(kDetailRow)},
-    {One(kPlainRow), One(kNoticeRow), One(kErrorHeader), One(kDetailRow)},
-};
-
 } // namespace
-
-RowClass ClassOf(const CQmLogRow& row)
-{
-    switch (row.kind)
-    {
-    case kNoticeKind:
-        return kNoticeRow;
-    case kErrorKind:
-        return row.blockBegin != 0 ? kErrorHeader : kErrorRow;
-    case kDetailKind:
-        return kDetailRow;
-    default:
-        return kPlainRow;
-    }
-}
 
 std::uint32_t MergePoint::RowsOf(unsigned file) const
 {
@@ -174,25 +149,19 @@ bool MergeIndex::TakeRows(unsigned file)
         const bool atEnd = log.bufferFirst + log.buffer.size() == log.count;
         const CQmLogRow* const last = begin + std::min<std::ptrdiff_t>(atEnd ? end - begin : end - begin - 1,
                                                                        kMostRows - m_stretchRows);
-        std::uint64_t counts = 0;
-        std::uint8_t lowest = stretch.lowest[file];
-        std::uint8_t header = static_cast<std::uint8_t>(stretch.lowestHeader - 1);
-        const CQmLogRow* at = begin;
-        for (; at != last; ++at)
+        RowTally tally;
+        const CQmLogRow* at = tally.AddBelow(begin, last, m_stretchEnd);
+        while (at != last && at + 1 != end && at[1].time < m_stretchEnd) // one damaged number
         {
-            if (at->time >= m_stretchEnd && (at + 1 == end || at[1].time >= m_stretchEnd))
-                break;
-            const bool isHeader = at->blockBegin != 0;
-            counts += kOnes[isHeader][at->kind <= kDetailKind ? at->kind : kPlainKind];
-            lowest = std::min(lowest, at->indent);
-            header = std::min(header, static_cast<std::uint8_t>(isHeader ? at->indent - 1 : 0xFE));
+            tally.Add(*at);
+            at = tally.AddBelow(at + 1, last, m_stretchEnd);
         }
         if (at == begin)
             return m_stretchRows < kMostRows;
         for (unsigned i = 0; i < kRowClasses; ++i)
-            m_end.counts[file][i] += static_cast<std::uint32_t>(counts >> (12 * i)) & 0xFFF;
-        stretch.lowest[file] = lowest;
-        stretch.lowestHeader = static_cast<std::uint8_t>(std::min<unsigned>(header, 0xFE) + 1);
+            m_end.counts[file][i] += tally.counts[i];
+        stretch.lowest[file] = std::min(stretch.lowest[file], tally.lowest);
+        stretch.lowestHeader = std::min(stretch.lowestHeader, tally.lowestHeader);
         log.last = at[-1];
         log.next += static_cast<std::uint32_t>(at - begin);
         m_stretchRows += static_cast<std::uint32_t>(at - begin);

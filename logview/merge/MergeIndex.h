@@ -3,24 +3,13 @@
 
 #include "logview/DisplayedRows.h"
 #include "logview/RowSource.h"
+#include "logview/merge/RowTally.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace logview
 {
-
-// What a row counts as.
-enum RowClass : unsigned
-{
-    kPlainRow, // of a kind of the host's own, too
-    kNoticeRow,
-    kErrorHeader,
-    kErrorRow, // of an error's block, below the header
-    kDetailRow,
-    kRowClasses
-};
-RowClass ClassOf(const CQmLogRow& row);
 
 // The key by which a row is put into the order: its number, or the next row's of its log where that is
 // smaller. So one damaged number does not hold up the rest of its log.

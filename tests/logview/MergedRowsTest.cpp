@@ -348,6 +348,45 @@ private:
 
 } // namespace
 
+// Whatever lies in the padding, and wherever a greater number comes.
+TEST(RowTally, CountsAsAPlainLoopDoes)
+{
+    std::mt19937 random(1);
+    for (int turn = 0; turn < 20'000; ++turn)
+    {
+        std::vector<CQmLogRow> rows(random() % 12);
+        const bool isShallow = random() % 2 == 0;
+        const std::uint64_t from = std::array{0u, 0x7FFFFFC0u, 0xFFFFFF9Du}[random() % 3];
+        const std::uint64_t number = from + random() % 100;
+        for (CQmLogRow& row : rows)
+        {
+            for (std::uint8_t* const byte : {row.padding, row.morePadding})
+                std::generate_n(byte, 3, std::ref(random));
+            const unsigned depth = static_cast<unsigned>(random() % 3);
+            row.indent = static_cast<std::uint8_t>(isShallow ? depth : 255 - depth);
+            row.kind = static_cast<QmLogBlockKind>(random() % 8 == 0 ? random() : random() % 4);
+            row.blockBegin = static_cast<std::uint8_t>(random() % 2 == 0 ? 0 : random());
+            row.time =
+                static_cast<std::uint32_t>(from + random() % (random() % 2 == 0 ? number - from + 1 : 99));
+        }
+        RowTally wanted;
+        std::size_t below = 0;
+        for (; below < rows.size() && rows[below].time < number; ++below)
+        {
+            const CQmLogRow& row = rows[below];
+            ++wanted.counts[ClassOf(row)];
+            wanted.lowest = std::min(wanted.lowest, row.indent);
+            if (row.blockBegin != 0 && row.indent > 0)
+                wanted.lowestHeader = std::min(wanted.lowestHeader, row.indent);
+        }
+        RowTally tally;
+        EXPECT_EQ(rows.data() + below, tally.AddBelow(rows.data(), rows.data() + rows.size(), number));
+        ASSERT_TRUE(std::equal(std::begin(wanted.counts), std::end(wanted.counts), tally.counts)) << turn;
+        ASSERT_EQ(wanted.lowest, tally.lowest) << turn;
+        ASSERT_EQ(wanted.lowestHeader, tally.lowestHeader) << turn;
+    }
+}
+
 TEST(MergedRowsTest, ShowWhatPlainLoopsOverAllRowsShow)
 {
     const unsigned first = FirstSeed();

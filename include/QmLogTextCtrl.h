@@ -301,6 +301,7 @@ private:
     void ShowFindBar(CWnd* bar, int height);
     bool ShowFound(int file, unsigned long fileRow, int begin, int end);
     int FindShownRow(int file, unsigned long fileRow);
+    void DrawLine(CDC& dc, int x, int y, std::string_view text, COLORREF color);
     bool DrawFoundMarks(CDC& dc, int x, int y, std::string_view text, COLORREF color);
     void DrawFoundTexts(CDC& dc, int x, int y, std::string_view text, COLORREF color);
 

@@ -3,6 +3,7 @@
 #include "logview/ShownRows.h"
 #include "vkgrafic/DrawingGuards.h"
 #include "vkgrafic/GraphicText.h"
+#include "zemacore/WideText.h"
 
 #include <algorithm>
 #include <iterator>
@@ -99,13 +100,9 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
 
     const COLORREF color = GetDrawColor(GetKindColor(shown->record.kind));
     const std::string_view text = Printable(shown->text);
-    const bool isMarkedAnew = DrawFoundMarks(dc, x, y, text, color);
-    dc.SetTextColor(color);
-    dc.SetBkMode(TRANSPARENT);
-    GraphicText(dc.GetSafeHdc(), &GetGraphicFont())
-        .DrawCells(text.data(), static_cast<int>(text.size()), x, y + 1, GetColumnWidth());
-    if (isMarkedAnew)
-        DrawFoundTexts(dc, x, y, text, color);
+    // The letters of other fonts may be higher than a row.
+    if (!IsAbovePainted(y) || !ZEMA::IsAscii(text.data(), text.size()))
+        DrawLine(dc, x, y, text, color);
 
     if (shown->record.blockBegin != 0)
     {
@@ -122,6 +119,17 @@ void CQmLogTextCtrl::DrawRow(CDC& dc, int x, int y, int row)
         DrawCaretMark(dc, margin, y);
     if (shown->marked)
         DrawFoldMark(dc, margin, y, atCaret, shown->expanded);
+}
+
+void CQmLogTextCtrl::DrawLine(CDC& dc, int x, int y, std::string_view text, COLORREF color)
+{
+    const bool isMarkedAnew = DrawFoundMarks(dc, x, y, text, color);
+    dc.SetTextColor(color);
+    dc.SetBkMode(TRANSPARENT);
+    GraphicText(dc.GetSafeHdc(), &GetGraphicFont())
+        .DrawCells(text.data(), static_cast<int>(text.size()), x, y + 1, GetColumnWidth());
+    if (isMarkedAnew)
+        DrawFoundTexts(dc, x, y, text, color);
 }
 
 // All of the line, of which the window shows no more than RowCache::kLineBytes.

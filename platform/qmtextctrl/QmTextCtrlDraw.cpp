@@ -6,6 +6,7 @@
 #include "vkgrafic/PaintBands.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {
@@ -25,6 +26,19 @@ public:
 private:
     VkGrafic::SavedState m_saved;
     bool& m_drawing;
+};
+
+// Known while rows are painted.
+class PaintedTop
+{
+public:
+    PaintedTop(int& member, int top) : m_member(member) { member = top; }
+    ~PaintedTop() { m_member = std::numeric_limits<int>::min(); }
+    PaintedTop(const PaintedTop&) = delete;
+    PaintedTop& operator=(const PaintedTop&) = delete;
+
+private:
+    int& m_member;
 };
 } // namespace
 
@@ -89,6 +103,7 @@ void CQmTextCtrl::DrawRows(CDC& dc, const CRect& area)
     if (text.IntersectRect(area, GetTextArea()))
     {
         const VkGrafic::SavedState unclipped(dc);
+        const PaintedTop top(m_paintedTop, area.top);
         if (text != area)
             dc.IntersectClipRect(text); // scrolled text would lie in the margin
         for (int row = rows.begin; row < rows.end; ++row)
@@ -144,6 +159,11 @@ void CQmTextCtrl::DrawSelection(CDC& dc, const CRect& area, int row)
     dc.FillSolidRect(clip, m_colors.selection);
     dc.SetBkMode(TRANSPARENT);
     DrawRow(dc, m_view.XOf({row, 0}), y, row);
+}
+
+bool CQmTextCtrl::IsAbovePainted(int y) const
+{
+    return y + m_view.CurrentMetrics().rowHeight <= m_paintedTop;
 }
 
 COLORREF CQmTextCtrl::GetDrawColor(COLORREF wanted) const

@@ -307,11 +307,15 @@ class Letter : public CQmHookWnd
 public:
     Letter(char letter, std::string& text) : m_letter(letter), m_text(text) {}
 
+    std::function<void()> act; // then
+
 protected:
     BOOL OnHookMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*) override
     {
         if (message == WM_APP)
             m_text += m_letter;
+        if (message == WM_APP && act)
+            act();
         return message == WM_APP && wParam == static_cast<WPARAM>(m_letter);
     }
 
@@ -338,6 +342,53 @@ TEST_F(HandlerTest, HooksGoInAnyOrder)
             EXPECT_EQ(left, TakeDone()) << order;
         }
     }
+}
+
+// The others see the message once, those that come meanwhile see the next one.
+TEST_F(HandlerTest, HooksComeAndGoWhileOneSeesAMessage)
+{
+    for (int acting = 0; acting < 3; ++acting)
+    {
+        for (int going = 0; going < 3; ++going)
+        {
+            Letter hooks[] = {{'a', done}, {'b', done}, {'c', done}};
+            Letter late('d', done);
+            for (Letter& hook : hooks)
+                ASSERT_TRUE(hook.Attach(*wnd));
+            hooks[acting].act = [&] {
+                hooks[going].Detach();
+                late.Attach(*wnd);
+                hooks[acting].act = nullptr;
+            };
+            std::string seen = "cba";
+            if (going < acting)
+                std::erase(seen, static_cast<char>('a' + going));
+            wnd->SendMessage(WM_APP);
+            EXPECT_EQ(seen, TakeDone()) << acting << going;
+            std::string left = "dcba";
+            std::erase(left, static_cast<char>('a' + going));
+            wnd->SendMessage(WM_APP);
+            EXPECT_EQ(left, TakeDone()) << acting << going;
+        }
+    }
+    const auto before = ::GetWindowLongPtr(*wnd, GWLP_WNDPROC);
+    Letter hooks[] = {{'a', done}, {'b', done}, {'c', done}};
+    for (Letter& hook : hooks)
+        ASSERT_TRUE(hook.Attach(*wnd));
+    hooks[2].Detach();
+    hooks[0].Detach();
+    EXPECT_NE(before, ::GetWindowLongPtr(*wnd, GWLP_WNDPROC));
+    hooks[1].Detach();
+    EXPECT_EQ(before, ::GetWindowLongPtr(*wnd, GWLP_WNDPROC)) << "the window's own again";
+    for (Letter& hook : hooks)
+        ASSERT_TRUE(hook.Attach(*wnd));
+    hooks[1].act = [this] { wnd.reset(); };
+    ::SendMessage(*wnd, WM_APP, 0, 0);
+    EXPECT_EQ("cb", TakeDone());
+    for (const Letter& hook : hooks)
+        EXPECT_EQ(nullptr, hook.GetHookedWindow());
+    EXPECT_FALSE(hooks[0].Attach(nullptr));
+    EXPECT_FALSE(hooks[0].Attach(::GetDesktopWindow())) << "of another thread";
 }
 
 } // namespace

@@ -32,8 +32,8 @@ protected:
     LRESULT CallWindow(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    static LRESULT CALLBACK HookProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR data);
+    static LRESULT CALLBACK HookProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT PassOn(HWND hwnd, const CQmHookWnd* from, UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND m_hWnd = nullptr;
 };

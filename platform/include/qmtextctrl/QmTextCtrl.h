@@ -7,6 +7,7 @@
 #include "zemacore/ZemaApi.h"
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -207,6 +208,10 @@ protected:
     // Whether DrawRow draws what is selected, on the selection's background.
     bool IsDrawingSelection() const { return m_drawingSelection; }
 
+    // Whether DrawRow draws a row that ends above what is painted: nothing of it is seen but what reaches
+    // beyond the row's lower edge.
+    bool IsAbovePainted(int y) const;
+
     BOOL PreCreateWindow(CREATESTRUCT& create) override;
 
     // Derived classes hand on what they do not deal with. Timers 1 and 2 are this class's own.
@@ -300,6 +305,7 @@ private:
     textview::WheelSteps m_zoomWheel;
     bool m_focused = false;
     bool m_drawingSelection = false;
+    int m_paintedTop = std::numeric_limits<int>::min(); // while rows are painted
     bool m_dragging = false;
     CPoint m_dragPoint;
     std::string m_findText;

@@ -8,7 +8,7 @@ namespace VkGrafic
 
 // A picture as large as a window is no longer in the processor's cache when it is copied to the screen: a
 // paint by bands of so many pixels takes about three quarters of the time. Bands half as large take more.
-constexpr int kBandPixels = 64 * 1024;
+constexpr int kBandPixels = 256 * 1024;
 
 // Where the band ends that begins at `top`, when what is `width` wide is painted down to `bottom`. It has as
 // many rows of `rowHeight` as make kBandPixels, at least one, and ends between two rows, so that none is

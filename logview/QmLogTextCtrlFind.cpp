@@ -146,14 +146,15 @@ bool CQmLogTextCtrl::DrawFoundMarks(CDC& dc, int x, int y, std::string_view text
     VkGrafic::TextCells cells;
     cells.Take(text.data(), text.size());
     const COLORREF background = logview::MatchBackground(GetWindowColor());
+    const VkGrafic::Selected brush(dc, ::GetStockObject(DC_BRUSH));
+    ::SetDCBrushColor(dc, background);
     for (const logview::FoundStretch& match : found)
     {
         const int left = x + cells.CellOf(static_cast<int>(match.begin)) * GetColumnWidth();
         const int right = x + cells.CellOf(static_cast<int>(match.end)) * GetColumnWidth();
         m_marks.emplace_back(left, y, right, y + GetRowHeight());
-        dc.FillSolidRect(m_marks.back(), background);
+        ::PatBlt(dc, left, y, right - left, GetRowHeight(), PATCOPY);
     }
-    dc.SetBkMode(TRANSPARENT);
     return logview::MatchText(color, background) != color;
 }
 

@@ -75,8 +75,8 @@ unsigned long LogPages::Skip(unsigned long index, std::string_view wanted)
 }
 
 // With the row after it, whose offset ends its line. What is asked for in sequence, backwards too, is read by
-// the page. So are the headers of small
-// blocks: to read what lies between them costs less than a read for each of them.
+// the page. So are the headers of small blocks: to read what lies between them costs less than a read for
+// each of them.
 bool LogPages::LoadRows(unsigned long index)
 {
     if (m_failed || index >= m_rowCount)

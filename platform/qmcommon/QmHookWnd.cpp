@@ -86,12 +86,13 @@ void CQmHookWnd::Detach()
         return;
     HookedWindow& window = found->second;
     std::erase(window.hooks, this);
-    // Where others came later, HookProc stays below them and only passes on.
-    if (window.hooks.empty() && window.own.HasProcedure(hwnd, HookProc))
-    {
+    if (!window.hooks.empty())
+        return;
+    if (window.own.HasProcedure(hwnd, HookProc))
         window.own.SetProcedure(hwnd, window.own.procedure);
-        windows.erase(found);
-    }
+    else if (::IsWindow(hwnd))
+        return; // others came later: HookProc stays below them and only passes on
+    windows.erase(found);
 }
 
 LRESULT CQmHookWnd::CallWindow(UINT message, WPARAM wParam, LPARAM lParam)

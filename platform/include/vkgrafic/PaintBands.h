@@ -6,8 +6,8 @@
 namespace VkGrafic
 {
 
-// A picture as large as a window is no longer in the processor's cache when it is copied to the screen: a
-// paint by bands of so many pixels takes about three quarters of the time. Bands half as large take more.
+// A picture as large as a window is no longer in the processor's cache when it is copied to the screen.
+// docs/performance.md has what bands of other sizes take.
 constexpr int kBandPixels = 256 * 1024;
 
 // Where the band ends that begins at `top`, when what is `width` wide is painted down to `bottom`. It has as

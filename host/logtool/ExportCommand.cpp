@@ -86,7 +86,7 @@ private:
     void Row(const WalkedRow& row) override
     {
         m_form.Row(row, m_buffer);
-        if (m_buffer.size() >= kExportPiece)
+        if (m_buffer.Size() >= kExportPiece)
             Flush();
     }
 
@@ -99,8 +99,8 @@ private:
 
     void Flush()
     {
-        m_output.Write(m_buffer);
-        m_buffer.clear();
+        m_output.Write(m_buffer.Bytes());
+        m_buffer.Clear();
     }
 
     void Commit()
@@ -120,7 +120,7 @@ private:
     ExportOutput& m_output;
     Host& m_host;
     std::vector<std::string> m_logs;
-    std::string m_buffer;
+    ExportBuffer m_buffer;
     bool m_isOtherSession; // than the one of the cursor
     FollowedWalk m_walk;
 };
@@ -243,18 +243,18 @@ int Export::RunOnce(const WalkChoice& choice, Host& host) const
     const std::unique_ptr<ExportForm> form = MakeForm(source);
     const std::unique_ptr<ExportOutput> output = OpenOutput({}, host);
     SessionWalk walk(choice);
-    std::string buffer;
+    ExportBuffer buffer;
     form->Begin(buffer);
     while (const WalkedRow* const row = walk.Next())
     {
         form->Row(*row, buffer);
-        if (buffer.size() < kExportPiece)
+        if (buffer.Size() < kExportPiece)
             continue;
-        output->Write(buffer);
-        buffer.clear();
+        output->Write(buffer.Bytes());
+        buffer.Clear();
     }
     form->End(buffer);
-    output->Write(buffer);
+    output->Write(buffer.Bytes());
     output->Commit();
     return EndOf(walk.Unreadable(), host);
 }
@@ -274,10 +274,10 @@ void Export::RunFrom(ExportCursor& cursor, const WalkChoice& choice, Host& host)
         if (m_cursorFile)
             WriteExportCursor(*m_cursorFile, cursor);
     } while (followed.HasMore() ? !m_follow || !host.IsEndWanted() : m_follow && host.Wait());
-    std::string end;
+    ExportBuffer end;
     form->End(end);
     if (m_output || !m_cursorFile)
-        output->Write(end);
+        output->Write(end.Bytes());
 }
 
 void Export::RunFollowed(const WalkChoice& choice, Host& host) const

@@ -1,6 +1,7 @@
 // The forms in which rows go to other tools.
 #pragma once
 
+#include "logtool/ExportBuffer.h"
 #include "sessionwalk/WalkedRow.h"
 
 #include <cstdint>
@@ -32,13 +33,13 @@ public:
     virtual ~ExportForm() = default;
 
     // What a file begins with, and what rows of another session begin with.
-    virtual void Begin(std::string& to) { static_cast<void>(to); }
-    virtual void SetSource(const ExportSource& source, std::string& to) = 0;
+    virtual void Begin(ExportBuffer& to) { static_cast<void>(to); }
+    virtual void SetSource(const ExportSource& source, ExportBuffer& to) = 0;
 
-    virtual void Row(const sessionwalk::WalkedRow& row, std::string& to) = 0;
+    virtual void Row(const sessionwalk::WalkedRow& row, ExportBuffer& to) = 0;
 
     // What a file ends with. It is taken away again when rows are to follow.
-    virtual void End(std::string& to) { static_cast<void>(to); }
+    virtual void End(ExportBuffer& to) { static_cast<void>(to); }
 
     // What there is to know of the rows so far, as lines, for going on with the same file in another process.
     virtual std::string State() const { return {}; }

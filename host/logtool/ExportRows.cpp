@@ -1,7 +1,7 @@
 // Rows as JSON Lines and as CSV.
+#include "logtool/CountedText.h"
 #include "logtool/ExportForm.h"
 #include "logtool/ExportText.h"
-#include "logtool/RowText.h"
 
 namespace logtool
 {
@@ -9,104 +9,95 @@ namespace logtool
 namespace
 {
 
+using namespace std::string_view_literals;
 using sessionwalk::kNoBlock;
 using sessionwalk::WalkedRow;
 
-// A row's fields but for number, time and text, which are most often those of the row before in its log: what
-// stands before the number and what stands after the time are kept as texts.
-class KeptFields
+// What comes before a row's text, which but for the number is most often that of the row before in its log.
+class RowHeads
 {
 public:
-    struct Texts
-    {
-        std::string before;
-        std::string after;
-    };
+    virtual ~RowHeads() = default;
 
-    virtual ~KeptFields() = default;
-
-    const Texts& Of(const WalkedRow& row)
+    CountedText& HeadOf(const WalkedRow& row)
     {
         if (row.log >= m_kept.size())
             m_kept.resize(row.log + 1);
         Kept& kept = m_kept[row.log];
-        if (!kept.valid || kept.depth != row.depth || kept.kind != row.kind ||
-            kept.isHeader != row.isHeader || kept.block != row.block || kept.parent != row.parent ||
-            kept.skip != row.skip)
+        const Fields fields = {row.depth, row.isHeader, row.kind, row.block, row.parent, row.skip, row.time};
+        if (kept.fields != fields || !kept.head.CanCount(row.number))
         {
-            kept.valid = true;
-            kept.depth = row.depth;
-            kept.kind = row.kind;
-            kept.isHeader = row.isHeader;
-            kept.block = row.block;
-            kept.parent = row.parent;
-            kept.skip = row.skip;
-            if (kept.texts.before.empty())
-                PutBefore(row, kept.texts.before);
-            kept.texts.after.clear();
-            PutAfter(row, kept.texts.after);
+            kept.fields = fields;
+            if (kept.before.empty())
+                PutBefore(row, kept.before);
+            ExportBuffer& text = kept.head.Begin();
+            text.Append(kept.before);
+            kept.head.AppendNumber(row.number);
+            PutAfter(row, text);
         }
-        return kept.texts;
+        return kept.head;
     }
 
     void Forget() { m_kept.clear(); }
 
 protected:
     virtual void PutBefore(const WalkedRow& row, std::string& to) const = 0; // the same for all of a log
-    virtual void PutAfter(const WalkedRow& row, std::string& to) const = 0;
+    virtual void PutAfter(const WalkedRow& row, ExportBuffer& to) const = 0;
 
 private:
-    struct Kept
+    struct Fields
     {
-        bool valid = false;
         std::uint8_t depth = 0;
-        QmLogBlockKind kind = kPlainKind;
         bool isHeader = false;
+        QmLogBlockKind kind = kPlainKind;
         std::uint32_t block = kNoBlock;
         std::uint32_t parent = kNoBlock;
         std::size_t skip = 0;
-        Texts texts;
+        std::optional<QmLogTimeValue> time;
+        bool operator==(const Fields&) const = default;
+    };
+
+    struct Kept
+    {
+        Fields fields;
+        std::string before; // the number
+        CountedText head;
     };
     std::vector<Kept> m_kept;
 };
 
-const char* TruthText(bool truth)
+std::string_view TruthText(bool truth)
 {
-    return truth ? "true" : "false";
+    return truth ? "true"sv : "false"sv;
 }
 
-class JsonForm : public ExportForm, private KeptFields
+class JsonForm : public ExportForm, private RowHeads
 {
 public:
     explicit JsonForm(const ExportSource& source) : m_source(source) {}
 
-    void SetSource(const ExportSource& source, std::string&) override
+    void SetSource(const ExportSource& source, ExportBuffer&) override
     {
         m_source = source;
         Forget();
     }
 
-    void Row(const WalkedRow& row, std::string& to) override
+    void Row(const WalkedRow& row, ExportBuffer& to) override
     {
         constexpr std::string_view kEnd = "\"}\n";
-        const Texts& texts = Of(row);
+        CountedText& head = HeadOf(row);
         const std::string_view text = row.text.substr(row.skip);
-        const std::string& time = TimeField(row);
-        m_row.Begin(texts.before.size() + time.size() + texts.after.size() + text.size() +
-                    RowText::kMostDigits + kEnd.size());
-        m_row.Put(texts.before);
-        m_row.PutNumber(row.number);
-        m_row.Put(time);
-        m_row.Put(texts.after);
-        if (m_row.PutPlain(text))
+        to.Reserve(head.Size() + text.size() + kEnd.size());
+        head.PutTo(to, row.number);
+        if (to.PutPlain(text))
         {
-            m_row.Put(kEnd);
-            to += m_row.Text();
+            to.Put(kEnd);
             return;
         }
-        to += m_row.Text();
-        AppendJson(to, text);
-        to += kEnd;
+        m_escaped.clear();
+        AppendJson(m_escaped, text);
+        m_escaped += kEnd;
+        to.Append(m_escaped);
     }
 
 private:
@@ -121,73 +112,64 @@ private:
         to += "\",\"number\":";
     }
 
-    void PutAfter(const WalkedRow& row, std::string& to) const override
+    void PutAfter(const WalkedRow& row, ExportBuffer& to) const override
     {
-        to += ",\"depth\":";
-        AppendNumber(to, row.depth);
-        to += ",\"kind\":\"";
-        to += KindText(row.kind);
-        to += "\",\"header\":";
-        to += TruthText(row.isHeader);
-        to += ",\"block\":";
+        if (row.time)
+            to.Append(",\"time\":\"" + UtcText(*row.time, 7) + "\",\"depth\":");
+        else
+            to.Append(",\"time\":null,\"depth\":");
+        to.AppendNumber(row.depth);
+        to.Append(",\"kind\":\"");
+        to.Append(KindText(row.kind));
+        to.Append("\",\"header\":");
+        to.Append(TruthText(row.isHeader));
+        to.Append(",\"block\":");
         PutBlock(row.block, to);
-        to += ",\"parent\":";
+        to.Append(",\"parent\":");
         PutBlock(row.parent, to);
-        to += ",\"skip\":";
-        AppendNumber(to, row.skip);
-        to += ",\"text\":\"";
+        to.Append(",\"skip\":");
+        to.AppendNumber(row.skip);
+        to.Append(",\"text\":\"");
     }
 
-    static void PutBlock(std::uint32_t block, std::string& to)
+    static void PutBlock(std::uint32_t block, ExportBuffer& to)
     {
         if (block != kNoBlock)
-            AppendNumber(to, block);
+            to.AppendNumber(block);
         else
-            to += "null";
-    }
-
-    // Rows of the same 10 ms have the same time.
-    const std::string& TimeField(const WalkedRow& row)
-    {
-        if (m_timeField.empty() || row.time != m_time)
-            m_timeField = row.time ? ",\"time\":\"" + UtcText(*row.time, 7) + '"' : ",\"time\":null";
-        m_time = row.time;
-        return m_timeField;
+            to.Append("null");
     }
 
     ExportSource m_source;
-    RowText m_row;
-    std::optional<QmLogTimeValue> m_time;
-    std::string m_timeField; // of that time; empty before the first row
+    std::string m_escaped;
 };
 
-class CsvForm : public ExportForm, private KeptFields
+class CsvForm : public ExportForm, private RowHeads
 {
 public:
     explicit CsvForm(const ExportSource& source) : m_source(source) {}
 
-    void Begin(std::string& to) override
+    void Begin(ExportBuffer& to) override
     {
-        to += "session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n";
+        to.Append("session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n");
     }
 
-    void SetSource(const ExportSource& source, std::string&) override
+    void SetSource(const ExportSource& source, ExportBuffer&) override
     {
         m_source = source;
         Forget();
     }
 
-    void Row(const WalkedRow& row, std::string& to) override
+    void Row(const WalkedRow& row, ExportBuffer& to) override
     {
-        const Texts& texts = Of(row);
-        to += texts.before;
-        AppendNumber(to, row.number);
-        to += ',';
-        to += row.time ? UtcText(*row.time, 7) : "";
-        to += texts.after;
-        std::string converted;
-        AppendCsv(to, Utf8Text(row.text.substr(row.skip), converted));
-        to += "\r\n";
+        const std::string_view text = row.text.substr(row.skip);
+        m_value.clear();
+        AppendCsv(m_value, Utf8Text(text, m_converted));
+        m_value += "\r\n";
+        CountedText& head = HeadOf(row);
+        to.Reserve(head.Size() + m_value.size());
+        head.PutTo(to, row.number);
+        to.Put(m_value);
     }
 
 private:
@@ -201,26 +183,30 @@ private:
         }
     }
 
-    void PutAfter(const WalkedRow& row, std::string& to) const override
+    void PutAfter(const WalkedRow& row, ExportBuffer& to) const override
     {
-        to += ',';
-        AppendNumber(to, row.depth);
-        to += ',';
-        to += KindText(row.kind);
-        to += ',';
-        to += TruthText(row.isHeader);
+        to.Append(",");
+        to.Append(row.time ? UtcText(*row.time, 7) : "");
+        to.Append(",");
+        to.AppendNumber(row.depth);
+        to.Append(",");
+        to.Append(KindText(row.kind));
+        to.Append(",");
+        to.Append(TruthText(row.isHeader));
         for (const std::uint32_t block : {row.block, row.parent})
         {
-            to += ',';
+            to.Append(",");
             if (block != kNoBlock)
-                AppendNumber(to, block);
+                to.AppendNumber(block);
         }
-        to += ',';
-        AppendNumber(to, row.skip);
-        to += ',';
+        to.Append(",");
+        to.AppendNumber(row.skip);
+        to.Append(",");
     }
 
     ExportSource m_source;
+    std::string m_value;
+    std::string m_converted;
 };
 
 } // namespace

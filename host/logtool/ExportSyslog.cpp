@@ -45,29 +45,26 @@ class SyslogForm : public ExportForm
 public:
     SyslogForm(const ExportSource& source, Framing framing) : m_source(source), m_framing(framing) {}
 
-    void SetSource(const ExportSource& source, std::string&) override { m_source = source; }
+    void SetSource(const ExportSource& source, ExportBuffer&) override { m_source = source; }
 
-    void Row(const WalkedRow& row, std::string& to) override
+    void Row(const WalkedRow& row, ExportBuffer& to) override
     {
         m_message.clear();
         PutHead(row);
         PutData(row);
         PutText(row.text.substr(row.skip));
         if (m_framing == Framing::OctetCounting)
-        {
-            AppendNumber(to, m_message.size());
-            to += ' ';
-        }
-        to += m_message;
-        if (m_framing == Framing::Lines)
-            to += '\n';
+            to.Append(std::to_string(m_message.size()) + ' ');
+        else
+            m_message += '\n';
+        to.Append(m_message);
     }
 
 private:
     void PutHead(const WalkedRow& row)
     {
         m_message += '<';
-        AppendNumber(m_message, static_cast<std::uint64_t>(8 * kUserFacility + Severity(row.kind)));
+        m_message += std::to_string(8 * kUserFacility + Severity(row.kind));
         m_message += ">1 ";
         m_message += row.time ? UtcText(*row.time, 6) : "-";
         m_message.append(" ").append(HeadField(m_source.machine, 255));

@@ -3,10 +3,10 @@
 #include "msgservice/session/SessionSource.h"
 #include "zemacore/WideText.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cctype>
-#include <charconv>
 #include <cstdio>
 #include <emmintrin.h>
 
@@ -98,13 +98,6 @@ std::string UtcText(std::int64_t time, int digits)
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
-void AppendNumber(std::string& to, std::uint64_t number)
-{
-    std::array<char, 20> digits = {};
-    const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    to.append(digits.data(), end.ptr);
-}
-
 std::string_view Utf8Text(std::string_view text, std::string& converted)
 {
     return ZEMA::ToUtf8(text.data(), text.size(), converted) ? std::string_view(converted) : text;
@@ -134,19 +127,17 @@ void AppendJson(std::string& to, std::string_view text)
 
 void AppendCsv(std::string& to, std::string_view value)
 {
-    if (value.find_first_of(",\"\r\n") == std::string_view::npos)
+    const auto asksQuotes = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+    if (std::none_of(value.begin(), value.end(), asksQuotes))
     {
         to += value;
         return;
     }
     to += '"';
-    for (const char character : value)
-    {
-        if (character == '"')
-            to += '"';
-        to += character;
-    }
-    to += '"';
+    for (std::size_t quote; (quote = value.find('"')) != std::string_view::npos;
+         value.remove_prefix(quote + 1))
+        to.append(value.substr(0, quote)).append("\"\"");
+    to.append(value) += '"';
 }
 
 void AppendSyslog(std::string& to, std::string_view text, std::string_view marked)

@@ -16,8 +16,6 @@ std::string KindText(QmLogBlockKind kind);
 // 100 ns since the beginning of 1601 as "2026-11-23T14:03:10.1234567Z", or with fewer digits.
 std::string UtcText(std::int64_t time, int digits);
 
-void AppendNumber(std::string& to, std::uint64_t number);
-
 // The text as UTF-8: itself, or the one in `converted`.
 std::string_view Utf8Text(std::string_view text, std::string& converted);
 

@@ -1,7 +1,7 @@
 // Rows as events of the public trace event format: slices for blocks, a track a log, instants for rows.
+#include "logtool/CountedText.h"
 #include "logtool/ExportForm.h"
 #include "logtool/ExportText.h"
-#include "logtool/RowText.h"
 
 #include <algorithm>
 #include <deque>
@@ -14,9 +14,8 @@ namespace logtool
 namespace
 {
 
+using namespace std::string_view_literals;
 using sessionwalk::WalkedRow;
-
-constexpr std::size_t kMostFields = 256; // bytes of an event but for its text
 
 constexpr std::int64_t kFrom1601To1970 = 116'444'736'000'000'000; // in 100 ns
 
@@ -26,24 +25,24 @@ class TraceForm : public ExportForm
 public:
     explicit TraceForm(const ExportSource& source) : m_source(source) {}
 
-    void Begin(std::string& to) override
+    void Begin(ExportBuffer& to) override
     {
-        to += '[';
+        to.Append("[");
         PutName("process_name", 0, m_source.machine + ' ' + m_source.SessionName(), to);
     }
 
-    void SetSource(const ExportSource& source, std::string& to) override
+    void SetSource(const ExportSource& source, ExportBuffer& to) override
     {
         EndSlices(to);
         m_source = source;
         m_tracks.clear();
         m_byLog.clear();
         m_last = 0;
-        to += ',';
+        to.Append(",");
         PutName("process_name", 0, m_source.machine + ' ' + m_source.SessionName(), to);
     }
 
-    void Row(const WalkedRow& row, std::string& to) override
+    void Row(const WalkedRow& row, ExportBuffer& to) override
     {
         for (const sessionwalk::EndedBlock& ended : *row.ended)
         {
@@ -57,31 +56,14 @@ public:
         EndFrom(track, row.isHeader ? row.depth : row.depth + 1u, to);
         if (begins)
             track.slices.push_back({row.block, row.depth});
-        const std::string_view text = row.text.substr(row.skip);
-        m_event.Begin(text.size() + kMostFields);
-        m_event.Put(",\n{\"name\":\"");
-        if (!m_event.PutPlain(text))
-        {
-            to += m_event.Text();
-            AppendJson(to, text);
-            m_event.Begin(kMostFields);
-        }
-        m_event.Put("\",\"cat\":\"");
-        m_event.Put(KindText(row.kind));
-        m_event.Put(begins ? "\",\"ph\":\"B\"" : "\",\"ph\":\"i\",\"s\":\"t\"");
-        PutPlace(track);
-        m_event.Put(",\"args\":{\"number\":");
-        m_event.PutNumber(row.number);
-        m_event.Put(",\"depth\":");
-        m_event.PutNumber(row.depth);
-        m_event.Put("}}");
-        to += m_event.Text();
+        SetTail(track, row, begins);
+        PutEvent(row, track, to);
     }
 
-    void End(std::string& to) override
+    void End(ExportBuffer& to) override
     {
         EndSlices(to);
-        to += "\n]\n";
+        to.Append("\n]\n");
     }
 
     std::string State() const override
@@ -118,12 +100,28 @@ private:
         unsigned depth = 0;
     };
 
+    // Of a row's event, what is most often that of the one before.
+    struct Fields
+    {
+        QmLogBlockKind kind = kPlainKind;
+        unsigned depth = 0;
+        bool begins = false;
+        std::int64_t tenths = 0;
+        bool operator==(const Fields&) const = default;
+    };
+
     // Of a log that has rows in the file.
     struct Track
     {
         std::string name;
-        std::uint32_t number;      // in the order of the logs' first rows
+        std::uint32_t number = 0;  // in the order of the logs' first rows
+        std::string place;         // as events have it
         std::vector<Slice> slices; // begun and not ended; their depths ascend
+
+        // What comes after the text of its last row: the time and what is before it, and the rest.
+        Fields fields;
+        CountedText time;
+        CountedText rest;
     };
 
     // Without a clock a number is a time in microseconds.
@@ -134,56 +132,100 @@ private:
 
     Track& AddTrack(const std::string& name)
     {
-        m_tracks.push_back({name, static_cast<std::uint32_t>(m_tracks.size() + 1), {}});
-        return m_tracks.back();
+        Track& track = m_tracks.emplace_back();
+        track.name = name;
+        track.number = static_cast<std::uint32_t>(m_tracks.size());
+        track.place =
+            ",\"pid\":" + std::to_string(m_source.ordinal) + ",\"tid\":" + std::to_string(track.number);
+        return track;
     }
 
-    Track& TrackOf(const WalkedRow& row, std::string& to)
+    Track& TrackOf(const WalkedRow& row, ExportBuffer& to)
     {
         if (row.log >= m_byLog.size())
             m_byLog.resize(row.log + 1);
-        Track*& track = m_byLog[row.log];
-        for (Track& known : m_tracks)
-            if (!track && known.name == *row.name)
-                track = &known;
-        if (!track)
-        {
-            track = &AddTrack(*row.name);
-            to += ',';
-            PutName("thread_name", track->number, track->name, to);
-        }
-        return *track;
+        if (!m_byLog[row.log])
+            m_byLog[row.log] = &FindTrack(*row.name, to);
+        return *m_byLog[row.log];
     }
 
-    void PutName(const char* what, std::uint32_t track, const std::string& name, std::string& to) const
+    Track& FindTrack(const std::string& name, ExportBuffer& to)
     {
-        to.append("\n{\"name\":\"").append(what).append("\",\"ph\":\"M\",\"pid\":");
-        AppendNumber(to, m_source.ordinal);
-        to += ",\"tid\":";
-        AppendNumber(to, track);
-        to += ",\"args\":{\"name\":\"";
-        AppendJson(to, name);
-        to += "\"}}";
+        for (Track& track : m_tracks)
+            if (track.name == name)
+                return track;
+        Track& track = AddTrack(name);
+        to.Append(",");
+        PutName("thread_name", track.number, track.name, to);
+        return track;
     }
 
-    // Where and when the event is.
-    void PutPlace(const Track& track)
+    void PutName(const char* what, std::uint32_t track, const std::string& name, ExportBuffer& to) const
     {
-        m_event.Put(",\"ts\":");
-        m_event.PutNumber(static_cast<std::uint64_t>(m_last / 10));
-        if (m_last % 10 != 0)
+        std::string text;
+        AppendJson(text, name);
+        to.Append("\n{\"name\":\"");
+        to.Append(what);
+        to.Append("\",\"ph\":\"M\",\"pid\":");
+        to.AppendNumber(m_source.ordinal);
+        to.Append(",\"tid\":");
+        to.AppendNumber(track);
+        to.Append(",\"args\":{\"name\":\"");
+        to.Append(text);
+        to.Append("\"}}");
+    }
+
+    void SetTail(Track& track, const WalkedRow& row, bool begins) const
+    {
+        const Fields fields = {row.kind, row.depth, begins, m_last % 10};
+        if (track.fields == fields && track.time.CanCount(Microseconds()) && track.rest.CanCount(row.number))
+            return;
+        track.fields = fields;
+        ExportBuffer& time = track.time.Begin();
+        time.Append("\",\"cat\":\"");
+        time.Append(KindText(row.kind));
+        time.Append(begins ? "\",\"ph\":\"B\",\"ts\":"sv : "\",\"ph\":\"i\",\"s\":\"t\",\"ts\":"sv);
+        track.time.AppendNumber(Microseconds());
+        AppendFraction(time);
+        ExportBuffer& rest = track.rest.Begin();
+        rest.Append(track.place);
+        rest.Append(",\"args\":{\"number\":");
+        track.rest.AppendNumber(row.number);
+        rest.Append(",\"depth\":");
+        rest.AppendNumber(row.depth);
+        rest.Append("}}");
+    }
+
+    void PutEvent(const WalkedRow& row, Track& track, ExportBuffer& to)
+    {
+        constexpr std::string_view kBegin = ",\n{\"name\":\"";
+        const std::string_view text = row.text.substr(row.skip);
+        const std::size_t tail = track.time.Size() + track.rest.Size();
+        to.Reserve(kBegin.size() + text.size() + tail);
+        to.Put(kBegin);
+        if (!to.PutPlain(text))
         {
-            m_event.Put(".");
-            m_event.PutNumber(static_cast<std::uint64_t>(m_last % 10));
+            m_escaped.clear();
+            AppendJson(m_escaped, text);
+            to.Append(m_escaped);
+            to.Reserve(tail);
         }
-        m_event.Put(",\"pid\":");
-        m_event.PutNumber(m_source.ordinal);
-        m_event.Put(",\"tid\":");
-        m_event.PutNumber(track.number);
+        track.time.PutTo(to, Microseconds());
+        track.rest.PutTo(to, row.number);
+    }
+
+    std::uint64_t Microseconds() const { return static_cast<std::uint64_t>(m_last / 10); }
+
+    void AppendFraction(ExportBuffer& to) const
+    {
+        if (m_last % 10 == 0)
+            return;
+        to.Append(".");
+        to.AppendNumber(static_cast<std::uint64_t>(m_last % 10));
     }
 
     // A block may have ended before its header's text came: then it has no slice yet.
-    void EndBlock(const sessionwalk::OpenBlocks::Block& block, std::string& to)
+    void EndBlock(const sessionwalk::OpenBlocks::Block& block, ExportBuffer& to)
     {
         for (Track& track : m_tracks)
             if (std::any_of(track.slices.begin(), track.slices.end(),
@@ -192,29 +234,28 @@ private:
     }
 
     // Slices of this depth or more.
-    void EndFrom(Track& track, unsigned depth, std::string& to)
+    void EndFrom(Track& track, unsigned depth, ExportBuffer& to)
     {
-        while (!track.slices.empty() && track.slices.back().depth >= depth)
+        for (; !track.slices.empty() && track.slices.back().depth >= depth; track.slices.pop_back())
         {
-            m_event.Begin(kMostFields);
-            m_event.Put(",\n{\"ph\":\"E\"");
-            PutPlace(track);
-            m_event.Put("}");
-            to += m_event.Text();
-            track.slices.pop_back();
+            to.Append(",\n{\"ph\":\"E\",\"ts\":");
+            to.AppendNumber(Microseconds());
+            AppendFraction(to);
+            to.Append(track.place);
+            to.Append("}");
         }
     }
 
-    void EndSlices(std::string& to)
+    void EndSlices(ExportBuffer& to)
     {
         for (Track& track : m_tracks)
             EndFrom(track, 0, to);
     }
 
     ExportSource m_source;
-    RowText m_event;
     std::deque<Track> m_tracks;
     std::vector<Track*> m_byLog;
+    std::string m_escaped;   // used again and again
     std::int64_t m_last = 0; // 100 ns; a clock that is set back makes no event earlier
 };
 

@@ -37,7 +37,7 @@ public:
 
 private:
     std::vector<std::string> m_logs;
-    std::vector<bool> m_chosen;
+    std::vector<char> m_chosen; // of each log, whether its rows are wanted
     msgservice::LogStream m_stream;
     OpenBlocks m_open;
     CQmLogTimes m_times;

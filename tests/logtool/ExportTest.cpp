@@ -1,4 +1,6 @@
 #include "LogtoolTest.h"
+#include "host/logtool/CountedText.h"
+#include "host/logtool/ExportForm.h"
 #include "host/logtool/ExportText.h"
 #include "tests/support/LongRun.h"
 #include "tests/support/Random.h"
@@ -152,11 +154,114 @@ TEST_F(LogtoolExportTest, AnyBytesBecomeJson)
     {
         for (std::size_t before = 0; before < 40; ++before)
         {
+            const std::string whole = std::string(before, '.') + std::string(text) + "....................";
             std::string escaped;
-            logtool::AppendJson(escaped,
-                                std::string(before, '.') + std::string(text) + "....................");
+            logtool::AppendJson(escaped, whole);
             EXPECT_EQ(std::string(before, '.') + json + "....................", escaped);
+
+            const bool isPlain = text.empty();
+            logtool::ExportBuffer buffer;
+            for (const std::string& part : {whole, std::string(before, '.') + std::string(text)})
+            {
+                buffer.Reserve(part.size());
+                EXPECT_EQ(isPlain, buffer.PutPlain(part)) << before << json;
+            }
+            EXPECT_EQ(isPlain ? whole + std::string(before, '.') : "", buffer.Bytes());
         }
+    }
+}
+
+// What a form keeps of the rows before makes no difference to a form that has only been told its state.
+TEST_F(LogtoolExportTest, FormsWriteARowWhateverCameBefore)
+{
+    using logtool::ExportForm;
+    using logtool::ExportSource;
+    const std::function<std::unique_ptr<ExportForm>(const ExportSource&)> forms[] = {
+        logtool::MakeJsonForm, logtool::MakeCsvForm, logtool::MakeTraceForm,
+        [](const ExportSource& source) { return MakeSyslogForm(source, logtool::Framing::OctetCounting); }};
+    const std::string names[] = {"Main", "Run", "SQL"};
+    const std::vector<sessionwalk::EndedBlock> none;
+    for (const auto& make : forms)
+    {
+        Random random(1);
+        ExportSource source = {"M", "S"};
+        const std::unique_ptr<ExportForm> form = make(source);
+        sessionwalk::WalkedRow row;
+        row.ended = &none;
+        for (int i = 0; i < 3'000; ++i)
+        {
+            logtool::ExportBuffer expected;
+            logtool::ExportBuffer written;
+            if (random(100) == 0)
+            {
+                ++source.ordinal;
+                source.machine += 'x';
+                form->SetSource(source, written);
+                EXPECT_EQ(make(source)->State(), form->State());
+                written.Clear();
+            }
+            row.log = static_cast<std::size_t>(random(3));
+            row.name = &names[row.log];
+            row.number += static_cast<std::uint32_t>(random(9));
+            switch (random(8)) // most often one field is another
+            {
+            case 0:
+                row.depth = static_cast<std::uint8_t>(random(3));
+                break;
+            case 1:
+                row.kind = static_cast<QmLogBlockKind>(random(5));
+                break;
+            case 2:
+                row.isHeader = !row.isHeader;
+                break;
+            case 3:
+                row.block = random(2) == 0 ? sessionwalk::kNoBlock : row.number;
+                break;
+            case 4:
+                row.parent = random(2) == 0 ? sessionwalk::kNoBlock : row.number;
+                break;
+            case 5:
+                row.skip = static_cast<std::size_t>(random(2));
+                break;
+            case 6:
+                row.time.reset();
+                if (random(3) > 0)
+                    row.time = 133'485'408'000'000'000 + random(25);
+                break;
+            }
+            row.text = random(4) == 0 ? "a \"text\"" : "a text";
+            const std::unique_ptr<ExportForm> fresh = make(source);
+            fresh->Resume(form->State());
+            fresh->Row(row, expected);
+            form->Row(row, written);
+            ASSERT_EQ(expected.Bytes(), written.Bytes()) << i;
+        }
+    }
+}
+
+// Steps up and down, over each number of digits.
+TEST_F(LogtoolExportTest, CountedNumbersAreWrittenAsNumbers)
+{
+    Random random(1);
+    logtool::CountedText counted;
+    EXPECT_FALSE(counted.CanCount(0));
+    std::uint64_t number = 0;
+    for (int i = 0; i < 20'000; ++i)
+    {
+        const std::uint64_t step = random(3) == 0 ? number / 3 + 1 : static_cast<std::uint64_t>(random(12));
+        number =
+            random(4) == 0 ? number - std::min(number, step) : (number + step) % 1'000'000'000'000'000'000;
+        if (!counted.CanCount(number))
+        {
+            logtool::ExportBuffer& text = counted.Begin();
+            text.Append("9:");
+            counted.AppendNumber(number);
+            text.Append(".9");
+        }
+        logtool::ExportBuffer buffer;
+        buffer.Reserve(counted.Size());
+        counted.PutTo(buffer, number);
+        ASSERT_EQ("9:" + std::to_string(number) + ".9", buffer.Bytes());
     }
 }
 

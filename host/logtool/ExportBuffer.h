@@ -1,4 +1,4 @@
-// A row of an export as it is put together.
+// What an export has put together and not written yet.
 #pragma once
 
 #include "logtool/TextOutput.h"
@@ -13,33 +13,29 @@
 namespace logtool
 {
 
-// To append to a string costs a call for each piece, and a row has many: they are put together here first.
-class RowText
+// To append to a string costs a call for each piece, and a row has many: Reserve makes room for all of them,
+// and Put only copies.
+class ExportBuffer
 {
 public:
-    static constexpr std::size_t kMostDigits = 20; // of a number
-
-    // Begins a row of at most so many bytes.
-    void Begin(std::size_t most)
+    // Makes room for so many bytes more.
+    void Reserve(std::size_t most)
     {
-        if (m_bytes.size() < most)
-            m_bytes.resize(2 * most);
-        m_size = 0;
+        if (m_bytes.size() - m_size < most)
+            m_bytes.resize(2 * (m_size + most));
     }
 
-    void Put(std::string_view text)
-    {
-        Copy(m_bytes.data() + m_size, text.data(), text.size());
-        m_size += text.size();
-    }
-
-    void PutNumber(std::uint64_t number)
+    // In room that was reserved. Answers where, until there is more room.
+    char* Put(std::string_view text)
     {
         char* const to = m_bytes.data() + m_size;
-        m_size += static_cast<std::size_t>(std::to_chars(to, to + kMostDigits, number).ptr - to);
+        Copy(to, text.data(), text.size());
+        m_size += text.size();
+        return to;
     }
 
-    // Puts a text that is ASCII and has nothing that JSON escapes. False, with nothing put, for any other.
+    // In room that was reserved, puts a text that is ASCII and has nothing that JSON escapes. False, with
+    // nothing put, for any other.
     bool PutPlain(std::string_view text)
     {
         __m128i found = _mm_setzero_si128();
@@ -66,7 +62,24 @@ public:
         return true;
     }
 
-    std::string_view Text() const { return {m_bytes.data(), m_size}; }
+    void Append(std::string_view text)
+    {
+        Reserve(text.size());
+        Put(text);
+    }
+
+    void AppendNumber(std::uint64_t number)
+    {
+        constexpr std::size_t kMostDigits = 20;
+        Reserve(kMostDigits);
+        char* const to = m_bytes.data() + m_size;
+        m_size += static_cast<std::size_t>(std::to_chars(to, to + kMostDigits, number).ptr - to);
+    }
+
+    std::string_view Bytes() const { return {m_bytes.data(), m_size}; }
+    char* Data() { return m_bytes.data(); }
+    std::size_t Size() const { return m_size; }
+    void Clear() { m_size = 0; }
 
 private:
     // Copies 16 bytes and answers which of them JSON escapes or are beyond ASCII: as signed numbers those are
@@ -80,7 +93,7 @@ private:
                                          _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
     }
 
-    std::vector<char> m_bytes;
+    std::vector<char> m_bytes; // m_size of them, then room
     std::size_t m_size = 0;
 };
 

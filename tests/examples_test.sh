@@ -53,10 +53,20 @@ if [[ $step == edit ]]; then
     is_gone() { ! has_window "$1"; }
     until_changed() { until_true has_window '^[*].*csv - report$' || fail "line ${BASH_LINENO[0]}: nothing has changed"; }
     until_unchanged() { until_true has_window '^Z.*csv - report$' || fail "line ${BASH_LINENO[0]}: something has changed"; }
-    # answer KEY: to the question or message that the program shows.
-    answer() {
-        until_true has_window '^report$' || fail "line ${BASH_LINENO[0]}: nothing is asked"
-        keys "$1"
+    # ask KEYS ANSWER: presses keys upon which the program asks or says something, and answers. They are lost while no
+    # window has the focus, as between two questions.
+    ask() {
+        local end=$((SECONDS + 30)) look
+        until has_window '^report$'; do
+            ((SECONDS < end)) || fail "line ${BASH_LINENO[0]}: nothing is asked"
+            xdotool search --onlyvisible --name 'csv - report$' windowfocus || true
+            keys "$1"
+            for look in {1..40}; do
+                has_window '^report$' && break
+                sleep 0.05
+            done
+        done
+        keys "$2"
         until_true is_gone '^report$' || fail "line ${BASH_LINENO[0]}: the question stays"
     }
     # holds TEXT: what the file has to be; no other file is left beside it.
@@ -103,22 +113,19 @@ if [[ $step == edit ]]; then
 
     # A read-only file stays as it is; so does one that another program has changed, unless the user wants it.
     chmod 444 "$file"
-    keys Home F2 5 Return Escape ctrl+s
-    answer Return
+    keys Home F2 5 Return Escape
+    ask ctrl+s Return
     chmod 644 "$file"
     holds "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
     printf 'a\nother\n' >"$file"
-    keys ctrl+s
-    answer n
+    ask ctrl+s n
     holds 'a\nother\n'
-    keys alt+F4
-    answer Escape
-    keys ctrl+s
-    answer y
+    ask alt+F4 Escape
+    ask ctrl+s y
     until_unchanged
     holds "$head"'"a ""b"" ";5;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
-    keys ctrl+z alt+F4
-    answer y
+    keys ctrl+z
+    ask alt+F4 y
     wait "$report" || fail "report has ended with $?"
     holds "$head"'"a ""b"" ";9;x\n"two\r\nlines";10;y\r\n\r\nlast;1'
 
@@ -127,8 +134,7 @@ if [[ $step == edit ]]; then
     start
     keys F2 alt+Down Up Return Escape
     until_changed
-    keys alt+F4
-    answer y
+    ask alt+F4 y
     wait "$report" || fail "report has ended with $?"
     holds 'a\nx\nx\nx\nx\ny\ny\n'
 
@@ -137,8 +143,7 @@ if [[ $step == edit ]]; then
     start
     keys F2 End udiaeresis Return End udiaeresis Return Escape
     until_changed
-    keys alt+F4
-    answer y
+    ask alt+F4 y
     wait "$report" || fail "report has ended with $?"
     holds 'a\nM\xFCller\xFC\nx\xFC\n\xFC\n'
 
@@ -150,11 +155,9 @@ if [[ $step == edit ]]; then
     start
     keys F2 1 Return Escape
     until_changed
-    keys ctrl+s
-    answer Return
+    ask ctrl+s Return
     holds "a\n$rows\n"
-    keys alt+F4
-    answer n
+    ask alt+F4 n
     wait "$report" || fail "report has ended with $?"
     exit
 fi

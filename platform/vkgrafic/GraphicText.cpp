@@ -51,30 +51,66 @@ public:
 
     void CutTo(HDC dc, GraphicFont::Data* font, int width);
     void Draw(HDC dc, int x, int y, const RECT& clip) const;
-    int Width() const { return m_line.Width(); }
+    int Width() const { return m_width; }                                  // of what has been measured
     std::size_t Fitting(int width) const { return m_line.Fitting(width); } // units
 
 private:
     bool MeasureByFont(HDC dc, GraphicFont::Data& font);
+    void MeasureBySystem(HDC dc, std::int64_t enough);
     std::int64_t MeasureRun(HDC dc, std::size_t begin, std::size_t end);
 
     WideLine m_line;
     std::vector<WORD> m_glyphs;
     bool m_hasGlyphs = false;
+    int m_width = 0;
 };
 
 void Line::Take(const char* text, int length)
 {
     ZEMA::ToWide(text, static_cast<std::size_t>(std::max(length, 0)), m_line.text);
-    std::transform(m_line.text.begin(), m_line.text.end(), m_line.text.begin(), vkgrafic::VisibleUnit);
     m_line.advances.clear();
     m_hasGlyphs = false;
 }
 
 void Line::Measure(HDC dc, GraphicFont::Data* font, std::int64_t enough)
 {
-    if (font && MeasureByFont(dc, *font))
-        return;
+    const bool isMeasured = font && MeasureByFont(dc, *font);
+    if (!m_hasGlyphs) // which are those of the visible units
+        std::transform(m_line.text.begin(), m_line.text.end(), m_line.text.begin(), vkgrafic::VisibleUnit);
+    if (!isMeasured)
+        MeasureBySystem(dc, enough);
+}
+
+// False if some character is not simple.
+bool Line::MeasureByFont(HDC dc, GraphicFont::Data& font)
+{
+    const std::size_t length = m_line.text.size();
+    m_line.advances.resize(length);
+    m_glyphs.resize(length);
+    const wchar_t* const units = m_line.text.data();
+    int* const advances = m_line.advances.data();
+    WORD* const glyphs = m_glyphs.data();
+    m_hasGlyphs = true;
+    std::int64_t width = 0;
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        const GraphicFont::Data::Page& page = font.PageOf(dc, units[i]);
+        advances[i] = page.widths[units[i] % font.kPageSize];
+        glyphs[i] = page.glyphs[units[i] % font.kPageSize];
+        m_hasGlyphs = m_hasGlyphs && glyphs[i] != kNoGlyph;
+        width += advances[i];
+        if (advances[i] >= 0)
+            continue;
+        m_line.advances.clear();
+        m_hasGlyphs = false;
+        return false;
+    }
+    m_width = static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
+    return true;
+}
+
+void Line::MeasureBySystem(HDC dc, std::int64_t enough)
+{
     const std::size_t length = m_line.text.size();
     m_line.advances.reserve(length);
     std::int64_t width = 0;
@@ -84,29 +120,7 @@ void Line::Measure(HDC dc, GraphicFont::Data* font, std::int64_t enough)
         width += MeasureRun(dc, begin, end);
         begin = end;
     }
-}
-
-// False if some character is not simple.
-bool Line::MeasureByFont(HDC dc, GraphicFont::Data& font)
-{
-    const std::size_t length = m_line.text.size();
-    m_line.advances.resize(length);
-    m_glyphs.resize(length);
-    m_hasGlyphs = true;
-    for (std::size_t i = 0; i < length; ++i)
-    {
-        const wchar_t unit = m_line.text[i];
-        const GraphicFont::Data::Page& page = font.PageOf(dc, unit);
-        m_line.advances[i] = page.widths[unit % font.kPageSize];
-        m_glyphs[i] = page.glyphs[unit % font.kPageSize];
-        m_hasGlyphs = m_hasGlyphs && m_glyphs[i] != kNoGlyph;
-        if (m_line.advances[i] >= 0)
-            continue;
-        m_line.advances.clear();
-        m_hasGlyphs = false;
-        return false;
-    }
-    return true;
+    m_width = m_line.Width();
 }
 
 // The system answers with the ends of the units, counted from the first.
@@ -132,6 +146,7 @@ void Line::CutTo(HDC dc, GraphicFont::Data* font, int width)
     m_glyphs.resize(m_line.text.size());
     if (m_hasGlyphs)
         std::fill_n(m_glyphs.rbegin(), std::min<std::size_t>(3, m_glyphs.size()), point.m_glyphs[0]);
+    m_width = m_line.Width();
 }
 
 // Told the advances that were measured: left to itself the system draws some fonts with other ones.
@@ -142,13 +157,14 @@ void Line::Draw(HDC dc, int x, int y, const RECT& clip) const
     {
         const std::size_t end = vkgrafic::EndOfPiece(m_line.text.data(), length, begin, kRunLength);
         const int* const advances = m_line.advances.data() + begin;
-        const int right = x + std::accumulate(advances, advances + (end - begin), 0);
+        const int width =
+            end - begin == length ? m_width : std::accumulate(advances, advances + (end - begin), 0);
         const wchar_t* const units =
             (m_hasGlyphs ? reinterpret_cast<const wchar_t*>(m_glyphs.data()) : m_line.text.data()) + begin;
-        if (right >= clip.left)
+        if (x + width >= clip.left)
             ::ExtTextOutW(dc, x, y, ETO_CLIPPED | (m_hasGlyphs ? ETO_GLYPH_INDEX : 0), &clip, units,
                           static_cast<UINT>(end - begin), advances);
-        x = right;
+        x += width;
         begin = end;
     }
 }

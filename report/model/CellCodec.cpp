@@ -1,8 +1,9 @@
 #include "report/model/CellCodec.h"
 
+#include <bit>
 #include <charconv>
 #include <cstdio>
-#include <cstring>
+#include <emmintrin.h>
 #include <memory_resource>
 
 namespace report
@@ -12,6 +13,7 @@ namespace
 
 constexpr char kBegin = '\x01';
 constexpr char kEndOfNumbers = '\x02';
+constexpr std::string_view kNoNumbers = "-1,-1,-1,-1,"; // as most cells have them
 
 char g_separator = '\x07';
 char g_undefinedField[] = "\x01-1,-1,-1,-1,-1\x02\x07";
@@ -29,11 +31,22 @@ struct FieldBytes
     int missing = 0;       // fields that are missing in front of it
 };
 
+// Looks for the separator as the C library's memchr would, which takes bytes one by one on some systems.
 std::size_t EndOfField(std::string_view cells, std::size_t begin)
 {
-    const void* const separator = std::memchr(cells.data() + begin, g_separator, cells.size() - begin);
-    return separator ? static_cast<std::size_t>(static_cast<const char*>(separator) - cells.data()) + 1
-                     : cells.size();
+    const __m128i separator = _mm_set1_epi8(g_separator);
+    for (; cells.size() - begin >= sizeof(separator); begin += sizeof(separator))
+    {
+        const auto* const bytes = reinterpret_cast<const __m128i*>(cells.data() + begin);
+        const auto found =
+            static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(bytes), separator)));
+        if (found != 0)
+            return begin + static_cast<std::size_t>(std::countr_zero(found)) + 1;
+    }
+    while (begin < cells.size())
+        if (cells[begin++] == g_separator)
+            break;
+    return begin;
 }
 
 FieldBytes Find(std::string_view cells, int field)
@@ -62,12 +75,6 @@ bool Skip(std::string_view& text, char byte)
 // False when there is none; one that int does not hold leaves `number` alone.
 bool ReadNumber(std::string_view& text, int& number)
 {
-    if (text.starts_with("-1,")) // as most are
-    {
-        number = -1;
-        text.remove_prefix(2);
-        return true;
-    }
     while (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r')))
         text.remove_prefix(1);
     if (Skip(text, '+') && !text.empty() && text.front() == '-')
@@ -100,11 +107,14 @@ public:
     void Add(const Cell& cell)
     {
         m_text += kBegin;
-        for (const int number : {cell.image, cell.extra, cell.check, cell.textColor})
-        {
-            AddNumber(number);
-            m_text += ',';
-        }
+        if ((cell.image & cell.extra & cell.check & cell.textColor) == -1)
+            m_text += kNoNumbers;
+        else
+            for (const int number : {cell.image, cell.extra, cell.check, cell.textColor})
+            {
+                AddNumber(number);
+                m_text += ',';
+            }
         AddNumber(cell.hasText ? static_cast<int>(cell.text.size()) : -1);
         m_text += kEndOfNumbers;
         if (cell.hasText)
@@ -117,11 +127,6 @@ public:
 private:
     void AddNumber(int number)
     {
-        if (number == -1) // as most are
-        {
-            m_text.append("-1", 2);
-            return;
-        }
         char digits[11]; // the lowest int has as many
         m_text.append(digits, std::to_chars(digits, digits + sizeof(digits), number).ptr);
     }
@@ -164,11 +169,12 @@ Cell ReadCell(const ZEMA::String& cells, int field)
     Cell cell;
     if (!Skip(text, kBegin))
         return cell;
-    for (int* const number : {&cell.image, &cell.extra, &cell.check, &cell.textColor})
-    {
-        if (!ReadNumber(text, *number) || !Skip(text, ','))
-            return cell;
-    }
+    if (text.starts_with(kNoNumbers))
+        text.remove_prefix(kNoNumbers.size());
+    else
+        for (int* const number : {&cell.image, &cell.extra, &cell.check, &cell.textColor})
+            if (!ReadNumber(text, *number) || !Skip(text, ','))
+                return cell;
     int length = -1;
     if (ReadNumber(text, length) && Skip(text, kEndOfNumbers) && length >= 0)
     {

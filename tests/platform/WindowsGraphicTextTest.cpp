@@ -186,7 +186,8 @@ TEST_F(GraphicTextTest, EndsInAnEllipsisOnlyWhenTheTextDoesNotFit)
         return ::EqualRect(&actual, &expected) != FALSE && !::IsRectEmpty(&actual);
     };
     EXPECT_TRUE(equal("H&MMMMMH", "H&MMMMMH", DT_RIGHT));
-    EXPECT_TRUE(equal("HMMMMMMMH", "HMMMM...", 0));
+    for (const UINT flags : {DT_LEFT, DT_CENTER, DT_RIGHT})
+        EXPECT_TRUE(equal("HMMMMMMMH", "HMMMM...", flags)) << flags;
     EXPECT_TRUE(equal("HMMMM" + std::string(3000, 'M'), "HMMMM...", DT_CENTER));
 
     const RECT clipped = Draw(std::string(20, 'M'), 0, rect);

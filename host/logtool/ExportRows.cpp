@@ -13,11 +13,21 @@ using namespace std::string_view_literals;
 using sessionwalk::kNoBlock;
 using sessionwalk::WalkedRow;
 
-// What comes before a row's text, which but for the number is most often that of the row before in its log.
-class RowHeads
+// Keeps what comes before a row's text, which but for the number is most often that of the row before in its
+// log.
+class HeadedForm : public ExportForm
 {
 public:
-    virtual ~RowHeads() = default;
+    explicit HeadedForm(const ExportSource& source) : m_source(source) {}
+
+    void SetSource(const ExportSource& source, ExportBuffer&) override
+    {
+        m_source = source;
+        m_kept.clear();
+    }
+
+protected:
+    const ExportSource& Source() const { return m_source; }
 
     CountedText& HeadOf(const WalkedRow& row)
     {
@@ -38,13 +48,11 @@ public:
         return kept.head;
     }
 
-    void Forget() { m_kept.clear(); }
-
-protected:
-    virtual void PutBefore(const WalkedRow& row, std::string& to) const = 0; // the same for all of a log
+private:
+    // What precedes the number, the same for all rows of a log, and what follows it up to the text.
+    virtual void PutBefore(const WalkedRow& row, std::string& to) const = 0;
     virtual void PutAfter(const WalkedRow& row, ExportBuffer& to) const = 0;
 
-private:
     struct Fields
     {
         std::uint8_t depth = 0;
@@ -60,10 +68,12 @@ private:
     struct Kept
     {
         Fields fields;
-        std::string before; // the number
+        std::string before;
         CountedText head;
     };
-    std::vector<Kept> m_kept;
+
+    ExportSource m_source;
+    std::vector<Kept> m_kept; // by log
 };
 
 std::string_view TruthText(bool truth)
@@ -71,16 +81,10 @@ std::string_view TruthText(bool truth)
     return truth ? "true"sv : "false"sv;
 }
 
-class JsonForm : public ExportForm, private RowHeads
+class JsonForm : public HeadedForm
 {
 public:
-    explicit JsonForm(const ExportSource& source) : m_source(source) {}
-
-    void SetSource(const ExportSource& source, ExportBuffer&) override
-    {
-        m_source = source;
-        Forget();
-    }
+    using HeadedForm::HeadedForm;
 
     void Row(const WalkedRow& row, ExportBuffer& to) override
     {
@@ -104,9 +108,9 @@ private:
     void PutBefore(const WalkedRow& row, std::string& to) const override
     {
         to += "{\"session\":\"";
-        AppendJson(to, m_source.SessionName());
+        AppendJson(to, Source().SessionName());
         to += "\",\"machine\":\"";
-        AppendJson(to, m_source.machine);
+        AppendJson(to, Source().machine);
         to += "\",\"log\":\"";
         AppendJson(to, *row.name);
         to += "\",\"number\":";
@@ -140,24 +144,17 @@ private:
             to.Append("null");
     }
 
-    ExportSource m_source;
     std::string m_escaped;
 };
 
-class CsvForm : public ExportForm, private RowHeads
+class CsvForm : public HeadedForm
 {
 public:
-    explicit CsvForm(const ExportSource& source) : m_source(source) {}
+    using HeadedForm::HeadedForm;
 
     void Begin(ExportBuffer& to) override
     {
         to.Append("session,machine,log,number,time,depth,kind,header,block,parent,skip,text\r\n");
-    }
-
-    void SetSource(const ExportSource& source, ExportBuffer&) override
-    {
-        m_source = source;
-        Forget();
     }
 
     void Row(const WalkedRow& row, ExportBuffer& to) override
@@ -176,7 +173,7 @@ private:
     void PutBefore(const WalkedRow& row, std::string& to) const override
     {
         std::string converted;
-        for (const std::string& text : {m_source.SessionName(), m_source.machine, *row.name})
+        for (const std::string& text : {Source().SessionName(), Source().machine, *row.name})
         {
             AppendCsv(to, Utf8Text(text, converted));
             to += ',';
@@ -204,7 +201,6 @@ private:
         to.Append(",");
     }
 
-    ExportSource m_source;
     std::string m_value;
     std::string m_converted;
 };
